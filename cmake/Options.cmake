@@ -1,0 +1,52 @@
+# What every file of ours is compiled with. Third-party code does not link this target.
+find_program(CCACHE_PROGRAM ccache)
+if(CCACHE_PROGRAM)
+  set(CMAKE_C_COMPILER_LAUNCHER ${CCACHE_PROGRAM})
+  set(CMAKE_CXX_COMPILER_LAUNCHER ${CCACHE_PROGRAM})
+endif()
+
+add_library(firststeps_options INTERFACE)
+target_include_directories(firststeps_options INTERFACE ${CMAKE_SOURCE_DIR})
+target_compile_options(firststeps_options INTERFACE
+  -Wall -Wextra -Wshadow -Wconversion -Werror)
+
+if(FIRSTSTEPS_SANITIZE)
+  add_compile_options(-fsanitize=address,undefined -fno-sanitize-recover=undefined -fno-omit-frame-pointer -O1 -g1)
+  add_link_options(-fsanitize=address,undefined)
+endif()
+
+if(WIN32)
+  # UNICODE: calls without suffix are the W calls; an A call is written as such.
+  target_compile_definitions(firststeps_options INTERFACE UNICODE _UNICODE NOMINMAX WIN32_LEAN_AND_MEAN
+    _WIN32_WINNT=0x0A00 WINVER=0x0A00)
+  add_link_options(-Wl,--dynamicbase,--nxcompat)
+  if(CMAKE_SIZEOF_VOID_P EQUAL 8)
+    add_link_options(-Wl,--high-entropy-va)
+  endif()
+endif()
+
+# The adapters' folder of this platform.
+if(WIN32)
+  set(FIRSTSTEPS_PLATFORM win32)
+else()
+  set(FIRSTSTEPS_PLATFORM posix)
+endif()
+
+# firststeps_library(NAME FOLDERS … [LIBRARIES …]): one library of all the sources that lie directly in the folders. A
+# folder that does not exist on this platform's side holds nothing.
+function(firststeps_library name)
+  cmake_parse_arguments(ARG "" "" "FOLDERS;LIBRARIES" ${ARGN})
+  set(sources)
+  foreach(folder IN LISTS ARG_FOLDERS)
+    file(GLOB found CONFIGURE_DEPENDS ${CMAKE_CURRENT_SOURCE_DIR}/${folder}/*.cpp)
+    list(APPEND sources ${found})
+  endforeach()
+  if(sources)
+    add_library(${name} STATIC ${sources})
+    target_link_libraries(${name} PRIVATE firststeps_options PUBLIC ${ARG_LIBRARIES})
+    target_include_directories(${name} PUBLIC ${CMAKE_SOURCE_DIR})
+  else()
+    add_library(${name} INTERFACE)
+    target_link_libraries(${name} INTERFACE ${ARG_LIBRARIES})
+  endif()
+endfunction()

@@ -1,0 +1,22 @@
+# GoogleTest: Debian's library natively, Debian's sources for Windows.
+# firststeps_test(NAME SOURCES … LIBRARIES … [DEFINITIONS …]) adds a test program NAME and its tests.
+if(CMAKE_CROSSCOMPILING)
+  set(INSTALL_GTEST OFF)
+  add_subdirectory(/usr/src/googletest ${CMAKE_BINARY_DIR}/googletest EXCLUDE_FROM_ALL SYSTEM)
+  add_library(GTest::gmock_main ALIAS gmock_main)
+else()
+  find_package(GTest REQUIRED)
+endif()
+include(GoogleTest)
+
+function(firststeps_test name)
+  cmake_parse_arguments(ARG "" "" "SOURCES;LIBRARIES;DEFINITIONS" ${ARGN})
+  add_executable(${name} ${ARG_SOURCES})
+  target_link_libraries(${name} PRIVATE firststeps_options ${ARG_LIBRARIES} GTest::gmock_main)
+  target_compile_definitions(${name} PRIVATE
+    TEST_DATA_DIR="${CMAKE_SOURCE_DIR}/tests/data" SOURCE_DIR="${CMAKE_SOURCE_DIR}" BUILD_DIR="${CMAKE_BINARY_DIR}"
+    ${ARG_DEFINITIONS})
+  # One process per test program: its tests are quick, starting a process under Wine is not.
+  add_test(NAME ${name} COMMAND ${name} --gtest_brief=1)
+  set_tests_properties(${name} PROPERTIES TIMEOUT 300)
+endfunction()

@@ -1,0 +1,97 @@
+// The Jet SQL front end: a compiler from a statement of the dialect to one SQLite statement, or to a description of a
+// layout change that the engine carries out itself. Tokens, a syntax tree, names bound against the catalogue, text out.
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <string_view>
+#include <variant>
+#include <vector>
+
+#include "database/engine/embedded/catalogue.h"
+
+struct sqlite3;
+
+namespace engine::embedded::jet_sql {
+
+/// A column of a result.
+struct ResultColumn {
+  std::string name;
+  DataType type = DataType::Text;
+  std::int32_t size = 0;
+  /// Set where the column is a field of the query's one base table as it stands.
+  std::string base_field;
+};
+
+/// SELECT and UNION.
+struct Query {
+  std::string sqlite_sql;
+  std::vector<ResultColumn> columns;
+  /// The one table whose rows the query shows row by row, so that a recordset over it can be updated; else empty. The
+  /// SQLite statement then has one column more, the last: the row's rowid.
+  std::string base_table;
+};
+
+/// INSERT, UPDATE and DELETE: one SQLite statement, conversions and checks included; sqlite3_changes tells the rows.
+struct Change {
+  std::string sqlite_sql;
+  std::string table;
+};
+
+/// SELECT … INTO target FROM … [IN 'file'].
+struct SelectInto {
+  std::string target;
+  /// Columns of the new table: names, types and sizes only. Empty where the sources lie in another file, whose
+  /// catalogue must be asked: compile `select_text` against it.
+  std::string select_text;
+  /// The other database file; empty for the current one.
+  std::string external_file;
+};
+
+struct CreateTable {
+  TableDefinition table;
+};
+struct AddField {
+  std::string table;
+  FieldDefinition field;
+};
+struct AlterField {
+  std::string table;
+  FieldDefinition field;
+};
+struct DropField {
+  std::string table;
+  std::string field;
+};
+struct DropTable {
+  std::string table;
+};
+struct CreateIndex {
+  std::string table;
+  IndexDefinition index;
+};
+struct DropIndex {
+  std::string table;
+  std::string index;
+};
+
+using Program =
+    std::variant<Query, Change, SelectInto, CreateTable, AddField, AlterField, DropField, DropTable, CreateIndex, DropIndex>;
+
+/// Compiles one statement. Raises RuntimeError with the engine's number: 3075/3131/3134/3141/3144/3290/3293 syntax,
+/// 3078 unknown table, 3061 unknown column, 3127 INSERT INTO with an unknown field, 3464 type mismatch in criterion,
+/// 3085 unknown function, 3142 text after the end of the statement, 3129 no statement of the dialect.
+Program compile(std::string_view statement, const Catalogue& catalogue);
+
+/// The SQLite text of a default expression of a field (`0`, `-1`, `"0"`, `True`, `""`, Now()), converted to the field's
+/// type; "NULL" where there is none.
+std::string compile_default(const FieldDefinition& field);
+
+/// Registers the dialect's functions and its text collation "JET" (no regard to case, trailing blanks do not count).
+void register_functions(sqlite3* connection);
+
+/// The error that a failed sqlite3_step stands for: functions of the dialect report as "jet:NUMBER:description".
+/// Other results of SQLite map to the engine's numbers (constraint unique 3022, busy 3045/3260, full 3043, corrupt 3343, …).
+support::RuntimeError error_of(sqlite3* connection, int result);
+
+}  // namespace engine::embedded::jet_sql

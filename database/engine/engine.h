@@ -1,0 +1,244 @@
+// The object model of the database engine: the few operations that the program needs, under the names of the engine's
+// own documentation. Two implementations stand behind it, the embedded one and the automation objects.
+//
+// Every failing call raises support::RuntimeError with the engine's number and leaves database and object as they were.
+// Objects of a database must not be used after it was closed or destroyed: their calls raise 3420 (object invalid).
+// Names are compared without regard to case; texts are UTF-8.
+#pragma once
+
+#include <cstdint>
+#include <memory>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "database/engine/value.h"
+#include "support/error.h"
+
+namespace engine {
+
+/// Field types, with the engine's numbers.
+enum class DataType : std::int16_t {
+  Boolean = 1,
+  Byte = 2,
+  Integer = 3,
+  Long = 4,
+  Single = 6,
+  Double = 7,
+  Date = 8,
+  Text = 10,
+  Memo = 12,
+};
+
+/// Field attributes, with the engine's numbers; they are a bit set.
+inline constexpr std::int32_t attribute_fixed = 1;
+inline constexpr std::int32_t attribute_variable = 2;
+inline constexpr std::int32_t attribute_auto_increment = 16;
+
+/// Collating locale string and version option for a new database.
+inline constexpr std::string_view locale_general = ";LANGID=0x0409;CP=1252;COUNTRY=0";
+inline constexpr std::int32_t version_30 = 32;
+
+/// A field of a table or of an index. Properties may be set before and, except type, after appending; a change of an
+/// appended field's property takes effect at once. Setting a property that the engine refuses raises and changes nothing.
+class Field {
+ public:
+  virtual ~Field() = default;
+  virtual std::string name() const = 0;
+  /// Renames an appended field.
+  virtual void set_name(std::string_view name) = 0;
+  virtual DataType type() const = 0;
+  /// Characters for Text; the storage size in bytes for numbers (1, 2, 4, 8), 0 for Memo.
+  virtual std::int32_t size() const = 0;
+  /// Only before appending (3219 afterwards).
+  virtual void set_size(std::int32_t size) = 0;
+  virtual std::int32_t attributes() const = 0;
+  virtual void set_attributes(std::int32_t attributes) = 0;
+  /// An expression as text; "" is no default.
+  virtual std::string default_value() const = 0;
+  virtual void set_default_value(std::string_view expression) = 0;
+  virtual bool required() const = 0;
+  virtual void set_required(bool required) = 0;
+  virtual bool allow_zero_length() const = 0;
+  virtual void set_allow_zero_length(bool allow) = 0;
+  virtual std::int16_t ordinal_position() const = 0;
+  virtual void set_ordinal_position(std::int16_t position) = 0;
+  virtual std::string validation_rule() const = 0;
+  virtual void set_validation_rule(std::string_view rule) = 0;
+  virtual std::string validation_text() const = 0;
+  virtual void set_validation_text(std::string_view text) = 0;
+};
+
+/// The fields of a table definition or an index, in the order of appending.
+class Fields {
+ public:
+  virtual ~Fields() = default;
+  virtual std::int32_t count() const = 0;
+  /// 3265 where there is none.
+  virtual std::shared_ptr<Field> item(std::int32_t position) const = 0;
+  virtual std::shared_ptr<Field> item(std::string_view name) const = 0;
+  /// 3191 where a field of this name exists.
+  virtual void append(const std::shared_ptr<Field>& field) = 0;
+  /// Deletes a field with its values; 3265 where there is none.
+  virtual void remove(std::string_view name) = 0;
+};
+
+class Index {
+ public:
+  virtual ~Index() = default;
+  virtual std::string name() const = 0;
+  virtual bool primary() const = 0;
+  virtual void set_primary(bool primary) = 0;
+  virtual bool unique() const = 0;
+  virtual void set_unique(bool unique) = 0;
+  virtual bool required() const = 0;
+  virtual void set_required(bool required) = 0;
+  virtual bool ignore_nulls() const = 0;
+  virtual void set_ignore_nulls(bool ignore) = 0;
+  virtual bool clustered() const = 0;
+  virtual void set_clustered(bool clustered) = 0;
+  virtual std::shared_ptr<Field> create_field(std::string_view name) = 0;
+  virtual std::shared_ptr<Field> create_field(std::string_view name, DataType type) = 0;
+  virtual Fields& fields() = 0;
+};
+
+class Indexes {
+ public:
+  virtual ~Indexes() = default;
+  virtual std::int32_t count() const = 0;
+  virtual std::shared_ptr<Index> item(std::int32_t position) const = 0;
+  virtual std::shared_ptr<Index> item(std::string_view name) const = 0;
+  /// 3284 where an index of this name exists; 3022 where a unique one meets duplicate rows. An index of a table that is
+  /// not appended yet may name fields that are created later; 3409 when they are still missing at TableDefs append.
+  virtual void append(const std::shared_ptr<Index>& index) = 0;
+  virtual void remove(std::string_view name) = 0;
+};
+
+class TableDef {
+ public:
+  virtual ~TableDef() = default;
+  virtual std::string name() const = 0;
+  /// Renames an appended table; 3010 where the name is taken.
+  virtual void set_name(std::string_view name) = 0;
+  virtual std::int32_t attributes() const = 0;
+  virtual void set_attributes(std::int32_t attributes) = 0;
+  virtual std::string connect() const = 0;
+  virtual void set_connect(std::string_view connect) = 0;
+  virtual std::string source_table_name() const = 0;
+  virtual void set_source_table_name(std::string_view name) = 0;
+  virtual std::string validation_rule() const = 0;
+  virtual void set_validation_rule(std::string_view rule) = 0;
+  virtual std::string validation_text() const = 0;
+  virtual void set_validation_text(std::string_view text) = 0;
+  virtual std::shared_ptr<Field> create_field(std::string_view name, DataType type) = 0;
+  virtual std::shared_ptr<Field> create_field(std::string_view name, DataType type, std::int32_t size) = 0;
+  virtual std::shared_ptr<Index> create_index(std::string_view name) = 0;
+  virtual Fields& fields() = 0;
+  virtual Indexes& indexes() = 0;
+};
+
+/// The user's tables, in the order of appending.
+class TableDefs {
+ public:
+  virtual ~TableDefs() = default;
+  virtual std::int32_t count() const = 0;
+  virtual std::shared_ptr<TableDef> item(std::int32_t position) const = 0;
+  virtual std::shared_ptr<TableDef> item(std::string_view name) const = 0;
+  /// 3010 where a table of this name exists; 3264 for a table without fields.
+  virtual void append(const std::shared_ptr<TableDef>& table) = 0;
+  virtual void remove(std::string_view name) = 0;
+};
+
+/// Rows of a table or of a query. Reading a field, edit() and the move calls on no rows raise 3021; update() and
+/// writing a field without add_new() or edit() raise 3020.
+class Recordset {
+ public:
+  virtual ~Recordset() = default;
+  virtual bool bof() const = 0;
+  virtual bool eof() const = 0;
+  /// The full count for a table name; for a query 0, or 1 where there are rows, until move_last().
+  virtual std::int32_t record_count() const = 0;
+  virtual bool updatable() const = 0;
+  virtual void move_first() = 0;
+  virtual void move_last() = 0;
+  virtual void move_next() = 0;
+  virtual void move_previous() = 0;
+  /// Starts a new row with its defaults; the AutoNumber can be read at once. The row that was current is current again
+  /// after update().
+  virtual void add_new() = 0;
+  virtual void edit() = 0;
+  /// Stores the row being added or edited; on failure the edit stays open and the file is unchanged.
+  virtual void update() = 0;
+  virtual void cancel_update() = 0;
+  /// Deletes the current row ("Delete" of the engine).
+  virtual void delete_row() = 0;
+  virtual void close() = 0;
+
+  virtual std::int32_t field_count() const = 0;
+  virtual std::string field_name(std::int32_t position) const = 0;
+  virtual DataType field_type(std::int32_t position) const = 0;
+  virtual Value value(std::int32_t position) const = 0;
+  /// 3265 for an unknown field.
+  virtual Value value(std::string_view field) const = 0;
+  /// Converts to the field's type at once: 3421 where that cannot be, 3163 where a text is too long.
+  virtual void set_value(std::string_view field, const Value& value) = 0;
+};
+
+class Database {
+ public:
+  virtual ~Database() = default;
+  virtual std::string name() const = 0;
+  /// Rolls an open transaction back. Closing twice does nothing.
+  virtual void close() = 0;
+  /// 3031 where the old password is wrong or the new one has more than 20 characters; "" clears.
+  virtual void new_password(std::string_view old_password, std::string_view new_password) = 0;
+  virtual std::shared_ptr<TableDef> create_table_def(std::string_view name) = 0;
+  virtual TableDefs& table_defs() = 0;
+  /// A table name or a SELECT statement.
+  virtual std::unique_ptr<Recordset> open_recordset(std::string_view source) = 0;
+  /// One statement that changes data or layout. Text after its end is an error.
+  virtual void execute(std::string_view sql) = 0;
+  /// Rows changed by the last execute().
+  virtual std::int32_t records_affected() const = 0;
+
+  /// One transaction per handle, not nested: 3034 for a commit or rollback without one.
+  virtual void begin_transaction() = 0;
+  virtual void commit_transaction() = 0;
+  virtual void rollback_transaction() = 0;
+};
+
+class Engine {
+ public:
+  virtual ~Engine() = default;
+  /// A new, empty database without password. 3204 where the file exists, 3044 where its folder does not. Nothing is on
+  /// the disk before the first change is committed; a handle closed before that leaves no file.
+  virtual std::unique_ptr<Database> create_database(std::string_view path, std::string_view locale,
+                                                    std::int32_t version) = 0;
+  /// `connect` is "" or "MS Access;pwd=" + password. 3024 missing file, 3031 wrong password, 3343 no database,
+  /// 3045 in use elsewhere (after the busy time), 3051/3027 where rights are missing.
+  virtual std::unique_ptr<Database> open_database(std::string_view path, bool exclusive, bool read_only,
+                                                  std::string_view connect) = 0;
+};
+
+/// Runs its transaction unless committed: rolls back on destruction.
+class Transaction {
+ public:
+  explicit Transaction(Database& database) : database_(&database) { database.begin_transaction(); }
+  ~Transaction();
+  Transaction(const Transaction&) = delete;
+  Transaction& operator=(const Transaction&) = delete;
+  void commit() {
+    database_->commit_transaction();
+    database_ = nullptr;
+  }
+
+ private:
+  Database* database_;
+};
+
+/// Creates an engine object by its programmatic identifier ("DAO.DBEngine.36", "DAO.DBEngine.35"). The embedded engine
+/// answers to both where the automation objects are not registered. Raises 429 where no engine answers.
+using EngineFactory = std::unique_ptr<Engine> (*)(std::string_view identifier);
+std::unique_ptr<Engine> open_engine(std::string_view identifier);
+
+}  // namespace engine

@@ -1,0 +1,49 @@
+// A value as a field of the database holds it, and the conversions of the language runtime between kinds.
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <variant>
+
+namespace engine {
+
+/// A moment: days since 1899-12-30; the fraction is the time of day. Range -657434 … 2958465.
+struct Date {
+  double days = 0;
+  friend bool operator==(const Date&, const Date&) = default;
+};
+
+struct Null {
+  friend bool operator==(const Null&, const Null&) = default;
+};
+
+/// What a field reads as: Yes/No bool; Byte, Integer and Long int32; Single float; Double double; Date; Text and Memo
+/// UTF-8 text.
+using Value = std::variant<Null, bool, std::int32_t, float, double, Date, std::string>;
+
+inline bool is_null(const Value& value) noexcept { return std::holds_alternative<Null>(value); }
+
+// Conversions as an assignment to a typed variable makes them. Each raises RuntimeError 94 (invalid use of Null) for
+// Null, 13 (type mismatch) for a text that is no number or date in the user's locale, 6 (overflow) beyond the range.
+// Fractions round to the nearest whole number, halves to even. Yes is -1.
+std::int16_t to_int16(const Value& value);
+std::int32_t to_int32(const Value& value);
+float to_single(const Value& value);
+double to_double(const Value& value);
+/// Text: numbers shortest in the user's locale, dates in the locale's short form, Yes/No "True" and "False".
+std::string to_text(const Value& value);
+/// A number other than 0 is true; the texts "True" and "False" are taken as well.
+bool to_bool(const Value& value);
+Date to_date(const Value& value);
+
+/// Calendar day of the proleptic Gregorian calendar to a Date, and a time of day.
+Date date_from(int year, int month, int day, int hour = 0, int minute = 0, int second = 0);
+struct CalendarTime {
+  int year, month, day, hour, minute, second;
+};
+/// Seconds are rounded to the nearest.
+CalendarTime calendar_time(Date date);
+/// "YYYY-MM-DD HH:MM:SS".
+std::string iso_text(Date date);
+
+}  // namespace engine

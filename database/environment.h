@@ -1,0 +1,72 @@
+// What the database procedures need of the program around them: password, texts, settings file, clock, the engine, and a
+// way to ask. One per process, built by the program's edge.
+#pragma once
+
+#include <cstdint>
+#include <functional>
+#include <memory>
+#include <string>
+#include <string_view>
+
+#include "database/engine/engine.h"
+#include "support/file_system.h"
+#include "support/ini.h"
+#include "support/language.h"
+
+namespace database {
+
+/// A message box: style bits as the platform counts them (OK/Cancel 1, stop 16, question 32, exclamation 48,
+/// Yes/No 4, system-modal 4096). Returns the button: OK 1, Cancel 2, Yes 6, No 7.
+using MessageBox = std::function<int(std::string_view text, std::uint32_t style, std::string_view title)>;
+
+/// Long work shown to the user. All calls may be made any number of times; none throws.
+class Progress {
+ public:
+  virtual ~Progress() = default;
+  virtual void start(std::string_view caption, std::int32_t maximum) = 0;
+  virtual void set_caption(std::string_view caption) = 0;
+  virtual void set_value(std::int32_t value) = 0;
+  virtual void finish() = 0;
+};
+
+struct Environment {
+  /// Password of patient databases; shorter than 3 characters means the default one.
+  std::string password;
+  support::FileSystem* files = nullptr;
+  /// The file with the daytime zones ("setup.ini"), section "timezones".
+  const support::IniFiles* ini = nullptr;
+  std::string settings_file;
+  /// Null where there is none: every text is empty then.
+  const support::LanguageComponent* language = nullptr;
+  /// Description text of a new database; holds the product word.
+  std::string product_description = "vantrix";
+  std::function<engine::Date()> now;
+  std::function<std::unique_ptr<engine::Engine>(std::string_view identifier)> open_engine = engine::open_engine;
+  /// Empty: questions are answered with Cancel or No, messages are dropped.
+  MessageBox message_box;
+  /// Null: no progress is shown.
+  Progress* progress = nullptr;
+  /// Data folder with "meters.mdb" (index processing).
+  std::string data_folder;
+
+  std::string text(long number) const { return language ? language->loadres(number) : std::string(); }
+};
+
+/// Where a database procedure works: a path, which it opens and closes itself, or a database that is open already and
+/// stays open.
+class Target {
+ public:
+  Target(std::string path) : path_(std::move(path)) {}           // NOLINT(google-explicit-constructor)
+  Target(std::string_view path) : path_(path) {}                 // NOLINT(google-explicit-constructor)
+  Target(const char* path) : path_(path) {}                      // NOLINT(google-explicit-constructor)
+  Target(engine::Database& open) : open_(&open) {}               // NOLINT(google-explicit-constructor)
+  const std::string& path() const noexcept { return path_; }
+  /// Null where a path was given.
+  engine::Database* open() const noexcept { return open_; }
+
+ private:
+  std::string path_;
+  engine::Database* open_ = nullptr;
+};
+
+}  // namespace database

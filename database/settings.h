@@ -1,0 +1,50 @@
+// The patient's settings (`patdat_setup`): therapy targets and the 13 daytime zones.
+#pragma once
+
+#include <array>
+#include <cstdint>
+#include <string>
+
+#include "database/environment.h"
+
+namespace database {
+
+struct Zone {
+  engine::Date from, until;  ///< time of day only; an until before from crosses midnight
+  std::string description;
+};
+
+/// Nine meal-related zones and four of the user, in the fixed order.
+using ZoneTable = std::array<Zone, 13>;
+
+struct SettingsRecord {
+  std::int16_t BGTargetMax = 0, BGTargetMin = 0;          ///< mg/dl
+  std::int16_t BPTargetSysMax = 0, BPTargetSysMin = 0;    ///< mmHg
+  std::int16_t BPTargetDiaMax = 0, BPTargetDiaMin = 0;    ///< mmHg
+  std::int16_t BGHyper = 0, BGHypo = 0;                   ///< mg/dl
+  float TargetWeight = 0;
+  double BUPerDayMax = -1;
+  std::int16_t KHPerDayMax = -1;
+  double KCalPerDayMax = -1;
+  std::int16_t FatPerDayMax = -1;
+  double CholPerDayMax = -1;
+  std::int16_t ProtPerDayMax = -1;
+  ZoneTable zones;
+};
+
+/// Reads the row, then the targets that the current therapy plan overrides. Columns that fail keep what the record held.
+bool db_GetSettings(const Environment& environment, const Target& target, SettingsRecord& settings,
+                    std::int32_t patient_id = 0);
+
+/// Stores the row, added where there is none. 1 when stored.
+std::int16_t db_SaveSettings(const Environment& environment, const Target& target, const SettingsRecord& settings,
+                             std::int32_t patient_id = 0);
+
+/// Writes the zone times, without descriptions, into the row that exists. 1 when stored.
+std::int16_t db_AddTimeZonesToPatient(const Environment& environment, const Target& target, const ZoneTable& zones,
+                                      std::int32_t patient_id = 0);
+
+/// The zones of the settings file with their built-in defaults, or (use_defaults false) those of the database.
+bool GetTimeZones(const Environment& environment, const Target& target, ZoneTable& zones, bool use_defaults);
+
+}  // namespace database

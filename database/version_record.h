@@ -1,0 +1,43 @@
+// The version record of a database (`db_info`).
+#pragma once
+
+#include <cstdint>
+#include <memory>
+#include <optional>
+#include <string>
+
+#include "database/environment.h"
+
+namespace database {
+
+inline constexpr std::int16_t current_major_version = 4;
+inline constexpr std::int16_t current_minor_version = 60;
+
+struct VersionRecord {
+  std::int16_t MajVersion = current_major_version;
+  std::int16_t MinVersion = current_minor_version;
+  std::int16_t Type = 0;
+  std::string Desc, Password;
+  std::optional<engine::Date> LastBackup, LastChanged, Created;
+  std::string LastUser;
+  std::optional<engine::Date> LastArchive, LastCompressed;
+  std::int32_t lAvailableData = 0;
+  std::string sAvailableData;
+};
+
+/// The record of a database created now.
+VersionRecord new_version_record(const Environment& environment);
+
+/// Reads the record; columns that fail keep what it held. True only without error and for a description that holds the
+/// product word.
+bool db_ReadDBInfo(const Environment& environment, const Target& target, VersionRecord& record);
+
+/// Brings the layout up to date where the record calls for it, raising its MinVersion, and writes the record, all in one
+/// transaction. 1 when written, 0 when nothing was.
+std::int16_t db_WriteDBInfo(const Environment& environment, const Target& target, VersionRecord& record);
+
+/// Closes, in this order, what is given: recordset, database, engine (the workspace is the engine's own).
+void db_cleanup(std::unique_ptr<engine::Engine>& workspace, std::unique_ptr<engine::Database>& database,
+                std::unique_ptr<engine::Recordset>& recordset);
+
+}  // namespace database

@@ -1,0 +1,76 @@
+// The error convention of the whole program: failing statements raise RuntimeError, a procedure passes over
+// them one by one and records which procedure was entered last. Nothing here is shown to the user.
+#pragma once
+
+#include <functional>
+#include <optional>
+#include <stdexcept>
+#include <string>
+#include <string_view>
+#include <utility>
+
+namespace support {
+
+/// A failed statement: the database engine's own number where it has one (3021 no current record), else the
+/// language runtime's (13 type mismatch).
+class RuntimeError : public std::runtime_error {
+ public:
+  RuntimeError(int number, const std::string& description) : std::runtime_error(description), number_(number) {}
+  int number() const noexcept { return number_; }
+
+ private:
+  int number_;
+};
+
+/// Label of the procedure entered last, module label + "!" + procedure name; empty before the first.
+const std::string& current_procedure_label() noexcept;
+
+/// Told of every statement that was passed over. Must not throw.
+using SkippedStatementListener = std::function<void(std::string_view label, const RuntimeError& error)>;
+
+/// Replaces the listener (none by default) and returns the one before.
+SkippedStatementListener set_skipped_statement_listener(SkippedStatementListener listener);
+
+/// One procedure's run. Its construction records the label, which stays recorded after the return.
+///
+/// Resume-next mode: each statement that may fail is a step() of its own; a failing one is passed over and its
+/// error stays pending until clear(). Handler mode: the whole body is one guarded() call, ended by its first error.
+class Procedure {
+ public:
+  explicit Procedure(std::string_view label);
+  Procedure(const Procedure&) = delete;
+  Procedure& operator=(const Procedure&) = delete;
+
+  /// Runs one statement. False when it failed; the error is pending then and the listener has been told.
+  /// Any other exception of the standard library becomes error 51 (internal error), or 7 (out of memory).
+  template <typename Statement>
+  bool step(Statement&& statement) noexcept {
+    try {
+      std::forward<Statement>(statement)();
+      return true;
+    } catch (...) {
+      record_current_exception();
+      return false;
+    }
+  }
+
+  /// Handler mode: the body ends at its first error. The same as step(); the name says what is meant.
+  template <typename Body>
+  bool guarded(Body&& body) noexcept {
+    return step(std::forward<Body>(body));
+  }
+
+  /// True while an error of this procedure is pending: the latest one.
+  bool pending() const noexcept { return error_.has_value(); }
+  /// The pending error. Precondition: pending().
+  const RuntimeError& error() const noexcept { return *error_; }
+  void clear() noexcept { error_.reset(); }
+
+ private:
+  void record_current_exception() noexcept;
+
+  std::string label_;
+  std::optional<RuntimeError> error_;
+};
+
+}  // namespace support

@@ -1,0 +1,39 @@
+// Files and folders by Windows path. On POSIX the adapter maps "\" to "/" and finds names without regard to case.
+#pragma once
+
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace support {
+
+class FileSystem {
+ public:
+  virtual ~FileSystem() = default;
+  /// Size in bytes; nothing where it is missing or a folder.
+  virtual std::optional<std::uint64_t> file_size(std::string_view path) const = 0;
+  virtual bool folder_exists(std::string_view path) const = 0;
+  /// Creates the folder and those above it. True when it exists afterwards.
+  virtual bool create_folder(std::string_view path) = 0;
+  /// Files (not folders) of a folder that match a pattern of "*" and "?", names only, sorted.
+  virtual std::vector<std::string> files(std::string_view folder, std::string_view pattern) const = 0;
+  /// The whole content; nothing where it cannot be read or is larger than `limit` bytes.
+  virtual std::optional<std::string> read(std::string_view path, std::uint64_t limit) const = 0;
+  /// Renames within one file system; never replaces: false where `target` exists or the call fails.
+  virtual bool rename_without_replacing(std::string_view source, std::string_view target) = 0;
+  virtual bool remove(std::string_view path) = 0;
+  /// The path as this host's calls want it (UTF-8): unchanged on Windows, with "/" and the real case on POSIX.
+  virtual std::string host_path(std::string_view path) const = 0;
+  /// The Windows path of a host path: absolute, with backslashes.
+  virtual std::string windows_path(std::string_view host_path) const = 0;
+};
+
+/// True when the file exists and is at least one byte long.
+bool file_test(const FileSystem& files, std::string_view path);
+
+/// The machine's files.
+FileSystem& host_file_system();
+
+}  // namespace support

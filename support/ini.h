@@ -1,0 +1,51 @@
+// Ini files: the reader and writer that every configuration value passes through.
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace support {
+
+class Registry;
+
+/// The platform's profile calls. File names are Windows paths; sections, keys and values are UTF-8 here and CP1252 in
+/// the file. Both edges answer alike, byte for byte.
+class IniFiles {
+ public:
+  virtual ~IniFiles() = default;
+  /// The value of a key, or `fallback`; cut to size - 1 characters, one pair of quotes and outer blanks removed.
+  virtual std::string value(std::string_view file, std::string_view section, std::string_view key,
+                            std::string_view fallback, std::size_t size) const = 0;
+  /// Key names of a section, each followed by one NUL; at most size - 2 characters. `fallback` where there is no section.
+  virtual std::string keys(std::string_view file, std::string_view section, std::string_view fallback,
+                           std::size_t size) const = 0;
+  /// Section names, in the same form.
+  virtual std::string sections(std::string_view file, std::string_view fallback, std::size_t size) const = 0;
+  /// Writes one value, adding section or key where missing; comments and order stay. False when nothing was written.
+  virtual bool write(std::string_view file, std::string_view section, std::string_view key,
+                     std::string_view value) = 0;
+};
+
+/// What ReadIni is asked for.
+struct IniQuery {
+  std::string_view section;
+  /// A key, or "KEYS" (all key names of the section) or "SECTIONS" (all section names of the file).
+  std::string_view key;
+  std::string_view fallback = {};
+  /// Empty: "setup.ini" in the folder that the local machine value "path" of `registry_key` names.
+  std::string_view file = {};
+  /// Piece to return, from 0, after splitting at the delimiter; -1 the whole text.
+  std::int16_t index = -1;
+  /// Empty: NUL. In "KEYS" and "SECTIONS" mode the names come joined by it.
+  std::string_view delimiter = {};
+};
+
+/// Reads through a buffer of 4096 characters. An index beyond the last piece gives the empty text. Never throws.
+std::string ReadIni(const IniFiles& files, const Registry& registry, std::string_view registry_key,
+                    const IniQuery& query);
+
+}  // namespace support

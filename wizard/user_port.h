@@ -1,0 +1,32 @@
+// What the wizard asks of its user and of the shell, beside the form itself.
+#pragma once
+
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace wizard {
+
+class UserPort {
+ public:
+  virtual ~UserPort() = default;
+  /// Style bits as the platform counts them; returns the button (OK 1, Cancel 2, Yes 6, No 7).
+  virtual int message_box(std::string_view text, std::uint32_t style, std::string_view title) = 0;
+  /// The chosen folder; nothing when cancelled. The port takes the window out of the topmost position meanwhile.
+  virtual std::optional<std::string> choose_folder(std::string_view title) = 0;
+  /// Opens a file with the user's program for it (verb "open").
+  virtual bool open_file(std::string_view path) = 0;
+  /// Deletes files matching a pattern into the recycle bin, undo allowed, with the shell's own confirmation; the names
+  /// of what was moved.
+  virtual std::vector<std::string> recycle(std::string_view folder, std::string_view pattern) = 0;
+  /// True for a folder on a network drive.
+  virtual bool is_network_path(std::string_view path) = 0;
+  /// Width of a text in the control font, in twips.
+  virtual std::int32_t text_width(std::string_view text, std::string_view font) = 0;
+  /// Topmost on or off; nothing without a window.
+  virtual void set_topmost(bool topmost) = 0;
+};
+
+}  // namespace wizard
