@@ -3,7 +3,8 @@
 if(CMAKE_CROSSCOMPILING)
   set(INSTALL_GTEST OFF)
   add_subdirectory(/usr/src/googletest ${CMAKE_BINARY_DIR}/googletest EXCLUDE_FROM_ALL SYSTEM)
-  add_library(GTest::gmock_main ALIAS gmock_main)
+  # The folders of the machine that builds, as a Windows program under Wine sees them.
+  set(host_drive "Z:")
 else()
   find_package(GTest REQUIRED)
 endif()
@@ -14,7 +15,8 @@ function(firststeps_test name)
   add_executable(${name} ${ARG_SOURCES})
   target_link_libraries(${name} PRIVATE firststeps_options ${ARG_LIBRARIES} GTest::gmock_main)
   target_compile_definitions(${name} PRIVATE
-    TEST_DATA_DIR="${CMAKE_SOURCE_DIR}/tests/data" SOURCE_DIR="${CMAKE_SOURCE_DIR}" BUILD_DIR="${CMAKE_BINARY_DIR}"
+    TEST_DATA_DIR="${host_drive}${CMAKE_SOURCE_DIR}/tests/data" SOURCE_DIR="${host_drive}${CMAKE_SOURCE_DIR}"
+    BUILD_DIR="${host_drive}${CMAKE_BINARY_DIR}"
     ${ARG_DEFINITIONS})
   # One process per test program: its tests are quick, starting a process under Wine is not.
   add_test(NAME ${name} COMMAND ${name} --gtest_brief=1)
