@@ -1,12 +1,14 @@
 // What the embedded engine knows of the user's tables: the definition of each field and index, cached per open database.
 #pragma once
 
+#include <algorithm>
 #include <cstdint>
 #include <string>
 #include <string_view>
 #include <vector>
 
 #include "database/engine/engine.h"
+#include "support/encoding.h"
 
 namespace engine::embedded {
 
@@ -33,14 +35,37 @@ struct IndexDefinition {
   bool required = false;
   bool ignore_nulls = false;
   bool clustered = false;
+
+  /// Null in one of the fields is error 3058.
+  bool forbids_null() const noexcept { return primary || required; }
 };
+
+/// The definition of this name, without regard to case; null where there is none.
+template <typename Definition>
+Definition* find_named(std::vector<Definition>& definitions, std::string_view name) {
+  const auto found = std::find_if(definitions.begin(), definitions.end(), [name](const Definition& definition) {
+    return support::equal_ignoring_case(definition.name, name);
+  });
+  return found == definitions.end() ? nullptr : &*found;
+}
+
+template <typename Definition>
+const Definition* find_named(const std::vector<Definition>& definitions, std::string_view name) {
+  return find_named(const_cast<std::vector<Definition>&>(definitions), name);
+}
 
 struct TableDefinition {
   std::string name;
   std::vector<FieldDefinition> fields;  ///< in the order of appending
-  std::vector<IndexDefinition> indexes;
+  std::vector<IndexDefinition> indexes = {};
+  std::int32_t attributes = 0;
+  std::string connect = {};
+  std::string source_table_name = {};
+  std::string validation_rule = {};
+  std::string validation_text = {};
+
   /// Null where there is none; names ignore case.
-  const FieldDefinition* find_field(std::string_view field) const noexcept;
+  const FieldDefinition* find_field(std::string_view field) const noexcept { return find_named(fields, field); }
 };
 
 /// Read side of the catalogue, as the SQL compiler sees it.

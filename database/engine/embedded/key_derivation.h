@@ -1,0 +1,21 @@
+// The key of an encrypted file from its password, as the SQLCipher 4 scheme has it: PBKDF2 with HMAC-SHA512 and 256000
+// rounds, which take about a tenth of a second. Cannot fail. C, because it is compiled together with the amalgamation.
+#pragma once
+
+#include <stddef.h>
+
+#ifdef __cplusplus
+extern "C" {
+#endif
+
+enum { SQLCIPHER4_SALT_SIZE = 16, SQLCIPHER4_KEY_SIZE = 32 };
+
+void sqlcipher4_derive_key(const unsigned char* password, size_t password_size,
+                           const unsigned char salt[SQLCIPHER4_SALT_SIZE], unsigned char key[SQLCIPHER4_KEY_SIZE]);
+
+/// Overwrites memory that held a secret; never optimised away.
+void wipe_memory(void* memory, size_t size);
+
+#ifdef __cplusplus
+}
+#endif
