@@ -2,6 +2,7 @@
 // documents of the diary are CP1252; windows speak UTF-16.
 #pragma once
 
+#include <cstddef>
 #include <string>
 #include <string_view>
 
@@ -12,6 +13,9 @@ std::string utf8_from_cp1252(std::string_view bytes);
 
 /// UTF-8 to CP1252. A character outside CP1252, and a byte that is no UTF-8, becomes "?".
 std::string cp1252_from_utf8(std::string_view text);
+
+/// True where cp1252_from_utf8 loses nothing. What cannot be written as it is must not be written.
+bool fits_cp1252(std::string_view text) noexcept;
 
 /// UTF-8 to UTF-16 and back. Malformed input becomes U+FFFD.
 std::u16string utf16_from_utf8(std::string_view text);
@@ -26,7 +30,8 @@ std::string_view first_characters(std::string_view utf8, std::size_t characters)
 /// True for well-formed UTF-8 (no surrogates, no overlong forms, at most U+10FFFF).
 bool is_utf8(std::string_view text) noexcept;
 
-/// Upper and lower case, character by character, for the letters of CP1252 (umlauts included); ß stays ß.
+/// Upper and lower case, character by character, for the letters of CP1252 (umlauts included); ß stays ß. The result
+/// has as many bytes as the text.
 std::string to_upper(std::string_view utf8);
 std::string to_lower(std::string_view utf8);
 

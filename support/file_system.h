@@ -1,4 +1,6 @@
-// Files and folders by Windows path. On POSIX the adapter maps "\" to "/" and finds names without regard to case.
+// Files and folders by Windows path. On POSIX drive Z: is the root folder (as is a path that begins with a backslash),
+// other drives do not exist, "\" becomes "/", and names are found without regard to case, an exact match first. Nothing
+// here throws but out of memory.
 #pragma once
 
 #include <cstdint>
@@ -23,8 +25,10 @@ class FileSystem {
   virtual std::optional<std::string> read(std::string_view path, std::uint64_t limit) const = 0;
   /// Renames within one file system; never replaces: false where `target` exists or the call fails.
   virtual bool rename_without_replacing(std::string_view source, std::string_view target) = 0;
+  /// Deletes a file (never a folder). True when it was there and is gone.
   virtual bool remove(std::string_view path) = 0;
-  /// The path as this host's calls want it (UTF-8): unchanged on Windows, with "/" and the real case on POSIX.
+  /// The path as this host's calls want it (UTF-8): unchanged on Windows; with "/" and the real case on POSIX, and for
+  /// a path that cannot exist there (another drive, a NUL) one that no call can open or create.
   virtual std::string host_path(std::string_view path) const = 0;
   /// The Windows path of a host path: absolute, with backslashes.
   virtual std::string windows_path(std::string_view host_path) const = 0;
@@ -32,6 +36,10 @@ class FileSystem {
 
 /// True when the file exists and is at least one byte long.
 bool file_test(const FileSystem& files, std::string_view path);
+
+/// True when a file name matches a pattern of "*" (any characters) and "?" (one), without regard to case. "*.*" matches
+/// every name, as the shell takes it.
+bool matches_pattern(std::string_view name, std::string_view pattern);
 
 /// The machine's files.
 FileSystem& host_file_system();

@@ -20,14 +20,14 @@ class IniFiles {
   /// The value of a key, or `fallback`; cut to size - 1 characters, one pair of quotes and outer blanks removed.
   virtual std::string value(std::string_view file, std::string_view section, std::string_view key,
                             std::string_view fallback, std::size_t size) const = 0;
-  /// Key names of a section, each followed by one NUL; at most size - 2 characters. `fallback` where there is no section.
+  /// Key names of a section, each followed by one NUL; at most size - 2 characters. `fallback` where there is no
+  /// section.
   virtual std::string keys(std::string_view file, std::string_view section, std::string_view fallback,
                            std::size_t size) const = 0;
   /// Section names, in the same form.
   virtual std::string sections(std::string_view file, std::string_view fallback, std::size_t size) const = 0;
   /// Writes one value, adding section or key where missing; comments and order stay. False when nothing was written.
-  virtual bool write(std::string_view file, std::string_view section, std::string_view key,
-                     std::string_view value) = 0;
+  virtual bool write(std::string_view file, std::string_view section, std::string_view key, std::string_view value) = 0;
 };
 
 /// What ReadIni is asked for.

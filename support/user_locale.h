@@ -9,33 +9,37 @@ namespace support {
 
 struct UserLocale {
   char decimal_separator = ',';
+  /// NUL where numbers are not grouped.
   char thousands_separator = '.';
-  /// "Short Date" as a picture of d, dd, M, MM, yy, yyyy and literals.
+  /// "Short Date" as a picture of d, dd, M, MM, yy, yyyy and literals ('quoted' where they hold such letters).
   std::string short_date = "dd.MM.yyyy";
   std::string long_time = "HH:mm:ss";
 };
 
-/// The locale by name: "de" and "de_DE" (also with ".UTF-8"), "en_US", "en_GB", "C"; nothing for an unknown name.
+/// The locale by name: "de", "de_DE", "de_AT", "de_CH", "fr", "fr_FR", "en", "en_US", "en_GB", "en_IE", "C", "POSIX",
+/// each also with an ending like ".UTF-8"; nothing for another name.
 std::optional<UserLocale> user_locale_by_name(std::string_view name);
 
 /// The process's locale; German until set.
 const UserLocale& user_locale() noexcept;
 void set_user_locale(UserLocale locale);
 
-/// Reads a number as the user types it: optional sign, digits, the locale's decimal separator ("." is taken too where
-/// the locale's own thousands separator would make no valid grouping), exponent; blanks around it are ignored.
-/// Nothing where the text is not entirely a number.
+/// Reads a number as the user types it: optional sign, digits, the locale's decimal separator, exponent; blanks around
+/// it are ignored. The thousands separator is taken where it groups the whole part properly: in German "1.234" is 1234.
+/// Everything else is nothing, above all "5.6" in German: reading it as 56 or guessing 5,6 would put a wrong number
+/// into a diary. Nothing too for a number that a double cannot hold.
 std::optional<double> parse_number(std::string_view text);
 
-/// The shortest text that reads back as the same number, with the locale's decimal separator ("5,6", "101", "-0,5").
+/// The shortest text that reads back as the same number, with the locale's decimal separator ("5,6", "101", "-0,5");
+/// with an exponent below 0.00001 and from 1E+15 on.
 std::string number_text(double value);
 std::string number_text(float value);
 
 /// Fixed number of decimals, halves away from zero on the decimal text as users know it (5.55 gives "5,6" with one),
-/// with the locale's decimal separator.
+/// with the locale's decimal separator. Decimals outside 0 to 15 are taken as the nearer bound.
 std::string fixed_text(double value, int decimals);
 
-/// A day (days since 1899-12-30, the fraction is the time) as "Short Date".
+/// A day (days since 1899-12-30, the fraction is the time) as "Short Date"; empty outside the years 100 to 9999.
 std::string short_date_text(double day);
 
 /// The nearest whole number, halves to even.

@@ -1,0 +1,26 @@
+// The adapters of the platform that this program was built for. Programs take them here and hand them on as ports, so
+// that nothing else depends on the platform.
+#pragma once
+
+#include <memory>
+#include <string_view>
+
+#include "support/file_system.h"
+#include "support/ini.h"
+#include "support/registry_funktions.h"
+#include "support/user_locale.h"
+
+namespace support {
+
+/// The registry: the hive file (a host path, see hive_registry.h) where one is named; else the machine's own on
+/// Windows, and elsewhere the hive "firststeps/registry.reg" in the user's configuration folder. Throws RuntimeError
+/// where the hive cannot be read.
+std::unique_ptr<Registry> host_registry(std::string_view hive_path = {});
+
+/// The machine's ini files.
+IniFiles& host_ini_files();
+
+/// The user's locale on Windows; German elsewhere.
+UserLocale host_locale();
+
+}  // namespace support

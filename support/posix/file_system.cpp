@@ -1,0 +1,150 @@
+#include "support/posix/file_system.h"
+
+#include <dirent.h>
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <algorithm>
+#include <array>
+#include <cerrno>
+#include <climits>
+#include <cstdio>
+#include <memory>
+
+#include "support/encoding.h"
+#include "support/host_file.h"
+
+namespace support {
+
+namespace {
+
+// Below a device no file can be, so a path that must not exist is put there.
+constexpr std::string_view kNowhere = "/dev/null/";
+
+bool status_of(const std::string& path, struct stat& status) { return stat(path.c_str(), &status) == 0; }
+
+bool is_letter(char character) {
+  return (character >= 'A' && character <= 'Z') || (character >= 'a' && character <= 'z');
+}
+
+/// Names in a folder without "." and "..", sorted; none where it cannot be read.
+std::vector<std::string> names_in(const std::string& folder) {
+  std::vector<std::string> names;
+  const std::unique_ptr<DIR, int (*)(DIR*)> directory(opendir(folder.empty() ? "." : folder.c_str()), closedir);
+  if (!directory) return names;
+  while (const dirent* entry = readdir(directory.get())) {
+    const std::string_view name = static_cast<const char*>(entry->d_name);
+    if (name != "." && name != "..") names.emplace_back(name);
+  }
+  std::sort(names.begin(), names.end());
+  return names;
+}
+
+/// The name of the folder's entry that is meant: the exact one, else the first that differs in case only, else as it
+/// is.
+std::string real_name(const std::string& folder, const std::string& name) {
+  struct stat status {};
+  if (lstat((folder + name).c_str(), &status) == 0) return name;
+  for (std::string& candidate : names_in(folder)) {
+    if (equal_ignoring_case(candidate, name)) return std::move(candidate);
+  }
+  return name;
+}
+
+/// A path with "/" in which each component takes the spelling it has on disk.
+std::string with_real_names(std::string_view path) {
+  std::string real = path.starts_with('/') ? "/" : "";
+  while (!path.empty()) {
+    const auto end = path.find('/');
+    const std::string component(path.substr(0, end));
+    if (!component.empty()) real += real_name(real, component);
+    if (end == std::string_view::npos) break;
+    if (!component.empty()) real += '/';
+    path.remove_prefix(end + 1);
+  }
+  return real;
+}
+
+bool create_folder_at(std::string path) {
+  struct stat status {};
+  while (path.size() > 1 && path.ends_with('/')) path.pop_back();
+  if (path.empty() || status_of(path, status)) return path.empty() || S_ISDIR(status.st_mode);
+  const auto slash = path.rfind('/');
+  if (slash != std::string::npos && slash > 0 && !create_folder_at(path.substr(0, slash))) return false;
+  return mkdir(path.c_str(), 0700) == 0 || errno == EEXIST;
+}
+
+/// For file systems that cannot rename without replacing: a second name, then the first one goes.
+bool link_and_unlink(const std::string& source, const std::string& target) {
+  return link(source.c_str(), target.c_str()) == 0 && unlink(source.c_str()) == 0;
+}
+
+}  // namespace
+
+std::optional<std::uint64_t> PosixFileSystem::file_size(std::string_view path) const {
+  struct stat status {};
+  if (!status_of(host_path(path), status) || !S_ISREG(status.st_mode)) return std::nullopt;
+  return static_cast<std::uint64_t>(status.st_size);
+}
+
+bool PosixFileSystem::folder_exists(std::string_view path) const {
+  struct stat status {};
+  return status_of(host_path(path), status) && S_ISDIR(status.st_mode);
+}
+
+bool PosixFileSystem::create_folder(std::string_view path) {
+  return !path.empty() && create_folder_at(host_path(path)) && folder_exists(path);
+}
+
+std::vector<std::string> PosixFileSystem::files(std::string_view folder, std::string_view pattern) const {
+  std::string host_folder = host_path(folder);
+  if (!host_folder.empty() && !host_folder.ends_with('/')) host_folder += '/';
+  std::vector<std::string> names = names_in(host_folder);
+  std::erase_if(names, [&](const std::string& name) {
+    struct stat status {};
+    return !matches_pattern(name, pattern) || !status_of(host_folder + name, status) || !S_ISREG(status.st_mode);
+  });
+  return names;
+}
+
+std::optional<std::string> PosixFileSystem::read(std::string_view path, std::uint64_t limit) const {
+  return read_host_file(host_path(path), limit);
+}
+
+bool PosixFileSystem::rename_without_replacing(std::string_view source, std::string_view target) {
+  const std::string from = host_path(source);
+  const std::string to = host_path(target);
+  if (renameat2(AT_FDCWD, from.c_str(), AT_FDCWD, to.c_str(), RENAME_NOREPLACE) == 0) return true;
+  return (errno == EINVAL || errno == ENOSYS) && link_and_unlink(from, to);
+}
+
+bool PosixFileSystem::remove(std::string_view path) { return unlink(host_path(path).c_str()) == 0; }
+
+std::string PosixFileSystem::host_path(std::string_view path) const {
+  std::string slashed(path);
+  std::replace(slashed.begin(), slashed.end(), '\\', '/');
+  if (slashed.find('\0') != std::string::npos) return std::string(kNowhere) + "NUL";
+  if (slashed.size() >= 2 && slashed[1] == ':' && is_letter(slashed[0])) {
+    if (slashed[0] != 'Z' && slashed[0] != 'z') return std::string(kNowhere) + slashed;
+    slashed.erase(0, 2);
+  }
+  return with_real_names(slashed);
+}
+
+std::string PosixFileSystem::windows_path(std::string_view host_path) const {
+  std::string path(host_path);
+  if (!path.starts_with('/')) {
+    std::array<char, PATH_MAX> current{};
+    if (getcwd(current.data(), current.size()) != nullptr) path = std::string(current.data()) + "/" + path;
+  }
+  std::replace(path.begin(), path.end(), '/', '\\');
+  return "Z:" + path;
+}
+
+FileSystem& host_file_system() {
+  static PosixFileSystem files;
+  return files;
+}
+
+}  // namespace support

@@ -1,0 +1,99 @@
+#include "support/host_file.h"
+
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <array>
+#include <cerrno>
+#include <climits>
+#include <cstdio>
+#include <cstdlib>
+#include <cstring>
+
+#include "support/error.h"
+#include "support/posix/descriptor.h"
+
+namespace support {
+
+namespace {
+
+constexpr int kPathFileAccessError = 75;
+
+[[noreturn]] void fail(const std::string& path) {
+  throw RuntimeError(kPathFileAccessError, "Cannot write " + path + ": " + std::strerror(errno));
+}
+
+/// The file that a path means once links are followed; the path itself where there is no file.
+std::string link_target(const std::string& path) {
+  std::array<char, PATH_MAX> buffer{};
+  return realpath(path.c_str(), buffer.data()) != nullptr ? std::string(buffer.data()) : path;
+}
+
+bool write_all(int descriptor, std::string_view content) {
+  while (!content.empty()) {
+    const ssize_t written = write(descriptor, content.data(), content.size());
+    if (written < 0 && errno == EINTR) continue;
+    if (written <= 0) return false;
+    content.remove_prefix(static_cast<std::size_t>(written));
+  }
+  return true;
+}
+
+/// Access rights and owner of the file that is to be replaced; the owner only as far as we may.
+bool take_over_rights(int descriptor, const std::string& path) {
+  struct stat existing {};
+  if (stat(path.c_str(), &existing) != 0) return errno == ENOENT;
+  if (fchown(descriptor, existing.st_uid, existing.st_gid) != 0 && errno != EPERM) return false;
+  return fchmod(descriptor, existing.st_mode & 07777U) == 0;
+}
+
+void sync_folder_of(const std::string& path) {
+  const auto slash = path.rfind('/');
+  const std::string folder = slash == std::string::npos ? "." : path.substr(0, slash + 1);
+  const Descriptor descriptor(open(folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
+  // Some file systems cannot; the content itself is on disk by now.
+  if (descriptor) fsync(descriptor.get());
+}
+
+}  // namespace
+
+std::optional<std::string> read_host_file(const std::string& path, std::uint64_t limit) {
+  // O_NONBLOCK: a pipe without a writer must not stop us.
+  const Descriptor descriptor(open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK));
+  struct stat status {};
+  if (!descriptor || fstat(descriptor.get(), &status) != 0 || !S_ISREG(status.st_mode)) return std::nullopt;
+  if (static_cast<std::uint64_t>(status.st_size) > limit) return std::nullopt;
+  std::string content;
+  std::array<char, 65536> block{};
+  for (;;) {
+    const ssize_t count = read(descriptor.get(), block.data(), block.size());
+    if (count == 0) return content;
+    if (count < 0 && errno == EINTR) continue;
+    if (count < 0 || content.size() + static_cast<std::size_t>(count) > limit) return std::nullopt;
+    content.append(block.data(), static_cast<std::size_t>(count));
+  }
+}
+
+bool host_file_exists(const std::string& path) {
+  struct stat status {};
+  return stat(path.c_str(), &status) == 0 || errno != ENOENT;
+}
+
+void replace_host_file(const std::string& path, std::string_view content) {
+  const std::string target = link_target(path);
+  std::string temporary = target + ".XXXXXX";
+  const Descriptor descriptor(mkostemp(temporary.data(), O_CLOEXEC));
+  if (!descriptor) fail(path);
+  const bool replaced = take_over_rights(descriptor.get(), target) && write_all(descriptor.get(), content) &&
+                        fsync(descriptor.get()) == 0 && std::rename(temporary.c_str(), target.c_str()) == 0;
+  if (!replaced) {
+    const int reason = errno;
+    unlink(temporary.c_str());
+    errno = reason;
+    fail(path);
+  }
+  sync_folder_of(target);
+}
+
+}  // namespace support

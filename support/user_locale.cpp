@@ -1,0 +1,267 @@
+#include "support/user_locale.h"
+
+#include <algorithm>
+#include <array>
+#include <charconv>
+#include <cmath>
+#include <cstdint>
+#include <utility>
+
+namespace support {
+
+namespace {
+
+struct NamedLocale {
+  std::string_view name;
+  UserLocale locale;
+};
+
+const std::array<NamedLocale, 12>& named_locales() {
+  static const UserLocale german{};
+  static const UserLocale french{',', ' ', "dd/MM/yyyy", "HH:mm:ss"};
+  static const UserLocale american{'.', ',', "M/d/yyyy", "h:mm:ss tt"};
+  static const UserLocale british{'.', ',', "dd/MM/yyyy", "HH:mm:ss"};
+  static const UserLocale plain{'.', '\0', "MM/dd/yyyy", "HH:mm:ss"};
+  static const std::array<NamedLocale, 12> table = {{{"de", german},
+                                                     {"de_DE", german},
+                                                     {"de_AT", german},
+                                                     {"de_CH", {'.', '\'', "dd.MM.yyyy", "HH:mm:ss"}},
+                                                     {"fr", french},
+                                                     {"fr_FR", french},
+                                                     {"en", american},
+                                                     {"en_US", american},
+                                                     {"en_GB", british},
+                                                     {"en_IE", british},
+                                                     {"C", plain},
+                                                     {"POSIX", plain}}};
+  return table;
+}
+
+UserLocale& current_locale() {
+  static UserLocale locale;
+  return locale;
+}
+
+bool is_digit(char character) { return character >= '0' && character <= '9'; }
+
+std::string_view without_blanks(std::string_view text) {
+  const auto first = text.find_first_not_of(" \t");
+  if (first == std::string_view::npos) return {};
+  return text.substr(first, text.find_last_not_of(" \t") - first + 1);
+}
+
+/// Takes the digits at the front of `rest`.
+std::string take_digits(std::string_view& rest) {
+  std::size_t count = 0;
+  while (count < rest.size() && is_digit(rest[count])) ++count;
+  std::string digits(rest.substr(0, count));
+  rest.remove_prefix(count);
+  return digits;
+}
+
+/// Takes the whole part: digits, or one to three digits followed by groups of three. Nothing where a group is broken.
+std::optional<std::string> take_whole_part(std::string_view& rest) {
+  const char separator = user_locale().thousands_separator;
+  std::string digits = take_digits(rest);
+  if (separator == '\0' || rest.empty() || rest.front() != separator) return digits;
+  if (digits.empty() || digits.size() > 3) return std::nullopt;
+  while (!rest.empty() && rest.front() == separator) {
+    rest.remove_prefix(1);
+    const std::string group = take_digits(rest);
+    if (group.size() != 3) return std::nullopt;
+    digits += group;
+  }
+  return digits;
+}
+
+/// Takes "e", an optional sign and digits. Empty where there is no exponent; nothing where it is broken.
+std::optional<std::string> take_exponent(std::string_view& rest) {
+  if (rest.empty() || (rest.front() != 'e' && rest.front() != 'E')) return std::string();
+  rest.remove_prefix(1);
+  std::string exponent = "e";
+  if (!rest.empty() && (rest.front() == '-' || rest.front() == '+')) {
+    exponent += rest.front();
+    rest.remove_prefix(1);
+  }
+  const std::string digits = take_digits(rest);
+  if (digits.empty()) return std::nullopt;
+  return exponent + digits;
+}
+
+std::string with_decimal_separator(std::string text) {
+  std::replace(text.begin(), text.end(), '.', user_locale().decimal_separator);
+  return text;
+}
+
+/// Plain digits in the range that people read, an exponent ("1E+20") beyond.
+template <typename Number>
+std::string shortest_text(Number value) {
+  if (value == 0) return "0";
+  const double size = std::fabs(static_cast<double>(value));
+  const auto format = size >= 1e-5 && size < 1e15 ? std::chars_format::fixed : std::chars_format::scientific;
+  std::array<char, 64> buffer{};
+  const auto [end, error] = std::to_chars(buffer.data(), buffer.data() + buffer.size(), value, format);
+  std::string text(buffer.data(), end);
+  if (format == std::chars_format::scientific) std::replace(text.begin(), text.end(), 'e', 'E');
+  return with_decimal_separator(std::move(text));
+}
+
+/// A number as decimal digits: 0.`digits` times ten to the `exponent`.
+struct DecimalDigits {
+  std::string digits;
+  int exponent = 0;
+};
+
+/// The 15 digits that a double holds for sure: what a user takes the number to be.
+DecimalDigits decimal_digits(double size) {
+  constexpr int kDigitsBehindFirst = 14;
+  std::array<char, 64> buffer{};
+  const auto [end, error] = std::to_chars(buffer.data(), buffer.data() + buffer.size(), size,
+                                          std::chars_format::scientific, kDigitsBehindFirst);
+  const std::string_view text(buffer.data(), static_cast<std::size_t>(end - buffer.data()));
+  const auto mark = text.find('e');
+  const bool negative = text[mark + 1] == '-';
+  int exponent = 0;
+  std::from_chars(text.data() + mark + 2, text.data() + text.size(), exponent);
+  std::string digits(text.substr(0, mark));
+  digits.erase(1, 1);  // the point
+  return {std::move(digits), (negative ? -exponent : exponent) + 1};
+}
+
+/// Adds one to a text of digits; the text grows where all of them are nines.
+void increment(std::string& digits) {
+  auto position = digits.rbegin();
+  for (; position != digits.rend() && *position == '9'; ++position) *position = '0';
+  if (position == digits.rend()) {
+    digits.insert(digits.begin(), '1');
+  } else {
+    ++*position;
+  }
+}
+
+/// The digits of `size` times ten to the `decimals`, rounded half up.
+std::string scaled_digits(double size, int decimals) {
+  auto [digits, exponent] = decimal_digits(size);
+  const int kept = exponent + decimals;
+  if (kept < 0) return "0";
+  const auto count = static_cast<std::size_t>(kept);
+  const bool up = count < digits.size() && digits[count] >= '5';
+  digits.resize(count, '0');
+  if (digits.empty()) digits = "0";
+  if (up) increment(digits);
+  return digits;
+}
+
+struct CivilDate {
+  int year = 0;
+  int month = 0;
+  int day = 0;
+};
+
+constexpr double kFirstDay = -657434;  // 0100-01-01
+constexpr double kLastDay = 2958465;   // 9999-12-31
+
+/// Days since 1899-12-30 to a date of the Gregorian calendar. The era arithmetic counts years from 1 March.
+CivilDate civil_date(int day) {
+  const int from_epoch = day + 693899;  // days since 0000-03-01
+  const int era = (from_epoch >= 0 ? from_epoch : from_epoch - 146096) / 146097;
+  const int day_of_era = from_epoch - era * 146097;
+  const int year_of_era = (day_of_era - day_of_era / 1460 + day_of_era / 36524 - day_of_era / 146096) / 365;
+  const int day_of_year = day_of_era - (365 * year_of_era + year_of_era / 4 - year_of_era / 100);
+  const int month_from_march = (5 * day_of_year + 2) / 153;
+  const int month = month_from_march < 10 ? month_from_march + 3 : month_from_march - 9;
+  const int year = year_of_era + era * 400 + (month <= 2 ? 1 : 0);
+  return {year, month, day_of_year - (153 * month_from_march + 2) / 5 + 1};
+}
+
+std::string padded(int number, std::size_t width) {
+  std::string text = std::to_string(number);
+  if (text.size() < width) text.insert(0, width - text.size(), '0');
+  return text;
+}
+
+std::string date_field(const CivilDate& date, char letter, std::size_t width) {
+  if (letter == 'd') return padded(date.day, std::min<std::size_t>(width, 2));
+  if (letter == 'M') return padded(date.month, std::min<std::size_t>(width, 2));
+  return width > 2 ? padded(date.year, 4) : padded(date.year % 100, 2);
+}
+
+std::string date_by_picture(const CivilDate& date, std::string_view picture) {
+  std::string text;
+  bool quoted = false;
+  for (std::size_t i = 0; i < picture.size();) {
+    const char letter = picture[i];
+    const bool field = !quoted && (letter == 'd' || letter == 'M' || letter == 'y');
+    const std::size_t run = field ? std::min(picture.find_first_not_of(letter, i), picture.size()) - i : 1;
+    if (letter == '\'') {
+      quoted = !quoted;
+    } else if (field) {
+      text += date_field(date, letter, run);
+    } else {
+      text += letter;
+    }
+    i += run;
+  }
+  return text;
+}
+
+}  // namespace
+
+std::optional<UserLocale> user_locale_by_name(std::string_view name) {
+  const std::string_view bare = name.substr(0, name.find_first_of(".@"));
+  const auto& table = named_locales();
+  const auto* found = std::find_if(table.begin(), table.end(), [&](const auto& row) { return row.name == bare; });
+  if (found == table.end()) return std::nullopt;
+  return found->locale;
+}
+
+const UserLocale& user_locale() noexcept { return current_locale(); }
+
+void set_user_locale(UserLocale locale) { current_locale() = std::move(locale); }
+
+std::optional<double> parse_number(std::string_view text) {
+  std::string_view rest = without_blanks(text);
+  std::string plain;
+  if (!rest.empty() && (rest.front() == '-' || rest.front() == '+')) {
+    if (rest.front() == '-') plain = "-";
+    rest.remove_prefix(1);
+  }
+  const std::optional<std::string> whole = take_whole_part(rest);
+  if (!whole) return std::nullopt;
+  std::string fraction;
+  if (!rest.empty() && rest.front() == user_locale().decimal_separator) {
+    rest.remove_prefix(1);
+    fraction = take_digits(rest);
+  }
+  if (whole->empty() && fraction.empty()) return std::nullopt;
+  const std::optional<std::string> exponent = take_exponent(rest);
+  if (!exponent || !rest.empty()) return std::nullopt;
+  plain += (whole->empty() ? "0" : *whole) + "." + (fraction.empty() ? "0" : fraction) + *exponent;
+  double value = 0;
+  const auto [end, error] = std::from_chars(plain.data(), plain.data() + plain.size(), value);
+  if (error != std::errc()) return std::nullopt;
+  return value;
+}
+
+std::string number_text(double value) { return shortest_text(value); }
+
+std::string number_text(float value) { return shortest_text(value); }
+
+std::string fixed_text(double value, int decimals) {
+  if (!std::isfinite(value)) return number_text(value);
+  const auto places = static_cast<std::size_t>(std::clamp(decimals, 0, 15));
+  std::string digits = scaled_digits(std::fabs(value), static_cast<int>(places));
+  if (digits.size() <= places) digits.insert(0, places + 1 - digits.size(), '0');
+  const bool negative = value < 0 && digits.find_first_not_of('0') != std::string::npos;
+  if (places > 0) digits.insert(digits.size() - places, 1, user_locale().decimal_separator);
+  return negative ? "-" + digits : digits;
+}
+
+std::string short_date_text(double day) {
+  if (!(day > kFirstDay - 1 && day < kLastDay + 1)) return {};
+  return date_by_picture(civil_date(static_cast<int>(day)), user_locale().short_date);
+}
+
+double round_half_even(double value) noexcept { return std::nearbyint(value); }
+
+}  // namespace support
