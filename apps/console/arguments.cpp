@@ -1,0 +1,98 @@
+#include "apps/console/arguments.h"
+
+#include <algorithm>
+#include <charconv>
+
+namespace console {
+namespace {
+
+const Option& find_option(std::span<const Option> options, std::string_view name) {
+  const auto found = std::ranges::find(options, name, &Option::name);
+  if (found == options.end()) throw UsageError("There is no option " + std::string(name) + ".");
+  return *found;
+}
+
+std::string left_column(const Option& option) {
+  std::string text(option.name);
+  if (!option.value_name.empty()) text.append(" ").append(option.value_name);
+  return text;
+}
+
+}  // namespace
+
+Arguments::Arguments(std::span<const Option> options, std::span<const std::string> words) {
+  bool options_ended = false;
+  for (std::size_t i = 0; i < words.size(); ++i) {
+    const std::string& word = words[i];
+    if (options_ended || word.size() < 2 || !word.starts_with('-')) {
+      operands_.push_back(word);
+      continue;
+    }
+    if (word == "--") {
+      options_ended = true;
+      continue;
+    }
+    const std::size_t equals = word.find('=');
+    const Option& option = find_option(options, std::string_view(word).substr(0, equals));
+    std::string value;
+    if (equals != std::string::npos) {
+      if (option.value_name.empty()) throw UsageError(std::string(option.name) + " takes no value.");
+      value = word.substr(equals + 1);
+    } else if (!option.value_name.empty()) {
+      if (++i == words.size()) throw UsageError(left_column(option) + ": the value is missing.");
+      value = words[i];
+    }
+    if (!options_.emplace(option.name, value).second) throw UsageError(std::string(option.name) + " is given twice.");
+  }
+}
+
+bool Arguments::has(std::string_view option) const { return options_.find(option) != options_.end(); }
+
+std::optional<std::string> Arguments::value(std::string_view option) const {
+  const auto found = options_.find(option);
+  if (found == options_.end()) return std::nullopt;
+  return found->second;
+}
+
+std::int32_t Arguments::number(std::string_view option, std::int32_t fallback, std::int32_t least,
+                               std::int32_t most) const {
+  const std::optional<std::string> text = value(option);
+  if (!text) return fallback;
+  std::int32_t number = 0;
+  const char* end = text->data() + text->size();
+  const auto [stop, problem] = std::from_chars(text->data(), end, number);
+  if (problem != std::errc() || stop != end || number < least || number > most) {
+    throw UsageError(std::string(option) + " takes a whole number from " + std::to_string(least) + " to " +
+                     std::to_string(most) + ", not \"" + *text + "\".");
+  }
+  return number;
+}
+
+void Arguments::expect_operands(std::size_t least, std::size_t most, std::string_view usage) const {
+  if (operands_.size() < least) throw UsageError("Something is missing. Usage: " + std::string(usage));
+  if (operands_.size() > most) {
+    throw UsageError("\"" + operands_[most] + "\" is one argument too many. Usage: " + std::string(usage));
+  }
+}
+
+bool asks_for_help(std::span<const std::string> words) {
+  for (const std::string& word : words) {
+    if (word == "--") return false;
+    if (word == help_option.name) return true;
+  }
+  return false;
+}
+
+std::string options_text(std::span<const Option> options) {
+  std::size_t width = 0;
+  for (const Option& option : options) width = std::max(width, left_column(option).size());
+  std::string text;
+  for (const Option& option : options) {
+    std::string line = "  " + left_column(option);
+    line.resize(width + 4, ' ');
+    text.append(line).append(option.help).append("\n");
+  }
+  return text;
+}
+
+}  // namespace console

@@ -1,0 +1,51 @@
+// What a console program is given by its platform's main, and how it ends: streams and arguments in UTF-8, one meaning
+// for each exit code, one form for each error.
+#pragma once
+
+#include <functional>
+#include <optional>
+#include <ostream>
+#include <stdexcept>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace console {
+
+inline constexpr int exit_done = 0;
+inline constexpr int exit_failed = 1;   ///< the work could not be done, or not all of it
+inline constexpr int exit_usage = 2;    ///< the arguments, or files given as arguments, are wrong; nothing was touched
+inline constexpr int exit_refused = 3;  ///< a page refused its answers; nothing was written
+
+struct Console {
+  std::ostream& out;
+  std::ostream& err;
+  /// Value of an environment variable; nothing where it is not set.
+  std::function<std::optional<std::string>(std::string_view name)> environment;
+  /// The folder that the program's file lies in, a path of this host; empty where it is not known.
+  std::string program_folder;
+  bool err_is_terminal = false;
+};
+
+/// The user's mistake: told with its text and exit_usage.
+class UsageError : public std::runtime_error {
+ public:
+  using std::runtime_error::runtime_error;
+};
+
+/// A file that an argument names is missing, unreadable or wrong: told with its text and exit_usage, nothing was
+/// touched.
+class InputError : public std::runtime_error {
+ public:
+  using std::runtime_error::runtime_error;
+};
+
+/// Runs `body` and returns its exit code. What it throws is told on the error stream: a UsageError with a pointer to
+/// "`program` --help" (exit_usage), an InputError as it is (exit_usage), a RuntimeError as "error NUMBER: text"
+/// (exit_failed).
+int run_guarded(Console& console, std::string_view program, const std::function<int()>& body);
+
+/// The program behind main, defined once in each program. Arguments without the program's own name.
+int program(const std::vector<std::string>& arguments, Console& console);
+
+}  // namespace console

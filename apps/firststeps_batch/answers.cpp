@@ -1,0 +1,117 @@
+#include "apps/firststeps_batch/answers.h"
+
+#include <algorithm>
+#include <charconv>
+#include <optional>
+
+#include "apps/console/console.h"
+#include "support/encoding.h"
+#include "support/file_system.h"
+
+namespace firststeps_batch {
+namespace {
+
+constexpr std::string_view byte_order_mark = "\xEF\xBB\xBF";
+constexpr std::uint64_t size_limit = 1 << 20;
+constexpr int largest_index = 999;
+
+std::string_view without_blanks(std::string_view text) {
+  const std::size_t first = text.find_first_not_of(" \t\r");
+  if (first == std::string_view::npos) return {};
+  return text.substr(first, text.find_last_not_of(" \t\r") - first + 1);
+}
+
+std::string_view without_quotes(std::string_view text) {
+  const bool quoted = text.size() >= 2 && (text.front() == '"' || text.front() == '\'') && text.back() == text.front();
+  return quoted ? text.substr(1, text.size() - 2) : text;
+}
+
+std::string utf8_content(std::string_view content) {
+  if (content.starts_with(byte_order_mark)) content.remove_prefix(byte_order_mark.size());
+  return support::is_utf8(content) ? std::string(content) : support::utf8_from_cp1252(content);
+}
+
+/// "name" or "name(index)"; nothing for another form.
+std::optional<Answer> answer_of_key(std::string_view key) {
+  Answer answer;
+  const std::size_t bracket = key.find('(');
+  answer.control = without_blanks(key.substr(0, bracket));
+  if (answer.control.empty()) return std::nullopt;
+  if (bracket == std::string_view::npos) return answer;
+  if (key.back() != ')') return std::nullopt;
+  const std::string_view digits = without_blanks(key.substr(bracket + 1, key.size() - bracket - 2));
+  const char* end = digits.data() + digits.size();
+  const auto [stop, problem] = std::from_chars(digits.data(), end, answer.index);
+  if (problem != std::errc() || stop != end || answer.index < 0 || answer.index > largest_index) return std::nullopt;
+  return answer;
+}
+
+class Parser {
+ public:
+  explicit Parser(std::string_view name) { result_.file = name; }
+
+  Answers parse(std::string_view content) {
+    while (!content.empty()) {
+      const std::size_t end = content.find('\n');
+      ++line_;
+      take(without_blanks(content.substr(0, end)));
+      content.remove_prefix(end == std::string_view::npos ? content.size() : end + 1);
+    }
+    return std::move(result_);
+  }
+
+ private:
+  void take(std::string_view line) {
+    if (line.empty() || line.front() == ';') return;
+    line.front() == '[' ? take_section(line) : take_answer(line);
+  }
+
+  void take_section(std::string_view line) {
+    if (line.back() != ']') fail("a page name needs its \"]\"");
+    const std::string_view page = without_blanks(line.substr(1, line.size() - 2));
+    const auto same = [&](const PageAnswers& other) { return support::equal_ignoring_case(other.page, page); };
+    if (page.empty()) fail("the page name is empty");
+    if (std::ranges::any_of(result_.pages, same)) fail("the page " + std::string(page) + " stands here a second time");
+    result_.pages.push_back({std::string(page), {}, line_});
+  }
+
+  void take_answer(std::string_view line) {
+    const std::size_t equals = line.find('=');
+    if (equals == std::string_view::npos) fail("neither a page, nor an answer, nor a comment: " + std::string(line));
+    if (result_.pages.empty()) fail("an answer before the first page");
+    std::optional<Answer> answer = answer_of_key(without_blanks(line.substr(0, equals)));
+    if (!answer) fail("no name of a control: " + std::string(line.substr(0, equals)));
+    std::vector<Answer>& answers = result_.pages.back().answers;
+    const auto same = [&](const Answer& other) { return support::equal_ignoring_case(other.key(), answer->key()); };
+    if (std::ranges::any_of(answers, same)) fail(answer->key() + " is answered a second time");
+    answer->value = without_quotes(without_blanks(line.substr(equals + 1)));
+    answer->line = line_;
+    answers.push_back(*std::move(answer));
+  }
+
+  [[noreturn]] void fail(const std::string& problem) const {
+    throw console::InputError(result_.file + ", line " + std::to_string(line_) + ": " + problem);
+  }
+
+  Answers result_;
+  int line_ = 0;
+};
+
+}  // namespace
+
+Answers parse_answers(std::string_view content, std::string_view name) {
+  if (content.find('\0') != std::string_view::npos) {
+    throw console::InputError(std::string(name) + ": this is no text file.");
+  }
+  const std::string text = utf8_content(content);
+  return Parser(name).parse(text);
+}
+
+Answers read_answers(std::string_view host_path) {
+  const support::FileSystem& files = support::host_file_system();
+  const std::optional<std::string> content = files.read(files.windows_path(host_path), size_limit);
+  if (!content) throw console::InputError(std::string(host_path) + ": the answers file cannot be read.");
+  return parse_answers(*content, host_path);
+}
+
+}  // namespace firststeps_batch

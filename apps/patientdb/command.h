@@ -1,0 +1,31 @@
+// What a command of the console tool is made of. A new command is a file that defines one of these, and its name in the
+// table of patientdb.cpp.
+#pragma once
+
+#include <span>
+#include <string_view>
+
+#include "apps/console/arguments.h"
+#include "apps/console/console.h"
+
+namespace patientdb {
+
+struct Command {
+  std::string_view name;
+  std::string_view usage;    ///< what follows the command's name
+  std::string_view summary;  ///< one line for the list of commands
+  std::string_view details;  ///< paragraphs for its own help; may be empty
+  std::span<const console::Option> options;
+  int (*run)(const console::Arguments& arguments, console::Console& console);
+};
+
+extern const Command create_command;
+extern const Command info_command;
+extern const Command schema_command;
+extern const Command sql_command;
+
+inline constexpr console::Option json_option{"--json", "", "Print JSON."};
+inline constexpr console::Option password_file_option{"--password-file", "PATHNAME",
+                                                      "Read the database's password from the first line of this file."};
+
+}  // namespace patientdb

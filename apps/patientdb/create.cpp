@@ -1,0 +1,117 @@
+#include "apps/patientdb/command.h"
+#include "apps/patientdb/database_file.h"
+#include "database/create_database.h"
+#include "support/file_system.h"
+
+namespace patientdb {
+namespace {
+
+constexpr std::string_view usage = "FILE [--name N] [--firstname F] [--diabetes-type T] [--therapy T] | FILE --empty";
+
+constexpr console::Option options[] = {
+    {"--name", "N", "The patient's name."},
+    {"--firstname", "F", "The patient's first name."},
+    {"--diabetes-type", "T", "1 type 1, 2 type 2, 3 gestational, 4 other."},
+    {"--therapy", "T", "1 conventional, 2 intensified, 3 pump, 4 insulin and tablets, 5 without insulin."},
+    {"--empty", "", "A database without tables and without a patient."},
+    password_file_option,
+    console::help_option,
+};
+
+constexpr std::size_t shortest_password = 3, longest_password = 20;
+
+void check_password(const std::string& word) {
+  if (word.empty() || (word.size() >= shortest_password && word.size() <= longest_password)) return;
+  throw console::UsageError("A password has 3 to 20 characters.");
+}
+
+/// Where a new patient's targets start, as the wizard presets them.
+database::SettingsRecord initial_settings() {
+  database::SettingsRecord settings;
+  settings.BGHypo = 50;
+  settings.BGHyper = 170;
+  settings.BGTargetMin = 70;
+  settings.BGTargetMax = 150;
+  settings.BPTargetSysMin = 100;
+  settings.BPTargetSysMax = 130;
+  settings.BPTargetDiaMin = 70;
+  settings.BPTargetDiaMax = 90;
+  return settings;
+}
+
+database::Environment environment_for(const std::string& word) {
+  database::Environment environment;
+  environment.password = word;
+  environment.files = &support::host_file_system();
+  environment.open_engine = [](std::string_view) { return open_engine(); };
+  return environment;
+}
+
+void create_with_password(const std::string& path, const std::string& word, const database::PatientRecord& patient) {
+  support::RuntimeError failure(51, "the database could not be created");
+  const auto environment = environment_for(word);
+  if (database::CreatePatientDatabase(environment, path, patient, initial_settings(), &failure) != 1) throw failure;
+}
+
+/// A patient database is born with a password: it is taken off before the file appears under its name.
+void create_without_password(const std::string& path, const database::PatientRecord& patient) {
+  support::FileSystem& files = support::host_file_system();
+  const std::string unfinished = path + ".new";
+  const std::string word(database::default_password);
+  if (files.file_size(path)) throw support::RuntimeError(3204, "Database already exists.");
+  create_with_password(unfinished, word, patient);
+  try {
+    const auto engine = open_engine();
+    const auto database = engine->open_database(unfinished, true, false, "MS Access;pwd=" + word);
+    database->new_password(word, "");
+    database->close();
+    if (!files.rename_without_replacing(unfinished, path))
+      throw support::RuntimeError(3204, "Database already exists.");
+  } catch (const support::RuntimeError&) {
+    files.remove(unfinished);
+    throw;
+  }
+}
+
+void create_empty(const std::string& path, const std::string& word) {
+  const auto engine = open_engine();
+  const auto database = engine->create_database(path, engine::locale_general, engine::version_30);
+  database->begin_transaction();
+  database->commit_transaction();
+  if (!word.empty()) database->new_password("", word);
+  database->close();
+}
+
+database::PatientRecord patient_of(const console::Arguments& arguments) {
+  database::PatientRecord patient;
+  patient.name = arguments.value("--name").value_or("");
+  patient.firstname = arguments.value("--firstname").value_or("");
+  patient.typ = static_cast<std::int16_t>(arguments.number("--diabetes-type", 0, 1, 4));
+  patient.therapy = static_cast<std::int16_t>(arguments.number("--therapy", 0, 1, 5));
+  return patient;
+}
+
+int run(const console::Arguments& arguments, console::Console& console) {
+  arguments.expect_operands(1, 1, usage);
+  const std::string& file = arguments.operands().front();
+  const std::string path = database_path(file), word = password(arguments, console);
+  const database::PatientRecord patient = patient_of(arguments);
+  check_password(word);
+  if (!arguments.has("--empty")) {
+    word.empty() ? create_without_password(path, patient) : create_with_password(path, word, patient);
+  } else {
+    for (const std::string_view other : {"--name", "--firstname", "--diabetes-type", "--therapy"}) {
+      if (arguments.has(other)) throw console::UsageError("An empty database has no patient: " + std::string(other));
+    }
+    create_empty(path, word);
+  }
+  console.out << file << " created\n";
+  return console::exit_done;
+}
+
+}  // namespace
+
+const Command create_command{"create", usage,   "Creates a patient database; an existing file is error 3204.",
+                             "",       options, run};
+
+}  // namespace patientdb

@@ -1,0 +1,58 @@
+#include "apps/patientdb/database_file.h"
+
+#include "apps/patientdb/command.h"
+#include "database/create_database.h"
+#include "support/encoding.h"
+#include "support/file_system.h"
+
+namespace patientdb {
+namespace {
+
+constexpr std::string_view byte_order_mark = "\xEF\xBB\xBF";
+constexpr std::uint64_t password_file_limit = 4096;
+
+std::string password_from_file(const std::string& host_path) {
+  const support::FileSystem& files = support::host_file_system();
+  const std::optional<std::string> content = files.read(files.windows_path(host_path), password_file_limit);
+  if (!content) throw console::InputError("The password file " + host_path + " cannot be read.");
+  std::string_view line = *content;
+  if (line.starts_with(byte_order_mark)) line.remove_prefix(byte_order_mark.size());
+  line = line.substr(0, line.find_first_of("\r\n"));
+  if (line.empty()) {
+    throw console::InputError("The first line of the password file " + host_path +
+                              " is empty. A database without password needs an empty PATIENTDB_PASSWORD.");
+  }
+  if (!support::is_utf8(line)) throw console::InputError("The password file " + host_path + " is not UTF-8.");
+  return std::string(line);
+}
+
+}  // namespace
+
+std::string password(const console::Arguments& arguments, const console::Console& console) {
+  if (const auto file = arguments.value(password_file_option.name)) return password_from_file(*file);
+  return console.environment("PATIENTDB_PASSWORD").value_or(std::string(database::default_password));
+}
+
+std::string database_path(std::string_view host_path) {
+  if (host_path.empty()) throw console::UsageError("The file's name is empty.");
+  return support::host_file_system().windows_path(host_path);
+}
+
+std::unique_ptr<engine::Engine> open_engine() {
+  try {
+    return engine::open_engine("DAO.DBEngine.36");
+  } catch (const support::RuntimeError&) {
+    return engine::open_engine("DAO.DBEngine.35");
+  }
+}
+
+OpenDatabase open_database(const console::Arguments& arguments, const console::Console& console, Access access) {
+  const std::string word = password(arguments, console);
+  OpenDatabase open;
+  open.engine = open_engine();
+  open.database = open.engine->open_database(database_path(arguments.operands().front()), false,
+                                             access == Access::ReadOnly, word.empty() ? "" : "MS Access;pwd=" + word);
+  return open;
+}
+
+}  // namespace patientdb

@@ -1,0 +1,34 @@
+// The database file that a command works on: its path as the user gave it, its password, and the open database.
+#pragma once
+
+#include <memory>
+#include <string>
+#include <string_view>
+
+#include "apps/console/arguments.h"
+#include "apps/console/console.h"
+#include "database/engine/engine.h"
+
+namespace patientdb {
+
+/// The password for this run: --password-file, else PATIENTDB_PASSWORD, else the default one. Empty: none. InputError
+/// where the password file cannot be read or holds no password.
+std::string password(const console::Arguments& arguments, const console::Console& console);
+
+/// The Windows path of a path on this host.
+std::string database_path(std::string_view host_path);
+
+std::unique_ptr<engine::Engine> open_engine();
+
+/// The engine must outlive its database.
+struct OpenDatabase {
+  std::unique_ptr<engine::Engine> engine;
+  std::unique_ptr<engine::Database> database;
+};
+
+enum class Access { ReadOnly, ReadWrite };
+
+/// Raises RuntimeError with the engine's number: 3024 no such file, 3031 wrong password, 3343 no database …
+OpenDatabase open_database(const console::Arguments& arguments, const console::Console& console, Access access);
+
+}  // namespace patientdb

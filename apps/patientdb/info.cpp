@@ -1,0 +1,75 @@
+#include <span>
+
+#include "apps/patientdb/command.h"
+#include "apps/patientdb/database_file.h"
+#include "apps/patientdb/value_output.h"
+#include "database/version_record.h"
+
+namespace patientdb {
+namespace {
+
+constexpr std::string_view usage = "FILE [--json]";
+
+constexpr console::Option options[] = {json_option, password_file_option, console::help_option};
+
+engine::Value date_value(const std::optional<engine::Date>& date) {
+  if (!date) return engine::Null{};
+  return *date;
+}
+
+struct Line {
+  std::string_view name;
+  engine::Value value;
+};
+
+/// The record under its field names, but for the password, which is never shown.
+std::vector<Line> lines_of(const database::VersionRecord& record) {
+  return {
+      {"MajVersion", std::int32_t{record.MajVersion}},
+      {"MinVersion", std::int32_t{record.MinVersion}},
+      {"Type", std::int32_t{record.Type}},
+      {"Desc", record.Desc},
+      {"LastBackup", date_value(record.LastBackup)},
+      {"LastChanged", date_value(record.LastChanged)},
+      {"Created", date_value(record.Created)},
+      {"LastUser", record.LastUser},
+      {"LastArchive", date_value(record.LastArchive)},
+      {"LastCompressed", date_value(record.LastCompressed)},
+      {"lAvailableData", record.lAvailableData},
+      {"sAvailableData", record.sAvailableData},
+  };
+}
+
+void write_record_text(std::ostream& out, std::span<const Line> lines) {
+  console::TextTable table;
+  table.add_column("Field");
+  table.add_column("Value");
+  for (const Line& line : lines) table.add_row({std::string(line.name), cell(line.value)});
+  table.write(out);
+}
+
+void write_record_json(std::ostream& out, std::span<const Line> lines) {
+  console::JsonWriter json(out);
+  json.begin_object();
+  for (const Line& line : lines) write_json(json.key(line.name), line.value);
+  json.end_object();
+  out << '\n';
+}
+
+int run(const console::Arguments& arguments, console::Console& console) {
+  arguments.expect_operands(1, 1, usage);
+  const OpenDatabase open = open_database(arguments, console, Access::ReadOnly);
+  open.database->open_recordset("SELECT * FROM db_info")->move_first();
+  database::VersionRecord record;
+  const bool known = database::db_ReadDBInfo(database::Environment{}, *open.database, record);
+  const std::vector<Line> lines = lines_of(record);
+  arguments.has(json_option.name) ? write_record_json(console.out, lines) : write_record_text(console.out, lines);
+  if (!known) console.err << "The description names another product, or a part of the record could not be read.\n";
+  return console::exit_done;
+}
+
+}  // namespace
+
+const Command info_command{"info", usage, "Shows the version record.", "", options, run};
+
+}  // namespace patientdb

@@ -1,0 +1,5 @@
+#include "apps/patientdb/patientdb.h"
+
+int console::program(const std::vector<std::string>& arguments, Console& console) {
+  return patientdb::run(arguments, console);
+}

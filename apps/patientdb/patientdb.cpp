@@ -1,0 +1,64 @@
+#include "apps/patientdb/patientdb.h"
+
+#include <algorithm>
+#include <array>
+
+#include "apps/patientdb/command.h"
+
+namespace patientdb {
+namespace {
+
+constexpr std::array commands{&create_command, &info_command, &schema_command, &sql_command};
+
+constexpr std::string_view password_help =
+    "Password: the default one, unless the environment variable PATIENTDB_PASSWORD or --password-file gives another. "
+    "An\n"
+    "empty PATIENTDB_PASSWORD means a database without password.\n"
+    "Exit codes: 0 done, 1 failed (\"error NUMBER: text\" on standard error), 2 wrong usage.\n";
+
+void write_help(std::ostream& out) {
+  out << "Usage: patientdb COMMAND FILE …\n\nCreates, shows and changes patient databases.\n\n";
+  for (const Command* command : commands) {
+    std::string line = "  " + std::string(command->name);
+    line.resize(12, ' ');
+    out << line << command->summary << '\n';
+  }
+  out << "\n\"patientdb COMMAND --help\" tells more of each.\n\n" << password_help;
+}
+
+void write_help(std::ostream& out, const Command& command) {
+  out << "Usage: patientdb " << command.name << ' ' << command.usage << "\n\n" << command.summary << "\n\n";
+  if (!command.details.empty()) out << command.details << "\n\n";
+  out << console::options_text(command.options) << '\n' << password_help;
+}
+
+int run_command(const Command& command, std::span<const std::string> words, console::Console& console) {
+  return console::run_guarded(console, "patientdb " + std::string(command.name), [&] {
+    if (console::asks_for_help(words)) {
+      write_help(console.out, command);
+      return console::exit_done;
+    }
+    return command.run(console::Arguments(command.options, words), console);
+  });
+}
+
+}  // namespace
+
+int run(const std::vector<std::string>& arguments, console::Console& console) {
+  if (arguments.empty()) {
+    write_help(console.err);
+    return console::exit_usage;
+  }
+  if (arguments.front() == console::help_option.name) {
+    write_help(console.out);
+    return console::exit_done;
+  }
+  const auto found = std::ranges::find(commands, std::string_view(arguments.front()), &Command::name);
+  if (found == commands.end()) {
+    console.err << "There is no command \"" << arguments.front() << "\".\nTry \"patientdb --help\".\n";
+    return console::exit_usage;
+  }
+  return run_command(**found, std::span(arguments).subspan(1), console);
+}
+
+}  // namespace patientdb

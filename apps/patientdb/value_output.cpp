@@ -1,0 +1,39 @@
+#include "apps/patientdb/value_output.h"
+
+namespace patientdb {
+namespace {
+
+struct CellText {
+  std::string operator()(engine::Null) const { return {}; }
+  std::string operator()(bool value) const { return value ? "-1" : "0"; }
+  std::string operator()(std::int32_t value) const { return std::to_string(value); }
+  std::string operator()(float value) const { return console::plain_number(value); }
+  std::string operator()(double value) const { return console::plain_number(value); }
+  std::string operator()(engine::Date value) const { return engine::iso_text(value); }
+  std::string operator()(const std::string& value) const { return value; }
+};
+
+struct JsonValue {
+  console::JsonWriter& json;
+  void operator()(engine::Null) const { json.null(); }
+  void operator()(bool value) const { json.integer(value ? -1 : 0); }
+  void operator()(std::int32_t value) const { json.integer(value); }
+  void operator()(float value) const { json.number(value); }
+  void operator()(double value) const { json.number(value); }
+  void operator()(engine::Date value) const { json.text(engine::iso_text(value)); }
+  void operator()(const std::string& value) const { json.text(value); }
+};
+
+}  // namespace
+
+std::string cell(const engine::Value& value) { return std::visit(CellText{}, value); }
+
+void write_json(console::JsonWriter& json, const engine::Value& value) { std::visit(JsonValue{json}, value); }
+
+console::TextTable::Align alignment(engine::DataType type) {
+  using enum engine::DataType;
+  const bool text = type == Text || type == Memo || type == Date;
+  return text ? console::TextTable::Align::Left : console::TextTable::Align::Right;
+}
+
+}  // namespace patientdb

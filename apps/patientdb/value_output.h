@@ -1,0 +1,22 @@
+// A field's value as the console tool shows it: to a person as a cell, to a program as JSON. Never in the user's
+// locale.
+#pragma once
+
+#include <string>
+
+#include "apps/console/json_writer.h"
+#include "apps/console/text_table.h"
+#include "database/engine/engine.h"
+
+namespace patientdb {
+
+/// Null is "", Yes/No -1 or 0, a date "YYYY-MM-DD HH:MM:SS", a number its shortest text.
+std::string cell(const engine::Value& value);
+
+/// Null is null, a date a text.
+void write_json(console::JsonWriter& json, const engine::Value& value);
+
+/// Numbers stand to the right.
+console::TextTable::Align alignment(engine::DataType type);
+
+}  // namespace patientdb

@@ -1,0 +1,67 @@
+// JSON and tables, and the values of the engine in both.
+#include <gtest/gtest.h>
+
+#include <limits>
+#include <sstream>
+
+#include "apps/patientdb/value_output.h"
+
+namespace {
+
+std::string json_of(const engine::Value& value) {
+  std::ostringstream out;
+  console::JsonWriter json(out);
+  patientdb::write_json(json, value);
+  return out.str();
+}
+
+TEST(JsonWriter, SetsCommasAndNesting) {
+  std::ostringstream out;
+  console::JsonWriter json(out);
+  json.begin_object().key("a").begin_array().integer(1).begin_array().end_array().text("x").end_array();
+  json.key("b").begin_object().end_object().key("c").boolean(false).key("d").null().end_object();
+  EXPECT_EQ(out.str(), R"({"a":[1,[],"x"],"b":{},"c":false,"d":null})");
+}
+
+TEST(ValueOutput, ShowsEachKindInJsonAndAsACell) {
+  struct Case {
+    engine::Value value;
+    std::string json, cell;
+  };
+  const Case cases[] = {
+      {engine::Null{}, "null", ""},
+      {true, "-1", "-1"},
+      {false, "0", "0"},
+      {std::int32_t{-2147483647 - 1}, "-2147483648", "-2147483648"},
+      {5.6f, "5.6", "5.6"},
+      {5.0, "5", "5"},
+      {-0.0, "0", "0"},
+      {0.1, "0.1", "0.1"},
+      {1.0 / 3, "0.3333333333333333", "0.3333333333333333"},
+      {std::numeric_limits<double>::infinity(), "null", "null"},
+      {engine::date_from(2024, 2, 29, 7, 5, 0), R"("2024-02-29 07:05:00")", "2024-02-29 07:05:00"},
+      {std::string("Grüße \"A\\B\"\r\n\t\x01"), R"("Grüße \"A\\B\"\r\n\t\u0001")", "Grüße \"A\\B\"\r\n\t\x01"},
+      {std::string("a\xFF"), "\"a\uFFFD\"", "a\xFF"},
+  };
+  for (const Case& row : cases) {
+    EXPECT_EQ(json_of(row.value), row.json);
+    EXPECT_EQ(patientdb::cell(row.value), row.cell);
+  }
+}
+
+TEST(TextTable, AlignsByCharactersAndKeepsARowOnALine) {
+  console::TextTable table;
+  table.add_column("Größe");
+  table.add_column("n", console::TextTable::Align::Right);
+  table.add_row({"öä", "1"});
+  table.add_row({"two\r\nlines\x1b[2J", "100"});
+  std::ostringstream out;
+  table.write(out);
+  EXPECT_EQ(out.str(),
+            "Größe           n\n"
+            "-------------  ---\n"
+            "öä               1\n"
+            "two lines [2J  100\n");
+}
+
+}  // namespace
