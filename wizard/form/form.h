@@ -3,7 +3,6 @@
 #pragma once
 
 #include <cstdint>
-#include <functional>
 #include <memory>
 #include <string>
 #include <string_view>
@@ -17,7 +16,7 @@ enum class Kind {
   Button,
   OptionButton,  ///< one of a group: the members of its control array
   ChartOption,   ///< check-style option with a picture and a caption
-  TextBox,
+  TextBox,       ///< `editable`: one line; otherwise read only, several lines, scrolled by the window
   ComboBox,      ///< drop-down list; `editable` takes free text too
   Image,
   PictureBox,
@@ -38,8 +37,28 @@ struct ListItem {
   friend bool operator==(const ListItem&, const ListItem&) = default;
 };
 
+/// Colours of a progress bar, as the platform counts them: 0xBBGGRR.
+struct Colours {
+  std::uint32_t bar = 0, background = 0xFFFFFF;
+  friend bool operator==(const Colours&, const Colours&) = default;
+};
+
 enum class Property {
-  Caption, ToolTip, Font, Text, Value, Visible, Enabled, Tag, Picture, Bounds, List, ListIndex, Maximum, Interval, Colours
+  Caption,
+  ToolTip,
+  Font,
+  Text,
+  Value,
+  Visible,
+  Enabled,
+  Tag,
+  Picture,
+  Bounds,
+  List,
+  ListIndex,
+  Maximum,
+  Interval,
+  Colours
 };
 
 class Form;
@@ -57,20 +76,24 @@ class Control {
   std::string path() const;
 
   const std::string& tag() const noexcept { return tag_; }
-  const std::string& caption() const noexcept { return caption_; }      ///< "&" marks the access key
+  const std::string& caption() const noexcept { return caption_; }  ///< "&" marks the access key
   const std::string& tooltip() const noexcept { return tooltip_; }
   const std::string& font() const noexcept { return font_; }
-  const std::string& text() const noexcept { return text_; }            ///< text and combo boxes
-  int value() const noexcept { return value_; }                         ///< 1 chosen; scroll and progress position
-  int maximum() const noexcept { return maximum_; }                     ///< scroll bar, progress bar
-  bool visible() const noexcept { return visible_; }                    ///< its own flag, whatever the parent's
+  const std::string& text() const noexcept { return text_; }  ///< text and combo boxes
+  int value() const noexcept { return value_; }               ///< 1 chosen; scroll and progress position
+  /// Scroll and progress bars: the last position. Text and editable combo boxes: the most characters a user may type.
+  int maximum() const noexcept { return maximum_; }
+  bool visible() const noexcept { return visible_; }  ///< its own flag, whatever the parent's
   bool enabled() const noexcept { return enabled_; }
   bool editable() const noexcept { return editable_; }
-  int interval() const noexcept { return interval_; }                   ///< milliseconds; 0 stopped
-  const std::string& picture() const noexcept { return picture_; }      ///< resource number ("103") or a file path; empty none
+  int interval() const noexcept { return interval_; }  ///< milliseconds; 0 stopped
+  const std::string& picture() const noexcept {
+    return picture_;
+  }  ///< resource number ("103") or a file path; empty none
   const Bounds& bounds() const noexcept { return bounds_; }
   const std::vector<ListItem>& items() const noexcept { return items_; }
-  int list_index() const noexcept { return list_index_; }               ///< -1 nothing selected
+  int list_index() const noexcept { return list_index_; }       ///< -1 nothing selected
+  const Colours& colours() const noexcept { return colours_; }  ///< progress bar
   /// Item data of the selected entry; 0 where nothing is selected.
   std::int32_t selected_item_data() const noexcept;
 
@@ -78,8 +101,8 @@ class Control {
   void set_caption(std::string_view caption);
   void set_tooltip(std::string_view tooltip);
   void set_font(std::string_view font);
-  void set_text(std::string_view text);
-  void set_value(int value);  ///< choosing an option button unchooses the others of its array
+  void set_text(std::string_view text);  ///< in a combo box also selects the entry of exactly this text, if any
+  void set_value(int value);             ///< choosing an option button unchooses the others of its array
   void set_maximum(int maximum);
   void set_visible(bool visible);
   void set_enabled(bool enabled);
@@ -87,10 +110,14 @@ class Control {
   void set_picture(std::string_view picture);
   void set_bounds(const Bounds& bounds);
   void set_items(std::vector<ListItem> items);  ///< clears the selection
-  void set_list_index(int list_index);          ///< also sets the text; out of range clears the selection
+  void set_list_index(int list_index);          ///< also sets the text; out of range clears both
+  void set_colours(const Colours& colours);
 
  private:
   friend class Form;
+  template <typename Member, typename Value>
+  void assign(Member& member, const Value& value, Property property);
+
   Form* form_ = nullptr;
   std::string name_;
   int index_ = -1;
@@ -100,10 +127,11 @@ class Control {
   int value_ = 0, maximum_ = 100, interval_ = 0, list_index_ = -1;
   bool visible_ = true, enabled_ = true, editable_ = false;
   Bounds bounds_;
+  Colours colours_;
   std::vector<ListItem> items_;
 };
 
-/// A row of the table that a form is built from.
+/// A row of the table that a form is built from. Of two controls that overlap, the later one lies above.
 struct ControlRow {
   std::string_view name;
   int index = -1;
@@ -131,12 +159,15 @@ class Form {
   Form(const Form&) = delete;
   Form& operator=(const Form&) = delete;
 
+  /// Raises support::RuntimeError 360 where name and index are taken, 340 for an unknown container.
   Control& add(const ControlRow& row);
   /// The control; raises support::RuntimeError 340 (no such control) where there is none. Names ignore case.
   Control& at(std::string_view name, int index = -1);
   const Control& at(std::string_view name, int index = -1) const;
   Control* find(std::string_view name, int index = -1) noexcept;
   const Control* find(std::string_view name, int index = -1) const noexcept;
+  /// By "name" or "name(index)"; null where there is none.
+  Control* find_path(std::string_view path) noexcept;
   /// All members of a control array, by index.
   std::vector<Control*> array(std::string_view name);
   std::vector<const Control*> array(std::string_view name) const;

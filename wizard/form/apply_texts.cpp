@@ -1,0 +1,70 @@
+#include "wizard/form/apply_texts.h"
+
+#include <charconv>
+#include <optional>
+#include <vector>
+
+#include "support/common_code.h"
+#include "support/error.h"
+#include "support/harbinox.h"
+
+namespace form {
+
+namespace {
+
+std::optional<long> text_number(std::string_view tag) {
+  std::string mark(tag.substr(0, tag.find('^')));
+  if (!mark.starts_with('L')) return std::nullopt;
+  support::replace(mark, "L", "");
+  long number = 0;
+  const char* const end = mark.data() + mark.size();
+  const auto [rest, error] = std::from_chars(mark.data(), end, number);
+  if (mark.empty() || error != std::errc() || rest != end) return std::nullopt;
+  return number;
+}
+
+bool has_font(Kind kind) noexcept {
+  return kind != Kind::Image && kind != Kind::ScrollBar && kind != Kind::ProgressBar && kind != Kind::Timer;
+}
+
+/// Pictures and bars do not show their caption: it is the name under which a screen reader speaks of them.
+bool has_caption(Kind kind) noexcept { return kind != Kind::TextBox && kind != Kind::ComboBox && kind != Kind::Timer; }
+
+void apply_caption_and_tooltip(Control& control, std::string_view text) {
+  std::vector<std::string> parts;
+  support::Split(text, parts, "|");
+  if (!parts.empty() && !parts[0].empty()) control.set_caption(parts[0]);
+  if (parts.size() > 1 && !parts[1].empty()) control.set_tooltip(parts[1]);
+}
+
+void apply_text(Control& control, const support::LanguageComponent& language) {
+  const auto number = text_number(control.tag());
+  if (!number) return;
+  const std::string text = language.loadres(*number);
+  if (control.kind() == Kind::Button)
+    apply_caption_and_tooltip(control, text);
+  else if (has_caption(control.kind()))
+    control.set_caption(text);
+}
+
+}  // namespace
+
+void apply_texts(Form& form, const support::LanguageComponent* language, std::string& font) {
+  support::Procedure procedure{"code!ApplyTexts"};
+  const std::string configured = font;
+  if (font.empty()) font = "Arial";
+  for (const auto& control : form.controls()) {
+    procedure.step([&] {
+      if (!configured.empty() && has_font(control->kind())) control->set_font(configured);
+    });
+    procedure.step([&] {
+      if (language) apply_text(*control, *language);
+    });
+  }
+  procedure.step([&] {
+    const auto number = text_number(form.tag());
+    if (number && language) form.set_caption(language->loadres(*number));
+  });
+}
+
+}  // namespace form

@@ -1,0 +1,154 @@
+#include "wizard/form/form.h"
+
+#include <algorithm>
+#include <charconv>
+
+#include "support/encoding.h"
+#include "support/error.h"
+
+namespace form {
+
+namespace {
+
+/// Control names are ASCII.
+bool same_name(std::string_view left, std::string_view right) noexcept {
+  constexpr auto lower = [](char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c; };
+  return std::ranges::equal(left, right, {}, lower, lower);
+}
+
+template <typename Pointer>
+std::vector<Pointer> members(const std::vector<std::unique_ptr<Control>>& controls, std::string_view name) {
+  std::vector<Pointer> found;
+  for (const auto& control : controls)
+    if (control->index() >= 0 && same_name(control->name(), name)) found.push_back(control.get());
+  std::ranges::sort(found, {}, [](const Control* control) { return control->index(); });
+  return found;
+}
+
+std::string path_of(std::string_view name, int index) {
+  return index < 0 ? std::string(name) : std::string(name) + "(" + std::to_string(index) + ")";
+}
+
+}  // namespace
+
+std::string Control::path() const { return path_of(name_, index_); }
+
+std::int32_t Control::selected_item_data() const noexcept {
+  return list_index_ < 0 ? 0 : items_[static_cast<std::size_t>(list_index_)].item_data;
+}
+
+template <typename Member, typename Value>
+void Control::assign(Member& member, const Value& value, Property property) {
+  if (member == value) return;
+  member = value;
+  form_->changed(*this, property);
+}
+
+void Control::set_tag(std::string_view tag) { assign(tag_, tag, Property::Tag); }
+void Control::set_caption(std::string_view caption) { assign(caption_, caption, Property::Caption); }
+void Control::set_tooltip(std::string_view tooltip) { assign(tooltip_, tooltip, Property::ToolTip); }
+void Control::set_font(std::string_view font) { assign(font_, font, Property::Font); }
+void Control::set_maximum(int maximum) { assign(maximum_, maximum, Property::Maximum); }
+void Control::set_visible(bool visible) { assign(visible_, visible, Property::Visible); }
+void Control::set_enabled(bool enabled) { assign(enabled_, enabled, Property::Enabled); }
+void Control::set_interval(int milliseconds) { assign(interval_, milliseconds, Property::Interval); }
+void Control::set_picture(std::string_view picture) { assign(picture_, picture, Property::Picture); }
+void Control::set_bounds(const Bounds& bounds) { assign(bounds_, bounds, Property::Bounds); }
+void Control::set_colours(const Colours& colours) { assign(colours_, colours, Property::Colours); }
+
+void Control::set_text(std::string_view text) {
+  assign(text_, text, Property::Text);
+  if (kind_ != Kind::ComboBox) return;
+  const auto match = std::ranges::find(items_, text_, &ListItem::text);
+  assign(list_index_, match == items_.end() ? -1 : static_cast<int>(match - items_.begin()), Property::ListIndex);
+}
+
+void Control::set_value(int value) {
+  if (kind_ == Kind::OptionButton && value != 0 && index_ >= 0)
+    for (Control* other : form_->array(name_))
+      if (other != this) other->assign(other->value_, 0, Property::Value);
+  assign(value_, value, Property::Value);
+}
+
+void Control::set_items(std::vector<ListItem> items) {
+  set_list_index(-1);
+  assign(items_, items, Property::List);
+}
+
+void Control::set_list_index(int list_index) {
+  const bool selected = list_index >= 0 && list_index < static_cast<int>(items_.size());
+  // Two entries may share one text: the index is kept, not looked up again by the text.
+  assign(text_, selected ? items_[static_cast<std::size_t>(list_index)].text : std::string(), Property::Text);
+  assign(list_index_, selected ? list_index : -1, Property::ListIndex);
+}
+
+Control& Form::add(const ControlRow& row) {
+  if (find(row.name, row.index))
+    throw support::RuntimeError(360, "Object already loaded: " + path_of(row.name, row.index));
+  Control* parent = row.parent.empty() ? nullptr : find_path(row.parent);
+  if (!parent && !row.parent.empty()) throw support::RuntimeError(340, "No such container: " + std::string(row.parent));
+  auto control = std::make_unique<Control>();
+  control->form_ = this;
+  control->name_ = row.name;
+  control->index_ = row.index;
+  control->kind_ = row.kind;
+  control->parent_ = parent;
+  control->bounds_ = row.bounds;
+  control->caption_ = row.caption;
+  control->tag_ = row.tag;
+  control->visible_ = row.visible;
+  control->editable_ = row.editable;
+  controls_.push_back(std::move(control));
+  if (observer_) observer_->control_added(*controls_.back());
+  return *controls_.back();
+}
+
+Control* Form::find(std::string_view name, int index) noexcept {
+  const auto match = std::ranges::find_if(
+      controls_, [&](const auto& control) { return control->index_ == index && same_name(control->name_, name); });
+  return match == controls_.end() ? nullptr : match->get();
+}
+
+const Control* Form::find(std::string_view name, int index) const noexcept {
+  return const_cast<Form*>(this)->find(name, index);
+}
+
+Control* Form::find_path(std::string_view path) noexcept {
+  const auto open = path.find('(');
+  if (open == std::string_view::npos) return find(path);
+  int index = -1;
+  const char* const end = path.data() + path.size();
+  const auto [rest, error] = std::from_chars(path.data() + open + 1, end, index);
+  if (error != std::errc() || rest + 1 != end || *rest != ')') return nullptr;
+  return find(path.substr(0, open), index);
+}
+
+Control& Form::at(std::string_view name, int index) {
+  if (Control* control = find(name, index)) return *control;
+  throw support::RuntimeError(340, "No such control: " + path_of(name, index));
+}
+
+const Control& Form::at(std::string_view name, int index) const { return const_cast<Form*>(this)->at(name, index); }
+
+std::vector<Control*> Form::array(std::string_view name) { return members<Control*>(controls_, name); }
+
+std::vector<const Control*> Form::array(std::string_view name) const {
+  return members<const Control*>(controls_, name);
+}
+
+void Form::set_caption(std::string_view caption) { caption_ = caption; }
+
+void Form::request_focus(Control& control) {
+  focus_ = &control;
+  if (observer_) observer_->focus_requested(control);
+}
+
+void Form::request_redraw(Control& control) {
+  if (observer_) observer_->redraw_requested(control);
+}
+
+void Form::changed(const Control& control, Property property) {
+  if (observer_) observer_->property_changed(control, property);
+}
+
+}  // namespace form
