@@ -1,0 +1,39 @@
+// Filter texts for the diary's tables: a range of days, a range of times that may cross midnight, weekdays. The texts
+// are joined with others as they stand, blanks included. Literals are in US order whatever the user's locale.
+#pragma once
+
+#include <optional>
+#include <string>
+#include <string_view>
+
+#include "database/engine/value.h"
+
+namespace database {
+
+/// "#3/7/2024#", or with the time "#3/7/2024 06:00:00#".
+std::string date_literal(engine::Date date, bool with_time = false);
+/// "#06:00:00#".
+std::string time_literal(engine::Date date);
+
+/// The time of day of a Date: its fraction.
+engine::Date time_of_day(int hour, int minute, int second = 0);
+
+struct Filter {
+  engine::Date date_from, date_until;
+  /// Time of day; an until earlier than from crosses midnight, and an until of 0 means no time filter.
+  engine::Date time_from, time_until;
+  /// Hours 0 to 23; used in place of the times where one of them is 0 or more.
+  int hour_from = -1, hour_until = -1;
+  /// Weekday numbers, comma-separated, 1 Sunday … 7 Saturday; empty or "0": all days.
+  std::string weekdays;
+};
+
+/// The text after WHERE, with the day and time columns under the names given.
+std::string filter_text(const Filter& filter, std::string_view date_column = "vdate",
+                        std::string_view time_column = "vtime");
+
+/// SELECT of pump events in a range. `selector` 0 to 7 names a fixed set of event codes, any other the code given. The
+/// upper bound of a range that crosses midnight is 23:59 here, not 23:59:59.
+std::string SQL_GetPumpEvents(const Filter& filter, int selector, int event_code);
+
+}  // namespace database
