@@ -1,0 +1,237 @@
+#include "database/availability.h"
+
+#include <algorithm>
+#include <array>
+#include <cstdio>
+
+#include "database/opened_target.h"
+#include "database/query_filter.h"
+#include "support/encoding.h"
+
+namespace database {
+namespace {
+
+struct Category {
+  std::string_view table;
+  /// What tells its rows from others of the table; empty: all rows.
+  std::string_view criterion;
+  /// The aggregates that make up the checksum, joined by "+"; `typ` is the category's number unless the table has a
+  /// column of that name.
+  std::string_view checksum;
+  bool knows_imports = true;
+  std::string_view day_column = "vdate";
+  bool has_typ_column = false;
+};
+
+constexpr std::string_view value_checksum = "avg(value)+count(vdate)+typ+stdev(vdate)+stdev(vtime)";
+constexpr std::string_view insulin_checksum =
+    "avg(bolusie)+avg(basalie)+avg(rapid)+count(vdate)+stdev(vdate)+stdev(vtime)";
+constexpr std::string_view pump_checksum = "avg(amount)+count(vdate)+stdev(vdate)";
+constexpr std::string_view lab_checksum = "avg(value)+avg(type)+avg(id)+count(vdate)+stdev(vdate)";
+constexpr std::string_view note_checksum = "avg(typ)+count(vdate)";
+
+/// Position = category number. Callers store these numbers: never reorder.
+constexpr std::array<Category, 28> categories = {{
+    {"glucose", "", value_checksum},
+    {"insulin", "", insulin_checksum},
+    {"insulinpump", "", pump_checksum},
+    {"pressure", "", "avg(bpsys)+avg(bpdia)+count(vdate)+stdev(vdate)+stdev(vtime)"},
+    {"intakes", "", value_checksum},
+    {"activities", "", value_checksum},
+    {"medicaldata", "", value_checksum},
+    {"eventlog", "", "avg(event)+count(vdate)+stdev(vdate)+stdev(vtime)"},
+    {"patdat_doctor", "", note_checksum, false, "vdate", true},
+    {"labvalues", "type>=10", lab_checksum},
+    {"insulinpump", "event>0", "avg(amount)+count(vdate)+stdev(vdate)+stdev(vtime)"},
+    {"glucose", "bloodtype=255", value_checksum},
+    {"labvalues", "(type=1 or type=2) and value >0 ", lab_checksum},
+    {"labvalues", "type=11", lab_checksum},
+    {"memos", "", note_checksum, false, "vdate", true},
+    {"glucose", "event IN (2,4,16,18) ", value_checksum},
+    {"glucose", "event IN (3,5,17,19) ", value_checksum},
+    {"insulin", "(bolusie>0 and basalie=0 and rapid=0)", insulin_checksum},
+    {"insulin", "(bolusie=0 and basalie>0)", insulin_checksum},
+    {"insulin", "(bolusie>0 and basalie=0 and rapid<>0)", insulin_checksum},
+    {"import", "", "avg(typ)+count(dateofimport)", false, "dateofimport"},
+    {"callback", "category=0", note_checksum, false},
+    {"insulinpump", "type=1 and amount >0 ", pump_checksum},
+    {"insulinpump", "type>1 and amount>0 ", pump_checksum},
+    {"insulin", "(bolusie>0 and basalie>0 and rapid=0)", insulin_checksum},
+    {"callback", "category=2", note_checksum, false},
+    {"callback", "category=1", note_checksum, false},
+    {"steps", "", "avg(total_ns)+count(vdate)+typ+stdev(vdate)+stdev(vtime)"},
+}};
+
+bool selected(const AvailabilityRequest& request, std::size_t category) {
+  return (static_cast<std::uint32_t>(request.categories) >> category & 1U) != 0;
+}
+
+std::string day_range(const AvailabilityRequest& request) {
+  if (!request.days) return {};
+  std::string text =
+      " AND  (vdate BETWEEN " + date_literal(request.days->first) + " AND " + date_literal(request.days->second) + ") ";
+  if (request.times) {
+    text += "  AND (vtime BETWEEN " + time_literal(request.times->first) + " AND " +
+            time_literal(request.times->second) + ") ";
+  }
+  return text;
+}
+
+std::string weekday_clause(const AvailabilityRequest& request) {
+  if (request.weekdays.empty() || request.weekdays == "0") return {};
+  return " AND (weekday(vdate) IN (" + request.weekdays + ")) ";
+}
+
+std::string import_clause(const AvailabilityRequest& request, const Category& category) {
+  if (request.import_id < 0 || !category.knows_imports) return {};
+  return " AND (importid=" + std::to_string(request.import_id) + ")";
+}
+
+void put_in(std::string& text, std::string_view placeholder, std::string_view content) {
+  std::size_t length = 0;
+  for (auto at = support::find_ignoring_case(text, placeholder, 0, &length); at != std::string::npos;
+       at = support::find_ignoring_case(text, placeholder, at + content.size(), &length)) {
+    text.replace(at, length, content);
+  }
+}
+
+std::string category_query(const AvailabilityRequest& request, std::size_t number) {
+  const Category& category = categories[number];
+  std::string text =
+      "SELECT count(vdate) as nCount, [TYPE] as typ,  [ICRC] max(vdate) as maxdate, min(vdate) as mindate FROM [TABLE] "
+      "WHERE isnull(vdate)=0 [DATERANGE]   [DAYS]    [CRIT]    [IMPORTID]";
+  put_in(text, "[Table]", category.table);
+  put_in(text, "[DATERANGE]", day_range(request));
+  put_in(text, "[DAYS]", weekday_clause(request));
+  put_in(text, "[CRIT]", category.criterion.empty() ? "" : " AND (" + std::string(category.criterion) + ")");
+  put_in(text, "[Type]", std::to_string(number));
+  put_in(text, "[ICRC]", " (" + std::string(category.checksum) + ") as iCRC,");
+  put_in(text, "[IMPORTID]", import_clause(request, category));
+  if (category.day_column != "vdate") put_in(text, "VDATE", category.day_column);
+  return text;
+}
+
+/// The condition that a category's rows meet beyond those of its table; true for every row where there is none.
+std::string row_condition(const Category& category) {
+  return category.criterion.empty() ? std::string("True") : std::string(category.criterion);
+}
+
+/// "avg(value)+typ" for the rows that meet a condition only: "avg(iif(cond,value,null))+11".
+std::string conditional_checksum(const Category& category, std::size_t number) {
+  std::string text;
+  std::string_view rest = category.checksum;
+  while (!rest.empty()) {
+    const std::string_view term = rest.substr(0, rest.find('+'));
+    rest.remove_prefix(std::min(rest.size(), term.size() + 1));
+    if (!text.empty()) text += "+";
+    const std::size_t open = term.find('(');
+    std::string column(open == std::string_view::npos ? term : term.substr(open + 1, term.size() - open - 2));
+    if (column == "typ" && !category.has_typ_column) column = std::to_string(number);
+    if (open == std::string_view::npos) {
+      text += column;
+    } else {
+      text += std::string(term.substr(0, open + 1)) + "iif(" + row_condition(category) + "," + column + ",null))";
+    }
+  }
+  return text;
+}
+
+/// One statement that reads a table once and gives count, checksum, last and first day of each of the categories.
+std::string table_query(const AvailabilityRequest& request, const std::vector<std::size_t>& numbers) {
+  const Category& any = categories[numbers.front()];
+  std::string text = "SELECT ";
+  for (const std::size_t number : numbers) {
+    const Category& category = categories[number];
+    const std::string day = "(iif(" + row_condition(category) + "," + std::string(category.day_column) + ",null))";
+    if (number != numbers.front()) text += ", ";
+    const std::string suffix = std::to_string(number);
+    text += "count" + day + " as n" + suffix + ", (" + conditional_checksum(category, number) + ") as c" + suffix +
+            ", max" + day + " as u" + suffix + ", min" + day + " as f" + suffix;
+  }
+  const std::string column(any.day_column);
+  std::string conditions = day_range(request) + weekday_clause(request) + import_clause(request, any);
+  if (column != "vdate") put_in(conditions, "vdate", column);
+  return text + " FROM " + std::string(any.table) + " WHERE isnull(" + column + ")=0" + conditions;
+}
+
+/// The selected categories, one list a table, tables in the order of their first category.
+std::vector<std::vector<std::size_t>> categories_by_table(const AvailabilityRequest& request) {
+  std::vector<std::vector<std::size_t>> tables;
+  for (std::size_t number = 0; number < categories.size(); ++number) {
+    if (!selected(request, number)) continue;
+    const auto same_table = [&](const auto& numbers) {
+      return categories[numbers.front()].table == categories[number].table;
+    };
+    const auto found = std::find_if(tables.begin(), tables.end(), same_table);
+    if (found == tables.end()) {
+      tables.push_back({number});
+    } else {
+      found->push_back(number);
+    }
+  }
+  return tables;
+}
+
+void read_table(engine::Database& database, const AvailabilityRequest& request, const std::vector<std::size_t>& numbers,
+                std::vector<Availability>& found) {
+  const auto rows = database.open_recordset(table_query(request, numbers));
+  std::int32_t column = 0;
+  for (const std::size_t number : numbers) {
+    const std::int32_t count = engine::to_int32(rows->value(column));
+    if (count > 0) {
+      Availability entry{static_cast<std::int16_t>(number), count, {}, {}, {}};
+      const engine::Value checksum = rows->value(column + 1);
+      if (!engine::is_null(checksum)) entry.checksum = engine::to_double(checksum);
+      entry.last = engine::to_date(rows->value(column + 2));
+      entry.first = engine::to_date(rows->value(column + 3));
+      found.push_back(entry);
+    }
+    column += 4;
+  }
+}
+
+std::string day_text(engine::Date day) { return engine::iso_text(day).substr(0, 10); }
+
+std::string checksum_text(const std::optional<double>& checksum) {
+  if (!checksum) return {};
+  std::array<char, 400> text{};
+  const int length = std::snprintf(text.data(), text.size(), "%.11f", *checksum);
+  return {text.data(), static_cast<std::size_t>(length)};
+}
+
+}  // namespace
+
+std::string availability_query(const AvailabilityRequest& request) {
+  std::string text;
+  for (std::size_t number = 0; number < categories.size(); ++number) {
+    if (!selected(request, number)) continue;
+    if (!text.empty()) text += " UNION ";
+    text += category_query(request, number);
+  }
+  return text + " ORDER BY typ ASC";
+}
+
+std::vector<Availability> find_availability(const Environment& environment, const Target& target,
+                                            const AvailabilityRequest& request) {
+  support::Procedure procedure{"sql!SQL_GetAvailableData"};
+  const OpenedTarget opened(environment, target, OpenedTarget::Access::Read);
+  std::vector<Availability> found;
+  for (const auto& numbers : categories_by_table(request)) {
+    if (!procedure.step([&] { read_table(opened.database(), request, numbers, found); })) return {};
+  }
+  std::sort(found.begin(), found.end(),
+            [](const Availability& left, const Availability& right) { return left.category < right.category; });
+  return found;
+}
+
+std::string availability_summary(const Environment& environment, const Target& target,
+                                 const AvailabilityRequest& request) {
+  std::string text;
+  for (const Availability& entry : find_availability(environment, target, request)) {
+    text += std::to_string(entry.category) + "|" + day_text(entry.first) + "|" + day_text(entry.last) + "|" +
+            checksum_text(entry.checksum) + "\r\n";
+  }
+  return text;
+}
+
+}  // namespace database
