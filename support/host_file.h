@@ -16,7 +16,8 @@ std::optional<std::string> read_host_file(const std::string& path, std::uint64_t
 bool host_file_exists(const std::string& path);
 
 /// Writes beside the file, syncs, and renames over it. An existing file keeps its access rights, and a link stays a
-/// link to it; a new file is the user's alone. Throws RuntimeError (75) with the file as it was.
+/// link to it; a new file is the user's alone. Throws RuntimeError (75), with the file as it was, also for a read-only
+/// file.
 void replace_host_file(const std::string& path, std::string_view content);
 
 }  // namespace support

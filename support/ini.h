@@ -13,7 +13,8 @@ namespace support {
 class Registry;
 
 /// The platform's profile calls. File names are Windows paths; sections, keys and values are UTF-8 here and CP1252 in
-/// the file. Both edges answer alike, byte for byte.
+/// the file. Both edges answer alike, byte for byte. A file that is missing, unreadable or larger than 4 MiB holds
+/// nothing; so does an empty file name.
 class IniFiles {
  public:
   virtual ~IniFiles() = default;
@@ -24,9 +25,11 @@ class IniFiles {
   /// section.
   virtual std::string keys(std::string_view file, std::string_view section, std::string_view fallback,
                            std::size_t size) const = 0;
-  /// Section names, in the same form.
+  /// Section names, in the same form. The platform does not use the fallback here.
   virtual std::string sections(std::string_view file, std::string_view fallback, std::size_t size) const = 0;
-  /// Writes one value, adding section or key where missing; comments and order stay. False when nothing was written.
+  /// Writes one value, adding file, section or key where missing; comments and order stay. True when the file holds the
+  /// value now. Refused: what would not read back as it is (outside CP1252, line breaks, names that run into the
+  /// syntax), a file with NULs in it, a read-only file.
   virtual bool write(std::string_view file, std::string_view section, std::string_view key, std::string_view value) = 0;
 };
 

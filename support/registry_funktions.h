@@ -28,16 +28,18 @@ class Registry {
   /// Nothing where key or value is missing; a value of another type comes with its type and no content.
   virtual std::optional<RegistryValue> read(RootKey root, std::string_view key, std::string_view name) const = 0;
   enum class CreateResult { Created, Existed, Failed };
-  /// Creates the key and the ones above it, non-volatile, and flushes it.
+  /// Creates the key and the ones above it, non-volatile, and flushes it. A registry that knows no classes ignores
+  /// `class_name`.
   virtual CreateResult create_key(RootKey root, std::string_view key, std::string_view class_name) = 0;
-  /// Writes REG_SZ; the key must exist.
+  /// Writes REG_SZ; the key must exist. Refused (false, nothing written): a text that does not fit CP1252 or holds a
+  /// NUL.
   virtual bool write_text(RootKey root, std::string_view key, std::string_view name, std::string_view value) = 0;
 };
 
 bool KeyExists(const Registry& registry, RootKey root, std::string_view key);
 
 /// True when the value was found and read; `output` is replaced only when the trimmed value is not empty. A number
-/// arrives as its decimal text.
+/// arrives as its decimal text, signed. A value of another type is false.
 bool ReadRegValue(const Registry& registry, RootKey root, std::string_view key, std::string_view name,
                   std::string& output);
 
@@ -54,5 +56,4 @@ std::string vtrim(std::string_view text);
 /// Lets pending window messages through where input waits; does nothing without a window. Used inside long loops.
 void YieldToInput();
 
-/// The platform's registry: on Windows the real one. Defined by the adapter that is built in.
 }  // namespace support

@@ -48,6 +48,15 @@ bool take_over_rights(int descriptor, const std::string& path) {
   return fchmod(descriptor, existing.st_mode & 07777U) == 0;
 }
 
+/// Replacing would get round a file's write protection, which binds its owner (and root) here too.
+bool is_write_protected(const std::string& path) {
+  struct stat existing {};
+  if (stat(path.c_str(), &existing) != 0) return false;
+  const bool is_protected = (existing.st_mode & 0222U) == 0 || access(path.c_str(), W_OK) != 0;
+  if (is_protected) errno = EACCES;
+  return is_protected;
+}
+
 void sync_folder_of(const std::string& path) {
   const auto slash = path.rfind('/');
   const std::string folder = slash == std::string::npos ? "." : path.substr(0, slash + 1);
@@ -82,6 +91,7 @@ bool host_file_exists(const std::string& path) {
 
 void replace_host_file(const std::string& path, std::string_view content) {
   const std::string target = link_target(path);
+  if (is_write_protected(target)) fail(path);
   std::string temporary = target + ".XXXXXX";
   const Descriptor descriptor(mkostemp(temporary.data(), O_CLOEXEC));
   if (!descriptor) fail(path);

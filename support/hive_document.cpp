@@ -1,0 +1,263 @@
+#include "support/hive_document.h"
+
+#include <algorithm>
+#include <charconv>
+
+#include "support/encoding.h"
+#include "support/error.h"
+
+namespace support {
+
+namespace {
+
+constexpr std::string_view kHeader = "REGEDIT4";
+constexpr std::string_view kLineEnd = "\r\n";
+constexpr int kInvalidFileFormat = 321;
+
+std::string_view without_blanks(std::string_view text) {
+  const auto first = text.find_first_not_of(" \t\r");
+  if (first == std::string_view::npos) return {};
+  return text.substr(first, text.find_last_not_of(" \t\r") - first + 1);
+}
+
+/// Key paths without empty components.
+std::string normal_path(std::string_view path) {
+  std::string normal;
+  while (!path.empty()) {
+    const auto end = std::min(path.find('\\'), path.size());
+    if (end > 0) normal.append(normal.empty() ? "" : "\\").append(path.substr(0, end));
+    path.remove_prefix(std::min(end + 1, path.size()));
+  }
+  return normal;
+}
+
+std::string path_above(const std::string& path) {
+  const auto end = path.rfind('\\');
+  return end == std::string::npos ? std::string() : path.substr(0, end);
+}
+
+/// Length of the quoted text at the front, quotes included; 0 where there is none.
+std::size_t quoted_length(std::string_view text) {
+  if (!text.starts_with('"')) return 0;
+  for (std::size_t i = 1; i < text.size(); ++i) {
+    if (text[i] == '"') return i + 1;
+    if (text[i] == '\\' && (++i == text.size() || (text[i] != '\\' && text[i] != '"'))) return 0;
+  }
+  return 0;
+}
+
+std::string unquoted(std::string_view quoted) {
+  std::string text;
+  for (std::size_t i = 1; i + 1 < quoted.size(); ++i) {
+    if (quoted[i] == '\\') ++i;
+    text += quoted[i];
+  }
+  return text;
+}
+
+std::optional<std::uint32_t> hex_number(std::string_view digits, std::size_t most_digits) {
+  std::uint32_t number = 0;
+  const auto [end, error] = std::from_chars(digits.data(), digits.data() + digits.size(), number, 16);
+  const bool whole = error == std::errc() && end == digits.data() + digits.size() && digits.size() <= most_digits;
+  return whole ? std::optional(number) : std::nullopt;
+}
+
+bool is_known_data(std::string_view data) { return hive_text(data) || hive_number(data) || hive_bytes(data); }
+
+}  // namespace
+
+/// Reads line by line; data of bytes goes on over lines that end with a backslash.
+class HiveDocument::Reader {
+ public:
+  Reader(std::string_view bytes, std::string_view file_name) : text_(utf8_from_cp1252(bytes)), file_name_(file_name) {}
+
+  HiveDocument read() {
+    rest_ = text_;
+    if (!next_line() || line_ != kHeader) fail("the first line is not REGEDIT4");
+    while (next_line()) {
+      if (line_.empty()) continue;
+      if (line_.find('\0') != std::string_view::npos) fail("unreadable line");
+      if (line_.starts_with(';')) {
+        read_comment();
+      } else if (line_.starts_with('[')) {
+        read_key();
+      } else {
+        read_value();
+      }
+    }
+    return std::move(document_);
+  }
+
+ private:
+  bool next_line() {
+    if (rest_.empty()) return false;
+    const auto end = std::min(rest_.find('\n'), rest_.size());
+    line_ = without_blanks(rest_.substr(0, end));
+    rest_.remove_prefix(std::min(end + 1, rest_.size()));
+    ++line_number_;
+    return true;
+  }
+
+  [[noreturn]] void fail(const std::string& what) const {
+    throw RuntimeError(kInvalidFileFormat, file_name_ + ", line " + std::to_string(line_number_) + ": " + what);
+  }
+
+  void read_comment() {
+    if (has_key_) {
+      document_.keys_[key_].entries.push_back({{}, std::string(line_), true});
+    } else {
+      document_.opening_comments_.emplace_back(line_);
+    }
+  }
+
+  void read_key() {
+    const std::string path = normal_path(line_.substr(1, line_.size() - 2));
+    if (!line_.ends_with(']') || path.empty() || path.front() == '-') fail("no key");
+    key_ = static_cast<std::size_t>(&document_.list_key(path) - document_.keys_.data());
+    has_key_ = true;
+  }
+
+  void read_value() {
+    const std::size_t name_length = line_.starts_with('@') ? 1 : quoted_length(line_);
+    const std::string_view behind_name = without_blanks(line_.substr(name_length));
+    if (!has_key_ || name_length == 0 || !behind_name.starts_with('=')) fail("unreadable line");
+    const std::string name = line_.front() == '@' ? std::string() : unquoted(line_.substr(0, name_length));
+    std::string data(without_blanks(behind_name.substr(1)));
+    while (data.starts_with("hex") && data.ends_with('\\')) {
+      if (!next_line()) fail("the file ends within a value");
+      data.append(kLineEnd).append("  ").append(line_);
+    }
+    if (!is_known_data(data)) fail("unreadable value");
+    document_.set_entry(document_.keys_[key_], name, data);
+  }
+
+  std::string text_;
+  std::string file_name_;
+  std::string_view rest_;
+  std::string_view line_;
+  std::size_t line_number_ = 0;
+  std::size_t key_ = 0;
+  bool has_key_ = false;
+  HiveDocument document_;
+};
+
+HiveDocument HiveDocument::parse(std::string_view bytes, std::string_view file_name) {
+  return Reader(bytes, file_name).read();
+}
+
+bool HiveDocument::key_exists(std::string_view key) const { return spellings_.contains(to_lower(normal_path(key))); }
+
+bool HiveDocument::create_key(std::string_view key) {
+  if (key_exists(key)) return false;
+  list_key(normal_path(key));
+  return true;
+}
+
+std::optional<std::string_view> HiveDocument::data(std::string_view key, std::string_view name) const {
+  const auto place = places_.find(to_lower(normal_path(key)));
+  if (place == places_.end()) return std::nullopt;
+  for (const Entry& entry : keys_[place->second].entries) {
+    if (!entry.is_comment && equal_ignoring_case(entry.name, name)) return entry.data;
+  }
+  return std::nullopt;
+}
+
+bool HiveDocument::set_data(std::string_view key, std::string_view name, std::string_view new_data) {
+  if (!key_exists(key) || data(key, name) == new_data) return false;
+  set_entry(list_key(normal_path(key)), name, new_data);
+  return true;
+}
+
+void HiveDocument::set_entry(Key& key, std::string_view name, std::string_view data) {
+  const auto found = std::find_if(key.entries.begin(), key.entries.end(), [&](const Entry& entry) {
+    return !entry.is_comment && equal_ignoring_case(entry.name, name);
+  });
+  if (found == key.entries.end()) {
+    key.entries.push_back({std::string(name), std::string(data)});
+  } else {
+    found->data = data;
+  }
+}
+
+/// The key's section, added at the end where it is not listed yet. Keys above it take the spelling known for them.
+HiveDocument::Key& HiveDocument::list_key(std::string_view key) {
+  const std::string lower_path = to_lower(key);
+  const auto place = places_.find(lower_path);
+  if (place != places_.end()) return keys_[place->second];
+  // Both cases of a path have the same length, so a part of one is the same part of the other.
+  std::string path(key);
+  for (std::string above = lower_path; !above.empty(); above = path_above(above)) {
+    const auto known = spellings_.find(above);
+    if (known != spellings_.end()) {
+      path.replace(0, above.size(), known->second);
+      break;
+    }
+  }
+  for (std::string above = lower_path; !above.empty(); above = path_above(above)) {
+    spellings_.try_emplace(above, path.substr(0, above.size()));
+  }
+  places_.emplace(lower_path, keys_.size());
+  keys_.push_back({path, {}});
+  return keys_.back();
+}
+
+std::string HiveDocument::bytes() const {
+  std::string text(kHeader);
+  text += kLineEnd;
+  for (const std::string& comment : opening_comments_) text.append(comment).append(kLineEnd);
+  for (const Key& key : keys_) {
+    text.append(kLineEnd).append("[").append(key.path).append("]").append(kLineEnd);
+    for (const Entry& entry : key.entries) {
+      if (!entry.is_comment) text.append(entry.name.empty() ? "@" : hive_text_data(entry.name)).append("=");
+      text.append(entry.data).append(kLineEnd);
+    }
+  }
+  return cp1252_from_utf8(text.append(kLineEnd));
+}
+
+std::string hive_text_data(std::string_view text) {
+  std::string data = "\"";
+  for (const char character : text) {
+    if (character == '"' || character == '\\') data += '\\';
+    data += character;
+  }
+  return data += '"';
+}
+
+std::optional<std::string> hive_text(std::string_view data) {
+  const std::size_t length = quoted_length(data);
+  if (length == 0 || length != data.size()) return std::nullopt;
+  return unquoted(data);
+}
+
+std::optional<HiveBytes> hive_bytes(std::string_view data) {
+  const auto colon = data.find(':');
+  if (!data.starts_with("hex") || colon == std::string_view::npos) return std::nullopt;
+  HiveBytes result;
+  std::string_view type = data.substr(3, colon - 3);
+  if (!type.empty()) {
+    if (type.size() < 3 || !type.starts_with('(') || !type.ends_with(')')) return std::nullopt;
+    const auto number = hex_number(type.substr(1, type.size() - 2), 8);
+    if (!number) return std::nullopt;
+    result.type = *number;
+  }
+  std::string digits(data.substr(colon + 1));
+  std::erase_if(digits,
+                [](char character) { return std::string_view("\\\r\n\t ").find(character) != std::string_view::npos; });
+  for (std::string_view rest = digits; !rest.empty();) {
+    const auto end = std::min(rest.find(','), rest.size());
+    const auto byte = hex_number(rest.substr(0, end), 2);
+    if (!byte) return std::nullopt;
+    result.bytes += static_cast<char>(static_cast<unsigned char>(*byte));
+    rest.remove_prefix(std::min(end + 1, rest.size()));
+  }
+  return result;
+}
+
+std::optional<std::uint32_t> hive_number(std::string_view data) {
+  constexpr std::string_view kPrefix = "dword:";
+  if (!data.starts_with(kPrefix)) return std::nullopt;
+  return hex_number(data.substr(kPrefix.size()), 8);
+}
+
+}  // namespace support

@@ -1,0 +1,67 @@
+// An ini file as a document: sections, keys and comments in their order, read and written back as the platform's
+// profile calls do it. Text is UTF-8 here; the file is CP1252 unless its byte order mark says UTF-8 or UTF-16 (little
+// endian).
+#pragma once
+
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace support {
+
+class IniDocument {
+ public:
+  enum class Encoding { Cp1252, Utf8, Utf16 };
+
+  /// Reads any bytes: a line that is no section, comment or "key=value" is kept but holds no value; a name or value
+  /// ends at a NUL. `unmarked` is the encoding where there is no byte order mark.
+  static IniDocument parse(std::string_view bytes, Encoding unmarked = Encoding::Cp1252);
+
+  /// False where the text holds a NUL: writing such a file back would lose what follows it.
+  bool is_text() const noexcept { return is_text_; }
+
+  /// The value as it stands, quotes included. Names are compared without blanks around them and without regard to case;
+  /// the first section and the first key of a name count. Nothing where it is missing or has no "=".
+  std::optional<std::string_view> value(std::string_view section, std::string_view key) const;
+  /// Key names of the first section of that name, in order; empty where there is none.
+  std::vector<std::string_view> keys(std::string_view section) const;
+  /// Section names in order, repeated ones too.
+  std::vector<std::string_view> sections() const;
+
+  /// Changes or adds one value; an existing key keeps its place and spelling. False where the value is as it was.
+  bool set(std::string_view section, std::string_view key, std::string_view value);
+
+  /// The file: lines end with CR LF, there are no blank lines and no blanks around "=", comments stay.
+  std::string bytes() const;
+
+ private:
+  struct Line {
+    std::string name;  // a comment or any other line without "=" stands here as it is
+    std::string lower_name;
+    std::optional<std::string> value;
+  };
+  struct Section {
+    std::string name;
+    std::string lower_name;
+    std::vector<Line> lines;
+  };
+
+  void add_line(std::string_view text);
+  std::string encoded(std::string_view text) const;
+
+  Encoding encoding_ = Encoding::Cp1252;
+  bool marked_ = false;
+  bool is_text_ = true;
+  // The first one holds the lines before the first heading and has no heading itself.
+  std::vector<Section> sections_ = {{}};
+};
+
+/// True where an entry reads back as it was written: it fits CP1252, holds no line break or NUL, and its names do not
+/// run into the syntax ("=" in a key, "]" in a section, a key that begins like a comment or heading).
+bool is_writable_ini_entry(std::string_view section, std::string_view key, std::string_view value);
+
+/// Larger ini files are taken for damaged: read as missing, never written.
+constexpr std::size_t kMostIniBytes = std::size_t{4} << 20U;
+
+}  // namespace support

@@ -1,0 +1,86 @@
+#include "support/posix/ini_files.h"
+
+#include <algorithm>
+#include <optional>
+
+#include "support/encoding.h"
+#include "support/error.h"
+#include "support/host.h"
+#include "support/host_file.h"
+
+namespace support {
+
+namespace {
+
+std::string host_path(std::string_view file) { return host_file_system().host_path(file); }
+
+/// What the caller's buffer of `size` bytes takes of a value: one pair of quotes is left out, then the rest is cut.
+std::string through_buffer(std::string_view value, std::size_t size) {
+  const std::string bytes = cp1252_from_utf8(value);
+  std::string_view taken = bytes;
+  const bool quoted =
+      taken.size() >= 2 && (taken.front() == '"' || taken.front() == '\'') && taken.front() == taken.back();
+  if (quoted) taken = taken.substr(1, taken.size() - 2);
+  return utf8_from_cp1252(taken.substr(0, size > 0 ? size - 1 : 0));
+}
+
+/// What the buffer takes of a list: it ends with two NULs whether the names fit or not.
+std::string list_through_buffer(const std::vector<std::string_view>& names, std::size_t size) {
+  std::string list;
+  for (const std::string_view name : names) list.append(cp1252_from_utf8(name)).push_back('\0');
+  return utf8_from_cp1252(std::string_view(list).substr(0, size > 2 ? size - 2 : 0));
+}
+
+}  // namespace
+
+const IniDocument* PosixIniFiles::document(std::string_view file) const {
+  std::optional<std::string> bytes = read_host_file(host_path(file), kMostIniBytes);
+  if (!bytes) return nullptr;
+  if (*bytes != cached_bytes_) {
+    cached_ = IniDocument::parse(*bytes);
+    cached_bytes_ = std::move(*bytes);
+  }
+  return &cached_;
+}
+
+std::string PosixIniFiles::value(std::string_view file, std::string_view section, std::string_view key,
+                                 std::string_view fallback, std::size_t size) const {
+  const IniDocument* ini = document(file);
+  const auto found = ini != nullptr ? ini->value(section, key) : std::nullopt;
+  return through_buffer(found ? *found : fallback.substr(0, fallback.find_last_not_of(' ') + 1), size);
+}
+
+std::string PosixIniFiles::keys(std::string_view file, std::string_view section, std::string_view fallback,
+                                std::size_t size) const {
+  const IniDocument* ini = document(file);
+  const auto names = ini != nullptr ? ini->keys(section) : std::vector<std::string_view>();
+  return names.empty() ? through_buffer(fallback, size) : list_through_buffer(names, size);
+}
+
+std::string PosixIniFiles::sections(std::string_view file, std::string_view /*fallback*/, std::size_t size) const {
+  const IniDocument* ini = document(file);
+  return ini != nullptr ? list_through_buffer(ini->sections(), size) : std::string();
+}
+
+bool PosixIniFiles::write(std::string_view file, std::string_view section, std::string_view key,
+                          std::string_view value) {
+  if (file.empty() || !is_writable_ini_entry(section, key, value)) return false;
+  const std::string path = host_path(file);
+  const IniDocument* existing = document(file);
+  if (existing == nullptr ? host_file_exists(path) : !existing->is_text()) return false;
+  IniDocument changed = existing != nullptr ? *existing : IniDocument();
+  if (!changed.set(section, key, value)) return true;
+  try {
+    replace_host_file(path, changed.bytes());
+  } catch (const RuntimeError&) {
+    return false;
+  }
+  return true;
+}
+
+IniFiles& host_ini_files() {
+  static PosixIniFiles files;
+  return files;
+}
+
+}  // namespace support

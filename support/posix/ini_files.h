@@ -1,0 +1,29 @@
+// The profile calls of Windows, answered from the files themselves.
+#pragma once
+
+#include <memory>
+#include <string>
+
+#include "support/ini.h"
+#include "support/ini_document.h"
+
+namespace support {
+
+class PosixIniFiles final : public IniFiles {
+ public:
+  std::string value(std::string_view file, std::string_view section, std::string_view key, std::string_view fallback,
+                    std::size_t size) const override;
+  std::string keys(std::string_view file, std::string_view section, std::string_view fallback,
+                   std::size_t size) const override;
+  std::string sections(std::string_view file, std::string_view fallback, std::size_t size) const override;
+  bool write(std::string_view file, std::string_view section, std::string_view key, std::string_view value) override;
+
+ private:
+  const IniDocument* document(std::string_view file) const;
+
+  // The document read last. It is read from disk every time but parsed again only when its bytes have changed.
+  mutable std::string cached_bytes_;
+  mutable IniDocument cached_;
+};
+
+}  // namespace support
