@@ -1,6 +1,7 @@
 #include "apps/patientdb/command.h"
 #include "apps/patientdb/database_file.h"
 #include "database/create_database.h"
+#include "database/new_file.h"
 #include "support/file_system.h"
 
 namespace patientdb {
@@ -42,8 +43,6 @@ database::SettingsRecord initial_settings() {
 database::Environment environment_for(const std::string& word) {
   database::Environment environment;
   environment.password = word;
-  environment.files = &support::host_file_system();
-  environment.open_engine = [](std::string_view) { return open_engine(); };
   return environment;
 }
 
@@ -61,7 +60,7 @@ void create_without_password(const std::string& path, const database::PatientRec
   if (files.file_size(path)) throw support::RuntimeError(3204, "Database already exists.");
   create_with_password(unfinished, word, patient);
   try {
-    const auto engine = open_engine();
+    const auto engine = database::create_engine({}, false);
     const auto database = engine->open_database(unfinished, true, false, "MS Access;pwd=" + word);
     database->new_password(word, "");
     database->close();
@@ -74,12 +73,8 @@ void create_without_password(const std::string& path, const database::PatientRec
 }
 
 void create_empty(const std::string& path, const std::string& word) {
-  const auto engine = open_engine();
-  const auto database = engine->create_database(path, engine::locale_general, engine::version_30);
-  database->begin_transaction();
-  database->commit_transaction();
-  if (!word.empty()) database->new_password("", word);
-  database->close();
+  database::NewFile file(environment_for(word), path, word);
+  file.finish();
 }
 
 database::PatientRecord patient_of(const console::Arguments& arguments) {

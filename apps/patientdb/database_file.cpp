@@ -1,7 +1,8 @@
 #include "apps/patientdb/database_file.h"
 
 #include "apps/patientdb/command.h"
-#include "database/create_database.h"
+#include "database/environment.h"
+#include "database/new_file.h"
 #include "support/encoding.h"
 #include "support/file_system.h"
 
@@ -38,18 +39,10 @@ std::string database_path(std::string_view host_path) {
   return support::host_file_system().windows_path(host_path);
 }
 
-std::unique_ptr<engine::Engine> open_engine() {
-  try {
-    return engine::open_engine("DAO.DBEngine.36");
-  } catch (const support::RuntimeError&) {
-    return engine::open_engine("DAO.DBEngine.35");
-  }
-}
-
 OpenDatabase open_database(const console::Arguments& arguments, const console::Console& console, Access access) {
   const std::string word = password(arguments, console);
   OpenDatabase open;
-  open.engine = open_engine();
+  open.engine = database::create_engine({}, false);
   open.database = open.engine->open_database(database_path(arguments.operands().front()), false,
                                              access == Access::ReadOnly, word.empty() ? "" : "MS Access;pwd=" + word);
   return open;

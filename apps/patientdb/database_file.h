@@ -18,8 +18,6 @@ std::string password(const console::Arguments& arguments, const console::Console
 /// The Windows path of a path on this host.
 std::string database_path(std::string_view host_path);
 
-std::unique_ptr<engine::Engine> open_engine();
-
 /// The engine must outlive its database.
 struct OpenDatabase {
   std::unique_ptr<engine::Engine> engine;

@@ -1,0 +1,39 @@
+// The user who is not there: messages are kept to be printed, questions get the answer that changes nothing, the shell
+// shows no dialogs.
+#pragma once
+
+#include <functional>
+#include <string>
+#include <vector>
+
+#include "wizard/user_port.h"
+
+namespace firststeps_batch {
+
+/// Moves the files of a folder that match the pattern into the recycle bin without asking; returns what was moved.
+using Recycle = std::function<std::vector<std::string>(std::string_view folder, std::string_view pattern)>;
+
+class BatchUser : public wizard::UserPort {
+ public:
+  /// Without a `recycle` nothing is moved.
+  explicit BatchUser(Recycle recycle = {}) : recycle_(std::move(recycle)) {}
+
+  int message_box(std::string_view text, std::uint32_t style, std::string_view title) override;
+  std::optional<std::string> choose_folder(std::string_view title) override;
+  bool open_file(std::string_view path) override;
+  std::vector<std::string> recycle(std::string_view folder, std::string_view pattern) override;
+  bool is_network_path(std::string_view path) override;
+  std::int32_t text_width(std::string_view text, std::string_view font) override;
+  void set_topmost(bool topmost) override;
+
+  /// The folder that the next choice of a folder gives; a choice without one is cancelled.
+  void set_next_folder(std::string folder) { next_folder_ = std::move(folder); }
+  const std::vector<std::string>& messages() const noexcept { return messages_; }
+
+ private:
+  Recycle recycle_;
+  std::vector<std::string> messages_;
+  std::optional<std::string> next_folder_;
+};
+
+}  // namespace firststeps_batch

@@ -1,0 +1,27 @@
+// The installation that a run works on, and what must be right with it before anything is touched.
+#pragma once
+
+#include <memory>
+#include <string>
+
+#include "apps/console/arguments.h"
+#include "apps/console/console.h"
+#include "support/registry_funktions.h"
+#include "wizard/installation_config.h"
+
+namespace firststeps_batch {
+
+struct Installation {
+  std::string own_folder;      ///< Windows path with its trailing backslash
+  std::string program_folder;  ///< where this program and its texts lie, in the same form
+  std::unique_ptr<support::Registry> registry;
+};
+
+/// Raises InputError that names the folder, ini file or hive that is missing or damaged.
+Installation find_installation(const console::Arguments& arguments, const console::Console& console);
+
+/// Checks what start-up has found: the ini files in the installation's folder (InputError), and that the current
+/// patient database opens (RuntimeError with the engine's number and the file's name).
+void check_configuration(const wizard::InstallationConfig& config);
+
+}  // namespace firststeps_batch

@@ -1,0 +1,83 @@
+#include "apps/firststeps_batch/report.h"
+
+#include <algorithm>
+
+#include "apps/console/json_writer.h"
+#include "apps/console/text_table.h"
+
+namespace firststeps_batch {
+namespace {
+
+using Entry = wizard::FinishReport::Entry;
+using What = wizard::FinishReport::What;
+
+std::string_view word(What what) {
+  switch (what) {
+    case What::RegistryValue:
+      return "registry";
+    case What::IniKey:
+      return "ini";
+    case What::File:
+      return "file";
+    case What::RecycledFile:
+      return "recycled";
+  }
+  return "";
+}
+
+void write_table(std::ostream& out, const std::vector<Entry>& entries) {
+  console::TextTable table;
+  for (const std::string_view title : {"What", "Where", "Name", "Value"}) table.add_column(title);
+  for (const Entry& entry : entries) {
+    table.add_row({std::string(word(entry.what)), entry.place, entry.name, entry.value});
+  }
+  table.write(out);
+}
+
+void write_problems(std::ostream& out, const std::vector<Entry>& entries) {
+  if (entries.empty()) return;
+  out << "\nNot written:\n";
+  for (const Entry& entry : entries) {
+    out << "  " << word(entry.what) << ' ' << entry.place << (entry.name.empty() ? "" : " ") << entry.name << ": "
+        << entry.problem << '\n';
+  }
+}
+
+void write_entry(console::JsonWriter& json, const Entry& entry, bool dry_run) {
+  json.begin_object().key("what").text(word(entry.what)).key("place").text(entry.place);
+  json.key("name").text(entry.name).key("value").text(entry.value);
+  json.key("written").boolean(entry.written && !dry_run).key("problem").text(entry.problem).end_object();
+}
+
+void write_texts(console::JsonWriter& json, std::string_view key, const std::vector<std::string>& texts) {
+  json.key(key).begin_array();
+  for (const std::string& text : texts) json.text(text);
+  json.end_array();
+}
+
+}  // namespace
+
+void write_text(std::ostream& out, const RunReport& report) {
+  std::vector<Entry> written = report.finish.entries, problems;
+  const auto first_problem =
+      std::stable_partition(written.begin(), written.end(), [](const Entry& entry) { return entry.problem.empty(); });
+  problems.assign(first_problem, written.end());
+  written.erase(first_problem, written.end());
+  out << (report.dry_run ? "Would be written:\n\n" : "Written:\n\n");
+  write_table(out, written);
+  write_problems(out, problems);
+}
+
+void write_json(std::ostream& out, const RunReport& report) {
+  console::JsonWriter json(out);
+  json.begin_object().key("dry_run").boolean(report.dry_run).key("complete").boolean(report.finish.complete());
+  json.key("entries").begin_array();
+  for (const Entry& entry : report.finish.entries) write_entry(json, entry, report.dry_run);
+  json.end_array();
+  write_texts(json, "messages", report.messages);
+  write_texts(json, "unused_pages", report.unused_pages);
+  json.end_object();
+  out << '\n';
+}
+
+}  // namespace firststeps_batch

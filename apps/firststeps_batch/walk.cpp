@@ -1,0 +1,51 @@
+#include "apps/firststeps_batch/walk.h"
+
+#include <algorithm>
+
+#include "apps/firststeps_batch/answer_controls.h"
+#include "support/encoding.h"
+
+namespace firststeps_batch {
+namespace {
+
+constexpr std::string_view buttons = "Command1";
+constexpr int next_button = 0;
+
+const PageAnswers* find_answers(const Answers& answers, std::string_view page) {
+  const auto found = std::ranges::find_if(
+      answers.pages, [&](const PageAnswers& other) { return support::equal_ignoring_case(other.page, page); });
+  return found == answers.pages.end() ? nullptr : &*found;
+}
+
+std::string refusal(const std::string& page, const std::vector<std::string>& messages, std::size_t first) {
+  std::string text = "The page " + page + " refuses its answers";
+  for (std::size_t i = first; i < messages.size(); ++i) text += (i == first ? ": " : " ") + messages[i];
+  return text;
+}
+
+}  // namespace
+
+std::vector<std::string> walk_to_last_page(wizard::frmAssistantFirstSteps& assistant, BatchUser& user,
+                                           const Answers& answers) {
+  std::vector<const PageAnswers*> unused;
+  for (const PageAnswers& page : answers.pages) unused.push_back(&page);
+  for (;;) {
+    const std::string page = assistant.StepName();
+    if (const PageAnswers* answered = find_answers(answers, page)) {
+      apply(assistant, user, answers, *answered);
+      std::erase(unused, answered);
+    }
+    const int step = assistant.CurrentStep();
+    if (step >= assistant.LastStep()) break;
+    const std::size_t messages = user.messages().size();
+    assistant.click(buttons, next_button);
+    if (assistant.CurrentStep() <= step) throw PageRefused(refusal(page, user.messages(), messages));
+  }
+  std::vector<std::string> names;
+  for (const PageAnswers* page : unused) names.push_back(page->page);
+  return names;
+}
+
+void finish(wizard::frmAssistantFirstSteps& assistant) { assistant.click(buttons, next_button); }
+
+}  // namespace firststeps_batch
