@@ -11,9 +11,6 @@
 
 namespace database {
 
-/// Password used where the setting is shorter than 3 characters.
-inline constexpr std::string_view default_password = "brimol";
-
 /// Creates a patient database with all its tables, the patient, the settings with their zones, and the version record.
 /// All or nothing: the file appears under its name only when complete. 1 on success, 0 otherwise (the reason through
 /// the skipped-statement listener, and in `failure` where given).
@@ -28,12 +25,8 @@ void OpenPatientDatabase(const Environment& environment, std::string_view path, 
 /// Creates the patient index database, without password. 1 on success; an existing file is never touched.
 std::int16_t CreateIndexDatabase(const Environment& environment, std::string_view path);
 
-/// Creates, configures and appends one field; ends at the first error with false.
-bool Field_Create(engine::TableDef& table, std::string_view name, engine::DataType type, std::int32_t size,
-                  std::int32_t attributes, bool required, bool allow_zero_length, std::string_view default_value);
-
-/// Creates, configures and appends a one-field index; ends at the first error with false.
-bool Index_Create(engine::TableDef& table, std::string_view index_name, std::string_view field_name,
-                  engine::DataType field_type, std::int32_t size, std::int32_t attributes, bool primary, bool unique);
+/// Runs the table procedure of one of the 43 tables: its layout, and for `labdefs` its rows. Failing statements are
+/// passed over; a name that is none of them does nothing.
+void create_table(const Environment& environment, engine::Database& database, std::string_view name);
 
 }  // namespace database

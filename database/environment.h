@@ -1,5 +1,5 @@
-// What the database procedures need of the program around them: password, texts, settings file, clock, the engine, and a
-// way to ask. One per process, built by the program's edge.
+// What the database procedures need of the program around them: password, texts, settings file, clock, the engine, and
+// a way to ask. One per process, built by the program's edge.
 #pragma once
 
 #include <cstdint>
@@ -14,6 +14,9 @@
 #include "support/language.h"
 
 namespace database {
+
+/// Password used where the setting is shorter than 3 characters.
+inline constexpr std::string_view default_password = "brimol";
 
 /// A message box: style bits as the platform counts them (OK/Cancel 1, stop 16, question 32, exclamation 48,
 /// Yes/No 4, system-modal 4096). Returns the button: OK 1, Cancel 2, Yes 6, No 7.
@@ -32,6 +35,7 @@ class Progress {
 struct Environment {
   /// Password of patient databases; shorter than 3 characters means the default one.
   std::string password;
+  /// Null: the machine's own.
   support::FileSystem* files = nullptr;
   /// The file with the daytime zones ("setup.ini"), section "timezones".
   const support::IniFiles* ini = nullptr;
@@ -40,6 +44,7 @@ struct Environment {
   const support::LanguageComponent* language = nullptr;
   /// Description text of a new database; holds the product word.
   std::string product_description = "vantrix";
+  /// Empty: the machine's clock.
   std::function<engine::Date()> now;
   std::function<std::unique_ptr<engine::Engine>(std::string_view identifier)> open_engine = engine::open_engine;
   /// Empty: questions are answered with Cancel or No, messages are dropped.
@@ -50,16 +55,23 @@ struct Environment {
   std::string data_folder;
 
   std::string text(long number) const { return language ? language->loadres(number) : std::string(); }
+  support::FileSystem& file_system() const { return files ? *files : support::host_file_system(); }
+  /// The present date and time, local.
+  engine::Date present() const;
+  /// The password that patient databases are opened and created with.
+  std::string_view patient_password() const;
+  /// Shows a message with the product's name as title; dropped where nothing can be asked.
+  void show_message(std::string_view text, std::uint32_t style) const;
 };
 
 /// Where a database procedure works: a path, which it opens and closes itself, or a database that is open already and
 /// stays open.
 class Target {
  public:
-  Target(std::string path) : path_(std::move(path)) {}           // NOLINT(google-explicit-constructor)
-  Target(std::string_view path) : path_(path) {}                 // NOLINT(google-explicit-constructor)
-  Target(const char* path) : path_(path) {}                      // NOLINT(google-explicit-constructor)
-  Target(engine::Database& open) : open_(&open) {}               // NOLINT(google-explicit-constructor)
+  Target(std::string path) : path_(std::move(path)) {}  // NOLINT(google-explicit-constructor)
+  Target(std::string_view path) : path_(path) {}        // NOLINT(google-explicit-constructor)
+  Target(const char* path) : path_(path) {}             // NOLINT(google-explicit-constructor)
+  Target(engine::Database& open) : open_(&open) {}      // NOLINT(google-explicit-constructor)
   const std::string& path() const noexcept { return path_; }
   /// Null where a path was given.
   engine::Database* open() const noexcept { return open_; }

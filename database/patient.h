@@ -17,8 +17,8 @@ struct PatientRecord {
   std::optional<engine::Date> birthday;  ///< nothing: not entered
   std::uint8_t gender = 0;               ///< 0 female, 1 male
   std::string email, a1, a2, a3;
-  std::int16_t typ = 0;                  ///< diabetes type
-  std::int16_t height = 0;               ///< cm
+  std::int16_t typ = 0;     ///< diabetes type
+  std::int16_t height = 0;  ///< cm
   std::string number, insurance, insurancenumber;
   /// Years; -1 not entered.
   std::int16_t DiabetesSince = -1, OADSince = -1, InsulinSince = -1, CPeptid = -1;
@@ -30,9 +30,10 @@ struct PatientRecord {
 /// Stores the patient: adds the row with this id or overwrites it. 1 when stored, 0 otherwise.
 std::int16_t db_AddPatient(const Environment& environment, const Target& target, const PatientRecord& patient);
 
-/// Reads the patient; keeps every column that could not be read as it was. An id above 0 selects by `pat_id`. True when a
-/// row was read.
-bool db_GetPatient(const Environment& environment, const Target& target, std::int32_t patient_id, PatientRecord& patient);
+/// Reads the patient; keeps every column that could not be read as it was. An id above 0 selects by `pat_id`. True when
+/// a row was read.
+bool db_GetPatient(const Environment& environment, const Target& target, std::int32_t patient_id,
+                   PatientRecord& patient);
 
 struct PreferredInsulin {
   bool rapid = false;

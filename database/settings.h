@@ -18,10 +18,10 @@ struct Zone {
 using ZoneTable = std::array<Zone, 13>;
 
 struct SettingsRecord {
-  std::int16_t BGTargetMax = 0, BGTargetMin = 0;          ///< mg/dl
-  std::int16_t BPTargetSysMax = 0, BPTargetSysMin = 0;    ///< mmHg
-  std::int16_t BPTargetDiaMax = 0, BPTargetDiaMin = 0;    ///< mmHg
-  std::int16_t BGHyper = 0, BGHypo = 0;                   ///< mg/dl
+  std::int16_t BGTargetMax = 0, BGTargetMin = 0;        ///< mg/dl
+  std::int16_t BPTargetSysMax = 0, BPTargetSysMin = 0;  ///< mmHg
+  std::int16_t BPTargetDiaMax = 0, BPTargetDiaMin = 0;  ///< mmHg
+  std::int16_t BGHyper = 0, BGHypo = 0;                 ///< mg/dl
   float TargetWeight = 0;
   double BUPerDayMax = -1;
   std::int16_t KHPerDayMax = -1;
@@ -32,7 +32,8 @@ struct SettingsRecord {
   ZoneTable zones;
 };
 
-/// Reads the row, then the targets that the current therapy plan overrides. Columns that fail keep what the record held.
+/// Reads the row, then the targets that the current therapy plan overrides. Columns that fail keep what the record
+/// held.
 bool db_GetSettings(const Environment& environment, const Target& target, SettingsRecord& settings,
                     std::int32_t patient_id = 0);
 

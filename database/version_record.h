@@ -32,8 +32,8 @@ VersionRecord new_version_record(const Environment& environment);
 /// product word.
 bool db_ReadDBInfo(const Environment& environment, const Target& target, VersionRecord& record);
 
-/// Brings the layout up to date where the record calls for it, raising its MinVersion, and writes the record, all in one
-/// transaction. 1 when written, 0 when nothing was.
+/// Brings the layout up to date where the record calls for it, raising its MinVersion, and writes the record, all in
+/// one transaction. 1 when written, 0 when nothing was.
 std::int16_t db_WriteDBInfo(const Environment& environment, const Target& target, VersionRecord& record);
 
 /// Closes, in this order, what is given: recordset, database, engine (the workspace is the engine's own).

@@ -1,4 +1,6 @@
-// The layout of a patient database as data: its 43 tables in the order of creation, and the table of the index database.
+// The layout of a patient database as data: its 43 tables in the order of creation, and the table of the index
+// database. A table is built from its rows by one loop; the two documentation tables have a shape of their own
+// (database/ddg.h).
 #pragma once
 
 #include <cstdint>
@@ -14,7 +16,7 @@ namespace database::schema {
 struct FieldRow {
   std::string_view name;
   engine::DataType type;
-  std::int32_t size = 0;                              ///< 0: not given
+  std::int32_t size = 0;  ///< 0: not given
   std::optional<std::int32_t> attributes = {};
   std::optional<std::string_view> default_value = {};
   std::optional<bool> required = {};
@@ -33,12 +35,42 @@ struct TableRow {
   std::span<const IndexRow> indexes;
 };
 
-/// All 43 tables in the order of creation. The documentation tables are not among `tables()` by shape: they are built by
-/// Field_Create and Index_Create, see ddg.h; here they stand as rows without fields.
+/// A field made by Field_Create: every property is given, none is required.
+struct DocumentationField {
+  std::string_view name;
+  engine::DataType type;
+  std::int32_t size = 0;
+  std::int32_t attributes = 0;
+  std::string_view default_value = {};
+  bool allow_zero_length = false;
+};
+
+/// An index made by Index_Create; it is built before the field that it covers.
+struct DocumentationIndex {
+  std::string_view name;
+  std::string_view field;
+  engine::DataType field_type;
+  bool primary = false;
+};
+
+struct DocumentationTable {
+  std::string_view name;
+  std::span<const DocumentationField> fields;
+  std::span<const DocumentationIndex> indexes;
+};
+
+/// All 43 tables in the order of creation; the documentation tables stand among them as rows without fields.
 std::span<const TableRow> tables();
 
 /// A table by name, without regard to case; null where there is none.
 const TableRow* find_table(std::string_view name);
+
+/// `Behandlungsprofil` and `Labordefinitionen`.
+const DocumentationTable& treatment_profile();
+const DocumentationTable& normal_values();
+
+/// The one table of the patient index database.
+const TableRow& index_table();
 
 /// The nine tables that hold the diary's entries, in the order of the repair pass.
 std::span<const std::string_view> data_tables();

@@ -1,0 +1,92 @@
+// Records as tables of columns: which member of a record stands in which column of a row. Reading and writing walk the
+// table, each column a step of its own, so that a failing one is passed over.
+#pragma once
+
+#include <cstdint>
+#include <optional>
+#include <span>
+#include <string>
+#include <string_view>
+#include <variant>
+
+#include "database/engine/engine.h"
+#include "support/error.h"
+
+namespace database {
+
+template <typename Record>
+struct Column {
+  std::string_view name;
+  std::variant<std::string Record::*, bool Record::*, std::uint8_t Record::*, std::int16_t Record::*,
+               std::int32_t Record::*, float Record::*, double Record::*, engine::Date Record::*,
+               std::optional<engine::Date> Record::*>
+      member;
+};
+
+// A value to a member, converted as an assignment to a typed variable converts; raises where that cannot be.
+inline void assign(std::string& member, const engine::Value& value) { member = engine::to_text(value); }
+inline void assign(bool& member, const engine::Value& value) { member = engine::to_bool(value); }
+inline void assign(std::int16_t& member, const engine::Value& value) { member = engine::to_int16(value); }
+inline void assign(std::int32_t& member, const engine::Value& value) { member = engine::to_int32(value); }
+inline void assign(float& member, const engine::Value& value) { member = engine::to_single(value); }
+inline void assign(double& member, const engine::Value& value) { member = engine::to_double(value); }
+inline void assign(engine::Date& member, const engine::Value& value) { member = engine::to_date(value); }
+inline void assign(std::uint8_t& member, const engine::Value& value) {
+  const std::int16_t number = engine::to_int16(value);
+  if (number < 0 || number > 255) throw support::RuntimeError(6, "overflow");
+  member = static_cast<std::uint8_t>(number);
+}
+inline void assign(std::optional<engine::Date>& member, const engine::Value& value) {
+  member = engine::is_null(value) ? std::nullopt : std::optional(engine::to_date(value));
+}
+
+template <typename Member>
+engine::Value value_of(const Member& member) {
+  return member;
+}
+inline engine::Value value_of(std::uint8_t member) { return std::int32_t{member}; }
+inline engine::Value value_of(std::int16_t member) { return std::int32_t{member}; }
+inline engine::Value value_of(const std::optional<engine::Date>& member) {
+  return member ? engine::Value(*member) : engine::Value(engine::Null{});
+}
+
+/// Reads one value into the column's member.
+template <typename Record>
+void assign_column(Record& record, const Column<Record>& column, const engine::Value& value) {
+  std::visit([&](auto member) { assign(record.*member, value); }, column.member);
+}
+
+template <typename Record>
+engine::Value column_value(const Record& record, const Column<Record>& column) {
+  return std::visit([&](auto member) { return value_of(record.*member); }, column.member);
+}
+
+/// Reads the columns of the current row; what cannot be read stays as the record held it.
+template <typename Record>
+void read_columns(support::Procedure& procedure, const engine::Recordset& row, std::span<const Column<Record>> columns,
+                  Record& record) {
+  for (const auto& column : columns) {
+    procedure.step([&] { assign_column(record, column, row.value(column.name)); });
+  }
+}
+
+/// Writes the columns into the row being added or edited.
+template <typename Record>
+void write_columns(support::Procedure& procedure, engine::Recordset& row, std::span<const Column<Record>> columns,
+                   const Record& record) {
+  for (const auto& column : columns) {
+    procedure.step([&] { row.set_value(column.name, column_value(record, column)); });
+  }
+}
+
+/// Starts writing: the first row is edited, or a new one added where there is none.
+inline void edit_or_add(engine::Recordset& rows) {
+  if (rows.bof() && rows.eof()) {
+    rows.add_new();
+  } else {
+    rows.move_first();
+    rows.edit();
+  }
+}
+
+}  // namespace database

@@ -1,0 +1,192 @@
+#include "database/create_database.h"
+
+#include <optional>
+#include <string>
+
+#include "database/ddg.h"
+#include "database/lab_definitions.h"
+#include "database/new_file.h"
+#include "database/schema/schema.h"
+#include "database/version_record.h"
+#include "support/encoding.h"
+
+namespace database {
+namespace {
+
+constexpr int error_field_exists = 3191;
+constexpr int error_item_not_found = 3265;
+constexpr int error_zero_length = 3315;
+
+/// Keeps the first of the statements that the procedures below pass over: what they may leave out one by one, a new
+/// database must not lack. Two kinds do not count: the repair pass finds its fields there, and an empty text in a field
+/// that takes none leaves it Null.
+class SkippedStatements {
+ public:
+  SkippedStatements() {
+    previous_ = support::set_skipped_statement_listener(
+        [this](std::string_view label, const support::RuntimeError& error) { notice(label, error); });
+  }
+  ~SkippedStatements() { support::set_skipped_statement_listener(std::move(previous_)); }
+  SkippedStatements(const SkippedStatements&) = delete;
+  SkippedStatements& operator=(const SkippedStatements&) = delete;
+
+  void forget() { first_.reset(); }
+  void raise_first() const {
+    if (first_) throw *first_;
+  }
+
+ private:
+  void notice(std::string_view label, const support::RuntimeError& error) {
+    if (previous_) previous_(label, error);
+    if (!first_ && error.number() != error_field_exists && error.number() != error_zero_length) first_ = error;
+  }
+
+  support::SkippedStatementListener previous_;
+  std::optional<support::RuntimeError> first_;
+};
+
+/// Adds what a data table lacks of the fields `flag` and `importid`; a table of this layout has both.
+void repair_data_table(support::Procedure& procedure, engine::Database& database, std::string_view name) {
+  constexpr std::pair<std::string_view, engine::DataType> fields[] = {{"flag", engine::DataType::Integer},
+                                                                      {"importid", engine::DataType::Long}};
+  for (const auto& field_row : fields) {
+    procedure.step([&] {
+      const auto table = database.table_defs().item(name);
+      const auto field = table->create_field(field_row.first, field_row.second);
+      field->set_default_value("0");
+      field->set_required(false);
+      table->fields().append(field);
+    });
+  }
+}
+
+void allow_empty_texts(support::Procedure& procedure, engine::Database& database, std::string_view name) {
+  procedure.step([&] {
+    const auto table = database.table_defs().item(name);
+    for (std::int32_t i = 0; i < table->fields().count(); ++i) {
+      const auto field = table->fields().item(i);
+      if (field->type() != engine::DataType::Text) continue;
+      procedure.step([&] { field->set_allow_zero_length(true); });
+    }
+  });
+}
+
+void create_tables(const Environment& environment, engine::Database& database) {
+  support::Procedure procedure{"sql!CreatePatientDatabase"};
+  for (const schema::TableRow& row : schema::tables()) create_table(environment, database, row.name);
+  for (const std::string_view name : schema::data_tables()) repair_data_table(procedure, database, name);
+  for (const std::string_view name : schema::data_tables()) allow_empty_texts(procedure, database, name);
+}
+
+/// Raises 3265 where a table lacks a field or an index.
+void require(engine::Database& database, std::string_view name, std::size_t fields, std::size_t indexes) {
+  const auto table = database.table_defs().item(name);
+  if (static_cast<std::size_t>(table->fields().count()) < fields ||
+      static_cast<std::size_t>(table->indexes().count()) < indexes) {
+    throw support::RuntimeError(error_item_not_found, "the table " + std::string(name) + " is not complete");
+  }
+}
+
+void require_all_tables(engine::Database& database) {
+  for (const schema::TableRow& row : schema::tables()) {
+    require(database, row.name, row.fields.size(), row.indexes.size());
+  }
+  for (const schema::DocumentationTable* table : {&schema::treatment_profile(), &schema::normal_values()}) {
+    require(database, table->name, table->fields.size(), table->indexes.size());
+  }
+}
+
+void write_records(const Environment& environment, engine::Database& database, const PatientRecord& patient,
+                   SettingsRecord settings) {
+  db_AddPatient(environment, database, patient);
+  GetTimeZones(environment, database, settings.zones, true);
+  db_SaveSettings(environment, database, settings);
+  VersionRecord version = new_version_record(environment);
+  db_WriteDBInfo(environment, database, version);
+  GetTimeZones(environment, database, settings.zones, true);
+  db_AddTimeZonesToPatient(environment, database, settings.zones);
+}
+
+void fill(const Environment& environment, engine::Database& database, const PatientRecord& patient,
+          const SettingsRecord& settings) {
+  SkippedStatements skipped;
+  create_tables(environment, database);
+  try {
+    require_all_tables(database);
+  } catch (const support::RuntimeError&) {
+    skipped.raise_first();
+    throw;
+  }
+  // Properties that an engine refused have left no gap.
+  skipped.forget();
+  write_records(environment, database, patient, settings);
+  skipped.raise_first();
+}
+
+std::int16_t report(const support::Procedure& procedure, bool succeeded, support::RuntimeError* failure) {
+  if (!succeeded && failure) *failure = procedure.error();
+  return succeeded ? 1 : 0;
+}
+
+}  // namespace
+
+void create_table(const Environment& environment, engine::Database& database, std::string_view name) {
+  const schema::TableRow* row = schema::find_table(name);
+  if (!row) return;
+  if (row->name == schema::treatment_profile().name) {
+    CreateTD_Behandlungsprofil(database);
+  } else if (row->name == schema::normal_values().name) {
+    CreateTD_Normwerte(database);
+  } else {
+    schema::create_table(database, *row);
+  }
+  if (row->name == "labdefs") add_lab_definitions(environment, database);
+}
+
+std::int16_t CreatePatientDatabase(const Environment& environment, std::string_view path, const PatientRecord& patient,
+                                   const SettingsRecord& settings, support::RuntimeError* failure) {
+  support::Procedure procedure{"sql!CreatePatientDatabase"};
+  const bool created = procedure.guarded([&] {
+    NewFile file{environment, path, environment.patient_password()};
+    {
+      engine::Transaction transaction{file.database()};
+      fill(environment, file.database(), patient, settings);
+      transaction.commit();
+    }
+    file.finish();
+  });
+  return report(procedure, created, failure);
+}
+
+void OpenPatientDatabase(const Environment& environment, std::string_view path, bool read_only, bool newest_engine_only,
+                         std::unique_ptr<engine::Engine>& engine, std::unique_ptr<engine::Database>& database,
+                         support::RuntimeError* failure) {
+  support::Procedure procedure{"sql!OpenPatientDatabase"};
+  database.reset();
+  engine.reset();
+  if (path.empty()) return;
+  const bool opened = procedure.guarded([&] {
+    engine = create_engine(environment, newest_engine_only);
+    database =
+        engine->open_database(path, false, read_only, "MS Access;pwd=" + std::string(environment.patient_password()));
+  });
+  if (!opened) engine.reset();
+  report(procedure, opened, failure);
+}
+
+std::int16_t CreateIndexDatabase(const Environment& environment, std::string_view path) {
+  support::Procedure procedure{"sql!CreateIndexDatabase"};
+  const bool created = procedure.guarded([&] {
+    NewFile file{environment, path, ""};
+    {
+      engine::Transaction transaction{file.database()};
+      schema::create_table(file.database(), schema::index_table());
+      require(file.database(), schema::index_table().name, schema::index_table().fields.size(), 0);
+      transaction.commit();
+    }
+    file.finish();
+  });
+  return created ? 1 : 0;
+}
+
+}  // namespace database

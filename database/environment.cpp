@@ -1,0 +1,30 @@
+#include "database/environment.h"
+
+#include <ctime>
+
+#include "support/encoding.h"
+
+namespace database {
+namespace {
+
+engine::Date machine_time() {
+  const std::time_t now = std::time(nullptr);
+  const std::tm* local = std::localtime(&now);
+  if (!local) throw support::RuntimeError(5, "the machine's clock cannot be read");
+  return engine::date_from(local->tm_year + 1900, local->tm_mon + 1, local->tm_mday, local->tm_hour, local->tm_min,
+                           local->tm_sec);
+}
+
+}  // namespace
+
+engine::Date Environment::present() const { return now ? now() : machine_time(); }
+
+std::string_view Environment::patient_password() const {
+  return support::character_count(password) < 3 ? default_password : std::string_view(password);
+}
+
+void Environment::show_message(std::string_view message, std::uint32_t style) const {
+  if (message_box) message_box(message, style, product_description);
+}
+
+}  // namespace database

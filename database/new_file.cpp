@@ -1,0 +1,73 @@
+#include "database/new_file.h"
+
+#include <cstdio>
+#include <random>
+
+#include "database/version_record.h"
+#include "support/common_code.h"
+
+namespace database {
+namespace {
+
+/// No two runs, and no file left by a run that was killed, meet under this name.
+std::string working_name(const std::string& path) {
+  char token[16];
+  std::snprintf(token, sizeof token, ".%08x", static_cast<unsigned>(std::random_device{}()));
+  return path + token;
+}
+
+}  // namespace
+
+NewFile::NewFile(const Environment& environment, std::string_view path, std::string_view password)
+    : files_(environment.file_system()), path_(path) {
+  support::RemoveSlashes(path_);
+  if (target_exists()) throw support::RuntimeError(3204, "the database exists already");
+  engine_ = create_engine(environment, false);
+  working_path_ = working_name(path_);
+  try {
+    database_ = engine_->create_database(working_path_, engine::locale_general, engine::version_30);
+    if (!password.empty()) database_->new_password("", password);
+  } catch (...) {
+    close();
+    files_.remove(working_path_);
+    throw;
+  }
+}
+
+NewFile::~NewFile() {
+  if (working_path_.empty()) return;
+  close();
+  files_.remove(working_path_);
+}
+
+void NewFile::finish() {
+  close();
+  if (!files_.rename_without_replacing(working_path_, path_)) {
+    if (target_exists()) throw support::RuntimeError(3204, "the database exists already");
+    throw support::RuntimeError(3043, "the database cannot be given its name");
+  }
+  working_path_.clear();
+}
+
+void NewFile::close() {
+  std::unique_ptr<engine::Recordset> none;
+  db_cleanup(engine_, database_, none);
+}
+
+bool NewFile::target_exists() const { return files_.file_size(path_).has_value() || files_.folder_exists(path_); }
+
+std::unique_ptr<engine::Engine> create_engine(const Environment& environment, bool newest_engine_only) {
+  const auto create = [&](std::string_view identifier) {
+    auto engine = environment.open_engine(identifier);
+    if (!engine) throw support::RuntimeError(429, "no database engine answers");
+    return engine;
+  };
+  try {
+    return create("DAO.DBEngine.36");
+  } catch (const support::RuntimeError&) {
+    if (newest_engine_only) throw;
+    return create("DAO.DBEngine.35");
+  }
+}
+
+}  // namespace database

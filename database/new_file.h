@@ -1,0 +1,41 @@
+// A database file that comes into being whole: it is built under a name beside its own and renamed when complete.
+#pragma once
+
+#include <memory>
+#include <string>
+#include <string_view>
+
+#include "database/environment.h"
+
+namespace database {
+
+class NewFile {
+ public:
+  /// Creates the database, open and without tables; an empty password leaves it unencrypted. Raises 3204 where the file
+  /// exists, and what the engine raises where it cannot be created.
+  NewFile(const Environment& environment, std::string_view path, std::string_view password);
+  /// Leaves nothing behind unless finish() returned.
+  ~NewFile();
+  NewFile(const NewFile&) = delete;
+  NewFile& operator=(const NewFile&) = delete;
+
+  engine::Database& database() const { return *database_; }
+  /// Closes the database and gives the file its name. Raises 3204 where a file of this name has come up meanwhile.
+  void finish();
+
+ private:
+  void close();
+  bool target_exists() const;
+
+  support::FileSystem& files_;
+  std::string path_;
+  std::string working_path_;
+  std::unique_ptr<engine::Engine> engine_;
+  std::unique_ptr<engine::Database> database_;
+};
+
+/// The newest engine that answers: "DAO.DBEngine.36", else "DAO.DBEngine.35" unless only the newest will do. Raises
+/// what the last one asked raised.
+std::unique_ptr<engine::Engine> create_engine(const Environment& environment, bool newest_engine_only);
+
+}  // namespace database

@@ -1,0 +1,56 @@
+#include "database/opened_target.h"
+
+#include "database/create_database.h"
+#include "database/version_record.h"
+
+namespace database {
+
+OpenedTarget::OpenedTarget(const Environment& environment, const Target& target, Access access)
+    : database_(target.open()) {
+  if (database_) return;
+  support::RuntimeError failure{0, ""};
+  OpenPatientDatabase(environment, target.path(), false, false, engine_, owned_, &failure);
+  // A file that may not be written can still be read.
+  if (access == Access::Read && (failure.number() == 3027 || failure.number() == 3051)) {
+    OpenPatientDatabase(environment, target.path(), true, false, engine_, owned_);
+  }
+  database_ = owned_.get();
+}
+
+OpenedTarget::~OpenedTarget() {
+  if (!owned_) return;
+  std::unique_ptr<engine::Recordset> none;
+  db_cleanup(engine_, owned_, none);
+}
+
+engine::Database& OpenedTarget::database() const {
+  if (!database_) throw support::RuntimeError(91, "no database is open");
+  return *database_;
+}
+
+std::unique_ptr<engine::Recordset> try_open_recordset(support::Procedure& procedure, const OpenedTarget& target,
+                                                      std::string_view source) {
+  std::unique_ptr<engine::Recordset> rows;
+  procedure.step([&] { rows = target.database().open_recordset(source); });
+  return rows;
+}
+
+std::unique_ptr<engine::Recordset> try_open_row(support::Procedure& procedure, const OpenedTarget& target,
+                                                std::string_view source) {
+  auto rows = try_open_recordset(procedure, target, source);
+  bool found = false;
+  if (rows) procedure.step([&] { found = !rows->eof(); });
+  if (!found) rows.reset();
+  return rows;
+}
+
+bool next_row(support::Procedure& procedure, engine::Recordset& rows) {
+  bool more = false;
+  procedure.step([&] {
+    rows.move_next();
+    more = !rows.eof();
+  });
+  return more;
+}
+
+}  // namespace database

@@ -1,0 +1,121 @@
+#include "database/therapy_plan.h"
+
+#include "database/columns.h"
+#include "database/opened_target.h"
+
+namespace database {
+namespace {
+
+constexpr long text_plan_not_saved = 4880;
+constexpr long text_saving_item = 4881;
+constexpr std::uint32_t style_plain = 0;
+constexpr std::uint32_t style_exclamation = 48;
+
+constexpr Column<TherapyPlan> header_columns[] = {
+    {"vdate", &TherapyPlan::vDate},
+    {"desc", &TherapyPlan::desc},
+    {"type", &TherapyPlan::Type},
+    {"comment", &TherapyPlan::Comment},
+};
+
+constexpr Column<PlanItem> item_columns[] = {
+    {"desc", &PlanItem::desc},         {"itemvalue", &PlanItem::ItemValue}, {"comment", &PlanItem::Comment},
+    {"timeslot", &PlanItem::TimeSlot}, {"itemtype", &PlanItem::ItemType},
+};
+
+/// Every column must be stored: the first that cannot be ends it.
+template <typename Record>
+void store_columns(engine::Recordset& row, std::span<const Column<Record>> columns, const Record& record) {
+  for (const auto& column : columns) row.set_value(column.name, column_value(record, column));
+}
+
+std::int32_t store_header(engine::Database& database, const TherapyPlan& plan) {
+  std::int32_t id = plan.id;
+  std::unique_ptr<engine::Recordset> row;
+  if (id != 0) {
+    row = database.open_recordset("SELECT * FROM therapieplan WHERE id=" + std::to_string(id));
+    row->move_last();
+    row->edit();
+  } else {
+    row = database.open_recordset("therapieplan");
+    row->add_new();
+    id = engine::to_int32(row->value("id"));
+  }
+  store_columns<TherapyPlan>(*row, header_columns, plan);
+  row->update();
+  return id;
+}
+
+void store_item(engine::Recordset& rows, const PlanItem& item, std::int32_t plan_id) {
+  rows.add_new();
+  store_columns<PlanItem>(rows, item_columns, item);
+  rows.set_value("lid", plan_id);
+  rows.update();
+}
+
+/// The number of items that could not be stored; each was shown.
+std::size_t store_items(const Environment& environment, support::Procedure& procedure, engine::Recordset& rows,
+                        const std::vector<PlanItem>& items, std::int32_t plan_id) {
+  std::size_t failed = 0;
+  for (std::size_t i = 0; i < items.size(); ++i) {
+    if (environment.progress) {
+      environment.progress->set_value(static_cast<std::int32_t>(i + 1));
+      environment.progress->set_caption(environment.text(text_saving_item) + "\r\n" + items[i].desc);
+    }
+    if (procedure.step([&] { store_item(rows, items[i], plan_id); })) continue;
+    ++failed;
+    environment.show_message(procedure.error().what(), style_plain);
+    procedure.step([&] { rows.cancel_update(); });
+  }
+  return failed;
+}
+
+std::string header_query(std::optional<std::int32_t> id) {
+  return id ? "SELECT * FROM therapieplan WHERE id=" + std::to_string(*id)
+            : "SELECT * FROM therapieplan ORDER BY vdate DESC";
+}
+
+}  // namespace
+
+bool db_SaveTherapyPlan(const Environment& environment, const Target& target, TherapyPlan& plan) {
+  support::Procedure procedure{"sql!db_SaveTherapyPlan"};
+  const OpenedTarget opened{environment, target, OpenedTarget::Access::Write};
+  std::int32_t id = 0;
+  std::size_t failed_items = 0;
+  const bool stored = procedure.guarded([&] {
+    engine::Database& database = opened.database();
+    engine::Transaction transaction{database};
+    id = store_header(database, plan);
+    const auto details = database.open_recordset("therapieplan_details");
+    if (!details->updatable()) throw support::RuntimeError(3027, "the plan's items cannot be changed");
+    database.execute("DELETE * FROM therapieplan_details WHERE lID=" + std::to_string(id));
+    failed_items = store_items(environment, procedure, *details, plan.items, id);
+    details->close();
+    transaction.commit();
+  });
+  if (!stored) {
+    environment.show_message(environment.text(text_plan_not_saved), style_exclamation);
+    return false;
+  }
+  plan.id = id;
+  return failed_items == 0;
+}
+
+bool db_GetTherapyPlan(const Environment& environment, const Target& target, std::optional<std::int32_t> id,
+                       TherapyPlan& plan) {
+  support::Procedure procedure{"sql!db_GetTherapyPlan"};
+  const OpenedTarget opened{environment, target, OpenedTarget::Access::Read};
+  TherapyPlan found;
+  const auto header = try_open_row(procedure, opened, header_query(id));
+  if (!header || !procedure.step([&] { found.id = engine::to_int32(header->value("id")); })) return false;
+  read_columns<TherapyPlan>(procedure, *header, header_columns, found);
+  const auto details =
+      try_open_row(procedure, opened, "select * from therapieplan_details where lid=" + std::to_string(found.id));
+  for (bool more = details != nullptr; more; more = next_row(procedure, *details)) {
+    read_columns<PlanItem>(procedure, *details, item_columns, found.items.emplace_back());
+  }
+  plan = std::move(found);
+  return true;
+}
+
+}  // namespace database

@@ -1,0 +1,114 @@
+#include "database/version_record.h"
+
+#include <algorithm>
+
+#include "database/columns.h"
+#include "database/opened_target.h"
+#include "database/upgrade.h"
+#include "support/common_code.h"
+#include "support/encoding.h"
+
+namespace database {
+namespace {
+
+/// In the order of writing.
+constexpr Column<VersionRecord> version_columns[] = {
+    {"MajVersion", &VersionRecord::MajVersion},
+    {"MinVersion", &VersionRecord::MinVersion},
+    {"Password", &VersionRecord::Password},
+    {"Type", &VersionRecord::Type},
+    {"Desc", &VersionRecord::Desc},
+    {"LastChanged", &VersionRecord::LastChanged},
+    {"LastBackup", &VersionRecord::LastBackup},
+    {"Created", &VersionRecord::Created},
+    {"LastUser", &VersionRecord::LastUser},
+    {"LastCompressed", &VersionRecord::LastCompressed},
+    {"LastArchive", &VersionRecord::LastArchive},
+    {"lAvailableData", &VersionRecord::lAvailableData},
+    {"sAvailableData", &VersionRecord::sAvailableData},
+};
+
+constexpr std::string_view product_words[] = {"vantrix", "trenmoor"};
+
+bool is_product(std::string_view description) {
+  return std::any_of(std::begin(product_words), std::end(product_words), [&](std::string_view word) {
+    return support::find_ignoring_case(description, word) != std::string_view::npos;
+  });
+}
+
+bool has_field(const engine::Recordset& row, std::string_view name) {
+  for (std::int32_t i = 0; i < row.field_count(); ++i) {
+    if (support::equal_ignoring_case(row.field_name(i), name)) return true;
+  }
+  return false;
+}
+
+bool write_record(support::Procedure& procedure, engine::Database& database, const VersionRecord& record) {
+  VersionRecord stored = record;
+  // Both texts have always been stored with a blank at their end; readers trim it.
+  stored.Password += " ";
+  stored.sAvailableData += " ";
+  std::unique_ptr<engine::Recordset> row;
+  procedure.step([&] { row = database.open_recordset("db_info"); });
+  if (!row || !procedure.step([&] { edit_or_add(*row); })) return false;
+  write_columns<VersionRecord>(procedure, *row, version_columns, stored);
+  return procedure.step([&] { row->update(); });
+}
+
+}  // namespace
+
+VersionRecord new_version_record(const Environment& environment) {
+  VersionRecord record;
+  record.Desc = environment.product_description;
+  record.Password = environment.patient_password();
+  record.LastChanged = record.Created = record.LastBackup = environment.present();
+  return record;
+}
+
+bool db_ReadDBInfo(const Environment& environment, const Target& target, VersionRecord& record) {
+  support::Procedure procedure{"sql!db_ReadDBInfo"};
+  const OpenedTarget opened{environment, target, OpenedTarget::Access::Read};
+  const auto row = try_open_row(procedure, opened, "SELECT * FROM db_info");
+  if (!row) return false;
+  std::string description;
+  procedure.step([&] { description = engine::to_text(row->value("Desc")); });
+  for (const auto& column : version_columns) {
+    procedure.step([&] {
+      // Older layouts lack some columns, and their rows hold Null in those added since: neither makes them foreign.
+      if (!has_field(*row, column.name)) return;
+      const engine::Value value = row->value(column.name);
+      if (!engine::is_null(value)) assign_column(record, column, value);
+    });
+  }
+  record.Password = support::trim(record.Password);
+  record.sAvailableData = support::trim(record.sAvailableData);
+  return !procedure.pending() && is_product(description);
+}
+
+std::int16_t db_WriteDBInfo(const Environment& environment, const Target& target, VersionRecord& record) {
+  support::Procedure procedure{"sql!db_WriteDBInfo"};
+  const OpenedTarget opened{environment, target, OpenedTarget::Access::Write};
+  if (!opened.get()) return 0;
+  if (!needs_upgrade(record)) return write_record(procedure, *opened.get(), record) ? 1 : 0;
+  VersionRecord upgraded = record;
+  const bool written = procedure.guarded([&] {
+    engine::Transaction transaction{*opened.get()};
+    upgrade_ladder(environment, *opened.get(), upgraded);
+    if (!write_record(procedure, *opened.get(), upgraded)) throw support::RuntimeError(procedure.error());
+    transaction.commit();
+  });
+  if (written) record = upgraded;
+  return written ? 1 : 0;
+}
+
+void db_cleanup(std::unique_ptr<engine::Engine>& workspace, std::unique_ptr<engine::Database>& database,
+                std::unique_ptr<engine::Recordset>& recordset) {
+  support::Procedure procedure{"sql!db_cleanup"};
+  if (recordset) procedure.step([&] { recordset->close(); });
+  recordset.reset();
+  if (database) procedure.step([&] { database->close(); });
+  database.reset();
+  workspace.reset();
+}
+
+}  // namespace database
