@@ -13,6 +13,7 @@ namespace {
 constexpr std::string_view kHeader = "REGEDIT4";
 constexpr std::string_view kLineEnd = "\r\n";
 constexpr int kInvalidFileFormat = 321;
+constexpr std::ptrdiff_t kMostLevels = 32;
 
 std::string_view without_blanks(std::string_view text) {
   const auto first = text.find_first_not_of(" \t\r");
@@ -99,7 +100,8 @@ class HiveDocument::Reader {
   }
 
   [[noreturn]] void fail(const std::string& what) const {
-    throw RuntimeError(kInvalidFileFormat, file_name_ + ", line " + std::to_string(line_number_) + ": " + what);
+    throw RuntimeError(kInvalidFileFormat,
+                       file_name_ + ", line " + std::to_string(std::max<std::size_t>(line_number_, 1)) + ": " + what);
   }
 
   void read_comment() {
@@ -113,6 +115,7 @@ class HiveDocument::Reader {
   void read_key() {
     const std::string path = normal_path(line_.substr(1, line_.size() - 2));
     if (!line_.ends_with(']') || path.empty() || path.front() == '-') fail("no key");
+    if (std::count(path.begin(), path.end(), '\\') > kMostLevels) fail("a key with too many levels");
     key_ = static_cast<std::size_t>(&document_.list_key(path) - document_.keys_.data());
     has_key_ = true;
   }
@@ -156,10 +159,10 @@ bool HiveDocument::create_key(std::string_view key) {
 std::optional<std::string_view> HiveDocument::data(std::string_view key, std::string_view name) const {
   const auto place = places_.find(to_lower(normal_path(key)));
   if (place == places_.end()) return std::nullopt;
-  for (const Entry& entry : keys_[place->second].entries) {
-    if (!entry.is_comment && equal_ignoring_case(entry.name, name)) return entry.data;
-  }
-  return std::nullopt;
+  const Key& found = keys_[place->second];
+  const auto value = found.places.find(to_lower(name));
+  if (value == found.places.end()) return std::nullopt;
+  return found.entries[value->second].data;
 }
 
 bool HiveDocument::set_data(std::string_view key, std::string_view name, std::string_view new_data) {
@@ -169,13 +172,11 @@ bool HiveDocument::set_data(std::string_view key, std::string_view name, std::st
 }
 
 void HiveDocument::set_entry(Key& key, std::string_view name, std::string_view data) {
-  const auto found = std::find_if(key.entries.begin(), key.entries.end(), [&](const Entry& entry) {
-    return !entry.is_comment && equal_ignoring_case(entry.name, name);
-  });
-  if (found == key.entries.end()) {
+  const auto [place, is_new] = key.places.try_emplace(to_lower(name), key.entries.size());
+  if (is_new) {
     key.entries.push_back({std::string(name), std::string(data)});
   } else {
-    found->data = data;
+    key.entries[place->second].data = data;
   }
 }
 
@@ -197,7 +198,7 @@ HiveDocument::Key& HiveDocument::list_key(std::string_view key) {
     spellings_.try_emplace(above, path.substr(0, above.size()));
   }
   places_.emplace(lower_path, keys_.size());
-  keys_.push_back({path, {}});
+  keys_.push_back({path, {}, {}});
   return keys_.back();
 }
 

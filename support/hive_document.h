@@ -1,7 +1,9 @@
 // The content of a hive file: keys with their values in the order of the file.
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
+#include <functional>
 #include <map>
 #include <optional>
 #include <string>
@@ -39,11 +41,12 @@ class HiveDocument {
   struct Key {
     std::string path;
     std::vector<Entry> entries;
+    std::map<std::string, std::size_t, std::less<>> places;  // of the values, by lower-case name
   };
   class Reader;
 
   Key& list_key(std::string_view key);
-  void set_entry(Key& key, std::string_view name, std::string_view data);
+  static void set_entry(Key& key, std::string_view name, std::string_view data);
 
   std::vector<std::string> opening_comments_;
   std::vector<Key> keys_;

@@ -12,7 +12,7 @@ namespace support {
 
 namespace {
 
-constexpr std::uint64_t kMostHiveBytes = std::uint64_t{16} << 20U;
+constexpr std::uint64_t kMostHiveBytes = std::uint64_t{4} << 20U;
 constexpr int kPathFileAccessError = 75;
 constexpr std::uint32_t kText = 1;
 constexpr std::uint32_t kExpandableText = 2;
@@ -71,7 +71,7 @@ class HiveRegistry final : public Registry {
   void load() {
     std::optional<std::string> bytes = read_host_file(path_, kMostHiveBytes);
     if (!bytes && host_file_exists(path_)) {
-      throw RuntimeError(kPathFileAccessError, path_ + " cannot be read or is larger than 16 MiB");
+      throw RuntimeError(kPathFileAccessError, path_ + " cannot be read or is larger than 4 MiB");
     }
     if (bytes == bytes_) return;
     document_ = bytes ? HiveDocument::parse(*bytes, path_) : HiveDocument();

@@ -109,12 +109,17 @@ std::optional<std::string_view> IniDocument::value(std::string_view section, std
 
 std::vector<std::string_view> IniDocument::keys(std::string_view section) const {
   std::vector<std::string_view> names;
-  const std::size_t section_index = index_of(sections_, section);
-  if (section_index == sections_.size()) return names;
-  for (const Line& line : sections_[section_index].lines) {
-    if (line.value) names.push_back(line.name);
-  }
+  each_value(section, [&names](std::string_view key, std::string_view /*value*/) { names.push_back(key); });
   return names;
+}
+
+void IniDocument::each_value(std::string_view section,
+                             const std::function<void(std::string_view key, std::string_view value)>& visitor) const {
+  const std::size_t section_index = index_of(sections_, section);
+  if (section_index == sections_.size()) return;
+  for (const Line& line : sections_[section_index].lines) {
+    if (line.value) visitor(line.name, *line.value);
+  }
 }
 
 std::vector<std::string_view> IniDocument::sections() const {

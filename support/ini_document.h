@@ -3,6 +3,8 @@
 // endian).
 #pragma once
 
+#include <cstddef>
+#include <functional>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -26,6 +28,9 @@ class IniDocument {
   std::optional<std::string_view> value(std::string_view section, std::string_view key) const;
   /// Key names of the first section of that name, in order; empty where there is none.
   std::vector<std::string_view> keys(std::string_view section) const;
+  /// Calls `visitor(key, value)` for the same keys, the repeated ones too.
+  void each_value(std::string_view section,
+                  const std::function<void(std::string_view key, std::string_view value)>& visitor) const;
   /// Section names in order, repeated ones too.
   std::vector<std::string_view> sections() const;
 

@@ -15,8 +15,16 @@ class LanguageComponent {
   virtual std::string loadres(long number) const = 0;
 };
 
-/// The text table `<folder>\texts\<name>.ini` (section "texts", number=text, UTF-8; "\n" stands for a line break).
-/// An empty name is "de". Null where the file is missing or holds no text.
-std::unique_ptr<LanguageComponent> open_text_table(std::string_view texts_folder, std::string_view name);
+/// The text table `<folder>\texts\<name>.ini` (section "texts", number=text, UTF-8; "\n" stands for a line break),
+/// where `folder` is a Windows path. An empty name is "de". Null where the file is missing, is larger than 4 MiB or
+/// holds no text, or where the name would lead out of the folder.
+std::unique_ptr<LanguageComponent> open_text_table(std::string_view folder, std::string_view name);
+
+/// The component of a class name: the one installed on this machine, else the text table named by the class name
+/// without its ending ".LanguageDLL". Null where there is neither.
+std::unique_ptr<LanguageComponent> create_language(std::string_view class_name, std::string_view folder);
+
+/// The component that is installed under the class name (on Windows a COM class). Null where there is none.
+std::unique_ptr<LanguageComponent> create_installed_language(std::string_view class_name);
 
 }  // namespace support

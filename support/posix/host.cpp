@@ -8,11 +8,16 @@ namespace support {
 
 namespace {
 
+/// The user's own hive. Its folder is made, so that it can be written.
 std::string user_hive_path() {
   const char* const configuration = std::getenv("XDG_CONFIG_HOME");
-  if (configuration != nullptr && *configuration == '/') return std::string(configuration) + "/firststeps/registry.reg";
   const char* const home = std::getenv("HOME");
-  return std::string(home != nullptr ? home : "") + "/.config/firststeps/registry.reg";
+  std::string folder = std::string(home != nullptr ? home : "") + "/.config";
+  if (configuration != nullptr && *configuration == '/') folder = configuration;
+  folder += "/firststeps";
+  FileSystem& files = host_file_system();
+  files.create_folder(files.windows_path(folder));
+  return folder + "/registry.reg";
 }
 
 }  // namespace

@@ -1,0 +1,33 @@
+// What is asked of the desktop: the recycle bin, the user's program for a file, the choice of a folder. Paths are
+// Windows paths. Nothing here throws; a failure is an empty or false result.
+#pragma once
+
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace support {
+
+/// What the desktop shows while files go to the recycle bin.
+struct RecycleDisplay {
+  /// The window that its dialogs belong to; null for none.
+  void* owner = nullptr;
+  bool confirmation = true;
+  bool progress = true;
+};
+
+/// Moves the files (not folders) of a folder that match a pattern to the recycle bin, from where they can be restored.
+/// Returns the names of those that are gone; what the user declined stays and is not among them.
+std::vector<std::string> recycle(std::string_view folder, std::string_view pattern, const RecycleDisplay& display = {});
+
+/// Opens a file with the user's program for it (verb "open"). True when the program was started.
+bool open_file(std::string_view path);
+
+/// Lets the user choose a folder. Nothing when cancelled, and where there is no desktop that can ask.
+std::optional<std::string> choose_folder(std::string_view title, void* owner);
+
+/// True for a path on another machine.
+bool is_network_path(std::string_view path);
+
+}  // namespace support
