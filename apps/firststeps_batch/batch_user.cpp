@@ -3,6 +3,7 @@
 #include <utility>
 
 #include "support/encoding.h"
+#include "support/shell.h"
 
 namespace firststeps_batch {
 namespace {
@@ -35,7 +36,7 @@ std::vector<std::string> BatchUser::recycle(std::string_view folder, std::string
   return recycle_ ? recycle_(folder, pattern) : std::vector<std::string>();
 }
 
-bool BatchUser::is_network_path(std::string_view path) { return path.starts_with("\\\\"); }
+bool BatchUser::is_network_path(std::string_view path) { return support::is_network_path(path); }
 
 std::int32_t BatchUser::text_width(std::string_view text, std::string_view) {
   return static_cast<std::int32_t>(support::character_count(text)) * twips_per_character;

@@ -3,12 +3,12 @@
 #include "apps/console/arguments.h"
 #include "apps/firststeps_batch/answer_controls.h"
 #include "apps/firststeps_batch/installation.h"
-#include "apps/firststeps_batch/platform.h"
 #include "apps/firststeps_batch/read_only_ports.h"
 #include "apps/firststeps_batch/report.h"
 #include "apps/firststeps_batch/walk.h"
 #include "apps/ports/host_ports.h"
 #include "support/host.h"
+#include "support/shell.h"
 
 namespace firststeps_batch {
 namespace {
@@ -76,7 +76,9 @@ RunReport rehearse(const Installation& installation, const Answers& answers, con
 }
 
 RunReport perform(const Installation& installation, const Answers& answers, const std::string& command_line) {
-  BatchUser user(recycle);
+  BatchUser user([](std::string_view folder, std::string_view pattern) {
+    return support::recycle(folder, pattern, {.confirmation = false, .progress = false});
+  });
   wizard::frmAssistantFirstSteps assistant(
       apps::host_ports(*installation.registry, user, installation.own_folder, installation.program_folder));
   load(assistant, command_line);

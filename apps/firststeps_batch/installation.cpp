@@ -1,6 +1,5 @@
 #include "apps/firststeps_batch/installation.h"
 
-#include "apps/firststeps_batch/platform.h"
 #include "database/create_database.h"
 #include "support/host.h"
 

@@ -17,6 +17,10 @@ struct Installation {
   std::unique_ptr<support::Registry> registry;
 };
 
+/// The hive used where none is named, by platform: empty for the machine's own registry (Windows), else "registry.reg"
+/// in the installation's folder. Paths of this host.
+std::string default_hive(std::string_view folder);
+
 /// Raises InputError that names the folder, ini file or hive that is missing or damaged.
 Installation find_installation(const console::Arguments& arguments, const console::Console& console);
 

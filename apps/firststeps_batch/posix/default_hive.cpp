@@ -1,0 +1,9 @@
+#include <filesystem>
+
+#include "apps/firststeps_batch/installation.h"
+
+namespace firststeps_batch {
+
+std::string default_hive(std::string_view folder) { return (std::filesystem::path(folder) / "registry.reg").string(); }
+
+}  // namespace firststeps_batch

@@ -1,0 +1,59 @@
+// Opening a patient database and reading patient and settings, with the key derived before.
+#include <stdexcept>
+
+#include "bench/jobs.h"
+#include "bench/patient_file.h"
+#include "bench/straight.h"
+#include "database/settings.h"
+#include "database/version_record.h"
+
+namespace bench {
+namespace {
+
+void read_ours(const std::string& path) {
+  const database::Environment environment;
+  std::unique_ptr<engine::Engine> engine;
+  std::unique_ptr<engine::Database> database;
+  database::OpenPatientDatabase(environment, path, true, false, engine, database);
+  database::PatientRecord patient;
+  database::SettingsRecord settings;
+  if (!database || !database::db_GetPatient(environment, *database, 0, patient) ||
+      !database::db_GetSettings(environment, *database, settings) || patient.name != sample_patient().name) {
+    throw std::runtime_error("patient and settings were not read");
+  }
+  std::unique_ptr<engine::Recordset> none;
+  database::db_cleanup(engine, database, none);
+}
+
+/// All columns of the first row, as texts; none where there is no row.
+std::vector<std::string> first_row(sqlite3* database, std::string_view sql) {
+  const StraightStatement statement = prepare(database, sql);
+  std::vector<std::string> values;
+  if (sqlite3_step(statement.get()) != SQLITE_ROW) return values;
+  for (int i = 0; i < sqlite3_column_count(statement.get()); ++i) {
+    const auto* text = reinterpret_cast<const char*>(sqlite3_column_text(statement.get(), i));
+    values.emplace_back(text == nullptr ? "" : text);
+  }
+  return values;
+}
+
+void read_straight(const std::string& path, const std::string& key) {
+  const StraightDatabase database = open_straight(path, key);
+  const bool patient = !first_row(database.get(), "SELECT * FROM patdat").empty();
+  const bool settings = !first_row(database.get(), "SELECT * FROM patdat_setup").empty();
+  first_row(database.get(), "SELECT * FROM therapieplan ORDER BY vDate DESC");
+  if (!patient || !settings) throw std::runtime_error("patient and settings were not read");
+}
+
+}  // namespace
+
+Job reading_job(const std::filesystem::path& folder) {
+  const std::filesystem::path file = folder / "read.das";
+  create_patient_file(file);
+  const std::string path = support::host_file_system().windows_path(file.string());
+  const std::string key = derived_key(file.string(), database::default_password);
+  return {"open a database, read patient and settings", 1.2, 400, [path] { read_ours(path); },
+          [host_path = file.string(), key] { read_straight(host_path, key); }};
+}
+
+}  // namespace bench
