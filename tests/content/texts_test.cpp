@@ -1,0 +1,159 @@
+// Both languages say the same, and every number that the program asks for has a text.
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <filesystem>
+#include <fstream>
+#include <regex>
+#include <set>
+#include <sstream>
+
+#include "support/encoding.h"
+#include "tests/content/text_tables.h"
+#include "wizard/form_layout.h"
+
+namespace {
+
+using content::Texts;
+
+constexpr const char* languages[] = {"de", "en"};
+/// Buttons of every page: back, cancel, and next, which has another text on the last page.
+constexpr long back = 906, cancel = 901, next = 905, finish = 908;
+
+std::vector<std::string> matches(const std::string& text, const char* pattern) {
+  const std::regex expression(pattern);
+  std::vector<std::string> found;
+  for (std::sregex_iterator match(text.begin(), text.end(), expression), end; match != end; ++match)
+    found.push_back(match->str());
+  std::sort(found.begin(), found.end());
+  return found;
+}
+
+/// The access key of a text in lower case, empty where it has none.
+std::string access_key(const std::string& text) {
+  const std::string caption = text.substr(0, text.find('|'));
+  const auto mark = caption.find('&');
+  return mark == std::string::npos ? "" : support::to_lower(support::first_characters(caption.substr(mark + 1), 1));
+}
+
+long tag_number(std::string_view tag) {
+  long number = 0;
+  if (tag.starts_with('L')) std::from_chars(tag.data() + 1, tag.data() + tag.size(), number);
+  return number;
+}
+
+const form::Form& layout() {
+  static const auto form = [] {
+    auto built = std::make_unique<form::Form>();
+    wizard::build_form(*built);
+    return built;
+  }();
+  return *form;
+}
+
+bool lies_in(const form::Control& control, const form::Control& page) {
+  for (const form::Control* parent = control.parent(); parent; parent = parent->parent())
+    if (parent == &page) return true;
+  return false;
+}
+
+std::string file_content(const std::filesystem::path& path) {
+  std::ostringstream content;
+  content << std::ifstream(path).rdbuf();
+  return content.str();
+}
+
+/// Numbers that a source file names as texts: in a call that takes one, and in a constant or row that is called so.
+std::set<long> numbers_named_in(const std::string& source) {
+  static const std::regex forms(
+      R"((?:\btext|\bloadres|\bshow_text|\bmessage\w*|\brefuse|\bask\w*)\((?:[^;"]*[^\w.;"])?(\d{3,4})[,)]|\btext_\w+ = (\d{3,4})\b)");
+  std::set<long> numbers;
+  for (std::sregex_iterator match(source.begin(), source.end(), forms), end; match != end; ++match)
+    numbers.insert(std::stol((*match)[1].matched ? (*match)[1] : (*match)[2]));
+  return numbers;
+}
+
+TEST(Texts, HaveTheSameNumbersInBothLanguages) {
+  const auto numbers = [](const Texts& texts) {
+    std::vector<long> keys;
+    for (const auto& row : texts) keys.push_back(row.first);
+    return keys;
+  };
+  const Texts german = content::texts("de"), english = content::texts("en");
+  EXPECT_EQ(numbers(german), numbers(english));
+  EXPECT_GT(german.size(), 100u);
+  EXPECT_GT(german.begin()->first, 0) << "a key is no number";
+}
+
+TEST(Texts, AreNeitherEmptyNorRepeatedNorOutsideTheCodePage) {
+  for (const char* language : languages) {
+    const std::string table = content::source_text(std::string("texts/") + language + ".ini");
+    EXPECT_TRUE(support::fits_cp1252(table)) << language;
+    EXPECT_EQ(matches(table, R"(\n\d+=)").size(), content::texts(language).size()) << language << ": a number twice";
+    for (const auto& [number, text] : content::texts(language)) {
+      EXPECT_NE(text, "") << language << " " << number;
+      EXPECT_NE(text.front(), '|') << language << " " << number;
+    }
+  }
+}
+
+TEST(Texts, AgreeInPlaceholdersLineBreaksTooltipsAndAccessKeys) {
+  const Texts german = content::texts("de"), english = content::texts("en");
+  for (const auto& [number, text] : german) {
+    const std::string& other = english.at(number);
+    for (const char* mark : {"%[0-9]", "\\\\n", "\\|", "&"})
+      EXPECT_EQ(matches(text, mark), matches(other, mark)) << number;
+    EXPECT_LE(matches(text, "&").size(), 1u) << number;
+    EXPECT_EQ(text.ends_with(':'), other.ends_with(':')) << number;
+  }
+}
+
+TEST(Texts, CoverEveryTagOfTheForm) {
+  std::set<long> tags{tag_number(layout().tag())};
+  for (const auto& control : layout().controls())
+    if (const long number = tag_number(control->tag())) tags.insert(number);
+  EXPECT_GT(tags.size(), 50u);
+  for (const char* language : languages) {
+    const Texts texts = content::texts(language);
+    for (const long number : tags) EXPECT_TRUE(texts.contains(number)) << language << " " << number;
+  }
+}
+
+TEST(Texts, CoverEveryNumberThatTheSourcesName) {
+  std::set<long> known;
+  for (const auto& row : content::texts("de")) known.insert(row.first);
+  std::size_t found = 0;
+  for (const char* room : {"wizard", "database", "apps"}) {
+    for (const auto& entry : std::filesystem::recursive_directory_iterator(SOURCE_DIR + std::string("/") + room)) {
+      if (entry.path().extension() != ".cpp") continue;
+      for (const long number : numbers_named_in(file_content(entry.path()))) {
+        EXPECT_TRUE(known.contains(number)) << entry.path() << " names text " << number;
+        ++found;
+      }
+    }
+  }
+  EXPECT_GT(found, 10u);
+}
+
+TEST(Texts, GiveEachPageDistinctAccessKeys) {
+  for (const char* language : languages) {
+    const Texts texts = content::texts(language);
+    for (std::size_t n = 0; n < wizard::page_tags.size(); ++n) {
+      const form::Control& page = layout().at("contstep", static_cast<int>(n));
+      std::set<long> numbers{back, cancel, n + 1 == wizard::page_tags.size() ? finish : next};
+      for (const auto& control : layout().controls())
+        if (const long number = tag_number(control->tag()); number && lies_in(*control, page)) numbers.insert(number);
+      std::map<std::string, long> taken;
+      for (const long number : numbers) {
+        const std::string key = access_key(texts.at(number));
+        if (key.empty()) continue;
+        const auto [other, free] = taken.emplace(key, number);
+        EXPECT_TRUE(free) << language << ", page " << wizard::page_tags[n] << ": " << texts.at(number) << " and "
+                          << texts.at(other->second);
+      }
+    }
+  }
+}
+
+}  // namespace
