@@ -5,7 +5,6 @@
 #include <spawn.h>
 #include <sys/stat.h>
 #include <sys/vfs.h>
-#include <sys/wait.h>
 #include <unistd.h>
 
 #include <array>
@@ -72,6 +71,7 @@ std::string reserve_trash_name(const std::string& trash, const std::string& name
   constexpr int kMostAttempts = 10000;
   for (int attempt = 1; attempt <= kMostAttempts; ++attempt) {
     const std::string candidate = attempt == 1 ? name : name + "." + std::to_string(attempt);
+    if (host_file_exists(trash + "/files/" + candidate)) continue;
     const std::string path = trash + "/info/" + candidate + ".trashinfo";
     const Descriptor descriptor(open(path.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, 0600));
     if (!descriptor && errno == EEXIST) continue;

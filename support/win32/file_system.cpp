@@ -1,0 +1,83 @@
+#include "support/win32/file_system.h"
+
+#include <windows.h>
+
+#include <algorithm>
+#include <memory>
+
+#include "support/host_file.h"
+#include "support/win32/wide.h"
+
+namespace support {
+
+namespace {
+
+struct CloseSearch {
+  using pointer = HANDLE;
+  void operator()(HANDLE search) const noexcept { FindClose(search); }
+};
+
+bool is_folder(DWORD attributes) { return (attributes & FILE_ATTRIBUTE_DIRECTORY) != 0; }
+
+bool folder_exists_at(const std::wstring& path) {
+  const DWORD attributes = GetFileAttributesW(path.c_str());
+  return attributes != INVALID_FILE_ATTRIBUTES && is_folder(attributes);
+}
+
+bool create_folder_at(std::wstring path) {
+  while (path.size() > 3 && path.ends_with(L'\\')) path.pop_back();
+  if (path.empty() || folder_exists_at(path)) return !path.empty();
+  const auto slash = path.rfind(L'\\');
+  if (slash != std::wstring::npos && slash > 2) create_folder_at(path.substr(0, slash));
+  return CreateDirectoryW(path.c_str(), nullptr) != 0 || folder_exists_at(path);
+}
+
+}  // namespace
+
+std::optional<std::uint64_t> Win32FileSystem::file_size(std::string_view path) const {
+  WIN32_FILE_ATTRIBUTE_DATA data{};
+  if (GetFileAttributesExW(wide_path(path).c_str(), GetFileExInfoStandard, &data) == 0) return std::nullopt;
+  if (is_folder(data.dwFileAttributes)) return std::nullopt;
+  return (static_cast<std::uint64_t>(data.nFileSizeHigh) << 32U) | data.nFileSizeLow;
+}
+
+bool Win32FileSystem::folder_exists(std::string_view path) const { return folder_exists_at(wide_path(path)); }
+
+bool Win32FileSystem::create_folder(std::string_view path) { return create_folder_at(wide_path(path)); }
+
+// The system's own patterns also match the short names that it keeps beside the long ones.
+std::vector<std::string> Win32FileSystem::files(std::string_view folder, std::string_view pattern) const {
+  std::vector<std::string> names;
+  std::wstring search = wide_path(folder.empty() ? "." : folder);
+  if (search.empty()) return names;
+  search += search.ends_with(L'\\') ? L"*" : L"\\*";
+  WIN32_FIND_DATAW found{};
+  const HANDLE handle = FindFirstFileW(search.c_str(), &found);
+  if (handle == INVALID_HANDLE_VALUE) return names;
+  const std::unique_ptr<void, CloseSearch> closer(handle);
+  do {
+    std::string name = narrow(static_cast<const wchar_t*>(found.cFileName));
+    if (!is_folder(found.dwFileAttributes) && matches_pattern(name, pattern)) names.push_back(std::move(name));
+  } while (FindNextFileW(handle, &found) != 0);
+  std::sort(names.begin(), names.end());
+  return names;
+}
+
+std::optional<std::string> Win32FileSystem::read(std::string_view path, std::uint64_t limit) const {
+  return read_host_file(std::string(path), limit);
+}
+
+bool Win32FileSystem::rename_without_replacing(std::string_view source, std::string_view target) {
+  return MoveFileExW(wide_path(source).c_str(), wide_path(target).c_str(), MOVEFILE_WRITE_THROUGH) != 0;
+}
+
+bool Win32FileSystem::remove(std::string_view path) { return DeleteFileW(wide_path(path).c_str()) != 0; }
+
+std::string Win32FileSystem::windows_path(std::string_view host_path) const { return narrow(wide_path(host_path)); }
+
+FileSystem& host_file_system() {
+  static Win32FileSystem files;
+  return files;
+}
+
+}  // namespace support

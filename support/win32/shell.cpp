@@ -1,0 +1,94 @@
+#include "support/shell.h"
+
+#include <windows.h>
+// The shell's headers need windows.h before them.
+#include <objbase.h>
+#include <shellapi.h>
+#include <shlobj.h>
+#include <shlwapi.h>
+
+#include <array>
+#include <memory>
+
+#include "support/file_system.h"
+#include "support/win32/wide.h"
+
+namespace support {
+
+namespace {
+
+struct FreeTaskMemory {
+  void operator()(void* memory) const noexcept { CoTaskMemFree(memory); }
+};
+
+class OleSession {
+ public:
+  OleSession() noexcept : entered_(SUCCEEDED(OleInitialize(nullptr))) {}
+  OleSession(const OleSession&) = delete;
+  OleSession& operator=(const OleSession&) = delete;
+  ~OleSession() {
+    if (entered_) OleUninitialize();
+  }
+
+ private:
+  bool entered_;
+};
+
+std::string path_in(std::string_view folder, const std::string& name) {
+  std::string path(folder);
+  if (!path.ends_with('\\')) path += '\\';
+  return path + name;
+}
+
+FILEOP_FLAGS recycle_flags(const RecycleDisplay& display) {
+  // Where undo is impossible the shell must say so before it deletes for good.
+  unsigned flags = FOF_ALLOWUNDO | FOF_FILESONLY;
+  flags |= display.confirmation ? FOF_WANTNUKEWARNING : FOF_NOCONFIRMATION;
+  if (!display.progress) flags |= FOF_SILENT;
+  if (!display.confirmation && !display.progress) flags |= FOF_NOERRORUI;
+  return static_cast<FILEOP_FLAGS>(flags);
+}
+
+}  // namespace
+
+std::vector<std::string> recycle(std::string_view folder, std::string_view pattern, const RecycleDisplay& display) {
+  const FileSystem& files = host_file_system();
+  std::vector<std::string> names = files.files(folder, pattern);
+  if (names.empty()) return names;
+  std::wstring list;
+  for (const std::string& name : names) list.append(wide_path(path_in(folder, name))).push_back(L'\0');
+  SHFILEOPSTRUCTW operation{};
+  operation.hwnd = static_cast<HWND>(display.owner);
+  operation.wFunc = FO_DELETE;
+  operation.pFrom = list.c_str();
+  operation.fFlags = recycle_flags(display);
+  // Neither the result nor fAnyOperationsAborted tells which files went; the folder does.
+  SHFileOperationW(&operation);
+  std::erase_if(names, [&](const std::string& name) { return files.file_size(path_in(folder, name)).has_value(); });
+  return names;
+}
+
+bool open_file(std::string_view path) {
+  constexpr INT_PTR kLastError = 32;
+  if (!host_file_system().file_size(path)) return false;
+  const OleSession session;
+  const HINSTANCE result = ShellExecuteW(nullptr, L"open", wide_path(path).c_str(), nullptr, nullptr, SW_SHOWNORMAL);
+  return reinterpret_cast<INT_PTR>(result) > kLastError;
+}
+
+std::optional<std::string> choose_folder(std::string_view title, void* owner) {
+  const OleSession session;
+  const std::wstring title_text = wide(title);
+  BROWSEINFOW browse{};
+  browse.hwndOwner = static_cast<HWND>(owner);
+  browse.lpszTitle = title_text.c_str();
+  browse.ulFlags = BIF_RETURNONLYFSDIRS | BIF_NEWDIALOGSTYLE;
+  const std::unique_ptr<ITEMIDLIST, FreeTaskMemory> chosen(SHBrowseForFolderW(&browse));
+  std::array<wchar_t, MAX_PATH> path{};
+  if (!chosen || SHGetPathFromIDListW(chosen.get(), path.data()) == 0) return std::nullopt;
+  return narrow(path.data());
+}
+
+bool is_network_path(std::string_view path) { return PathIsNetworkPathW(wide(path).c_str()) != 0; }
+
+}  // namespace support

@@ -1,0 +1,108 @@
+#include "support/win32/win32_registry.h"
+
+#include <windows.h>
+
+#include "support/encoding.h"
+
+namespace support {
+
+namespace {
+
+constexpr REGSAM kReading = KEY_QUERY_VALUE | KEY_ENUMERATE_SUB_KEYS | KEY_NOTIFY;
+// All rights that are specific to keys.
+constexpr REGSAM kWriting = 0x3F;
+
+HKEY root_handle(RootKey root) { return root == RootKey::CurrentUser ? HKEY_CURRENT_USER : HKEY_LOCAL_MACHINE; }
+
+class OpenKey {
+ public:
+  OpenKey() = default;
+  OpenKey(RootKey root, std::string_view key, REGSAM rights) {
+    if (RegOpenKeyExA(root_handle(root), cp1252_from_utf8(key).c_str(), 0, rights, &key_) != ERROR_SUCCESS) {
+      key_ = nullptr;
+    }
+  }
+  OpenKey(const OpenKey&) = delete;
+  OpenKey& operator=(const OpenKey&) = delete;
+  ~OpenKey() {
+    if (key_ != nullptr) RegCloseKey(key_);
+  }
+
+  explicit operator bool() const noexcept { return key_ != nullptr; }
+  HKEY get() const noexcept { return key_; }
+  HKEY* put() noexcept { return &key_; }
+
+ private:
+  HKEY key_ = nullptr;
+};
+
+/// What an A call takes without loss: it ends at a NUL.
+bool is_storable(std::string_view text) { return fits_cp1252(text) && text.find('\0') == std::string_view::npos; }
+
+std::optional<std::string> text_data(HKEY key, const std::string& name, DWORD size) {
+  std::string buffer(std::size_t{size} + 1, ' ');
+  auto filled = static_cast<DWORD>(buffer.size());
+  auto* const bytes = reinterpret_cast<BYTE*>(buffer.data());
+  if (RegQueryValueExA(key, name.c_str(), nullptr, nullptr, bytes, &filled) != ERROR_SUCCESS) return std::nullopt;
+  return utf8_from_cp1252(std::string_view(buffer).substr(0, filled));
+}
+
+std::optional<std::uint32_t> number_data(HKEY key, const std::string& name) {
+  DWORD number = 0;
+  DWORD size = sizeof number;
+  auto* const bytes = reinterpret_cast<BYTE*>(&number);
+  if (RegQueryValueExA(key, name.c_str(), nullptr, nullptr, bytes, &size) != ERROR_SUCCESS) return std::nullopt;
+  return number;
+}
+
+}  // namespace
+
+bool Win32Registry::key_exists(RootKey root, std::string_view key) const {
+  return static_cast<bool>(OpenKey(root, key, kReading));
+}
+
+std::optional<RegistryValue> Win32Registry::read(RootKey root, std::string_view key, std::string_view name) const {
+  const OpenKey open(root, key, kReading);
+  const std::string value_name = cp1252_from_utf8(name);
+  DWORD type = 0;
+  DWORD size = 0;
+  if (!open || RegQueryValueExA(open.get(), value_name.c_str(), nullptr, &type, nullptr, &size) != ERROR_SUCCESS) {
+    return std::nullopt;
+  }
+  RegistryValue value{type, {}, 0};
+  if (type == REG_SZ || type == REG_EXPAND_SZ) {
+    auto text = text_data(open.get(), value_name, size);
+    if (!text) return std::nullopt;
+    value.text = std::move(*text);
+  } else if (type == REG_DWORD) {
+    const auto number = number_data(open.get(), value_name);
+    if (!number) return std::nullopt;
+    value.number = *number;
+  }
+  return value;
+}
+
+Registry::CreateResult Win32Registry::create_key(RootKey root, std::string_view key, std::string_view class_name) {
+  if (!is_storable(key)) return CreateResult::Failed;
+  OpenKey created;
+  DWORD disposition = 0;
+  std::string class_text = cp1252_from_utf8(class_name);
+  if (RegCreateKeyExA(root_handle(root), cp1252_from_utf8(key).c_str(), 0, class_text.data(), REG_OPTION_NON_VOLATILE,
+                      kWriting, nullptr, created.put(), &disposition) != ERROR_SUCCESS) {
+    return CreateResult::Failed;
+  }
+  RegFlushKey(created.get());
+  return disposition == REG_CREATED_NEW_KEY ? CreateResult::Created : CreateResult::Existed;
+}
+
+bool Win32Registry::write_text(RootKey root, std::string_view key, std::string_view name, std::string_view value) {
+  if (!is_storable(key) || !is_storable(name) || !is_storable(value)) return false;
+  const OpenKey open(root, key, kWriting);
+  if (!open) return false;
+  const std::string text = cp1252_from_utf8(value);
+  const auto* const bytes = reinterpret_cast<const BYTE*>(text.c_str());
+  return RegSetValueExA(open.get(), cp1252_from_utf8(name).c_str(), 0, REG_SZ, bytes,
+                        static_cast<DWORD>(text.size() + 1)) == ERROR_SUCCESS;
+}
+
+}  // namespace support

@@ -1,0 +1,16 @@
+// The registry of Windows.
+#pragma once
+
+#include "support/registry_funktions.h"
+
+namespace support {
+
+class Win32Registry final : public Registry {
+ public:
+  bool key_exists(RootKey root, std::string_view key) const override;
+  std::optional<RegistryValue> read(RootKey root, std::string_view key, std::string_view name) const override;
+  CreateResult create_key(RootKey root, std::string_view key, std::string_view class_name) override;
+  bool write_text(RootKey root, std::string_view key, std::string_view name, std::string_view value) override;
+};
+
+}  // namespace support
