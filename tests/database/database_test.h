@@ -1,0 +1,78 @@
+// What the tests of this room share: a folder of their own, an environment with texts and settings given by the test, a
+// patient database to work on, and rows as text.
+#pragma once
+
+#include <gtest/gtest.h>
+
+#include <map>
+#include <memory>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "database/create_database.h"
+#include "database/environment.h"
+
+namespace database::testing {
+
+/// "Text N" for the number N, unless the test gives another.
+class Texts : public support::LanguageComponent {
+ public:
+  std::string loadres(long number) const override;
+  std::map<long, std::string> given;
+};
+
+/// The section "timezones" of the settings file.
+class ZoneFile : public support::IniFiles {
+ public:
+  std::string value(std::string_view file, std::string_view section, std::string_view key, std::string_view fallback,
+                    std::size_t size) const override;
+  std::string keys(std::string_view, std::string_view, std::string_view, std::size_t) const override { return {}; }
+  std::string sections(std::string_view, std::string_view, std::size_t) const override { return {}; }
+  bool write(std::string_view, std::string_view, std::string_view, std::string_view) override { return false; }
+  std::map<std::string, std::string, std::less<>> values;
+};
+
+struct Opened {
+  std::unique_ptr<engine::Engine> engine;
+  std::unique_ptr<engine::Database> database;
+};
+
+struct Message {
+  std::string text;
+  std::uint32_t style = 0;
+};
+
+class DatabaseTest : public ::testing::Test {
+ protected:
+  DatabaseTest();
+  ~DatabaseTest() override;
+
+  /// Windows path of a file in the test's folder.
+  std::string path(std::string_view name) const { return folder_ + "\\" + std::string(name); }
+  std::vector<std::string> files() const { return support::host_file_system().files(folder_, "*"); }
+  void write_file(const std::string& windows_path, std::string_view content) const;
+  std::string read_file(const std::string& windows_path) const;
+
+  /// A new patient database with the password "geheim", as CreatePatientDatabase makes it; returns its path.
+  std::string patient_database(std::string_view name = "patient.das");
+  Opened open(const std::string& windows_path) const;
+  /// Runs statements, each on the file opened anew.
+  void execute(const std::string& windows_path, std::initializer_list<std::string_view> statements) const;
+  /// Rows of a query, values joined by "|": Null, numbers as German users write them, dates "YYYY-MM-DD HH:MM:SS".
+  std::vector<std::string> rows(const std::string& windows_path, std::string_view query) const;
+
+  Texts texts;
+  ZoneFile zone_file;
+  std::vector<Message> messages;
+  Environment environment;
+
+ private:
+  std::string folder_;
+};
+
+PatientRecord sample_patient();
+std::string text_of(const engine::Value& value);
+inline engine::Date time_of_day(int hour, int minute) { return engine::date_from(1899, 12, 30, hour, minute); }
+
+}  // namespace database::testing

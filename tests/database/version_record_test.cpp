@@ -1,0 +1,87 @@
+// The version record: written with a new database, read back, and what counts as a database of this product.
+#include "database/version_record.h"
+
+#include "tests/database/database_test.h"
+
+namespace database::testing {
+namespace {
+
+using Version = DatabaseTest;
+
+TEST_F(Version, IsThatOfANewDatabase) {
+  VersionRecord record;
+  record.MajVersion = record.MinVersion = 0;
+  ASSERT_TRUE(db_ReadDBInfo(environment, patient_database(), record));
+  EXPECT_EQ(record.MajVersion, 4);
+  EXPECT_EQ(record.MinVersion, 60);
+  EXPECT_EQ(record.Desc, "vantrix");
+  EXPECT_EQ(record.Password, "geheim");
+  for (const auto& moment : {record.LastChanged, record.LastBackup, record.Created}) {
+    ASSERT_TRUE(moment);
+    EXPECT_EQ(engine::iso_text(*moment), "2024-05-17 14:30:00");
+  }
+  EXPECT_FALSE(record.LastArchive);
+}
+
+TEST_F(Version, KeepsABlankBehindTheTextsThatReadersTrim) {
+  const std::string file = patient_database();
+  VersionRecord record = new_version_record(environment);
+  record.sAvailableData = " 1,2";
+  record.lAvailableData = 6;
+  record.LastUser = "Praxis";
+  record.LastArchive = engine::date_from(2020, 2, 29);
+  ASSERT_EQ(db_WriteDBInfo(environment, file, record), 1);
+  EXPECT_EQ(rows(file, "SELECT Password, sAvailableData FROM db_info"), std::vector<std::string>{"geheim | 1,2 "});
+  VersionRecord read;
+  ASSERT_TRUE(db_ReadDBInfo(environment, file, read));
+  EXPECT_EQ(read.sAvailableData + "/" + read.LastUser, "1,2/Praxis");
+  EXPECT_EQ(read.lAvailableData, 6);
+  EXPECT_EQ(read.LastArchive, record.LastArchive);
+}
+
+TEST_F(Version, IsWrittenBackForLayoutsThatAreNotUpgraded) {
+  const std::string file = patient_database();
+  const std::pair<std::int16_t, std::int16_t> versions[] = {{3, 12}, {5, 1}, {4, 61}, {4, 60}};
+  for (const auto& [major, minor] : versions) {
+    VersionRecord record = new_version_record(environment);
+    record.MajVersion = major;
+    record.MinVersion = minor;
+    ASSERT_EQ(db_WriteDBInfo(environment, file, record), 1);
+    VersionRecord read;
+    ASSERT_TRUE(db_ReadDBInfo(environment, file, read));
+    EXPECT_EQ(read.MajVersion, major);
+    EXPECT_EQ(read.MinVersion, minor);
+  }
+  execute(file, {"DELETE * FROM db_info"});
+  VersionRecord record = new_version_record(environment);
+  EXPECT_EQ(db_WriteDBInfo(environment, file, record), 1);
+  EXPECT_EQ(rows(file, "SELECT count(*) FROM db_info"), std::vector<std::string>{"1"});
+  EXPECT_EQ(db_WriteDBInfo(environment, path("missing.das"), record), 0);
+}
+
+TEST_F(Version, TellsForeignDatabasesByTheirDescription) {
+  struct Case {
+    std::string_view statement;
+    bool ours;
+  };
+  const Case cases[] = {
+      {"UPDATE db_info SET [Desc] = 'Daten von VANTRIX 4'", true},
+      {"UPDATE db_info SET [Desc] = 'TrenMoor'", true},
+      {"UPDATE db_info SET [Desc] = 'vantri x'", false},
+      {"UPDATE db_info SET [Desc] = Null", false},
+      {"UPDATE db_info SET [Desc] = 'vantrix', LastBackup = Null, [Type] = Null", true},
+      {"ALTER TABLE db_info DROP COLUMN sAvailableData", true},
+      {"DELETE * FROM db_info", false},
+      {"DROP TABLE db_info", false},
+  };
+  const std::string file = patient_database();
+  for (const Case& row : cases) {
+    execute(file, {row.statement});
+    VersionRecord record;
+    record.Desc = "vantrix";
+    EXPECT_EQ(db_ReadDBInfo(environment, file, record), row.ours) << row.statement;
+  }
+}
+
+}  // namespace
+}  // namespace database::testing
