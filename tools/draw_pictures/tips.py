@@ -2,11 +2,11 @@
 that points into them, and the marks laid over them. Positions are in units of the picture.
 
     name           units      what it shows
-    navbar0..4     320 x 240  button 0..4 of the navigation bar chosen; their middles lie at x 44 + 58 i, y 45
-    splits0..2     320 x 240  one view; two views; the second view alone. The split button belongs on the edge at x 302
-                              (0 and 2) or on the divider at x 249 (1), at y 75
+    navbar0..4     320 x 240  button 0..4 of the navigation bar chosen; their middles lie at x 44, y 42 + 39.5 i
+    splits0..2     320 x 240  one view; two views; the second view alone. The split button's middle belongs at y 22, on
+                              the edge at x 302 (0 and 2) or on the divider at x 160 (1)
     split_button    16 x  16
-    stats0..3      320 x 240  the statistics window on its way, held at x 48 + 47 i, y 97
+    stats0..3      320 x 240  the statistics window on its way, the hand holding it at HELD
     diary          320 x 240  the diary without its side bar
     sidebar        320 x 240  the diary with it
     sidebar_mark    80 x 240  mark over the side bar, the left quarter of "sidebar"
@@ -23,10 +23,10 @@ from svg import (AMBER, BLUE, CORAL, DEEP, GREEN, INK, LINE, MIST, PALE, SEA, SN
 WIDTH, HEIGHT = 320, 240
 LEFT, UPPER = 8, 3  # of the window inside the picture, leaving room for its shadow
 INNER_WIDTH, INNER_HEIGHT = WIDTH - 2 * LEFT, HEIGHT - 11
-NAVIGATION = [(44 + 58 * i - LEFT, 45 - UPPER) for i in range(5)]
+HELD = [(67, 30), (110, 52), (154, 74), (181, 79)]
 BAR = 22  # lower edge of the title bar
-TOP = 64  # lower edge of the navigation bar
-EDGE, DIVIDER = 302 - LEFT, 249 - LEFT
+HEAD = 38  # lower edge of a view's own head
+EDGE, DIVIDER = 302 - LEFT, 160 - LEFT
 SIDE = 72  # width of the side bar
 
 
@@ -37,9 +37,13 @@ def titlebar():
             + "".join(circle(width - 14 - 14 * i, 11, 3.4, WHITE, fill_opacity=0.45) for i in range(3)))
 
 
-def window(*content):
+def frame(*content):
     shape = rect(0, 0, INNER_WIDTH, INNER_HEIGHT, 8, SNOW)
-    return at(LEFT, UPPER, raised(clipped("frame", shape, shape, *content, titlebar())))
+    return at(LEFT, UPPER, raised(clipped("frame", shape, shape, *content)))
+
+
+def window(*content):
+    return frame(*content, titlebar())
 
 
 def icon_home(colour, _paper=WHITE):
@@ -68,11 +72,12 @@ ICONS = (icon_home, icon_diary, icon_curve, icon_calendar, icon_ring)
 
 
 def navigation(chosen):
-    bar = rect(0, BAR, INNER_WIDTH, TOP - BAR, 0, WHITE) + line(0, TOP, INNER_WIDTH, TOP, LINE)
-    for i, ((x, y), icon) in enumerate(zip(NAVIGATION, ICONS)):
+    bar = rect(0, BAR, SIDE, INNER_HEIGHT - BAR, 0, WHITE) + line(SIDE, BAR, SIDE, INNER_HEIGHT, LINE)
+    for i, icon in enumerate(ICONS):
+        x, y = 44 - LEFT, 42 + 39.5 * i - UPPER
         if i == chosen:
-            bar += rect(x - 26, y - 17, 52, 35, 8, PALE) + rect(x - 13, y + 14, 26, 3, 1.5, TEAL)
-        bar += at(x, y - 1, icon(TEAL if i == chosen else "#8FAEB9"))
+            bar += rect(6, y - 16, SIDE - 12, 32, 8, PALE) + rect(0, y - 12, 3.4, 24, 1.7, TEAL)
+        bar += at(x, y, icon(TEAL if i == chosen else "#8FAEB9"), scale=1.1)
     return bar
 
 
@@ -152,18 +157,32 @@ def views(number, x, y, width, height):
 
 
 def navbar(number):
-    return lambda: window(navigation(number), views(number, 10, TOP + 10, INNER_WIDTH - 20, INNER_HEIGHT - TOP - 20))
+    width, height = INNER_WIDTH - SIDE - 20, INNER_HEIGHT - BAR - 20
+    return lambda: window(navigation(number), views(number, SIDE + 10, BAR + 10, width, height))
+
+
+def view(draw, icon, left, right):
+    """A view with a head of its own; the split button takes the right end of the head."""
+    head = rect(left, 0, right - left, HEAD, 0, WHITE) + line(left, HEAD, right, HEAD, LINE)
+    start = left + (34 if left else 20)
+    head += at(start, HEAD / 2, icon(TEAL), scale=0.9) + rect(start + 16, HEAD / 2 - 3, 50, 6, 3, MIST)
+    return head + draw(left + 10, HEAD + 10, right - left - 20, INNER_HEIGHT - HEAD - 20)
 
 
 def split_window(number):
-    top, height = BAR + 10, INNER_HEIGHT - BAR - 20
+    def table(*place):
+        return table_card(*place, columns=3 if number == 1 else 5)
+
+    def first(right):
+        return view(table, icon_diary, 0, right)
+
+    def second(left):
+        return view(curve_card, icon_curve, left, INNER_WIDTH)
 
     def draw():
         if number == 1:
-            return window(table_card(10, top, DIVIDER - 20, height, 4), ring_card(DIVIDER + 9, top, 44, height),
-                          line(DIVIDER, BAR, DIVIDER, INNER_HEIGHT, MIST, 3))
-        whole = table_card if number == 0 else ring_card
-        return window(whole(10, top, EDGE - 20, height), line(EDGE, BAR, EDGE, INNER_HEIGHT, MIST, 3))
+            return frame(first(DIVIDER), second(DIVIDER), line(DIVIDER, 0, DIVIDER, INNER_HEIGHT, SEA, 3))
+        return frame(first(INNER_WIDTH) if number == 0 else second(0))
 
     return draw
 
@@ -177,18 +196,18 @@ def statistics_window(number):
     shares = ((66, GREEN), (42, AMBER), (20, CORAL)) if number < 3 else ((80, GREEN), (30, AMBER), (12, CORAL))
 
     def place(step):
-        return 24 + 47 * step - LEFT, 88 - UPPER
+        return HELD[step][0] - 24 - LEFT, HELD[step][1] - 9 - UPPER
 
     def draw():
         rows = "".join(rect(10, 27 + i * 14, 94, 7, 3.5, PALE) + rect(10, 27 + i * 14, share, 7, 3.5, colour)
                        for i, (share, colour) in enumerate(shares))
         dialog = (rect(0, 0, 114, 76, 7, WHITE, stroke=BLUE, stroke_width=1.4)
                   + path("M0 7A7 7 0 0 1 7 0H107A7 7 0 0 1 114 7V18H0Z", BLUE)
-                  + rect(34, 6.5, 44, 5, 2.5, WHITE, fill_opacity=0.85)
+                  + rect(40, 6.5, 44, 5, 2.5, WHITE, fill_opacity=0.85)
                   + circle(104, 9, 3, WHITE, fill_opacity=0.7) + rows)
         left_behind = rect(*place(0), 114, 76, 7, "none", stroke="#8FAEB9", stroke_width=1.2, stroke_dasharray="4 4")
-        return window(navigation(1), table_card(10, TOP + 10, INNER_WIDTH - 20, INNER_HEIGHT - TOP - 20),
-                      left_behind if number else "", at(*place(number), raised(dialog)))
+        table = table_card(10, BAR + 10, INNER_WIDTH - 20, INNER_HEIGHT - BAR - 20)
+        return window(table) + at(LEFT, UPPER, left_behind if number else "", at(*place(number), raised(dialog)))
 
     return draw
 
