@@ -12,10 +12,10 @@ namespace wizard {
 /// All paths are Windows paths; folders end with a backslash unless said otherwise.
 struct InstallationConfig {
   std::string DefaultFont = "Tahoma";
-  std::string RegPath;      ///< name of the installation
-  std::string RegKey;       ///< registry key of the installation
-  std::string ProfilesKey;  ///< parent key of the user profiles
-  std::string LanguageDLL;  ///< prefix of the language component's class name
+  std::string RegPath;                                               ///< name of the installation
+  std::string RegKey;                                                ///< registry key of the installation
+  std::string ProfilesKey;                                           ///< parent key of the user profiles
+  std::string LanguageDLL;                                           ///< prefix of the language component's class name
   std::shared_ptr<const support::LanguageComponent> LanguageObject;  ///< null where it could not be created
   std::string Path;
   std::string ImportDir;
@@ -29,7 +29,7 @@ struct InstallationConfig {
   std::string Productname;
   std::string Manual;
   std::string User;
-  std::string CurrentDB;   ///< empty where there is none
+  std::string CurrentDB;  ///< empty where there is none
   std::string DBPassword;
 
   /// The wizard's own folder, with its trailing backslash (pelmar.ini, schemes.txt, home.ini and pics lie here).

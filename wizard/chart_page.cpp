@@ -1,0 +1,169 @@
+#include "wizard/chart_page.h"
+
+#include <algorithm>
+#include <charconv>
+
+#include "support/common_code.h"
+#include "support/encoding.h"
+#include "support/harbinox.h"
+#include "support/user_locale.h"
+#include "wizard/form_layout.h"
+
+namespace wizard {
+
+namespace {
+
+constexpr int thumbnails_in_row = 3;
+constexpr std::int32_t column_gap = 10, row_gap = 60;
+
+long text_number(const std::vector<std::string>& fields, std::size_t field) {
+  long number = -1;
+  if (field < fields.size()) {
+    const std::string text = support::trim(fields[field]);
+    std::from_chars(text.data(), text.data() + text.size(), number);
+  }
+  return number;
+}
+
+}  // namespace
+
+void ChartPage::prepare(int limit) {
+  limit_ = limit;
+  show_count();
+}
+
+std::string ChartPage::picture_file(std::string_view prefix, std::string_view key) const {
+  return join_path(join_path(context_.config.own_folder, "pics"), std::string(prefix) + std::string(key) + ".jpg");
+}
+
+ChartPage::Texts ChartPage::texts_of(std::string_view key) const {
+  std::vector<std::string> fields;
+  support::Split(context_.ini_value(context_.config.own_folder + "pelmar.ini", "CHARTS", key), fields, "^");
+  const auto text = [&](std::size_t field) {
+    const long number = text_number(fields, field);
+    return number < 0 ? std::string() : context_.config.text(number);
+  };
+  return {text(0), text(1)};
+}
+
+void ChartPage::build() {
+  if (built_) return;
+  built_ = true;
+  form::Form& form = context_.form;
+  const form::Bounds frame = form.at("picFrame").bounds();
+  const std::int32_t inner_width = frame.width - form.at("vsbSlide").bounds().width;
+  thumbnail_width_ = static_cast<std::int32_t>(support::round_half_even((inner_width - 20) / 3.0));
+  thumbnail_height_ = static_cast<std::int32_t>(support::round_half_even(thumbnail_width_ * 0.66));
+
+  std::vector<std::string> keys;
+  support::Split(
+      support::ReadIni(
+          *context_.ports.ini, *context_.ports.registry, context_.config.RegKey,
+          {.section = "CHARTS", .key = "KEYS", .file = context_.config.own_folder + "pelmar.ini", .delimiter = "|"}),
+      keys, "|");
+  for (std::size_t n = 0; n < keys.size(); ++n) add_option(static_cast<int>(n), keys[n]);
+  tick_home_page_charts();
+
+  const auto rows = (static_cast<std::int32_t>(keys.size()) + thumbnails_in_row - 1) / thumbnails_in_row;
+  const std::int32_t height = rows * (thumbnail_height_ + chart_title_height + row_gap);
+  form.at("picSlide").set_bounds({0, 0, inner_width, std::max(height, frame.height)});
+  form.at("vsbSlide").set_maximum(std::max(height - frame.height, 0));
+  form.at("vsbSlide").set_enabled(height > frame.height);
+  form.at("lblChartInfoTitle").set_caption("");
+  form.at("lblChartInfoTitle").set_tag("");
+  form.at("lblChartInfo").set_caption("");
+  form.at("cmdViwPic").set_enabled(false);
+  show_count();
+}
+
+void ChartPage::add_option(int position, std::string_view key) {
+  form::Form& form = context_.form;
+  const std::int32_t column = position % thumbnails_in_row, row = position / thumbnails_in_row;
+  const form::Bounds bounds{column * (thumbnail_width_ + column_gap),
+                            row * (thumbnail_height_ + chart_title_height + row_gap), thumbnail_width_,
+                            thumbnail_height_};
+  form::Control& first = form.at("optThumb", 0);
+  form::Control& option =
+      position == 0 ? first
+                    : form.add({"optThumb", position, form::Kind::ChartOption, "picSlide", bounds, "", "", false});
+  option.set_bounds(bounds);
+  option.set_font(first.font());
+  const std::string thumbnail = picture_file("thmb_ss_", key);
+  if (support::file_test(*context_.ports.files, thumbnail)) option.set_picture(thumbnail);
+  option.set_tag(key);
+  std::string title = texts_of(key).title;
+  support::replace(title, "&", "");
+  option.set_tooltip(title);
+  option.set_caption(fitting_caption(std::move(title), bounds.width - 15));
+  option.set_visible(true);
+}
+
+std::string ChartPage::fitting_caption(std::string title, std::int32_t width) const {
+  const std::string& font = context_.form.at("picSlide").font();
+  const auto measure = [&](std::string_view text) { return context_.ports.user->text_width(text, font); };
+  if (measure(title) <= width) return title;
+  const std::int32_t room = width - measure("...");
+  while (!title.empty() && measure(title) > room)
+    title = support::first_characters(title, support::character_count(title) - 1);
+  return title + "...";
+}
+
+void ChartPage::tick_home_page_charts() {
+  const std::string file = context_.config.own_folder + "home.ini";
+  const std::string section = context_.ini_value(file, "setup", "homepage");
+  for (int slot = 1; slot <= home_page_slots; ++slot) {
+    std::vector<std::string> fields;
+    support::Split(context_.ini_value(file, section, "CHART" + std::to_string(slot)), fields, "|");
+    if (fields.size() <= chart_key_field) continue;
+    for (form::Control* option : context_.form.array("optThumb")) {
+      if (!support::equal_ignoring_case(option->tag(), fields[chart_key_field])) continue;
+      option->set_value(1);
+      break;
+    }
+  }
+}
+
+std::vector<const form::Control*> ChartPage::options() const {
+  std::vector<const form::Control*> found;
+  for (const form::Control* option : context_.form.array("optThumb"))
+    if (!option->tag().empty()) found.push_back(option);
+  return found;
+}
+
+std::vector<const form::Control*> ChartPage::chosen() const {
+  auto found = options();
+  std::erase_if(found, [](const form::Control* option) { return option->value() == 0; });
+  return found;
+}
+
+void ChartPage::show_count() {
+  const int count = std::min(static_cast<int>(chosen().size()), limit_);
+  context_.form.at("lblPics").set_caption(std::to_string(count) + "/" + std::to_string(limit_));
+}
+
+void ChartPage::click(int index) {
+  form::Form& form = context_.form;
+  form::Control& option = form.at("optThumb", index);
+  const std::string key = option.tag();
+  const Texts texts = texts_of(key);
+  form.at("lblChartInfoTitle").set_caption(texts.title);
+  form.at("lblChartInfo").set_caption(texts.description);
+  form.at("lblChartInfoTitle").set_tag(key);
+  form.at("cmdViwPic").set_enabled(support::file_test(*context_.ports.files, picture_file("ss_", key)));
+  if (static_cast<int>(chosen().size()) > limit_) option.set_value(0);
+  show_count();
+}
+
+void ChartPage::scroll() {
+  form::Control& slide = context_.form.at("picSlide");
+  form::Bounds bounds = slide.bounds();
+  bounds.top = -context_.form.at("vsbSlide").value();
+  slide.set_bounds(bounds);
+  context_.form.request_redraw(context_.form.at("picFrame"));
+}
+
+void ChartPage::open_screenshot() {
+  context_.ports.user->open_file(picture_file("ss_", context_.form.at("lblChartInfoTitle").tag()));
+}
+
+}  // namespace wizard

@@ -1,0 +1,59 @@
+#include "wizard/context.h"
+
+#include "support/common_code.h"
+
+namespace wizard {
+
+database::Environment Context::environment() const {
+  database::Environment environment;
+  environment.password = config.DBPassword;
+  environment.files = ports.files;
+  environment.ini = ports.ini;
+  environment.settings_file = config.Path + "setup.ini";
+  environment.language = config.LanguageObject.get();
+  environment.now = ports.now;
+  if (ports.open_engine) environment.open_engine = ports.open_engine;
+  environment.message_box = [user = ports.user](std::string_view text, std::uint32_t style, std::string_view title) {
+    return user->message_box(text, style, title);
+  };
+  environment.data_folder = config.DataDir;
+  return environment;
+}
+
+std::string Context::ini_value(std::string_view file, std::string_view section, std::string_view key,
+                               std::string_view fallback) const {
+  return support::ReadIni(*ports.ini, *ports.registry, config.RegKey,
+                          {.section = section, .key = key, .fallback = fallback, .file = file});
+}
+
+std::string Context::user_value(std::string_view key, std::string_view name, std::string_view fallback) const {
+  std::string value(fallback);
+  support::ReadRegValue(*ports.registry, support::RootKey::CurrentUser, key, name, value);
+  return support::trim(value);
+}
+
+void Context::show_text(form::Control& control, long number) const {
+  if (config.LanguageObject) control.set_caption(config.LanguageObject->loadres(number));
+}
+
+int Context::message(long number, std::uint32_t style) const {
+  return ports.user->message_box(config.text(number), style, config.Productname);
+}
+
+std::string fill_in(std::string text, std::initializer_list<std::string_view> values) {
+  char digit = '1';
+  for (std::string_view value : values) {
+    const char place[] = {'%', digit++};
+    const auto at = text.find(std::string_view(place, 2));
+    if (at != std::string::npos) text.replace(at, 2, value);
+  }
+  return text;
+}
+
+std::string join_path(std::string_view folder, std::string_view name) {
+  std::string path = std::string(folder) + "\\" + std::string(name);
+  support::RemoveSlashes(path);
+  return path;
+}
+
+}  // namespace wizard

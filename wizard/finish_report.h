@@ -1,0 +1,23 @@
+// What a finish wrote or could not write, for the report at the end of a run.
+#pragma once
+
+#include <string>
+#include <vector>
+
+namespace wizard {
+
+struct FinishReport {
+  enum class What { RegistryValue, IniKey, File, RecycledFile };
+  struct Entry {
+    What what;
+    std::string place;  ///< key with its root, or file
+    std::string name;   ///< value, or section and key; for a file what of it was written
+    std::string value;  ///< empty for files; never the password
+    bool written;
+    std::string problem;  ///< empty when written
+  };
+  std::vector<Entry> entries;
+  bool complete() const noexcept;
+};
+
+}  // namespace wizard

@@ -1,0 +1,40 @@
+// Writes one thing after the other at the finish and records each, or only records what would be written.
+#pragma once
+
+#include <functional>
+#include <string>
+#include <string_view>
+
+#include "wizard/context.h"
+#include "wizard/finish_report.h"
+
+namespace wizard {
+
+class FinishWriter {
+ public:
+  enum class Mode { Write, Preview };  ///< a preview changes nothing; its entries are not `written` and have no problem
+  FinishWriter(Context& context, Mode mode) : context_(context), mode_(mode) {}
+
+  bool previewing() const noexcept { return mode_ == Mode::Preview; }
+
+  /// A text under the current user root.
+  void registry_value(std::string_view key, std::string_view name, std::string_view value);
+  void ini_key(std::string_view file, std::string_view section, std::string_view key, std::string_view value);
+  /// Runs `action`, which writes `what` of a file. False where it failed; the reason is the last statement that was
+  /// passed over meanwhile.
+  bool file(std::string_view path, std::string_view what, const std::function<bool()>& action);
+  /// Records something that could not be done.
+  void problem(FinishReport::What kind, std::string_view place, std::string_view what, std::string_view reason);
+  void recycle(std::string_view folder, std::string_view pattern);
+
+  FinishReport take() { return std::move(report_); }
+
+ private:
+  void record(FinishReport::Entry entry);
+
+  Context& context_;
+  Mode mode_;
+  FinishReport report_;
+};
+
+}  // namespace wizard

@@ -1,0 +1,50 @@
+#include "wizard/folder_page.h"
+
+#include "support/common_code.h"
+#include "wizard/index_database.h"
+
+namespace wizard {
+
+namespace {
+
+constexpr int new_database = 0;
+constexpr long folder_dialog_title[] = {4801, 4802};
+constexpr long index_exists_already = 2400;
+constexpr long local_folder = 4685, shared_folder = 4686;
+
+/// Takes the window out of the topmost position while a dialog is open.
+class NotTopmost {
+ public:
+  explicit NotTopmost(UserPort& user) : user_(user) { user_.set_topmost(false); }
+  ~NotTopmost() { user_.set_topmost(true); }
+  NotTopmost(const NotTopmost&) = delete;
+  NotTopmost& operator=(const NotTopmost&) = delete;
+
+ private:
+  UserPort& user_;
+};
+
+}  // namespace
+
+void show_folder(Context& context) {
+  context.form.at("lblFolder").set_caption(context.config.PatientData);
+  context.show_text(context.form.at("lblLocation"),
+                    context.ports.user->is_network_path(context.config.PatientData) ? shared_folder : local_folder);
+}
+
+void choose_folder(Context& context, int button) {
+  if (button < 0 || button >= static_cast<int>(std::size(folder_dialog_title))) return;
+  const NotTopmost not_topmost{*context.ports.user};
+  const auto folder = context.ports.user->choose_folder(context.config.text(folder_dialog_title[button]));
+  if (!folder || folder->empty()) return;
+  if (button == new_database && context.ports.files->file_size(join_path(*folder, "index.mdb"))) {
+    context.message(index_exists_already, message_style::critical_foreground);
+    return;
+  }
+  context.config.PatientData = join_path(*folder, "");
+  context.config.IndexDB = context.config.PatientData + "index.mdb";
+  provide_index_database(context.environment(), context.config.IndexDB);
+  show_folder(context);
+}
+
+}  // namespace wizard

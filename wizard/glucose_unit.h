@@ -1,0 +1,25 @@
+// The two units of blood glucose and the way of a typed value between them. The two factors are deliberately no
+// reciprocals: a value converted there and back may drift by one.
+#pragma once
+
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <string_view>
+
+namespace wizard {
+
+enum class GlucoseUnit : std::int16_t { MgDl = 0, MmolL = 1 };
+
+std::string_view unit_caption(GlucoseUnit unit) noexcept;
+
+/// The text in the other unit, in the user's locale; nothing where it is no number or leaves the 16-bit range.
+std::optional<std::string> converted(std::string_view text, GlucoseUnit to);
+
+/// The value in mg/dl as a whole number, halves to even; nothing as above.
+std::optional<std::int16_t> in_mg_dl(std::string_view text, GlucoseUnit unit);
+
+/// A value in mg/dl as it is shown in a unit.
+std::string shown_value(std::int16_t mg_dl, GlucoseUnit unit);
+
+}  // namespace wizard

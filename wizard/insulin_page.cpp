@@ -1,0 +1,108 @@
+#include "wizard/insulin_page.h"
+
+#include <algorithm>
+
+#include "support/common_code.h"
+#include "support/encoding.h"
+#include "support/harbinox.h"
+#include "wizard/form/lists.h"
+
+namespace wizard {
+
+namespace {
+
+using database::PreferredInsulin;
+
+bool acts_as_bolus(const PreferredInsulin& insulin) { return insulin.bolusie > 0 && insulin.basalie <= 0; }
+
+bool fits_bolus(const PreferredInsulin& insulin) { return acts_as_bolus(insulin) && !insulin.rapid; }
+bool fits_basal(const PreferredInsulin& insulin) { return insulin.bolusie <= 0 && insulin.basalie > 0; }
+bool fits_mixed(const PreferredInsulin& insulin) { return insulin.bolusie > 0 && insulin.basalie > 0; }
+bool fits_rapid(const PreferredInsulin& insulin) { return acts_as_bolus(insulin) && insulin.rapid; }
+
+/// By slot.
+constexpr bool (*fits[])(const PreferredInsulin&) = {fits_bolus, fits_basal, fits_mixed, fits_rapid, acts_as_bolus};
+
+struct UsualInsulin {
+  std::string database::DefaultInsulin::*text;
+  long kind_text;           ///< names the kind of insulin, where no insulin is known
+  std::string_view suffix;  ///< of that name
+};
+
+/// By slot; the pump slot has none.
+constexpr UsualInsulin usual_insulins[] = {
+    {&database::DefaultInsulin::bolus, 4353, ""},
+    {&database::DefaultInsulin::basal, 4354, ""},
+    {&database::DefaultInsulin::mix, 4356, " 50/50"},
+    {&database::DefaultInsulin::rapid, 4355, ""},
+};
+
+bool names_kind_only(const Context& context, const UsualInsulin& usual, std::string_view text) {
+  std::string kind = context.config.text(usual.kind_text);
+  support::replace(kind, ":", "");
+  return text == support::trim(kind + std::string(usual.suffix));
+}
+
+std::string pump_insulin(const database::TherapyPlan& plan) {
+  const auto item = std::ranges::find(plan.items, database::plan_item::pump, &database::PlanItem::ItemType);
+  return item == plan.items.end() ? std::string() : item->desc;
+}
+
+}  // namespace
+
+void InsulinPage::offer(const std::vector<PreferredInsulin>& insulins) {
+  for (std::size_t slot = 0; slot < known_.size(); ++slot) {
+    std::vector<form::ListItem> items;
+    for (const PreferredInsulin& insulin : insulins) {
+      if (!fits[slot](insulin) || insulin.desc.empty()) continue;
+      known_[slot].push_back(
+          database::insulin_text(insulin.desc, insulin.bolusie, insulin.basalie, insulin.rapid ? -1 : 0));
+      items.push_back({insulin.desc, static_cast<std::int32_t>(items.size())});
+    }
+    context_.form.at("cbInsulin", static_cast<int>(slot)).set_items(std::move(items));
+  }
+}
+
+void InsulinPage::show(const database::DefaultInsulin& usual, const database::TherapyPlan& newest) {
+  for (std::size_t slot = 0; slot < known_.size(); ++slot) {
+    std::string text = pump_insulin(newest);
+    if (slot < std::size(usual_insulins)) {
+      text = usual.*usual_insulins[slot].text;
+      if (names_kind_only(context_, usual_insulins[slot], text)) text.clear();
+    }
+    if (text.find('|') != std::string::npos) known_[slot].insert(known_[slot].begin(), text);
+    context_.form.at("cbInsulin", static_cast<int>(slot)).set_text(support::trim(database::insulin_name(text)));
+  }
+}
+
+void InsulinPage::show_drugs(const std::array<std::string, 3>& drugs) {
+  for (std::size_t n = 0; n < drugs.size(); ++n)
+    context_.form.at("txtMedik", static_cast<int>(n)).set_text(support::trim(drugs[n]));
+}
+
+std::optional<std::string> InsulinPage::insulin_in(std::int16_t slot) const {
+  const form::Control& box = context_.form.at("cbInsulin", slot);
+  const std::string name = support::trim(box.text());
+  if (!box.visible()) return std::nullopt;
+  if (name.empty()) return name;
+  const auto& known = known_[static_cast<std::size_t>(slot)];
+  const auto match = std::ranges::find_if(known, [&](const std::string& text) {
+    return support::equal_ignoring_case(support::trim(database::insulin_name(text)), name);
+  });
+  return match == known.end() ? database::insulin_text(name, slot) : *match;
+}
+
+std::array<std::optional<std::string>, 5> InsulinPage::insulins() const {
+  std::array<std::optional<std::string>, 5> texts;
+  for (std::int16_t slot = 0; slot < 5; ++slot) texts[static_cast<std::size_t>(slot)] = insulin_in(slot);
+  return texts;
+}
+
+std::array<std::string, 3> InsulinPage::drugs() const {
+  std::array<std::string, 3> names;
+  for (std::size_t n = 0; n < names.size(); ++n)
+    names[n] = support::trim(context_.form.at("txtMedik", static_cast<int>(n)).text());
+  return names;
+}
+
+}  // namespace wizard

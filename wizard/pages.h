@@ -1,0 +1,24 @@
+// The pages that keep something of their own, together: what the presets fill and the finish reads.
+#pragma once
+
+#include "wizard/chart_page.h"
+#include "wizard/insulin_page.h"
+#include "wizard/scheme_page.h"
+#include "wizard/steps.h"
+#include "wizard/targets_page.h"
+
+namespace wizard {
+
+struct Pages {
+  explicit Pages(Context& context) : targets(context), insulin(context), charts(context), scheme(context) {}
+
+  StepList steps;
+  bool HasCurrentDB = false;   ///< a database was known at start-up; always true in the professional edition
+  bool database_read = false;  ///< that database could be opened, so the pages show what it holds
+  TargetsPage targets;
+  InsulinPage insulin;
+  ChartPage charts;
+  SchemePage scheme;
+};
+
+}  // namespace wizard

@@ -1,0 +1,44 @@
+#include "wizard/scheme_page.h"
+
+#include "support/common_code.h"
+#include "support/harbinox.h"
+#include "wizard/form/lists.h"
+
+namespace wizard {
+
+void SchemePage::fill() {
+  names_.clear();
+  support::GetSchemes(*context_.ports.ini, *context_.ports.files, file(), names_);
+  std::vector<form::ListItem> items;
+  for (const std::string& name : names_) {
+    const std::string description = support::trim(context_.ini_value(file(), name, "Desc"));
+    items.push_back({description.empty() ? name : description, static_cast<std::int32_t>(items.size())});
+  }
+  form::Control& box = context_.form.at("cbSchema");
+  box.set_items(std::move(items));
+  stored_ = context_.user_value(context_.config.RegKey, "Scheme", "0");
+  form::MatchList(box, stored_);
+  show_description();
+}
+
+void SchemePage::show_description() {
+  constexpr std::size_t buffer_size = 513;
+  form::Control& description = context_.form.at("lblSchemaDesc");
+  description.set_caption("");
+  const form::Control& box = context_.form.at("cbSchema");
+  const auto scheme = static_cast<std::size_t>(box.selected_item_data());
+  if (box.list_index() < 0 || scheme >= names_.size()) return;
+  std::string text = context_.ports.ini->value(file(), names_[scheme], "LongDesc", "", buffer_size);
+  text = support::trim(text.substr(0, text.find('\0')));
+  support::replace(text, "\\n", "\r\n");
+  description.set_caption(text);
+}
+
+std::optional<std::int32_t> SchemePage::changed_scheme() const {
+  const form::Control& box = context_.form.at("cbSchema");
+  const std::int32_t scheme = box.selected_item_data();
+  if (box.list_index() < 0 || std::to_string(scheme) == stored_) return std::nullopt;
+  return scheme;
+}
+
+}  // namespace wizard

@@ -1,0 +1,31 @@
+// Page "Schema": the therapy scheme and its description, from the scheme file beside the program.
+#pragma once
+
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "wizard/context.h"
+
+namespace wizard {
+
+class SchemePage {
+ public:
+  explicit SchemePage(Context& context) : context_(context) {}
+
+  /// Fills `cbSchema` and selects the scheme that the registry names.
+  void fill();
+  /// Shows the description of the selected scheme (`cbSchema` Click).
+  void show_description();
+  /// Identifier of the selected scheme where it is another one than at start-up.
+  std::optional<std::int32_t> changed_scheme() const;
+
+ private:
+  std::string file() const { return context_.config.own_folder + "schemes.txt"; }
+
+  Context& context_;
+  std::vector<std::string> names_;
+  std::string stored_;  ///< the identifier in the registry at start-up
+};
+
+}  // namespace wizard

@@ -1,0 +1,128 @@
+#include "wizard/start_up.h"
+
+#include "support/common_code.h"
+#include "support/encoding.h"
+#include "support/error.h"
+#include "wizard/index_database.h"
+
+namespace wizard {
+
+namespace {
+
+using support::RootKey;
+
+enum class Roots { MachineThenUser, Machine, User };
+
+/// The later root's value replaces the earlier one's.
+std::string read_value(const Ports& ports, Roots roots, std::string_view key, std::string_view name,
+                       std::string value) {
+  if (roots != Roots::User) support::ReadRegValue(*ports.registry, RootKey::LocalMachine, key, name, value);
+  if (roots != Roots::Machine) support::ReadRegValue(*ports.registry, RootKey::CurrentUser, key, name, value);
+  return support::trim(value);
+}
+
+std::string with_backslash(std::string folder) {
+  if (!folder.ends_with('\\')) folder += '\\';
+  return folder;
+}
+
+void discover_font(const Context& context, InstallationConfig& config) {
+  // RegKey is not known yet at this point of the start: the value of the root keys themselves is meant.
+  config.DefaultFont =
+      read_value(context.ports, Roots::MachineThenUser, config.RegKey, "DefaultFont", config.DefaultFont);
+  config.DefaultFont = context.ini_value(config.own_folder + "setup.ini", "setup", "font", config.DefaultFont);
+}
+
+void discover_names(const Context& context, std::string_view command_line, InstallationConfig& config) {
+  constexpr std::size_t buffer_size = 101;  // 100 characters and the NUL
+  config.RegPath = context.ports.ini->value(config.own_folder + "vantrix.ini", "setup", "RegPath", "", buffer_size);
+  config.RegPath = config.RegPath.substr(0, config.RegPath.find('\0'));
+  if (const std::string name = support::trim(command_line_field(command_line, 1)); !name.empty()) config.RegPath = name;
+  config.ProEdition = support::to_upper(config.RegPath).find("PRO") != std::string::npos;
+  config.RegKey = "SOFTWARE\\Lumoraquant\\" + config.RegPath;
+  config.ProfilesKey = config.RegKey + "\\Profiles\\";
+}
+
+struct PathRow {
+  std::string InstallationConfig::*member;
+  std::string_view value_name;
+  std::string_view default_below_path;  ///< appended to `Path`
+  bool is_folder;                       ///< ends with a backslash, whatever the registry says
+};
+
+constexpr PathRow path_rows[] = {
+    {&InstallationConfig::ImportDir, "ImportDir", "\\data\\incoming", true},
+    {&InstallationConfig::DataDir, "DataDir", "\\data\\", false},
+    {&InstallationConfig::ModulesDir, "ModulesDir", "\\modules", true},
+    {&InstallationConfig::LookupDB, "LookupDB", "\\defs.mdb", false},
+    {&InstallationConfig::PatientData, "PatientData", "\\patients\\", false},
+};
+
+void discover_paths(const Ports& ports, InstallationConfig& config) {
+  config.Path = with_backslash(
+      read_value(ports, Roots::MachineThenUser, config.RegKey, "Path", with_backslash(config.own_folder)));
+  support::RemoveSlashes(config.Path);
+  for (const PathRow& row : path_rows) {
+    std::string path = read_value(ports, Roots::MachineThenUser, config.RegKey, row.value_name,
+                                  config.Path + std::string(row.default_below_path));
+    if (row.is_folder) path = with_backslash(std::move(path));
+    support::RemoveSlashes(path);
+    config.*row.member = std::move(path);
+  }
+  config.IndexDB = join_path(config.PatientData, "index.mdb");
+}
+
+void discover_product(const Ports& ports, InstallationConfig& config) {
+  const std::string port_number = read_value(ports, Roots::User, config.RegKey, "COM", "1");
+  support::Procedure{"wizard!COM"}.step([&] { config.COM = engine::to_int16(port_number); });
+  config.Helpfile = read_value(ports, Roots::Machine, config.RegKey, "Helpfile", "");
+  support::RemoveSlashes(config.Helpfile);
+  config.Productname = read_value(ports, Roots::Machine, config.RegKey + "\\Setup", "Productname", "");
+  if (config.Productname.empty()) config.Productname = "vantrix";
+  config.DBPassword.clear();
+  config.Manual = read_value(ports, Roots::Machine, config.RegKey, "Manual", "");
+  support::RemoveSlashes(config.Manual);
+  config.User = read_value(ports, Roots::User, config.RegKey, "User", "default");
+}
+
+void discover_current_database(const Context& context, std::string_view command_line, InstallationConfig& config) {
+  config.CurrentDB = support::trim(context.ini_value(config.Path + "setup.ini", "setup", "CurrentDB"));
+  if (config.CurrentDB.empty())
+    config.CurrentDB = join_path(config.PatientData, support::trim(command_line_field(command_line, 2)));
+  if (!support::file_test(*context.ports.files, config.CurrentDB)) config.CurrentDB.clear();
+}
+
+}  // namespace
+
+std::string command_line_field(std::string_view command_line, int field) {
+  if (field == 0) return std::string(command_line);
+  for (int n = 1;; ++n) {
+    const auto bar = command_line.find('|');
+    if (n == field) return std::string(command_line.substr(0, bar));
+    if (bar == std::string_view::npos) return {};
+    command_line.remove_prefix(bar + 1);
+  }
+}
+
+bool discover_installation(Context& context, std::string_view command_line) {
+  support::Procedure procedure{"wizard!Discover"};
+  const Ports& ports = context.ports;
+  InstallationConfig& config = context.config;
+  config.own_folder = with_backslash(ports.own_folder);
+  procedure.step([&] { discover_font(context, config); });
+  procedure.step([&] { discover_names(context, command_line, config); });
+  if (config.RegPath.empty() && command_line.empty()) return false;
+  procedure.step([&] {
+    config.LanguageDLL = read_value(ports, Roots::MachineThenUser, config.RegKey, "LanguageDLL", "");
+    config.LanguageObject = ports.create_language(config.LanguageDLL + ".LanguageDLL");
+  });
+  procedure.step([&] { discover_paths(ports, config); });
+  procedure.step([&] {
+    if (config.ProEdition) provide_index_database(context.environment(), config.IndexDB);
+  });
+  procedure.step([&] { discover_product(ports, config); });
+  procedure.step([&] { discover_current_database(context, command_line, config); });
+  return true;
+}
+
+}  // namespace wizard

@@ -1,0 +1,67 @@
+#include "wizard/steps.h"
+
+#include "support/common_code.h"
+#include "support/encoding.h"
+
+namespace wizard {
+
+namespace {
+
+constexpr std::string_view professional_list =
+    "INtro|netpath|Maßeinheit|pics|sidebar|start|tip_navbar|tip_splits|tip_stats|Fertig";
+constexpr std::string_view standard_list =
+    "INtro|Maßeinheit|Patdat|Insulin|Medikamente|Therapie_bz|Therapie_bp|pics|eingabe|sidebar|"
+    "tip_navbar|tip_splits|tip_stats|Fertig";
+
+}  // namespace
+
+void StepList::choose(bool professional, std::string_view configured) {
+  const std::string_view by_edition = professional ? professional_list : standard_list;
+  names_.clear();
+  support::Split(configured.empty() ? by_edition : configured, names_, "|");
+  current_ = 0;
+  built_ = -1;
+}
+
+std::string StepList::name_at(int position) const {
+  return position < 0 || position > last() ? std::string() : names_[static_cast<std::size_t>(position)];
+}
+
+bool StepList::passed_over(int position) const {
+  return position != built_ && name_at(position).find('-') != std::string::npos;
+}
+
+void StepList::forward() {
+  do ++current_;
+  while (passed_over(current_));
+}
+
+void StepList::back() {
+  while (current_ > 0)
+    if (!passed_over(--current_)) break;
+}
+
+int StepList::find(std::string_view name, std::size_t characters) const {
+  for (int position = 0; position <= last(); ++position)
+    if (support::equal_ignoring_case(support::first_characters(name_at(position), characters), name)) return position;
+  return -1;
+}
+
+bool StepList::offers(std::string_view name) const {
+  const int position = find(name, support::character_count(name));
+  return position >= 0 && !passed_over(position);
+}
+
+void StepList::offer(std::string_view name, bool offered) {
+  const int position = find(name, support::character_count(name));
+  if (position < 0) return;
+  names_[static_cast<std::size_t>(position)] = std::string(name) + (offered ? "" : "-");
+}
+
+void StepList::mark_built(int position) {
+  if (position < 0 || position > last()) return;
+  names_[static_cast<std::size_t>(position)] += "-";
+  built_ = position;
+}
+
+}  // namespace wizard

@@ -1,0 +1,51 @@
+// Pages "Therapie_BZ" and "Therapie_BP": target values of blood glucose and blood pressure, `txtvorgabe` 0 to 3 and 4
+// to 7.
+#pragma once
+
+#include <array>
+#include <cstdint>
+#include <optional>
+#include <string>
+
+#include "database/settings.h"
+#include "wizard/context.h"
+#include "wizard/glucose_unit.h"
+
+namespace wizard {
+
+class TargetsPage {
+ public:
+  explicit TargetsPage(Context& context) : context_(context) {}
+
+  /// Shows the targets, the glucose values in the unit given, which becomes the current one.
+  void show(const database::SettingsRecord& settings, GlucoseUnit unit);
+  /// Labels the fields and, where the unit is another one than before, converts their texts. A text that is no number
+  /// stays.
+  void change_unit(GlucoseUnit unit);
+  GlucoseUnit unit() const noexcept { return unit_; }
+
+  /// False, after saying why, where the glucose targets are no numbers or contradict each other; the field at fault has
+  /// the focus then.
+  bool check_glucose();
+
+  /// Takes the fields over into the record (mg/dl, mmHg); a field that is no number leaves the record's value. A field
+  /// that still shows what show() put there gives exactly the value it was given.
+  void gather(database::SettingsRecord& settings) const;
+
+ private:
+  static constexpr int glucose_fields = 4;
+  std::optional<std::int16_t> glucose_value(int field) const;
+  bool refuse(int field, long message);
+
+  struct Shown {
+    std::string text;
+    std::int16_t mg_dl = 0;
+  };
+
+  Context& context_;
+  GlucoseUnit unit_ = GlucoseUnit::MgDl;
+  GlucoseUnit shown_unit_ = GlucoseUnit::MgDl;
+  std::array<Shown, glucose_fields> shown_;
+};
+
+}  // namespace wizard
