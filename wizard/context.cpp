@@ -40,14 +40,18 @@ int Context::message(long number, std::uint32_t style) const {
   return ports.user->message_box(config.text(number), style, config.Productname);
 }
 
-std::string fill_in(std::string text, std::initializer_list<std::string_view> values) {
-  char digit = '1';
-  for (std::string_view value : values) {
-    const char place[] = {'%', digit++};
-    const auto at = text.find(std::string_view(place, 2));
-    if (at != std::string::npos) text.replace(at, 2, value);
+std::string fill_in(std::string_view text, std::initializer_list<std::string_view> values) {
+  std::string filled;
+  for (std::size_t at = 0; at < text.size(); ++at) {
+    const auto place = at + 1 < text.size() ? static_cast<std::size_t>(text[at + 1] - '1') : values.size();
+    if (text[at] != '%' || place >= values.size()) {
+      filled += text[at];
+      continue;
+    }
+    filled += values.begin()[place];
+    ++at;
   }
-  return text;
+  return filled;
 }
 
 std::string join_path(std::string_view folder, std::string_view name) {

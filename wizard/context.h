@@ -39,7 +39,7 @@ struct Context {
 };
 
 /// The text with "%1", "%2" … filled in.
-std::string fill_in(std::string text, std::initializer_list<std::string_view> values);
+std::string fill_in(std::string_view text, std::initializer_list<std::string_view> values);
 
 /// A folder and a name in it, with one backslash between them whether or not the folder brings one.
 std::string join_path(std::string_view folder, std::string_view name);
