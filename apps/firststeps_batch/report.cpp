@@ -4,6 +4,7 @@
 
 #include "apps/console/json_writer.h"
 #include "apps/console/text_table.h"
+#include "support/file_system.h"
 
 namespace firststeps_batch {
 namespace {
@@ -25,11 +26,16 @@ std::string_view word(What what) {
   return "";
 }
 
+/// Files as this host names them.
+std::string place(const Entry& entry) {
+  return entry.what == What::RegistryValue ? entry.place : support::host_file_system().host_path(entry.place);
+}
+
 void write_table(std::ostream& out, const std::vector<Entry>& entries) {
   console::TextTable table;
   for (const std::string_view title : {"What", "Where", "Name", "Value"}) table.add_column(title);
   for (const Entry& entry : entries) {
-    table.add_row({std::string(word(entry.what)), entry.place, entry.name, entry.value});
+    table.add_row({std::string(word(entry.what)), place(entry), entry.name, entry.value});
   }
   table.write(out);
 }
@@ -38,13 +44,13 @@ void write_problems(std::ostream& out, const std::vector<Entry>& entries) {
   if (entries.empty()) return;
   out << "\nNot written:\n";
   for (const Entry& entry : entries) {
-    out << "  " << word(entry.what) << ' ' << entry.place << (entry.name.empty() ? "" : " ") << entry.name << ": "
+    out << "  " << word(entry.what) << ' ' << place(entry) << (entry.name.empty() ? "" : " ") << entry.name << ": "
         << entry.problem << '\n';
   }
 }
 
 void write_entry(console::JsonWriter& json, const Entry& entry, bool dry_run) {
-  json.begin_object().key("what").text(word(entry.what)).key("place").text(entry.place);
+  json.begin_object().key("what").text(word(entry.what)).key("place").text(place(entry));
   json.key("name").text(entry.name).key("value").text(entry.value);
   json.key("written").boolean(entry.written && !dry_run).key("problem").text(entry.problem).end_object();
 }

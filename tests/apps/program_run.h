@@ -1,0 +1,44 @@
+// Runs the console programs in this process, as their main would, and keeps what they said; and folders to do it in.
+#pragma once
+
+#include <filesystem>
+#include <map>
+#include <string>
+#include <vector>
+
+#include "apps/console/console.h"
+
+namespace apps_test {
+
+struct Outcome {
+  int code = 0;
+  std::string out, err;
+};
+
+using Environment = std::map<std::string, std::string>;
+
+/// The program's folder is the source folder, whose "texts" hold the language tables.
+Outcome run_patientdb(const std::vector<std::string>& arguments, const Environment& environment = {});
+Outcome run_batch(const std::vector<std::string>& arguments);
+
+class TemporaryFolder {
+ public:
+  TemporaryFolder();
+  ~TemporaryFolder();
+  TemporaryFolder(const TemporaryFolder&) = delete;
+  TemporaryFolder& operator=(const TemporaryFolder&) = delete;
+
+  const std::filesystem::path& path() const { return path_; }
+  /// Path of a file in it, as an argument.
+  std::string file(const std::string& name) const;
+  std::string write(const std::string& name, std::string_view content) const;
+  /// Every file below it with its content.
+  std::map<std::string, std::string> snapshot() const;
+
+ private:
+  std::filesystem::path path_;
+};
+
+std::string content_of(const std::string& path);
+
+}  // namespace apps_test
