@@ -40,7 +40,8 @@ inline constexpr std::string_view locale_general = ";LANGID=0x0409;CP=1252;COUNT
 inline constexpr std::int32_t version_30 = 32;
 
 /// A field of a table or of an index. Properties may be set before and, except type, after appending; a change of an
-/// appended field's property takes effect at once. Setting a property that the engine refuses raises and changes nothing.
+/// appended field's property takes effect at once. Setting a property that the engine refuses raises and changes
+/// nothing.
 class Field {
  public:
   virtual ~Field() = default;

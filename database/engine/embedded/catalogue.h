@@ -1,4 +1,5 @@
-// What the embedded engine knows of the user's tables: the definition of each field and index, cached per open database.
+// What the embedded engine knows of the user's tables: the definition of each field and index, cached per open
+// database.
 #pragma once
 
 #include <algorithm>

@@ -1,0 +1,206 @@
+#include "database/engine/embedded/connection.h"
+
+#include <type_traits>
+#include <utility>
+
+#include "database/engine/embedded/engine_error.h"
+#include "database/engine/embedded/jet_sql/jet_sql.h"
+
+namespace engine::embedded {
+namespace {
+
+constexpr int maximum_text_bytes = 64 << 20;
+constexpr int maximum_sql_bytes = 1 << 20;
+
+/// The form in which the cipher takes a key that is derived already, wiped after use.
+class KeyText {
+ public:
+  explicit KeyText(const FileKey& key) : text_("x'") {
+    text_.reserve(2 * (key.key().size() + key.salt().size()) + 3);
+    for (const unsigned char byte : key.key()) append(byte);
+    for (const unsigned char byte : key.salt()) append(byte);
+    text_ += '\'';
+  }
+  ~KeyText() { wipe_memory(text_.data(), text_.size()); }
+  KeyText(const KeyText&) = delete;
+  KeyText& operator=(const KeyText&) = delete;
+  const char* data() const { return text_.data(); }
+  int size() const { return static_cast<int>(text_.size()); }
+
+ private:
+  void append(unsigned char byte) {
+    constexpr std::string_view digits = "0123456789abcdef";
+    text_ += digits[byte >> 4];
+    text_ += digits[byte & 15];
+  }
+  std::string text_;
+};
+
+void choose_cipher(sqlite3* handle) {
+  sqlite3mc_config(handle, "cipher", sqlite3mc_cipher_index("sqlcipher"));
+  sqlite3mc_config_cipher(handle, "sqlcipher", "legacy", 4);
+}
+
+}  // namespace
+
+std::string quoted(std::string_view name) {
+  std::string text = "\"";
+  for (const char c : name) {
+    if (c == '"') text += '"';
+    text += c;
+  }
+  text += '"';
+  return text;
+}
+
+Statement::Statement(sqlite3* connection, std::string_view sql) {
+  sqlite3_stmt* statement = nullptr;
+  const int result = sqlite3_prepare_v3(connection, sql.data(), static_cast<int>(sql.size()), SQLITE_PREPARE_PERSISTENT,
+                                        &statement, nullptr);
+  statement_.reset(statement);
+  if (result != SQLITE_OK) throw jet_sql::error_of(connection, result);
+}
+
+void Statement::check(int result) const {
+  if (result != SQLITE_OK) throw jet_sql::error_of(sqlite3_db_handle(statement_.get()), result);
+}
+
+void Statement::bind(int parameter, std::int64_t value) {
+  check(sqlite3_bind_int64(statement_.get(), parameter, value));
+}
+
+void Statement::bind(int parameter, std::string_view value) {
+  // A null pointer would bind Null instead of an empty text.
+  const char* text = value.data() ? value.data() : "";
+  check(sqlite3_bind_text64(statement_.get(), parameter, text, value.size(), SQLITE_TRANSIENT, SQLITE_UTF8));
+}
+
+void Statement::bind(int parameter, const Value& value) {
+  std::visit(
+      [&](const auto& content) {
+        using Content = std::decay_t<decltype(content)>;
+        if constexpr (std::is_same_v<Content, Null>) {
+          check(sqlite3_bind_null(statement_.get(), parameter));
+        } else if constexpr (std::is_same_v<Content, bool>) {
+          bind(parameter, std::int64_t{content ? -1 : 0});
+        } else if constexpr (std::is_same_v<Content, std::int32_t>) {
+          bind(parameter, std::int64_t{content});
+        } else if constexpr (std::is_same_v<Content, std::string>) {
+          bind(parameter, std::string_view(content));
+        } else if constexpr (std::is_same_v<Content, Date>) {
+          check(sqlite3_bind_double(statement_.get(), parameter, content.days));
+        } else {
+          check(sqlite3_bind_double(statement_.get(), parameter, static_cast<double>(content)));
+        }
+      },
+      value);
+}
+
+void Statement::bind_column(int parameter, const Statement& row, int column) {
+  check(sqlite3_bind_value(statement_.get(), parameter, sqlite3_column_value(row.statement_.get(), column)));
+}
+
+bool Statement::step() {
+  const int result = sqlite3_step(statement_.get());
+  if (result == SQLITE_ROW) return true;
+  if (result == SQLITE_DONE) return false;
+  const support::RuntimeError error = jet_sql::error_of(sqlite3_db_handle(statement_.get()), result);
+  sqlite3_reset(statement_.get());
+  throw error;
+}
+
+void Statement::run() {
+  while (step()) {
+  }
+  sqlite3_reset(statement_.get());
+}
+
+void Statement::reset() noexcept {
+  sqlite3_reset(statement_.get());
+  sqlite3_clear_bindings(statement_.get());
+}
+
+std::string_view Statement::text(int column) const {
+  const unsigned char* text = sqlite3_column_text(statement_.get(), column);
+  if (!text) return {};
+  return {reinterpret_cast<const char*>(text),
+          static_cast<std::size_t>(sqlite3_column_bytes(statement_.get(), column))};
+}
+
+PooledStatement::~PooledStatement() {
+  if (!statement_) return;
+  statement_->reset();
+  const char* sql = statement_->sql();
+  connection_->idle_.put(sql, std::move(*statement_));
+}
+
+Connection::Connection(const std::string& host_path, const FileKey* key, const ConnectionOptions& options) {
+  sqlite3* handle = nullptr;
+  const int flags = options.read_only ? SQLITE_OPEN_READONLY : SQLITE_OPEN_READWRITE;
+  const int result = sqlite3_open_v2(host_path.c_str(), &handle, flags | SQLITE_OPEN_EXRESCODE, nullptr);
+  handle_.reset(handle);
+  if (result != SQLITE_OK) raise(3051);
+  sqlite3_busy_timeout(handle, static_cast<int>(options.busy_time.count()));
+  choose_cipher(handle);
+  if (key) {
+    const KeyText text{*key};
+    check(sqlite3_key(handle, text.data(), text.size()));
+  }
+  configure(options);
+}
+
+void Connection::configure(const ConnectionOptions& options) {
+  sqlite3* handle = handle_.get();
+  struct Setting {
+    int option;
+    int value;
+  };
+  // The file may come from a stranger: nothing that its schema holds beyond tables and indexes is run.
+  for (const Setting setting : {Setting{SQLITE_DBCONFIG_DEFENSIVE, 1}, Setting{SQLITE_DBCONFIG_TRUSTED_SCHEMA, 0},
+                                Setting{SQLITE_DBCONFIG_ENABLE_TRIGGER, 0}, Setting{SQLITE_DBCONFIG_ENABLE_VIEW, 0},
+                                Setting{SQLITE_DBCONFIG_DQS_DDL, 0}, Setting{SQLITE_DBCONFIG_DQS_DML, 0}}) {
+    check(sqlite3_db_config(handle, setting.option, setting.value, nullptr));
+  }
+  sqlite3_limit(handle, SQLITE_LIMIT_LENGTH, maximum_text_bytes);
+  sqlite3_limit(handle, SQLITE_LIMIT_SQL_LENGTH, maximum_sql_bytes);
+  jet_sql::register_functions(handle);
+  for (const char* pragma : {"PRAGMA memory_security=fill", "PRAGMA cell_size_check=ON", "PRAGMA mmap_size=0",
+                             "PRAGMA temp_store=MEMORY", "PRAGMA synchronous=FULL"}) {
+    check(sqlite3_exec(handle, pragma, nullptr, nullptr, nullptr));
+  }
+  if (options.exclusive) check(sqlite3_exec(handle, "PRAGMA locking_mode=EXCLUSIVE", nullptr, nullptr, nullptr));
+}
+
+void Connection::check(int result) const {
+  if (result != SQLITE_OK) throw jet_sql::error_of(handle_.get(), result);
+}
+
+bool Connection::first_read() {
+  const int result = sqlite3_exec(handle_.get(), "PRAGMA schema_version", nullptr, nullptr, nullptr);
+  if ((result & 0xff) == SQLITE_NOTADB) return false;
+  check(result);
+  return true;
+}
+
+PooledStatement Connection::statement(std::string_view sql) {
+  if (std::optional<Statement> idle = idle_.take(sql)) return PooledStatement(*this, std::move(*idle));
+  return PooledStatement(*this, Statement(handle_.get(), sql));
+}
+
+std::int64_t Connection::integer(std::string_view sql) {
+  PooledStatement query = statement(sql);
+  return query->step() ? query->integer(0) : 0;
+}
+
+void Connection::change_key(const FileKey* key) {
+  idle_.clear();
+  choose_cipher(handle_.get());
+  if (!key) {
+    check(sqlite3_rekey(handle_.get(), "", 0));
+    return;
+  }
+  const KeyText text{*key};
+  check(sqlite3_rekey(handle_.get(), text.data(), text.size()));
+}
+
+}  // namespace engine::embedded

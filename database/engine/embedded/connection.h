@@ -1,0 +1,127 @@
+// One connection to a database file: owns SQLite's handle, its settings against hostile files, and the prepared
+// statements that are kept for the next use. Failures raise RuntimeError with the engine's numbers.
+#pragma once
+
+#include <sqlite3.h>
+
+#include <chrono>
+#include <cstdint>
+#include <memory>
+#include <string>
+#include <string_view>
+
+#include "database/engine/embedded/file_keys.h"
+#include "database/engine/embedded/lru_cache.h"
+#include "database/engine/value.h"
+
+namespace engine::embedded {
+
+/// A name as SQLite's text quotes it.
+std::string quoted(std::string_view name);
+
+/// A prepared statement. Must not outlive its connection. Parameters count from 1, columns from 0.
+class Statement {
+ public:
+  Statement(sqlite3* connection, std::string_view sql);
+
+  void bind(int parameter, std::int64_t value);
+  void bind(int parameter, std::string_view value);
+  /// As the tables store it: Yes/No -1 or 0, a Single as its double, a Date as its days.
+  void bind(int parameter, const Value& value);
+  /// The value of another statement's row, as it is stored.
+  void bind_column(int parameter, const Statement& row, int column);
+  /// Binds all parameters, from the first.
+  template <typename... Arguments>
+  Statement& with(const Arguments&... arguments) {
+    int parameter = 0;
+    (bind_one(++parameter, arguments), ...);
+    return *this;
+  }
+
+  /// True when there is a row.
+  bool step();
+  /// Steps to the end.
+  void run();
+  void reset() noexcept;
+
+  std::int64_t integer(int column) const { return sqlite3_column_int64(statement_.get(), column); }
+  double number(int column) const { return sqlite3_column_double(statement_.get(), column); }
+  std::string_view text(int column) const;
+  int storage_class(int column) const { return sqlite3_column_type(statement_.get(), column); }
+  const char* sql() const { return sqlite3_sql(statement_.get()); }
+  sqlite3_stmt* handle() const { return statement_.get(); }
+
+ private:
+  void bind_one(int parameter, std::int64_t value) { bind(parameter, value); }
+  void bind_one(int parameter, std::int32_t value) { bind(parameter, std::int64_t{value}); }
+  void bind_one(int parameter, bool value) { bind(parameter, std::int64_t{value}); }
+  void bind_one(int parameter, std::string_view value) { bind(parameter, value); }
+  void check(int result) const;
+
+  struct Finalize {
+    void operator()(sqlite3_stmt* statement) const noexcept { sqlite3_finalize(statement); }
+  };
+  std::unique_ptr<sqlite3_stmt, Finalize> statement_;
+};
+
+class Connection;
+
+/// A statement on loan: goes back to its connection, reset, when the loan ends.
+class PooledStatement {
+ public:
+  PooledStatement(Connection& connection, Statement statement)
+      : connection_(&connection), statement_(std::make_unique<Statement>(std::move(statement))) {}
+  ~PooledStatement();
+  PooledStatement(PooledStatement&&) noexcept = default;
+  PooledStatement& operator=(PooledStatement&&) = delete;
+  Statement& operator*() const { return *statement_; }
+  Statement* operator->() const { return statement_.get(); }
+
+ private:
+  Connection* connection_;
+  std::unique_ptr<Statement> statement_;
+};
+
+struct ConnectionOptions {
+  bool read_only = false;
+  bool exclusive = false;
+  std::chrono::milliseconds busy_time{5000};
+};
+
+class Connection {
+ public:
+  /// Opens an existing file (of zero bytes: a new one). A null key is no encryption. Reads nothing yet.
+  Connection(const std::string& host_path, const FileKey* key, const ConnectionOptions& options);
+  Connection(const Connection&) = delete;
+  Connection& operator=(const Connection&) = delete;
+
+  /// The statement for the text, prepared at most once while it is in use at most once.
+  PooledStatement statement(std::string_view sql);
+  /// Runs a statement without parameters to its end.
+  void run(std::string_view sql) { statement(sql)->run(); }
+  /// First column of the first row; 0 where there is no row.
+  std::int64_t integer(std::string_view sql);
+
+  /// Reads the file for the first time. False where what it holds is no database, or the key does not fit.
+  bool first_read();
+  /// Re-encrypts the whole file; a null key leaves it plain. The connection must be opened anew afterwards.
+  void change_key(const FileKey* key);
+
+  bool in_transaction() const { return sqlite3_get_autocommit(handle_.get()) == 0; }
+  bool read_only() const { return sqlite3_db_readonly(handle_.get(), "main") == 1; }
+  std::int32_t changes() const { return sqlite3_changes(handle_.get()); }
+  std::int64_t last_row_id() const { return sqlite3_last_insert_rowid(handle_.get()); }
+
+ private:
+  friend class PooledStatement;
+  void configure(const ConnectionOptions& options);
+  void check(int result) const;
+
+  struct Close {
+    void operator()(sqlite3* handle) const noexcept { sqlite3_close_v2(handle); }
+  };
+  std::unique_ptr<sqlite3, Close> handle_;
+  LruCache<Statement> idle_{128};
+};
+
+}  // namespace engine::embedded

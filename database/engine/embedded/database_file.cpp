@@ -1,0 +1,78 @@
+#include "database/engine/embedded/database_file.h"
+
+#include <algorithm>
+#include <filesystem>
+#include <fstream>
+#include <string_view>
+#include <system_error>
+
+#include "database/engine/embedded/engine_error.h"
+
+namespace engine::embedded {
+namespace {
+
+constexpr std::string_view sqlite_magic{"SQLite format 3\0", 16};
+constexpr std::string_view jet_magic{"Standard Jet DB\0", 16};
+constexpr std::size_t jet_magic_offset = 4;
+constexpr std::uintmax_t encrypted_page_size = 4096;
+
+std::filesystem::path file_path(const std::string& host_path) {
+  return std::filesystem::path(std::u8string(host_path.begin(), host_path.end()));
+}
+
+bool folder_is_there(const std::filesystem::path& path) {
+  std::error_code ignored;
+  const std::filesystem::path folder = path.parent_path();
+  return folder.empty() || std::filesystem::is_directory(folder, ignored);
+}
+
+/// A salt is random bytes: a beginning that is all text, or all one byte, is none.
+bool could_be_salt(std::string_view bytes) {
+  const auto is_printable = [](char c) { return (c >= ' ' && c <= '~') || c == '\r' || c == '\n' || c == '\t'; };
+  return !std::ranges::all_of(bytes, is_printable) &&
+         !std::ranges::all_of(bytes, [&](char c) { return c == bytes.front(); });
+}
+
+}  // namespace
+
+DatabaseFile inspect_database_file(const std::string& host_path) {
+  const std::filesystem::path path = file_path(host_path);
+  std::error_code failure;
+  if (!folder_is_there(path)) raise(3044);
+  if (!std::filesystem::exists(path, failure)) raise(3024);
+  if (!std::filesystem::is_regular_file(path, failure)) raise(3051);
+  const std::uintmax_t size = std::filesystem::file_size(path, failure);
+  char buffer[32] = {};
+  std::ifstream file(path, std::ios::binary);
+  if (failure || !file) raise(3051);
+  file.read(buffer, sizeof buffer);
+  if (file.gcount() != sizeof buffer) raise(3343);
+  const std::string_view beginning(buffer, sizeof buffer);
+  if (beginning.starts_with(sqlite_magic)) return {};
+  if (beginning.substr(jet_magic_offset).starts_with(jet_magic)) {
+    throw support::RuntimeError(
+        3343,
+        "Unrecognized database format: the file was written by the Jet engine, whose automation "
+        "object DAO.DBEngine.36 is not installed on this machine.");
+  }
+  const std::string_view salt = beginning.substr(0, SQLCIPHER4_SALT_SIZE);
+  if (size % encrypted_page_size != 0 || !could_be_salt(salt)) raise(3343);
+  DatabaseFile found{true, {}};
+  std::ranges::copy(salt, found.salt.begin());
+  return found;
+}
+
+void check_place_of_new_file(const std::string& host_path) {
+  const std::filesystem::path path = file_path(host_path);
+  std::error_code failure;
+  if (!path.has_filename() || !folder_is_there(path)) raise(3044);
+  if (std::filesystem::exists(std::filesystem::symlink_status(path, failure))) raise(3204);
+}
+
+void remove_empty_file(const std::string& host_path) noexcept {
+  std::error_code failure;
+  const std::filesystem::path path = file_path(host_path);
+  if (std::filesystem::file_size(path, failure) == 0 && !failure) std::filesystem::remove(path, failure);
+}
+
+}  // namespace engine::embedded

@@ -1,0 +1,28 @@
+#include "database/engine/embedded/embedded_database.h"
+
+#include "database/engine/embedded/embedded_recordset.h"
+#include "database/engine/embedded/program_runner.h"
+
+namespace engine::embedded {
+
+std::shared_ptr<TableDef> EmbeddedDatabase::create_table_def(std::string_view name) {
+  session_->require_open();
+  return std::make_shared<TableObject>(name);
+}
+
+TableDefs& EmbeddedDatabase::table_defs() {
+  session_->require_open();
+  return tables_;
+}
+
+std::unique_ptr<Recordset> EmbeddedDatabase::open_recordset(std::string_view source) {
+  return embedded::open_recordset(session_, source);
+}
+
+void EmbeddedDatabase::execute(std::string_view sql) {
+  affected_ = 0;
+  const auto program = session_->compile(sql);
+  affected_ = run_program(*session_, *program);
+}
+
+}  // namespace engine::embedded

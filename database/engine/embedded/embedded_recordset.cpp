@@ -1,0 +1,337 @@
+#include "database/engine/embedded/embedded_recordset.h"
+
+#include <algorithm>
+#include <utility>
+
+#include "database/engine/embedded/engine_error.h"
+#include "database/engine/embedded/field_value.h"
+
+namespace engine::embedded {
+namespace {
+
+std::vector<DataType> types_of(const std::vector<jet_sql::ResultColumn>& columns) {
+  std::vector<DataType> types;
+  for (const jet_sql::ResultColumn& column : columns) types.push_back(column.type);
+  return types;
+}
+
+std::vector<std::optional<std::size_t>> bind_columns(const std::vector<jet_sql::ResultColumn>& columns,
+                                                     const TablePointer& table) {
+  std::vector<std::optional<std::size_t>> fields(columns.size());
+  for (std::size_t i = 0; table && i < columns.size(); ++i) {
+    if (columns[i].base_field.empty()) continue;
+    const FieldDefinition* field = table->definition.find_field(columns[i].base_field);
+    if (field) fields[i] = static_cast<std::size_t>(field - table->definition.fields.data());
+  }
+  return fields;
+}
+
+std::optional<std::size_t> auto_number_field(const TableDefinition& table) {
+  const auto found = std::ranges::find_if(table.fields, &FieldDefinition::auto_increment);
+  if (found == table.fields.end()) return std::nullopt;
+  return static_cast<std::size_t>(found - table.fields.begin());
+}
+
+std::string_view without_brackets(std::string_view name) {
+  if (name.size() > 2 && name.front() == '[' && name.back() == ']') return name.substr(1, name.size() - 2);
+  return name;
+}
+
+EmbeddedRecordset::Source table_source(Session& session, const TablePointer& table) {
+  EmbeddedRecordset::Source source;
+  source.table = table;
+  source.sqlite_sql = "SELECT ";
+  for (const FieldDefinition& field : table->definition.fields) {
+    source.sqlite_sql += quoted(field.name) + ",";
+    source.columns.push_back({field.name, field.type, field.size, field.name});
+  }
+  const std::string from = " FROM " + quoted(table->definition.name);
+  source.sqlite_sql += "rowid" + from + " ORDER BY rowid";
+  source.count = static_cast<std::int32_t>(session.connection().integer("SELECT count(*)" + from));
+  return source;
+}
+
+EmbeddedRecordset::Source query_source(Session& session, const jet_sql::Query& query) {
+  EmbeddedRecordset::Source source{query.sqlite_sql, query.columns, nullptr, std::nullopt};
+  if (!query.base_table.empty()) source.table = session.catalogue().find(query.base_table);
+  return source;
+}
+
+bool is_one_word(std::string_view text) { return text.find_first_of(" \t\r\n") == std::string_view::npos; }
+
+}  // namespace
+
+std::unique_ptr<Recordset> open_recordset(const std::shared_ptr<Session>& session, std::string_view source) {
+  const std::string_view name = without_brackets(source);
+  if (const TablePointer table = session->catalogue().find(name)) {
+    return std::make_unique<EmbeddedRecordset>(session, table_source(*session, table));
+  }
+  if (is_one_word(source)) raise(3078, name);
+  const auto program = session->compile(source);
+  const auto* query = std::get_if<jet_sql::Query>(program.get());
+  if (!query) raise(3219);
+  return std::make_unique<EmbeddedRecordset>(session, query_source(*session, *query));
+}
+
+EmbeddedRecordset::EmbeddedRecordset(std::shared_ptr<Session> session, Source source)
+    : session_(session),
+      columns_(std::move(source.columns)),
+      table_fields_(bind_columns(columns_, source.table)),
+      table_(source.table),
+      reader_(std::move(session), source.sqlite_sql, types_of(columns_), source.table != nullptr),
+      count_(source.count) {
+  if (reader_.reach(0)) go_to(0);
+}
+
+void EmbeddedRecordset::require_open() const {
+  if (!open_) raise(3420);
+  session_->require_open();
+}
+
+void EmbeddedRecordset::require_row() const {
+  if (place_ != Place::Row) raise(3021);
+  if (reader_.rows().deleted(row_)) raise(3167);
+}
+
+bool EmbeddedRecordset::bof() const {
+  require_open();
+  return place_ == Place::BeforeFirst;
+}
+
+bool EmbeddedRecordset::eof() const {
+  require_open();
+  return place_ == Place::AfterLast || (place_ == Place::BeforeFirst && reader_.rows().size() == deleted_);
+}
+
+std::int32_t EmbeddedRecordset::record_count() const {
+  require_open();
+  return count_ ? *count_ : static_cast<std::int32_t>(visited_ - deleted_);
+}
+
+bool EmbeddedRecordset::updatable() const {
+  require_open();
+  return table_ != nullptr;
+}
+
+void EmbeddedRecordset::go_to(std::size_t row) {
+  editing_ = Editing::None;
+  place_ = Place::Row;
+  row_ = row;
+  visited_ = std::max(visited_, row + 1);
+}
+
+void EmbeddedRecordset::move_first() {
+  require_open();
+  for (std::size_t row = 0; reader_.reach(row); ++row) {
+    if (!reader_.rows().deleted(row)) return go_to(row);
+  }
+  raise(3021);
+}
+
+void EmbeddedRecordset::move_last() {
+  require_open();
+  reader_.read_to_end();
+  visited_ = reader_.rows().size();
+  for (std::size_t row = visited_; row > 0; --row) {
+    if (!reader_.rows().deleted(row - 1)) return go_to(row - 1);
+  }
+  raise(3021);
+}
+
+void EmbeddedRecordset::move_next() {
+  require_open();
+  if (eof()) raise(3021);
+  std::size_t row = place_ == Place::Row ? row_ + 1 : 0;
+  for (; reader_.reach(row); ++row) {
+    if (!reader_.rows().deleted(row)) return go_to(row);
+  }
+  editing_ = Editing::None;
+  visited_ = reader_.rows().size();
+  place_ = Place::AfterLast;
+}
+
+void EmbeddedRecordset::move_previous() {
+  require_open();
+  if (place_ == Place::BeforeFirst) raise(3021);
+  for (std::size_t row = place_ == Place::Row ? row_ : reader_.rows().size(); row > 0; --row) {
+    if (!reader_.rows().deleted(row - 1)) return go_to(row - 1);
+  }
+  editing_ = Editing::None;
+  place_ = Place::BeforeFirst;
+}
+
+void EmbeddedRecordset::begin_edit(Editing editing) {
+  editing_ = Editing::None;
+  if (!table_) raise(3027);
+  session_->prepare_change();
+  edited_.assign(table_->definition.fields.size(), std::nullopt);
+  editing_ = editing;
+}
+
+void EmbeddedRecordset::add_new() {
+  require_open();
+  begin_edit(Editing::Adding);
+  try {
+    fill_defaults();
+  } catch (...) {
+    editing_ = Editing::None;
+    throw;
+  }
+}
+
+void EmbeddedRecordset::fill_defaults() {
+  const auto& fields = table_->definition.fields;
+  const PooledStatement defaults = session_->connection().statement(session_->statements_of(table_).defaults);
+  defaults->step();
+  for (std::size_t i = 0; i < fields.size(); ++i) {
+    edited_[i] = column_value(*defaults, static_cast<int>(i), fields[i].type);
+  }
+  if (const auto number = auto_number_field(table_->definition)) edited_[*number] = session_->next_number(*table_);
+}
+
+void EmbeddedRecordset::edit() {
+  require_open();
+  require_row();
+  begin_edit(Editing::Changing);
+}
+
+void EmbeddedRecordset::cancel_update() {
+  require_open();
+  if (editing_ == Editing::None) raise(3020);
+  editing_ = Editing::None;
+}
+
+void EmbeddedRecordset::check_nulls() const {
+  const TableDefinition& table = table_->definition;
+  const auto becomes_null = [&](std::size_t field) { return edited_[field] && is_null(*edited_[field]); };
+  for (std::size_t i = 0; i < table.fields.size(); ++i) {
+    if (table.fields[i].required && becomes_null(i)) raise(3314, table.fields[i].name);
+  }
+  for (const IndexDefinition& index : table.indexes) {
+    if (!index.forbids_null()) continue;
+    for (const std::string& name : index.fields) {
+      const FieldDefinition* field = table.find_field(name);
+      if (field && becomes_null(static_cast<std::size_t>(field - table.fields.data()))) raise(3058);
+    }
+  }
+}
+
+void EmbeddedRecordset::append_edited(std::int64_t row_id) {
+  RowBuffer& rows = reader_.rows();
+  std::vector<Value> values;
+  for (std::int32_t i = 0; i < field_count(); ++i) values.push_back(value(i));
+  rows.begin_row(row_id);
+  for (const Value& content : values) rows.append(content);
+}
+
+std::int64_t EmbeddedRecordset::insert_row() {
+  if (const auto number = auto_number_field(table_->definition)) {
+    edited_[*number] = session_->confirm_number(*table_, std::get<std::int32_t>(*edited_[*number]));
+  }
+  const PooledStatement insert = session_->connection().statement(session_->statements_of(table_).insert);
+  int parameter = 0;
+  for (const std::optional<Value>& content : edited_) insert->bind(++parameter, *content);
+  insert->run();
+  return session_->connection().last_row_id();
+}
+
+void EmbeddedRecordset::update_row() {
+  std::string assignments;
+  std::vector<const Value*> values;
+  for (std::size_t i = 0; i < edited_.size(); ++i) {
+    if (!edited_[i]) continue;
+    assignments += (assignments.empty() ? "" : ",") + quoted(table_->definition.fields[i].name) + "=?";
+    values.push_back(&*edited_[i]);
+  }
+  if (values.empty()) return;
+  Connection& connection = session_->connection();
+  const PooledStatement change =
+      connection.statement("UPDATE " + quoted(table_->definition.name) + " SET " + assignments + " WHERE rowid=?");
+  int parameter = 0;
+  for (const Value* content : values) change->bind(++parameter, *content);
+  change->bind(++parameter, reader_.rows().row_id(row_));
+  change->run();
+  if (connection.changes() == 0) raise(3167);
+}
+
+void EmbeddedRecordset::update() {
+  require_open();
+  if (editing_ == Editing::None) raise(3020);
+  check_nulls();
+  const bool adding = editing_ == Editing::Adding;
+  AtomicChange change{*session_};
+  const std::int64_t row_id = adding ? insert_row() : reader_.rows().row_id(row_);
+  if (!adding) update_row();
+  change.done();
+  const bool all_visited = visited_ == reader_.rows().size();
+  append_edited(row_id);
+  editing_ = Editing::None;
+  if (!adding) {
+    reader_.rows().replace_by_last(row_);
+    return;
+  }
+  if (all_visited) visited_ = reader_.rows().size();
+  if (count_) ++*count_;
+}
+
+void EmbeddedRecordset::delete_row() {
+  require_open();
+  require_row();
+  begin_edit(Editing::None);
+  AtomicChange change{*session_};
+  session_->connection()
+      .statement("DELETE FROM " + quoted(table_->definition.name) + " WHERE rowid=?")
+      ->with(reader_.rows().row_id(row_))
+      .run();
+  if (session_->connection().changes() == 0) raise(3167);
+  change.done();
+  reader_.rows().mark_deleted(row_);
+  ++deleted_;
+  if (count_) --*count_;
+}
+
+std::int32_t EmbeddedRecordset::field_count() const {
+  require_open();
+  return static_cast<std::int32_t>(columns_.size());
+}
+
+const jet_sql::ResultColumn& EmbeddedRecordset::column_at(std::int32_t position) const {
+  require_open();
+  if (position < 0 || static_cast<std::size_t>(position) >= columns_.size()) raise(3265, std::to_string(position));
+  return columns_[static_cast<std::size_t>(position)];
+}
+
+std::size_t EmbeddedRecordset::column(std::string_view name) const {
+  require_open();
+  const jet_sql::ResultColumn* found = find_named(columns_, name);
+  if (!found) raise(3265, name);
+  return static_cast<std::size_t>(found - columns_.data());
+}
+
+std::string EmbeddedRecordset::field_name(std::int32_t position) const { return column_at(position).name; }
+
+DataType EmbeddedRecordset::field_type(std::int32_t position) const { return column_at(position).type; }
+
+Value EmbeddedRecordset::value(std::int32_t position) const {
+  column_at(position);
+  const auto place = static_cast<std::size_t>(position);
+  const std::optional<std::size_t> field = table_fields_[place];
+  if (editing_ != Editing::None && field && edited_[*field]) return *edited_[*field];
+  if (editing_ == Editing::Adding) return Null{};
+  require_row();
+  return reader_.rows().value(row_, place);
+}
+
+Value EmbeddedRecordset::value(std::string_view field) const { return value(static_cast<std::int32_t>(column(field))); }
+
+void EmbeddedRecordset::set_value(std::string_view field, const Value& value) {
+  const std::size_t place = column(field);
+  if (editing_ == Editing::None) raise(3020);
+  const std::optional<std::size_t> table_field = table_fields_[place];
+  if (!table_field) raise(3164, field);
+  const FieldDefinition& definition = table_->definition.fields[*table_field];
+  if (definition.auto_increment()) raise(3164, field);
+  edited_[*table_field] = value_for_field(definition, value);
+}
+
+}  // namespace engine::embedded

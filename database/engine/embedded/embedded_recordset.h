@@ -1,0 +1,88 @@
+// A recordset over a table or a query. Rows are shown as they were when they were read; the recordset's own changes
+// show at once. Where the rows are those of one table, it can be updated.
+#pragma once
+
+#include <cstdint>
+#include <memory>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "database/engine/embedded/row_reader.h"
+#include "database/engine/embedded/session.h"
+#include "database/engine/engine.h"
+
+namespace engine::embedded {
+
+/// `source` is a table's name or a SELECT statement: 3078 where it is neither.
+std::unique_ptr<Recordset> open_recordset(const std::shared_ptr<Session>& session, std::string_view source);
+
+class EmbeddedRecordset : public Recordset {
+ public:
+  struct Source {
+    std::string sqlite_sql;
+    std::vector<jet_sql::ResultColumn> columns;
+    TablePointer table;                 ///< null: cannot be updated
+    std::optional<std::int32_t> count;  ///< of a whole table
+  };
+
+  EmbeddedRecordset(std::shared_ptr<Session> session, Source source);
+
+  bool bof() const override;
+  bool eof() const override;
+  std::int32_t record_count() const override;
+  bool updatable() const override;
+  void move_first() override;
+  void move_last() override;
+  void move_next() override;
+  void move_previous() override;
+  void add_new() override;
+  void edit() override;
+  void update() override;
+  void cancel_update() override;
+  void delete_row() override;
+  void close() override { open_ = false; }
+
+  std::int32_t field_count() const override;
+  std::string field_name(std::int32_t position) const override;
+  DataType field_type(std::int32_t position) const override;
+  Value value(std::int32_t position) const override;
+  Value value(std::string_view field) const override;
+  void set_value(std::string_view field, const Value& value) override;
+
+ private:
+  enum class Place { BeforeFirst, Row, AfterLast };
+  enum class Editing { None, Adding, Changing };
+
+  void require_open() const;
+  /// 3021 where no row is current, 3167 where it was deleted.
+  void require_row() const;
+  void begin_edit(Editing editing);
+  std::size_t column(std::string_view name) const;
+  const jet_sql::ResultColumn& column_at(std::int32_t position) const;
+  void go_to(std::size_t row);
+
+  void fill_defaults();
+  void check_nulls() const;
+  std::int64_t insert_row();
+  void update_row();
+  /// Packs the edited row behind the others.
+  void append_edited(std::int64_t row_id);
+
+  std::shared_ptr<Session> session_;
+  std::vector<jet_sql::ResultColumn> columns_;
+  std::vector<std::optional<std::size_t>> table_fields_;  ///< by column: the field of the table that it shows
+  TablePointer table_;
+  RowReader reader_;
+  std::optional<std::int32_t> count_;
+  bool open_ = true;
+  Place place_ = Place::BeforeFirst;
+  std::size_t row_ = 0;
+  std::size_t visited_ = 0;  ///< rows up to the last one that was current
+  std::size_t deleted_ = 0;
+  Editing editing_ = Editing::None;
+  std::vector<std::optional<Value>> edited_;  ///< by field of the table; unset where it stays
+};
+
+}  // namespace engine::embedded

@@ -1,0 +1,82 @@
+#include "database/engine/embedded/field_value.h"
+
+#include <cmath>
+#include <limits>
+
+#include "database/engine/embedded/engine_error.h"
+
+namespace engine::embedded {
+namespace {
+
+Value converted(const FieldDefinition& field, const Value& value) {
+  switch (field.type) {
+    case DataType::Boolean:
+      return to_bool(value);
+    case DataType::Byte: {
+      const std::int32_t number = to_int32(value);
+      if (number < 0 || number > std::numeric_limits<std::uint8_t>::max()) raise(3421, field.name);
+      return number;
+    }
+    case DataType::Integer:
+      return std::int32_t{to_int16(value)};
+    case DataType::Long:
+      return to_int32(value);
+    case DataType::Single:
+      return to_single(value);
+    case DataType::Double:
+      return to_double(value);
+    case DataType::Date:
+      return to_date(value);
+    case DataType::Text:
+    case DataType::Memo:
+      return to_text(value);
+  }
+  raise(3259);
+}
+
+bool is_whole_type(DataType type) {
+  return type == DataType::Byte || type == DataType::Integer || type == DataType::Long;
+}
+
+Value number_value(double number, DataType type) {
+  if (type == DataType::Boolean) return number != 0;
+  if (type == DataType::Single) return static_cast<float>(number);
+  if (type == DataType::Date) return Date{number};
+  const bool fits = std::trunc(number) == number && std::abs(number) <= std::numeric_limits<std::int32_t>::max();
+  if (is_whole_type(type) && fits) return static_cast<std::int32_t>(number);
+  return number;
+}
+
+}  // namespace
+
+Value value_for_field(const FieldDefinition& field, const Value& value) {
+  if (is_null(value)) return value;
+  Value result;
+  try {
+    result = converted(field, value);
+  } catch (const support::RuntimeError&) {
+    raise(3421, field.name);
+  }
+  if (const auto* text = std::get_if<std::string>(&result)) {
+    if (text->empty() && !field.allow_zero_length) raise(3315, field.name);
+    if (field.type == DataType::Text && support::character_count(*text) > static_cast<std::size_t>(field.size)) {
+      raise(3163, field.name);
+    }
+  }
+  return result;
+}
+
+Value column_value(const Statement& row, int column, DataType type) {
+  switch (row.storage_class(column)) {
+    case SQLITE_NULL:
+      return Null{};
+    case SQLITE_INTEGER:
+    case SQLITE_FLOAT:
+      if (type == DataType::Text || type == DataType::Memo) return std::string(row.text(column));
+      return number_value(row.number(column), type);
+    default:
+      return std::string(row.text(column));
+  }
+}
+
+}  // namespace engine::embedded

@@ -1,0 +1,61 @@
+#include "database/engine/embedded/file_keys.h"
+
+#include <sqlite3.h>
+
+#include <algorithm>
+#include <list>
+
+namespace engine::embedded {
+namespace {
+
+struct KnownKey {
+  KnownKey(std::string_view password_text, const FileSalt& file_salt,
+           const std::array<unsigned char, SQLCIPHER4_KEY_SIZE>& derived)
+      : password(password_text), salt(file_salt), key(derived) {}
+  KnownKey(const KnownKey&) = delete;
+  KnownKey& operator=(const KnownKey&) = delete;
+  ~KnownKey() {
+    wipe_memory(password.data(), password.size());
+    wipe_memory(key.data(), key.size());
+  }
+
+  std::string password;
+  FileSalt salt;
+  std::array<unsigned char, SQLCIPHER4_KEY_SIZE> key;
+};
+
+std::list<KnownKey>& known_keys() {
+  static std::list<KnownKey> keys;
+  return keys;
+}
+
+const KnownKey* find_known(std::string_view password, const FileSalt& salt) {
+  const auto found = std::ranges::find_if(
+      known_keys(), [&](const KnownKey& known) { return known.salt == salt && known.password == password; });
+  return found == known_keys().end() ? nullptr : &*found;
+}
+
+}  // namespace
+
+FileKey::FileKey(std::string_view password, const FileSalt& salt) : salt_(salt) {
+  if (const KnownKey* known = find_known(password, salt)) {
+    key_ = known->key;
+    return;
+  }
+  sqlcipher4_derive_key(reinterpret_cast<const unsigned char*>(password.data()), password.size(), salt_.data(),
+                        key_.data());
+}
+
+FileKey::~FileKey() { wipe_memory(key_.data(), key_.size()); }
+
+void FileKey::remember(std::string_view password) const {
+  if (!find_known(password, salt_)) known_keys().emplace_front(password, salt_, key_);
+}
+
+FileSalt new_salt() {
+  FileSalt salt;
+  sqlite3_randomness(static_cast<int>(salt.size()), salt.data());
+  return salt;
+}
+
+}  // namespace engine::embedded

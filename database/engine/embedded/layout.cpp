@@ -1,0 +1,293 @@
+#include "database/engine/embedded/layout.h"
+
+#include <algorithm>
+#include <string>
+#include <utility>
+
+#include "database/engine/embedded/engine_error.h"
+#include "database/engine/embedded/field_value.h"
+
+namespace engine::embedded::layout {
+namespace {
+
+constexpr std::size_t maximum_name_characters = 64;
+constexpr std::size_t maximum_fields = 255;
+constexpr std::int32_t maximum_text_size = 255;
+
+/// How a field of a type is stored: the size it shows, and a declaration whose affinity changes no value.
+struct TypeTraits {
+  DataType type;
+  std::int32_t size;
+  std::string_view declaration;
+};
+
+constexpr TypeTraits type_traits[] = {
+    {DataType::Boolean, 1, "INTEGER"},
+    {DataType::Byte, 1, "INTEGER"},
+    {DataType::Integer, 2, "INTEGER"},
+    {DataType::Long, 4, "INTEGER"},
+    {DataType::Single, 4, "REAL"},
+    {DataType::Double, 8, "REAL"},
+    {DataType::Date, 8, "REAL"},
+    {DataType::Text, maximum_text_size, "TEXT COLLATE JET"},
+    {DataType::Memo, 0, "TEXT COLLATE JET"},
+};
+
+/// Null for a number that is no type.
+const TypeTraits* find_traits(DataType type) {
+  const auto* found = std::ranges::find(type_traits, type, &TypeTraits::type);
+  return found == std::end(type_traits) ? nullptr : found;
+}
+
+void check_name(std::string_view name) {
+  const bool allowed =
+      !name.empty() && name.front() != ' ' && support::is_utf8(name) &&
+      support::character_count(name) <= maximum_name_characters && std::ranges::none_of(name, [](char c) {
+        return static_cast<unsigned char>(c) < ' ' || c == '.' || c == '!' || c == '[' || c == ']' || c == '`';
+      });
+  // SQLite keeps names with this beginning for itself.
+  const bool reserved = support::equal_ignoring_case(name.substr(0, 7), "sqlite_");
+  if (!allowed || reserved) raise(3125, name);
+}
+
+std::string column(const FieldDefinition& field) {
+  const TypeTraits* traits = find_traits(field.type);
+  return quoted(field.name) + " " + std::string(traits ? traits->declaration : "");
+}
+
+/// Indexes share one name space in SQLite; the table's identity keeps them apart and outlives its renaming.
+std::string index_name(std::int64_t table, std::string_view index) {
+  return quoted(std::to_string(table) + "." + std::string(index));
+}
+
+void create_sqlite_index(Connection& connection, std::int64_t id, std::string_view table,
+                         const IndexDefinition& index) {
+  std::string sql = index.unique || index.primary ? "CREATE UNIQUE INDEX " : "CREATE INDEX ";
+  sql += index_name(id, index.name) + " ON " + quoted(table) + "(";
+  for (const std::string& field : index.fields) sql += (&field == index.fields.data() ? "" : ",") + quoted(field);
+  connection.run(sql + ")");
+}
+
+/// Fills an AutoNumber field that was added to a table with rows.
+void number_rows(Connection& connection, const std::string& table, const std::string& field) {
+  connection.run("UPDATE " + table + " SET " + field + "=n.number FROM (SELECT rowid AS row, row_number() OVER " +
+                 "(ORDER BY rowid) AS number FROM " + table + ") AS n WHERE " + table + ".rowid=n.row");
+}
+
+/// Fills a column with the values of another one, converted to the field's type.
+void convert_values(Connection& connection, const std::string& table, const std::string& old_column, DataType old_type,
+                    const FieldDefinition& field) {
+  const PooledStatement rows =
+      connection.statement("SELECT rowid, " + old_column + " FROM " + table + " ORDER BY rowid");
+  const PooledStatement update =
+      connection.statement("UPDATE " + table + " SET " + quoted(field.name) + "=?1 WHERE rowid=?2");
+  while (rows->step()) {
+    update->bind(1, value_for_field(field, column_value(*rows, 1, old_type)));
+    update->bind(2, rows->integer(0));
+    update->run();
+  }
+}
+
+void check_no_null(Connection& connection, const TableDefinition& table, const IndexDefinition& index) {
+  if (!index.forbids_null()) return;
+  std::string condition;
+  for (const std::string& field : index.fields) {
+    condition += (condition.empty() ? "" : " OR ") + quoted(field) + " IS NULL";
+  }
+  if (connection.integer("SELECT 1 FROM " + quoted(table.name) + " WHERE " + condition + " LIMIT 1") == 1) raise(3058);
+}
+
+/// The index with its fields spelled as the table spells them.
+IndexDefinition bound(IndexDefinition index, const TableDefinition& table) {
+  for (std::string& field : index.fields) field = table.find_field(field)->name;
+  return index;
+}
+
+bool is_indexed(const TableDefinition& table, std::string_view field) {
+  return std::ranges::any_of(table.indexes, [&](const IndexDefinition& index) {
+    return std::ranges::any_of(index.fields,
+                               [&](const std::string& used) { return support::equal_ignoring_case(used, field); });
+  });
+}
+
+}  // namespace
+
+FieldDefinition new_field(std::string_view name, DataType type, std::int32_t size) {
+  FieldDefinition field;
+  field.name = name;
+  field.type = type;
+  field.attributes = type == DataType::Text || type == DataType::Memo ? attribute_variable : attribute_fixed;
+  const TypeTraits* traits = find_traits(type);
+  field.size = traits ? traits->size : 0;
+  if (type == DataType::Text && size > 0) field.size = size;
+  return field;
+}
+
+FieldDefinition completed(const FieldDefinition& field) {
+  const FieldDefinition usual = new_field(field.name, field.type, field.size);
+  FieldDefinition complete = field;
+  complete.size = usual.size;
+  if (!complete.auto_increment()) complete.attributes = usual.attributes;
+  return complete;
+}
+
+void check_field(const FieldDefinition& field) {
+  check_name(field.name);
+  if (!find_traits(field.type)) raise(3259);
+  if (field.auto_increment() && field.type != DataType::Long) raise(3259);
+  if (field.type == DataType::Text && (field.size < 1 || field.size > maximum_text_size)) raise(3001);
+  jet_sql::compile_default(field);
+}
+
+void check_index(const IndexDefinition& index, const TableDefinition& table) {
+  check_name(index.name);
+  if (index.fields.empty()) raise(3264);
+  for (const std::string& field : index.fields) {
+    if (!table.find_field(field)) raise(3409, field);
+  }
+  if (find_named(table.indexes, index.name)) raise(3284, index.name);
+  if (index.primary && std::ranges::any_of(table.indexes, &IndexDefinition::primary)) raise(3283);
+}
+
+std::int64_t create_table(Session& session, const TableDefinition& table) {
+  check_name(table.name);
+  if (session.catalogue().find(table.name)) raise(3010, table.name);
+  if (table.fields.empty()) raise(3264);
+  if (table.fields.size() > maximum_fields) raise(3190);
+  TableDefinition checked = table;
+  checked.fields.clear();
+  checked.indexes.clear();
+  std::string columns;
+  for (const FieldDefinition& field : table.fields) {
+    check_field(field);
+    if (checked.find_field(field.name)) raise(3191, field.name);
+    columns += (columns.empty() ? "" : ", ") + column(field);
+    checked.fields.push_back(field);
+  }
+  for (const IndexDefinition& index : table.indexes) {
+    check_index(index, checked);
+    checked.indexes.push_back(bound(index, checked));
+  }
+  AtomicChange change{session};
+  const std::int64_t id = session.changing_catalogue().insert_table(checked);
+  Connection& connection = session.connection();
+  connection.run("CREATE TABLE " + quoted(table.name) + "(" + columns + ")");
+  for (const IndexDefinition& index : checked.indexes) create_sqlite_index(connection, id, table.name, index);
+  change.done();
+  return id;
+}
+
+void drop_table(Session& session, std::int64_t table) {
+  const TablePointer stored = session.table(table);
+  AtomicChange change{session};
+  session.changing_catalogue().erase_table(table);
+  session.connection().run("DROP TABLE " + quoted(stored->definition.name));
+  change.done();
+}
+
+void change_table(Session& session, std::int64_t table, const TableDefinition& properties) {
+  const TablePointer stored = session.table(table);
+  const bool renamed = stored->definition.name != properties.name;
+  if (renamed) {
+    check_name(properties.name);
+    const TablePointer taken = session.catalogue().find(properties.name);
+    if (taken && taken->id != table) raise(3010, properties.name);
+  }
+  AtomicChange change{session};
+  session.changing_catalogue().update_table(table, properties);
+  if (renamed) {
+    session.connection().run("ALTER TABLE " + quoted(stored->definition.name) + " RENAME TO " +
+                             quoted(properties.name));
+  }
+  change.done();
+}
+
+void add_field(Session& session, std::int64_t table, const FieldDefinition& field) {
+  const TablePointer stored = session.table(table);
+  check_field(field);
+  if (stored->definition.find_field(field.name)) raise(3191, field.name);
+  if (stored->definition.fields.size() >= maximum_fields) raise(3190);
+  AtomicChange change{session};
+  session.changing_catalogue().insert_field(table, field);
+  const std::string name = quoted(stored->definition.name);
+  session.connection().run("ALTER TABLE " + name + " ADD COLUMN " + column(field));
+  if (field.auto_increment()) number_rows(session.connection(), name, quoted(field.name));
+  change.done();
+}
+
+void change_field(Session& session, std::int64_t table, std::string_view field, const FieldDefinition& changed) {
+  const TablePointer stored = session.table(table);
+  const FieldDefinition* current = stored->definition.find_field(field);
+  if (!current) raise(3265, field);
+  check_field(changed);
+  const FieldDefinition* taken = stored->definition.find_field(changed.name);
+  if (taken && taken != current) raise(3191, changed.name);
+  AtomicChange change{session};
+  session.changing_catalogue().update_field(table, field, changed);
+  if (current->name != changed.name) {
+    session.connection().run("ALTER TABLE " + quoted(stored->definition.name) + " RENAME COLUMN " +
+                             quoted(current->name) + " TO " + quoted(changed.name));
+  }
+  change.done();
+}
+
+void convert_field(Session& session, std::int64_t table, const FieldDefinition& changed) {
+  const TablePointer stored = session.table(table);
+  const FieldDefinition* current = stored->definition.find_field(changed.name);
+  if (!current) raise(3265, changed.name);
+  FieldDefinition complete = changed;
+  complete.name = current->name;
+  check_field(complete);
+  AtomicChange change{session};
+  Connection& connection = session.connection();
+  const std::string name = quoted(stored->definition.name);
+  // A name with a "." is no field's.
+  const std::string old_column = quoted("old." + current->name);
+  session.changing_catalogue().update_field(table, current->name, complete);
+  for (const IndexDefinition& index : stored->definition.indexes) {
+    connection.run("DROP INDEX " + index_name(table, index.name));
+  }
+  connection.run("ALTER TABLE " + name + " RENAME COLUMN " + quoted(current->name) + " TO " + old_column);
+  connection.run("ALTER TABLE " + name + " ADD COLUMN " + column(complete));
+  convert_values(connection, name, old_column, current->type, complete);
+  connection.run("ALTER TABLE " + name + " DROP COLUMN " + old_column);
+  for (const IndexDefinition& index : stored->definition.indexes) {
+    create_sqlite_index(connection, table, stored->definition.name, index);
+  }
+  change.done();
+}
+
+void drop_field(Session& session, std::int64_t table, std::string_view field) {
+  const TablePointer stored = session.table(table);
+  const FieldDefinition* current = stored->definition.find_field(field);
+  if (!current) raise(3265, field);
+  if (is_indexed(stored->definition, field)) raise(3280, field);
+  if (stored->definition.fields.size() == 1) raise(3264);
+  AtomicChange change{session};
+  session.changing_catalogue().erase_field(table, field);
+  session.connection().run("ALTER TABLE " + quoted(stored->definition.name) + " DROP COLUMN " + quoted(current->name));
+  change.done();
+}
+
+void create_index(Session& session, std::int64_t table, const IndexDefinition& index) {
+  const TablePointer stored = session.table(table);
+  check_index(index, stored->definition);
+  const IndexDefinition complete = bound(index, stored->definition);
+  AtomicChange change{session};
+  check_no_null(session.connection(), stored->definition, complete);
+  session.changing_catalogue().insert_index(table, complete);
+  create_sqlite_index(session.connection(), table, stored->definition.name, complete);
+  change.done();
+}
+
+void drop_index(Session& session, std::int64_t table, std::string_view index) {
+  const TablePointer stored = session.table(table);
+  const IndexDefinition* current = find_named(stored->definition.indexes, index);
+  if (!current) raise(3265, index);
+  AtomicChange change{session};
+  session.changing_catalogue().erase_index(table, index);
+  session.connection().run("DROP INDEX " + index_name(table, current->name));
+  change.done();
+}
+
+}  // namespace engine::embedded::layout

@@ -1,0 +1,140 @@
+#include "database/engine/embedded/program_runner.h"
+
+#include <memory>
+
+#include "database/engine/embedded/engine_error.h"
+#include "database/engine/embedded/layout.h"
+#include "support/file_system.h"
+
+namespace engine::embedded {
+namespace {
+
+/// The other file of SELECT … INTO … IN: read without a password first, then with this database's.
+std::shared_ptr<Session> open_other_file(const Session& session, std::string_view path) {
+  const std::string host_path = support::host_file_system().host_path(path);
+  const ConnectionOptions options{.read_only = true};
+  try {
+    return Session::open(host_path, {}, options);
+  } catch (const support::RuntimeError& error) {
+    if (error.number() != 3031) throw;
+  }
+  return Session::open(host_path, session.password(), options);
+}
+
+/// Names, types and sizes of a query's columns, and nothing else of the fields they come from.
+TableDefinition table_of_columns(const std::string& name, const std::vector<jet_sql::ResultColumn>& columns) {
+  TableDefinition table;
+  table.name = name;
+  for (const jet_sql::ResultColumn& column : columns) {
+    table.fields.push_back(layout::new_field(column.name, column.type, column.size));
+  }
+  return table;
+}
+
+std::int32_t copy_rows(Connection& source, const jet_sql::Query& query, Session& target, const TablePointer& table) {
+  const PooledStatement rows = source.statement(query.sqlite_sql);
+  const PooledStatement insert = target.connection().statement(target.statements_of(table).insert);
+  const int columns = static_cast<int>(query.columns.size());
+  std::int32_t count = 0;
+  for (; rows->step(); ++count) {
+    for (int column = 0; column < columns; ++column) insert->bind_column(column + 1, *rows, column);
+    insert->run();
+  }
+  return count;
+}
+
+std::int64_t table_id(Session& session, const std::string& name) {
+  const TablePointer table = session.catalogue().find(name);
+  if (!table) raise(3376, name);
+  return table->id;
+}
+
+/// Runs each kind of program; the result is the number of rows changed.
+struct Runner {
+  Session& session;
+
+  std::int32_t operator()(const jet_sql::Query&) const { raise(3065); }
+
+  std::int32_t operator()(const jet_sql::Change& change) const {
+    AtomicChange atomic{session};
+    session.connection().run(change.sqlite_sql);
+    const std::int32_t count = session.connection().changes();
+    atomic.done();
+    session.forget_numbers();
+    return count;
+  }
+
+  std::int32_t operator()(const jet_sql::SelectInto& into) const {
+    if (session.catalogue().find(into.target)) raise(3010, into.target);
+    const std::shared_ptr<Session> other =
+        into.external_file.empty() ? nullptr : open_other_file(session, into.external_file);
+    Session& source = other ? *other : session;
+    const auto program = source.compile(into.select_text);
+    const auto* query = std::get_if<jet_sql::Query>(program.get());
+    if (!query) raise(3219);
+    AtomicChange change{session};
+    const std::int64_t id = layout::create_table(session, table_of_columns(into.target, query->columns));
+    const std::int32_t count = copy_rows(source.connection(), *query, session, session.table(id));
+    change.done();
+    return count;
+  }
+
+  std::int32_t operator()(const jet_sql::CreateTable& create) const {
+    TableDefinition table = create.table;
+    for (FieldDefinition& field : table.fields) field = layout::completed(field);
+    layout::create_table(session, table);
+    return 0;
+  }
+
+  std::int32_t operator()(const jet_sql::AddField& add) const {
+    layout::add_field(session, table_id(session, add.table), layout::completed(add.field));
+    return 0;
+  }
+
+  std::int32_t operator()(const jet_sql::AlterField& alter) const {
+    const std::int64_t id = table_id(session, alter.table);
+    const TablePointer table = session.table(id);
+    const FieldDefinition* current = table->definition.find_field(alter.field.name);
+    if (!current) raise(3381, alter.field.name);
+    FieldDefinition changed = layout::completed(alter.field);
+    // What the statement does not name stays.
+    changed.ordinal_position = current->ordinal_position;
+    changed.allow_zero_length = current->allow_zero_length;
+    changed.required = changed.required || current->required;
+    if (changed.default_value.empty()) changed.default_value = current->default_value;
+    layout::convert_field(session, id, changed);
+    return 0;
+  }
+
+  std::int32_t operator()(const jet_sql::DropField& drop) const {
+    const std::int64_t id = table_id(session, drop.table);
+    if (!session.table(id)->definition.find_field(drop.field)) raise(3381, drop.field);
+    layout::drop_field(session, id, drop.field);
+    return 0;
+  }
+
+  std::int32_t operator()(const jet_sql::DropTable& drop) const {
+    layout::drop_table(session, table_id(session, drop.table));
+    return 0;
+  }
+
+  std::int32_t operator()(const jet_sql::CreateIndex& create) const {
+    layout::create_index(session, table_id(session, create.table), create.index);
+    return 0;
+  }
+
+  std::int32_t operator()(const jet_sql::DropIndex& drop) const {
+    const std::int64_t id = table_id(session, drop.table);
+    if (!find_named(session.table(id)->definition.indexes, drop.index)) raise(3372, drop.index);
+    layout::drop_index(session, id, drop.index);
+    return 0;
+  }
+};
+
+}  // namespace
+
+std::int32_t run_program(Session& session, const jet_sql::Program& program) {
+  return std::visit(Runner{session}, program);
+}
+
+}  // namespace engine::embedded

@@ -1,0 +1,68 @@
+#include "database/engine/embedded/row_reader.h"
+
+#include <utility>
+
+#include "database/engine/embedded/field_value.h"
+
+namespace engine::embedded {
+namespace {
+
+constexpr std::size_t rows_read_at_once = 200;
+
+}  // namespace
+
+RowReader::RowReader(std::shared_ptr<Session> session, std::string_view sqlite_sql, std::vector<DataType> types,
+                     bool has_row_id)
+    : session_(std::move(session)), types_(std::move(types)), has_row_id_(has_row_id) {
+  statement_.emplace(session_->connection().statement(sqlite_sql));
+  session_->add_reader(*this);
+  reach(rows_read_at_once - 1);
+}
+
+RowReader::~RowReader() { session_->remove_reader(*this); }
+
+bool RowReader::reach(std::size_t row) {
+  while (rows_.size() <= row) {
+    if (!statement_ || !read_row()) return false;
+  }
+  return true;
+}
+
+void RowReader::read_to_end() {
+  while (statement_ && read_row()) {
+  }
+}
+
+void RowReader::abandon() noexcept { statement_.reset(); }
+
+void RowReader::let_go() noexcept {
+  session_->remove_reader(*this);
+  statement_.reset();
+}
+
+bool RowReader::read_row() {
+  Statement& statement = **statement_;
+  bool found = false;
+  try {
+    found = statement.step();
+  } catch (const support::RuntimeError&) {
+    let_go();
+    throw;
+  }
+  if (!found) {
+    let_go();
+    return false;
+  }
+  const int columns = static_cast<int>(types_.size());
+  rows_.begin_row(has_row_id_ ? statement.integer(columns) : 0);
+  for (int column = 0; column < columns; ++column) {
+    if (statement.storage_class(column) == SQLITE_TEXT) {
+      rows_.append_text(statement.text(column));
+    } else {
+      rows_.append(column_value(statement, column, types_[static_cast<std::size_t>(column)]));
+    }
+  }
+  return true;
+}
+
+}  // namespace engine::embedded

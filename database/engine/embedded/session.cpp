@@ -1,0 +1,341 @@
+#include "database/engine/embedded/session.h"
+
+#include <algorithm>
+#include <limits>
+#include <utility>
+
+#include "database/engine/embedded/engine_error.h"
+#include "support/encoding.h"
+
+namespace engine::embedded {
+namespace {
+
+constexpr std::size_t maximum_password_characters = 20;
+
+void check_password_length(std::string_view password) {
+  if (support::character_count(password) > maximum_password_characters) raise(3031);
+}
+
+}  // namespace
+
+Session::Session(std::string host_path, std::string_view password, const ConnectionOptions& options)
+    : host_path_(std::move(host_path)), password_(password), options_(options) {}
+
+std::shared_ptr<Session> Session::create(const std::string& host_path, const ConnectionOptions& options) {
+  check_place_of_new_file(host_path);
+  std::shared_ptr<Session> session{new Session(host_path, {}, options)};
+  session->new_file_ = true;
+  return session;
+}
+
+std::shared_ptr<Session> Session::open(const std::string& host_path, std::string_view password,
+                                       const ConnectionOptions& options) {
+  check_password_length(password);
+  std::shared_ptr<Session> session{new Session(host_path, password, options)};
+  session->connect_existing();
+  session->catalogue();
+  return session;
+}
+
+Session::~Session() { close(); }
+
+void Session::close() noexcept {
+  if (!open_) return;
+  disconnect();
+  wipe_memory(password_.data(), password_.size());
+  open_ = false;
+}
+
+void Session::require_open() const {
+  if (!open_) raise(3420);
+}
+
+void Session::connect_existing() {
+  const DatabaseFile file = inspect_database_file(host_path_);
+  if (!file.encrypted) {
+    // A password given for a file that has none is not asked for.
+    password_.clear();
+    connection_ = std::make_unique<Connection>(host_path_, nullptr, options_);
+    if (!connection_->first_read()) raise(3343);
+  } else {
+    if (password_.empty()) raise(3031);
+    const FileKey key{password_, file.salt};
+    connection_ = std::make_unique<Connection>(host_path_, &key, options_);
+    if (!connection_->first_read()) raise(3031);
+    key.remember(password_);
+  }
+  if (options_.exclusive && !options_.read_only) {
+    connection_->run("BEGIN EXCLUSIVE");
+    connection_->run("COMMIT");
+  }
+}
+
+void Session::connect_new() {
+  create_private_file(host_path_);
+  try {
+    if (password_.empty()) {
+      connection_ = std::make_unique<Connection>(host_path_, nullptr, options_);
+    } else {
+      const FileKey key{password_, new_salt()};
+      connection_ = std::make_unique<Connection>(host_path_, &key, options_);
+      key.remember(password_);
+    }
+  } catch (const support::RuntimeError&) {
+    remove_empty_file(host_path_);
+    throw;
+  }
+}
+
+void Session::disconnect() noexcept {
+  while (!readers_.empty()) {
+    PendingReader* reader = readers_.back();
+    readers_.pop_back();
+    reader->abandon();
+  }
+  forget_catalogue();
+  const bool was_connected = connection_ != nullptr;
+  connection_.reset();
+  in_transaction_ = false;
+  if (new_file_ && was_connected) remove_empty_file(host_path_);
+}
+
+Connection& Session::connection() {
+  require_open();
+  if (!connection_) connect_new();
+  return *connection_;
+}
+
+const StoredCatalogue& Session::catalogue() {
+  require_open();
+  const bool changing = connection_ && connection_->in_transaction() && !options_.read_only;
+  if (!connection_ || (new_file_ && !changing)) {
+    if (!catalogue_) catalogue_.emplace();
+    return *catalogue_;
+  }
+  if (catalogue_ && (changing || catalogue_->version() == connection_->integer("PRAGMA user_version"))) {
+    return *catalogue_;
+  }
+  forget_catalogue();
+  catalogue_.emplace(*connection_);
+  return *catalogue_;
+}
+
+StoredCatalogue& Session::changing_catalogue() {
+  catalogue();
+  programs_.clear();
+  layout_touched_ = true;
+  if (!layout_counted_) catalogue_->count_change();
+  layout_counted_ = true;
+  return *catalogue_;
+}
+
+TablePointer Session::table(std::int64_t id) {
+  TablePointer table = catalogue().find(id);
+  if (!table) raise(3420);
+  return table;
+}
+
+void Session::forget_catalogue() noexcept {
+  catalogue_.reset();
+  programs_.clear();
+  last_numbers_.clear();
+  layout_counted_ = false;
+}
+
+void Session::remove_reader(PendingReader& reader) noexcept { std::erase(readers_, &reader); }
+
+void Session::prepare_change() {
+  require_open();
+  if (options_.read_only || (connection_ && connection_->read_only())) raise(3027);
+  require_transaction();
+  // Whoever reads on while rows change could meet a row twice, or never end.
+  while (!readers_.empty()) readers_.back()->read_to_end();
+}
+
+void Session::require_transaction() const {
+  // SQLite rolls back on its own where the disk fails or is full. What follows must not be committed piece by piece.
+  if (in_transaction_ && !connection_->in_transaction()) raise(3043);
+}
+
+void Session::begin_change() {
+  Connection& file = connection();
+  file.run(options_.read_only ? "BEGIN" : "BEGIN IMMEDIATE");
+  layout_counted_ = false;
+  // From here on nobody else changes the layout: what is known of it is checked for the last time.
+  if (catalogue_ && !new_file_ && catalogue_->version() != file.integer("PRAGMA user_version")) forget_catalogue();
+  if (!new_file_) return;
+  catalogue_.reset();
+  try {
+    StoredCatalogue::create(file);
+  } catch (const support::RuntimeError&) {
+    undo_change();
+    throw;
+  }
+}
+
+void Session::end_change() {
+  try {
+    connection_->run("COMMIT");
+  } catch (const support::RuntimeError&) {
+    undo_change();
+    throw;
+  }
+  new_file_ = false;
+  layout_counted_ = false;
+}
+
+void Session::undo_change() noexcept {
+  in_transaction_ = false;
+  if (new_file_) {
+    disconnect();
+    return;
+  }
+  try {
+    if (connection_->in_transaction()) connection_->run("ROLLBACK");
+  } catch (const support::RuntimeError&) {
+    // SQLite rolls back on its own where the file fails, and again when the connection is closed.
+  }
+  forget_catalogue();
+}
+
+void Session::begin_transaction() {
+  require_open();
+  if (in_transaction_) raise(3219);
+  if (!options_.read_only) prepare_change();
+  begin_change();
+  in_transaction_ = true;
+}
+
+void Session::commit_transaction() {
+  require_open();
+  if (!in_transaction_) raise(3034);
+  in_transaction_ = false;
+  if (!connection_->in_transaction()) {
+    undo_change();
+    raise(3043);
+  }
+  end_change();
+}
+
+void Session::rollback_transaction() {
+  require_open();
+  if (!in_transaction_) raise(3034);
+  while (!readers_.empty()) readers_.back()->read_to_end();
+  undo_change();
+}
+
+std::shared_ptr<const jet_sql::Program> Session::compile(std::string_view sql) {
+  const StoredCatalogue& tables = catalogue();
+  if (const auto* known = programs_.find(sql)) return *known;
+  return programs_.put(sql, std::make_shared<const jet_sql::Program>(jet_sql::compile(sql, tables)));
+}
+
+const TableStatements& Session::statements_of(const TablePointer& table) {
+  TableStatements& statements = statements_[table->id];
+  if (statements.table == table) return statements;
+  std::string defaults;
+  std::string names;
+  std::string parameters;
+  for (const FieldDefinition& field : table->definition.fields) {
+    defaults += (defaults.empty() ? "SELECT " : ",") + jet_sql::compile_default(field);
+    names += (names.empty() ? "" : ",") + quoted(field.name);
+    parameters += parameters.empty() ? "?" : ",?";
+  }
+  const std::string insert =
+      "INSERT INTO " + quoted(table->definition.name) + "(" + names + ") VALUES(" + parameters + ")";
+  statements = {table, defaults, insert};
+  return statements;
+}
+
+std::int64_t Session::highest_number(const StoredTable& table) {
+  const auto field = std::ranges::find_if(table.definition.fields, &FieldDefinition::auto_increment);
+  return connection().integer("SELECT max(" + quoted(field->name) + ") FROM " + quoted(table.definition.name));
+}
+
+bool Session::numbers_are_current() {
+  const std::int64_t version = connection().integer("PRAGMA data_version");
+  return std::exchange(numbers_version_, version) == version;
+}
+
+std::int32_t Session::next_number(const StoredTable& table) {
+  if (!numbers_are_current()) last_numbers_.clear();
+  auto number = last_numbers_.find(table.id);
+  if (number == last_numbers_.end()) number = last_numbers_.emplace(table.id, highest_number(table)).first;
+  if (number->second >= std::numeric_limits<std::int32_t>::max()) throw support::RuntimeError(6, "Overflow");
+  return static_cast<std::int32_t>(++number->second);
+}
+
+std::int32_t Session::confirm_number(const StoredTable& table, std::int32_t number) {
+  if (numbers_are_current()) return number;
+  last_numbers_.clear();
+  return highest_number(table) < number ? number : next_number(table);
+}
+
+void Session::change_password(std::string_view old_password, std::string_view new_password) {
+  require_open();
+  check_password_length(new_password);
+  if (old_password != password_) raise(3031);
+  if (in_transaction_) raise(3246);
+  prepare_change();
+  if (new_file_) {
+    disconnect();
+    password_ = new_password;
+    return;
+  }
+  try {
+    if (new_password.empty()) {
+      connection_->change_key(nullptr);
+    } else {
+      const FileKey key{new_password, new_salt()};
+      connection_->change_key(&key);
+      key.remember(new_password);
+    }
+  } catch (const support::RuntimeError&) {
+    disconnect();
+    connect_existing();
+    throw;
+  }
+  disconnect();
+  password_ = new_password;
+  connect_existing();
+}
+
+AtomicChange::AtomicChange(Session& session) : session_(session) {
+  session.prepare_change();
+  outer_touched_ = std::exchange(session.layout_touched_, false);
+  own_transaction_ = !session.connection_ || !session.connection_->in_transaction();
+  if (own_transaction_) {
+    session.begin_change();
+  } else {
+    session.connection_->run("SAVEPOINT change");
+  }
+}
+
+AtomicChange::~AtomicChange() {
+  if (finished_) return;
+  const bool touched = std::exchange(session_.layout_touched_, outer_touched_);
+  if (own_transaction_) {
+    session_.undo_change();
+    return;
+  }
+  try {
+    session_.connection_->run("ROLLBACK TO change");
+    session_.connection_->run("RELEASE change");
+  } catch (const support::RuntimeError&) {
+    // The whole transaction was rolled back already; its commit will say so.
+  }
+  session_.forget_numbers();
+  if (touched) session_.forget_catalogue();
+}
+
+void AtomicChange::done() {
+  finished_ = true;
+  session_.layout_touched_ |= outer_touched_;
+  if (own_transaction_) {
+    session_.end_change();
+  } else {
+    session_.connection_->run("RELEASE change");
+  }
+}
+
+}  // namespace engine::embedded

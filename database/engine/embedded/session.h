@@ -1,0 +1,139 @@
+// What all objects of one open database share: the connection, the catalogue as last read, the transaction, and the
+// rows that recordsets are still reading. After close() every call raises 3420.
+#pragma once
+
+#include <chrono>
+#include <cstdint>
+#include <memory>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <unordered_map>
+#include <vector>
+
+#include "database/engine/embedded/connection.h"
+#include "database/engine/embedded/database_file.h"
+#include "database/engine/embedded/jet_sql/jet_sql.h"
+#include "database/engine/embedded/lru_cache.h"
+#include "database/engine/embedded/stored_catalogue.h"
+
+namespace engine::embedded {
+
+/// A statement that is still being read.
+class PendingReader {
+ public:
+  virtual ~PendingReader() = default;
+  /// Reads to the end and lets go of the statement.
+  virtual void read_to_end() = 0;
+  /// Lets go of the statement at once.
+  virtual void abandon() noexcept = 0;
+};
+
+/// Statements that every recordset of a table needs.
+struct TableStatements {
+  TablePointer table;
+  std::string defaults;  ///< SELECT: one row with the default of each field
+  std::string insert;    ///< a parameter for each field
+};
+
+class Session {
+ public:
+  /// A new file, which is not created before the first change.
+  static std::shared_ptr<Session> create(const std::string& host_path, const ConnectionOptions& options);
+  static std::shared_ptr<Session> open(const std::string& host_path, std::string_view password,
+                                       const ConnectionOptions& options);
+  ~Session();
+  Session(const Session&) = delete;
+  Session& operator=(const Session&) = delete;
+
+  void close() noexcept;
+  void require_open() const;
+
+  /// Connects a new file first.
+  Connection& connection();
+  /// As the file has it now. The reference lives until the next call of the session.
+  const StoredCatalogue& catalogue();
+  /// For a change of layout, inside an AtomicChange.
+  StoredCatalogue& changing_catalogue();
+  /// The table as it is now; 3420 where it was deleted.
+  TablePointer table(std::int64_t id);
+
+  void begin_transaction();
+  void commit_transaction();
+  void rollback_transaction();
+  bool in_transaction() const noexcept { return in_transaction_; }
+
+  /// Before each change: 3027 where the file is read-only; recordsets read what they have not read yet.
+  void prepare_change();
+
+  /// Compiles, or takes from the cache.
+  std::shared_ptr<const jet_sql::Program> compile(std::string_view sql);
+
+  const TableStatements& statements_of(const TablePointer& table);
+
+  /// The AutoNumber that the table's next row gets.
+  std::int32_t next_number(const StoredTable& table);
+  /// The same number, or the next one where another handle has used it since.
+  std::int32_t confirm_number(const StoredTable& table, std::int32_t number);
+  /// Rows were changed by a statement: numbers are to be looked up again.
+  void forget_numbers() noexcept { last_numbers_.clear(); }
+
+  const std::string& password() const noexcept { return password_; }
+  void change_password(std::string_view old_password, std::string_view new_password);
+
+  void add_reader(PendingReader& reader) { readers_.push_back(&reader); }
+  void remove_reader(PendingReader& reader) noexcept;
+
+ private:
+  friend class AtomicChange;
+  Session(std::string host_path, std::string_view password, const ConnectionOptions& options);
+
+  void connect_existing();
+  void connect_new();
+  void disconnect() noexcept;
+  void begin_change();
+  void end_change();
+  void undo_change() noexcept;
+  /// 3043 where the open transaction is gone.
+  void require_transaction() const;
+  std::int64_t highest_number(const StoredTable& table);
+  /// False where another connection has changed rows since the last call.
+  bool numbers_are_current();
+  /// The catalogue was rolled back, or may have been.
+  void forget_catalogue() noexcept;
+
+  std::string host_path_;
+  std::string password_;
+  ConnectionOptions options_;
+  bool open_ = true;
+  bool new_file_ = false;  ///< nothing is committed yet
+  bool in_transaction_ = false;
+  bool layout_counted_ = false;  ///< this transaction's layout change has been counted
+  bool layout_touched_ = false;  ///< the atomic change that runs has changed the layout
+  std::unique_ptr<Connection> connection_;
+  std::optional<StoredCatalogue> catalogue_;
+  LruCache<std::shared_ptr<const jet_sql::Program>> programs_{64};
+  std::vector<PendingReader*> readers_;
+  std::unordered_map<std::int64_t, TableStatements> statements_;
+  std::unordered_map<std::int64_t, std::int64_t> last_numbers_;
+  std::int64_t numbers_version_ = -1;
+};
+
+/// One change that happens as a whole or not at all, inside the open transaction or in one of its own. Undone unless
+/// done() was reached.
+class AtomicChange {
+ public:
+  explicit AtomicChange(Session& session);
+  ~AtomicChange();
+  AtomicChange(const AtomicChange&) = delete;
+  AtomicChange& operator=(const AtomicChange&) = delete;
+  void done();
+
+ private:
+  Session& session_;
+  bool own_transaction_;
+  bool outer_touched_;  ///< this change is part of one that had changed the layout before
+  bool finished_ = false;
+};
+
+}  // namespace engine::embedded
