@@ -64,13 +64,17 @@ std::string file_content(const std::filesystem::path& path) {
   return content.str();
 }
 
-/// Numbers that a source file names as texts: in a call that takes one, and in a constant or row that is called so.
+/// Numbers that a source file names as texts: in a call that takes one, in a template argument, and in constants.
 std::set<long> numbers_named_in(const std::string& source) {
-  static const std::regex forms(
-      R"((?:\btext|\bloadres|\bshow_text|\bmessage\w*|\brefuse|\bask\w*)\((?:[^;"]*[^\w.;"])?(\d{3,4})[,)]|\btext_\w+ = (\d{3,4})\b)");
+  static const std::regex places(
+      R"((?:\btext|\bloadres|\bshow_text|\bmessage\w*|\brefuse|\bask\w*)\([^;"]*[,)]|\w<\d{3,4}>|\blong \w+(?:\[\])? = [^;]*;)");
+  static const std::regex number(R"([^\w.](\d{3,4})(?![\w.]))");
   std::set<long> numbers;
-  for (std::sregex_iterator match(source.begin(), source.end(), forms), end; match != end; ++match)
-    numbers.insert(std::stol((*match)[1].matched ? (*match)[1] : (*match)[2]));
+  for (std::sregex_iterator place(source.begin(), source.end(), places), end; place != end; ++place) {
+    const std::string named = place->str();
+    for (std::sregex_iterator match(named.begin(), named.end(), number); match != end; ++match)
+      numbers.insert(std::stol((*match)[1]));
+  }
   return numbers;
 }
 
