@@ -81,7 +81,7 @@ std::string_view type_word(engine::DataType type) noexcept {
 std::string layout_json(engine::Database& database, std::string_view table) {
   const std::string tables = table.empty() ? list(database.table_defs(), table_json)
                                            : "[\n" + table_json(*database.table_defs().item(table)) + "\n]";
-  return "{" + member("tables", tables) + "}\n";
+  return "{" + member("tables", tables) + "}";
 }
 
 }  // namespace database
