@@ -134,7 +134,8 @@ PooledStatement::~PooledStatement() {
   connection_->idle_.put(sql, std::move(*statement_));
 }
 
-Connection::Connection(const std::string& host_path, const FileKey* key, const ConnectionOptions& options) {
+Connection::Connection(const std::string& host_path, const FileKey* key, const ConnectionOptions& options)
+    : exclusive_(options.exclusive) {
   sqlite3* handle = nullptr;
   const int flags = options.read_only ? SQLITE_OPEN_READONLY : SQLITE_OPEN_READWRITE;
   const int result = sqlite3_open_v2(host_path.c_str(), &handle, flags | SQLITE_OPEN_EXRESCODE, nullptr);
@@ -146,10 +147,10 @@ Connection::Connection(const std::string& host_path, const FileKey* key, const C
     const KeyText text{*key};
     check(sqlite3_key(handle, text.data(), text.size()));
   }
-  configure(options);
+  secure();
 }
 
-void Connection::configure(const ConnectionOptions& options) {
+void Connection::secure() {
   sqlite3* handle = handle_.get();
   struct Setting {
     int option;
@@ -164,11 +165,6 @@ void Connection::configure(const ConnectionOptions& options) {
   sqlite3_limit(handle, SQLITE_LIMIT_LENGTH, maximum_text_bytes);
   sqlite3_limit(handle, SQLITE_LIMIT_SQL_LENGTH, maximum_sql_bytes);
   jet_sql::register_functions(handle);
-  for (const char* pragma : {"PRAGMA memory_security=fill", "PRAGMA cell_size_check=ON", "PRAGMA mmap_size=0",
-                             "PRAGMA temp_store=MEMORY", "PRAGMA synchronous=FULL"}) {
-    check(sqlite3_exec(handle, pragma, nullptr, nullptr, nullptr));
-  }
-  if (options.exclusive) check(sqlite3_exec(handle, "PRAGMA locking_mode=EXCLUSIVE", nullptr, nullptr, nullptr));
 }
 
 void Connection::check(int result) const {
@@ -179,6 +175,11 @@ bool Connection::first_read() {
   const int result = sqlite3_exec(handle_.get(), "PRAGMA schema_version", nullptr, nullptr, nullptr);
   if ((result & 0xff) == SQLITE_NOTADB) return false;
   check(result);
+  for (const char* pragma : {"PRAGMA memory_security=fill", "PRAGMA cell_size_check=ON", "PRAGMA mmap_size=0",
+                             "PRAGMA temp_store=MEMORY", "PRAGMA synchronous=FULL"}) {
+    check(sqlite3_exec(handle_.get(), pragma, nullptr, nullptr, nullptr));
+  }
+  if (exclusive_) run("PRAGMA locking_mode=EXCLUSIVE");
   return true;
 }
 

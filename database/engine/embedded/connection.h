@@ -102,7 +102,8 @@ class Connection {
   /// First column of the first row; 0 where there is no row.
   std::int64_t integer(std::string_view sql);
 
-  /// Reads the file for the first time. False where what it holds is no database, or the key does not fit.
+  /// Reads the file for the first time and completes the settings; nothing else may be called before. False where what
+  /// the file holds is no database, or the key does not fit.
   bool first_read();
   /// Re-encrypts the whole file; a null key leaves it plain. The connection must be opened anew afterwards.
   void change_key(const FileKey* key);
@@ -114,13 +115,14 @@ class Connection {
 
  private:
   friend class PooledStatement;
-  void configure(const ConnectionOptions& options);
+  void secure();
   void check(int result) const;
 
   struct Close {
     void operator()(sqlite3* handle) const noexcept { sqlite3_close_v2(handle); }
   };
   std::unique_ptr<sqlite3, Close> handle_;
+  bool exclusive_;
   LruCache<Statement> idle_{128};
 };
 

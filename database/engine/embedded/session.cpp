@@ -72,6 +72,7 @@ void Session::connect_existing() {
 
 void Session::connect_new() {
   create_private_file(host_path_);
+  new_file_created_ = true;
   try {
     if (password_.empty()) {
       connection_ = std::make_unique<Connection>(host_path_, nullptr, options_);
@@ -80,8 +81,9 @@ void Session::connect_new() {
       connection_ = std::make_unique<Connection>(host_path_, &key, options_);
       key.remember(password_);
     }
+    connection_->first_read();
   } catch (const support::RuntimeError&) {
-    remove_empty_file(host_path_);
+    disconnect();
     throw;
   }
 }
@@ -93,10 +95,9 @@ void Session::disconnect() noexcept {
     reader->abandon();
   }
   forget_catalogue();
-  const bool was_connected = connection_ != nullptr;
   connection_.reset();
   in_transaction_ = false;
-  if (new_file_ && was_connected) remove_empty_file(host_path_);
+  if (std::exchange(new_file_created_, false)) remove_empty_file(host_path_);
 }
 
 Connection& Session::connection() {
@@ -181,6 +182,7 @@ void Session::end_change() {
     throw;
   }
   new_file_ = false;
+  new_file_created_ = false;
   layout_counted_ = false;
 }
 

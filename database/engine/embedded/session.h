@@ -106,7 +106,8 @@ class Session {
   std::string password_;
   ConnectionOptions options_;
   bool open_ = true;
-  bool new_file_ = false;  ///< nothing is committed yet
+  bool new_file_ = false;          ///< nothing is committed yet
+  bool new_file_created_ = false;  ///< and yet the file is there, empty
   bool in_transaction_ = false;
   bool layout_counted_ = false;  ///< this transaction's layout change has been counted
   bool layout_touched_ = false;  ///< the atomic change that runs has changed the layout
