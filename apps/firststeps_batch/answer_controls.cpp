@@ -4,6 +4,7 @@
 #include <charconv>
 
 #include "apps/console/console.h"
+#include "apps/firststeps_batch/page_refused.h"
 #include "support/common_code.h"
 #include "support/encoding.h"
 #include "support/file_system.h"
@@ -180,7 +181,10 @@ class Hand {
     const std::size_t messages_before = user_.messages().size();
     user_.set_next_folder(folder);
     assistant_.click(control.name(), control.index());
-    return user_.messages().size() > messages_before ? user_.messages().back() : std::string();
+    if (user_.messages().size() > messages_before) {
+      throw PageRefused(assistant_.StepName(), user_.messages(), messages_before);
+    }
+    return {};
   }
 
   wizard::frmAssistantFirstSteps& assistant_;

@@ -16,7 +16,7 @@ namespace firststeps_batch {
 void check_names(const form::Form& form, const Answers& answers);
 
 /// Applies one page's answers in their order, on the page that is shown. Raises InputError for a value that its control
-/// does not take, and for a control that is hidden or disabled then.
+/// does not take, and for a control that is hidden or disabled then; PageRefused where the page itself says no.
 void apply(wizard::frmAssistantFirstSteps& assistant, BatchUser& user, const Answers& answers, const PageAnswers& page);
 
 }  // namespace firststeps_batch

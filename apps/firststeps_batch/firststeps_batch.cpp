@@ -3,6 +3,7 @@
 #include "apps/console/arguments.h"
 #include "apps/firststeps_batch/answer_controls.h"
 #include "apps/firststeps_batch/installation.h"
+#include "apps/firststeps_batch/page_refused.h"
 #include "apps/firststeps_batch/read_only_ports.h"
 #include "apps/firststeps_batch/report.h"
 #include "apps/firststeps_batch/walk.h"

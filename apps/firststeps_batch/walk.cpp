@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "apps/firststeps_batch/answer_controls.h"
+#include "apps/firststeps_batch/page_refused.h"
 #include "support/encoding.h"
 
 namespace firststeps_batch {
@@ -15,12 +16,6 @@ const PageAnswers* find_answers(const Answers& answers, std::string_view page) {
   const auto found = std::ranges::find_if(
       answers.pages, [&](const PageAnswers& other) { return support::equal_ignoring_case(other.page, page); });
   return found == answers.pages.end() ? nullptr : &*found;
-}
-
-std::string refusal(const std::string& page, const std::vector<std::string>& messages, std::size_t first) {
-  std::string text = "The page " + page + " refuses its answers";
-  for (std::size_t i = first; i < messages.size(); ++i) text += (i == first ? ": " : " ") + messages[i];
-  return text;
 }
 
 }  // namespace
@@ -39,7 +34,7 @@ std::vector<std::string> walk_to_last_page(wizard::frmAssistantFirstSteps& assis
     if (step >= assistant.LastStep()) break;
     const std::size_t messages = user.messages().size();
     assistant.click(buttons, next_button);
-    if (assistant.CurrentStep() <= step) throw PageRefused(refusal(page, user.messages(), messages));
+    if (assistant.CurrentStep() <= step) throw PageRefused(page, user.messages(), messages);
   }
   std::vector<std::string> names;
   for (const PageAnswers* page : unused) names.push_back(page->page);

@@ -1,7 +1,6 @@
 // Walks the wizard's pages with the answers of the file, as far as the last page.
 #pragma once
 
-#include <stdexcept>
 #include <string>
 #include <vector>
 
@@ -10,12 +9,6 @@
 #include "wizard/assistant.h"
 
 namespace firststeps_batch {
-
-/// A page did not let the run pass.
-class PageRefused : public std::runtime_error {
- public:
-  using std::runtime_error::runtime_error;
-};
 
 /// Answers each page as it is shown and presses Next, until the last page is answered; nothing is written yet. Returns
 /// the pages of the file that were not shown. Raises PageRefused with page and message, and InputError for an answer.

@@ -1,8 +1,11 @@
+#include <random>
+
 #include "apps/patientdb/command.h"
 #include "apps/patientdb/database_file.h"
 #include "database/create_database.h"
 #include "database/new_file.h"
 #include "support/file_system.h"
+#include "support/language.h"
 
 namespace patientdb {
 namespace {
@@ -40,25 +43,30 @@ database::SettingsRecord initial_settings() {
   return settings;
 }
 
-database::Environment environment_for(const std::string& word) {
-  database::Environment environment;
-  environment.password = word;
-  return environment;
+using Texts = std::unique_ptr<support::LanguageComponent>;
+
+/// The German texts beside the program; null without them, and the texts in the database are empty then.
+Texts german_texts(const console::Console& console) {
+  if (console.program_folder.empty()) return nullptr;
+  return support::open_text_table(support::host_file_system().windows_path(console.program_folder), "");
 }
 
-void create_with_password(const std::string& path, const std::string& word, const database::PatientRecord& patient) {
+void create_with_password(const std::string& path, const std::string& word, const database::PatientRecord& patient,
+                          const Texts& texts) {
+  database::Environment environment;
+  environment.password = word;
+  environment.language = texts.get();
   support::RuntimeError failure(51, "the database could not be created");
-  const auto environment = environment_for(word);
   if (database::CreatePatientDatabase(environment, path, patient, initial_settings(), &failure) != 1) throw failure;
 }
 
 /// A patient database is born with a password: it is taken off before the file appears under its name.
-void create_without_password(const std::string& path, const database::PatientRecord& patient) {
+void create_without_password(const std::string& path, const database::PatientRecord& patient, const Texts& texts) {
   support::FileSystem& files = support::host_file_system();
-  const std::string unfinished = path + ".new";
+  const std::string unfinished = path + "." + std::to_string(std::random_device{}());
   const std::string word(database::default_password);
   if (files.file_size(path)) throw support::RuntimeError(3204, "Database already exists.");
-  create_with_password(unfinished, word, patient);
+  create_with_password(unfinished, word, patient, texts);
   try {
     const auto engine = database::create_engine({}, false);
     const auto database = engine->open_database(unfinished, true, false, "MS Access;pwd=" + word);
@@ -73,7 +81,7 @@ void create_without_password(const std::string& path, const database::PatientRec
 }
 
 void create_empty(const std::string& path, const std::string& word) {
-  database::NewFile file(environment_for(word), path, word);
+  database::NewFile file({}, path, word);
   file.finish();
 }
 
@@ -93,7 +101,8 @@ int run(const console::Arguments& arguments, console::Console& console) {
   const database::PatientRecord patient = patient_of(arguments);
   check_password(word);
   if (!arguments.has("--empty")) {
-    word.empty() ? create_without_password(path, patient) : create_with_password(path, word, patient);
+    const Texts texts = german_texts(console);
+    word.empty() ? create_without_password(path, patient, texts) : create_with_password(path, word, patient, texts);
   } else {
     for (const std::string_view other : {"--name", "--firstname", "--diabetes-type", "--therapy"}) {
       if (arguments.has(other)) throw console::UsageError("An empty database has no patient: " + std::string(other));

@@ -1,0 +1,113 @@
+// The programs as a user starts them, and a machine that denies them something.
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+#include <sys/resource.h>
+#include <sys/stat.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <csignal>
+#include <cstdlib>
+#include <functional>
+
+#include "tests/apps/program_run.h"
+
+namespace {
+
+using apps_test::content_of;
+using apps_test::Outcome;
+using testing::HasSubstr;
+using testing::StartsWith;
+
+class Process : public testing::Test {
+ protected:
+  /// What a shell that runs `command` says; $BIN is the programs' folder.
+  Outcome shell(const std::string& command) const {
+    const std::string out = outside_.file("out"), err = outside_.file("err");
+    const std::string line = "BIN='" BUILD_DIR "/bin'; { " + command + "\n} >'" + out + "' 2>'" + err + "'";
+    const int status = std::system(line.c_str());
+    return {WEXITSTATUS(status), content_of(out), content_of(err)};
+  }
+
+  apps_test::TemporaryFolder folder_, outside_;
+};
+
+/// Runs `body` in a child process and returns what it returns.
+int in_child(const std::function<int()>& body) {
+  const pid_t child = fork();
+  if (child == 0) _exit(body());
+  int status = 0;
+  waitpid(child, &status, 0);
+  return WIFEXITED(status) ? WEXITSTATUS(status) : -1;
+}
+
+/// Gives up the rights of root, who may write everywhere.
+void become_ordinary_user() {
+  constexpr uid_t nobody = 65534;
+  if (getuid() == 0 && (setgid(nobody) != 0 || setuid(nobody) != 0)) _exit(99);
+}
+
+TEST_F(Process, TakesUmlautsPasswordAndExitCodesThroughTheRealMain) {
+  const std::string file = folder_.file("Größe.das");
+  const Outcome outcome = shell("export PATIENTDB_PASSWORD='geheim'; $BIN/patientdb create '" + file +
+                                "' --name 'Öztürk' --firstname Ayşe && $BIN/patientdb sql '" + file +
+                                "' 'SELECT name, firstname FROM patdat' --json && $BIN/patientdb info '" + file +
+                                "' >/dev/full; echo $?; unset PATIENTDB_PASSWORD; $BIN/patientdb info '" + file + "'");
+  EXPECT_EQ(outcome.code, 1);
+  EXPECT_THAT(outcome.out, HasSubstr("[[\"Öztürk\",\"Ayşe\"]]"));
+  EXPECT_THAT(outcome.out, HasSubstr("\n1\n"));
+  EXPECT_THAT(outcome.err, StartsWith("error 57: "));
+  EXPECT_THAT(outcome.err, HasSubstr("\nerror 3031: "));
+}
+
+TEST_F(Process, FindsTheInstallationBesideTheProgramAndRecyclesItsMenus) {
+  const std::string installation = folder_.file("vantrix");
+  folder_.write("vantrix/vantrix.ini", "[setup]\nRegPath=vantrix\n");
+  folder_.write("vantrix/pelmar.ini", "[setup]\ndisplay=INtro|PatDat|Schema|Fertig\n");
+  folder_.write("vantrix/schemes.txt", "[A]\nDesc=a\n[B]\nDesc=b\n");
+  folder_.write("vantrix/user/main.mnu", "menu");
+  folder_.write("vantrix/user/keep.txt", "kept");
+  const std::string answers =
+      outside_.write("answers.ini", "[PatDat]\ntxtName=M\ntxtFirstName=J\n[Schema]\ncbSchema=1\n");
+  const Outcome outcome =
+      shell("export XDG_DATA_HOME='" + folder_.file("data") + "'; cp -r $BIN/texts $BIN/firststeps_batch '" +
+            installation + "' && '" + installation + "/firststeps_batch' --answers '" + answers + "'");
+  EXPECT_EQ(outcome.code, 0) << outcome.err;
+  EXPECT_THAT(outcome.out, HasSubstr("recycled"));
+  EXPECT_EQ(content_of(folder_.file("data/Trash/files/main.mnu")), "menu");
+  EXPECT_EQ(content_of(folder_.file("vantrix/user/keep.txt")), "kept");
+  EXPECT_THAT(content_of(folder_.file("vantrix/registry.reg")), HasSubstr("\"Scheme\"=\"1\""));
+}
+
+TEST_F(Process, AFileWithoutWriteAccessIsReadButNotChanged) {
+  const std::string file = folder_.file("read.das");
+  ASSERT_EQ(apps_test::run_patientdb({"create", file}).code, 0);
+  chmod(file.c_str(), 0444);
+  chmod(folder_.path().c_str(), 0555);
+  const auto before = folder_.snapshot();
+  const int code = in_child([&] {
+    become_ordinary_user();
+    if (apps_test::run_patientdb({"info", file}).code != 0) return 10;
+    const Outcome refused = apps_test::run_patientdb({"sql", file, "DELETE * FROM patdat"});
+    return refused.code == 1 && refused.err.starts_with("error 30") ? 0 : 11;
+  });
+  chmod(folder_.path().c_str(), 0755);
+  EXPECT_EQ(code, 0);
+  EXPECT_EQ(folder_.snapshot(), before);
+}
+
+TEST_F(Process, AFullDiskLeavesNoHalfDatabase) {
+  const std::string file = folder_.file("full.das");
+  const int code = in_child([&] {
+    // A file that may not grow further stands for the disk.
+    std::signal(SIGXFSZ, SIG_IGN);
+    const rlimit limit{64 * 1024, 64 * 1024};
+    setrlimit(RLIMIT_FSIZE, &limit);
+    const Outcome refused = apps_test::run_patientdb({"create", file});
+    return refused.code == 1 && refused.err.starts_with("error 3043: ") ? 0 : 10;
+  });
+  EXPECT_EQ(code, 0);
+  EXPECT_TRUE(folder_.snapshot().empty());
+}
+
+}  // namespace
