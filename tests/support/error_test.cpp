@@ -1,0 +1,65 @@
+#include "support/error.h"
+
+#include <gtest/gtest.h>
+
+#include <new>
+#include <vector>
+
+namespace support {
+namespace {
+
+TEST(Procedure, LeavesTheLabelOfTheProcedureEnteredLast) {
+  {
+    Procedure outer("sql!db_WriteDBInfo");
+    { Procedure inner("ddg!Field_Create"); }
+    EXPECT_EQ(current_procedure_label(), "ddg!Field_Create");
+  }
+  EXPECT_EQ(current_procedure_label(), "ddg!Field_Create");
+}
+
+TEST(Procedure, PassesOverAFailingStatementAndKeepsItsErrorPending) {
+  Procedure procedure("sql!test");
+  int reached = 0;
+  EXPECT_FALSE(procedure.step([&] {
+    ++reached;
+    throw RuntimeError(3021, "No current record");
+  }));
+  EXPECT_TRUE(procedure.step([&] { ++reached; }));
+  EXPECT_EQ(reached, 2);
+  ASSERT_TRUE(procedure.pending());
+  EXPECT_EQ(procedure.error().number(), 3021);
+  procedure.clear();
+  EXPECT_FALSE(procedure.pending());
+}
+
+TEST(Procedure, EndsAGuardedBodyAtItsFirstErrorAndGivesForeignErrorsNumbers) {
+  Procedure procedure("ddg!test");
+  bool reached = false;
+  EXPECT_FALSE(procedure.guarded([&] {
+    throw std::logic_error("odd");
+    reached = true;
+  }));
+  EXPECT_FALSE(reached);
+  EXPECT_EQ(procedure.error().number(), 51);
+  EXPECT_STREQ(procedure.error().what(), "odd");
+  EXPECT_FALSE(procedure.step([] { throw std::bad_alloc(); }));
+  EXPECT_EQ(procedure.error().number(), 7);
+  EXPECT_FALSE(procedure.step([] { throw 1; }));
+  EXPECT_EQ(procedure.error().number(), 51);
+}
+
+TEST(Procedure, TellsTheListenerWhatWasPassedOver) {
+  std::vector<std::string> told;
+  auto before = set_skipped_statement_listener([&](std::string_view label, const RuntimeError& error) {
+    told.push_back(std::string(label) + " " + std::to_string(error.number()));
+  });
+  Procedure procedure("code!trim");
+  procedure.step([] { throw RuntimeError(13, "Type mismatch"); });
+  procedure.step([] {});
+  set_skipped_statement_listener(before);
+  procedure.step([] { throw RuntimeError(13, "Type mismatch"); });
+  EXPECT_EQ(told, std::vector<std::string>{"code!trim 13"});
+}
+
+}  // namespace
+}  // namespace support

@@ -1,0 +1,106 @@
+#include "support/file_system.h"
+
+#include <gtest/gtest.h>
+
+#include "support/error.h"
+#include "support/host_file.h"
+#include "tests/support/temporary_folder.h"
+
+namespace support {
+namespace {
+
+using testing::TemporaryFolder;
+
+TEST(FileSystem, FindsNamesWithoutRegardToCase) {
+  const TemporaryFolder folder;
+  FileSystem& files = host_file_system();
+  ASSERT_TRUE(files.create_folder(folder.windows("Größe\\Unter")));
+  folder.write("Größe/Unter/Datei.ini", "abc");
+  EXPECT_TRUE(files.folder_exists(folder.windows("GRÖßE\\UNTER\\")));
+  const std::string other_case = folder.windows("gRÖßE\\unter\\DATEI.INI");
+  EXPECT_EQ(files.file_size(other_case), 3U);
+  EXPECT_EQ(files.read(other_case, 3), "abc");
+  EXPECT_EQ(files.read(other_case, 2), std::nullopt);
+  EXPECT_EQ(read_host_file(files.host_path(other_case), 100), "abc");
+  EXPECT_TRUE(files.remove(other_case));
+  EXPECT_FALSE(files.remove(other_case));
+  EXPECT_FALSE(files.file_size(folder.windows("Größe")));
+}
+
+TEST(FileSystem, TreatsPathsThatCannotBeAsMissing) {
+  const TemporaryFolder folder;
+  FileSystem& files = host_file_system();
+  const std::string with_nul = folder.write("a", "x") + std::string("\0.ini", 5);
+  for (const std::string& path : {std::string(), std::string("Q:\\no such drive\\a.ini"), with_nul}) {
+    EXPECT_FALSE(files.file_size(path)) << path;
+    EXPECT_FALSE(files.read(path, 100)) << path;
+    EXPECT_FALSE(files.create_folder(path)) << path;
+    EXPECT_FALSE(files.folder_exists(path)) << path;
+    EXPECT_TRUE(files.files(path + "\\x", "*").empty()) << path;
+    EXPECT_FALSE(files.rename_without_replacing(path, folder.windows("b"))) << path;
+  }
+  EXPECT_FALSE(files.create_folder(folder.windows("a\\below a file")));
+}
+
+TEST(FileSystem, NeverReplacesByRenaming) {
+  const TemporaryFolder folder;
+  FileSystem& files = host_file_system();
+  const std::string first = folder.write("first", "1");
+  const std::string second = folder.write("second", "2");
+  EXPECT_FALSE(files.rename_without_replacing(first, second));
+  EXPECT_FALSE(files.rename_without_replacing(first, folder.windows("SECOND")));
+  EXPECT_EQ(folder.read("second"), "2");
+  EXPECT_TRUE(files.rename_without_replacing(first, folder.windows("third")));
+  EXPECT_EQ(folder.read("third"), "1");
+  EXPECT_FALSE(folder.read("first"));
+}
+
+TEST(FileSystem, ListsFilesByPattern) {
+  const TemporaryFolder folder;
+  FileSystem& files = host_file_system();
+  for (const char* name : {"b.tb", "A.TB", "c.mnu", "d.tbx", "ä.tb"}) folder.write(name, "");
+  files.create_folder(folder.windows("folder.tb"));
+  EXPECT_EQ(files.files(folder.windows(), "*.tb"), (std::vector<std::string>{"A.TB", "b.tb", "ä.tb"}));
+  EXPECT_EQ(files.files(folder.windows("none"), "*").size(), 0U);
+}
+
+struct PatternRow {
+  std::string_view name;
+  std::string_view pattern;
+  bool matches;
+};
+
+TEST(MatchesPattern, TakesStarsAndQuestionMarks) {
+  const PatternRow rows[] = {
+      {"a.tb", "*.tb", true},     {"a.tbx", "*.tb", false}, {"plain", "*.*", true}, {"Ä.txt", "?.TXT", true},
+      {"ab.txt", "?.txt", false}, {"aXbXc", "a*b*c", true}, {"abc", "a*d", false},  {"", "*", true},
+      {"", "?", false},           {"abcbc", "*bc", true},   {"a", "a***", true},    {"*", "?", true},
+  };
+  for (const PatternRow& row : rows) EXPECT_EQ(matches_pattern(row.name, row.pattern), row.matches) << row.name;
+  EXPECT_FALSE(matches_pattern(std::string(5000, 'a'), "*a*a*a*a*a*a*a*a*b"));  // at once, not in an age
+}
+
+TEST(FileTest, CountsAnEmptyFileAsMissing) {
+  const TemporaryFolder folder;
+  EXPECT_TRUE(file_test(host_file_system(), folder.write("one", "1")));
+  EXPECT_FALSE(file_test(host_file_system(), folder.write("empty", "")));
+  EXPECT_FALSE(file_test(host_file_system(), folder.windows("none")));
+  EXPECT_FALSE(file_test(host_file_system(), folder.windows()));
+}
+
+TEST(ReplaceHostFile, ReplacesInOneStepOrLeavesTheFile) {
+  const TemporaryFolder folder;
+  replace_host_file(folder.host("ä.txt"), "first");
+  replace_host_file(folder.host("ä.txt"), "second");
+  EXPECT_EQ(folder.read("ä.txt"), "second");
+  EXPECT_EQ(folder.file_count(), 1U);
+  folder.set_read_only("ä.txt", true);
+  EXPECT_THROW(replace_host_file(folder.host("ä.txt"), "third"), RuntimeError);
+  EXPECT_EQ(folder.read("ä.txt"), "second");
+  EXPECT_EQ(folder.file_count(), 1U);
+  folder.set_read_only("ä.txt", false);
+  EXPECT_THROW(replace_host_file(folder.host("none/a.txt"), "x"), RuntimeError);
+}
+
+}  // namespace
+}  // namespace support
