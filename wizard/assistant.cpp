@@ -190,20 +190,6 @@ void frmAssistantFirstSteps::tick() {
 
 form::Form& frmAssistantFirstSteps::form() noexcept { return run_->context.form; }
 
-form::Control* frmAssistantFirstSteps::control_on_page(std::string_view name, int index) noexcept {
-  form::Form& form = run_->context.form;
-  const form::Control* page = page_shown(form);
-  const auto on_page = [&](const form::Control* control) {
-    while (control && control != page) control = control->parent();
-    return control != nullptr;
-  };
-  if (!page) return nullptr;
-  if (form::Control* control = form.find(name, index); control && on_page(control)) return control;
-  auto members = form.array(name);
-  std::erase_if(members, [&](const form::Control* control) { return !on_page(control); });
-  return index >= 0 && index < static_cast<int>(members.size()) ? members[static_cast<std::size_t>(index)] : nullptr;
-}
-
 const InstallationConfig& frmAssistantFirstSteps::config() const noexcept { return run_->context.config; }
 const std::vector<std::string>& frmAssistantFirstSteps::StepNames() const noexcept { return run_->pages.steps.names(); }
 int frmAssistantFirstSteps::CurrentStep() const noexcept { return run_->pages.steps.current(); }

@@ -32,10 +32,6 @@ class frmAssistantFirstSteps {
   void tick();                                            ///< Timer1
 
   form::Form& form() noexcept;
-  /// The control that a page calls by this name and index. Where a control array runs over several pages, the index may
-  /// also count from 0 on each page: `txtvorgabe(0)` of "Therapie_BP" is the first one that lies on it. Null where the
-  /// page shown has no such control.
-  form::Control* control_on_page(std::string_view name, int index = -1) noexcept;
   const InstallationConfig& config() const noexcept;
 
   const std::vector<std::string>& StepNames() const noexcept;

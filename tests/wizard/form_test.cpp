@@ -1,0 +1,209 @@
+// The form as data: what its controls tell the observer, how texts reach them, and the places of the layout.
+#include "wizard/form/form.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include "support/error.h"
+#include "wizard/form/apply_texts.h"
+#include "wizard/form/lists.h"
+#include "wizard/form_layout.h"
+
+namespace {
+
+using form::Control;
+using form::Form;
+using form::Kind;
+using ::testing::ElementsAre;
+
+class Recorder : public form::FormObserver {
+ public:
+  void property_changed(const Control& control, form::Property) override { seen.push_back(control.path()); }
+  void control_added(const Control& control) override { seen.push_back("+" + control.path()); }
+  void focus_requested(const Control& control) override { seen.push_back("focus " + control.path()); }
+  void redraw_requested(const Control&) override {}
+  std::vector<std::string> seen;
+};
+
+TEST(AForm, TellsOfRealChangesOnly) {
+  Form form;
+  Recorder recorder;
+  form.set_observer(&recorder);
+  Control& box = form.add({"txtName", -1, Kind::TextBox});
+  box.set_text("a");
+  box.set_text("a");
+  form.request_focus(box);
+  EXPECT_THAT(recorder.seen, ElementsAre("+txtName", "txtName", "focus txtName"));
+  EXPECT_EQ(form.focus(), &box);
+}
+
+TEST(AForm, ChoosesOneOptionOfAnArray) {
+  Form form;
+  for (int n = 0; n < 3; ++n) form.add({"opt", n, Kind::OptionButton});
+  form.at("opt", 0).set_value(1);
+  Recorder recorder;
+  form.set_observer(&recorder);
+  form.at("OPT", 2).set_value(1);
+  EXPECT_THAT(recorder.seen, ElementsAre("opt(0)", "opt(2)"));
+}
+
+TEST(AForm, FindsControlsByPathAndRefusesUnknownOnes) {
+  Form form;
+  form.add({"frame", 3, Kind::Frame});
+  form.add({"box", -1, Kind::TextBox, "frame(3)"});
+  EXPECT_EQ(form.find_path("box")->parent(), form.find_path("FRAME(3)"));
+  for (const char* path : {"frame", "frame(2)", "frame(3", "frame(x)", "frame(3) ", "", "("})
+    EXPECT_EQ(form.find_path(path), nullptr) << path;
+  EXPECT_THROW(form.at("frame", 2), support::RuntimeError);
+  EXPECT_THROW(form.add({"box"}), support::RuntimeError);
+  EXPECT_THROW(form.add({"other", -1, Kind::Label, "frame(2)"}), support::RuntimeError);
+}
+
+TEST(AComboBox, KeepsTextAndSelectionTogether) {
+  Form form;
+  Control& box = form.add({"cb", -1, Kind::ComboBox});
+  box.set_items({{"a", 7}, {"b", 8}, {"b", 9}});
+  box.set_list_index(2);
+  EXPECT_EQ(box.text(), "b");
+  EXPECT_EQ(box.selected_item_data(), 9);
+  box.set_text("a");
+  EXPECT_EQ(box.selected_item_data(), 7);
+  box.set_text("free");
+  EXPECT_EQ(box.list_index(), -1);
+  box.set_list_index(5);
+  EXPECT_EQ(box.text(), "");
+  EXPECT_EQ(box.selected_item_data(), 0);
+}
+
+TEST(MatchList, PrefersItemDataThenTextThenFreeText) {
+  struct Case {
+    const char* value;
+    bool editable;
+    int index;
+    const char* text;
+  };
+  for (const Case& row : {Case{"8", false, 1, "b"}, Case{"B", false, 1, "b"}, Case{"7", false, 2, "7"},
+                          Case{"x", false, -1, ""}, Case{"x", true, -1, "x"}, Case{"", false, -1, ""}}) {
+    Form form;
+    Control& box = form.add({.name = "cb", .kind = Kind::ComboBox, .editable = row.editable});
+    box.set_items({{"a", 1}, {"b", 8}, {"7", 3}});
+    form::MatchList(box, row.value);
+    EXPECT_EQ(box.list_index(), row.index) << row.value;
+    EXPECT_EQ(box.text(), row.text) << row.value;
+    EXPECT_TRUE(box.enabled());
+  }
+  Form form;
+  Control& empty = form.add({"cb", -1, Kind::ComboBox});
+  form::MatchList(empty, "1");
+  EXPECT_FALSE(empty.enabled());
+}
+
+class Numbers : public support::LanguageComponent {
+ public:
+  std::string loadres(long number) const override {
+    switch (number) {
+      case 1:
+        return "Wort|Ein Satz.";
+      case 2:
+        return "Wort";
+      case 3:
+        return "|Ein Satz.";
+      default:
+        return "";
+    }
+  }
+};
+
+TEST(ApplyTexts, FollowsTheTagByKindOfControl) {
+  struct Case {
+    const char* tag;
+    Kind kind;
+    const char* caption;
+    const char* tooltip;
+  };
+  const Numbers numbers;
+  for (const Case& row : {Case{"L1", Kind::Button, "Wort", "Ein Satz."}, Case{"L2^mehr", Kind::Button, "Wort", ""},
+                          Case{"L3", Kind::Button, "Entwurf", "Ein Satz."}, Case{"L9", Kind::Button, "Entwurf", ""},
+                          Case{"L1", Kind::Label, "Wort|Ein Satz.", ""}, Case{"L9", Kind::Label, "", ""},
+                          Case{"einheit", Kind::Frame, "Entwurf", ""}, Case{"L", Kind::Label, "Entwurf", ""},
+                          Case{"L2x", Kind::Label, "Entwurf", ""}, Case{"L2", Kind::TextBox, "Entwurf", ""}}) {
+    Form form;
+    Control& control = form.add({.name = "c", .kind = row.kind, .caption = "Entwurf", .tag = row.tag});
+    std::string font = "Tahoma";
+    form::apply_texts(form, &numbers, font);
+    EXPECT_EQ(control.caption(), row.caption) << row.tag;
+    EXPECT_EQ(control.tooltip(), row.tooltip) << row.tag;
+    EXPECT_EQ(control.font(), "Tahoma");
+  }
+}
+
+TEST(ApplyTexts, RecordsArialWhereNoFontIsConfiguredAndKeepsCaptionsWithoutLanguage) {
+  Form form;
+  form.set_caption("Entwurf");
+  form.set_tag("L2");
+  Control& label = form.add({.name = "c", .caption = "Entwurf", .tag = "L2"});
+  label.set_font("Courier");
+  std::string font;
+  form::apply_texts(form, nullptr, font);
+  EXPECT_EQ(font, "Arial");
+  EXPECT_EQ(label.font(), "Courier");
+  EXPECT_EQ(label.caption(), "Entwurf");
+  const Numbers numbers;
+  form::apply_texts(form, &numbers, font);
+  EXPECT_EQ(form.caption(), "Wort");
+}
+
+form::Bounds absolute(const Control& control) {
+  form::Bounds bounds = control.bounds();
+  for (const Control* parent = control.parent(); parent; parent = parent->parent()) {
+    bounds.left += parent->bounds().left;
+    bounds.top += parent->bounds().top;
+  }
+  return bounds;
+}
+
+bool overlap(const form::Bounds& a, const form::Bounds& b) {
+  return a.left < b.left + b.width && b.left < a.left + a.width && a.top < b.top + b.height && b.top < a.top + a.height;
+}
+
+TEST(TheLayout, KeepsEveryControlInsideItsContainer) {
+  Form form;
+  wizard::build_form(form);
+  for (const auto& control : form.controls()) {
+    const form::Bounds& outer = control->parent() ? control->parent()->bounds() : wizard::form_bounds;
+    const form::Bounds& inner = control->bounds();
+    EXPECT_TRUE(inner.left >= 0 && inner.top >= 0 && inner.left + inner.width <= outer.width &&
+                inner.top + inner.height <= outer.height)
+        << control->path();
+  }
+}
+
+/// Pictures lie above each other on purpose, and pages all lie in one place.
+TEST(TheLayout, LaysNoTwoControlsOverEachOther) {
+  Form form;
+  wizard::build_form(form);
+  const auto counts = [](const Control& control) {
+    return control.kind() != Kind::Image && control.kind() != Kind::Frame && control.kind() != Kind::PictureBox &&
+           control.kind() != Kind::Timer;
+  };
+  const auto& controls = form.controls();
+  for (std::size_t a = 0; a < controls.size(); ++a) {
+    for (std::size_t b = a + 1; b < controls.size(); ++b) {
+      if (controls[a]->parent() != controls[b]->parent() || !counts(*controls[a]) || !counts(*controls[b])) continue;
+      EXPECT_FALSE(overlap(absolute(*controls[a]), absolute(*controls[b])))
+          << controls[a]->path() << " and " << controls[b]->path();
+    }
+  }
+}
+
+TEST(TheLayout, HasAHeadingAndASentenceOnEveryPage) {
+  Form form;
+  wizard::build_form(form);
+  for (int n = 0; n < static_cast<int>(wizard::page_tags.size()); ++n) {
+    EXPECT_EQ(form.at("contstep", n).tag(), wizard::page_tags[static_cast<std::size_t>(n)]);
+    EXPECT_EQ(form.at("lblPurpose", n).parent(), &form.at("contstep", n));
+    EXPECT_EQ((n == 0 ? form.at("Label2") : form.at("lblHeading", n)).parent(), &form.at("contstep", n));
+  }
+}
+
+}  // namespace

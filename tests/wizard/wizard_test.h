@@ -1,0 +1,105 @@
+// What the tests of this room share: an installation in a folder of its own with a hive and ini files, a user who acts
+// on the form as the test says, and a look at what a run has written.
+#pragma once
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <deque>
+#include <map>
+#include <memory>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "wizard/assistant.h"
+
+namespace wizard::testing {
+
+/// "T" and the number, unless the test gives another text.
+class Texts : public support::LanguageComponent {
+ public:
+  std::string loadres(long number) const override;
+  std::map<long, std::string> given;
+};
+
+/// Answers as scripted and remembers what it was asked.
+class ScriptedUser : public UserPort {
+ public:
+  int message_box(std::string_view text, std::uint32_t style, std::string_view title) override;
+  std::optional<std::string> choose_folder(std::string_view title) override;
+  bool open_file(std::string_view path) override;
+  std::vector<std::string> recycle(std::string_view folder, std::string_view pattern) override;
+  bool is_network_path(std::string_view path) override { return path.starts_with("\\\\"); }
+  std::int32_t text_width(std::string_view text, std::string_view font) override;
+  void set_topmost(bool topmost) override { log.push_back(topmost ? "topmost" : "not topmost"); }
+
+  std::deque<int> answers;  ///< to message boxes; OK when there are no more
+  std::optional<std::string> chosen_folder;
+  std::vector<std::string> log;  ///< "message TEXT STYLE TITLE", "folder TITLE", "open PATH", "recycle FOLDER PATTERN"…
+};
+
+class WizardTest : public ::testing::Test {
+ protected:
+  WizardTest();
+  ~WizardTest() override;
+
+  /// Windows path of something in the installation.
+  std::string path(std::string_view name) const { return folder_ + "\\" + std::string(name); }
+  /// Writes a file of the installation; UTF-8 in, CP1252 in the file.
+  void write(std::string_view name, std::string_view content) const;
+  std::string read(std::string_view name) const;
+  /// Name and content of every file in the installation, the hive among them.
+  std::map<std::string, std::string> everything() const;
+
+  void set_value(support::RootKey root, std::string_view key, std::string_view name, std::string_view value);
+  /// What stands under the current user; nothing where it is missing.
+  std::optional<std::string> value(std::string_view key, std::string_view name) const;
+  static constexpr std::string_view installation_key = "SOFTWARE\\Lumoraquant\\vantrix";
+  static constexpr std::string_view user_key = "SOFTWARE\\Lumoraquant\\vantrix\\Profiles\\default\\User Configuration";
+
+  /// Starts a run, ending the one before.
+  frmAssistantFirstSteps& start(std::string_view command_line = "vantrix");
+  /// The same; false where the run ends at once.
+  bool try_start(std::string_view command_line);
+  frmAssistantFirstSteps& wizard() { return *wizard_; }
+  form::Control& control(std::string_view name, int index = -1) { return wizard_->form().at(name, index); }
+  std::string caption(std::string_view name, int index = -1) { return control(name, index).caption(); }
+  std::string text(std::string_view name, int index = -1) { return control(name, index).text(); }
+
+  void next() { wizard_->click("Command1", 0); }
+  void back() { wizard_->click("Command1", 1); }
+  void cancel() { wizard_->click("Command1", 2); }
+  /// Presses Next until the page is shown; fails where it never is.
+  void go_to(std::string_view page);
+  void choose(std::string_view options, int option);
+  void tick(int chart, int value = 1);
+  void select(std::string_view list, std::int32_t item_data);
+  void type(std::string_view name, std::string_view text, int index = -1);
+  void enter_name(std::string_view first_name = "Max", std::string_view name = "Muster");
+  /// Walks on to the end. The patient needs a name before.
+  void finish();
+
+  /// A database that a run made for Max Muster (type 1, intensified; bolus insulin Novorapid; Metformin) on another
+  /// day.
+  std::string known_database(std::string_view name = "patients\\known.das");
+  /// Rows of a query, values joined by "|", as German users write them.
+  std::vector<std::string> rows(const std::string& database, std::string_view query) const;
+  void execute(const std::string& database, std::string_view statement) const;
+  /// "value=written" of every entry of the report, problems included.
+  static std::vector<std::string> lines(const FinishReport& report);
+
+  ScriptedUser user;
+  std::shared_ptr<Texts> texts = std::make_shared<Texts>();
+  engine::Date now = engine::date_from(2024, 5, 17, 14, 30, 0);
+
+ private:
+  std::unique_ptr<engine::Database> open(const std::string& database, std::unique_ptr<engine::Engine>& engine) const;
+
+  std::string folder_;
+  std::unique_ptr<support::Registry> registry_;
+  std::unique_ptr<frmAssistantFirstSteps> wizard_;
+};
+
+}  // namespace wizard::testing
