@@ -22,13 +22,13 @@ const PageAnswers* find_answers(const Answers& answers, std::string_view page) {
 
 std::vector<std::string> walk_to_last_page(wizard::frmAssistantFirstSteps& assistant, BatchUser& user,
                                            const Answers& answers) {
-  std::vector<const PageAnswers*> unused;
-  for (const PageAnswers& page : answers.pages) unused.push_back(&page);
+  std::vector<std::string> unused(answers.pages.size());
+  std::ranges::transform(answers.pages, unused.begin(), &PageAnswers::page);
   for (;;) {
     const std::string page = assistant.StepName();
     if (const PageAnswers* answered = find_answers(answers, page)) {
       apply(assistant, user, answers, *answered);
-      std::erase(unused, answered);
+      std::erase(unused, answered->page);
     }
     const int step = assistant.CurrentStep();
     if (step >= assistant.LastStep()) break;
@@ -36,9 +36,7 @@ std::vector<std::string> walk_to_last_page(wizard::frmAssistantFirstSteps& assis
     assistant.click(buttons, next_button);
     if (assistant.CurrentStep() <= step) throw PageRefused(page, user.messages(), messages);
   }
-  std::vector<std::string> names;
-  for (const PageAnswers* page : unused) names.push_back(page->page);
-  return names;
+  return unused;
 }
 
 void finish(wizard::frmAssistantFirstSteps& assistant) { assistant.click(buttons, next_button); }

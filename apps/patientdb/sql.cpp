@@ -14,11 +14,12 @@ namespace {
 constexpr std::string_view usage = "FILE STATEMENT… [--json] | FILE --script SCRIPT [--json]";
 
 constexpr std::string_view details =
-    "Each STATEMENT takes effect as it is run; the first that fails ends the command. A SCRIPT is a UTF-8 file of\n"
-    "statements that end with \";\", with comments on lines that begin with \"--\". It is one transaction: where a\n"
-    "statement fails, the error names its line and the database stays as it was.\n\n"
-    "With --json each statement gives one line: {\"columns\":[…],\"rows\":[[…]],\"affected\":N}. Null is null, a date\n"
-    "\"YYYY-MM-DD HH:MM:SS\", Yes/No -1 or 0.";
+    R"(Each STATEMENT takes effect as it is run; the first that fails ends the command. A SCRIPT is a UTF-8 file of
+statements that end with ";", with comments on lines that begin with "--". It is one transaction: where a
+statement fails, the error names its line and the database stays as it was.
+
+With --json each statement gives one line: {"columns":[…],"rows":[[…]],"affected":N}. Null is null, a date
+"YYYY-MM-DD HH:MM:SS", Yes/No -1 or 0.)";
 
 constexpr console::Option script_option{"--script", "SCRIPT", "Run the statements of this file, all or none of them."};
 constexpr console::Option options[] = {script_option, json_option, password_file_option, console::help_option};
@@ -71,6 +72,7 @@ class Runner {
     std::size_t count = 0;
     for (; !rows.eof(); rows.move_next(), ++count) {
       std::vector<std::string> cells;
+      cells.reserve(static_cast<std::size_t>(columns));
       for (std::int32_t i = 0; i < columns; ++i) cells.push_back(cell(rows.value(i)));
       table.add_row(std::move(cells));
     }
