@@ -170,30 +170,34 @@ void WizardTest::finish() {
 
 std::string WizardTest::known_database(std::string_view name) {
   // Made once and copied: the copies share their salt, so that their key is derived once.
-  static std::string content;
-  if (content.empty()) {
-    const engine::Date today = now;
-    now = engine::date_from(2020, 1, 2);
-    start();
-    enter_name();
-    select("cbDiabetesTyp", 1);
-    select("cbTherapie", 2);
-    type("cbInsulin", "Novorapid", 0);
-    type("txtMedik", "Metformin", 0);
-    finish();
-    content = support::host_file_system().read(wizard().config().CurrentDB, file_limit).value_or("");
-    now = today;
-    user.log.clear();
-    wizard_.reset();
-    registry_.reset();
-    for (const auto& entry : std::filesystem::directory_iterator(host(folder_)))
-      if (entry.path().filename() != "vantrix.ini") std::filesystem::remove_all(entry.path());
-    registry_ = support::open_hive(host(path("hive.reg")).string());
-  }
+  static const std::string content = make_known_database();
   const auto file = host(path(name));
   std::filesystem::create_directories(file.parent_path());
   std::ofstream(file, std::ios::binary) << content;
   return path(name);
+}
+
+/// A run in an installation of its own below this one.
+std::string WizardTest::make_known_database() {
+  const std::string folder = std::exchange(folder_, path("made"));
+  std::filesystem::create_directories(host(folder_));
+  auto registry = std::exchange(registry_, support::open_hive((host(folder_) / "hive.reg").string()));
+  const engine::Date today = std::exchange(now, engine::date_from(2020, 1, 2));
+  start();
+  enter_name();
+  select("cbDiabetesTyp", 1);
+  select("cbTherapie", 2);
+  type("cbInsulin", "Novorapid", 0);
+  type("txtMedik", "Metformin", 0);
+  finish();
+  std::string content = support::host_file_system().read(wizard_->config().CurrentDB, file_limit).value_or("");
+  wizard_.reset();
+  user.log.clear();
+  now = today;
+  registry_ = std::move(registry);
+  std::filesystem::remove_all(host(folder_));
+  folder_ = folder;
+  return content;
 }
 
 std::unique_ptr<engine::Database> WizardTest::open(const std::string& database,

@@ -95,6 +95,7 @@ class WizardTest : public ::testing::Test {
   engine::Date now = engine::date_from(2024, 5, 17, 14, 30, 0);
 
  private:
+  std::string make_known_database();
   std::unique_ptr<engine::Database> open(const std::string& database, std::unique_ptr<engine::Engine>& engine) const;
 
   std::string folder_;

@@ -1,0 +1,255 @@
+// What the finish writes, in which order, and what it leaves alone.
+#include "tests/wizard/wizard_test.h"
+
+namespace wizard::testing {
+namespace {
+
+using ::testing::Contains;
+using ::testing::ElementsAre;
+using ::testing::EndsWith;
+using ::testing::IsEmpty;
+using ::testing::Not;
+using ::testing::StartsWith;
+
+class Finish : public WizardTest {};
+
+/// The whole typical run: what goes in by command line and pages comes out as registry values, home page and database,
+/// and a second run shows it again.
+TEST_F(Finish, ATypicalRunFromTheCommandLineToTheDatabaseAndBack) {
+  known_database("defs.mdb");
+  execute(path("defs.mdb"), "DELETE FROM preferredInsulin");
+  execute(path("defs.mdb"),
+          "INSERT INTO preferredInsulin ([desc], bolusie, basalie, rapid) VALUES ('Lispro', 90, 0, -1)");
+  write("pelmar.ini", "[CHARTS]\nday=1^2\nweek=3^4\npie=5^6\n");
+  write("home.ini",
+        "[setup]\nhomepage=Übersicht\n; Plätze\n[Übersicht]\nCHART1=0|0|day|1\nCHART2=1|0|week|28\nCHART3=\n");
+  write("setup.ini", "[timezones]\nFixTimeFrom1=0530\n");
+  set_value(support::RootKey::LocalMachine, installation_key, "PatientData", path("patients"));
+
+  start("vantrix");
+  go_to("Maßeinheit");
+  choose("optBGUnit", 1);
+  go_to("PatDat");
+  enter_name("Jörg", "Müller/Maier");
+  type("txtStreet", "Lindenstraße 7");
+  choose("optGender", 1);
+  select("cbDiabetesTyp", 2);
+  select("cbTherapie", 4);
+  go_to("Insulin");
+  type("cbInsulin", "Basalin", 1);
+  type("cbInsulin", "Lispro", 3);
+  type("txtMedik", "Metformin", 1);
+  go_to("Therapie_BZ");
+  type("txtvorgabe", "4,4", 0);
+  type("txtvorgabe", "135", 5);
+  go_to("pics-");
+  tick(0, 0);
+  tick(2);
+  go_to("eingabe");
+  choose("optDataEntry", 1);
+  go_to("Fertig");
+  const auto untouched = everything();
+  const FinishReport preview = wizard().preview();
+  EXPECT_EQ(everything(), untouched) << "a preview writes nothing";
+  next();
+  ASSERT_EQ(wizard().state(), frmAssistantFirstSteps::State::Finished);
+
+  const std::string database = path("patients\\Müller_Maier_Jörg.das");
+  EXPECT_TRUE(wizard().report().complete());
+  EXPECT_THAT(lines(wizard().report()),
+              ElementsAre("OutlookStyle=0", "DefaultDataEntry=EDIT_QUICKENTRY", "BGUnit=1",
+                          "PATIENTDATA=" + path("patients"), "RunOnStart=mnu_patreview", "ShowOutlookbar=0",
+                          "patient database", "laboratory definitions and preferred insulins", "patient", "settings",
+                          "therapy plan", "[Übersicht] CHART1=0|0|week|1", "[Übersicht] CHART2=1|0|pie|28",
+                          "DataBaseName=" + database, "FirstRun=0"));
+  ASSERT_EQ(preview.entries.size(), wizard().report().entries.size());
+  for (std::size_t n = 0; n < preview.entries.size(); ++n) {
+    EXPECT_EQ(preview.entries[n].name, wizard().report().entries[n].name);
+    EXPECT_EQ(preview.entries[n].value, wizard().report().entries[n].value);
+    EXPECT_FALSE(preview.entries[n].written);
+  }
+  EXPECT_EQ(value(user_key, "BGUnit"), "1");
+  EXPECT_EQ(value(std::string(user_key) + "\\DataEntry", "DefaultDataEntry"), "EDIT_QUICKENTRY");
+  EXPECT_EQ(value(user_key, "FirstRun"), "0");
+  EXPECT_EQ(value(installation_key, "DataBaseName"), database);
+  EXPECT_EQ(value(installation_key, "Scheme"), std::nullopt);
+  EXPECT_THAT(rows(database, "SELECT name, firstname, street, gender, typ, therapy FROM patdat"),
+              ElementsAre("Müller/Maier|Jörg|Lindenstraße 7|1|2|4"));
+  EXPECT_THAT(
+      rows(database, "SELECT BGTargetMin, BGTargetMax, BGHypo, BGHyper, BPTargetSysMax, BB_From FROM patdat_setup"),
+      ElementsAre("79|150|50|169|135|1899-12-30 05:30:00"));
+  EXPECT_THAT(rows(database, "SELECT vdate, type FROM therapieplan"), ElementsAre("2024-05-17 00:00:00|4"));
+  EXPECT_THAT(rows(database, "SELECT itemtype, [desc], itemvalue FROM therapieplan_details ORDER BY itemtype"),
+              ElementsAre("1|Basalin|0|100|0|0", "3|Lispro|90|0|-1|0", "500||79", "501||150", "502||50", "503||169",
+                          "504||100", "505||135", "506||70", "507||90", "801|Metformin|0"));
+  EXPECT_THAT(rows(database, "SELECT [desc] FROM preferredInsulin"), ElementsAre("Lispro"));
+  EXPECT_THAT(rows(database, "SELECT COUNT(*) FROM labdefs"), ElementsAre("15"));
+  EXPECT_THAT(rows(database, "SELECT majversion, minversion FROM db_info"), ElementsAre("4|60"));
+
+  now = engine::date_from(2024, 6, 1);
+  start("vantrix|Müller_Maier_Jörg.das");
+  EXPECT_EQ(text("txtName"), "Müller/Maier");
+  EXPECT_EQ(control("optGender", 1).value(), 1);
+  EXPECT_EQ(control("optBGUnit", 1).value(), 1);
+  EXPECT_EQ(control("optDataEntry", 1).value(), 1);
+  EXPECT_EQ(control("cbTherapie").selected_item_data(), 4);
+  EXPECT_EQ(text("cbInsulin", 3), "Lispro");
+  EXPECT_EQ(text("txtMedik", 1), "Metformin");
+  EXPECT_EQ(text("txtvorgabe", 0), "4,4");
+  EXPECT_EQ(text("txtvorgabe", 5), "135");
+  finish();
+  EXPECT_THAT(lines(wizard().report()), Not(Contains("patient database")));
+  EXPECT_THAT(lines(wizard().report()), Not(Contains("therapy plan"))) << "nothing was changed";
+  EXPECT_THAT(rows(database, "SELECT COUNT(*) FROM therapieplan"), ElementsAre("1"));
+  EXPECT_THAT(rows(database, "SELECT COUNT(*) FROM patdat"), ElementsAre("1"));
+}
+
+TEST_F(Finish, ChangesOfAKnownDatabaseBecomeANewPlanThatKeepsTheRest) {
+  const std::string database = known_database();
+  execute(database, "UPDATE patdat SET phone = '030 1', birthday = #5/6/1950#");
+  execute(database,
+          "INSERT INTO therapieplan_details (lid, itemtype, itemvalue) SELECT id, 400, 0.9 FROM therapieplan");
+  start("vantrix|known.das");
+  type("txtCity", "Bonn");
+  type("txtvorgabe", "80", 0);
+  finish();
+  EXPECT_THAT(rows(database, "SELECT name, city, phone, birthday FROM patdat"),
+              ElementsAre("Muster|Bonn|030 1|1950-05-06 00:00:00"));
+  EXPECT_THAT(rows(database, "SELECT vdate FROM therapieplan ORDER BY vdate"),
+              ElementsAre("2020-01-02 00:00:00", "2024-05-17 00:00:00"));
+  EXPECT_THAT(rows(database,
+                   "SELECT itemtype, [desc], itemvalue FROM therapieplan_details WHERE lid = 2 AND itemtype < 502"
+                   " ORDER BY itemtype"),
+              ElementsAre("0|Novorapid|100|0|0|0", "400||0,9", "500||80", "501||150"));
+}
+
+TEST_F(Finish, InsulinThatAnUnchangedTherapyDoesNotShowStaysInThePlan) {
+  const std::string database = known_database();
+  execute(database,
+          "INSERT INTO therapieplan_details (lid, itemtype, [desc]) SELECT id, 4, 'Apidra|100|0|0' FROM therapieplan");
+  const std::string insulins =
+      "SELECT [desc] FROM therapieplan_details WHERE lid = (SELECT MAX(id) FROM therapieplan) AND itemtype < 5"
+      " ORDER BY itemtype";
+  start("vantrix|known.das");
+  type("txtvorgabe", "80", 0);
+  finish();
+  EXPECT_THAT(rows(database, insulins), ElementsAre("Novorapid|100|0|0", "Apidra|100|0|0"));
+  start("vantrix|known.das");
+  select("cbTherapie", 5);
+  finish();
+  EXPECT_THAT(rows(database, insulins), IsEmpty()) << "a therapy without insulin was chosen";
+  EXPECT_THAT(rows(database, "SELECT COUNT(*) FROM therapieplan"), ElementsAre("2")) << "one plan a day";
+}
+
+TEST_F(Finish, TheProfessionalEditionTouchesNoPatientDatabase) {
+  set_value(support::RootKey::LocalMachine, "SOFTWARE\\Lumoraquant\\Pro", "PatientData", path("patients\\"));
+  const std::string database = known_database();
+  write("patients\\index.mdb", "x");
+  const std::string content = read("patients\\known.das");
+  start("Pro|known.das");
+  choose("optShowStart", 2);
+  finish();
+  EXPECT_EQ(read("patients\\known.das"), content);
+  EXPECT_THAT(lines(wizard().report()),
+              ElementsAre("OutlookStyle=0", "DefaultDataEntry=EDIT_DIARY", "BGUnit=0", "RunOnStart=mnu_last",
+                          "ShowOutlookbar=0", "DataBaseName=" + database, "FirstRun=0"));
+}
+
+TEST_F(Finish, ANewFileNeverTakesAnExistingOnesPlace) {
+  write("patients\\Muster_Max.das", "");
+  start();
+  enter_name();
+  go_to("Fertig");
+  EXPECT_THAT(lines(wizard().preview()), Contains("DataBaseName=_1. ()"));
+}
+
+TEST_F(Finish, GoesOnWhereADatabaseCannotBeCreated) {
+  write("patients", "a file where the folder should be");
+  start();
+  enter_name();
+  finish();
+  EXPECT_FALSE(wizard().report().complete());
+  EXPECT_THAT(lines(wizard().report()), Contains(StartsWith("patient database (error ")));
+  EXPECT_THAT(lines(wizard().report()), Not(Contains(StartsWith("settings"))));
+  EXPECT_EQ(value(user_key, "FirstRun"), "0");
+}
+
+TEST_F(Finish, ASchemeThatChangedDiscardsToolbarsAndMenus) {
+  write("schemes.txt", "[a]\n[b]\n");
+  for (const char* file : {"user\\a.tb", "user\\b.mnu", "user\\c.txt"}) write(file, "x");
+  known_database();
+  start("vantrix|known.das");
+  finish();
+  EXPECT_THAT(user.log, Not(Contains(StartsWith("recycle"))));
+  start("vantrix|known.das");
+  select("cbSchema", 1);
+  finish();
+  EXPECT_EQ(value(installation_key, "Scheme"), "1");
+  EXPECT_THAT(support::host_file_system().files(path("user"), "*"), ElementsAre("c.txt"));
+  const auto& entries = wizard().report().entries;
+  ASSERT_GE(entries.size(), 3U);
+  EXPECT_EQ(entries[entries.size() - 2].place, path("user\\a.tb"));
+  EXPECT_EQ(entries.back().place, path("user\\b.mnu"));
+}
+
+class HomePage : public Finish {
+ protected:
+  /// Finishes a run in which these charts of day, week, pie, bar and odd are ticked; the slots after it.
+  std::vector<std::string> slots(const std::string& home_page, const std::vector<int>& charts) {
+    write("pelmar.ini", "[setup]\ndisplay=pics|Fertig\n[CHARTS]\nday=1^2\nweek=1^2\npie=1^2\nbar=1^2\nodd=1^2\n");
+    write("home.ini", "[setup]\nhomepage=h\n[h]\n" + home_page);
+    write("patients\\index.mdb", "x");
+    start("Pro");
+    for (int chart = 0; chart < 5; ++chart) {
+      control("optThumb", chart).set_value(0);
+      for (int wanted : charts)
+        if (wanted == chart) tick(chart);
+    }
+    finish();
+    std::vector<std::string> found;
+    for (const auto& line : lines(wizard().report()))
+      if (line.starts_with("[h] ")) found.push_back(line.substr(4));
+    return found;
+  }
+};
+
+TEST_F(HomePage, HoldsTheChosenChartsInOrder) {
+  set_value(support::RootKey::LocalMachine, "SOFTWARE\\Lumoraquant\\Pro", "PatientData", path("patients\\"));
+  EXPECT_THAT(slots("CHART1=0|0|day|1\n", {0, 2}), ElementsAre("CHART1=0|0|day|1", "CHART2=||pie"));
+  EXPECT_THAT(slots("CHART1=a\nCHART2=1|2|odd\nCHART3=x|y|foreign\nCHART4=\n", {1}),
+              ElementsAre("CHART1=a||week", "CHART2=1|2|"))
+      << "an unticked chart leaves, a foreign one stays, an empty slot stays empty";
+  EXPECT_THAT(slots("CHART1=0|0|day|1\n", {}), ElementsAre("CHART1=0|0||1"));
+}
+
+TEST_F(HomePage, StaysAsItIsWhereThePageWasNeverShown) {
+  set_value(support::RootKey::LocalMachine, "SOFTWARE\\Lumoraquant\\Pro", "PatientData", path("patients\\"));
+  const std::string content = "[setup]\nhomepage=h\n[h]\nCHART1=0|0|day|1\n";
+  write("pelmar.ini", "[setup]\ndisplay=INtro|Fertig\n[CHARTS]\nday=1^2\n");
+  write("home.ini", content);
+  write("patients\\index.mdb", "x");
+  start("Pro");
+  finish();
+  EXPECT_EQ(read("home.ini"), content);
+}
+
+TEST_F(Finish, TheLastPageSumsUpTheChoices) {
+  texts->given[4831] = "Patient: %1";
+  texts->given[4839] = "Insulin: %1";
+  texts->given[4835] = "Ziel: %1 bis %2 %5";
+  texts->given[4847] = "Datei: %1";
+  texts->given[4850] = "keine";
+  start();
+  enter_name("%2", "O'Hara");
+  go_to("Fertig");
+  const std::string summary = text("lblSummary");
+  for (const std::string& line : {std::string("Patient: %2 O'Hara"), std::string("Insulin: keine"),
+                                  std::string("Ziel: 70 bis 150 mg/dl"), "Datei: " + path("patients\\O'Hara_%2.das")})
+    EXPECT_THAT(summary, ::testing::HasSubstr(line));
+  back();
+  go_to("Fertig");
+  EXPECT_EQ(text("lblSummary"), summary);
+}
+
+}  // namespace
+}  // namespace wizard::testing

@@ -1,0 +1,198 @@
+// The therapy pages: kinds of therapy, insulins, the check of the targets, the scheme and the patients' folder.
+#include "tests/wizard/wizard_test.h"
+
+namespace wizard::testing {
+namespace {
+
+using ::testing::Contains;
+using ::testing::ElementsAre;
+using ::testing::IsEmpty;
+
+class Therapy : public WizardTest {
+ protected:
+  std::string visible_slots() {
+    std::string slots;
+    for (int n = 0; n < 5; ++n) {
+      EXPECT_EQ(control("lblInsulin", n).visible(), control("cbInsulin", n).visible());
+      if (control("cbInsulin", n).visible()) slots += std::to_string(n);
+    }
+    return slots;
+  }
+  std::vector<std::string> offered(int slot) {
+    std::vector<std::string> names;
+    for (const auto& item : control("cbInsulin", slot).items()) names.push_back(item.text);
+    return names;
+  }
+};
+
+TEST_F(Therapy, TheKindDecidesWhichSlotsAndPagesAreOffered) {
+  struct Case {
+    int kind;
+    const char* slots;
+    bool insulin_page;
+  };
+  start();
+  EXPECT_EQ(visible_slots(), "01234");
+  for (const Case& row : {Case{1, "0123", true}, Case{3, "4", true}, Case{5, "01234", false}, Case{2, "0123", true},
+                          Case{4, "0123", true}}) {
+    select("cbTherapie", row.kind);
+    EXPECT_EQ(visible_slots(), row.slots) << row.kind;
+    EXPECT_THAT(wizard().StepNames(), Contains(row.insulin_page ? "Insulin" : "Insulin-"));
+    EXPECT_THAT(wizard().StepNames(), Contains("Medikamente"));
+  }
+}
+
+TEST_F(Therapy, WithoutADatabaseTheLookupDatabaseOffersItsInsulins) {
+  // The reference tables of a patient database are those of the lookup database.
+  const std::string lookup = known_database("defs.mdb");
+  execute(lookup, "DELETE FROM preferredInsulin");
+  for (const char* row : {"'Actrapid', 100, 0, 0, 2", "'Lantus', 0, 100, 0, 1", "'Mix 30', 30, 70, 0, 1",
+                          "'Humalog', 100, 0, -1, 1", "'Nichts', 0, 0, 0, 1"})
+    execute(lookup, "INSERT INTO preferredInsulin ([desc], bolusie, basalie, rapid, iSortOrder) VALUES (" +
+                        std::string(row) + ")");
+  start();
+  EXPECT_THAT(offered(0), ElementsAre("Actrapid"));
+  EXPECT_THAT(offered(1), ElementsAre("Lantus"));
+  EXPECT_THAT(offered(2), ElementsAre("Mix 30"));
+  EXPECT_THAT(offered(3), ElementsAre("Humalog"));
+  EXPECT_THAT(offered(4), ElementsAre("Humalog", "Actrapid"));
+}
+
+TEST_F(Therapy, AKnownDatabasePresetsThePages) {
+  const std::string database = known_database();
+  execute(database,
+          "INSERT INTO therapieplan_details (lid, itemtype, [desc]) SELECT id, 4, 'Apidra|100|0|0' FROM therapieplan");
+  start("vantrix|known.das");
+  EXPECT_EQ(text("txtName"), "Muster");
+  EXPECT_EQ(control("cbDiabetesTyp").selected_item_data(), 1);
+  EXPECT_EQ(control("cbTherapie").selected_item_data(), 2);
+  EXPECT_EQ(visible_slots(), "0123");
+  EXPECT_EQ(text("cbInsulin", 0), "Novorapid");
+  EXPECT_EQ(text("cbInsulin", 1), "") << "a text that only names the kind of insulin is no insulin";
+  EXPECT_EQ(text("cbInsulin", 4), "Apidra");
+  EXPECT_EQ(text("txtMedik", 0), "Metformin");
+}
+
+TEST_F(Therapy, ContradictingTargetsAreRefused) {
+  struct Case {
+    const char* from;
+    const char* until;
+    const char* hypo;
+    const char* hyper;
+    int unit;
+    const char* message;  ///< empty: accepted
+    int focus;
+  };
+  for (const Case& row : {
+           Case{"70", "150", "50", "170", 0, "", -1},
+           Case{"70", "150", "70", "150", 0, "", -1},
+           Case{"0", "150", "50", "170", 0, "608", 0},
+           Case{"-1", "150", "50", "170", 0, "608", 0},
+           Case{"150", "150", "50", "170", 0, "608", 0},
+           Case{"70", "150", "0", "170", 0, "609", 2},
+           Case{"70", "150", "71", "170", 0, "609", 2},
+           Case{"70", "150", "50", "149", 0, "610", 3},
+           Case{"70", "", "50", "170", 0, "611", 1},
+           Case{"70", "150", "50", "viel", 0, "611", 3},
+           Case{"40000", "50000", "50", "60000", 0, "611", 0},
+           Case{"3,9", "8,3", "2,8", "9,4", 1, "", -1},
+           Case{"3,9", "3,9", "2,8", "9,4", 1, "608", 0},
+       }) {
+    write("pelmar.ini", "[setup]\ndisplay=Therapie_BZ|Maßeinheit|Fertig\n");
+    user.log.clear();
+    start();
+    choose("optBGUnit", row.unit);
+    int n = 0;
+    for (const char* target : {row.from, row.until, row.hypo, row.hyper}) type("txtvorgabe", target, n++);
+    next();
+    const bool accepted = row.message == std::string();
+    EXPECT_EQ(wizard().CurrentStep(), accepted ? 1 : 0) << row.from << " " << row.until;
+    if (accepted) continue;
+    EXPECT_EQ(user.log.back(), "message T" + std::string(row.message) + " 4112 vantrix");
+    EXPECT_EQ(wizard().form().focus(), &control("txtvorgabe", row.focus));
+  }
+}
+
+class Scheme : public WizardTest {
+ protected:
+  Scheme() {
+    write("schemes.txt",
+          "[ICT]\nDesc=Intensivierte Therapie\nLongDesc=  Zeile 1\\nZeile 2 \n[Bare]\n[CSII]\nDesc=Pumpe\n");
+  }
+};
+
+TEST_F(Scheme, OffersTheSectionsAndSelectsTheStoredOne) {
+  set_value(support::RootKey::CurrentUser, installation_key, "Scheme", "2");
+  start();
+  EXPECT_EQ(text("cbSchema"), "Pumpe");
+  EXPECT_EQ(caption("lblSchemaDesc"), "");
+  const std::vector<form::ListItem> items{{"Intensivierte Therapie", 0}, {"Bare", 1}, {"Pumpe", 2}};
+  EXPECT_EQ(control("cbSchema").items(), items);
+  select("cbSchema", 0);
+  EXPECT_EQ(caption("lblSchemaDesc"), "Zeile 1\r\nZeile 2");
+}
+
+TEST_F(Scheme, StaysEmptyWithoutItsFile) {
+  write("schemes.txt", "");
+  start();
+  EXPECT_THAT(control("cbSchema").items(), IsEmpty());
+  EXPECT_FALSE(control("cbSchema").enabled());
+}
+
+TEST_F(Scheme, CutsALongDescriptionAtItsBuffer) {
+  write("schemes.txt", "[a]\nLongDesc=" + std::string(900, 'x') + "\n");
+  start();
+  EXPECT_EQ(caption("lblSchemaDesc"), std::string(512, 'x'));
+}
+
+class Folder : public WizardTest {
+ protected:
+  Folder() {
+    set_value(support::RootKey::LocalMachine, "SOFTWARE\\Lumoraquant\\Pro", "PatientData", path("local\\"));
+    write("local\\index.mdb", "x");
+    start("Pro");
+    user.log.clear();
+  }
+};
+
+TEST_F(Folder, IsShownWithItsPlace) {
+  EXPECT_EQ(caption("lblFolder"), path("local\\"));
+  EXPECT_EQ(caption("lblLocation"), "T4685");
+}
+
+TEST_F(Folder, ACancelledChoiceChangesNothing) {
+  wizard().click("cmdPath", 0);
+  EXPECT_EQ(wizard().config().PatientData, path("local\\"));
+  EXPECT_THAT(user.log, ElementsAre("not topmost", "folder T4801", "topmost"));
+}
+
+TEST_F(Folder, ANewDatabaseIsRefusedWhereThereIsOne) {
+  write("shared\\index.mdb", "x");
+  user.chosen_folder = path("shared");
+  wizard().click("cmdPath", 0);
+  EXPECT_THAT(user.log, ElementsAre("not topmost", "folder T4801", "message T2400 65552 vantrix", "topmost"));
+  EXPECT_EQ(wizard().config().PatientData, path("local\\"));
+  wizard().click("cmdPath", 1);
+  EXPECT_EQ(wizard().config().PatientData, path("shared\\"));
+  EXPECT_EQ(read("shared\\index.mdb"), "x");
+}
+
+TEST_F(Folder, ANewSharedDatabaseGetsItsIndex) {
+  support::host_file_system().create_folder(path("new"));
+  user.chosen_folder = path("new\\\\");
+  wizard().click("cmdPath", 0);
+  EXPECT_EQ(wizard().config().PatientData, path("new\\"));
+  EXPECT_EQ(wizard().config().IndexDB, path("new\\index.mdb"));
+  EXPECT_TRUE(support::file_test(support::host_file_system(), path("new\\index.mdb")));
+  EXPECT_EQ(caption("lblFolder"), path("new\\"));
+}
+
+TEST_F(Folder, ANetworkPathIsNamedAsShared) {
+  user.chosen_folder = "\\\\server\\share";
+  wizard().click("cmdPath", 1);
+  EXPECT_EQ(wizard().config().PatientData, "\\\\server\\share\\");
+  EXPECT_EQ(caption("lblLocation"), "T4686");
+}
+
+}  // namespace
+}  // namespace wizard::testing
