@@ -42,7 +42,8 @@ Value number_value(double number, DataType type) {
   if (type == DataType::Boolean) return number != 0;
   if (type == DataType::Single) return static_cast<float>(number);
   if (type == DataType::Date) return Date{number};
-  const bool fits = std::trunc(number) == number && std::abs(number) <= std::numeric_limits<std::int32_t>::max();
+  const bool fits = std::trunc(number) == number && number >= std::numeric_limits<std::int32_t>::min() &&
+                    number <= std::numeric_limits<std::int32_t>::max();
   if (is_whole_type(type) && fits) return static_cast<std::int32_t>(number);
   return number;
 }
