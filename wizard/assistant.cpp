@@ -143,7 +143,7 @@ void frmAssistantFirstSteps::Run::choose_sidebar(int option) {
 }
 
 void frmAssistantFirstSteps::Run::choose_style(int) { show_style_preview(context.form); }
-void frmAssistantFirstSteps::Run::choose_therapy(int) { apply_therapy_kind(context, pages.steps); }
+void frmAssistantFirstSteps::Run::choose_therapy(int) { choose_therapy_kind(context, pages.steps); }
 void frmAssistantFirstSteps::Run::choose_scheme(int) { pages.scheme.show_description(); }
 
 frmAssistantFirstSteps::frmAssistantFirstSteps(Ports ports) : run_(std::make_unique<Run>(std::move(ports))) {}

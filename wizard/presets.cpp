@@ -57,7 +57,7 @@ void preset_patient(Context& context, Pages& pages, engine::Database* known) {
     database::db_GetSettings(context.environment(), *known, settings);
   }
   show_patient(context, patient);
-  apply_therapy_kind(context, pages.steps);
+  show_therapy_kind(context, pages.steps);
   pages.targets.show(settings, GlucoseUnit{static_cast<std::int16_t>(selected_option(context.form, "optBGUnit"))});
 }
 

@@ -25,14 +25,19 @@ constexpr TherapyKind any_other{0, 0, true};
 
 }  // namespace
 
-void apply_therapy_kind(Context& context, StepList& steps) {
+void show_therapy_kind(Context& context, StepList& steps) {
   const auto match = std::ranges::find(kinds, context.form.at("cbTherapie").selected_item_data(), &TherapyKind::number);
   const TherapyKind& kind = match == std::end(kinds) ? any_other : *match;
-  steps.offer("Insulin", kind.insulin_page);
-  steps.offer("Medikamente", true);
+  if (!kind.insulin_page) steps.offer("Insulin", false);
   for (std::string_view array : {"lblInsulin", "cbInsulin"})
     for (form::Control* control : context.form.array(array))
       control->set_visible((kind.hidden_slots >> control->index() & 1U) == 0);
+}
+
+void choose_therapy_kind(Context& context, StepList& steps) {
+  steps.offer("Insulin", true);
+  steps.offer("Medikamente", true);
+  show_therapy_kind(context, steps);
 }
 
 }  // namespace wizard

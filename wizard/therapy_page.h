@@ -6,8 +6,11 @@
 
 namespace wizard {
 
-/// Offers the pages "Insulin" and "Medikamente" again and all five insulin slots, then takes away what the kind
-/// selected in `cbTherapie` does not need.
-void apply_therapy_kind(Context& context, StepList& steps);
+/// Shows the insulin slots of the kind selected in `cbTherapie`, and leaves out the page "Insulin" where it has none. A
+/// page that the list leaves out already stays left out.
+void show_therapy_kind(Context& context, StepList& steps);
+
+/// `cbTherapie` Click: the same, after offering the pages "Insulin" and "Medikamente" again.
+void choose_therapy_kind(Context& context, StepList& steps);
 
 }  // namespace wizard
