@@ -18,12 +18,13 @@ std::string locale_text(LCTYPE type) {
   return length > 0 ? narrow(buffer.data()) : std::string();
 }
 
-/// Separators that are no ASCII character are typed as the blank or apostrophe they look like.
-char separator(LCTYPE type, char otherwise) {
-  const std::string text = locale_text(type);
-  if (text.empty()) return otherwise;
-  if (static_cast<unsigned char>(text.front()) < 0x80) return text.front();
-  return text == "\u2019" ? '\'' : ' ';
+/// The separator where it is one ASCII character; otherwise what users type for the narrow blank or the apostrophe that
+/// newer versions of the system write.
+char thousands_separator() {
+  const std::string text = locale_text(LOCALE_STHOUSAND);
+  if (text.size() == 1) return text.front();
+  if (text == "\u2019") return '\'';
+  return text.empty() ? '\0' : ' ';
 }
 
 }  // namespace
@@ -35,8 +36,11 @@ std::unique_ptr<Registry> host_registry(std::string_view hive_path) {
 
 UserLocale host_locale() {
   UserLocale locale;
-  locale.decimal_separator = separator(LOCALE_SDECIMAL, locale.decimal_separator);
-  locale.thousands_separator = separator(LOCALE_STHOUSAND, '\0');
+  const std::string decimal_separator = locale_text(LOCALE_SDECIMAL);
+  if (decimal_separator.size() == 1) locale.decimal_separator = decimal_separator.front();
+  locale.thousands_separator = thousands_separator();
+  // Set by hand to the same character, only one of them can be meant.
+  if (locale.thousands_separator == locale.decimal_separator) locale.thousands_separator = '\0';
   const std::string short_date = locale_text(LOCALE_SSHORTDATE);
   const std::string long_time = locale_text(LOCALE_STIMEFORMAT);
   if (!short_date.empty()) locale.short_date = short_date;

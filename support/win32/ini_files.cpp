@@ -34,11 +34,13 @@ std::string ask(std::string_view file, const std::string* section, const std::st
   return utf8_from_cp1252(std::string_view(buffer).substr(0, std::min<std::size_t>(length, size)));
 }
 
-/// The calls would write a file with NULs back without what follows them.
-bool is_text_or_missing(std::string_view file) {
-  const std::string path = host_file_system().host_path(file);
+/// A read-only file stays as it is, and one with NULs too: the calls would lose what follows them.
+bool may_be_written(const std::string& path) {
+  const DWORD attributes = GetFileAttributesW(wide_path(path).c_str());
+  if (attributes == INVALID_FILE_ATTRIBUTES) return !host_file_exists(path);
+  if ((attributes & FILE_ATTRIBUTE_READONLY) != 0) return false;
   const auto bytes = read_host_file(path, kMostIniBytes);
-  return bytes ? IniDocument::parse(*bytes).is_text() : !host_file_exists(path);
+  return bytes && IniDocument::parse(*bytes).is_text();
 }
 
 }  // namespace
@@ -63,7 +65,7 @@ std::string Win32IniFiles::sections(std::string_view file, std::string_view fall
 bool Win32IniFiles::write(std::string_view file, std::string_view section, std::string_view key,
                           std::string_view value) {
   const auto path = profile_path(file);
-  if (!path || !is_writable_ini_entry(section, key, value) || !is_text_or_missing(file)) return false;
+  if (!path || !is_writable_ini_entry(section, key, value) || !may_be_written(std::string(file))) return false;
   const bool written = WritePrivateProfileStringA(cp1252_from_utf8(section).c_str(), cp1252_from_utf8(key).c_str(),
                                                   cp1252_from_utf8(value).c_str(), path->c_str()) != 0;
   // Hands what is cached to the file; its result says nothing.

@@ -90,7 +90,7 @@ const std::vector<IniWriteRow>& ini_write_rows() {
        "; top\r\n[a]\r\nk=v  ; c\r\n;comment=1\r\nnoeq\r\nz=1\r\n[b]\r\nq=\"x\"\r\n[c]\r\n"},
       {"a key without equals sign gets one", "[g]\nn\nn=2\n", "g", "n", "3", "[g]\r\nn=3\r\nn=2\r\n"},
       {"a new section ends the file", kTwo, "New", "n", "1", "[a]\r\nk=v\r\n[New]\r\nn=1\r\n"},
-      {"names without the blanks around them", kTwo, " A ", " j ", "1", "[a]\r\nk=v\r\nj=1\r\n"},
+      {"names without the blanks around them", kTwo, " A ", " k ", "1", "[a]\r\nk=1\r\n"},
       {"blanks before the value go", kTwo, "a", "k", " x", "[a]\r\nk=x\r\n"},
       {"an empty value", kTwo, "a", "k", "", "[a]\r\nk=\r\n"},
       {"quotes as they stand", kTwo, "a", "k", "\"q\"", "[a]\r\nk=\"q\"\r\n"},
