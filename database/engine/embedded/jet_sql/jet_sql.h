@@ -75,8 +75,8 @@ struct DropIndex {
   std::string index;
 };
 
-using Program =
-    std::variant<Query, Change, SelectInto, CreateTable, AddField, AlterField, DropField, DropTable, CreateIndex, DropIndex>;
+using Program = std::variant<Query, Change, SelectInto, CreateTable, AddField, AlterField, DropField, DropTable,
+                             CreateIndex, DropIndex>;
 
 /// Compiles one statement. Raises RuntimeError with the engine's number: 3075/3131/3134/3141/3144/3290/3293 syntax,
 /// 3078 unknown table, 3061 unknown column, 3127 INSERT INTO with an unknown field, 3464 type mismatch in criterion,
@@ -91,7 +91,8 @@ std::string compile_default(const FieldDefinition& field);
 void register_functions(sqlite3* connection);
 
 /// The error that a failed sqlite3_step stands for: functions of the dialect report as "jet:NUMBER:description".
-/// Other results of SQLite map to the engine's numbers (constraint unique 3022, busy 3045/3260, full 3043, corrupt 3343, …).
+/// Other results of SQLite map to the engine's numbers (constraint unique 3022, busy 3045/3260, full 3043, corrupt
+/// 3343, …).
 support::RuntimeError error_of(sqlite3* connection, int result);
 
 }  // namespace engine::embedded::jet_sql

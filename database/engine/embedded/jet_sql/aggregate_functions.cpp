@@ -1,0 +1,102 @@
+#include <cmath>
+#include <iterator>
+
+#include "database/engine/embedded/jet_sql/function_call.h"
+#include "database/engine/embedded/jet_sql/jet_error.h"
+
+namespace engine::embedded::jet_sql {
+
+namespace {
+
+/// Mean and sum of squared distances, kept up row by row so that large values with small differences stay exact.
+struct Spread {
+  std::int64_t count;
+  double mean;
+  double squares;
+};
+
+/// SQLite gives it zeroed, at the group's first row.
+template <typename State>
+State* state_of(sqlite3_context* context) noexcept {
+  return static_cast<State*>(sqlite3_aggregate_context(context, sizeof(State)));
+}
+
+void spread_step(sqlite3_context* context, int, sqlite3_value** arguments) noexcept {
+  auto* const spread = state_of<Spread>(context);
+  if (spread == nullptr) return sqlite3_result_error_nomem(context);
+  if (sqlite3_value_type(arguments[0]) == SQLITE_NULL) return;
+  const double value = sqlite3_value_double(arguments[0]);
+  const double distance = value - spread->mean;
+  spread->mean += distance / static_cast<double>(++spread->count);
+  spread->squares += distance * (value - spread->mean);
+}
+
+template <bool sample, bool root>
+void spread_result(sqlite3_context* context) noexcept {
+  const auto* const spread = static_cast<const Spread*>(sqlite3_aggregate_context(context, 0));
+  const std::int64_t fewest = sample ? 2 : 1;
+  if (spread == nullptr || spread->count < fewest) return sqlite3_result_null(context);
+  const double variance = spread->squares / static_cast<double>(spread->count - (sample ? 1 : 0));
+  sqlite3_result_double(context, root ? std::sqrt(variance) : variance);
+}
+
+struct Kept {
+  bool any;
+  sqlite3_value* value;
+};
+
+template <bool last>
+void keep_step(sqlite3_context* context, int, sqlite3_value** arguments) noexcept {
+  auto* const kept = state_of<Kept>(context);
+  if (kept == nullptr) return sqlite3_result_error_nomem(context);
+  if (kept->any && !last) return;
+  sqlite3_value_free(kept->value);
+  kept->any = true;
+  kept->value = sqlite3_value_dup(arguments[0]);
+}
+
+/// More than one row is error 3354.
+void only_step(sqlite3_context* context, int count, sqlite3_value** arguments) noexcept {
+  const auto* const kept = state_of<Kept>(context);
+  if (kept == nullptr || !kept->any) return keep_step<false>(context, count, arguments);
+  try {
+    fail(error_one_record);
+  } catch (...) {
+    report_current_exception(context);
+  }
+}
+
+void kept_result(sqlite3_context* context) noexcept {
+  auto* const kept = static_cast<Kept*>(sqlite3_aggregate_context(context, 0));
+  if (kept == nullptr || kept->value == nullptr) return sqlite3_result_null(context);
+  sqlite3_result_value(context, kept->value);
+  sqlite3_value_free(kept->value);
+  kept->value = nullptr;
+}
+
+struct AggregateRow {
+  const char* name;
+  SqliteFunction step;
+  void (*result)(sqlite3_context*);
+};
+
+constexpr AggregateRow kAggregates[] = {
+    {"jet_stdev", spread_step, spread_result<true, true>},
+    {"jet_stdevp", spread_step, spread_result<false, true>},
+    {"jet_var", spread_step, spread_result<true, false>},
+    {"jet_varp", spread_step, spread_result<false, false>},
+    {"jet_first", keep_step<false>, kept_result},
+    {"jet_last", keep_step<true>, kept_result},
+    {"jet_only", only_step, kept_result},
+};
+
+}  // namespace
+
+void register_aggregates(sqlite3* connection) {
+  for (const AggregateRow& aggregate : kAggregates) {
+    check_registered(sqlite3_create_function_v2(connection, aggregate.name, 1, function_flags, nullptr, nullptr,
+                                                aggregate.step, aggregate.result, nullptr));
+  }
+}
+
+}  // namespace engine::embedded::jet_sql

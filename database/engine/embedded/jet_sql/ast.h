@@ -1,0 +1,305 @@
+// The syntax tree: one struct per kind of expression and per statement. The parser fills it; the binder adds what it
+// found out (members under "bound").
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <deque>
+#include <memory>
+#include <optional>
+#include <string>
+#include <variant>
+#include <vector>
+
+#include "database/engine/embedded/jet_sql/jet_sql.h"
+#include "database/engine/embedded/jet_sql/value_type.h"
+
+namespace engine::embedded::jet_sql {
+
+struct Expression;
+struct QueryTree;
+struct FunctionRow;
+using ExpressionPtr = std::unique_ptr<Expression>;
+using QueryPtr = std::unique_ptr<QueryTree>;
+
+struct DateLiteral {
+  double days = 0;
+  friend bool operator==(const DateLiteral&, const DateLiteral&) = default;
+};
+
+struct Literal {
+  std::variant<std::monostate, bool, std::int64_t, double, DateLiteral, std::string> value;
+};
+
+/// A column that a table or a subselect offers.
+struct SourceColumn {
+  std::string name;
+  ValueType type;
+  const FieldDefinition* field = nullptr;
+};
+
+/// A table or subselect of a FROM clause, as the statement's names see it.
+struct Source {
+  /// The name it goes by; "" for a subselect without alias.
+  std::string name;
+  /// Its name in the SQLite text, unlike any other there.
+  std::string sqlite_name;
+  const TableDefinition* table = nullptr;
+  std::vector<SourceColumn> columns;
+};
+
+struct ColumnName {
+  std::string table;
+  std::string column;
+  // bound: a column of a source, or the expression that an alias of the same SELECT list stands for
+  const Source* source = nullptr;
+  std::size_t index = 0;
+  Expression* alias_of = nullptr;
+};
+
+enum class UnaryOperator { Minus, Plus, Not };
+struct Unary {
+  UnaryOperator op;
+  ExpressionPtr operand;
+};
+
+enum class BinaryOperator {
+  Imp,
+  Eqv,
+  Xor,
+  Or,
+  And,
+  Equal,
+  NotEqual,
+  Less,
+  Greater,
+  LessOrEqual,
+  GreaterOrEqual,
+  Concatenate,
+  Add,
+  Subtract,
+  Modulo,
+  WholeDivide,
+  Multiply,
+  Divide,
+  Power,
+};
+struct Binary {
+  BinaryOperator op;
+  ExpressionPtr left;
+  ExpressionPtr right;
+};
+
+struct Between {
+  ExpressionPtr value;
+  ExpressionPtr low;
+  ExpressionPtr high;
+  bool negated = false;
+};
+
+struct Like {
+  ExpressionPtr value;
+  ExpressionPtr pattern;
+  bool negated = false;
+};
+
+struct IsNull {
+  ExpressionPtr value;
+  bool negated = false;
+};
+
+struct InList {
+  ExpressionPtr value;
+  std::vector<ExpressionPtr> items;
+  bool negated = false;
+};
+
+struct InSelect {
+  ExpressionPtr value;
+  QueryPtr query;
+  bool negated = false;
+};
+
+struct Exists {
+  QueryPtr query;
+};
+
+struct ScalarSelect {
+  QueryPtr query;
+};
+
+struct Call {
+  std::string function;
+  std::vector<ExpressionPtr> arguments;
+  bool star = false;  ///< count(*)
+  // bound
+  const FunctionRow* row = nullptr;
+};
+
+struct Expression {
+  std::variant<Literal, ColumnName, Unary, Binary, Between, Like, IsNull, InList, InSelect, Exists, ScalarSelect, Call>
+      node;
+  /// Levels of the tree from here down; bounded, so that walking it may recurse.
+  int height = 1;
+  // bound
+  ValueType type;
+  bool has_aggregate = false;
+};
+
+struct TableReference;
+using TableReferencePtr = std::unique_ptr<TableReference>;
+
+struct NamedTable {
+  std::string table;
+  std::string alias;
+  // bound
+  Source* source = nullptr;
+};
+
+struct DerivedTable {
+  QueryPtr query;
+  std::string alias;
+  // bound
+  Source* source = nullptr;
+};
+
+enum class JoinKind { Inner, Left, Right };
+struct Join {
+  JoinKind kind;
+  TableReferencePtr left;
+  TableReferencePtr right;
+  ExpressionPtr condition;
+};
+
+struct TableReference {
+  std::variant<NamedTable, DerivedTable, Join> node;
+  int height = 1;
+};
+
+struct Top {
+  std::int64_t count = 0;
+  bool percent = false;
+};
+
+/// An expression with its alias, or "*", or "table.*".
+struct SelectItem {
+  ExpressionPtr expression;
+  std::string alias;
+  bool star = false;
+  std::string star_table;
+  // bound
+  enum class State { Unbound, InProgress, Bound } state = State::Unbound;
+};
+
+/// A column of a result: an item's expression, or a column that a star stands for.
+struct OutputColumn {
+  std::string name;
+  ValueType type;
+  Expression* expression = nullptr;
+  const Source* source = nullptr;
+  std::size_t index = 0;
+};
+
+struct Select {
+  bool distinct = false;
+  bool distinct_row = false;
+  std::optional<Top> top;
+  std::vector<SelectItem> items;
+  std::vector<TableReferencePtr> from;
+  ExpressionPtr where;
+  std::vector<ExpressionPtr> group_by;
+  ExpressionPtr having;
+  // bound
+  std::deque<Source> sources;
+  std::vector<OutputColumn> outputs;
+  bool grouped = false;
+  /// Tables that SQLite may have to join for this SELECT.
+  std::size_t tables = 0;
+  /// Names in here that belong to a query around this one.
+  std::vector<const Expression*> outer_columns;
+};
+
+struct OrderItem {
+  ExpressionPtr expression;
+  bool descending = false;
+  // bound: the output column that it names; nothing where it is an expression of its own
+  std::optional<std::size_t> output;
+};
+
+/// One SELECT, or several joined by UNION.
+struct QueryTree {
+  std::vector<std::unique_ptr<Select>> selects;
+  /// Element n: the union of select n and n + 1 keeps duplicates.
+  std::vector<bool> union_all;
+  std::vector<OrderItem> order_by;
+  int height = 1;
+  // bound
+  std::vector<OutputColumn> outputs;
+  std::size_t tables = 0;
+};
+
+/// Where in the statement's text the INTO and IN clauses of a SELECT … INTO stand.
+struct TextRange {
+  std::size_t begin = 0;
+  std::size_t end = 0;
+};
+
+struct SelectStatement {
+  QueryPtr query;
+  std::string into;
+  std::string external_file;
+  TextRange into_clause;
+  TextRange in_clause;
+};
+
+struct InsertStatement {
+  std::string table;
+  std::vector<std::string> fields;
+  std::vector<ExpressionPtr> values;
+  QueryPtr query;  ///< null with VALUES
+};
+
+struct Assignment {
+  ColumnName target;
+  ExpressionPtr value;
+};
+
+/// Sources and names of an UPDATE or DELETE are those of a SELECT without items.
+struct UpdateStatement {
+  Select rows;
+  std::vector<Assignment> assignments;
+};
+
+struct DeleteStatement {
+  Select rows;
+  std::string table;  ///< of "table.*"; "" for "*" or nothing
+};
+
+using Statement = std::variant<SelectStatement, InsertStatement, UpdateStatement, DeleteStatement, CreateTable,
+                               AddField, AlterField, DropField, DropTable, CreateIndex, DropIndex>;
+
+template <typename... Functions>
+struct Overloaded : Functions... {
+  using Functions::operator()...;
+};
+template <typename... Functions>
+Overloaded(Functions...) -> Overloaded<Functions...>;
+
+/// The expression itself, or what the alias that it is stands for.
+const Expression& behind_alias(const Expression& expression) noexcept;
+
+/// The literal that an expression is, seen through aliases; null where it is none.
+const Literal* as_literal(const Expression& expression) noexcept;
+
+/// True for a condition by its form: a comparison, a logical operator, LIKE, IN, IsNull(…), ….
+bool is_predicate(const Expression& expression) noexcept;
+
+constexpr bool is_comparison(BinaryOperator op) noexcept {
+  return op >= BinaryOperator::Equal && op <= BinaryOperator::GreaterOrEqual;
+}
+constexpr bool is_logical(BinaryOperator op) noexcept { return op <= BinaryOperator::And; }
+
+/// True where both surely give the same value for a row. Expressions with subselects never do; very large ones may not.
+bool same_expression(const Expression& left, const Expression& right) noexcept;
+
+}  // namespace engine::embedded::jet_sql

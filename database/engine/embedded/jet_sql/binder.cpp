@@ -1,0 +1,173 @@
+#include "database/engine/embedded/jet_sql/binder.h"
+
+#include <algorithm>
+#include <utility>
+
+#include "database/engine/embedded/jet_sql/jet_error.h"
+#include "support/encoding.h"
+
+namespace engine::embedded::jet_sql {
+
+namespace {
+
+constexpr std::size_t kMostTables = 32;
+
+}  // namespace
+
+void Binder::bind(SelectStatement& statement) {
+  bind_query(*statement.query, nullptr);
+  raise_unknown_names();
+}
+
+void Binder::bind(InsertStatement& statement) {
+  if (statement.query != nullptr) {
+    bind_query(*statement.query, nullptr);
+  } else {
+    Select nothing;
+    Scope scope{.select = &nothing, .visible = {}, .aggregate_error = error_aggregate_in_expression};
+    for (const ExpressionPtr& value : statement.values) bind(value, scope);
+  }
+  raise_unknown_names();
+}
+
+void Binder::bind(UpdateStatement& statement) {
+  Scope scope{.select = &statement.rows, .visible = {}, .aggregate_error = error_aggregate_in_expression};
+  bind_rows(statement.rows, scope);
+  for (Assignment& assignment : statement.assignments) {
+    if (!find_column(scope, assignment.target)) {
+      unknown_names_.insert(support::to_lower(assignment.target.column));
+    }
+    bind(assignment.value, scope);
+  }
+  raise_unknown_names();
+}
+
+void Binder::bind(DeleteStatement& statement) {
+  Scope scope{.select = &statement.rows, .visible = {}};
+  bind_rows(statement.rows, scope);
+  raise_unknown_names();
+}
+
+void Binder::bind_default(Expression& expression) {
+  functions_without_parentheses_ = true;
+  Select nothing;
+  Scope scope{.select = &nothing, .visible = {}, .aggregate_error = error_aggregate_in_expression};
+  bind(expression, scope);
+  raise_unknown_names();
+}
+
+const TableDefinition& Binder::table(std::string_view name) const {
+  const TableDefinition* const found = catalogue_.find_table(name);
+  if (found == nullptr) fail(error_unknown_table, name);
+  return *found;
+}
+
+void Binder::raise_unknown_names() const {
+  if (!unknown_names_.empty()) fail(error_too_few_parameters, std::to_string(unknown_names_.size()));
+}
+
+void Binder::bind_query(QueryTree& query, Scope* outer) {
+  for (const auto& select : query.selects) {
+    bind_select(query, *select, outer);
+    query.tables = std::max(query.tables, select->tables);
+  }
+  if (query.selects.size() > 1) {
+    unite_outputs(query);
+    bind_union_order(query);
+  } else {
+    query.outputs = query.selects.front()->outputs;
+  }
+}
+
+void Binder::bind_select(QueryTree& query, Select& select, Scope* outer) {
+  Scope scope{.outer = outer, .select = &select, .visible = {}};
+  bind_rows(select, scope);
+  scope.aggregate_error = error_aggregate_in_group_by;
+  scope.aliases = true;
+  for (const ExpressionPtr& group : select.group_by) bind(group, scope);
+  scope.aggregate_error = 0;
+  bind_items(select, scope);
+  if (select.having != nullptr) bind_criterion(select.having, scope);
+  const auto has_aggregate = [](const SelectItem& item) {
+    return item.expression != nullptr && item.expression->has_aggregate;
+  };
+  select.grouped = !select.group_by.empty() || select.having != nullptr ||
+                   std::any_of(select.items.begin(), select.items.end(), has_aggregate);
+  collect_outputs(select);
+  if (query.selects.size() == 1) bind_order(query, select, scope);
+  if (select.grouped) check_grouping(select, query);
+  if (select.distinct_row && select.sources.size() > 1) fail(error_not_supported, "DISTINCTROW over several tables");
+}
+
+void Binder::bind_items(Select& select, Scope& scope) {
+  for (SelectItem& item : select.items) {
+    if (item.expression != nullptr && item.state == SelectItem::State::Unbound) bind_item(item, scope);
+  }
+}
+
+void Binder::bind_item(SelectItem& item, Scope& scope) {
+  item.state = SelectItem::State::InProgress;
+  const int aggregate_error = std::exchange(scope.aggregate_error, 0);
+  bind(item.expression, scope);
+  scope.aggregate_error = aggregate_error;
+  item.state = SelectItem::State::Bound;
+}
+
+void Binder::bind_rows(Select& rows, Scope& scope) {
+  for (const TableReferencePtr& reference : rows.from) bind_from(*reference, scope);
+  if (rows.where == nullptr) return;
+  const int aggregate_error = std::exchange(scope.aggregate_error, error_aggregate_in_where);
+  bind_criterion(rows.where, scope);
+  scope.aggregate_error = aggregate_error;
+}
+
+void Binder::bind_from(TableReference& reference, Scope& scope) {
+  std::visit(Overloaded{[&](NamedTable& named) {
+                          const TableDefinition& definition = table(named.table);
+                          named.source = &add_source(scope, named.alias.empty() ? definition.name : named.alias);
+                          named.source->table = &definition;
+                          for (const FieldDefinition& field : definition.fields) {
+                            named.source->columns.push_back({field.name, type_of_field(field), &field});
+                          }
+                          count_tables(&scope, 1);
+                        },
+                        [&](DerivedTable& derived) {
+                          bind_query(*derived.query, scope.outer);
+                          derived.source = &add_source(scope, derived.alias);
+                          for (const OutputColumn& output : derived.query->outputs) {
+                            derived.source->columns.push_back({output.name, output.type, nullptr});
+                          }
+                          count_tables(&scope, derived.query->tables);
+                        },
+                        [&](Join& join) { bind_join(join, scope); }},
+             reference.node);
+}
+
+/// The condition sees the tables of the join alone.
+void Binder::bind_join(Join& join, Scope& scope) {
+  const std::size_t first = scope.visible.size();
+  bind_from(*join.left, scope);
+  bind_from(*join.right, scope);
+  Scope inner{.outer = scope.outer, .select = scope.select, .visible = {}, .aggregate_error = error_aggregate_in_join};
+  inner.visible.assign(scope.visible.begin() + static_cast<std::ptrdiff_t>(first), scope.visible.end());
+  bind_criterion(join.condition, inner);
+}
+
+Source& Binder::add_source(Scope& scope, std::string name) {
+  for (const Source* const other : scope.visible) {
+    if (!name.empty() && support::equal_ignoring_case(other->name, name)) fail(error_repeated_table, name);
+  }
+  Source& source = scope.select->sources.emplace_back();
+  source.name = std::move(name);
+  source.sqlite_name = "s" + std::to_string(++source_count_);
+  scope.visible.push_back(&source);
+  return source;
+}
+
+void Binder::count_tables(Scope* scope, std::size_t tables) {
+  if (scope->select == nullptr) return;
+  scope->select->tables += tables;
+  if (scope->select->tables > kMostTables) fail(error_too_complex);
+}
+
+}  // namespace engine::embedded::jet_sql

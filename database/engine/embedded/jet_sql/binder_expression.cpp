@@ -1,0 +1,346 @@
+#include <algorithm>
+#include <cmath>
+#include <utility>
+
+#include "database/engine/embedded/jet_sql/binder.h"
+#include "database/engine/embedded/jet_sql/function_table.h"
+#include "database/engine/embedded/jet_sql/jet_error.h"
+#include "support/encoding.h"
+
+namespace engine::embedded::jet_sql {
+
+namespace {
+
+/// Aliases may stack trees on each other; SQLite takes 1000 levels, of which one here needs at most four.
+constexpr int kMostLevels = 200;
+constexpr std::int32_t kLongestText = 255;
+
+void check_comparable(const ValueType& left, const ValueType& right) {
+  if ((left.is_text() && right.is_number()) || (left.is_number() && right.is_text())) fail(error_criterion_mismatch);
+}
+
+void check_condition(const ValueType& type) {
+  if (type.is_text()) fail(error_criterion_mismatch);
+}
+
+ValueType boolean(bool nullable) { return type_of_kind(Kind::Boolean).with_null(nullable); }
+
+ValueType type_of_literal(const Literal& literal) {
+  return std::visit(Overloaded{[](std::monostate) { return ValueType{}; }, [](bool) { return boolean(false); },
+                               [](std::int64_t whole) {
+                                 const auto number = static_cast<double>(whole);
+                                 return type_of_whole(number, number).with_null(false);
+                               },
+                               [](double) { return type_of_kind(Kind::Double).with_null(false); },
+                               [](DateLiteral) { return type_of_kind(Kind::Date).with_null(false); },
+                               [](const std::string& text) {
+                                 const std::size_t size = support::character_count(text);
+                                 ValueType type = type_of_kind(size > kLongestText ? Kind::Memo : Kind::Text);
+                                 type.size = static_cast<std::int32_t>(std::min<std::size_t>(size, 1 << 20));
+                                 type.may_be_empty = size == 0;
+                                 return type.with_null(false);
+                               }},
+                    literal.value);
+}
+
+ValueType concatenated(const ValueType& left, const ValueType& right, bool nullable) {
+  ValueType type = type_of_kind(left.kind == Kind::Memo || right.kind == Kind::Memo ? Kind::Memo : Kind::Text);
+  const bool sized = left.is_text() && right.is_text() && left.size > 0 && right.size > 0;
+  if (type.kind == Kind::Text && sized && left.size + right.size <= kLongestText) type.size = left.size + right.size;
+  type.may_be_empty = left.may_be_empty && right.may_be_empty;
+  return type.with_null(nullable);
+}
+
+/// Whole numbers as long as the bounds fit the kind, Single beside what a Single holds, else Double.
+ValueType number_type(BinaryOperator op, const ValueType& left, const ValueType& right) {
+  if (left.is_whole() && right.is_whole()) {
+    if (op == BinaryOperator::Add) return type_of_whole(left.low + right.low, left.high + right.high);
+    if (op == BinaryOperator::Subtract) return type_of_whole(left.low - right.high, left.high - right.low);
+    const double products[] = {left.low * right.low, left.low * right.high, left.high * right.low,
+                               left.high * right.high};
+    return type_of_whole(*std::min_element(std::begin(products), std::end(products)),
+                         *std::max_element(std::begin(products), std::end(products)));
+  }
+  const auto fits_single = [](const ValueType& type) { return type.is_whole() ? type.kind != Kind::Long : true; };
+  const bool single = left.kind == Kind::Single || right.kind == Kind::Single;
+  const bool wider =
+      left.kind > Kind::Single || right.kind > Kind::Single || left.kind == Kind::Null || right.kind == Kind::Null;
+  return type_of_kind(single && !wider && fits_single(left) && fits_single(right) ? Kind::Single : Kind::Double);
+}
+
+ValueType add_type(BinaryOperator op, const ValueType& left, const ValueType& right) {
+  const bool dates = left.kind == Kind::Date || right.kind == Kind::Date;
+  if (!dates) return number_type(op, left, right);
+  const bool difference = op == BinaryOperator::Subtract && right.kind == Kind::Date;
+  ValueType type = type_of_kind(difference ? Kind::Double : Kind::Date);
+  type.in_calendar = false;
+  return type;
+}
+
+ValueType type_of_binary(BinaryOperator op, const ValueType& left, const ValueType& right) {
+  const bool nullable = left.nullable || right.nullable;
+  if (is_logical(op) || is_comparison(op)) return boolean(nullable);
+  switch (op) {
+    case BinaryOperator::Concatenate:
+      return concatenated(left, right, left.nullable && right.nullable);
+    case BinaryOperator::Add: {
+      const bool text = left.is_text() || right.is_text();
+      const bool number = left.is_number() || right.is_number();
+      if (text && !number && left.kind != Kind::Variant && right.kind != Kind::Variant) {
+        return concatenated(left, right, nullable);
+      }
+      if (left.kind == Kind::Variant || right.kind == Kind::Variant) return type_of_kind(Kind::Variant);
+      return add_type(op, left, right).with_null(nullable);
+    }
+    case BinaryOperator::Subtract:
+      return add_type(op, left, right).with_null(nullable);
+    case BinaryOperator::Multiply:
+      return number_type(op, left, right).with_null(nullable);
+    case BinaryOperator::WholeDivide:
+    case BinaryOperator::Modulo:
+      return type_of_kind(Kind::Long).with_null(nullable);
+    default:
+      return type_of_kind(Kind::Double).with_null(nullable);
+  }
+}
+
+ValueType type_of_negative(const ValueType& type) {
+  if (type.is_whole()) return type_of_whole(-type.high, -type.low).with_null(type.nullable);
+  const Kind kind = type.kind == Kind::Single || type.kind == Kind::Null ? type.kind : Kind::Double;
+  return type_of_kind(kind).with_null(type.nullable);
+}
+
+/// Type of a call's result from its arguments'.
+ValueType type_of_call(const Call& call) {
+  const FunctionRow& row = *call.row;
+  switch (row.rule) {
+    case ResultRule::Fixed: {
+      const bool never_null = row.form == FunctionForm::IsNull || row.form == FunctionForm::Now ||
+                              row.form == FunctionForm::Today || row.form == FunctionForm::TimeOfDay ||
+                              row.name == "count";
+      return type_of_kind(row.result).with_null(!never_null);
+    }
+    case ResultRule::FirstArgument: {
+      const ValueType& type = call.arguments.front()->type;
+      const bool number = argument_letter(row, 0) != 'x';
+      const bool unknown = type.is_text() || type.kind == Kind::Variant;
+      if (number && unknown) return type_of_kind(Kind::Double);
+      // The absolute value of the lowest Integer is none.
+      if (row.name == "abs" && type.is_whole()) {
+        return type_of_whole(0, std::max(std::abs(type.low), std::abs(type.high))).with_null(type.nullable);
+      }
+      return type.with_null(true);
+    }
+    case ResultRule::CommonType:
+      break;
+  }
+  ValueType type;
+  for (std::size_t i = 0; i < call.arguments.size(); ++i) {
+    if (argument_letter(row, i) == 'x')
+      type = i == 0 ? call.arguments[i]->type : common_type(type, call.arguments[i]->type);
+  }
+  return type.with_null(true);
+}
+
+}  // namespace
+
+void Binder::bind(const ExpressionPtr& expression, Scope& scope) { bind(*expression, scope); }
+
+void Binder::bind(Expression& expression, Scope& scope) {
+  expression.height = 1;
+  std::visit([&](auto& node) { bind_node(expression, node, scope); }, expression.node);
+}
+
+void Binder::bind_criterion(const ExpressionPtr& expression, Scope& scope) {
+  bind(expression, scope);
+  check_condition(expression->type);
+}
+
+void Binder::contain(Expression& whole, int height) const {
+  whole.height = std::max(whole.height, height + 1);
+  if (whole.height > kMostLevels) fail(error_too_complex);
+}
+
+void Binder::contain(Expression& whole, const ExpressionPtr& part) {
+  contain(whole, part->height);
+  whole.has_aggregate = whole.has_aggregate || part->has_aggregate;
+}
+
+void Binder::bind_node(Expression& expression, Literal& literal, Scope&) { expression.type = type_of_literal(literal); }
+
+void Binder::bind_node(Expression& expression, ColumnName& name, Scope& scope) {
+  for (Scope* place = &scope; place != nullptr; place = place->outer) {
+    if (!find_column(*place, name)) {
+      if (place != &scope || !find_alias(scope, name)) continue;
+      contain(expression, name.alias_of->height - 1);
+      expression.type = name.alias_of->type;
+      expression.has_aggregate = name.alias_of->has_aggregate;
+      if (expression.has_aggregate && scope.aggregate_error != 0) fail(scope.aggregate_error);
+      return;
+    }
+    expression.type = name.source->columns[name.index].type;
+    for (Scope* inner = &scope; inner != place; inner = inner->outer) {
+      inner->select->outer_columns.push_back(&expression);
+    }
+    return;
+  }
+  if (find_function_without_parentheses(expression, name)) return bind(expression, scope);
+  expression.type = type_of_kind(Kind::Variant);
+  unknown_names_.insert(support::to_lower(name.column));
+}
+
+bool Binder::find_column(const Scope& scope, ColumnName& name) const {
+  bool found = false;
+  for (const Source* const source : scope.visible) {
+    if (!name.table.empty() && !support::equal_ignoring_case(source->name, name.table)) continue;
+    for (std::size_t index = 0; index < source->columns.size(); ++index) {
+      if (!support::equal_ignoring_case(source->columns[index].name, name.column)) continue;
+      if (found) fail(error_ambiguous_field, name.column);
+      found = true;
+      name.source = source;
+      name.index = index;
+      break;
+    }
+  }
+  return found;
+}
+
+bool Binder::find_alias(Scope& scope, ColumnName& name) {
+  if (!scope.aliases || !name.table.empty()) return false;
+  for (SelectItem& item : scope.select->items) {
+    if (item.alias.empty() || !support::equal_ignoring_case(item.alias, name.column)) continue;
+    if (item.state == SelectItem::State::InProgress) fail(error_circular_alias, name.column);
+    if (item.state == SelectItem::State::Unbound) bind_item(item, scope);
+    name.alias_of = item.expression.get();
+    return true;
+  }
+  return false;
+}
+
+bool Binder::find_function_without_parentheses(Expression& expression, const ColumnName& name) {
+  const FunctionRow* const row = find_function(name.column);
+  if (!functions_without_parentheses_ || row == nullptr || !row->arguments.empty() || !name.table.empty()) return false;
+  expression.node = Call{.function = name.column, .arguments = {}};
+  return true;
+}
+
+void Binder::bind_node(Expression& expression, Unary& unary, Scope& scope) {
+  bind(unary.operand, scope);
+  contain(expression, unary.operand);
+  const ValueType& type = unary.operand->type;
+  if (unary.op == UnaryOperator::Not) {
+    check_condition(type);
+    expression.type = boolean(type.nullable);
+  } else {
+    expression.type = unary.op == UnaryOperator::Minus ? type_of_negative(type) : type;
+  }
+}
+
+void Binder::bind_node(Expression& expression, Binary& binary, Scope& scope) {
+  bind(binary.left, scope);
+  bind(binary.right, scope);
+  contain(expression, binary.left);
+  contain(expression, binary.right);
+  if (is_comparison(binary.op)) check_comparable(binary.left->type, binary.right->type);
+  if (is_logical(binary.op)) {
+    check_condition(binary.left->type);
+    check_condition(binary.right->type);
+  }
+  expression.type = type_of_binary(binary.op, binary.left->type, binary.right->type);
+}
+
+void Binder::bind_node(Expression& expression, Between& between, Scope& scope) {
+  for (const ExpressionPtr* part : {&between.value, &between.low, &between.high}) {
+    bind(*part, scope);
+    contain(expression, *part);
+    check_comparable(between.value->type, (*part)->type);
+  }
+  check_comparable(between.low->type, between.high->type);
+  expression.type = boolean(true);
+}
+
+void Binder::bind_node(Expression& expression, Like& like, Scope& scope) {
+  bind(like.value, scope);
+  bind(like.pattern, scope);
+  contain(expression, like.value);
+  contain(expression, like.pattern);
+  expression.type = boolean(true);
+}
+
+void Binder::bind_node(Expression& expression, IsNull& test, Scope& scope) {
+  bind(test.value, scope);
+  contain(expression, test.value);
+  expression.type = boolean(false);
+}
+
+void Binder::bind_node(Expression& expression, InList& list, Scope& scope) {
+  bind(list.value, scope);
+  contain(expression, list.value);
+  for (const ExpressionPtr& item : list.items) {
+    bind(item, scope);
+    contain(expression, item);
+    check_comparable(list.value->type, item->type);
+  }
+  expression.type = boolean(true);
+}
+
+void Binder::bind_node(Expression& expression, InSelect& in, Scope& scope) {
+  bind(in.value, scope);
+  bind_query(*in.query, &scope);
+  count_tables(&scope, in.query->tables);
+  contain(expression, in.value);
+  contain(expression, in.query->height);
+  if (in.query->outputs.size() != 1) fail(error_subquery_columns);
+  check_comparable(in.value->type, in.query->outputs.front().type);
+  expression.type = boolean(true);
+}
+
+void Binder::bind_node(Expression& expression, Exists& exists, Scope& scope) {
+  bind_query(*exists.query, &scope);
+  count_tables(&scope, exists.query->tables);
+  contain(expression, exists.query->height);
+  expression.type = boolean(false);
+}
+
+void Binder::bind_node(Expression& expression, ScalarSelect& select, Scope& scope) {
+  bind_query(*select.query, &scope);
+  count_tables(&scope, select.query->tables);
+  contain(expression, select.query->height);
+  if (select.query->outputs.size() != 1) fail(error_subquery_columns);
+  expression.type = select.query->outputs.front().type.with_null(true);
+}
+
+void Binder::bind_node(Expression& expression, Call& call, Scope& scope) {
+  call.row = find_function(call.function);
+  if (call.row == nullptr) fail(error_unknown_function, call.function);
+  const FunctionRow& row = *call.row;
+  const bool counts_rows = call.star && row.name == "count";
+  const bool one_too_many = !call.arguments.empty() && argument_letter(row, call.arguments.size() - 1) == '\0';
+  if (!counts_rows && (call.star || call.arguments.size() < row.required || one_too_many))
+    fail(error_expression_syntax);
+  if (row.form == FunctionForm::Switch && call.arguments.size() % 2 != 0) fail(error_expression_syntax);
+  if (row.form == FunctionForm::Aggregate) {
+    if (scope.aggregate_error != 0) fail(scope.aggregate_error);
+    const std::size_t outer_columns = scope.select->outer_columns.size();
+    const int aggregate_error = std::exchange(scope.aggregate_error, error_aggregate_in_expression);
+    bind_arguments(call, scope);
+    scope.aggregate_error = aggregate_error;
+    // SQLite would make such an aggregate one of the query around this one.
+    if (scope.select->outer_columns.size() != outer_columns) fail(error_aggregate_in_expression);
+    if (row.arguments == "n" && call.arguments.front()->type.is_text()) fail(error_criterion_mismatch);
+    expression.has_aggregate = true;
+  } else {
+    bind_arguments(call, scope);
+  }
+  for (const ExpressionPtr& argument : call.arguments) contain(expression, argument);
+  expression.type = counts_rows ? type_of_kind(Kind::Long).with_null(false) : type_of_call(call);
+}
+
+void Binder::bind_arguments(Call& call, Scope& scope) {
+  for (std::size_t i = 0; i < call.arguments.size(); ++i) {
+    bind(call.arguments[i], scope);
+    if (argument_letter(*call.row, i) == 'c') check_condition(call.arguments[i]->type);
+  }
+}
+
+}  // namespace engine::embedded::jet_sql

@@ -1,0 +1,224 @@
+#include <algorithm>
+#include <map>
+#include <utility>
+
+#include "database/engine/embedded/jet_sql/binder.h"
+#include "database/engine/embedded/jet_sql/function_table.h"
+#include "database/engine/embedded/jet_sql/jet_error.h"
+#include "support/encoding.h"
+
+namespace engine::embedded::jet_sql {
+
+namespace {
+
+constexpr std::size_t kMostOutputs = 1000;
+constexpr std::size_t kFirstExpressionNumber = 1000;
+
+std::string qualified(const OutputColumn& output) { return output.source->name + "." + output.name; }
+
+/// The name that a column has without an alias; "" for an expression.
+std::string natural_name(const Expression& expression) {
+  const auto* const name = std::get_if<ColumnName>(&expression.node);
+  if (name == nullptr) return {};
+  return name->source != nullptr ? name->source->columns[name->index].name : name->column;
+}
+
+std::map<std::string, int> count_names(const std::vector<OutputColumn>& outputs) {
+  std::map<std::string, int> counts;
+  for (const OutputColumn& output : outputs) ++counts[support::to_lower(output.name)];
+  return counts;
+}
+
+}  // namespace
+
+void Binder::collect_outputs(Select& select) {
+  for (const SelectItem& item : select.items) {
+    if (item.star) {
+      expand_star(select, item);
+      continue;
+    }
+    OutputColumn output;
+    output.expression = item.expression.get();
+    output.type = item.expression->type;
+    output.name = item.alias.empty() ? natural_name(*item.expression) : item.alias;
+    if (const auto* name = std::get_if<ColumnName>(&item.expression->node)) {
+      output.source = name->source;
+      output.index = name->index;
+    }
+    select.outputs.push_back(std::move(output));
+    if (select.outputs.size() > kMostOutputs) fail(error_too_many_fields);
+  }
+  name_outputs(select);
+}
+
+void Binder::expand_star(Select& select, const SelectItem& item) {
+  if (select.sources.empty()) fail(error_no_input);
+  bool found = false;
+  for (const Source& source : select.sources) {
+    if (!item.star_table.empty() && !support::equal_ignoring_case(source.name, item.star_table)) continue;
+    found = true;
+    for (std::size_t index = 0; index < source.columns.size(); ++index) {
+      const SourceColumn& column = source.columns[index];
+      select.outputs.push_back({column.name, column.type, nullptr, &source, index});
+      if (select.outputs.size() > kMostOutputs) fail(error_too_many_fields);
+    }
+  }
+  if (!found) fail(error_unknown_table, item.star_table);
+}
+
+/// Columns of several tables with one name come as "table.column", expressions as "Expr1000" and so on.
+void Binder::name_outputs(Select& select) {
+  const auto has_alias = [&](const OutputColumn& output) {
+    return output.expression != nullptr &&
+           std::any_of(select.items.begin(), select.items.end(), [&](const SelectItem& item) {
+             return item.expression.get() == output.expression && !item.alias.empty();
+           });
+  };
+  const std::map<std::string, int> counts = count_names(select.outputs);
+  std::map<std::string, int> taken;
+  std::size_t expression_number = kFirstExpressionNumber;
+  for (OutputColumn& output : select.outputs) {
+    const bool fixed = has_alias(output);
+    if (!fixed && output.source != nullptr && !output.source->name.empty() &&
+        counts.at(support::to_lower(output.name)) > 1) {
+      output.name = qualified(output);
+    }
+    if (fixed && taken.contains(support::to_lower(output.name))) fail(error_duplicate_destination, output.name);
+    while (output.name.empty() || taken.contains(support::to_lower(output.name))) {
+      output.name = "Expr" + std::to_string(expression_number++);
+    }
+    taken.emplace(support::to_lower(output.name), 1);
+  }
+}
+
+void Binder::unite_outputs(QueryTree& query) {
+  query.outputs = query.selects.front()->outputs;
+  for (std::size_t i = 1; i < query.selects.size(); ++i) {
+    const std::vector<OutputColumn>& others = query.selects[i]->outputs;
+    if (others.size() != query.outputs.size()) fail(error_union_columns);
+    for (std::size_t column = 0; column < others.size(); ++column) {
+      ValueType& type = query.outputs[column].type;
+      type = common_type(type, others[column].type);
+      // A text beside numbers: the numbers come as texts.
+      if (type.kind == Kind::Variant) type = type_of_kind(Kind::Text);
+    }
+  }
+  for (OutputColumn& output : query.outputs) {
+    output.expression = nullptr;
+    output.source = nullptr;
+  }
+}
+
+/// Finds the output column that an ordinal number or a name stands for.
+bool Binder::is_output(OrderItem& item, const std::vector<OutputColumn>& outputs) {
+  if (const Literal* const literal = std::get_if<Literal>(&item.expression->node)) {
+    const auto* const ordinal = std::get_if<std::int64_t>(&literal->value);
+    if (ordinal == nullptr) return false;
+    if (*ordinal < 1 || *ordinal > static_cast<std::int64_t>(outputs.size())) fail(error_order_by_syntax);
+    item.output = static_cast<std::size_t>(*ordinal - 1);
+    return true;
+  }
+  const auto* const name = std::get_if<ColumnName>(&item.expression->node);
+  if (name == nullptr || !name->table.empty()) return false;
+  for (std::size_t i = 0; i < outputs.size(); ++i) {
+    if (!support::equal_ignoring_case(outputs[i].name, name->column)) continue;
+    item.output = i;
+    return true;
+  }
+  return false;
+}
+
+void Binder::bind_order(QueryTree& query, Select& select, Scope& scope) {
+  for (OrderItem& item : query.order_by) {
+    if (std::holds_alternative<Literal>(item.expression->node) && is_output(item, select.outputs)) continue;
+    scope.aggregate_error = select.grouped ? 0 : error_aggregate_in_order_by;
+    bind(item.expression, scope);
+    for (std::size_t i = 0; i < select.outputs.size() && !item.output; ++i) {
+      const OutputColumn& output = select.outputs[i];
+      const auto* const name = std::get_if<ColumnName>(&behind_alias(*item.expression).node);
+      const bool same_column =
+          name != nullptr && name->source != nullptr && name->source == output.source && name->index == output.index;
+      if (same_column || (output.expression != nullptr && same_expression(*item.expression, *output.expression))) {
+        item.output = i;
+      }
+    }
+    if (select.distinct && !item.output) fail(error_order_with_distinct);
+  }
+}
+
+void Binder::bind_union_order(QueryTree& query) {
+  for (OrderItem& item : query.order_by) {
+    if (is_output(item, query.outputs)) continue;
+    const auto* const name = std::get_if<ColumnName>(&item.expression->node);
+    if (name == nullptr) fail(error_order_by_syntax);
+    unknown_names_.insert(support::to_lower(name->column));
+  }
+}
+
+void Binder::check_grouping(const Select& select, const QueryTree& query) {
+  for (const SelectItem& item : select.items) {
+    if (item.star) fail(error_group_on_star);
+    check_grouped(select, *item.expression);
+  }
+  if (select.having != nullptr) check_grouped(select, *select.having);
+  if (query.selects.size() > 1) return;
+  for (const OrderItem& item : query.order_by) {
+    if (!item.output) check_grouped(select, *item.expression);
+  }
+}
+
+bool Binder::is_group(const Select& select, const Expression& expression) {
+  return std::any_of(select.group_by.begin(), select.group_by.end(),
+                     [&](const ExpressionPtr& group) { return same_expression(*group, expression); });
+}
+
+/// Every column stands in an aggregate or in an expression that the rows are grouped by.
+void Binder::check_grouped(const Select& select, const Expression& expression) {
+  if (is_group(select, expression)) return;
+  const auto check = [&](const ExpressionPtr& part) { check_grouped(select, *part); };
+  const auto check_query = [&](const QueryTree& query) {
+    for (const auto& inner : query.selects) {
+      for (const Expression* const column : inner->outer_columns) check_grouped(select, *column);
+    }
+  };
+  std::visit(Overloaded{[](const Literal&) {},
+                        [&](const ColumnName& name) {
+                          const auto own = [&](const Source& source) { return &source == name.source; };
+                          // The item behind an alias is checked as an item.
+                          if (std::any_of(select.sources.begin(), select.sources.end(), own)) {
+                            fail(error_not_in_aggregate, name.column);
+                          }
+                        },
+                        [&](const Unary& unary) { check(unary.operand); },
+                        [&](const Binary& binary) {
+                          check(binary.left);
+                          check(binary.right);
+                        },
+                        [&](const Between& between) {
+                          check(between.value);
+                          check(between.low);
+                          check(between.high);
+                        },
+                        [&](const Like& like) {
+                          check(like.value);
+                          check(like.pattern);
+                        },
+                        [&](const IsNull& test) { check(test.value); },
+                        [&](const InList& list) {
+                          check(list.value);
+                          for (const ExpressionPtr& item : list.items) check(item);
+                        },
+                        [&](const InSelect& in) {
+                          check(in.value);
+                          check_query(*in.query);
+                        },
+                        [&](const Exists& exists) { check_query(*exists.query); },
+                        [&](const ScalarSelect& scalar) { check_query(*scalar.query); },
+                        [&](const Call& call) {
+                          if (call.row->form == FunctionForm::Aggregate) return;
+                          for (const ExpressionPtr& argument : call.arguments) check(argument);
+                        }},
+             expression.node);
+}
+
+}  // namespace engine::embedded::jet_sql

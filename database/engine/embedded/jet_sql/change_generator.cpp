@@ -1,0 +1,378 @@
+#include "database/engine/embedded/jet_sql/change_generator.h"
+
+#include <algorithm>
+#include <set>
+
+#include "database/engine/embedded/jet_sql/jet_error.h"
+#include "support/encoding.h"
+
+namespace engine::embedded::jet_sql {
+
+namespace {
+
+constexpr int kNullInKey = 3058;
+constexpr double kLargestWholeOfSingle = 16777216;  // 2^24
+
+bool is_numeric_kind(const ValueType& type) noexcept { return type.is_number(); }
+
+/// True where the value may not be one of the field's as it stands. Texts are convert_text's matter.
+bool needs_conversion(const FieldDefinition& field, const ValueType& type) noexcept {
+  const ValueType wanted = type_of_field(field);
+  switch (wanted.kind) {
+    case Kind::Boolean:
+      return type.kind != Kind::Boolean;
+    case Kind::Byte:
+    case Kind::Integer:
+    case Kind::Long:
+      return !type.is_whole() || type.low < wanted.low || type.high > wanted.high;
+    case Kind::Single:
+      return type.kind != Kind::Single &&
+             (!type.is_whole() || type.low < -kLargestWholeOfSingle || type.high > kLargestWholeOfSingle);
+    case Kind::Double:
+      return !is_numeric_kind(type);
+    case Kind::Date:
+      return type.kind != Kind::Date || !type.in_calendar;
+    default:
+      return true;
+  }
+}
+
+std::string_view conversion_of(const FieldDefinition& field) noexcept {
+  switch (field.type) {
+    case DataType::Boolean:
+      return "jet_store_boolean(";
+    case DataType::Byte:
+      return "jet_store_byte(";
+    case DataType::Integer:
+      return "jet_store_integer(";
+    case DataType::Long:
+      return "jet_store_long(";
+    case DataType::Single:
+      return "jet_store_single(";
+    case DataType::Double:
+      return "jet_store_double(";
+    default:
+      return "jet_store_date(";
+  }
+}
+
+bool is_text_field(const FieldDefinition& field) noexcept {
+  return field.type == DataType::Text || field.type == DataType::Memo;
+}
+
+/// The rows come one by one from the tables, so that what is stored can be written in place of what is selected.
+bool is_plain(const QueryTree& query) noexcept {
+  const Select& first = *query.selects.front();
+  return query.selects.size() == 1 && !first.distinct && !first.top && !first.grouped;
+}
+
+}  // namespace
+
+void ChangeGenerator::insert(const InsertStatement& statement) {
+  std::vector<Destination> fields = destinations(statement);
+  add_defaults(fields, statement.query != nullptr);
+  head(fields, statement.query != nullptr);
+  if (statement.query != nullptr) {
+    append(*statement.query, fields);
+  } else {
+    values(statement, fields);
+  }
+}
+
+/// Without a list: every field for VALUES, the names of the columns for a query.
+std::vector<std::string> ChangeGenerator::field_names(const InsertStatement& statement) const {
+  if (!statement.fields.empty()) return statement.fields;
+  std::vector<std::string> names;
+  if (statement.query != nullptr) {
+    for (const OutputColumn& output : statement.query->outputs) names.push_back(output.name);
+  } else {
+    for (const FieldDefinition& field : table_.fields) names.push_back(field.name);
+  }
+  return names;
+}
+
+std::vector<ChangeGenerator::Destination> ChangeGenerator::destinations(const InsertStatement& statement) const {
+  const std::vector<std::string> names = field_names(statement);
+  const std::size_t count = statement.query != nullptr ? statement.query->outputs.size() : statement.values.size();
+  if (names.size() != count) fail(error_value_count);
+  std::vector<Destination> fields;
+  std::set<const FieldDefinition*> seen;
+  for (std::size_t position = 0; position < names.size(); ++position) {
+    const FieldDefinition* const field = table_.find_field(names[position]);
+    if (field == nullptr) fail(error_insert_unknown_field, names[position]);
+    if (!seen.insert(field).second) fail(error_duplicate_destination, field->name);
+    fields.push_back({field, position, {}, false});
+  }
+  return fields;
+}
+
+void ChangeGenerator::add_defaults(std::vector<Destination>& fields, bool append) {
+  std::set<const FieldDefinition*> named;
+  for (const Destination& destination : fields) named.insert(destination.field);
+  for (const FieldDefinition& field : table_.fields) {
+    if (named.contains(&field)) continue;
+    std::string text = field.auto_increment() ? next_number(field, append) : compile_default(field);
+    if (text != "NULL" || null_error(field) != 0) fields.push_back({&field, 0, std::move(text), true});
+  }
+}
+
+/// One more than the highest number; over the rows of an append that one is looked up once and counted on.
+std::string ChangeGenerator::next_number(const FieldDefinition& field, bool append) {
+  const std::string column = quoted_name(field.name);
+  const std::string table = quoted_name(table_.name);
+  if (!append) return "(SELECT coalesce(max(" + column + "), 0) + 1 FROM " + table + ")";
+  return "jet_next_number((SELECT jet_start_numbers(max(" + column + ")) FROM " + table + "))";
+}
+
+void ChangeGenerator::head(const std::vector<Destination>& fields, bool append) {
+  const bool unique = std::any_of(table_.indexes.begin(), table_.indexes.end(),
+                                  [](const IndexDefinition& index) { return index.unique || index.primary; });
+  const bool numbered = std::any_of(fields.begin(), fields.end(),
+                                    [](const Destination& destination) { return destination.field->auto_increment(); });
+  // Rows that a unique index refuses are passed over in an append.
+  write(append && (unique || numbered) ? "INSERT OR IGNORE INTO " : "INSERT INTO ");
+  name(table_.name);
+  write(" (");
+  list(fields, ", ", [&](const Destination& destination) { name(destination.field->name); });
+  write(") ");
+}
+
+void ChangeGenerator::values(const InsertStatement& statement, const std::vector<Destination>& fields) {
+  write("VALUES (");
+  list(fields, ", ", [&](const Destination& destination) {
+    if (destination.is_default) {
+      // Of the checks only the one for Null is left to make.
+      const bool null = destination.default_text == "NULL";
+      store(*destination.field, null ? ValueType{} : type_of_field(*destination.field).with_null(false),
+            StoreMode::Default, [&] { write(destination.default_text); });
+    } else {
+      const Expression& given = *statement.values[destination.position];
+      store(*destination.field, given.type, StoreMode::Refuse, [&] { value(given); });
+    }
+  });
+  write(")");
+}
+
+template <typename Write>
+void ChangeGenerator::append_columns(const QueryTree& query, const std::vector<Destination>& fields,
+                                     Write write_column) {
+  list(fields, ", ", [&](const Destination& destination) {
+    if (destination.is_default) {
+      write(destination.default_text);
+      return;
+    }
+    const OutputColumn& column = query.outputs[destination.position];
+    convert(*destination.field, column.type, StoreMode::Append, [&] { write_column(column); });
+  });
+}
+
+/// Conditions that leave out rows with Null in a required field or an empty text where none is allowed.
+template <typename Write>
+void ChangeGenerator::append_filters(const QueryTree& query, const std::vector<Destination>& fields,
+                                     std::string_view before, Write write_column) {
+  const auto open = [&] { write(std::exchange(before, " AND ")); };
+  for (const Destination& destination : fields) {
+    const bool required = null_error(*destination.field) != 0;
+    if (destination.is_default) {
+      if (!required || destination.default_text != "NULL") continue;
+      open();
+      write("0");
+      continue;
+    }
+    const OutputColumn& column = query.outputs[destination.position];
+    if (required && column.type.nullable) {
+      open();
+      write("(");
+      write_column(column);
+      write(" IS NOT NULL)");
+    }
+    const bool text = column.type.is_text() || column.type.kind == Kind::Variant;
+    if (text && column.type.may_be_empty && is_text_field(*destination.field) &&
+        !destination.field->allow_zero_length) {
+      open();
+      write("ifnull(");
+      write_column(column);
+      write(" <> '' COLLATE BINARY, 1)");
+    }
+  }
+}
+
+void ChangeGenerator::append(const QueryTree& query, const std::vector<Destination>& fields) {
+  write("SELECT ");
+  if (is_plain(query)) {
+    const Select& select = *query.selects.front();
+    const auto write_column = [this](const OutputColumn& column) { output(column); };
+    append_columns(query, fields, write_column);
+    if (!select.from.empty()) {
+      write(" FROM ");
+      from(select.from);
+    }
+    if (select.where != nullptr) {
+      write(" WHERE ");
+      condition(*select.where);
+    }
+    append_filters(query, fields, select.where != nullptr ? " AND " : " WHERE ", write_column);
+    order_by(query, false);
+    return;
+  }
+  const auto write_column = [this](const OutputColumn& column) {
+    write("q.");
+    name(column.name);
+  };
+  append_columns(query, fields, write_column);
+  write(" FROM (");
+  Generator::query(query);
+  write(") AS q");
+  append_filters(query, fields, " WHERE ", write_column);
+}
+
+void ChangeGenerator::update(const UpdateStatement& statement, const Source& target) {
+  write(may_violate_index(statement) ? "UPDATE OR IGNORE " : "UPDATE ");
+  table(target);
+  write(" SET ");
+  assignments(statement);
+  for (const TableReferencePtr& reference : statement.rows.from) joined_tables(*reference, target);
+  if (!others_.empty()) {
+    write(" FROM ");
+    list(others_, ", ", [this](const TableReference* other) { reference(*other); });
+  }
+  joined_where(statement);
+}
+
+void ChangeGenerator::assignments(const UpdateStatement& statement) {
+  std::set<const FieldDefinition*> seen;
+  list(statement.assignments, ", ", [&](const Assignment& assignment) {
+    const SourceColumn& column = assignment.target.source->columns[assignment.target.index];
+    if (column.field->auto_increment()) fail(error_field_not_updatable, column.name);
+    if (!seen.insert(column.field).second) fail(error_duplicate_destination, column.name);
+    name(column.name);
+    write(" = ");
+    store(*column.field, assignment.value->type, StoreMode::Refuse, [&] { value(*assignment.value); });
+  });
+}
+
+/// Takes an inner join apart; SQLite's UPDATE … FROM knows no other.
+void ChangeGenerator::joined_tables(const TableReference& reference, const Source& target) {
+  if (const auto* join = std::get_if<Join>(&reference.node)) {
+    if (join->kind != JoinKind::Inner) fail(error_not_supported, "UPDATE over an outer join");
+    joined_tables(*join->left, target);
+    joined_tables(*join->right, target);
+    conditions_.push_back(join->condition.get());
+    return;
+  }
+  const auto* const named = std::get_if<NamedTable>(&reference.node);
+  if (named == nullptr || named->source != &target) others_.push_back(&reference);
+}
+
+void ChangeGenerator::joined_where(const UpdateStatement& statement) {
+  if (statement.rows.where != nullptr) conditions_.push_back(statement.rows.where.get());
+  if (conditions_.empty()) return;
+  write(" WHERE ");
+  list(conditions_, " AND ", [this](const Expression* part) { condition(*part); });
+}
+
+bool ChangeGenerator::may_violate_index(const UpdateStatement& statement) const {
+  const auto assigned = [&](const std::string& field) {
+    return std::any_of(statement.assignments.begin(), statement.assignments.end(), [&](const Assignment& assignment) {
+      return support::equal_ignoring_case(assignment.target.source->columns[assignment.target.index].name, field);
+    });
+  };
+  return std::any_of(table_.indexes.begin(), table_.indexes.end(), [&](const IndexDefinition& index) {
+    return (index.unique || index.primary) && std::any_of(index.fields.begin(), index.fields.end(), assigned);
+  });
+}
+
+void ChangeGenerator::remove(const DeleteStatement& statement, const Source& target) {
+  write("DELETE FROM ");
+  const Select& rows = statement.rows;
+  if (rows.sources.size() == 1) {
+    table(target);
+    if (rows.where == nullptr) return;
+    write(" WHERE ");
+    condition(*rows.where);
+    return;
+  }
+  name(target.table->name);
+  write(" WHERE ");
+  write(row_id_name(*target.table));
+  write(" IN (SELECT ");
+  row_id(target);
+  write(" FROM ");
+  from(rows.from);
+  if (rows.where != nullptr) {
+    write(" WHERE ");
+    condition(*rows.where);
+  }
+  write(")");
+}
+
+void ChangeGenerator::default_value(const Expression& expression, const FieldDefinition& field) {
+  convert(field, expression.type, StoreMode::Default, [&] { value(expression); });
+}
+
+int ChangeGenerator::null_error(const FieldDefinition& field) const noexcept {
+  if (field.auto_increment()) return 0;
+  if (field.required) return error_field_required;
+  const bool in_key = std::any_of(table_.indexes.begin(), table_.indexes.end(), [&](const IndexDefinition& index) {
+    return (index.required || index.primary) &&
+           std::any_of(index.fields.begin(), index.fields.end(),
+                       [&](const std::string& name) { return support::equal_ignoring_case(name, field.name); });
+  });
+  return in_key ? kNullInKey : 0;
+}
+
+template <typename Write>
+void ChangeGenerator::store(const FieldDefinition& field, const ValueType& type, StoreMode mode, Write write_value) {
+  const int error = type.nullable ? null_error(field) : 0;
+  if (error != 0) write("jet_required(");
+  if (type.kind == Kind::Null) {
+    write("NULL");
+  } else if (mode == StoreMode::Default) {
+    write_value();
+  } else {
+    convert(field, type, mode, write_value);
+  }
+  if (error == 0) return;
+  write(", ");
+  whole_literal(error);
+  write(", ");
+  text_literal(field.name);
+  write(")");
+}
+
+template <typename Write>
+void ChangeGenerator::convert(const FieldDefinition& field, const ValueType& type, StoreMode mode, Write write_value) {
+  if (type.kind == Kind::Null) {
+    write("NULL");
+  } else if (is_text_field(field)) {
+    convert_text(field, type, mode, write_value);
+  } else if (needs_conversion(field, type)) {
+    write(conversion_of(field));
+    write_value();
+    write(")");
+  } else {
+    write_value();
+  }
+}
+
+template <typename Write>
+void ChangeGenerator::convert_text(const FieldDefinition& field, const ValueType& type, StoreMode mode,
+                                   Write write_value) {
+  const bool fits =
+      field.type == DataType::Memo || (type.kind == Kind::Text && type.size > 0 && type.size <= field.size);
+  const bool empty_is_refused = mode == StoreMode::Refuse && !field.allow_zero_length && type.may_be_empty;
+  if (type.is_text() && fits && !empty_is_refused) return write_value();
+  // Only texts are cut: a number without its last digits would be another number.
+  const bool cut = mode == StoreMode::Append && type.is_text();
+  write(cut ? "jet_cut_text(" : "jet_store_text(");
+  as_text(type, write_value);
+  write(", ");
+  whole_literal(field.type == DataType::Memo ? 0 : field.size);
+  if (!cut) {
+    write(empty_is_refused ? ", 0, " : ", 1, ");
+    text_literal(field.name);
+  }
+  write(")");
+}
+
+}  // namespace engine::embedded::jet_sql

@@ -1,0 +1,71 @@
+// Writes INSERT, UPDATE and DELETE as SQLite text, with the conversions and checks of each field around what is stored
+// in it, except where the value's type proves them needless.
+#pragma once
+
+#include <string>
+#include <variant>
+#include <vector>
+
+#include "database/engine/embedded/jet_sql/generator.h"
+
+namespace engine::embedded::jet_sql {
+
+class ChangeGenerator : public Generator {
+ public:
+  explicit ChangeGenerator(const TableDefinition& changed) : table_(changed) {}
+
+  /// 3127 for an unknown field, 3063 for one named twice, 3346 where values and fields differ in number.
+  void insert(const InsertStatement& statement);
+  /// 3113 for an AutoNumber.
+  void update(const UpdateStatement& statement, const Source& target);
+  void remove(const DeleteStatement& statement, const Source& target);
+  /// The value converted to the field's type; neither Null nor an empty text is refused.
+  void default_value(const Expression& expression, const FieldDefinition& field);
+
+ private:
+  /// Refuse: a value that cannot be stored fails the statement. Append: texts are cut, rows that cannot be stored are
+  /// left out. Default: converted only.
+  enum class StoreMode { Refuse, Append, Default };
+
+  /// A field that an INSERT writes, and the value of the list, the column of the query or the default that it gets.
+  struct Destination {
+    const FieldDefinition* field = nullptr;
+    std::size_t position = 0;
+    std::string default_text;
+    bool is_default = false;
+  };
+
+  std::vector<Destination> destinations(const InsertStatement& statement) const;
+  std::vector<std::string> field_names(const InsertStatement& statement) const;
+  void add_defaults(std::vector<Destination>& fields, bool append);
+  std::string next_number(const FieldDefinition& field, bool append);
+  void head(const std::vector<Destination>& fields, bool append);
+  void values(const InsertStatement& statement, const std::vector<Destination>& fields);
+  void append(const QueryTree& query, const std::vector<Destination>& fields);
+  template <typename Write>
+  void append_columns(const QueryTree& query, const std::vector<Destination>& fields, Write write_column);
+  template <typename Write>
+  void append_filters(const QueryTree& query, const std::vector<Destination>& fields, std::string_view before,
+                      Write write_column);
+
+  void assignments(const UpdateStatement& statement);
+  void joined_tables(const TableReference& reference, const Source& target);
+  void joined_where(const UpdateStatement& statement);
+
+  /// The error for Null in the field; 0 where Null may stand.
+  int null_error(const FieldDefinition& field) const noexcept;
+  bool may_violate_index(const UpdateStatement& statement) const;
+  template <typename Write>
+  void store(const FieldDefinition& field, const ValueType& type, StoreMode mode, Write write_value);
+  template <typename Write>
+  void convert(const FieldDefinition& field, const ValueType& type, StoreMode mode, Write write_value);
+  template <typename Write>
+  void convert_text(const FieldDefinition& field, const ValueType& type, StoreMode mode, Write write_value);
+
+  const TableDefinition& table_;
+  /// Of an UPDATE over a join: the other tables, and the conditions of the joins.
+  std::vector<const TableReference*> others_;
+  std::vector<const Expression*> conditions_;
+};
+
+}  // namespace engine::embedded::jet_sql

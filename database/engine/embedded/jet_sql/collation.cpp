@@ -1,0 +1,107 @@
+#include "database/engine/embedded/jet_sql/collation.h"
+
+#include <array>
+#include <cstdint>
+#include <cstring>
+
+namespace engine::embedded::jet_sql {
+
+namespace {
+
+/// What a character counts as: the letter or sign that orders it, then the accent that tells it from its likes.
+struct Weight {
+  std::uint32_t primary;
+  std::uint16_t secondary;
+};
+
+constexpr std::uint32_t kSign = 0x100;
+constexpr std::uint32_t kDigit = 0x200;
+constexpr std::uint32_t kLetter = 0x300;
+constexpr std::uint32_t kOther = 0x10000;
+
+constexpr Weight weight_of_ascii(unsigned char code) noexcept {
+  if (code >= 'A' && code <= 'Z') return {kLetter + code, 0};
+  if (code >= 'a' && code <= 'z') return {kLetter + code - 'a' + 'A', 0};
+  if (code >= '0' && code <= '9') return {kDigit + code, 0};
+  return {kSign + code, 0};
+}
+
+constexpr std::array<Weight, 128> kAscii = [] {
+  std::array<Weight, 128> weights{};
+  for (std::size_t code = 0; code < weights.size(); ++code) {
+    weights[code] = weight_of_ascii(static_cast<unsigned char>(code));
+  }
+  return weights;
+}();
+
+// Plain letters of U+00C0 to U+00FF, capital and small alike; "*" and "/" are signs, "?" is a letter of its own.
+constexpr std::string_view kPlainLetters = "AAAAAAACEEEEIIIIDNOOOOO*OUUUUYTSAAAAAAACEEEEIIIIDNOOOOO/OUUUUYTY";
+
+struct Extra {
+  char32_t code;
+  char plain;
+  std::uint16_t secondary;
+};
+// Letters of CP1252 outside Latin-1.
+constexpr Extra kExtras[] = {
+    {0x160, 'S', 0x40}, {0x161, 'S', 0x40}, {0x17D, 'Z', 0x40}, {0x17E, 'Z', 0x40},
+    {0x152, 'O', 0x41}, {0x153, 'O', 0x41}, {0x178, 'Y', 0x5F}, {0x192, 'F', 0x40},
+};
+
+Weight weight_of(char32_t code) noexcept {
+  if (code >= 0xC0 && code <= 0xFF) {
+    const char plain = kPlainLetters[code - 0xC0];
+    if (plain == '*' || plain == '/') return {kSign + static_cast<std::uint32_t>(code), 0};
+    // Capital and small stand 32 apart; ß has no capital here, ÿ is the small Ÿ.
+    const char32_t small = code == 0xFF ? 0x5F : code == 0xDF ? 0x60 : (code & 0x1F) + 0x20;
+    return {kLetter + static_cast<unsigned char>(plain), static_cast<std::uint16_t>(small)};
+  }
+  for (const Extra& extra : kExtras) {
+    if (extra.code == code) return {kLetter + static_cast<unsigned char>(extra.plain), extra.secondary};
+  }
+  return {kOther + static_cast<std::uint32_t>(code), 0};
+}
+
+/// Reads the next character's weight. Precondition: the text is not empty.
+Weight take(std::string_view& text) noexcept {
+  const auto lead = static_cast<unsigned char>(text.front());
+  if (lead < 0x80) {
+    text.remove_prefix(1);
+    return kAscii[lead];
+  }
+  const std::size_t length = lead >= 0xF0 ? 4 : lead >= 0xE0 ? 3 : lead >= 0xC2 ? 2 : 1;
+  if (length == 1 || text.size() < length) {
+    text.remove_prefix(1);
+    return {0x200000U + lead, 0};
+  }
+  char32_t code = lead & (0xFFU >> (length + 1));
+  for (std::size_t i = 1; i < length; ++i) code = code << 6 | (static_cast<unsigned char>(text[i]) & 0x3FU);
+  text.remove_prefix(length);
+  return weight_of(code);
+}
+
+std::string_view without_trailing_blanks(std::string_view text) noexcept {
+  while (!text.empty() && text.back() == ' ') text.remove_suffix(1);
+  return text;
+}
+
+int sign_of(std::int64_t difference) noexcept { return difference < 0 ? -1 : difference > 0 ? 1 : 0; }
+
+}  // namespace
+
+int compare_texts(std::string_view left, std::string_view right) noexcept {
+  if (left == right) return 0;
+  left = without_trailing_blanks(left);
+  right = without_trailing_blanks(right);
+  int accents = 0;
+  while (!left.empty() && !right.empty()) {
+    const Weight one = take(left);
+    const Weight other = take(right);
+    if (one.primary != other.primary) return one.primary < other.primary ? -1 : 1;
+    if (accents == 0) accents = sign_of(std::int64_t{one.secondary} - other.secondary);
+  }
+  if (left.empty() != right.empty()) return left.empty() ? -1 : 1;
+  return accents;
+}
+
+}  // namespace engine::embedded::jet_sql

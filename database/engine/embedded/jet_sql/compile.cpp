@@ -1,0 +1,194 @@
+#include <algorithm>
+
+#include "database/engine/embedded/jet_sql/binder.h"
+#include "database/engine/embedded/jet_sql/change_generator.h"
+#include "database/engine/embedded/jet_sql/generator.h"
+#include "database/engine/embedded/jet_sql/jet_error.h"
+#include "database/engine/embedded/jet_sql/jet_sql.h"
+#include "database/engine/embedded/jet_sql/parser.h"
+#include "support/encoding.h"
+
+namespace engine::embedded::jet_sql {
+
+namespace {
+
+constexpr int kNoTableToDeleteFrom = 3128;
+
+bool same_name(std::string_view left, std::string_view right) { return support::equal_ignoring_case(left, right); }
+
+bool has_index(const TableDefinition& table, std::string_view name) {
+  return std::any_of(table.indexes.begin(), table.indexes.end(),
+                     [&](const IndexDefinition& index) { return same_name(index.name, name); });
+}
+
+/// The source whose rows the query shows one by one; null where there is none.
+const Source* base_of(const QueryTree& query) noexcept {
+  const Select& select = *query.selects.front();
+  const bool plain = query.selects.size() == 1 && !select.distinct && !select.grouped && select.sources.size() == 1;
+  if (!plain) return nullptr;
+  const Source& source = select.sources.front();
+  return source.table != nullptr && !row_id_name(*source.table).empty() ? &source : nullptr;
+}
+
+/// Carries a statement of the dialect from its tree to the program.
+class Compiler {
+ public:
+  Compiler(std::string_view text, const Catalogue& catalogue)
+      : text_(text), catalogue_(catalogue), binder_(catalogue) {}
+
+  Program operator()(SelectStatement& statement) {
+    if (!statement.into.empty()) return select_into(statement);
+    binder_.bind(statement);
+    const QueryTree& tree = *statement.query;
+    const Source* const base = base_of(tree);
+    Query query;
+    for (const OutputColumn& output : tree.outputs) {
+      ResultColumn column{output.name, data_type_of(output.type), field_size_of(output.type), {}};
+      if (base != nullptr && output.source == base) column.base_field = base->columns[output.index].name;
+      query.columns.push_back(std::move(column));
+    }
+    if (base != nullptr) query.base_table = base->table->name;
+    Generator generator;
+    generator.query(tree, base);
+    query.sqlite_sql = generator.take();
+    return query;
+  }
+
+  Program operator()(InsertStatement& statement) {
+    const TableDefinition& table = binder_.table(statement.table);
+    binder_.bind(statement);
+    ChangeGenerator generator(table);
+    generator.insert(statement);
+    return Change{generator.take(), table.name};
+  }
+
+  Program operator()(UpdateStatement& statement) {
+    binder_.bind(statement);
+    const Source* const target = statement.assignments.front().target.source;
+    const bool one_table = std::all_of(statement.assignments.begin(), statement.assignments.end(),
+                                       [&](const Assignment& each) { return each.target.source == target; });
+    if (!one_table) fail(error_not_supported, "UPDATE of several tables");
+    if (target->table == nullptr) fail(error_field_not_updatable, statement.assignments.front().target.column);
+    ChangeGenerator generator(*target->table);
+    generator.update(statement, *target);
+    return Change{generator.take(), target->table->name};
+  }
+
+  Program operator()(DeleteStatement& statement) {
+    binder_.bind(statement);
+    const Source& target = source_to_delete(statement);
+    ChangeGenerator generator(*target.table);
+    generator.remove(statement, target);
+    return Change{generator.take(), target.table->name};
+  }
+
+  Program operator()(CreateTable& create) {
+    if (catalogue_.find_table(create.table.name) != nullptr) fail(error_table_exists, create.table.name);
+    const TableDefinition& table = create.table;
+    for (std::size_t i = 0; i < table.fields.size(); ++i) {
+      if (table.find_field(table.fields[i].name) != &table.fields[i]) {
+        fail(error_field_defined_twice, table.fields[i].name);
+      }
+    }
+    std::size_t primary = 0;
+    for (const IndexDefinition& index : table.indexes) {
+      check_fields(table, index);
+      if (index.primary && ++primary > 1) fail(error_primary_key_exists);
+      const auto same = [&](const IndexDefinition& other) { return same_name(other.name, index.name); };
+      if (std::count_if(table.indexes.begin(), table.indexes.end(), same) > 1) fail(error_index_exists, index.name);
+    }
+    return std::move(create);
+  }
+
+  Program operator()(AddField& add) {
+    if (layout_of(add.table).find_field(add.field.name) != nullptr) fail(error_field_exists, add.field.name);
+    return std::move(add);
+  }
+
+  Program operator()(AlterField& alter) {
+    if (layout_of(alter.table).find_field(alter.field.name) == nullptr) fail(error_no_such_field, alter.field.name);
+    return std::move(alter);
+  }
+
+  Program operator()(DropField& drop) {
+    if (layout_of(drop.table).find_field(drop.field) == nullptr) fail(error_no_such_field, drop.field);
+    return std::move(drop);
+  }
+
+  Program operator()(DropTable& drop) {
+    layout_of(drop.table);
+    return std::move(drop);
+  }
+
+  Program operator()(CreateIndex& create) {
+    const TableDefinition& table = layout_of(create.table);
+    if (has_index(table, create.index.name)) fail(error_index_exists, create.index.name);
+    const auto primary = [](const IndexDefinition& index) { return index.primary; };
+    if (create.index.primary && std::any_of(table.indexes.begin(), table.indexes.end(), primary)) {
+      fail(error_primary_key_exists);
+    }
+    check_fields(table, create.index);
+    return std::move(create);
+  }
+
+  Program operator()(DropIndex& drop) {
+    if (!has_index(layout_of(drop.table), drop.index)) fail(error_no_such_index, drop.index);
+    return std::move(drop);
+  }
+
+ private:
+  Program select_into(SelectStatement& statement) {
+    if (catalogue_.find_table(statement.into) != nullptr) fail(error_table_exists, statement.into);
+    SelectInto program;
+    program.target = statement.into;
+    program.external_file = statement.external_file;
+    const TextRange& into = statement.into_clause;
+    const TextRange& in = statement.in_clause;
+    program.select_text = text_.substr(0, into.begin);
+    program.select_text += text_.substr(into.end, in.end > 0 ? in.begin - into.end : std::string_view::npos);
+    if (in.end > 0) program.select_text += text_.substr(in.end);
+    // The tables of another file are known to it alone.
+    if (statement.external_file.empty()) binder_.bind(statement);
+    return program;
+  }
+
+  const Source& source_to_delete(const DeleteStatement& statement) const {
+    const Source* target = nullptr;
+    for (const Source& source : statement.rows.sources) {
+      if (statement.table.empty() || same_name(source.name, statement.table)) {
+        if (target != nullptr) fail(kNoTableToDeleteFrom);
+        target = &source;
+      }
+    }
+    if (target == nullptr) fail(error_unknown_table, statement.table);
+    if (target->table == nullptr) fail(kNoTableToDeleteFrom);
+    return *target;
+  }
+
+  const TableDefinition& layout_of(std::string_view name) const {
+    const TableDefinition* const table = catalogue_.find_table(name);
+    if (table == nullptr) fail(error_no_such_table, name);
+    return *table;
+  }
+
+  static void check_fields(const TableDefinition& table, const IndexDefinition& index) {
+    for (auto field = index.fields.begin(); field != index.fields.end(); ++field) {
+      if (table.find_field(*field) == nullptr) fail(error_index_field, *field);
+      const auto same = [&](const std::string& other) { return same_name(other, *field); };
+      if (std::any_of(index.fields.begin(), field, same)) fail(error_field_defined_twice, *field);
+    }
+  }
+
+  std::string_view text_;
+  const Catalogue& catalogue_;
+  Binder binder_;
+};
+
+}  // namespace
+
+Program compile(std::string_view statement, const Catalogue& catalogue) {
+  Statement tree = Parser(statement).parse_statement();
+  return std::visit(Compiler(statement, catalogue), tree);
+}
+
+}  // namespace engine::embedded::jet_sql

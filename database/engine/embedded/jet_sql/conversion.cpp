@@ -1,0 +1,129 @@
+#include "database/engine/embedded/jet_sql/conversion.h"
+
+#include <array>
+#include <charconv>
+#include <cmath>
+#include <cstdint>
+#include <cstdio>
+
+#include "database/engine/embedded/jet_sql/calendar.h"
+#include "database/engine/embedded/jet_sql/jet_error.h"
+#include "support/user_locale.h"
+
+namespace engine::embedded::jet_sql {
+
+namespace {
+
+constexpr int kSignificantDigits = 15;
+
+bool is_digit(char character) noexcept { return character >= '0' && character <= '9'; }
+
+int digit_value(char character) noexcept {
+  if (is_digit(character)) return character - '0';
+  const char letter = static_cast<char>(character | 0x20);
+  return letter >= 'a' && letter <= 'f' ? letter - 'a' + 10 : 16;
+}
+
+/// The text without what Val passes over.
+std::string without_blanks(std::string_view text) {
+  std::string rest;
+  for (const char character : text) {
+    if (character != ' ' && character != '\t' && character != '\n') rest += character;
+  }
+  return rest;
+}
+
+/// "&H" and "&O" numbers: up to 16 bits a 16-bit number, up to 32 bits a 32-bit one, signed.
+double prefixed_number(std::string_view digits, int base) {
+  std::uint64_t value = 0;
+  for (const char digit : digits) {
+    if (digit_value(digit) >= base) break;
+    value = value * static_cast<std::uint64_t>(base) + static_cast<std::uint64_t>(digit_value(digit));
+    if (value > 0xFFFFFFFFU) fail(error_overflow);
+  }
+  if (value <= 0xFFFF) return static_cast<std::int16_t>(value);
+  return static_cast<std::int32_t>(value);
+}
+
+/// Length of the number at the text's beginning.
+std::size_t number_length(std::string_view text) noexcept {
+  const auto at = [&](std::size_t position) { return position < text.size() ? text[position] : '\0'; };
+  std::size_t end = at(0) == '-' || at(0) == '+' ? 1 : 0;
+  bool digits = false;
+  for (; is_digit(at(end)); ++end) digits = true;
+  if (at(end) == '.') {
+    for (++end; is_digit(at(end)); ++end) digits = true;
+  }
+  if (!digits) return 0;
+  const char exponent = static_cast<char>(at(end) | 0x20);
+  const std::size_t sign = at(end + 1) == '-' || at(end + 1) == '+' ? 1 : 0;
+  if ((exponent == 'e' || exponent == 'd') && is_digit(at(end + 1 + sign))) {
+    for (end += 1 + sign; is_digit(at(end)); ++end) {
+    }
+  }
+  return end;
+}
+
+}  // namespace
+
+std::string number_text(double number, char decimal_separator) {
+  std::array<char, 40> buffer{};
+  const int length = std::snprintf(buffer.data(), buffer.size(), "%.*G", kSignificantDigits, number);
+  std::string text(buffer.data(), static_cast<std::size_t>(length));
+  for (char& character : text) {
+    if (character == '.' || character == ',') character = decimal_separator;
+  }
+  return text == "-0" ? "0" : text;
+}
+
+std::string number_text(double number) { return number_text(number, support::user_locale().decimal_separator); }
+
+std::string date_text(double days) {
+  const std::int64_t seconds = to_seconds(days);
+  const bool has_time = seconds % seconds_per_day != 0;
+  const Moment moment = to_moment(days);
+  std::array<char, 16> time{};
+  std::snprintf(time.data(), time.size(), "%02d:%02d:%02d", moment.hour, moment.minute, moment.second);
+  const std::int64_t day = days_from_civil(moment.year, moment.month, moment.day);
+  if (has_time && day == 0) return time.data();
+  const std::string date = support::short_date_text(static_cast<double>(day));
+  return has_time ? date + " " + time.data() : date;
+}
+
+std::optional<double> number_of(std::string_view text) { return support::parse_number(text); }
+
+std::optional<double> date_of(std::string_view text) { return parse_date(text, user_date_order()); }
+
+double widened(double single) {
+  const auto narrow = static_cast<float>(single);
+  if (!std::isfinite(narrow)) return single;
+  std::array<char, 40> buffer{};
+  const auto end = std::to_chars(buffer.data(), buffer.data() + buffer.size(), narrow).ptr;
+  double value = single;
+  std::from_chars(buffer.data(), end, value);
+  return value;
+}
+
+double leading_number(std::string_view text) {
+  const std::string rest = without_blanks(text);
+  if (rest.size() > 2 && rest[0] == '&') {
+    const char base = static_cast<char>(rest[1] | 0x20);
+    if (base == 'h') return prefixed_number(std::string_view(rest).substr(2), 16);
+    if (base == 'o') return prefixed_number(std::string_view(rest).substr(2), 8);
+  }
+  std::string digits = rest.substr(0, number_length(rest));
+  for (char& character : digits) {
+    if (character == 'd' || character == 'D') character = 'e';
+  }
+  if (digits.starts_with('+')) digits.erase(0, 1);
+  double value = 0;
+  const auto result = std::from_chars(digits.data(), digits.data() + digits.size(), value);
+  if (result.ec == std::errc::result_out_of_range) {
+    // Too small counts as nothing.
+    if (digits.find("e-") == std::string::npos) fail(error_overflow);
+    return 0;
+  }
+  return value;
+}
+
+}  // namespace engine::embedded::jet_sql

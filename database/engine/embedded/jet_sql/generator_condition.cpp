@@ -1,0 +1,228 @@
+#include <optional>
+
+#include "database/engine/embedded/jet_sql/collation.h"
+#include "database/engine/embedded/jet_sql/generator.h"
+
+namespace engine::embedded::jet_sql {
+
+namespace {
+
+std::string_view sqlite_operator(BinaryOperator op) noexcept {
+  switch (op) {
+    case BinaryOperator::Equal:
+      return " = ";
+    case BinaryOperator::NotEqual:
+      return " <> ";
+    case BinaryOperator::Less:
+      return " < ";
+    case BinaryOperator::Greater:
+      return " > ";
+    case BinaryOperator::LessOrEqual:
+      return " <= ";
+    default:
+      return " >= ";
+  }
+}
+
+/// Yes or No where a constant is one of them as a number.
+std::optional<bool> truth_of(const Expression& expression) noexcept {
+  const Literal* const literal = as_literal(expression);
+  if (literal == nullptr) return std::nullopt;
+  if (const auto* yes = std::get_if<bool>(&literal->value)) return *yes;
+  const auto* const whole = std::get_if<std::int64_t>(&literal->value);
+  if (whole == nullptr || (*whole != 0 && *whole != -1)) return std::nullopt;
+  return *whole == -1;
+}
+
+std::optional<double> number_of(const Literal& literal) noexcept {
+  if (const auto* whole = std::get_if<std::int64_t>(&literal.value)) return static_cast<double>(*whole);
+  if (const auto* date = std::get_if<DateLiteral>(&literal.value)) return date->days;
+  if (const auto* number = std::get_if<double>(&literal.value)) return *number;
+  return std::nullopt;
+}
+
+enum class BoundOrder { Unknown, Ascending, Descending };
+
+/// How two constant bounds stand to each other.
+BoundOrder order_of(const Expression& low, const Expression& high) noexcept {
+  const Literal* const first = as_literal(low);
+  const Literal* const second = as_literal(high);
+  if (first == nullptr || second == nullptr) return BoundOrder::Unknown;
+  const auto* const first_text = std::get_if<std::string>(&first->value);
+  const auto* const second_text = std::get_if<std::string>(&second->value);
+  if (first_text != nullptr && second_text != nullptr) {
+    return compare_texts(*first_text, *second_text) <= 0 ? BoundOrder::Ascending : BoundOrder::Descending;
+  }
+  const auto first_number = number_of(*first);
+  const auto second_number = number_of(*second);
+  if (!first_number || !second_number) return BoundOrder::Unknown;
+  return *first_number <= *second_number ? BoundOrder::Ascending : BoundOrder::Descending;
+}
+
+bool is_variant(const Expression& expression) noexcept { return expression.type.kind == Kind::Variant; }
+
+}  // namespace
+
+void Generator::condition(const Expression& expression) {
+  const Expression& tested = behind_alias(expression);
+  if (is_predicate(tested)) {
+    predicate(tested);
+  } else {
+    value(tested);
+  }
+}
+
+void Generator::predicate(const Expression& expression) {
+  std::visit(Overloaded{[&](const Unary& node) {
+                          write("(NOT ");
+                          condition(*node.operand);
+                          write(")");
+                        },
+                        [&](const Binary& node) { is_logical(node.op) ? logical(node) : comparison(node); },
+                        [&](const Between& node) { between(node); }, [&](const Like& node) { like(node); },
+                        [&](const IsNull& node) {
+                          write("(");
+                          value(*node.value);
+                          write(node.negated ? " IS NOT NULL)" : " IS NULL)");
+                        },
+                        [&](const InList& node) { in_list(node); }, [&](const InSelect& node) { in_select(node); },
+                        [&](const Exists& node) {
+                          write("(EXISTS (");
+                          query(*node.query);
+                          write("))");
+                        },
+                        [&](const Call& node) {
+                          write("(");
+                          value(*node.arguments.front());
+                          write(" IS NULL)");
+                        },
+                        [](const auto&) {}},
+             expression.node);
+}
+
+/// NOT makes 0 or 1 of any number, so that conditions can be compared.
+void Generator::logical(const Binary& binary) {
+  const bool compared = binary.op == BinaryOperator::Xor || binary.op == BinaryOperator::Eqv;
+  const bool left_negated = compared || binary.op == BinaryOperator::Imp;
+  write(left_negated ? "((NOT " : "(");
+  condition(*binary.left);
+  if (left_negated) write(")");
+  switch (binary.op) {
+    case BinaryOperator::And:
+      write(" AND ");
+      break;
+    case BinaryOperator::Xor:
+      write(" <> ");
+      break;
+    case BinaryOperator::Eqv:
+      write(" = ");
+      break;
+    default:
+      write(" OR ");
+  }
+  if (compared) write("(NOT ");
+  condition(*binary.right);
+  write(compared ? "))" : ")");
+}
+
+void Generator::comparison(const Binary& binary) {
+  const Expression& left = *binary.left;
+  const Expression& right = *binary.right;
+  if (truth_comparison(binary, left, right) || truth_comparison(binary, right, left)) return;
+  if (is_variant(left) || is_variant(right)) {
+    write("(jet_compare(");
+    value(left);
+    write(", ");
+    value(right);
+    write(")").write(sqlite_operator(binary.op)).write("0)");
+    return;
+  }
+  write("(");
+  operand(left, right.type);
+  write(sqlite_operator(binary.op));
+  operand(right, left.type);
+  write(left.type.is_text() || right.type.is_text() ? " COLLATE JET)" : ")");
+}
+
+/// A condition compared with Yes or No is the condition or its opposite: "isnull(d)=0" lets SQLite use an index.
+bool Generator::truth_comparison(const Binary& binary, const Expression& tested, const Expression& truth) {
+  const bool equal = binary.op == BinaryOperator::Equal;
+  const std::optional<bool> yes = truth_of(truth);
+  if ((!equal && binary.op != BinaryOperator::NotEqual) || !yes || !is_predicate(tested)) return false;
+  const bool as_it_stands = equal == *yes;
+  write(as_it_stands ? "(" : "(NOT ");
+  condition(tested);
+  write(")");
+  return true;
+}
+
+void Generator::between(const Between& between) {
+  write(between.negated ? "(NOT (" : "((");
+  if (is_variant(*between.value) || is_variant(*between.low) || is_variant(*between.high)) {
+    // Between the bounds, in either order, where it does not lie on the same side of both.
+    for (const ExpressionPtr* bound : {&between.low, &between.high}) {
+      write(bound == &between.low ? "jet_compare(" : " * jet_compare(");
+      value(*between.value);
+      write(", ");
+      value(**bound);
+      write(")");
+    }
+    write(" <= 0))");
+    return;
+  }
+  collated(*between.value);
+  write(" BETWEEN ");
+  bounds(between);
+  write("))");
+}
+
+void Generator::bounds(const Between& between) {
+  const ValueType& type = between.value->type;
+  const BoundOrder order = order_of(*between.low, *between.high);
+  if (order != BoundOrder::Unknown) {
+    const bool ascending = order == BoundOrder::Ascending;
+    operand(ascending ? *between.low : *between.high, type);
+    write(" AND ");
+    operand(ascending ? *between.high : *between.low, type);
+    return;
+  }
+  // SQLite's min and max of several values are Null where one of them is.
+  for (const std::string_view function : {"min(", "max("}) {
+    write(function == "max(" ? " AND " : "").write(function);
+    operand(*between.low, type);
+    write(between.low->type.is_text() ? " COLLATE JET, " : ", ");
+    operand(*between.high, type);
+    write(")");
+  }
+}
+
+void Generator::collated(const Expression& expression) {
+  value(expression);
+  if (expression.type.is_text()) write(" COLLATE JET");
+}
+
+void Generator::in_list(const InList& list_node) {
+  write("(");
+  collated(*list_node.value);
+  write(list_node.negated ? " NOT IN (" : " IN (");
+  list(list_node.items, ", ", [&](const ExpressionPtr& item) { operand(*item, list_node.value->type); });
+  write("))");
+}
+
+void Generator::in_select(const InSelect& in) {
+  write("(");
+  collated(*in.value);
+  write(in.negated ? " NOT IN (" : " IN (");
+  query(*in.query);
+  write("))");
+}
+
+void Generator::like(const Like& like) {
+  write(like.negated ? "(NOT jet_like(" : "(jet_like(");
+  text(*like.pattern);
+  write(", ");
+  text(*like.value);
+  write("))");
+}
+
+}  // namespace engine::embedded::jet_sql

@@ -1,0 +1,242 @@
+#include <algorithm>
+
+#include "database/engine/embedded/jet_sql/generator.h"
+
+namespace engine::embedded::jet_sql {
+
+namespace {
+
+/// No two rows stand equal in this order, so TOP has no ties to keep.
+bool orders_every_row(const Select& select, const QueryTree& query) {
+  if (select.sources.size() != 1 || select.grouped) return false;
+  return std::any_of(query.order_by.begin(), query.order_by.end(), [&](const OrderItem& item) {
+    const auto* const name = std::get_if<ColumnName>(&item.expression->node);
+    if (name == nullptr || name->source == nullptr) return false;
+    const FieldDefinition* const field = name->source->columns[name->index].field;
+    return field != nullptr && field->auto_increment();
+  });
+}
+
+/// SQLite's LIMIT does not do for TOP with ties and for percents.
+bool needs_rank(const Select& select, const QueryTree& query) {
+  if (!select.top) return false;
+  return select.top->percent || (!query.order_by.empty() && !orders_every_row(select, query));
+}
+
+bool is_constant(const Expression& expression) noexcept {
+  const Expression& shown = behind_alias(expression);
+  if (const auto* unary = std::get_if<Unary>(&shown.node)) return is_constant(*unary->operand);
+  return std::holds_alternative<Literal>(shown.node);
+}
+
+std::string output_name(std::size_t position) { return "c" + std::to_string(position + 1); }
+std::string key_name(std::size_t position) { return "k" + std::to_string(position + 1); }
+
+}  // namespace
+
+void Generator::query(const QueryTree& query, const Source* rows_of) {
+  if (query.selects.size() > 1) {
+    for (std::size_t i = 0; i < query.selects.size(); ++i) {
+      if (i > 0) write(query.union_all[i - 1] ? " UNION ALL " : " UNION ");
+      union_member(*query.selects[i], query);
+    }
+    order_by(query, true);
+    return;
+  }
+  const Select& only = *query.selects.front();
+  if (needs_rank(only, query)) return ranked(only, query, rows_of);
+  select(only, query, rows_of);
+  order_by(query, true);
+  if (!only.top) return;
+  write(" LIMIT ");
+  whole_literal(only.top->count);
+}
+
+void Generator::union_member(const Select& member, const QueryTree& query) {
+  if (!member.top) return select(member, query, nullptr);
+  // TOP counts the rows of this SELECT before they are united, and ORDER BY is the whole union's.
+  QueryTree alone;
+  write("SELECT * FROM (");
+  if (member.top->percent) {
+    alone.outputs = query.outputs;
+    ranked(member, alone, nullptr);
+  } else {
+    select(member, query, nullptr);
+    write(" LIMIT ");
+    whole_literal(member.top->count);
+  }
+  write(")");
+}
+
+void Generator::select(const Select& select, const QueryTree& query, const Source* rows_of) {
+  const bool united = query.selects.size() > 1;
+  write(select.distinct ? "SELECT DISTINCT " : "SELECT ");
+  std::size_t position = 0;
+  list(select.outputs, ", ", [&](const OutputColumn& column) {
+    const OutputColumn& shown = query.outputs[position++];
+    output_as(column, shown.type, united || select.distinct);
+    write(" AS ");
+    name(shown.name);
+  });
+  if (rows_of != nullptr) {
+    write(", ");
+    row_id(*rows_of);
+  }
+  tail(select);
+}
+
+/// FROM, WHERE, GROUP BY, HAVING.
+void Generator::tail(const Select& select) {
+  if (!select.from.empty()) {
+    write(" FROM ");
+    from(select.from);
+  }
+  if (select.where != nullptr) {
+    write(" WHERE ");
+    condition(*select.where);
+  }
+  if (!select.group_by.empty()) {
+    write(" GROUP BY ");
+    list(select.group_by, ", ", [&](const ExpressionPtr& group) {
+      // SQLite takes a number for the position of a column.
+      if (is_constant(*group)) {
+        write("NULL");
+      } else {
+        collated(*group);
+      }
+    });
+  }
+  if (select.having == nullptr) return;
+  // Without groups all rows are one, which SQLite believes only of an aggregate.
+  write(select.group_by.empty() ? " HAVING count(*) >= 0 AND " : " HAVING ");
+  condition(*select.having);
+}
+
+/// TOP keeps the rows that stand equal to the last one: the rows are ranked, and those within the rank are shown.
+void Generator::ranked(const Select& select, const QueryTree& query, const Source* rows_of) {
+  write("SELECT ");
+  for (std::size_t i = 0; i < query.outputs.size(); ++i) {
+    write(i > 0 ? ", " : "").write(output_name(i)).write(" AS ");
+    name(query.outputs[i].name);
+  }
+  if (rows_of != nullptr) write(", jet_row");
+  write(" FROM (SELECT *, ");
+  rank(query);
+  write(" AS jet_rank, count(*) OVER () AS jet_count FROM (");
+  write(select.distinct ? "SELECT DISTINCT " : "SELECT ");
+  for (std::size_t i = 0; i < select.outputs.size(); ++i) {
+    if (i > 0) write(", ");
+    output_as(select.outputs[i], query.outputs[i].type, true);
+    write(" AS ").write(output_name(i));
+  }
+  for (std::size_t i = 0; i < query.order_by.size(); ++i) {
+    if (query.order_by[i].output) continue;
+    write(", ");
+    collated(*query.order_by[i].expression);
+    write(" AS ").write(key_name(i));
+  }
+  if (rows_of != nullptr) {
+    write(", ");
+    row_id(*rows_of);
+    write(" AS jet_row");
+  }
+  tail(select);
+  write(select.top->percent ? ")) WHERE jet_rank <= (jet_count * " : ")) WHERE jet_rank <= ");
+  whole_literal(select.top->count);
+  write(select.top->percent ? " + 99) / 100 ORDER BY jet_rank" : " ORDER BY jet_rank");
+}
+
+void Generator::rank(const QueryTree& query) {
+  write(query.order_by.empty() ? "row_number() OVER (" : "rank() OVER (ORDER BY ");
+  for (std::size_t i = 0; i < query.order_by.size(); ++i) {
+    const OrderItem& item = query.order_by[i];
+    write(i > 0 ? ", " : "").write(item.output ? output_name(*item.output) : key_name(i));
+    const ValueType& type = item.output ? query.outputs[*item.output].type : item.expression->type;
+    if (type.is_text()) write(" COLLATE JET");
+    if (item.descending) write(" DESC");
+  }
+  write(")");
+}
+
+void Generator::output(const OutputColumn& shown) {
+  if (shown.expression != nullptr) {
+    value(*shown.expression);
+  } else {
+    column(*shown.source, shown.index);
+  }
+}
+
+void Generator::output_as(const OutputColumn& shown, const ValueType& type, bool collate) {
+  if (type.is_text() || shown.type.kind == Kind::Variant) {
+    as_text(shown.type, [&] { output(shown); });
+  } else {
+    output(shown);
+  }
+  if (collate && (type.is_text() || shown.type.kind == Kind::Variant)) write(" COLLATE JET");
+}
+
+void Generator::order_by(const QueryTree& query, bool by_position) {
+  if (query.order_by.empty()) return;
+  write(" ORDER BY ");
+  list(query.order_by, ", ", [&](const OrderItem& item) {
+    order_term(query, item, by_position);
+    if (item.descending) write(" DESC");
+  });
+}
+
+void Generator::order_term(const QueryTree& query, const OrderItem& item, bool by_position) {
+  if (!item.output) {
+    is_constant(*item.expression) ? static_cast<void>(write("NULL")) : collated(*item.expression);
+    return;
+  }
+  const OutputColumn& shown = query.outputs[*item.output];
+  if (by_position) {
+    whole_literal(static_cast<std::int64_t>(*item.output) + 1);
+  } else if (shown.expression != nullptr && is_constant(*shown.expression)) {
+    write("NULL");
+    return;
+  } else {
+    output(shown);
+  }
+  if (shown.type.is_text() || shown.type.kind == Kind::Variant) write(" COLLATE JET");
+}
+
+void Generator::from(const std::vector<TableReferencePtr>& references) {
+  for (std::size_t i = 0; i < references.size(); ++i) {
+    const bool nested = i > 0 && std::holds_alternative<Join>(references[i]->node);
+    if (i > 0) write(", ");
+    if (nested) write("(");
+    reference(*references[i]);
+    if (nested) write(")");
+  }
+}
+
+void Generator::reference(const TableReference& reference_node) {
+  std::visit(Overloaded{[&](const NamedTable& named) { table(*named.source); },
+                        [&](const DerivedTable& derived) {
+                          write("(");
+                          query(*derived.query);
+                          write(") AS ").write(derived.source->sqlite_name);
+                        },
+                        [&](const Join& join) {
+                          reference(*join.left);
+                          write(join.kind == JoinKind::Inner  ? " JOIN "
+                                : join.kind == JoinKind::Left ? " LEFT JOIN "
+                                                              : " RIGHT JOIN ");
+                          const bool nested = std::holds_alternative<Join>(join.right->node);
+                          if (nested) write("(");
+                          reference(*join.right);
+                          write(nested ? ") ON " : " ON ");
+                          condition(*join.condition);
+                        }},
+             reference_node.node);
+}
+
+void Generator::table(const Source& source) {
+  name(source.table->name);
+  write(" AS ").write(source.sqlite_name);
+}
+
+void Generator::row_id(const Source& source) { write(source.sqlite_name).write(".").write(row_id_name(*source.table)); }
+
+}  // namespace engine::embedded::jet_sql

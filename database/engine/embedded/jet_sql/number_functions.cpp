@@ -1,0 +1,207 @@
+#include <algorithm>
+#include <cmath>
+#include <limits>
+
+#include "database/engine/embedded/jet_sql/collation.h"
+#include "database/engine/embedded/jet_sql/conversion.h"
+#include "database/engine/embedded/jet_sql/function_call.h"
+#include "database/engine/embedded/jet_sql/jet_error.h"
+#include "support/encoding.h"
+#include "support/user_locale.h"
+
+namespace engine::embedded::jet_sql {
+
+namespace {
+
+constexpr int kMostDecimals = 22;
+
+double finite(double value) {
+  if (!std::isfinite(value)) fail(error_overflow);
+  return value;
+}
+
+void number(FunctionCall& call) {
+  if (call.is_text(0)) {
+    call.result(call.number(0));
+  } else {
+    call.result_argument(0);
+  }
+}
+
+void single(FunctionCall& call) {
+  const auto value = static_cast<float>(call.number(0));
+  call.result(finite(static_cast<double>(value)));
+}
+
+void widen(FunctionCall& call) { call.result(widened(call.number(0))); }
+
+void divide(FunctionCall& call) {
+  const double divisor = call.number(1);
+  if (divisor == 0) fail(error_division_by_zero);
+  call.result(finite(call.number(0) / divisor));
+}
+
+void whole_divide(FunctionCall& call) {
+  const std::int64_t divisor = call.whole(1);
+  if (divisor == 0) fail(error_division_by_zero);
+  call.result(call.whole(0) / divisor);
+}
+
+void modulo(FunctionCall& call) {
+  const std::int64_t divisor = call.whole(1);
+  if (divisor == 0) fail(error_division_by_zero);
+  call.result(call.whole(0) % divisor);
+}
+
+void power(FunctionCall& call) {
+  const double base = call.number(0);
+  const double exponent = call.number(1);
+  if (base == 0 && exponent < 0) fail(error_division_by_zero);
+  const double value = std::pow(base, exponent);
+  if (std::isnan(value)) fail(error_invalid_call);
+  call.result(finite(value));
+}
+
+void add(FunctionCall& call) {
+  if (call.is_text(0) && call.is_text(1)) {
+    std::string text(call.text(0));
+    call.result(text += call.text(1));
+  } else {
+    call.result(call.number(0) + call.number(1));
+  }
+}
+
+/// Negative, 0 or positive; a text beside a number is error 3464.
+void compare(FunctionCall& call) {
+  if (call.is_text(0) != call.is_text(1)) fail(error_criterion_mismatch);
+  if (call.is_text(0)) {
+    call.result(compare_texts(call.text(0), call.text(1)));
+  } else {
+    const double left = call.number(0);
+    const double right = call.number(1);
+    call.result(left < right ? -1 : left > right ? 1 : 0);
+  }
+}
+
+void round(FunctionCall& call) {
+  const int decimals = call.has(1) ? call.whole(1) : 0;
+  if (decimals < 0 || decimals > kMostDecimals) fail(error_invalid_call);
+  if (call.is_whole(0)) return call.result_argument(0);
+  const double scale = std::pow(10.0, decimals);
+  // The decimal number that the user sees is rounded: 2.675 is not a little less.
+  const double scaled = number_of(number_text(call.number(0) * scale)).value_or(call.number(0) * scale);
+  call.result(support::round_half_even(scaled) / scale);
+}
+
+template <double (*function)(double)>
+void to_whole(FunctionCall& call) {
+  if (call.is_whole(0)) return call.result_argument(0);
+  call.result(function(call.number(0)));
+}
+double down(double value) { return std::floor(value); }
+double towards_zero(double value) { return std::trunc(value); }
+
+void sign(FunctionCall& call) {
+  const double value = call.number(0);
+  call.result(value > 0 ? 1 : value < 0 ? -1 : 0);
+}
+
+void square_root(FunctionCall& call) {
+  const double value = call.number(0);
+  if (value < 0) fail(error_invalid_call);
+  call.result(std::sqrt(value));
+}
+
+void logarithm(FunctionCall& call) {
+  const double value = call.number(0);
+  if (value <= 0) fail(error_invalid_call);
+  call.result(std::log(value));
+}
+
+template <double (*function)(double)>
+void apply(FunctionCall& call) {
+  call.result(finite(function(call.number(0))));
+}
+double exponential(double value) { return std::exp(value); }
+double sine(double value) { return std::sin(value); }
+double cosine(double value) { return std::cos(value); }
+double tangent(double value) { return std::tan(value); }
+double arc_tangent(double value) { return std::atan(value); }
+
+template <int low, int high>
+void rounded(FunctionCall& call) {
+  const std::int32_t value = call.whole(0);
+  if (value < low || value > high) fail(error_overflow);
+  call.result(value);
+}
+
+void to_double(FunctionCall& call) { call.result(call.number(0)); }
+
+void to_boolean(FunctionCall& call) {
+  if (call.is_text(0)) {
+    const std::string_view text = call.text(0);
+    if (support::equal_ignoring_case(text, "true")) return call.result(-1);
+    if (support::equal_ignoring_case(text, "false")) return call.result(0);
+  }
+  call.result(call.number(0) != 0 ? -1 : 0);
+}
+
+void val(FunctionCall& call) {
+  if (call.is_text(0)) {
+    call.result(leading_number(call.text(0)));
+  } else {
+    call.result(call.number(0));
+  }
+}
+
+/// A blank where a sign could stand, no 0 before the point.
+void str(FunctionCall& call) {
+  const double value = call.number(0);
+  std::string text = number_text(std::abs(value), '.');
+  if (text.starts_with("0.")) text.erase(0, 1);
+  call.result((value < 0 ? "-" : " ") + text);
+}
+
+void is_numeric(FunctionCall& call) {
+  if (call.is_null(0)) return call.result(0);
+  call.result(!call.is_text(0) || number_of(call.text(0)) ? -1 : 0);
+}
+
+constexpr ScalarRow kFunctions[] = {
+    row<number>("jet_number", 1),
+    row<single>("jet_single", 1),
+    row<single>("jet_csng", 1),
+    row<widen>("jet_widen", 1),
+    row<divide>("jet_divide", 2),
+    row<whole_divide>("jet_whole_divide", 2),
+    row<modulo>("jet_modulo", 2),
+    row<power>("jet_power", 2),
+    row<add>("jet_add", 2),
+    row<compare>("jet_compare", 2),
+    row<round>("jet_round", 1),
+    row<round>("jet_round", 2),
+    row<to_whole<down>>("jet_int", 1),
+    row<to_whole<towards_zero>>("jet_fix", 1),
+    row<sign>("jet_sgn", 1),
+    row<square_root>("jet_sqr", 1),
+    row<logarithm>("jet_log", 1),
+    row<apply<exponential>>("jet_exp", 1),
+    row<apply<sine>>("jet_sin", 1),
+    row<apply<cosine>>("jet_cos", 1),
+    row<apply<tangent>>("jet_tan", 1),
+    row<apply<arc_tangent>>("jet_atn", 1),
+    row<rounded<0, 255>>("jet_cbyte", 1),
+    row<rounded<-32768, 32767>>("jet_cint", 1),
+    row<rounded<std::numeric_limits<int>::min(), std::numeric_limits<int>::max()>>("jet_clng", 1),
+    row<to_double>("jet_cdbl", 1),
+    row<to_boolean>("jet_cbool", 1),
+    row<val>("jet_val", 1),
+    row<str>("jet_str", 1),
+    row<is_numeric>("jet_isnumeric", 1, NullRule::IsTaken),
+};
+
+}  // namespace
+
+std::span<const ScalarRow> number_functions() noexcept { return kFunctions; }
+
+}  // namespace engine::embedded::jet_sql

@@ -1,0 +1,122 @@
+#include "database/engine/embedded/jet_sql/parser.h"
+
+#include <algorithm>
+#include <array>
+
+#include "database/engine/embedded/jet_sql/jet_error.h"
+
+namespace engine::embedded::jet_sql {
+
+namespace {
+
+/// Words that are never names unless they are quoted: without them the ends of clauses could not be told. All other
+/// words of the language are names wherever a name can stand.
+constexpr auto kReserved = std::to_array<std::string_view>(
+    {"ALL",  "AND",   "AS",     "BETWEEN", "BY",     "DELETE", "DISTINCT", "DISTINCTROW", "EQV",   "FALSE",
+     "FROM", "GROUP", "HAVING", "IMP",     "IN",     "INNER",  "INSERT",   "INTO",        "IS",    "JOIN",
+     "LEFT", "LIKE",  "MOD",    "NOT",     "NULL",   "ON",     "OR",       "ORDER",       "RIGHT", "SELECT",
+     "SET",  "TRUE",  "UNION",  "UPDATE",  "VALUES", "WHERE",  "XOR"});
+
+}  // namespace
+
+Parser::Level::Level(int& depth) : depth_(depth) {
+  if (depth_ >= max_tree_height) fail(error_too_complex);
+  ++depth_;
+}
+
+Parser::Parser(std::string_view statement) : statement_(statement), tokens_(tokenize(statement_)) {}
+
+Statement Parser::parse_statement() {
+  clause_ = error_no_statement;
+  Statement statement;
+  if (at_word("SELECT")) {
+    SelectStatement select;
+    select.query = parse_query(&select);
+    statement = std::move(select);
+  } else if (accept_word("INSERT")) {
+    statement = parse_insert();
+  } else if (accept_word("UPDATE")) {
+    statement = parse_update();
+  } else if (accept_word("DELETE")) {
+    statement = parse_delete();
+  } else if (accept_word("CREATE")) {
+    statement = parse_create();
+  } else if (accept_word("ALTER")) {
+    statement = parse_alter();
+  } else if (accept_word("DROP")) {
+    statement = parse_drop();
+  } else {
+    fail_here();
+  }
+  expect_end();
+  return statement;
+}
+
+ExpressionPtr Parser::parse_lone_expression() {
+  clause_ = error_expression_syntax;
+  accept_symbol("=");
+  ExpressionPtr expression = parse_expression();
+  expect_end();
+  return expression;
+}
+
+const Token& Parser::peek(std::size_t ahead) const noexcept {
+  return tokens_[std::min(position_ + ahead, tokens_.size() - 1)];
+}
+
+Token Parser::take() {
+  Token token = peek();
+  if (token.kind != TokenKind::End) ++position_;
+  return token;
+}
+
+bool Parser::at_word(std::string_view keyword, std::size_t ahead) const noexcept {
+  return peek(ahead).is_word(keyword);
+}
+
+bool Parser::accept_word(std::string_view keyword) {
+  if (!at_word(keyword)) return false;
+  ++position_;
+  return true;
+}
+
+bool Parser::accept_symbol(std::string_view symbol) {
+  if (!peek().is_symbol(symbol)) return false;
+  ++position_;
+  return true;
+}
+
+void Parser::expect_word(std::string_view keyword) {
+  if (!accept_word(keyword)) fail_here();
+}
+
+void Parser::expect_symbol(std::string_view symbol) {
+  if (!accept_symbol(symbol)) fail_here();
+}
+
+void Parser::fail_here() const { fail(clause_); }
+
+bool Parser::at_name(std::size_t ahead) const noexcept {
+  const Token& token = peek(ahead);
+  if (token.kind == TokenKind::QuotedName) return true;
+  return token.kind == TokenKind::Word &&
+         std::none_of(kReserved.begin(), kReserved.end(), [&](std::string_view word) { return token.is_word(word); });
+}
+
+std::string Parser::expect_name() {
+  if (!at_name()) fail_here();
+  return take().text;
+}
+
+std::string Parser::expect_any_name() {
+  if (peek().kind != TokenKind::Word && peek().kind != TokenKind::QuotedName) fail_here();
+  return take().text;
+}
+
+void Parser::expect_end() {
+  const bool ended = accept_symbol(";");
+  if (peek().kind == TokenKind::End) return;
+  fail(ended ? error_text_after_end : clause_);
+}
+
+}  // namespace engine::embedded::jet_sql

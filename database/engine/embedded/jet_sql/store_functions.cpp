@@ -1,0 +1,100 @@
+// What is stored in a field is converted and checked by these; ChangeGenerator writes them around the values.
+#include <cmath>
+#include <limits>
+
+#include "database/engine/embedded/jet_sql/calendar.h"
+#include "database/engine/embedded/jet_sql/conversion.h"
+#include "database/engine/embedded/jet_sql/function_call.h"
+#include "database/engine/embedded/jet_sql/jet_error.h"
+#include "support/encoding.h"
+#include "support/user_locale.h"
+
+namespace engine::embedded::jet_sql {
+
+namespace {
+
+double number_to_store(FunctionCall& call) {
+  if (!call.is_text(0)) return call.number(0);
+  const auto number = number_of(call.text(0));
+  if (!number) fail(error_conversion);
+  return *number;
+}
+
+template <typename Whole>
+void store_whole(FunctionCall& call) {
+  const double rounded = support::round_half_even(number_to_store(call));
+  if (!(rounded >= std::numeric_limits<Whole>::min() && rounded <= std::numeric_limits<Whole>::max())) {
+    fail(error_conversion);
+  }
+  call.result(static_cast<std::int32_t>(rounded));
+}
+
+void store_boolean(FunctionCall& call) {
+  if (call.is_text(0)) {
+    const std::string_view text = call.text(0);
+    if (support::equal_ignoring_case(text, "true")) return call.result(-1);
+    if (support::equal_ignoring_case(text, "false")) return call.result(0);
+  }
+  call.result(number_to_store(call) != 0 ? -1 : 0);
+}
+
+void store_single(FunctionCall& call) {
+  const auto single = static_cast<float>(number_to_store(call));
+  if (!std::isfinite(single)) fail(error_conversion);
+  call.result(static_cast<double>(single));
+}
+
+void store_double(FunctionCall& call) {
+  const double number = number_to_store(call);
+  if (!std::isfinite(number)) fail(error_conversion);
+  call.result(number);
+}
+
+void store_date(FunctionCall& call) {
+  const auto days = call.is_text(0) ? date_of(call.text(0)) : call.number(0);
+  if (!days || !is_date(*days)) fail(error_conversion);
+  call.result(*days);
+}
+
+/// Text, most characters (0: any number), whether it may be empty, the field's name.
+void store_text(FunctionCall& call) {
+  const std::string_view text = call.text(0);
+  const std::int64_t size = call.whole64(1);
+  if (text.empty() && call.whole64(2) == 0) fail(error_zero_length, call.text(3));
+  if (size > 0 && text.size() > static_cast<std::size_t>(size) &&
+      support::character_count(text) > static_cast<std::size_t>(size)) {
+    fail(error_field_too_small, call.text(3));
+  }
+  call.result_argument(0);
+}
+
+void cut_text(FunctionCall& call) {
+  const std::int64_t size = call.whole64(1);
+  if (size <= 0) return call.result_argument(0);
+  call.result(support::first_characters(call.text(0), static_cast<std::size_t>(size)));
+}
+
+/// Value, error for Null, the field's name.
+void required(FunctionCall& call) {
+  if (call.is_null(0)) fail(static_cast<int>(call.whole64(1)), call.text(2));
+  call.result_argument(0);
+}
+
+constexpr ScalarRow kFunctions[] = {
+    row<store_boolean>("jet_store_boolean", 1),
+    row<store_whole<std::uint8_t>>("jet_store_byte", 1),
+    row<store_whole<std::int16_t>>("jet_store_integer", 1),
+    row<store_whole<std::int32_t>>("jet_store_long", 1),
+    row<store_single>("jet_store_single", 1),
+    row<store_double>("jet_store_double", 1),
+    row<store_date>("jet_store_date", 1),
+    row<store_text>("jet_store_text", 4),
+    row<cut_text>("jet_cut_text", 2),
+    row<required>("jet_required", 3, NullRule::IsTaken),
+};
+
+}  // namespace
+
+std::span<const ScalarRow> store_functions() noexcept { return kFunctions; }
+
+}  // namespace engine::embedded::jet_sql

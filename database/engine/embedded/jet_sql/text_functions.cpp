@@ -1,0 +1,192 @@
+#include <algorithm>
+#include <memory>
+
+#include "database/engine/embedded/jet_sql/collation.h"
+#include "database/engine/embedded/jet_sql/conversion.h"
+#include "database/engine/embedded/jet_sql/function_call.h"
+#include "database/engine/embedded/jet_sql/jet_error.h"
+#include "database/engine/embedded/jet_sql/like_pattern.h"
+#include "support/encoding.h"
+
+namespace engine::embedded::jet_sql {
+
+namespace {
+
+constexpr std::int32_t kLongestFill = 65535;
+
+void text(FunctionCall& call) {
+  if (call.is_text(0)) {
+    call.result_argument(0);
+  } else {
+    call.result(call.text(0));
+  }
+}
+
+/// Null beside a text counts as the empty text.
+void concatenate(FunctionCall& call) {
+  if (call.is_null(0) && call.is_null(1)) return call.result_null();
+  if (call.is_null(0)) return call.result_argument(1);
+  if (call.is_null(1)) return call.result_argument(0);
+  std::string whole(call.text(0));
+  call.result(whole += call.text(1));
+}
+
+void like(FunctionCall& call) {
+  // SQLite keeps the pattern beside the statement as long as it is a constant.
+  const auto* known = static_cast<const LikePattern*>(sqlite3_get_auxdata(call.context(), 0));
+  std::unique_ptr<LikePattern> compiled;
+  if (known == nullptr) {
+    compiled = std::make_unique<LikePattern>(call.text(0));
+    known = compiled.get();
+  }
+  call.result(known->matches(call.text(1)) ? 1 : 0);
+  if (compiled == nullptr) return;
+  sqlite3_set_auxdata(call.context(), 0, compiled.release(),
+                      [](void* pattern) { delete static_cast<LikePattern*>(pattern); });
+}
+
+std::size_t length_argument(const FunctionCall& call, int position) {
+  const std::int32_t length = call.whole(position);
+  if (length < 0) fail(error_invalid_call);
+  return static_cast<std::size_t>(length);
+}
+
+void left(FunctionCall& call) { call.result(support::first_characters(call.text(0), length_argument(call, 1))); }
+
+void right(FunctionCall& call) {
+  const std::string_view whole = call.text(0);
+  const std::size_t count = support::character_count(whole);
+  const std::size_t wanted = std::min(length_argument(call, 1), count);
+  call.result(whole.substr(support::first_characters(whole, count - wanted).size()));
+}
+
+void mid(FunctionCall& call) {
+  const std::string_view whole = call.text(0);
+  const std::size_t start = length_argument(call, 1);
+  if (start == 0) fail(error_invalid_call);
+  const std::string_view rest = whole.substr(support::first_characters(whole, start - 1).size());
+  call.result(call.has(2) ? support::first_characters(rest, length_argument(call, 2)) : rest);
+}
+
+void trim_left(FunctionCall& call) {
+  const std::string_view whole = call.text(0);
+  call.result(whole.substr(std::min(whole.find_first_not_of(' '), whole.size())));
+}
+
+std::string_view without_trailing(std::string_view whole) { return whole.substr(0, whole.find_last_not_of(' ') + 1); }
+
+void trim_right(FunctionCall& call) { call.result(without_trailing(call.text(0))); }
+
+void trim(FunctionCall& call) {
+  const std::string_view whole = without_trailing(call.text(0));
+  call.result(whole.substr(std::min(whole.find_first_not_of(' '), whole.size())));
+}
+
+void upper(FunctionCall& call) { call.result(std::string_view(support::to_upper(call.text(0)))); }
+void lower(FunctionCall& call) { call.result(std::string_view(support::to_lower(call.text(0)))); }
+
+void length(FunctionCall& call) { call.result(static_cast<std::int64_t>(support::character_count(call.text(0)))); }
+
+/// InStr([start,] text, wanted [, 0 for letters as they stand]): the position of the character, 0 where there is none.
+void position_of(FunctionCall& call) {
+  const bool has_start = call.count() > 2;
+  const std::size_t start = has_start ? length_argument(call, 0) : 1;
+  if (start == 0) fail(error_invalid_call);
+  const std::string whole(call.text(has_start ? 1 : 0));
+  const std::string wanted(call.text(has_start ? 2 : 1));
+  const bool exact = call.has(3) && call.whole(3) == 0;
+  if (start > support::character_count(whole)) return call.result(0);
+  const std::size_t first = support::first_characters(whole, start - 1).size();
+  const std::size_t found = exact ? whole.find(wanted, first) : support::find_ignoring_case(whole, wanted, first);
+  if (found == std::string::npos) return call.result(0);
+  call.result(static_cast<std::int64_t>(support::character_count(std::string_view(whole).substr(0, found)) + 1));
+}
+
+void replace(FunctionCall& call) {
+  const std::string whole(call.text(0));
+  const std::string wanted(call.text(1));
+  const std::string replacement(call.text(2));
+  if (wanted.empty()) return call.result(std::string_view(whole));
+  const auto limit =
+      static_cast<std::size_t>(sqlite3_limit(sqlite3_context_db_handle(call.context()), SQLITE_LIMIT_LENGTH, -1));
+  std::string changed;
+  std::size_t from = 0;
+  for (std::size_t at = whole.find(wanted); at != std::string::npos; at = whole.find(wanted, from)) {
+    changed.append(whole, from, at - from) += replacement;
+    if (changed.size() > limit) return sqlite3_result_error_toobig(call.context());
+    from = at + wanted.size();
+  }
+  call.result(std::string_view(changed.append(whole, from)));
+}
+
+std::size_t fill_length(FunctionCall& call) {
+  const std::size_t length = length_argument(call, 0);
+  if (length > kLongestFill) fail(error_overflow);
+  return length;
+}
+
+void space(FunctionCall& call) { call.result(std::string_view(std::string(fill_length(call), ' '))); }
+
+void repeat(FunctionCall& call) {
+  const std::string_view first = support::first_characters(call.text(1), 1);
+  if (first.empty()) fail(error_invalid_call);
+  std::string whole;
+  for (std::size_t i = fill_length(call); i > 0; --i) whole += first;
+  call.result(std::string_view(whole));
+}
+
+void compare(FunctionCall& call) {
+  const std::string first(call.text(0));
+  const std::string second(call.text(1));
+  const bool exact = call.has(2) && call.whole(2) == 0;
+  const int difference = exact ? first.compare(second) : compare_texts(first, second);
+  call.result(difference < 0 ? -1 : difference > 0 ? 1 : 0);
+}
+
+void code_of(FunctionCall& call) {
+  const std::string code = support::cp1252_from_utf8(support::first_characters(call.text(0), 1));
+  if (code.empty()) fail(error_invalid_call);
+  call.result(static_cast<std::int32_t>(static_cast<unsigned char>(code.front())));
+}
+
+void character_of(FunctionCall& call) {
+  const std::int32_t code = call.whole(0);
+  if (code < 1 || code > 255) fail(error_invalid_call);
+  call.result(std::string_view(support::utf8_from_cp1252(std::string(1, static_cast<char>(code)))));
+}
+
+void date_as_text(FunctionCall& call) { call.result(std::string_view(date_text(call.date(0)))); }
+
+constexpr ScalarRow kFunctions[] = {
+    row<text>("jet_text", 1),
+    row<text>("jet_cstr", 1),
+    row<date_as_text>("jet_date_text", 1),
+    row<concatenate>("jet_concat", 2, NullRule::IsTaken),
+    row<like>("jet_like", 2),
+    row<left>("jet_left", 2),
+    row<right>("jet_right", 2),
+    row<mid>("jet_mid", 2),
+    row<mid>("jet_mid", 3),
+    row<trim_left>("jet_ltrim", 1),
+    row<trim_right>("jet_rtrim", 1),
+    row<trim>("jet_trim", 1),
+    row<upper>("jet_ucase", 1),
+    row<lower>("jet_lcase", 1),
+    row<length>("jet_len", 1),
+    row<position_of>("jet_instr", 2),
+    row<position_of>("jet_instr", 3),
+    row<position_of>("jet_instr", 4),
+    row<replace>("jet_replace", 3),
+    row<space>("jet_space", 1),
+    row<repeat>("jet_string", 2),
+    row<compare>("jet_strcomp", 2),
+    row<compare>("jet_strcomp", 3),
+    row<code_of>("jet_asc", 1),
+    row<character_of>("jet_chr", 1),
+};
+
+}  // namespace
+
+std::span<const ScalarRow> text_functions() noexcept { return kFunctions; }
+
+}  // namespace engine::embedded::jet_sql

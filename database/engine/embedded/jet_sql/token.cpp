@@ -1,0 +1,174 @@
+#include "database/engine/embedded/jet_sql/token.h"
+
+#include <charconv>
+#include <system_error>
+
+#include "database/engine/embedded/jet_sql/calendar.h"
+#include "database/engine/embedded/jet_sql/jet_error.h"
+#include "support/encoding.h"
+
+namespace engine::embedded::jet_sql {
+
+namespace {
+
+constexpr std::size_t kLongestStatement = 1 << 20;
+constexpr std::size_t kLongestName = 64 * 4;  // 64 characters
+constexpr std::string_view kSymbols[] = {"<=", ">=", "<>", "(", ")", ",", ".",  "!", ";", "=",
+                                         "<",  ">",  "+",  "-", "*", "/", "\\", "^", "&"};
+
+bool is_digit(char character) noexcept { return character >= '0' && character <= '9'; }
+bool is_blank(char character) noexcept {
+  return character == ' ' || character == '\t' || character == '\r' || character == '\n';
+}
+char upper(char character) noexcept {
+  return character >= 'a' && character <= 'z' ? static_cast<char>(character - 'a' + 'A') : character;
+}
+bool begins_word(char character) noexcept {
+  const char letter = upper(character);
+  return (letter >= 'A' && letter <= 'Z') || character == '_' || static_cast<unsigned char>(character) >= 0x80;
+}
+bool continues_word(char character) noexcept {
+  return begins_word(character) || is_digit(character) || character == '$';
+}
+
+class Tokenizer {
+ public:
+  explicit Tokenizer(std::string_view statement) : statement_(statement) {}
+
+  Token next() {
+    while (position_ < statement_.size() && is_blank(statement_[position_])) ++position_;
+    Token token;
+    token.begin = position_;
+    if (position_ < statement_.size()) read(token);
+    token.end = position_;
+    return token;
+  }
+
+ private:
+  char peek(std::size_t ahead = 0) const noexcept {
+    return position_ + ahead < statement_.size() ? statement_[position_ + ahead] : '\0';
+  }
+
+  void read(Token& token) {
+    const char first = peek();
+    if (begins_word(first)) {
+      read_word(token);
+    } else if (is_digit(first) || (first == '.' && is_digit(peek(1)))) {
+      read_number(token);
+    } else if (first == '\'' || first == '"') {
+      token.kind = TokenKind::Text;
+      token.text = read_quoted(first);
+    } else if (first == '[' || first == '`') {
+      read_quoted_name(token, first == '[' ? ']' : '`');
+    } else if (first == '#') {
+      read_date(token);
+    } else {
+      read_symbol(token);
+    }
+  }
+
+  void read_word(Token& token) {
+    const std::size_t begin = position_;
+    while (position_ < statement_.size() && continues_word(statement_[position_])) ++position_;
+    token.kind = TokenKind::Word;
+    token.text = statement_.substr(begin, position_ - begin);
+    if (token.text.size() > kLongestName) fail(error_invalid_name, "…");
+  }
+
+  void skip_digits() {
+    while (is_digit(peek())) ++position_;
+  }
+
+  /// A letter after the digits begins the next token ("1AND"), except an exponent that has digits.
+  void read_number(Token& token) {
+    const std::size_t begin = position_;
+    skip_digits();
+    token.whole = true;
+    if (peek() == '.') {
+      token.whole = false;
+      ++position_;
+      skip_digits();
+    }
+    const std::size_t sign = peek(1) == '+' || peek(1) == '-' ? 1 : 0;
+    if (upper(peek()) == 'E' && is_digit(peek(1 + sign))) {
+      token.whole = false;
+      position_ += 1 + sign;
+      skip_digits();
+    }
+    token.kind = TokenKind::Number;
+    token.text = statement_.substr(begin, position_ - begin);
+    const auto result = std::from_chars(token.text.data(), token.text.data() + token.text.size(), token.number);
+    if (result.ec != std::errc{}) fail(error_overflow);
+  }
+
+  /// A quote inside is written twice.
+  std::string read_quoted(char quote) {
+    std::string content;
+    for (++position_; position_ < statement_.size(); ++position_) {
+      if (statement_[position_] == quote) {
+        ++position_;
+        if (peek() != quote || position_ >= statement_.size()) return content;
+      }
+      content += statement_[position_];
+    }
+    fail(error_expression_syntax);
+  }
+
+  void read_quoted_name(Token& token, char closing) {
+    const std::size_t end = statement_.find(closing, position_ + 1);
+    if (end == std::string_view::npos) fail(error_invalid_bracketing);
+    token.kind = TokenKind::QuotedName;
+    token.text = statement_.substr(position_ + 1, end - position_ - 1);
+    if (token.text.empty() || token.text.size() > kLongestName) fail(error_invalid_bracketing);
+    position_ = end + 1;
+  }
+
+  void read_date(Token& token) {
+    const std::size_t end = statement_.find('#', position_ + 1);
+    if (end == std::string_view::npos) fail(error_expression_syntax);
+    const auto days = parse_date(statement_.substr(position_ + 1, end - position_ - 1), "mdy");
+    if (!days) fail(error_expression_syntax);
+    token.kind = TokenKind::Date;
+    token.number = *days;
+    position_ = end + 1;
+  }
+
+  void read_symbol(Token& token) {
+    const std::string_view rest = statement_.substr(position_);
+    for (const std::string_view symbol : kSymbols) {
+      if (!rest.starts_with(symbol)) continue;
+      token.kind = TokenKind::Symbol;
+      token.text = symbol;
+      position_ += symbol.size();
+      return;
+    }
+    fail(error_expression_syntax);
+  }
+
+  std::string_view statement_;
+  std::size_t position_ = 0;
+};
+
+}  // namespace
+
+bool Token::is_word(std::string_view keyword) const noexcept {
+  if (kind != TokenKind::Word || text.size() != keyword.size()) return false;
+  for (std::size_t i = 0; i < keyword.size(); ++i) {
+    if (upper(text[i]) != keyword[i]) return false;
+  }
+  return true;
+}
+
+std::vector<Token> tokenize(std::string_view statement) {
+  if (statement.size() > kLongestStatement) fail(error_too_complex);
+  // SQLite takes neither; nothing that the user means is written with them.
+  if (statement.find('\0') != std::string_view::npos || !support::is_utf8(statement)) fail(error_expression_syntax);
+  Tokenizer tokenizer(statement);
+  std::vector<Token> tokens;
+  do {
+    tokens.push_back(tokenizer.next());
+  } while (tokens.back().kind != TokenKind::End);
+  return tokens;
+}
+
+}  // namespace engine::embedded::jet_sql

@@ -1,0 +1,66 @@
+// What the compiler knows of an expression's value before any row is read: its kind, how large it can get, whether it
+// can be Null. Conversions and checks are left out where this proves them needless.
+#pragma once
+
+#include <algorithm>
+#include <cstdint>
+
+#include "database/engine/embedded/catalogue.h"
+
+namespace engine::embedded::jet_sql {
+
+enum class Kind {
+  Null,
+  Boolean,
+  Byte,
+  Integer,
+  Long,
+  Single,
+  Double,
+  Date,
+  Text,
+  Memo,
+  /// Known only when the row is read.
+  Variant,
+};
+
+struct ValueType {
+  Kind kind = Kind::Null;
+  /// Most characters of a Text; 0 where that is not known.
+  std::int32_t size = 0;
+  bool nullable = true;
+  /// A text that may have no characters.
+  bool may_be_empty = true;
+  /// A date that surely lies in the calendar; sums of dates may not.
+  bool in_calendar = true;
+  /// Bounds of a whole number.
+  double low = 0;
+  double high = 0;
+
+  bool is_whole() const noexcept { return kind >= Kind::Boolean && kind <= Kind::Long; }
+  bool is_number() const noexcept { return kind >= Kind::Boolean && kind <= Kind::Date; }
+  bool is_text() const noexcept { return kind == Kind::Text || kind == Kind::Memo; }
+  ValueType with_null(bool may_be_null) const noexcept {
+    ValueType type = *this;
+    type.nullable = may_be_null;
+    return type;
+  }
+};
+
+/// Bounds of a whole kind come from the kind.
+ValueType type_of_kind(Kind kind, std::int32_t size = 0) noexcept;
+ValueType type_of_field(const FieldDefinition& field) noexcept;
+/// The smallest kind of Integer, Long and Double that holds every whole number within the bounds.
+ValueType type_of_whole(double low, double high) noexcept;
+/// What values of either type have in common: the wider number, Date beside numbers, Memo beside Text; Variant for a
+/// text beside a number.
+ValueType common_type(const ValueType& left, const ValueType& right) noexcept;
+
+/// How a result of this type is presented: Null and Variant as Text.
+DataType data_type_of(const ValueType& type) noexcept;
+/// Size of a field of this type, as FieldDefinition gives it.
+std::int32_t field_size_of(const ValueType& type) noexcept;
+/// Bytes of a number, 0 for Text and Memo.
+std::int32_t storage_size(DataType type) noexcept;
+
+}  // namespace engine::embedded::jet_sql
