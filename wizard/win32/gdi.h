@@ -1,0 +1,61 @@
+// Owners of drawing objects, and the unit of the form on a screen.
+#pragma once
+
+#include <windows.h>
+
+#include <cstdint>
+#include <memory>
+#include <type_traits>
+
+#include "wizard/form/form.h"
+
+namespace wizard::win32 {
+
+struct DeleteGdiObject {
+  void operator()(HGDIOBJ object) const noexcept { DeleteObject(object); }
+};
+using Font = std::unique_ptr<std::remove_pointer_t<HFONT>, DeleteGdiObject>;
+using Bitmap = std::unique_ptr<std::remove_pointer_t<HBITMAP>, DeleteGdiObject>;
+using Brush = std::unique_ptr<std::remove_pointer_t<HBRUSH>, DeleteGdiObject>;
+
+struct DeleteContext {
+  void operator()(HDC context) const noexcept { DeleteDC(context); }
+};
+using MemoryContext = std::unique_ptr<std::remove_pointer_t<HDC>, DeleteContext>;
+
+/// Selects an object for the lifetime of this one.
+class Selection {
+ public:
+  Selection(HDC context, HGDIOBJ object) : context_(context), before_(SelectObject(context, object)) {}
+  ~Selection() { SelectObject(context_, before_); }
+  Selection(const Selection&) = delete;
+  Selection& operator=(const Selection&) = delete;
+
+ private:
+  HDC context_;
+  HGDIOBJ before_;
+};
+
+/// A context of the screen (null window) or of a window.
+class WindowContext {
+ public:
+  explicit WindowContext(HWND window) : window_(window), context_(GetDC(window)) {}
+  ~WindowContext() { ReleaseDC(window_, context_); }
+  WindowContext(const WindowContext&) = delete;
+  WindowContext& operator=(const WindowContext&) = delete;
+  HDC get() const noexcept { return context_; }
+
+ private:
+  HWND window_;
+  HDC context_;
+};
+
+/// Twips (1440 to the inch) to pixels of a screen.
+inline int pixels(std::int32_t twips, UINT dpi) { return MulDiv(twips, static_cast<int>(dpi), 1440); }
+
+inline RECT pixels(const form::Bounds& bounds, UINT dpi) {
+  return {pixels(bounds.left, dpi), pixels(bounds.top, dpi), pixels(bounds.left + bounds.width, dpi),
+          pixels(bounds.top + bounds.height, dpi)};
+}
+
+}  // namespace wizard::win32
