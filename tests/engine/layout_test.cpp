@@ -134,6 +134,7 @@ TEST_F(Layout, RefusesWhatTheEngineRefuses) {
       {"a field twice", 3191, [&] { append("NAME", DataType::Long); }},
       {"a field of no type", 3259, [&] { append("x", static_cast<DataType>(5)); }},
       {"an AutoNumber that is no Long", 3259, [&] { append("x", DataType::Integer, 0, 16); }},
+      {"a second AutoNumber", 3219, [&] { append("x", DataType::Long, 0, 16); }},
       {"a text too wide", 3001, [&] { append("x", DataType::Text, 256); }},
       {"a field without a name", 3125, [&] { append("", DataType::Long); }},
       {"a field with a dot", 3125, [&] { append("a.b", DataType::Long); }},
@@ -178,6 +179,7 @@ TEST_F(Layout, OfATableWithRowsChangesInPlace) {
     for (const std::string_view name : {"Anna", "Bert"}) add_row(*database, name);
     const auto things = database->table_defs().item("things");
     things->fields().append(things->create_field("later", DataType::Double));
+    things->fields().remove("id");
     const auto number = things->create_field("number", DataType::Long);
     number->set_attributes(17);
     things->fields().append(number);
@@ -188,7 +190,7 @@ TEST_F(Layout, OfATableWithRowsChangesInPlace) {
     things->set_name("people");
   }
   const auto database = open();
-  EXPECT_THAT(field_names(*database, "people"), ElementsAre("id", "Vorname", "note", "later", "number"));
+  EXPECT_THAT(field_names(*database, "people"), ElementsAre("Vorname", "note", "later", "number"));
   EXPECT_THAT(column(*database, "people", "vorname"), ElementsAre("Anna", "Bert"));
   EXPECT_THAT(column(*database, "people", "later"), ElementsAre("NULL", "NULL"));
   EXPECT_THAT(column(*database, "people", "number"), ElementsAre("1", "2")) << "an AutoNumber numbers the rows";

@@ -67,6 +67,18 @@ struct TableDefinition {
 
   /// Null where there is none; names ignore case.
   const FieldDefinition* find_field(std::string_view field) const noexcept { return find_named(fields, field); }
+  /// Null where there is none.
+  const FieldDefinition* auto_number() const noexcept {
+    const auto found = std::ranges::find_if(fields, &FieldDefinition::auto_increment);
+    return found == fields.end() ? nullptr : &*found;
+  }
+  /// SQLite's name for the identity of a row, one that no field hides; empty where fields hide them all.
+  std::string_view row_id_column() const noexcept {
+    for (const std::string_view column : {"rowid", "_rowid_", "oid"}) {
+      if (!find_field(column)) return column;
+    }
+    return {};
+  }
 };
 
 /// Read side of the catalogue, as the SQL compiler sees it.

@@ -26,10 +26,11 @@ std::vector<std::optional<std::size_t>> bind_columns(const std::vector<jet_sql::
   return fields;
 }
 
+/// Where the AutoNumber stands among the fields.
 std::optional<std::size_t> auto_number_field(const TableDefinition& table) {
-  const auto found = std::ranges::find_if(table.fields, &FieldDefinition::auto_increment);
-  if (found == table.fields.end()) return std::nullopt;
-  return static_cast<std::size_t>(found - table.fields.begin());
+  const FieldDefinition* field = table.auto_number();
+  if (!field) return std::nullopt;
+  return static_cast<std::size_t>(field - table.fields.data());
 }
 
 std::string_view without_brackets(std::string_view name) {
@@ -38,6 +39,7 @@ std::string_view without_brackets(std::string_view name) {
 }
 
 EmbeddedRecordset::Source table_source(Session& session, const TablePointer& table) {
+  if (table->definition.row_id_column().empty()) raise(3251);
   EmbeddedRecordset::Source source;
   source.table = table;
   source.sqlite_sql = "SELECT ";
@@ -46,7 +48,8 @@ EmbeddedRecordset::Source table_source(Session& session, const TablePointer& tab
     source.columns.push_back({field.name, field.type, field.size, field.name});
   }
   const std::string from = " FROM " + quoted(table->definition.name);
-  source.sqlite_sql += "rowid" + from + " ORDER BY rowid";
+  const std::string row_id{table->definition.row_id_column()};
+  source.sqlite_sql += row_id + from + " ORDER BY " + row_id;
   source.count = static_cast<std::int32_t>(session.connection().integer("SELECT count(*)" + from));
   return source;
 }
@@ -235,6 +238,10 @@ std::int64_t EmbeddedRecordset::insert_row() {
   return session_->connection().last_row_id();
 }
 
+std::string EmbeddedRecordset::where_row() const {
+  return " WHERE " + std::string(table_->definition.row_id_column()) + "=?";
+}
+
 void EmbeddedRecordset::update_row() {
   std::string assignments;
   std::vector<const Value*> values;
@@ -246,7 +253,7 @@ void EmbeddedRecordset::update_row() {
   if (values.empty()) return;
   Connection& connection = session_->connection();
   const PooledStatement change =
-      connection.statement("UPDATE " + quoted(table_->definition.name) + " SET " + assignments + " WHERE rowid=?");
+      connection.statement("UPDATE " + quoted(table_->definition.name) + " SET " + assignments + where_row());
   int parameter = 0;
   for (const Value* content : values) change->bind(++parameter, *content);
   change->bind(++parameter, reader_.rows().row_id(row_));
@@ -280,7 +287,7 @@ void EmbeddedRecordset::delete_row() {
   begin_edit(Editing::None);
   AtomicChange change{*session_};
   session_->connection()
-      .statement("DELETE FROM " + quoted(table_->definition.name) + " WHERE rowid=?")
+      .statement("DELETE FROM " + quoted(table_->definition.name) + where_row())
       ->with(reader_.rows().row_id(row_))
       .run();
   if (session_->connection().changes() == 0) raise(3167);

@@ -67,6 +67,7 @@ class EmbeddedRecordset : public Recordset {
   void check_nulls() const;
   std::int64_t insert_row();
   void update_row();
+  std::string where_row() const;
   /// Packs the edited row behind the others.
   void append_edited(std::int64_t row_id);
 

@@ -50,6 +50,11 @@ void check_name(std::string_view name) {
   if (!allowed || reserved) raise(3125, name);
 }
 
+/// A table has one AutoNumber at most.
+void check_auto_number(const FieldDefinition& field, const TableDefinition& table) {
+  if (field.auto_increment() && table.auto_number()) raise(3219);
+}
+
 std::string column(const FieldDefinition& field) {
   const TypeTraits* traits = find_traits(field.type);
   return quoted(field.name) + " " + std::string(traits ? traits->declaration : "");
@@ -69,18 +74,24 @@ void create_sqlite_index(Connection& connection, std::int64_t id, std::string_vi
 }
 
 /// Fills an AutoNumber field that was added to a table with rows.
-void number_rows(Connection& connection, const std::string& table, const std::string& field) {
-  connection.run("UPDATE " + table + " SET " + field + "=n.number FROM (SELECT rowid AS row, row_number() OVER " +
-                 "(ORDER BY rowid) AS number FROM " + table + ") AS n WHERE " + table + ".rowid=n.row");
+void number_rows(Connection& connection, const TableDefinition& table, const FieldDefinition& field) {
+  const std::string row_id{table.row_id_column()};
+  const std::string name = quoted(table.name);
+  const PooledStatement rows = connection.statement("SELECT " + row_id + " FROM " + name + " ORDER BY " + row_id);
+  const PooledStatement update =
+      connection.statement("UPDATE " + name + " SET " + quoted(field.name) + "=? WHERE " + row_id + "=?");
+  for (std::int64_t number = 1; rows->step(); ++number) update->with(number, rows->integer(0)).run();
 }
 
 /// Fills a column with the values of another one, converted to the field's type.
-void convert_values(Connection& connection, const std::string& table, const std::string& old_column, DataType old_type,
-                    const FieldDefinition& field) {
+void convert_values(Connection& connection, const TableDefinition& table, const std::string& old_column,
+                    DataType old_type, const FieldDefinition& field) {
+  const std::string row_id{table.row_id_column()};
+  const std::string name = quoted(table.name);
   const PooledStatement rows =
-      connection.statement("SELECT rowid, " + old_column + " FROM " + table + " ORDER BY rowid");
+      connection.statement("SELECT " + row_id + ", " + old_column + " FROM " + name + " ORDER BY " + row_id);
   const PooledStatement update =
-      connection.statement("UPDATE " + table + " SET " + quoted(field.name) + "=?1 WHERE rowid=?2");
+      connection.statement("UPDATE " + name + " SET " + quoted(field.name) + "=?1 WHERE " + row_id + "=?2");
   while (rows->step()) {
     update->bind(1, value_for_field(field, column_value(*rows, 1, old_type)));
     update->bind(2, rows->integer(0));
@@ -161,6 +172,7 @@ std::int64_t create_table(Session& session, const TableDefinition& table) {
   for (const FieldDefinition& field : table.fields) {
     check_field(field);
     if (checked.find_field(field.name)) raise(3191, field.name);
+    check_auto_number(field, checked);
     columns += (columns.empty() ? "" : ", ") + column(field);
     checked.fields.push_back(field);
   }
@@ -207,11 +219,11 @@ void add_field(Session& session, std::int64_t table, const FieldDefinition& fiel
   check_field(field);
   if (stored->definition.find_field(field.name)) raise(3191, field.name);
   if (stored->definition.fields.size() >= maximum_fields) raise(3190);
+  check_auto_number(field, stored->definition);
   AtomicChange change{session};
   session.changing_catalogue().insert_field(table, field);
-  const std::string name = quoted(stored->definition.name);
-  session.connection().run("ALTER TABLE " + name + " ADD COLUMN " + column(field));
-  if (field.auto_increment()) number_rows(session.connection(), name, quoted(field.name));
+  session.connection().run("ALTER TABLE " + quoted(stored->definition.name) + " ADD COLUMN " + column(field));
+  if (field.auto_increment()) number_rows(session.connection(), session.table(table)->definition, field);
   change.done();
 }
 
@@ -222,6 +234,7 @@ void change_field(Session& session, std::int64_t table, std::string_view field, 
   check_field(changed);
   const FieldDefinition* taken = stored->definition.find_field(changed.name);
   if (taken && taken != current) raise(3191, changed.name);
+  if (!current->auto_increment()) check_auto_number(changed, stored->definition);
   AtomicChange change{session};
   session.changing_catalogue().update_field(table, field, changed);
   if (current->name != changed.name) {
@@ -235,9 +248,11 @@ void convert_field(Session& session, std::int64_t table, const FieldDefinition& 
   const TablePointer stored = session.table(table);
   const FieldDefinition* current = stored->definition.find_field(changed.name);
   if (!current) raise(3265, changed.name);
+  if (stored->definition.row_id_column().empty()) raise(3251);
   FieldDefinition complete = changed;
   complete.name = current->name;
   check_field(complete);
+  if (!current->auto_increment()) check_auto_number(complete, stored->definition);
   AtomicChange change{session};
   Connection& connection = session.connection();
   const std::string name = quoted(stored->definition.name);
@@ -249,7 +264,7 @@ void convert_field(Session& session, std::int64_t table, const FieldDefinition& 
   }
   connection.run("ALTER TABLE " + name + " RENAME COLUMN " + quoted(current->name) + " TO " + old_column);
   connection.run("ALTER TABLE " + name + " ADD COLUMN " + column(complete));
-  convert_values(connection, name, old_column, current->type, complete);
+  convert_values(connection, stored->definition, old_column, current->type, complete);
   connection.run("ALTER TABLE " + name + " DROP COLUMN " + old_column);
   for (const IndexDefinition& index : stored->definition.indexes) {
     create_sqlite_index(connection, table, stored->definition.name, index);

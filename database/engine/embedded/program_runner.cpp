@@ -60,6 +60,7 @@ struct Runner {
     session.connection().run(change.sqlite_sql);
     const std::int32_t count = session.connection().changes();
     atomic.done();
+    // The statement numbers its rows by itself.
     session.forget_numbers();
     return count;
   }

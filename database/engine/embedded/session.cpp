@@ -250,8 +250,8 @@ const TableStatements& Session::statements_of(const TablePointer& table) {
 }
 
 std::int64_t Session::highest_number(const StoredTable& table) {
-  const auto field = std::ranges::find_if(table.definition.fields, &FieldDefinition::auto_increment);
-  return connection().integer("SELECT max(" + quoted(field->name) + ") FROM " + quoted(table.definition.name));
+  const std::string field = quoted(table.definition.auto_number()->name);
+  return connection().integer("SELECT max(" + field + ") FROM " + quoted(table.definition.name));
 }
 
 bool Session::numbers_are_current() {

@@ -75,7 +75,7 @@ class Session {
   std::int32_t next_number(const StoredTable& table);
   /// The same number, or the next one where another handle has used it since.
   std::int32_t confirm_number(const StoredTable& table, std::int32_t number);
-  /// Rows were changed by a statement: numbers are to be looked up again.
+  /// Numbers are to be looked up again.
   void forget_numbers() noexcept { last_numbers_.clear(); }
 
   const std::string& password() const noexcept { return password_; }
