@@ -82,6 +82,11 @@ void create_without_password(const std::string& path, const database::PatientRec
 
 void create_empty(const std::string& path, const std::string& word) {
   database::NewFile file({}, path, word);
+  // The engine writes the file with the first change.
+  engine::Transaction change(file.database());
+  file.database().execute("CREATE TABLE first_change (id LONG)");
+  file.database().execute("DROP TABLE first_change");
+  change.commit();
   file.finish();
 }
 
