@@ -70,7 +70,6 @@ TEST_F(Batch, DoesTheWholeJobAndFindsItsResultTheNextTime) {
   EXPECT_THAT(content_of(folder_.file("home.ini")),
               AllOf(HasSubstr("|day|"), HasSubstr("trend"), Not(HasSubstr("range"))));
 
-  folder_.write("setup.ini", "[setup]\r\nCurrentDB=" + std::string("\\nowhere.das") + "\r\n");
   const Outcome second = run({"vantrix|Müller_Jörg.das"});
   ASSERT_EQ(second.code, 0) << second.err << second.out;
   EXPECT_THAT(second.out, AllOf(StartsWith("Written:\n"), Not(HasSubstr("patient database"))));

@@ -58,7 +58,7 @@ TEST(TextTable, AlignsByCharactersAndKeepsARowOnALine) {
   std::ostringstream out;
   table.write(out);
   EXPECT_EQ(out.str(),
-            "Größe           n\n"
+            "Größe            n\n"
             "-------------  ---\n"
             "öä               1\n"
             "two lines [2J  100\n");

@@ -45,9 +45,9 @@ TEST_F(PatientDb, CreatesADatabaseThatItsOtherCommandsShow) {
   EXPECT_THAT(run_patientdb({"info", file}).out, HasSubstr("MinVersion      60\n"));
 
   const Outcome patient =
-      run_patientdb({"sql", "--json", file, "SELECT name, firstname, typ, therapy, birthday FROM patdat"});
+      run_patientdb({"sql", "--json", file, "SELECT name, firstname, typ, Therapy, birthday FROM patdat"});
   EXPECT_EQ(patient.out,
-            R"({"columns":["name","firstname","typ","therapy","birthday"],"rows":[["Müller","Jörg",1,3,null]],)"
+            R"({"columns":["name","firstname","typ","Therapy","birthday"],"rows":[["Müller","Jörg",1,3,null]],)"
             "\"affected\":0}\n");
 
   EXPECT_THAT(run_patientdb({"schema", file, "--json"}).out, StartsWith(R"({"tables":[)"));
