@@ -101,8 +101,8 @@ TEST(Demo, IsAStandardEditionWithoutADatabase) {
   EXPECT_EQ(value("pelmar.ini", "setup", "display"), "");
   const auto registry = support::host_registry(BUILD_DIR "/demo/registry.reg");
   std::string language;
-  EXPECT_TRUE(support::ReadRegValue(*registry, support::RootKey::LocalMachine, "SOFTWARE\\Lumoraquant\\vantrix", "LanguageDLL",
-                                    language));
+  EXPECT_TRUE(support::ReadRegValue(*registry, support::RootKey::LocalMachine, "SOFTWARE\\Lumoraquant\\vantrix",
+                                    "LanguageDLL", language));
   EXPECT_EQ(language, "de");
 }
 
@@ -156,7 +156,7 @@ TEST(Demo, AnswersOnlyControlsThatTheFormHas) {
 }
 
 TEST(Demo, LooksUpTheDefinitionsThatANewDatabaseHas) {
-  const auto german = support::open_text_table(support::host_file_system().windows_path(SOURCE_DIR "/texts"), "de");
+  const auto german = support::open_text_table(support::host_file_system().windows_path(BUILD_DIR "/demo"), "de");
   ASSERT_TRUE(german);
   const std::filesystem::path file = std::filesystem::path(testing::TempDir()) / "labdefs.das";
   std::filesystem::remove(file);

@@ -105,7 +105,8 @@ def render(body, width, height, target, pixels):
     """Draws the body, laid out on width x height, into a PNG or JPEG file that is `pixels` wide."""
     target = pathlib.Path(target)
     target.parent.mkdir(parents=True, exist_ok=True)
-    png = subprocess.run(["rsvg-convert", "-w", str(pixels), "-f", "png"], input=write_svg(body, width, height),
+    size = ["-w", str(pixels), "-h", str(pixels * height // width)]
+    png = subprocess.run(["rsvg-convert", *size, "-f", "png"], input=write_svg(body, width, height),
                          stdout=subprocess.PIPE, check=True).stdout
     if target.suffix == ".jpg":
         options = ["-quality", "88", "-sampling-factor", "4:4:4"]
