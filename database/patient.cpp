@@ -63,6 +63,8 @@ bool db_GetPatient(const Environment& environment, const Target& target, std::in
   const auto row = try_open_row(procedure, opened, query);
   if (!row) return false;
   read_columns<PatientRecord>(procedure, *row, patient_columns, patient);
+  // Not every program numbered its one patient 0: with the number, db_AddPatient finds this row again.
+  procedure.step([&] { patient.id = engine::to_int16(row->value("id")); });
   return true;
 }
 

@@ -1,6 +1,7 @@
 #include "wizard/assistant.h"
 
 #include <algorithm>
+#include <array>
 
 #include "support/encoding.h"
 #include "support/error.h"
@@ -128,8 +129,10 @@ void frmAssistantFirstSteps::Run::cancel() {
 }
 
 void frmAssistantFirstSteps::Run::navigate(int button) {
-  static constexpr void (Run::*buttons[])() = {&Run::next, &Run::back, &Run::cancel};
-  if (button >= 0 && button < static_cast<int>(std::size(buttons))) (this->*buttons[button])();
+  static constexpr std::array buttons{&Run::next, &Run::back, &Run::cancel};
+  if (button < 0 || button >= static_cast<int>(buttons.size())) return;
+  const auto handler = buttons[static_cast<std::size_t>(button)];
+  (this->*handler)();
 }
 
 void frmAssistantFirstSteps::Run::choose_unit(int option) {

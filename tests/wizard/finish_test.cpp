@@ -42,7 +42,7 @@ TEST_F(Finish, ATypicalRunFromTheCommandLineToTheDatabaseAndBack) {
   go_to("Therapie_BZ");
   type("txtvorgabe", "4,4", 0);
   type("txtvorgabe", "135", 5);
-  go_to("pics-");
+  go_to("pics");
   tick(0, 0);
   tick(2);
   go_to("eingabe");
@@ -106,15 +106,15 @@ TEST_F(Finish, ATypicalRunFromTheCommandLineToTheDatabaseAndBack) {
 
 TEST_F(Finish, ChangesOfAKnownDatabaseBecomeANewPlanThatKeepsTheRest) {
   const std::string database = known_database();
-  execute(database, "UPDATE patdat SET phone = '030 1', birthday = #5/6/1950#");
+  execute(database, "UPDATE patdat SET id = 7, phone = '030 1', birthday = #5/6/1950#");
   execute(database,
           "INSERT INTO therapieplan_details (lid, itemtype, itemvalue) SELECT id, 400, 0.9 FROM therapieplan");
   start("vantrix|known.das");
   type("txtCity", "Bonn");
   type("txtvorgabe", "80", 0);
   finish();
-  EXPECT_THAT(rows(database, "SELECT name, city, phone, birthday FROM patdat"),
-              ElementsAre("Muster|Bonn|030 1|1950-05-06 00:00:00"));
+  EXPECT_THAT(rows(database, "SELECT id, name, city, phone, birthday FROM patdat"),
+              ElementsAre("7|Muster|Bonn|030 1|1950-05-06 00:00:00"));
   EXPECT_THAT(rows(database, "SELECT vdate FROM therapieplan ORDER BY vdate"),
               ElementsAre("2020-01-02 00:00:00", "2024-05-17 00:00:00"));
   EXPECT_THAT(rows(database,

@@ -8,7 +8,7 @@
 #include <cstdint>
 #include <vector>
 
-#include "support/encoding.h"
+#include "wizard/win32/text.h"
 
 namespace wizard::win32 {
 namespace {
@@ -27,11 +27,6 @@ IWICImagingFactory* imaging() {
     return Com<IWICImagingFactory>(made);
   }();
   return factory.get();
-}
-
-std::wstring wide(std::string_view text) {
-  const std::u16string units = support::utf16_from_utf8(text);
-  return {units.begin(), units.end()};
 }
 
 bool is_number(std::string_view text) {
