@@ -57,14 +57,6 @@ bool is_write_protected(const std::string& path) {
   return is_protected;
 }
 
-void sync_folder_of(const std::string& path) {
-  const auto slash = path.rfind('/');
-  const std::string folder = slash == std::string::npos ? "." : path.substr(0, slash + 1);
-  const Descriptor descriptor(open(folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
-  // Some file systems cannot; the content itself is on disk by now.
-  if (descriptor) fsync(descriptor.get());
-}
-
 }  // namespace
 
 std::optional<std::string> read_host_file(const std::string& path, std::uint64_t limit) {
@@ -103,7 +95,6 @@ void replace_host_file(const std::string& path, std::string_view content) {
     errno = reason;
     fail(path);
   }
-  sync_folder_of(target);
 }
 
 }  // namespace support
