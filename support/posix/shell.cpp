@@ -18,8 +18,6 @@
 #include "support/host_file.h"
 #include "support/posix/descriptor.h"
 
-extern char** environ;
-
 namespace support {
 
 namespace {
@@ -70,7 +68,7 @@ std::string local_time_text() {
 std::string reserve_trash_name(const std::string& trash, const std::string& name, const std::string& note) {
   constexpr int kMostAttempts = 10000;
   for (int attempt = 1; attempt <= kMostAttempts; ++attempt) {
-    const std::string candidate = attempt == 1 ? name : name + "." + std::to_string(attempt);
+    std::string candidate = attempt == 1 ? name : name + "." + std::to_string(attempt);
     if (host_file_exists(trash + "/files/" + candidate)) continue;
     const std::string path = trash + "/info/" + candidate + ".trashinfo";
     const Descriptor descriptor(open(path.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, 0600));
@@ -129,9 +127,8 @@ bool open_file(std::string_view path) {
   if (!host_file_exists(file)) return false;
   const std::array<char*, 3> arguments = {program.data(), file.data(), nullptr};
   pid_t process = 0;
-  if (posix_spawnp(&process, program.c_str(), nullptr, nullptr, arguments.data(), environ) != 0) return false;
   // The program may run as long as it likes; the system takes its result when we end.
-  return true;
+  return posix_spawnp(&process, program.c_str(), nullptr, nullptr, arguments.data(), environ) == 0;
 }
 
 std::optional<std::string> choose_folder(std::string_view /*title*/, void* /*owner*/) { return std::nullopt; }
