@@ -126,6 +126,7 @@ TEST_F(Execute, CopiesATableOfAnotherFile) {
     add_things(*other);
     other->execute("INSERT INTO things (id, name) VALUES (5, 'Müller')");
   };
+  database().new_password("", "geheim");
   int count = 0;
   for (const Case& row : {Case{"plain.mdb", "", 0}, Case{"same.mdb", "geheim", 0}, Case{"other.mdb", "anders", 3031}}) {
     other_file(row);
