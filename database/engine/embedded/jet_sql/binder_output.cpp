@@ -1,5 +1,6 @@
 #include <algorithm>
 #include <map>
+#include <set>
 #include <utility>
 
 #include "database/engine/embedded/jet_sql/binder.h"
@@ -23,10 +24,14 @@ std::string natural_name(const Expression& expression) {
   return name->source != nullptr ? name->source->columns[name->index].name : name->column;
 }
 
-std::map<std::string, int> count_names(const std::vector<OutputColumn>& outputs) {
-  std::map<std::string, int> counts;
-  for (const OutputColumn& output : outputs) ++counts[support::to_lower(output.name)];
-  return counts;
+std::set<std::string> names_of_several_sources(const std::vector<OutputColumn>& outputs) {
+  std::map<std::string, const Source*> sources;
+  std::set<std::string> shared;
+  for (const OutputColumn& output : outputs) {
+    const std::string name = support::to_lower(output.name);
+    if (sources.emplace(name, output.source).first->second != output.source) shared.insert(name);
+  }
+  return shared;
 }
 
 }  // namespace
@@ -74,20 +79,20 @@ void Binder::name_outputs(Select& select) {
              return item.expression.get() == output.expression && !item.alias.empty();
            });
   };
-  const std::map<std::string, int> counts = count_names(select.outputs);
-  std::map<std::string, int> taken;
+  const std::set<std::string> shared = names_of_several_sources(select.outputs);
+  std::set<std::string> taken;
   std::size_t expression_number = kFirstExpressionNumber;
   for (OutputColumn& output : select.outputs) {
     const bool fixed = has_alias(output);
     if (!fixed && output.source != nullptr && !output.source->name.empty() &&
-        counts.at(support::to_lower(output.name)) > 1) {
+        shared.contains(support::to_lower(output.name))) {
       output.name = qualified(output);
     }
     if (fixed && taken.contains(support::to_lower(output.name))) fail(error_duplicate_destination, output.name);
     while (output.name.empty() || taken.contains(support::to_lower(output.name))) {
       output.name = "Expr" + std::to_string(expression_number++);
     }
-    taken.emplace(support::to_lower(output.name), 1);
+    taken.insert(support::to_lower(output.name));
   }
 }
 

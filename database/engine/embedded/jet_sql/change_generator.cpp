@@ -70,7 +70,7 @@ bool is_plain(const QueryTree& query) noexcept {
 
 void ChangeGenerator::insert(const InsertStatement& statement) {
   std::vector<Destination> fields = destinations(statement);
-  add_defaults(fields, statement.query != nullptr);
+  add_defaults(fields);
   head(fields, statement.query != nullptr);
   if (statement.query != nullptr) {
     append(*statement.query, fields);
@@ -106,48 +106,75 @@ std::vector<ChangeGenerator::Destination> ChangeGenerator::destinations(const In
   return fields;
 }
 
-void ChangeGenerator::add_defaults(std::vector<Destination>& fields, bool append) {
+void ChangeGenerator::add_defaults(std::vector<Destination>& fields) const {
   std::set<const FieldDefinition*> named;
   for (const Destination& destination : fields) named.insert(destination.field);
   for (const FieldDefinition& field : table_.fields) {
     if (named.contains(&field)) continue;
-    std::string text = field.auto_increment() ? next_number(field, append) : compile_default(field);
+    std::string text = field.auto_increment() ? std::string() : compile_default(field);
     if (text != "NULL" || null_error(field) != 0) fields.push_back({&field, 0, std::move(text), true});
   }
 }
 
 /// One more than the highest number; over the rows of an append that one is looked up once and counted on.
-std::string ChangeGenerator::next_number(const FieldDefinition& field, bool append) {
-  const std::string column = quoted_name(field.name);
-  const std::string table = quoted_name(table_.name);
-  if (!append) return "(SELECT coalesce(max(" + column + "), 0) + 1 FROM " + table + ")";
-  return "jet_next_number((SELECT jet_start_numbers(max(" + column + ")) FROM " + table + "))";
+void ChangeGenerator::next_number(const FieldDefinition& field, const QueryTree* query) {
+  const std::string highest = "max(" + quoted_name(field.name) + ")";
+  const std::string from_table = " FROM " + quoted_name(table_.name) + ")";
+  if (query == nullptr) {
+    write("(SELECT coalesce(" + highest + ", 0) + 1" + from_table);
+  } else if (is_plain(*query) && !query->order_by.empty()) {
+    // SQLite works the columns out before it sorts the rows.
+    write("jet_store_long((SELECT coalesce(" + highest + ", 0)" + from_table + " + row_number() OVER (");
+    order_by(*query, false);
+    write("))");
+  } else {
+    write("jet_next_number((SELECT jet_start_numbers(" + highest + ")" + from_table + ")");
+  }
 }
 
 void ChangeGenerator::head(const std::vector<Destination>& fields, bool append) {
   const bool unique = std::any_of(table_.indexes.begin(), table_.indexes.end(),
                                   [](const IndexDefinition& index) { return index.unique || index.primary; });
-  const bool numbered = std::any_of(fields.begin(), fields.end(),
-                                    [](const Destination& destination) { return destination.field->auto_increment(); });
   // Rows that a unique index refuses are passed over in an append.
-  write(append && (unique || numbered) ? "INSERT OR IGNORE INTO " : "INSERT INTO ");
+  write(append && unique ? "INSERT OR IGNORE INTO " : "INSERT INTO ");
   name(table_.name);
   write(" (");
   list(fields, ", ", [&](const Destination& destination) { name(destination.field->name); });
   write(") ");
 }
 
+/// What a field gets that the statement does not name.
+void ChangeGenerator::default_of(const Destination& destination, const QueryTree* query) {
+  const FieldDefinition& field = *destination.field;
+  if (field.auto_increment()) return next_number(field, query);
+  // Rows of an append are filtered; of a list, Null is left to refuse.
+  const bool refused = query == nullptr && destination.default_text == "NULL";
+  if (refused) return store(field, ValueType{}, StoreMode::Refuse, [] {});
+  write(destination.default_text);
+}
+
+/// The value; in an AutoNumber the next number where it is Null.
+template <typename Write>
+void ChangeGenerator::number_or_value(const Destination& destination, bool nullable, const QueryTree* query,
+                                      Write write_value) {
+  const bool numbered = nullable && destination.field->auto_increment();
+  if (numbered) write("coalesce(");
+  write_value();
+  if (!numbered) return;
+  write(", ");
+  next_number(*destination.field, query);
+  write(")");
+}
+
 void ChangeGenerator::values(const InsertStatement& statement, const std::vector<Destination>& fields) {
   write("VALUES (");
   list(fields, ", ", [&](const Destination& destination) {
     if (destination.is_default) {
-      // Of the checks only the one for Null is left to make.
-      const bool null = destination.default_text == "NULL";
-      store(*destination.field, null ? ValueType{} : type_of_field(*destination.field).with_null(false),
-            StoreMode::Default, [&] { write(destination.default_text); });
+      default_of(destination, nullptr);
     } else {
       const Expression& given = *statement.values[destination.position];
-      store(*destination.field, given.type, StoreMode::Refuse, [&] { value(given); });
+      number_or_value(destination, given.type.nullable, nullptr,
+                      [&] { store(*destination.field, given.type, StoreMode::Refuse, [&] { value(given); }); });
     }
   });
   write(")");
@@ -157,12 +184,11 @@ template <typename Write>
 void ChangeGenerator::append_columns(const QueryTree& query, const std::vector<Destination>& fields,
                                      Write write_column) {
   list(fields, ", ", [&](const Destination& destination) {
-    if (destination.is_default) {
-      write(destination.default_text);
-      return;
-    }
+    if (destination.is_default) return default_of(destination, &query);
     const OutputColumn& column = query.outputs[destination.position];
-    convert(*destination.field, column.type, StoreMode::Append, [&] { write_column(column); });
+    number_or_value(destination, column.type.nullable, &query, [&] {
+      convert(*destination.field, column.type, StoreMode::Append, [&] { write_column(column); });
+    });
   });
 }
 
@@ -221,7 +247,10 @@ void ChangeGenerator::append(const QueryTree& query, const std::vector<Destinati
   };
   append_columns(query, fields, write_column);
   write(" FROM (");
-  Generator::query(query);
+  // SQLite would number the rows before it sorts them and takes the top ones.
+  const Select& first = *query.selects.front();
+  const bool sorted_top = query.selects.size() == 1 && first.top && !query.order_by.empty();
+  sorted_top ? ranked(first, query, nullptr) : Generator::query(query);
   write(") AS q");
   append_filters(query, fields, " WHERE ", write_column);
 }
@@ -327,8 +356,6 @@ void ChangeGenerator::store(const FieldDefinition& field, const ValueType& type,
   if (error != 0) write("jet_required(");
   if (type.kind == Kind::Null) {
     write("NULL");
-  } else if (mode == StoreMode::Default) {
-    write_value();
   } else {
     convert(field, type, mode, write_value);
   }

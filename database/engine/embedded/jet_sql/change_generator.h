@@ -37,8 +37,11 @@ class ChangeGenerator : public Generator {
 
   std::vector<Destination> destinations(const InsertStatement& statement) const;
   std::vector<std::string> field_names(const InsertStatement& statement) const;
-  void add_defaults(std::vector<Destination>& fields, bool append);
-  std::string next_number(const FieldDefinition& field, bool append);
+  void add_defaults(std::vector<Destination>& fields) const;
+  void next_number(const FieldDefinition& field, const QueryTree* query);
+  void default_of(const Destination& destination, const QueryTree* query);
+  template <typename Write>
+  void number_or_value(const Destination& destination, bool nullable, const QueryTree* query, Write write_value);
   void head(const std::vector<Destination>& fields, bool append);
   void values(const InsertStatement& statement, const std::vector<Destination>& fields);
   void append(const QueryTree& query, const std::vector<Destination>& fields);

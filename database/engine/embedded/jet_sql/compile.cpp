@@ -90,10 +90,10 @@ class Compiler {
         fail(error_field_defined_twice, table.fields[i].name);
       }
     }
-    std::size_t primary = 0;
+    const auto primary = [](const IndexDefinition& index) { return index.primary; };
+    if (std::count_if(table.indexes.begin(), table.indexes.end(), primary) > 1) fail(error_primary_key_exists);
     for (const IndexDefinition& index : table.indexes) {
       check_fields(table, index);
-      if (index.primary && ++primary > 1) fail(error_primary_key_exists);
       const auto same = [&](const IndexDefinition& other) { return same_name(other.name, index.name); };
       if (std::count_if(table.indexes.begin(), table.indexes.end(), same) > 1) fail(error_index_exists, index.name);
     }

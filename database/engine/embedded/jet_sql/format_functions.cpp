@@ -114,6 +114,7 @@ struct NumberPicture {
   std::size_t fixed_decimals = 0;  ///< at least
   bool grouped = false;
   bool percent = false;
+  bool point = false;
   bool has_digits = false;
   std::string before;
   std::string behind;
@@ -121,7 +122,6 @@ struct NumberPicture {
 
 NumberPicture read_number_picture(std::string_view section) {
   NumberPicture picture;
-  bool behind_point = false;
   for (const Piece& piece : split(section, "0#.,%")) {
     const bool digits = piece.letter == '0' || piece.letter == '#';
     picture.has_digits = picture.has_digits || digits;
@@ -129,10 +129,10 @@ NumberPicture read_number_picture(std::string_view section) {
     if (piece.letter == 0 || piece.letter == '%') {
       (picture.has_digits ? picture.behind : picture.before) += piece.text;
     } else if (piece.letter == '.') {
-      behind_point = true;
+      picture.point = true;
     } else if (piece.letter == ',') {
       picture.grouped = true;
-    } else if (behind_point) {
+    } else if (picture.point) {
       picture.decimals += piece.text.size();
       if (piece.letter == '0') picture.fixed_decimals = picture.decimals;
     } else if (piece.letter == '0' || picture.whole_digits > 0) {
@@ -160,7 +160,7 @@ std::string digits_of(double value, const NumberPicture& picture) {
   if (whole == "0" && picture.whole_digits == 0) whole.clear();
   if (whole.size() < picture.whole_digits) whole.insert(0, picture.whole_digits - whole.size(), '0');
   if (picture.grouped) group_digits(whole);
-  return decimals.empty() ? whole : whole + point + decimals;
+  return picture.point ? whole + point + decimals : whole;
 }
 
 std::vector<std::string_view> sections_of(std::string_view picture) {

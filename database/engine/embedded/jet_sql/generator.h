@@ -59,6 +59,8 @@ class Generator {
   void table(const Source& source);
   void output(const OutputColumn& column);
   void order_by(const QueryTree& query, bool by_position);
+  /// One SELECT with TOP, its rows in their order whatever is made of them.
+  void ranked(const Select& select, const QueryTree& query, const Source* rows_of);
   void row_id(const Source& source);
 
  private:
@@ -96,10 +98,10 @@ class Generator {
 
   // Queries
   void select(const Select& select, const QueryTree& query, const Source* rows_of);
-  void ranked(const Select& select, const QueryTree& query, const Source* rows_of);
   void rank(const QueryTree& query);
   void union_member(const Select& select, const QueryTree& query);
   void tail(const Select& select);
+  void output_at(const Select& select, std::size_t position, const ValueType& type, bool collate);
   void output_as(const OutputColumn& column, const ValueType& type, bool collate);
   void order_term(const QueryTree& query, const OrderItem& item, bool by_position);
 

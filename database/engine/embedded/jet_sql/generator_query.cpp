@@ -71,13 +71,12 @@ void Generator::union_member(const Select& member, const QueryTree& query) {
 void Generator::select(const Select& select, const QueryTree& query, const Source* rows_of) {
   const bool united = query.selects.size() > 1;
   write(select.distinct ? "SELECT DISTINCT " : "SELECT ");
-  std::size_t position = 0;
-  list(select.outputs, ", ", [&](const OutputColumn& column) {
-    const OutputColumn& shown = query.outputs[position++];
-    output_as(column, shown.type, united || select.distinct);
+  for (std::size_t i = 0; i < select.outputs.size(); ++i) {
+    if (i > 0) write(", ");
+    output_at(select, i, query.outputs[i].type, united || select.distinct);
     write(" AS ");
-    name(shown.name);
-  });
+    name(query.outputs[i].name);
+  }
   if (rows_of != nullptr) {
     write(", ");
     row_id(*rows_of);
@@ -107,8 +106,7 @@ void Generator::tail(const Select& select) {
     });
   }
   if (select.having == nullptr) return;
-  // Without groups all rows are one, which SQLite believes only of an aggregate.
-  write(select.group_by.empty() ? " HAVING count(*) >= 0 AND " : " HAVING ");
+  write(" HAVING ");
   condition(*select.having);
 }
 
@@ -126,7 +124,7 @@ void Generator::ranked(const Select& select, const QueryTree& query, const Sourc
   write(select.distinct ? "SELECT DISTINCT " : "SELECT ");
   for (std::size_t i = 0; i < select.outputs.size(); ++i) {
     if (i > 0) write(", ");
-    output_as(select.outputs[i], query.outputs[i].type, true);
+    output_at(select, i, query.outputs[i].type, true);
     write(" AS ").write(output_name(i));
   }
   for (std::size_t i = 0; i < query.order_by.size(); ++i) {
@@ -164,6 +162,14 @@ void Generator::output(const OutputColumn& shown) {
   } else {
     column(*shown.source, shown.index);
   }
+}
+
+void Generator::output_at(const Select& select, std::size_t position, const ValueType& type, bool collate) {
+  // With HAVING alone all rows are one group, which SQLite believes only of an aggregate in the list.
+  const bool counted = position == 0 && select.having != nullptr && select.group_by.empty();
+  if (counted) write("CASE WHEN count(*) >= 0 THEN ");
+  output_as(select.outputs[position], type, collate);
+  if (counted) write(" END");
 }
 
 void Generator::output_as(const OutputColumn& shown, const ValueType& type, bool collate) {

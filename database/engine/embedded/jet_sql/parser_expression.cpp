@@ -100,6 +100,7 @@ ExpressionPtr Parser::parse_expression() {
   // What follows an expression and belongs to no clause lacks an operator before it.
   const TokenKind next = peek().kind;
   if (next == TokenKind::Number || next == TokenKind::Text || next == TokenKind::Date) fail_here();
+  if (at_name() && !at_word("ASC") && !at_word("DESC")) fail_here();
   clause_ = clause;
   return expression;
 }

@@ -115,6 +115,7 @@ SelectItem Parser::parse_item() {
     position_ += 2;
     return item;
   }
+  if (peek().kind == TokenKind::End || peek().is_symbol(",") || at_word("FROM")) fail_here();
   item.expression = parse_expression();
   if (accept_word("AS")) item.alias = expect_any_name();
   return item;
