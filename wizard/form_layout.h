@@ -12,6 +12,8 @@ namespace wizard {
 
 /// Inner size of the window, in twips.
 inline constexpr form::Bounds form_bounds{0, 0, 9000, 6300};
+/// Where the pages end and the bar with the buttons begins.
+inline constexpr std::int32_t page_bottom = 5520;
 
 /// Room below a chart's thumbnail for its check mark and title, in twips. The bounds of an `optThumb` are those of the
 /// thumbnail; the strip comes on top of them.

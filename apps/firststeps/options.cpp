@@ -1,0 +1,71 @@
+#include "apps/firststeps/options.h"
+
+#include <algorithm>
+#include <array>
+#include <filesystem>
+#include <fstream>
+
+#include "apps/firststeps_batch/report.h"
+#include "support/common_code.h"
+#include "support/encoding.h"
+
+namespace firststeps {
+namespace {
+
+struct OptionRow {
+  std::string_view name;
+  std::string Options::*value;
+};
+
+constexpr std::array<OptionRow, 3> options = {{
+    {"--program-dir", &Options::program_folder},
+    {"--registry", &Options::hive},
+    {"--report", &Options::report},
+}};
+
+void skip_blanks(std::string_view& text) { text.remove_prefix(std::min(text.find_first_not_of(' '), text.size())); }
+
+/// The next word, or what stands in quotes.
+std::string_view take_word(std::string_view& text) {
+  skip_blanks(text);
+  const bool quoted = text.starts_with('"');
+  if (quoted) text.remove_prefix(1);
+  const std::size_t end = std::min(text.find(quoted ? '"' : ' '), text.size());
+  const std::string_view word = text.substr(0, end);
+  text.remove_prefix(std::min(text.size(), end + (quoted ? 1 : 0)));
+  skip_blanks(text);
+  return word;
+}
+
+const OptionRow* option_at(std::string_view text) {
+  const std::string_view name = text.substr(0, text.find(' '));
+  for (const OptionRow& row : options) {
+    if (row.name == name) return &row;
+  }
+  return nullptr;
+}
+
+}  // namespace
+
+Options read_options(std::string_view command_line) {
+  Options found;
+  skip_blanks(command_line);
+  while (const OptionRow* row = option_at(command_line)) {
+    take_word(command_line);
+    found.*row->value = std::string(take_word(command_line));
+  }
+  if (!found.program_folder.empty() && !found.program_folder.ends_with('\\')) found.program_folder += '\\';
+  found.command_line = support::trim(command_line);
+  return found;
+}
+
+bool write_report(const Options& options, const wizard::FinishReport& report) {
+  if (options.report.empty()) return true;
+  std::ofstream file(std::filesystem::path(support::utf16_from_utf8(options.report)), std::ios::binary);
+  firststeps_batch::RunReport run;
+  run.finish = report;
+  firststeps_batch::write_json(file, run);
+  return static_cast<bool>(file.flush());
+}
+
+}  // namespace firststeps

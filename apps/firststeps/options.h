@@ -1,0 +1,25 @@
+// What the window program is told on its command line. The diary starts it with "installation|database" and nothing
+// else; options, for administrators and tests, come before that and begin with "--".
+#pragma once
+
+#include <string>
+#include <string_view>
+
+#include "wizard/finish_report.h"
+
+namespace firststeps {
+
+struct Options {
+  std::string program_folder;  ///< --program-dir: with its trailing backslash; empty: the program's own
+  std::string hive;            ///< --registry: a hive file in place of the registry
+  std::string report;          ///< --report: where to say, as JSON, what was written
+  std::string command_line;    ///< the rest, as it stands
+};
+
+/// Reads the options; a word that is none of them begins the rest. A value with blanks stands in quotes.
+Options read_options(std::string_view command_line);
+
+/// Writes the report where one was asked for. False when it could not be written.
+bool write_report(const Options& options, const wizard::FinishReport& report);
+
+}  // namespace firststeps

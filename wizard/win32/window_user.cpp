@@ -1,0 +1,45 @@
+#include "wizard/win32/window_user.h"
+
+#include "support/shell.h"
+#include "wizard/win32/look.h"
+#include "wizard/win32/text.h"
+
+namespace wizard::win32 {
+
+int WindowUser::message_box(std::string_view text, std::uint32_t style, std::string_view title) {
+  return MessageBoxW(owner_, wide(text).c_str(), wide(title).c_str(), style);
+}
+
+std::optional<std::string> WindowUser::choose_folder(std::string_view title) {
+  set_topmost(false);
+  auto folder = support::choose_folder(title, owner_);
+  set_topmost(true);
+  return folder;
+}
+
+bool WindowUser::open_file(std::string_view path) { return support::open_file(path); }
+
+std::vector<std::string> WindowUser::recycle(std::string_view folder, std::string_view pattern) {
+  return support::recycle(folder, pattern, {.owner = owner_});
+}
+
+bool WindowUser::is_network_path(std::string_view path) { return support::is_network_path(path); }
+
+/// Measured at the screen's own resolution: titles are fitted before the window is there.
+std::int32_t WindowUser::text_width(std::string_view text, std::string_view font) {
+  const WindowContext screen(owner_);
+  const UINT dpi = owner_ != nullptr ? GetDpiForWindow(owner_) : GetDpiForSystem();
+  Fonts fonts;
+  const Selection selection(screen.get(), fonts.font(std::string(font), TextStyle::Normal, dpi));
+  const std::wstring characters = wide(text);
+  SIZE size{};
+  GetTextExtentPoint32W(screen.get(), characters.c_str(), static_cast<int>(characters.size()), &size);
+  return MulDiv(size.cx, 1440, static_cast<int>(dpi));
+}
+
+void WindowUser::set_topmost(bool topmost) {
+  if (owner_ == nullptr) return;
+  SetWindowPos(owner_, topmost ? HWND_TOPMOST : HWND_NOTOPMOST, 0, 0, 0, 0, SWP_NOMOVE | SWP_NOSIZE | SWP_NOACTIVATE);
+}
+
+}  // namespace wizard::win32
