@@ -6,10 +6,9 @@
 #include <unistd.h>
 
 #include <algorithm>
-#include <array>
 #include <cerrno>
-#include <climits>
 #include <cstdio>
+#include <filesystem>
 #include <memory>
 
 #include "support/encoding.h"
@@ -132,12 +131,11 @@ std::string PosixFileSystem::host_path(std::string_view path) const {
   return with_real_names(slashed);
 }
 
+/// "." and ".." are resolved as the text says: a stored path is read by people and compared by programs.
 std::string PosixFileSystem::windows_path(std::string_view host_path) const {
-  std::string path(host_path);
-  if (!path.starts_with('/')) {
-    std::array<char, PATH_MAX> current{};
-    if (getcwd(current.data(), current.size()) != nullptr) path = std::string(current.data()) + "/" + path;
-  }
+  std::error_code ignored;
+  std::string path = (std::filesystem::current_path(ignored) / host_path).lexically_normal().string();
+  if (path.size() > 1 && path.ends_with('/') && !host_path.ends_with('/')) path.pop_back();
   std::replace(path.begin(), path.end(), '/', '\\');
   return "Z:" + path;
 }

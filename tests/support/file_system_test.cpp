@@ -42,6 +42,15 @@ TEST(FileSystem, TreatsPathsThatCannotBeAsMissing) {
   EXPECT_FALSE(files.create_folder(folder.windows("a\\below a file")));
 }
 
+TEST(FileSystem, NamesHostPathsInFull) {
+  const FileSystem& files = host_file_system();
+  const std::string here = files.windows_path(".");
+  EXPECT_EQ(here.substr(1, 2), ":\\");
+  EXPECT_TRUE(files.folder_exists(here));
+  for (const char* path : {"a/../b.ini", "./b.ini", "b.ini"})
+    EXPECT_EQ(files.windows_path(path), here + "\\b.ini") << path;
+}
+
 TEST(FileSystem, NeverReplacesByRenaming) {
   const TemporaryFolder folder;
   FileSystem& files = host_file_system();
