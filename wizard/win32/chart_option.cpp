@@ -93,6 +93,7 @@ LRESULT CALLBACK chart_procedure(HWND window, UINT message, WPARAM wide_paramete
   if (message == WM_ERASEBKGND) return 1;
   if (message == WM_NCDESTROY) {
     RemoveWindowSubclass(window, chart_procedure, subclass_id);
+    SetWindowLongPtrW(window, GWLP_USERDATA, 0);
     const std::unique_ptr<Chart> end(chart);
     return DefSubclassProc(window, message, wide_parameter, long_parameter);
   }
@@ -101,10 +102,7 @@ LRESULT CALLBACK chart_procedure(HWND window, UINT message, WPARAM wide_paramete
   return result;
 }
 
-Chart* chart_of(HWND window) {
-  DWORD_PTR data = 0;
-  return GetWindowSubclass(window, chart_procedure, subclass_id, &data) ? reinterpret_cast<Chart*>(data) : nullptr;
-}
+Chart* chart_of(HWND window) { return reinterpret_cast<Chart*>(GetWindowLongPtrW(window, GWLP_USERDATA)); }
 
 }  // namespace
 
@@ -116,7 +114,7 @@ void draw_as_chart(HWND check_box, int title_height) {
   auto chart = std::make_unique<Chart>();
   chart->title_height = title_height;
   if (SetWindowSubclass(check_box, chart_procedure, subclass_id, reinterpret_cast<DWORD_PTR>(chart.get()))) {
-    chart.release();
+    SetWindowLongPtrW(check_box, GWLP_USERDATA, reinterpret_cast<LONG_PTR>(chart.release()));
   }
 }
 
