@@ -12,6 +12,9 @@ struct Table {
   std::vector<std::vector<std::unique_ptr<sqlite3_value, void (*)(sqlite3_value*)>>> rows;
 };
 
+/// Neither SQLite's own tables nor the engine's catalogue, whose names hold a ".": by hand one would write neither.
+const std::string user_objects = "name NOT LIKE 'sqlite%' AND tbl_name NOT LIKE '%.%' ORDER BY rowid";
+
 /// What a created file holds, ready to be written again.
 struct Content {
   std::vector<std::string> schema;
@@ -46,12 +49,9 @@ Table read_table(sqlite3* database, const std::string& name) {
 Content read_content(const std::string& path) {
   const StraightDatabase database = open_straight(path, database::default_password);
   Content content;
-  content.schema = texts(database.get(),
-                         "SELECT sql FROM sqlite_master WHERE sql IS NOT NULL AND name NOT LIKE 'sqlite%'"
-                         " ORDER BY rowid");
-  for (const std::string& name : texts(database.get(),
-                                       "SELECT name FROM sqlite_master WHERE type='table' AND name NOT"
-                                       " LIKE 'sqlite%' ORDER BY rowid")) {
+  content.schema = texts(database.get(), "SELECT sql FROM sqlite_master WHERE sql IS NOT NULL AND " + user_objects);
+  const std::string names = "SELECT name FROM sqlite_master WHERE type = 'table' AND " + user_objects;
+  for (const std::string& name : texts(database.get(), names)) {
     Table table = read_table(database.get(), name);
     if (!table.rows.empty()) content.tables.push_back(std::move(table));
   }

@@ -9,6 +9,8 @@ namespace {
 
 constexpr std::string_view gap = "  ";
 
+}  // namespace
+
 std::string one_line(std::string_view text) {
   std::string line;
   bool blank_pending = false;
@@ -25,8 +27,6 @@ std::string one_line(std::string_view text) {
   }
   return line;
 }
-
-}  // namespace
 
 void TextTable::add_column(std::string_view title, Align align) {
   columns_.push_back({std::string(title), align, support::character_count(title)});

@@ -9,6 +9,9 @@
 
 namespace console {
 
+/// Each run of line breaks and other control characters as one blank, those at the ends left out.
+std::string one_line(std::string_view text);
+
 class TextTable {
  public:
   enum class Align { Left, Right };

@@ -1,5 +1,7 @@
 #include "apps/firststeps_batch/installation.h"
 
+#include <filesystem>
+
 #include "database/create_database.h"
 #include "support/host.h"
 
@@ -29,6 +31,12 @@ void check_settings_files(const std::string& folder) {
   for (const std::string_view name : settings_files) check_settings_file(folder + std::string(name));
 }
 
+void check_folder(const std::string& folder) {
+  std::error_code problem;
+  const std::filesystem::directory_iterator listing(std::u8string(folder.begin(), folder.end()), problem);
+  if (problem) throw console::InputError("The program folder " + folder + " cannot be read: " + problem.message());
+}
+
 std::unique_ptr<support::Registry> open_registry(const std::string& hive) {
   try {
     return support::host_registry(hive);
@@ -45,9 +53,7 @@ Installation find_installation(const console::Arguments& arguments, const consol
   Installation installation;
   installation.own_folder = with_backslash(files.windows_path(folder));
   installation.program_folder = with_backslash(files.windows_path(console.program_folder));
-  if (folder.empty() || !files.folder_exists(installation.own_folder)) {
-    throw console::InputError("The program folder " + folder + " does not exist or cannot be read.");
-  }
+  check_folder(folder);
   check_settings_files(installation.own_folder);
   installation.registry = open_registry(arguments.value("--registry").value_or(default_hive(folder)));
   return installation;

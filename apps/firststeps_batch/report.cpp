@@ -31,13 +31,21 @@ std::string place(const Entry& entry) {
   return entry.what == What::RegistryValue ? entry.place : support::host_file_system().host_path(entry.place);
 }
 
-void write_table(std::ostream& out, const std::vector<Entry>& entries) {
-  console::TextTable table;
-  for (const std::string_view title : {"What", "Where", "Name", "Value"}) table.add_column(title);
-  for (const Entry& entry : entries) {
-    table.add_row({std::string(word(entry.what)), place(entry), entry.name, entry.value});
+/// Key or file once, what was written there below it.
+void write_places(std::ostream& out, const std::vector<Entry>& entries) {
+  const auto same_place = [](const Entry& one, const Entry& other) {
+    return one.what == other.what && one.place == other.place;
+  };
+  for (auto entry = entries.begin(); entry != entries.end(); ++entry) {
+    const auto here = [&](const Entry& other) { return same_place(*entry, other); };
+    if (std::any_of(entries.begin(), entry, here)) continue;
+    out << word(entry->what) << ' ' << console::one_line(place(*entry)) << '\n';
+    for (const Entry& other : entries) {
+      if (!here(other) || other.name.empty()) continue;
+      out << "    " << console::one_line(other.name) << (entry->what == What::File ? "" : " = ")
+          << console::one_line(other.value) << '\n';
+    }
   }
-  table.write(out);
 }
 
 void write_problems(std::ostream& out, const std::vector<Entry>& entries) {
@@ -70,7 +78,7 @@ void write_text(std::ostream& out, const RunReport& report) {
   problems.assign(first_problem, written.end());
   written.erase(first_problem, written.end());
   out << (report.dry_run ? "Would be written:\n\n" : "Written:\n\n");
-  write_table(out, written);
+  write_places(out, written);
   write_problems(out, problems);
 }
 

@@ -89,7 +89,9 @@ class Runner {
 class ScriptProgress {
  public:
   ScriptProgress(console::Console& console, std::size_t total) : console_(console), total_(total) {}
-  ~ScriptProgress() { console_.err << (shown_ ? "\r\x1b[K" : ""); }
+  ~ScriptProgress() {
+    if (shown_) console_.err << '\r' << std::string(line_width, ' ') << '\r' << std::flush;
+  }
   ScriptProgress(const ScriptProgress&) = delete;
   ScriptProgress& operator=(const ScriptProgress&) = delete;
 
@@ -102,6 +104,7 @@ class ScriptProgress {
   }
 
  private:
+  static constexpr std::size_t line_width = 60;
   console::Console& console_;
   std::size_t total_;
   std::chrono::steady_clock::time_point last_ = std::chrono::steady_clock::now();

@@ -173,7 +173,7 @@ TEST_F(Batch, RefusesADamagedInstallationAndTouchesNothing) {
   EXPECT_EQ(folder_.snapshot(), intact);
   const Outcome nowhere = run_batch({"--program-dir", outside_.file("nowhere")});
   EXPECT_EQ(nowhere.code, 2);
-  EXPECT_THAT(nowhere.err, HasSubstr("nowhere does not exist"));
+  EXPECT_THAT(nowhere.err, HasSubstr("nowhere cannot be read: "));
 }
 
 TEST_F(Batch, TellsWhatCouldNotBeWrittenAndGoesOn) {

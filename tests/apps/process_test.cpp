@@ -96,6 +96,18 @@ TEST_F(Process, AFileWithoutWriteAccessIsReadButNotChanged) {
   EXPECT_EQ(folder_.snapshot(), before);
 }
 
+TEST_F(Process, AFolderThatMayNotBeReadIsNamed) {
+  folder_.write("vantrix.ini", "[setup]\nRegPath=vantrix\n");
+  chmod(folder_.path().c_str(), 0311);
+  const int code = in_child([&] {
+    become_ordinary_user();
+    const Outcome refused = apps_test::run_batch({"--program-dir", folder_.file("")});
+    return refused.code == 2 && refused.err.starts_with("The program folder " + folder_.file("")) ? 0 : 10;
+  });
+  chmod(folder_.path().c_str(), 0755);
+  EXPECT_EQ(code, 0);
+}
+
 TEST_F(Process, AFullDiskLeavesNoHalfDatabase) {
   const std::string file = folder_.file("full.das");
   const int code = in_child([&] {
