@@ -49,31 +49,46 @@ ChartPage::Texts ChartPage::texts_of(std::string_view key) const {
 void ChartPage::build() {
   if (built_) return;
   built_ = true;
-  form::Form& form = context_.form;
-  const form::Bounds frame = form.at("picFrame").bounds();
-  const std::int32_t inner_width = frame.width - form.at("vsbSlide").bounds().width;
-  thumbnail_width_ = static_cast<std::int32_t>(support::round_half_even((inner_width - 20) / 3.0));
-  thumbnail_height_ = static_cast<std::int32_t>(support::round_half_even(thumbnail_width_ * 0.66));
-
-  std::vector<std::string> keys;
-  support::Split(
-      support::ReadIni(
-          *context_.ports.ini, *context_.ports.registry, context_.config.RegKey,
-          {.section = "CHARTS", .key = "KEYS", .file = context_.config.own_folder + "pelmar.ini", .delimiter = "|"}),
-      keys, "|");
+  size_thumbnails();
+  const std::vector<std::string> keys = catalogue_keys();
   for (std::size_t n = 0; n < keys.size(); ++n) add_option(static_cast<int>(n), keys[n]);
   tick_home_page_charts();
-
-  const auto rows = (static_cast<std::int32_t>(keys.size()) + thumbnails_in_row - 1) / thumbnails_in_row;
-  const std::int32_t height = rows * (thumbnail_height_ + chart_title_height + row_gap);
-  form.at("picSlide").set_bounds({0, 0, inner_width, std::max(height, frame.height)});
-  form.at("vsbSlide").set_maximum(std::max(height - frame.height, 0));
-  form.at("vsbSlide").set_enabled(height > frame.height);
+  size_slide(static_cast<std::int32_t>(keys.size()));
+  form::Form& form = context_.form;
   form.at("lblChartInfoTitle").set_caption("");
   form.at("lblChartInfoTitle").set_tag("");
   form.at("lblChartInfo").set_caption("");
   form.at("cmdViwPic").set_enabled(false);
   show_count();
+}
+
+std::vector<std::string> ChartPage::catalogue_keys() const {
+  const std::string file = context_.config.own_folder + "pelmar.ini";
+  std::vector<std::string> keys;
+  support::Split(support::ReadIni(*context_.ports.ini, *context_.ports.registry, context_.config.RegKey,
+                                  {.section = "CHARTS", .key = "KEYS", .file = file, .delimiter = "|"}),
+                 keys, "|");
+  return keys;
+}
+
+std::int32_t ChartPage::slide_width() const {
+  return context_.form.at("picFrame").bounds().width - context_.form.at("vsbSlide").bounds().width;
+}
+
+void ChartPage::size_thumbnails() {
+  thumbnail_width_ = static_cast<std::int32_t>(support::round_half_even((slide_width() - 20) / 3.0));
+  thumbnail_height_ = static_cast<std::int32_t>(support::round_half_even(thumbnail_width_ * 0.66));
+}
+
+/// The slide is as high as all rows; the scroll bar moves it as far as it reaches beyond the frame.
+void ChartPage::size_slide(std::int32_t charts) {
+  const std::int32_t rows = (charts + thumbnails_in_row - 1) / thumbnails_in_row;
+  const std::int32_t height = rows * (thumbnail_height_ + chart_title_height + row_gap);
+  const std::int32_t visible = context_.form.at("picFrame").bounds().height;
+  context_.form.at("picSlide").set_bounds({0, 0, slide_width(), std::max(height, visible)});
+  form::Control& bar = context_.form.at("vsbSlide");
+  bar.set_maximum(std::max(height - visible, 0));
+  bar.set_enabled(height > visible);
 }
 
 void ChartPage::add_option(int position, std::string_view key) {

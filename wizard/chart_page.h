@@ -38,6 +38,10 @@ class ChartPage {
   };
   Texts texts_of(std::string_view key) const;
   std::string picture_file(std::string_view prefix, std::string_view key) const;
+  std::vector<std::string> catalogue_keys() const;
+  std::int32_t slide_width() const;
+  void size_thumbnails();
+  void size_slide(std::int32_t charts);
   void add_option(int position, std::string_view key);
   std::string fitting_caption(std::string title, std::int32_t width) const;
   void tick_home_page_charts();

@@ -15,7 +15,8 @@ namespace {
 constexpr long nothing_chosen = 4850;
 
 std::string or_nothing(const Context& context, std::string text) {
-  return text.empty() ? context.config.text(nothing_chosen) : text;
+  if (text.empty()) text = context.config.text(nothing_chosen);
+  return text;
 }
 
 void append(std::string& list, std::string_view item) {

@@ -72,7 +72,9 @@ void Control::set_value(int value) {
 
 void Control::set_items(std::vector<ListItem> items) {
   set_list_index(-1);
-  assign(items_, items, Property::List);
+  if (items_ == items) return;
+  items_ = std::move(items);
+  form_->changed(*this, Property::List);
 }
 
 void Control::set_list_index(int list_index) {
