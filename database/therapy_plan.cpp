@@ -65,7 +65,6 @@ std::size_t store_items(const Environment& environment, support::Procedure& proc
     if (procedure.step([&] { store_item(rows, items[i], plan_id); })) continue;
     ++failed;
     environment.show_message(procedure.error().what(), style_plain);
-    procedure.step([&] { rows.cancel_update(); });
   }
   return failed;
 }

@@ -11,6 +11,46 @@ namespace {
 
 using Creation = DatabaseTest;
 
+/// A database that refuses one table.
+class RefusingDatabase : public engine::Database {
+ public:
+  explicit RefusingDatabase(std::unique_ptr<engine::Database> real) : real_(std::move(real)) {}
+  std::shared_ptr<engine::TableDef> create_table_def(std::string_view name) override {
+    if (name == "steps") throw support::RuntimeError(3010, "refused");
+    return real_->create_table_def(name);
+  }
+  std::string name() const override { return real_->name(); }
+  void close() override { real_->close(); }
+  void new_password(std::string_view before, std::string_view after) override { real_->new_password(before, after); }
+  engine::TableDefs& table_defs() override { return real_->table_defs(); }
+  std::unique_ptr<engine::Recordset> open_recordset(std::string_view source) override {
+    return real_->open_recordset(source);
+  }
+  void execute(std::string_view sql) override { real_->execute(sql); }
+  std::int32_t records_affected() const override { return real_->records_affected(); }
+  void begin_transaction() override { real_->begin_transaction(); }
+  void commit_transaction() override { real_->commit_transaction(); }
+  void rollback_transaction() override { real_->rollback_transaction(); }
+
+ private:
+  std::unique_ptr<engine::Database> real_;
+};
+
+class RefusingEngine : public engine::Engine {
+ public:
+  std::unique_ptr<engine::Database> create_database(std::string_view path, std::string_view locale,
+                                                    std::int32_t version) override {
+    return std::make_unique<RefusingDatabase>(real_->create_database(path, locale, version));
+  }
+  std::unique_ptr<engine::Database> open_database(std::string_view path, bool exclusive, bool read_only,
+                                                  std::string_view connect) override {
+    return real_->open_database(path, exclusive, read_only, connect);
+  }
+
+ private:
+  std::unique_ptr<engine::Engine> real_ = engine::open_engine("DAO.DBEngine.36");
+};
+
 std::unique_ptr<engine::Engine> no_engine(std::string_view) { throw support::RuntimeError(429, "no such class"); }
 
 std::unique_ptr<engine::Engine> older_engine(std::string_view identifier) {
@@ -104,6 +144,26 @@ TEST_F(Creation, StoresNothingOfADatabaseThatCannotBeCompleted) {
     EXPECT_EQ(files(), before) << row.what;
   }
   EXPECT_EQ(read_file(path("there.das")), "somebody's data");
+}
+
+TEST_F(Creation, StoresNothingWhereOneTableIsMissing) {
+  environment.open_engine = [](std::string_view) { return std::make_unique<RefusingEngine>(); };
+  support::RuntimeError failure{0, "none"};
+  EXPECT_EQ(CreatePatientDatabase(environment, path("new.das"), sample_patient(), {}, &failure), 0);
+  EXPECT_EQ(failure.number(), 3010);
+  EXPECT_TRUE(files().empty());
+}
+
+TEST_F(Creation, GivesWayToAFileThatComesUpMeanwhile) {
+  environment.now = [this] {
+    write_file(path("new.das"), "somebody's data");
+    return engine::Date{};
+  };
+  support::RuntimeError failure{0, "none"};
+  EXPECT_EQ(CreatePatientDatabase(environment, path("new.das"), sample_patient(), {}, &failure), 0);
+  EXPECT_EQ(failure.number(), 3204);
+  EXPECT_EQ(files(), std::vector<std::string>{"new.das"});
+  EXPECT_EQ(read_file(path("new.das")), "somebody's data");
 }
 
 TEST_F(Creation, ReducesDoubledBackslashesInThePath) {

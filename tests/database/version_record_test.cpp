@@ -71,6 +71,8 @@ TEST_F(Version, TellsForeignDatabasesByTheirDescription) {
       {"UPDATE db_info SET [Desc] = Null", false},
       {"UPDATE db_info SET [Desc] = 'vantrix', LastBackup = Null, [Type] = Null", true},
       {"ALTER TABLE db_info DROP COLUMN sAvailableData", true},
+      {"ALTER TABLE db_info ALTER COLUMN lAvailableData TEXT(9)", true},
+      {"UPDATE db_info SET lAvailableData = 'no number'", false},
       {"DELETE * FROM db_info", false},
       {"DROP TABLE db_info", false},
   };
