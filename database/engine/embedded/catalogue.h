@@ -44,9 +44,12 @@ struct IndexDefinition {
 /// The definition of this name, without regard to case; null where there is none.
 template <typename Definition>
 Definition* find_named(std::vector<Definition>& definitions, std::string_view name) {
-  const auto found = std::find_if(definitions.begin(), definitions.end(), [name](const Definition& definition) {
-    return support::equal_ignoring_case(definition.name, name);
-  });
+  auto found = std::ranges::find(definitions, name, &Definition::name);
+  if (found == definitions.end()) {
+    found = std::ranges::find_if(definitions, [name](const Definition& definition) {
+      return support::equal_ignoring_case(definition.name, name);
+    });
+  }
   return found == definitions.end() ? nullptr : &*found;
 }
 

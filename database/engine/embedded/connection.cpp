@@ -1,5 +1,6 @@
 #include "database/engine/embedded/connection.h"
 
+#include <cstdlib>
 #include <type_traits>
 #include <utility>
 
@@ -35,6 +36,12 @@ class KeyText {
   }
   std::string text_;
 };
+
+/// Freed memory is overwritten, in the whole process.
+void secure_memory(sqlite3* handle) {
+  static bool done = false;
+  if (!std::exchange(done, true)) sqlite3_exec(handle, "PRAGMA memory_security=fill", nullptr, nullptr, nullptr);
+}
 
 void choose_cipher(sqlite3* handle) {
   sqlite3mc_config(handle, "cipher", sqlite3mc_cipher_index("sqlcipher"));
@@ -142,6 +149,7 @@ Connection::Connection(const std::string& host_path, const FileKey* key, const C
   handle_.reset(handle);
   if (result != SQLITE_OK) raise(3051);
   sqlite3_busy_timeout(handle, static_cast<int>(options.busy_time.count()));
+  secure_memory(handle);
   choose_cipher(handle);
   if (key) {
     const KeyText text{*key};
@@ -171,16 +179,18 @@ void Connection::check(int result) const {
   if (result != SQLITE_OK) throw jet_sql::error_of(handle_.get(), result);
 }
 
-bool Connection::first_read() {
-  const int result = sqlite3_exec(handle_.get(), "PRAGMA schema_version", nullptr, nullptr, nullptr);
-  if ((result & 0xff) == SQLITE_NOTADB) return false;
+std::optional<std::int64_t> Connection::first_read() {
+  std::int64_t user_version = 0;
+  const auto take = [](void* target, int, char** values, char**) {
+    *static_cast<std::int64_t*>(target) = values[0] ? std::atoll(values[0]) : 0;
+    return 0;
+  };
+  const int result = sqlite3_exec(handle_.get(), "PRAGMA user_version", take, &user_version, nullptr);
+  if ((result & 0xff) == SQLITE_NOTADB) return std::nullopt;
   check(result);
-  for (const char* pragma : {"PRAGMA memory_security=fill", "PRAGMA cell_size_check=ON", "PRAGMA mmap_size=0",
-                             "PRAGMA temp_store=MEMORY", "PRAGMA synchronous=FULL"}) {
-    check(sqlite3_exec(handle_.get(), pragma, nullptr, nullptr, nullptr));
-  }
+  check(sqlite3_exec(handle_.get(), "PRAGMA cell_size_check=ON", nullptr, nullptr, nullptr));
   if (exclusive_) run("PRAGMA locking_mode=EXCLUSIVE");
-  return true;
+  return user_version;
 }
 
 PooledStatement Connection::statement(std::string_view sql) {

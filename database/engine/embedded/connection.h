@@ -7,6 +7,7 @@
 #include <chrono>
 #include <cstdint>
 #include <memory>
+#include <optional>
 #include <string>
 #include <string_view>
 
@@ -102,9 +103,9 @@ class Connection {
   /// First column of the first row; 0 where there is no row.
   std::int64_t integer(std::string_view sql);
 
-  /// Reads the file for the first time and completes the settings; nothing else may be called before. False where what
-  /// the file holds is no database, or the key does not fit.
-  bool first_read();
+  /// Reads the file for the first time and completes the settings; nothing else may be called before. The file's user
+  /// version; nothing where what the file holds is no database, or the key does not fit.
+  std::optional<std::int64_t> first_read();
   /// Re-encrypts the whole file; a null key leaves it plain. The connection must be opened anew afterwards.
   void change_key(const FileKey* key);
 

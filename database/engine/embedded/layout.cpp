@@ -181,7 +181,7 @@ std::int64_t create_table(Session& session, const TableDefinition& table) {
     checked.indexes.push_back(bound(index, checked));
   }
   AtomicChange change{session};
-  const std::int64_t id = session.changing_catalogue().insert_table(checked);
+  const std::int64_t id = session.change_catalogue().insert_table(checked);
   Connection& connection = session.connection();
   connection.run("CREATE TABLE " + quoted(table.name) + "(" + columns + ")");
   for (const IndexDefinition& index : checked.indexes) create_sqlite_index(connection, id, table.name, index);
@@ -192,7 +192,7 @@ std::int64_t create_table(Session& session, const TableDefinition& table) {
 void drop_table(Session& session, std::int64_t table) {
   const TablePointer stored = session.table(table);
   AtomicChange change{session};
-  session.changing_catalogue().erase_table(table);
+  session.change_catalogue().erase_table(table);
   session.connection().run("DROP TABLE " + quoted(stored->definition.name));
   change.done();
 }
@@ -206,7 +206,7 @@ void change_table(Session& session, std::int64_t table, const TableDefinition& p
     if (taken && taken->id != table) raise(3010, properties.name);
   }
   AtomicChange change{session};
-  session.changing_catalogue().update_table(table, properties);
+  session.change_catalogue().update_table(table, properties);
   if (renamed) {
     session.connection().run("ALTER TABLE " + quoted(stored->definition.name) + " RENAME TO " +
                              quoted(properties.name));
@@ -221,7 +221,7 @@ void add_field(Session& session, std::int64_t table, const FieldDefinition& fiel
   if (stored->definition.fields.size() >= maximum_fields) raise(3190);
   check_auto_number(field, stored->definition);
   AtomicChange change{session};
-  session.changing_catalogue().insert_field(table, field);
+  session.change_catalogue().insert_field(table, field);
   session.connection().run("ALTER TABLE " + quoted(stored->definition.name) + " ADD COLUMN " + column(field));
   if (field.auto_increment()) number_rows(session.connection(), session.table(table)->definition, field);
   change.done();
@@ -236,7 +236,7 @@ void change_field(Session& session, std::int64_t table, std::string_view field, 
   if (taken && taken != current) raise(3191, changed.name);
   if (!current->auto_increment()) check_auto_number(changed, stored->definition);
   AtomicChange change{session};
-  session.changing_catalogue().update_field(table, field, changed);
+  session.change_catalogue().update_field(table, field, changed);
   if (current->name != changed.name) {
     session.connection().run("ALTER TABLE " + quoted(stored->definition.name) + " RENAME COLUMN " +
                              quoted(current->name) + " TO " + quoted(changed.name));
@@ -258,7 +258,7 @@ void convert_field(Session& session, std::int64_t table, const FieldDefinition& 
   const std::string name = quoted(stored->definition.name);
   // A name with a "." is no field's.
   const std::string old_column = quoted("old." + current->name);
-  session.changing_catalogue().update_field(table, current->name, complete);
+  session.change_catalogue().update_field(table, current->name, complete);
   for (const IndexDefinition& index : stored->definition.indexes) {
     connection.run("DROP INDEX " + index_name(table, index.name));
   }
@@ -279,7 +279,7 @@ void drop_field(Session& session, std::int64_t table, std::string_view field) {
   if (is_indexed(stored->definition, field)) raise(3280, field);
   if (stored->definition.fields.size() == 1) raise(3264);
   AtomicChange change{session};
-  session.changing_catalogue().erase_field(table, field);
+  session.change_catalogue().erase_field(table, field);
   session.connection().run("ALTER TABLE " + quoted(stored->definition.name) + " DROP COLUMN " + quoted(current->name));
   change.done();
 }
@@ -290,7 +290,7 @@ void create_index(Session& session, std::int64_t table, const IndexDefinition& i
   const IndexDefinition complete = bound(index, stored->definition);
   AtomicChange change{session};
   check_no_null(session.connection(), stored->definition, complete);
-  session.changing_catalogue().insert_index(table, complete);
+  session.change_catalogue().insert_index(table, complete);
   create_sqlite_index(session.connection(), table, stored->definition.name, complete);
   change.done();
 }
@@ -300,7 +300,7 @@ void drop_index(Session& session, std::int64_t table, std::string_view index) {
   const IndexDefinition* current = find_named(stored->definition.indexes, index);
   if (!current) raise(3265, index);
   AtomicChange change{session};
-  session.changing_catalogue().erase_index(table, index);
+  session.change_catalogue().erase_index(table, index);
   session.connection().run("DROP INDEX " + index_name(table, current->name));
   change.done();
 }

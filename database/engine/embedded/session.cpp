@@ -33,7 +33,6 @@ std::shared_ptr<Session> Session::open(const std::string& host_path, std::string
   check_password_length(password);
   std::shared_ptr<Session> session{new Session(host_path, password, options)};
   session->connect_existing();
-  session->catalogue();
   return session;
 }
 
@@ -52,36 +51,34 @@ void Session::require_open() const {
 
 void Session::connect_existing() {
   const DatabaseFile file = inspect_database_file(host_path_);
-  if (!file.encrypted) {
-    // A password given for a file that has none is not asked for.
-    password_.clear();
-    connection_ = std::make_unique<Connection>(host_path_, nullptr, options_);
-    if (!connection_->first_read()) raise(3343);
-  } else {
-    if (password_.empty()) raise(3031);
-    const FileKey key{password_, file.salt};
-    connection_ = std::make_unique<Connection>(host_path_, &key, options_);
-    if (!connection_->first_read()) raise(3031);
-    key.remember(password_);
-  }
+  // A password given for a file that has none is not asked for.
+  if (!file.encrypted) password_.clear();
+  if (file.encrypted && password_.empty()) raise(3031);
+  std::optional<FileKey> key;
+  if (file.encrypted) key.emplace(password_, file.salt);
+  connection_ = std::make_unique<Connection>(host_path_, key ? &*key : nullptr, options_);
+  const std::optional<std::int64_t> stamp = connection_->first_read();
+  if (!stamp) raise(file.encrypted ? 3031 : 3343);
+  if (key) key->remember(password_);
   if (options_.exclusive && !options_.read_only) {
     connection_->run("BEGIN EXCLUSIVE");
     connection_->run("COMMIT");
   }
+  identity_ = host_path_ + std::string(file.salt.begin(), file.salt.end());
+  adopt_catalogue(*stamp);
 }
 
 void Session::connect_new() {
   create_private_file(host_path_);
   new_file_created_ = true;
   try {
-    if (password_.empty()) {
-      connection_ = std::make_unique<Connection>(host_path_, nullptr, options_);
-    } else {
-      const FileKey key{password_, new_salt()};
-      connection_ = std::make_unique<Connection>(host_path_, &key, options_);
-      key.remember(password_);
-    }
+    const FileSalt salt = password_.empty() ? FileSalt{} : new_salt();
+    std::optional<FileKey> key;
+    if (!password_.empty()) key.emplace(password_, salt);
+    connection_ = std::make_unique<Connection>(host_path_, key ? &*key : nullptr, options_);
     connection_->first_read();
+    if (key) key->remember(password_);
+    identity_ = host_path_ + std::string(salt.begin(), salt.end());
   } catch (const support::RuntimeError&) {
     disconnect();
     throw;
@@ -110,24 +107,29 @@ const StoredCatalogue& Session::catalogue() {
   require_open();
   const bool changing = connection_ && connection_->in_transaction() && !options_.read_only;
   if (!connection_ || (new_file_ && !changing)) {
-    if (!catalogue_) catalogue_.emplace();
-    return *catalogue_;
+    static const auto empty = std::make_shared<const StoredCatalogue>();
+    catalogue_ = empty;
+  } else if (!changing || !catalogue_) {
+    adopt_catalogue(connection_->integer("PRAGMA user_version"));
   }
-  if (catalogue_ && (changing || catalogue_->version() == connection_->integer("PRAGMA user_version"))) {
-    return *catalogue_;
-  }
-  forget_catalogue();
-  catalogue_.emplace(*connection_);
   return *catalogue_;
 }
 
-StoredCatalogue& Session::changing_catalogue() {
-  catalogue();
-  programs_.clear();
-  layout_touched_ = true;
-  if (!layout_counted_) catalogue_->count_change();
-  layout_counted_ = true;
-  return *catalogue_;
+void Session::adopt_catalogue(std::int64_t stamp) {
+  if (catalogue_ && catalogue_->stamp() == stamp) return;
+  forget_catalogue();
+  catalogue_ = known_catalogues::find(identity_, stamp);
+  if (catalogue_) return;
+  catalogue_ = std::make_shared<const StoredCatalogue>(*connection_);
+  if (!new_file_) known_catalogues::keep(identity_, catalogue_);
+}
+
+CatalogueChange Session::change_catalogue() {
+  const auto copy = std::make_shared<StoredCatalogue>(catalogue());
+  CatalogueChange change{*connection_, *copy};
+  if (copy->stamp() == committed_stamp_) change.draw_stamp();
+  catalogue_ = copy;
+  return change;
 }
 
 TablePointer Session::table(std::int64_t id) {
@@ -138,9 +140,7 @@ TablePointer Session::table(std::int64_t id) {
 
 void Session::forget_catalogue() noexcept {
   catalogue_.reset();
-  programs_.clear();
   last_numbers_.clear();
-  layout_counted_ = false;
 }
 
 void Session::remove_reader(PendingReader& reader) noexcept { std::erase(readers_, &reader); }
@@ -161,13 +161,14 @@ void Session::require_transaction() const {
 void Session::begin_change() {
   Connection& file = connection();
   file.run(options_.read_only ? "BEGIN" : "BEGIN IMMEDIATE");
-  layout_counted_ = false;
-  // From here on nobody else changes the layout: what is known of it is checked for the last time.
-  if (catalogue_ && !new_file_ && catalogue_->version() != file.integer("PRAGMA user_version")) forget_catalogue();
-  if (!new_file_) return;
-  catalogue_.reset();
   try {
-    StoredCatalogue::create(file);
+    if (new_file_) {
+      catalogue_.reset();
+      CatalogueChange::create_tables(file);
+    }
+    // From here on nobody else changes the layout: what is known of it is checked for the last time.
+    committed_stamp_ = file.integer("PRAGMA user_version");
+    adopt_catalogue(committed_stamp_);
   } catch (const support::RuntimeError&) {
     undo_change();
     throw;
@@ -183,7 +184,7 @@ void Session::end_change() {
   }
   new_file_ = false;
   new_file_created_ = false;
-  layout_counted_ = false;
+  if (catalogue_->stamp() != committed_stamp_) known_catalogues::keep(identity_, catalogue_);
 }
 
 void Session::undo_change() noexcept {
@@ -224,12 +225,6 @@ void Session::rollback_transaction() {
   if (!in_transaction_) raise(3034);
   while (!readers_.empty()) readers_.back()->read_to_end();
   undo_change();
-}
-
-std::shared_ptr<const jet_sql::Program> Session::compile(std::string_view sql) {
-  const StoredCatalogue& tables = catalogue();
-  if (const auto* known = programs_.find(sql)) return *known;
-  return programs_.put(sql, std::make_shared<const jet_sql::Program>(jet_sql::compile(sql, tables)));
 }
 
 const TableStatements& Session::statements_of(const TablePointer& table) {
@@ -304,18 +299,17 @@ void Session::change_password(std::string_view old_password, std::string_view ne
 
 AtomicChange::AtomicChange(Session& session) : session_(session) {
   session.prepare_change();
-  outer_touched_ = std::exchange(session.layout_touched_, false);
   own_transaction_ = !session.connection_ || !session.connection_->in_transaction();
   if (own_transaction_) {
     session.begin_change();
   } else {
     session.connection_->run("SAVEPOINT change");
+    catalogue_before_ = session.catalogue_;
   }
 }
 
 AtomicChange::~AtomicChange() {
   if (finished_) return;
-  const bool touched = std::exchange(session_.layout_touched_, outer_touched_);
   if (own_transaction_) {
     session_.undo_change();
     return;
@@ -326,13 +320,12 @@ AtomicChange::~AtomicChange() {
   } catch (const support::RuntimeError&) {
     // The whole transaction was rolled back already; its commit will say so.
   }
+  session_.catalogue_ = catalogue_before_;
   session_.forget_numbers();
-  if (touched) session_.forget_catalogue();
 }
 
 void AtomicChange::done() {
   finished_ = true;
-  session_.layout_touched_ |= outer_touched_;
   if (own_transaction_) {
     session_.end_change();
   } else {

@@ -11,10 +11,9 @@
 #include <unordered_map>
 #include <vector>
 
+#include "database/engine/embedded/catalogue_change.h"
 #include "database/engine/embedded/connection.h"
 #include "database/engine/embedded/database_file.h"
-#include "database/engine/embedded/jet_sql/jet_sql.h"
-#include "database/engine/embedded/lru_cache.h"
 #include "database/engine/embedded/stored_catalogue.h"
 
 namespace engine::embedded {
@@ -53,8 +52,8 @@ class Session {
   Connection& connection();
   /// As the file has it now. The reference lives until the next call of the session.
   const StoredCatalogue& catalogue();
-  /// For a change of layout, inside an AtomicChange.
-  StoredCatalogue& changing_catalogue();
+  /// For one change of layout, inside an AtomicChange.
+  CatalogueChange change_catalogue();
   /// The table as it is now; 3420 where it was deleted.
   TablePointer table(std::int64_t id);
 
@@ -66,8 +65,7 @@ class Session {
   /// Before each change: 3027 where the file is read-only; recordsets read what they have not read yet.
   void prepare_change();
 
-  /// Compiles, or takes from the cache.
-  std::shared_ptr<const jet_sql::Program> compile(std::string_view sql);
+  ProgramPointer compile(std::string_view sql) { return catalogue().compile(sql); }
 
   const TableStatements& statements_of(const TablePointer& table);
 
@@ -101,6 +99,8 @@ class Session {
   bool numbers_are_current();
   /// The catalogue was rolled back, or may have been.
   void forget_catalogue() noexcept;
+  /// The catalogue of this stamp: the one at hand, a known one, or read from the file.
+  void adopt_catalogue(std::int64_t stamp);
 
   std::string host_path_;
   std::string password_;
@@ -109,11 +109,10 @@ class Session {
   bool new_file_ = false;          ///< nothing is committed yet
   bool new_file_created_ = false;  ///< and yet the file is there, empty
   bool in_transaction_ = false;
-  bool layout_counted_ = false;  ///< this transaction's layout change has been counted
-  bool layout_touched_ = false;  ///< the atomic change that runs has changed the layout
   std::unique_ptr<Connection> connection_;
-  std::optional<StoredCatalogue> catalogue_;
-  LruCache<std::shared_ptr<const jet_sql::Program>> programs_{64};
+  std::string identity_;  ///< of the file, among the known catalogues
+  std::shared_ptr<const StoredCatalogue> catalogue_;
+  std::int64_t committed_stamp_ = 0;  ///< of the catalogue, when the change began
   std::vector<PendingReader*> readers_;
   std::unordered_map<std::int64_t, TableStatements> statements_;
   std::unordered_map<std::int64_t, std::int64_t> last_numbers_;
@@ -133,7 +132,7 @@ class AtomicChange {
  private:
   Session& session_;
   bool own_transaction_;
-  bool outer_touched_;  ///< this change is part of one that had changed the layout before
+  std::shared_ptr<const StoredCatalogue> catalogue_before_;
   bool finished_ = false;
 };
 

@@ -1,47 +1,12 @@
 #include "database/engine/embedded/stored_catalogue.h"
 
+#include <algorithm>
 #include <utility>
 
 #include "database/engine/embedded/engine_error.h"
 
 namespace engine::embedded {
 namespace {
-
-constexpr std::string_view catalogue_tables[] = {
-    R"(CREATE TABLE "jet.tables"(
-         id INTEGER PRIMARY KEY, name TEXT NOT NULL, attributes INTEGER NOT NULL, connect TEXT NOT NULL,
-         source_table_name TEXT NOT NULL, validation_rule TEXT NOT NULL, validation_text TEXT NOT NULL))",
-    R"(CREATE TABLE "jet.fields"(
-         id INTEGER PRIMARY KEY, table_id INTEGER NOT NULL, name TEXT NOT NULL, type INTEGER NOT NULL,
-         size INTEGER NOT NULL, attributes INTEGER NOT NULL, default_value TEXT NOT NULL, required INTEGER NOT NULL,
-         allow_zero_length INTEGER NOT NULL, ordinal_position INTEGER NOT NULL, validation_rule TEXT NOT NULL,
-         validation_text TEXT NOT NULL, UNIQUE(table_id, name)))",
-    R"(CREATE TABLE "jet.indexes"(
-         id INTEGER PRIMARY KEY, table_id INTEGER NOT NULL, name TEXT NOT NULL, fields TEXT NOT NULL,
-         is_primary INTEGER NOT NULL, is_unique INTEGER NOT NULL, required INTEGER NOT NULL,
-         ignore_nulls INTEGER NOT NULL, clustered INTEGER NOT NULL, UNIQUE(table_id, name)))",
-};
-
-constexpr std::string_view insert_field_sql =
-    R"(INSERT INTO "jet.fields"(table_id, name, type, size, attributes, default_value, required, allow_zero_length,
-         ordinal_position, validation_rule, validation_text) VALUES(?,?,?,?,?,?,?,?,?,?,?))";
-constexpr std::string_view update_field_sql =
-    R"(UPDATE "jet.fields" SET table_id=?1, name=?2, type=?3, size=?4, attributes=?5, default_value=?6, required=?7,
-         allow_zero_length=?8, ordinal_position=?9, validation_rule=?10, validation_text=?11
-       WHERE table_id=?1 AND name=?12)";
-
-Statement& bind_field(Statement& statement, std::int64_t id, const FieldDefinition& field) {
-  return statement.with(id, field.name, static_cast<std::int32_t>(field.type), field.size, field.attributes,
-                        field.default_value, field.required, field.allow_zero_length,
-                        std::int32_t{field.ordinal_position}, field.validation_rule, field.validation_text);
-}
-
-/// Index fields are kept joined by ".", which no name holds.
-std::string joined(const std::vector<std::string>& names) {
-  std::string text;
-  for (const std::string& name : names) text += (text.empty() ? "" : ".") + name;
-  return text;
-}
 
 std::vector<std::string> split(std::string_view text) {
   std::vector<std::string> names;
@@ -92,43 +57,64 @@ StoredTable read_table(const Statement& row) {
   return table;
 }
 
+/// A read that sees one state of the file throughout.
+class ConsistentRead {
+ public:
+  explicit ConsistentRead(Connection& connection) : connection_(connection), own_(!connection.in_transaction()) {
+    if (own_) connection_.run("BEGIN");
+  }
+  ~ConsistentRead() {
+    try {
+      if (own_ && connection_.in_transaction()) connection_.run("COMMIT");
+    } catch (const support::RuntimeError&) {
+      // Nothing was written, and SQLite ends the transaction with the connection at the latest.
+    }
+  }
+  ConsistentRead(const ConsistentRead&) = delete;
+  ConsistentRead& operator=(const ConsistentRead&) = delete;
+
+ private:
+  Connection& connection_;
+  bool own_;
+};
+
 }  // namespace
 
-void StoredCatalogue::create(Connection& connection) {
-  for (const std::string_view table : catalogue_tables) connection.run(table);
-  connection.run("PRAGMA application_id=" + std::to_string(catalogue_application_id));
-}
-
-StoredCatalogue::StoredCatalogue(Connection& connection) : connection_(&connection) {
+StoredCatalogue::StoredCatalogue(Connection& connection) {
+  const ConsistentRead consistent{connection};
   if (connection.integer("PRAGMA application_id") != catalogue_application_id) raise(3343);
-  version_ = connection.integer("PRAGMA user_version");
-  const PooledStatement tables = connection.statement(R"(SELECT id, name FROM "jet.tables" ORDER BY id)");
-  while (tables->step()) add(tables->integer(0), std::string(tables->text(1)));
+  stamp_ = connection.integer("PRAGMA user_version");
+  read(connection);
 }
 
-void StoredCatalogue::add(std::int64_t id, const std::string& name) {
-  ids_.emplace(support::to_lower(name), id);
-  tables_.push_back({id, name});
-}
-
-TablePointer StoredCatalogue::load(std::int64_t id) const {
-  const PooledStatement tables = connection_->statement(
+void StoredCatalogue::read(Connection& connection) {
+  std::vector<StoredTable> tables;
+  std::unordered_map<std::int64_t, std::size_t> places;
+  const PooledStatement table_rows = connection.statement(
       R"(SELECT id, name, attributes, connect, source_table_name, validation_rule, validation_text
-           FROM "jet.tables" WHERE id=?)");
-  if (!tables->with(id).step()) return nullptr;
-  StoredTable table = read_table(*tables);
-  const PooledStatement fields = connection_->statement(
+           FROM "jet.tables" ORDER BY id)");
+  while (table_rows->step()) {
+    places.emplace(table_rows->integer(0), tables.size());
+    tables.push_back(read_table(*table_rows));
+  }
+  const auto definition_of = [&](const Statement& row) -> TableDefinition* {
+    const auto place = places.find(row.integer(0));
+    return place == places.end() ? nullptr : &tables[place->second].definition;
+  };
+  const PooledStatement field_rows = connection.statement(
       R"(SELECT table_id, name, type, size, attributes, default_value, required, allow_zero_length, ordinal_position,
                 validation_rule, validation_text
-           FROM "jet.fields" WHERE table_id=? ORDER BY id)");
-  fields->with(id);
-  while (fields->step()) table.definition.fields.push_back(read_field(*fields));
-  const PooledStatement indexes = connection_->statement(
+           FROM "jet.fields" ORDER BY id)");
+  while (field_rows->step()) {
+    if (TableDefinition* table = definition_of(*field_rows)) table->fields.push_back(read_field(*field_rows));
+  }
+  const PooledStatement index_rows = connection.statement(
       R"(SELECT table_id, name, fields, is_primary, is_unique, required, ignore_nulls, clustered
-           FROM "jet.indexes" WHERE table_id=? ORDER BY id)");
-  indexes->with(id);
-  while (indexes->step()) table.definition.indexes.push_back(read_index(*indexes));
-  return std::make_shared<const StoredTable>(std::move(table));
+           FROM "jet.indexes" ORDER BY id)");
+  while (index_rows->step()) {
+    if (TableDefinition* table = definition_of(*index_rows)) table->indexes.push_back(read_index(*index_rows));
+  }
+  for (StoredTable& table : tables) add(std::move(table));
 }
 
 const TableDefinition* StoredCatalogue::find_table(std::string_view name) const {
@@ -137,140 +123,63 @@ const TableDefinition* StoredCatalogue::find_table(std::string_view name) const 
 }
 
 TablePointer StoredCatalogue::find(std::string_view name) const {
-  const auto found = ids_.find(support::to_lower(name));
-  return found == ids_.end() ? nullptr : find(found->second);
+  const auto found = positions_.find(support::to_lower(name));
+  return found == positions_.end() ? nullptr : tables_[found->second];
 }
 
 TablePointer StoredCatalogue::find(std::int64_t id) const {
-  if (!connection_) return nullptr;
-  TablePointer& table = loaded_[id];
-  if (!table) table = load(id);
-  return table;
+  const auto found = std::ranges::find(tables_, id, &StoredTable::id);
+  return found == tables_.end() ? nullptr : *found;
 }
 
-std::size_t StoredCatalogue::position(std::int64_t id) const {
-  const auto found = std::ranges::find(tables_, id, &TableName::id);
-  if (found == tables_.end()) raise(3420);
-  return static_cast<std::size_t>(found - tables_.begin());
+ProgramPointer StoredCatalogue::compile(std::string_view sql) const {
+  if (const ProgramPointer* known = programs_.find(sql)) return *known;
+  return programs_.put(sql, std::make_shared<const jet_sql::Program>(jet_sql::compile(sql, *this)));
 }
 
-TableDefinition StoredCatalogue::copy_of(std::int64_t id) const {
-  const TablePointer table = find(id);
-  if (!table) raise(3420);
-  return table->definition;
+void StoredCatalogue::add(StoredTable table) {
+  positions_.emplace(support::to_lower(table.definition.name), tables_.size());
+  tables_.push_back(std::make_shared<const StoredTable>(std::move(table)));
 }
 
 void StoredCatalogue::replace(std::int64_t id, TableDefinition definition) {
-  TableName& table = tables_[position(id)];
-  ids_.erase(support::to_lower(table.name));
-  ids_.emplace(support::to_lower(definition.name), id);
-  table.name = definition.name;
-  loaded_[id] = std::make_shared<const StoredTable>(StoredTable{id, std::move(definition)});
+  const auto found = std::ranges::find(tables_, id, &StoredTable::id);
+  positions_.erase(support::to_lower((*found)->definition.name));
+  positions_.emplace(support::to_lower(definition.name), static_cast<std::size_t>(found - tables_.begin()));
+  *found = std::make_shared<const StoredTable>(StoredTable{id, std::move(definition)});
 }
 
-std::int64_t StoredCatalogue::insert_table(const TableDefinition& definition) {
-  connection_
-      ->statement(R"(INSERT INTO "jet.tables"(name, attributes, connect, source_table_name, validation_rule,
-                      validation_text) VALUES(?,?,?,?,?,?))")
-      ->with(definition.name, definition.attributes, definition.connect, definition.source_table_name,
-             definition.validation_rule, definition.validation_text)
-      .run();
-  const std::int64_t id = connection_->last_row_id();
-  for (const FieldDefinition& field : definition.fields) write_field(id, field);
-  for (const IndexDefinition& index : definition.indexes) write_index(id, index);
-  add(id, definition.name);
-  replace(id, definition);
-  return id;
-}
-
-void StoredCatalogue::erase_table(std::int64_t id) {
-  connection_->statement(R"(DELETE FROM "jet.indexes" WHERE table_id=?)")->with(id).run();
-  connection_->statement(R"(DELETE FROM "jet.fields" WHERE table_id=?)")->with(id).run();
-  connection_->statement(R"(DELETE FROM "jet.tables" WHERE id=?)")->with(id).run();
-  const std::size_t place = position(id);
-  ids_.erase(support::to_lower(tables_[place].name));
-  tables_.erase(tables_.begin() + static_cast<std::ptrdiff_t>(place));
-  loaded_.erase(id);
-}
-
-void StoredCatalogue::update_table(std::int64_t id, const TableDefinition& definition) {
-  connection_
-      ->statement(R"(UPDATE "jet.tables" SET name=?, attributes=?, connect=?, source_table_name=?, validation_rule=?,
-                      validation_text=? WHERE id=?)")
-      ->with(definition.name, definition.attributes, definition.connect, definition.source_table_name,
-             definition.validation_rule, definition.validation_text, id)
-      .run();
-  replace(id, definition);
-}
-
-void StoredCatalogue::write_field(std::int64_t id, const FieldDefinition& field) {
-  bind_field(*connection_->statement(insert_field_sql), id, field).run();
-}
-
-void StoredCatalogue::insert_field(std::int64_t id, const FieldDefinition& field) {
-  TableDefinition definition = copy_of(id);
-  write_field(id, field);
-  definition.fields.push_back(field);
-  replace(id, std::move(definition));
-}
-
-void StoredCatalogue::update_field(std::int64_t id, std::string_view name, const FieldDefinition& field) {
-  TableDefinition definition = copy_of(id);
-  FieldDefinition* stored = find_named(definition.fields, name);
-  if (!stored) raise(3265, name);
-  const std::string old_name = stored->name;
-  const PooledStatement update = connection_->statement(update_field_sql);
-  bind_field(*update, id, field).bind(12, std::string_view(old_name));
-  update->run();
-  *stored = field;
-  for (IndexDefinition& index : definition.indexes) {
-    const auto used = std::ranges::find(index.fields, old_name);
-    if (old_name == field.name || used == index.fields.end()) continue;
-    *used = field.name;
-    connection_->statement(R"(UPDATE "jet.indexes" SET fields=? WHERE table_id=? AND name=?)")
-        ->with(joined(index.fields), id, index.name)
-        .run();
+void StoredCatalogue::erase(std::int64_t id) {
+  std::erase_if(tables_, [id](const TablePointer& table) { return table->id == id; });
+  positions_.clear();
+  for (std::size_t i = 0; i < tables_.size(); ++i) {
+    positions_.emplace(support::to_lower(tables_[i]->definition.name), i);
   }
-  replace(id, std::move(definition));
 }
 
-void StoredCatalogue::erase_field(std::int64_t id, std::string_view name) {
-  TableDefinition definition = copy_of(id);
-  const FieldDefinition* stored = definition.find_field(name);
-  if (!stored) raise(3265, name);
-  connection_->statement(R"(DELETE FROM "jet.fields" WHERE table_id=? AND name=?)")->with(id, stored->name).run();
-  definition.fields.erase(definition.fields.begin() + (stored - definition.fields.data()));
-  replace(id, std::move(definition));
+namespace known_catalogues {
+namespace {
+
+using CataloguePointer = std::shared_ptr<const StoredCatalogue>;
+
+LruCache<CataloguePointer>& cache() {
+  static LruCache<CataloguePointer> known{16};
+  return known;
 }
 
-void StoredCatalogue::write_index(std::int64_t id, const IndexDefinition& index) {
-  connection_
-      ->statement(R"(INSERT INTO "jet.indexes"(table_id, name, fields, is_primary, is_unique, required, ignore_nulls,
-                      clustered) VALUES(?,?,?,?,?,?,?,?))")
-      ->with(id, index.name, joined(index.fields), index.primary, index.unique, index.required, index.ignore_nulls,
-             index.clustered)
-      .run();
+std::string key(std::string_view file, std::int64_t stamp) { return std::to_string(stamp) + std::string(file); }
+
+}  // namespace
+
+CataloguePointer find(std::string_view file, std::int64_t stamp) {
+  const CataloguePointer* known = cache().find(key(file, stamp));
+  return known ? *known : nullptr;
 }
 
-void StoredCatalogue::insert_index(std::int64_t id, const IndexDefinition& index) {
-  TableDefinition definition = copy_of(id);
-  write_index(id, index);
-  definition.indexes.push_back(index);
-  replace(id, std::move(definition));
+void keep(std::string_view file, const CataloguePointer& catalogue) {
+  cache().put(key(file, catalogue->stamp()), catalogue);
 }
 
-void StoredCatalogue::erase_index(std::int64_t id, std::string_view name) {
-  TableDefinition definition = copy_of(id);
-  const IndexDefinition* stored = find_named(std::as_const(definition.indexes), name);
-  if (!stored) raise(3265, name);
-  connection_->statement(R"(DELETE FROM "jet.indexes" WHERE table_id=? AND name=?)")->with(id, stored->name).run();
-  definition.indexes.erase(definition.indexes.begin() + (stored - definition.indexes.data()));
-  replace(id, std::move(definition));
-}
-
-void StoredCatalogue::count_change() {
-  version_ = connection_->integer("PRAGMA user_version") + 1;
-  connection_->run("PRAGMA user_version=" + std::to_string(version_));
-}
+}  // namespace known_catalogues
 
 }  // namespace engine::embedded

@@ -1,6 +1,6 @@
-// The catalogue as it lies in the file: three tables whose names hold a ".", which no name of a user's table can, and
-// the file's user version, which counts the changes of layout. A definition is never changed in place: who holds one
-// keeps it as it was.
+// The catalogue of a file as it was at one moment. It lies in three tables whose names hold a ".", which no name of a
+// user's table can; the file's user version is its stamp, drawn anew with each change of layout. A catalogue that is in
+// use is never changed: a change makes a copy, and definitions that stay are shared.
 #pragma once
 
 #include <cstdint>
@@ -12,6 +12,8 @@
 
 #include "database/engine/embedded/catalogue.h"
 #include "database/engine/embedded/connection.h"
+#include "database/engine/embedded/jet_sql/jet_sql.h"
+#include "database/engine/embedded/lru_cache.h"
 
 namespace engine::embedded {
 
@@ -24,63 +26,51 @@ struct StoredTable {
 };
 
 using TablePointer = std::shared_ptr<const StoredTable>;
-
-/// A table as the list of tables knows it.
-struct TableName {
-  std::int64_t id = 0;
-  std::string name;
-};
+using ProgramPointer = std::shared_ptr<const jet_sql::Program>;
 
 class StoredCatalogue : public Catalogue {
  public:
-  /// Creates the catalogue's own tables in a new file.
-  static void create(Connection& connection);
-
-  /// Reads the tables' names; 3343 where the file has no catalogue. A table's fields and indexes are read when it is
-  /// first asked for. The connection must outlive the object.
-  explicit StoredCatalogue(Connection& connection);
-  /// Of a file that is not there yet.
+  /// Of a file without tables.
   StoredCatalogue() = default;
+  /// Reads the file's; 3343 where it has none.
+  explicit StoredCatalogue(Connection& connection);
+  StoredCatalogue(const StoredCatalogue& other)
+      : Catalogue(other), tables_(other.tables_), positions_(other.positions_), stamp_(other.stamp_) {}
+  StoredCatalogue& operator=(const StoredCatalogue&) = delete;
 
   const TableDefinition* find_table(std::string_view name) const override;
   /// Null where there is none.
   TablePointer find(std::string_view name) const;
   TablePointer find(std::int64_t id) const;
   /// In the order of appending.
-  const std::vector<TableName>& tables() const noexcept { return tables_; }
-  /// The file's count of layout changes when this was read or last written.
-  std::int64_t version() const noexcept { return version_; }
+  const std::vector<TablePointer>& tables() const noexcept { return tables_; }
+  std::int64_t stamp() const noexcept { return stamp_; }
 
-  // Changes, in the file and here. The caller runs them in a transaction and drops the object where that is rolled
-  // back.
-  std::int64_t insert_table(const TableDefinition& definition);
-  void erase_table(std::int64_t id);
-  /// Properties of the table itself, its name included.
-  void update_table(std::int64_t id, const TableDefinition& definition);
-  void insert_field(std::int64_t id, const FieldDefinition& field);
-  /// The new definition may have another name; indexes follow.
-  void update_field(std::int64_t id, std::string_view name, const FieldDefinition& field);
-  void erase_field(std::int64_t id, std::string_view name);
-  void insert_index(std::int64_t id, const IndexDefinition& index);
-  void erase_index(std::int64_t id, std::string_view name);
-  /// Counts one change, for other connections to see.
-  void count_change();
+  /// The compiled statement; from memory where it was compiled against this catalogue before.
+  ProgramPointer compile(std::string_view sql) const;
+
+  void set_stamp(std::int64_t stamp) noexcept { stamp_ = stamp; }
+  void add(StoredTable table);
+  void replace(std::int64_t id, TableDefinition definition);
+  void erase(std::int64_t id);
 
  private:
-  TablePointer load(std::int64_t id) const;
-  void add(std::int64_t id, const std::string& name);
-  /// Where the table stands in tables_; 3420 where it does not.
-  std::size_t position(std::int64_t id) const;
-  TableDefinition copy_of(std::int64_t id) const;
-  void replace(std::int64_t id, TableDefinition definition);
-  void write_field(std::int64_t id, const FieldDefinition& field);
-  void write_index(std::int64_t id, const IndexDefinition& index);
+  void read(Connection& connection);
 
-  Connection* connection_ = nullptr;
-  std::vector<TableName> tables_;
-  std::unordered_map<std::string, std::int64_t> ids_;  ///< by name in lower case
-  mutable std::unordered_map<std::int64_t, TablePointer> loaded_;
-  std::int64_t version_ = 0;
+  std::vector<TablePointer> tables_;
+  std::unordered_map<std::string, std::size_t> positions_;  ///< by name in lower case
+  std::int64_t stamp_ = 0;
+  mutable LruCache<ProgramPointer> programs_{64};
 };
+
+/// Catalogues that this process has read: a file that is opened again is not read again. By the file's identity, which
+/// is its path and its salt, and the stamp.
+namespace known_catalogues {
+
+/// Null where it is not known.
+std::shared_ptr<const StoredCatalogue> find(std::string_view file, std::int64_t stamp);
+void keep(std::string_view file, const std::shared_ptr<const StoredCatalogue>& catalogue);
+
+}  // namespace known_catalogues
 
 }  // namespace engine::embedded

@@ -183,7 +183,7 @@ std::int32_t TableCollection::count() const { return static_cast<std::int32_t>(s
 
 std::shared_ptr<TableDef> TableCollection::item(std::int32_t position) const {
   const auto& tables = session_->catalogue().tables();
-  return std::make_shared<TableObject>(TablePlace{session_, tables[place_in(position, tables.size())].id});
+  return std::make_shared<TableObject>(TablePlace{session_, tables[place_in(position, tables.size())]->id});
 }
 
 std::shared_ptr<TableDef> TableCollection::item(std::string_view name) const {
