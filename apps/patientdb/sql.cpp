@@ -44,7 +44,10 @@ class Runner {
   void report_change() {
     const std::int32_t affected = database_.records_affected();
     if (json_) {
-      out_ << "{\"columns\":[],\"rows\":[],\"affected\":" << affected << "}\n";
+      console::JsonWriter json(out_);
+      json.begin_object().key("columns").begin_array().end_array().key("rows").begin_array().end_array();
+      json.key("affected").integer(affected).end_object();
+      out_ << '\n';
     } else {
       out_ << affected << (affected == 1 ? " row affected\n" : " rows affected\n");
     }
