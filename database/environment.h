@@ -30,6 +30,11 @@ class Progress {
   virtual void set_caption(std::string_view caption) = 0;
   virtual void set_value(std::int32_t value) = 0;
   virtual void finish() = 0;
+  /// An upgrade works towards a minor version on a table; the table is empty where it works on none.
+  virtual void upgrade_step(std::int16_t version, std::string_view table) {
+    static_cast<void>(version);
+    static_cast<void>(table);
+  }
 };
 
 struct Environment {

@@ -4,7 +4,7 @@
 
 #include "database/columns.h"
 #include "database/opened_target.h"
-#include "database/upgrade.h"
+#include "database/upgrade/ladder.h"
 #include "support/common_code.h"
 #include "support/encoding.h"
 

@@ -82,22 +82,6 @@ void set_given(support::Procedure& procedure, const std::optional<Given>& proper
   if (property) procedure.step([&] { (object.*setter)(*property); });
 }
 
-void append_field(support::Procedure& procedure, engine::TableDef& table, const FieldRow& row) {
-  std::shared_ptr<engine::Field> field;
-  procedure.step([&] {
-    field = row.size > 0 ? table.create_field(row.name, row.type, row.size) : table.create_field(row.name, row.type);
-  });
-  if (!field) return;
-  set_given(procedure, row.attributes, *field, &engine::Field::set_attributes);
-  set_given(procedure, row.default_value, *field, &engine::Field::set_default_value);
-  set_given(procedure, row.required, *field, &engine::Field::set_required);
-  set_given(procedure, row.allow_zero_length, *field, &engine::Field::set_allow_zero_length);
-  set_given(procedure, row.ordinal, *field, &engine::Field::set_ordinal_position);
-  procedure.step([&] { field->set_validation_rule(""); });
-  procedure.step([&] { field->set_validation_text(""); });
-  procedure.step([&] { table.fields().append(field); });
-}
-
 void append_index(support::Procedure& procedure, engine::TableDef& table, const IndexRow& row) {
   std::shared_ptr<engine::Index> index;
   procedure.step([&] { index = table.create_index(row.name); });
@@ -130,6 +114,26 @@ const TableRow* find_table(std::string_view name) {
 }
 
 std::span<const std::string_view> data_tables() { return data_table_names; }
+
+void set_properties(support::Procedure& procedure, engine::Field& field, const FieldRow& row) {
+  set_given(procedure, row.attributes, field, &engine::Field::set_attributes);
+  set_given(procedure, row.default_value, field, &engine::Field::set_default_value);
+  set_given(procedure, row.required, field, &engine::Field::set_required);
+  set_given(procedure, row.allow_zero_length, field, &engine::Field::set_allow_zero_length);
+  set_given(procedure, row.ordinal, field, &engine::Field::set_ordinal_position);
+}
+
+void append_field(support::Procedure& procedure, engine::TableDef& table, const FieldRow& row) {
+  std::shared_ptr<engine::Field> field;
+  procedure.step([&] {
+    field = row.size > 0 ? table.create_field(row.name, row.type, row.size) : table.create_field(row.name, row.type);
+  });
+  if (!field) return;
+  set_properties(procedure, *field, row);
+  procedure.step([&] { field->set_validation_rule(""); });
+  procedure.step([&] { field->set_validation_text(""); });
+  procedure.step([&] { table.fields().append(field); });
+}
 
 void create_table(engine::Database& database, const TableRow& row) {
   support::Procedure procedure{"sql!CreateTD_" + std::string(row.name)};

@@ -75,6 +75,12 @@ const TableRow& index_table();
 /// The nine tables that hold the diary's entries, in the order of the repair pass.
 std::span<const std::string_view> data_tables();
 
+/// Builds one field and appends it, each statement a step of the procedure.
+void append_field(support::Procedure& procedure, engine::TableDef& table, const FieldRow& row);
+
+/// Hands the properties that are given to a field, each a step of the procedure.
+void set_properties(support::Procedure& procedure, engine::Field& field, const FieldRow& row);
+
 /// Builds one table and appends it: each statement is a step of its own, so that a failing field is left out.
 void create_table(engine::Database& database, const TableRow& table);
 

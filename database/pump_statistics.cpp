@@ -1,0 +1,250 @@
+#include "database/pump_statistics.h"
+
+#include <array>
+#include <charconv>
+#include <cmath>
+#include <cstdio>
+#include <string_view>
+
+#include "database/basal_sum.h"
+#include "database/columns.h"
+#include "database/opened_target.h"
+#include "database/query_filter.h"
+
+namespace database {
+namespace {
+
+/// The number at a text's beginning; 0 where there is none.
+double leading_number(std::string_view text) {
+  const std::size_t begin = text.find_first_not_of(" \t");
+  if (begin == std::string_view::npos) return 0;
+  double number = 0;
+  std::from_chars(text.data() + begin, text.data() + text.size(), number);
+  return number;
+}
+
+/// A basal entry as a recordset of the table's columns has it.
+struct BasalEntry {
+  std::int64_t second = 0;
+  double rate = 0, duration = 0;
+};
+
+BasalEntry entry_of(const engine::Recordset& row) {
+  const double day = engine::to_double(row.value("vdate")), time = engine::to_double(row.value("vtime"));
+  return {basal::seconds({day + time}), engine::to_double(row.value("amount")),
+          leading_number(engine::to_text(row.value("desc")))};
+}
+
+std::string entries_between(std::string_view beginning, engine::Date from, engine::Date until) {
+  return std::string(beginning) + date_literal(from, true) + " AND " + date_literal(until, true) + ") ORDER BY ";
+}
+
+/// The newest entry before the start, entries that were calculated left out.
+std::optional<BasalEntry> entry_before(engine::Database& database, std::int64_t start) {
+  const auto rows = database.open_recordset(
+      entries_between("SELECT * from insulinpump WHERE comment <> 'calc' and amount>=0 AND len(desc) >0 AND "
+                      "(desc<>'-1' or amount=0) AND type=1 AND ( vdate+vtime BETWEEN ",
+                      basal::moment_of(start - basal::look_back), basal::moment_of(start - 1)) +
+      "vdate+vtime DESC, amount desc");
+  if (rows->eof()) return {};
+  return entry_of(*rows);
+}
+
+/// The first entry of the period itself; the selection tells days apart, but not the times of one.
+std::optional<BasalEntry> entry_within(engine::Database& database, std::int64_t start, std::int64_t end) {
+  const auto rows = database.open_recordset(
+      entries_between("SELECT * from insulinpump WHERE  amount>=0 AND len(desc) >0 AND (desc<>'-1' or amount=0) AND "
+                      "type=1 AND ( vdate+vtime between ",
+                      basal::moment_of(start), basal::moment_of(end)) +
+      "vdate ASC");
+  std::optional<BasalEntry> first;
+  engine::Value day;
+  for (; !rows->eof(); rows->move_next()) {
+    if (first && !(rows->value("vdate") == day)) break;
+    day = rows->value("vdate");
+    const BasalEntry entry = entry_of(*rows);
+    if (!first || entry.second < first->second) first = entry;
+  }
+  return first;
+}
+
+std::string basal_selection(const PumpPeriod& period) {
+  Filter filter;
+  filter.date_from = period.date_from;
+  filter.date_until = period.date_until;
+  filter.weekdays = period.weekdays;
+  std::string text = "SELECT * from insulinpump WHERE  amount>=0 AND len(desc) >0 AND (desc<>'-1' or amount=0) AND (" +
+                     filter_text(filter) + ") AND type=1 ";
+  if (period.times) {
+    text += " AND (vtime BETWEEN " + time_literal(period.times->first) + " AND " + time_literal(period.times->second) +
+            ") ";
+  }
+  return text + " ORDER BY vdate+vtime ASC, id ASC, amount ASC";
+}
+
+/// The day and the time of day, which is midnight where none is given.
+std::int64_t moment_in(engine::Date day, const engine::Date* time) {
+  return basal::seconds(day) + (time ? basal::seconds(*time) : 0);
+}
+
+}  // namespace
+
+float db_IP_CalcBasal(const Environment& environment, const Target& target, const PumpPeriod& period) {
+  support::Procedure procedure{"sql!db_IP_CalcBasal"};
+  const OpenedTarget opened{environment, target, OpenedTarget::Access::Read};
+  const std::int64_t start = moment_in(period.date_from, period.times ? &period.times->first : nullptr);
+  const std::int64_t end = moment_in(period.date_until, period.times ? &period.times->second : nullptr);
+  std::optional<BasalEntry> at_start;
+  procedure.step([&] { at_start = entry_before(opened.database(), start); });
+  if (!at_start) procedure.step([&] { at_start = entry_within(opened.database(), start, end); });
+  basal::Sum sum;
+  if (at_start) sum.add(start, at_start->rate, at_start->duration);
+  if (const auto rows = try_open_recordset(procedure, opened, basal_selection(period))) {
+    bool more = !rows->eof();
+    while (more) {
+      procedure.step([&] {
+        const BasalEntry entry = entry_of(*rows);
+        sum.add(entry.second, entry.rate, entry.duration);
+      });
+      more = next_row(procedure, *rows);
+    }
+  }
+  return static_cast<float>(sum.total(end));
+}
+
+namespace {
+
+std::string picture(const char* pattern, int first, int second, int third = 0) {
+  std::array<char, 48> text{};
+  const int length = std::snprintf(text.data(), text.size(), pattern, first, second, third);
+  return {text.data(), static_cast<std::size_t>(length)};
+}
+
+std::string day_literal(engine::Date date) {
+  const engine::CalendarTime at = engine::calendar_time(date);
+  return picture("#%02d/%02d/%04d#", at.month, at.day, at.year);
+}
+
+std::string minute_literal(engine::Date time) {
+  const engine::CalendarTime at = engine::calendar_time(time);
+  return picture("#%02d:%02d#", at.hour, at.minute);
+}
+
+std::string statistics_filter(const PumpPeriod& period, std::optional<std::int32_t> profile) {
+  std::string text =
+      " (vdate BETWEEN " + day_literal(period.date_from) + " AND " + day_literal(period.date_until) + ") ";
+  if (period.times) {
+    text += " AND (vtime BETWEEN " + minute_literal(period.times->first) + " AND " +
+            minute_literal(period.times->second) + ") ";
+  }
+  // The parenthesis stands before the AND, and always has.
+  if (profile) text += " (AND profile =" + std::to_string(*profile) + ") ";
+  if (!period.weekdays.empty() && period.weekdays != "0") text += " AND (weekday(vdate) IN (" + period.weekdays + ")) ";
+  return text;
+}
+
+std::string span_selection(const std::string& filter) {
+  return "SELECT  max(vdat) as maxd, min(vdat) as mind, max(vdat2) as maxd2 FROM (SELECT vdate+vtime as "
+         "vdat,dateadd(\"n\",val(desc),vdate+vtime) as vdat2  from insulinpump WHERE  " +
+         filter + " AND (type=1 or desc<>'')  group by vdate+vtime,dateadd(\"n\",val(desc),vdate+vtime) )";
+}
+
+std::string basal_days_selection(const std::string& filter) {
+  return "SELECT count(vdate) as tage, sum(nc) as Anzahl, avg(isum) as Mittel, sum(isum) as gesamt  from (SELECT "
+         "vdate, count(amount) as nc, sum(amount) as isum from insulinpump where type=1 and amount >0 AND " +
+         filter + " group by vdate)";
+}
+
+std::string bolus_days_selection(const std::string& filter) {
+  return "SELECT count(vdate) as tage, sum(nc) as Anzahl, avg(isum) as Mittel, sum(isum) as gesamt FROM (SELECT vdate, "
+         "count(amount) as nc, sum(amount) as isum from insulinpump where type>1 and amount >0 AND " +
+         filter + " group by vdate)";
+}
+
+std::string hours_selection(const std::string& filter) {
+  return "SELECT hour(vtime) as iHour, type, sum(amount) as total, avg(amount) as avgRate, count(amount) as nRates "
+         "from "
+         "insulinpump where amount>0 AND" +
+         filter + " group by hour(vtime), type";
+}
+
+constexpr Column<PumpStatistics> basal_columns[] = {
+    {"anzahl", &PumpStatistics::basal_entries},
+    {"tage", &PumpStatistics::basal_days},
+};
+
+constexpr Column<PumpStatistics> bolus_columns[] = {
+    {"tage", &PumpStatistics::bolus_days},
+    {"anzahl", &PumpStatistics::boluses},
+    {"mittel", &PumpStatistics::bolus_per_day},
+    {"gesamt", &PumpStatistics::bolus_total},
+};
+
+constexpr Column<PumpStatistics::Hour> hour_columns[] = {
+    {"total", &PumpStatistics::Hour::total},     {"type", &PumpStatistics::Hour::type},
+    {"ihour", &PumpStatistics::Hour::hour},      {"nRates", &PumpStatistics::Hour::entries},
+    {"avgRate", &PumpStatistics::Hour::average},
+};
+
+/// Minutes as the minute hand counts them, not full ones.
+std::int32_t minutes_between(engine::Date from, engine::Date until) {
+  const auto minute = [](engine::Date moment) { return std::floor(static_cast<double>(basal::seconds(moment)) / 60); };
+  return static_cast<std::int32_t>(minute(until) - minute(from));
+}
+
+void read_span(support::Procedure& procedure, const OpenedTarget& opened, const std::string& filter,
+               PumpStatistics& statistics) {
+  const auto row = try_open_row(procedure, opened, span_selection(filter));
+  if (!row || engine::is_null(row->value("mind"))) return;
+  procedure.step([&] { statistics.first = engine::to_date(row->value("mind")); });
+  procedure.step([&] { statistics.last = engine::to_date(row->value("maxd2")); });
+  if (statistics.first && statistics.last) {
+    statistics.span_minutes = minutes_between(*statistics.first, *statistics.last);
+  }
+}
+
+/// Days, counts and sums; over no rows the sums are Null and stay 0.
+void read_days(support::Procedure& procedure, const OpenedTarget& opened, const std::string& selection,
+               std::span<const Column<PumpStatistics>> columns, PumpStatistics& statistics) {
+  const auto row = try_open_row(procedure, opened, selection);
+  if (!row) return;
+  for (const auto& column : columns) {
+    procedure.step([&] {
+      const engine::Value value = row->value(column.name);
+      if (!engine::is_null(value)) assign_column(statistics, column, value);
+    });
+  }
+}
+
+void read_hours(support::Procedure& procedure, const OpenedTarget& opened, const std::string& filter,
+                PumpStatistics& statistics) {
+  const auto rows = try_open_row(procedure, opened, hours_selection(filter));
+  if (!rows) return;
+  do {
+    read_columns<PumpStatistics::Hour>(procedure, *rows, hour_columns, statistics.hours.emplace_back());
+  } while (next_row(procedure, *rows));
+}
+
+PumpPeriod with_whole_days(PumpPeriod period) {
+  if (!period.times) period.times.emplace(basal::moment_of(0), basal::moment_of(basal::end_of_day));
+  return period;
+}
+
+}  // namespace
+
+PumpStatistics db_GetIGPumpStats(const Environment& environment, const Target& target, const PumpPeriod& period,
+                                 std::optional<std::int32_t> profile) {
+  support::Procedure procedure{"sql!db_GetIGPumpStats"};
+  const OpenedTarget opened{environment, target, OpenedTarget::Access::Read};
+  PumpStatistics statistics;
+  if (!opened.get()) return statistics;
+  const std::string filter = statistics_filter(period, profile);
+  read_span(procedure, opened, filter, statistics);
+  read_days(procedure, opened, basal_days_selection(filter), basal_columns, statistics);
+  read_days(procedure, opened, bolus_days_selection(filter), bolus_columns, statistics);
+  read_hours(procedure, opened, filter, statistics);
+  statistics.basal_total = db_IP_CalcBasal(environment, *opened.get(), with_whole_days(period));
+  return statistics;
+}
+
+}  // namespace database

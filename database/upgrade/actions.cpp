@@ -1,0 +1,166 @@
+// What the rows of the ladder do to the layout and, by one statement or one pass, to rows.
+#include <memory>
+#include <string>
+
+#include "database/create_database.h"
+#include "database/upgrade/step.h"
+#include "support/encoding.h"
+
+namespace database::upgrade {
+namespace {
+
+constexpr int error_unknown_field = 3127;
+
+/// Null where there is none; the failed statement is pending then.
+std::shared_ptr<engine::TableDef> find_table(Run& run, std::string_view name) {
+  std::shared_ptr<engine::TableDef> table;
+  run.procedure.step([&] { table = run.database.table_defs().item(name); });
+  return table;
+}
+
+/// The existence test: the collection is walked, nothing fails.
+bool table_exists(engine::Database& database, std::string_view name) {
+  engine::TableDefs& tables = database.table_defs();
+  for (std::int32_t i = 0; i < tables.count(); ++i) {
+    if (support::equal_ignoring_case(tables.item(i)->name(), name)) return true;
+  }
+  return false;
+}
+
+bool field_exists(engine::TableDef& table, std::string_view name) {
+  for (std::int32_t i = 0; i < table.fields().count(); ++i) {
+    if (support::equal_ignoring_case(table.fields().item(i)->name(), name)) return true;
+  }
+  return false;
+}
+
+}  // namespace
+
+void create_table(Run& run, const Action&, std::string_view table) {
+  database::create_table(run.environment, run.database, table);
+}
+
+void create_missing_table(Run& run, const Action&, std::string_view table) {
+  bool exists = false;
+  if (run.procedure.step([&] { exists = table_exists(run.database, table); }) && !exists) {
+    database::create_table(run.environment, run.database, table);
+  }
+}
+
+void delete_table(Run& run, const Action&, std::string_view table) {
+  run.procedure.step([&] { run.database.table_defs().remove(table); });
+}
+
+void rename_table(Run& run, const Action& action, std::string_view table) {
+  run.procedure.step([&] { run.database.table_defs().item(table)->set_name(action.text); });
+}
+
+void add_field(Run& run, const Action& action, std::string_view table) {
+  const auto definition = find_table(run, table);
+  if (!definition) return;
+  if (action.names.empty()) schema::append_field(run.procedure, *definition, action.field);
+  for (const std::string_view name : action.names) {
+    schema::FieldRow field = action.field;
+    field.name = name;
+    schema::append_field(run.procedure, *definition, field);
+  }
+}
+
+void add_missing_field(Run& run, const Action& action, std::string_view table) {
+  const auto definition = find_table(run, table);
+  bool exists = true;
+  if (definition) run.procedure.step([&] { exists = field_exists(*definition, action.field.name); });
+  if (!exists) schema::append_field(run.procedure, *definition, action.field);
+}
+
+void delete_field(Run& run, const Action& action, std::string_view table) {
+  run.procedure.step([&] { run.database.table_defs().item(table)->fields().remove(action.text); });
+}
+
+void change_field(Run& run, const Action& action, std::string_view table) {
+  run.procedure.step([&] {
+    const auto field = run.database.table_defs().item(table)->fields().item(action.field.name);
+    schema::set_properties(run.procedure, *field, action.field);
+  });
+}
+
+void order_fields(Run& run, const Action& action, std::string_view table) {
+  const auto definition = find_table(run, table);
+  if (!definition) return;
+  std::int16_t position = 0;
+  for (const std::string_view name : action.names) {
+    run.procedure.step([&] { definition->fields().item(name)->set_ordinal_position(position); });
+    ++position;
+  }
+}
+
+void allow_empty_texts(Run& run, const Action&, std::string_view table) {
+  run.procedure.step([&] {
+    engine::Fields& fields = run.database.table_defs().item(table)->fields();
+    for (std::int32_t i = 0; i < fields.count(); ++i) {
+      const auto field = fields.item(i);
+      if (field->type() != engine::DataType::Text) continue;
+      run.procedure.step([&] { field->set_allow_zero_length(true); });
+    }
+  });
+}
+
+void blank_marked_defaults(Run& run, const Action&, std::string_view table) {
+  run.procedure.step([&] {
+    engine::Fields& fields = run.database.table_defs().item(table)->fields();
+    for (std::int32_t i = 0; i < fields.count(); ++i) {
+      const auto field = fields.item(i);
+      if (field->default_value() == "X") run.procedure.step([&] { field->set_default_value(" "); });
+    }
+  });
+}
+
+void execute(Run& run, const Action& action, std::string_view) {
+  run.procedure.step([&] { run.database.execute(action.text); });
+}
+
+void number_insulins(Run& run, const Action&, std::string_view) {
+  run.procedure.step([&] {
+    const auto rows = run.database.open_recordset("SELECT * FROM PreferredInsulin ORDER BY iSortorder, manufacturer");
+    for (std::int32_t number = 0; !rows->eof(); rows->move_next(), ++number) {
+      run.procedure.step([&] {
+        rows->edit();
+        rows->set_value("bSelectable", true);
+        rows->set_value("iSortOrder", number);
+        rows->update();
+      });
+    }
+  });
+}
+
+namespace {
+
+/// "[a],[b]": the fields that both tables have.
+std::string common_fields(engine::Database& database, std::string_view source, std::string_view target) {
+  const auto from = database.table_defs().item(source), to = database.table_defs().item(target);
+  std::string names;
+  for (std::int32_t i = 0; i < from->fields().count(); ++i) {
+    const std::string name = from->fields().item(i)->name();
+    if (field_exists(*to, name)) names += (names.empty() ? "[" : ",[") + name + "]";
+  }
+  return names;
+}
+
+}  // namespace
+
+void move_imports(Run& run, const Action&, std::string_view table) {
+  support::Procedure& procedure = run.procedure;
+  engine::Database& database = run.database;
+  procedure.guarded([&] {
+    const std::int32_t rows = database.open_recordset(table)->record_count();
+    bool copied = procedure.step([&] { database.execute("INSERT INTO import SELECT * FROM imports"); });
+    if (!copied && procedure.error().number() == error_unknown_field) {
+      const std::string names = common_fields(database, table, "import");
+      copied = procedure.step(
+          [&] { database.execute("INSERT INTO import (" + names + ") SELECT " + names + " FROM imports"); });
+    }
+    if (copied && database.records_affected() == rows) database.table_defs().remove(table);
+  });
+}
+
+}  // namespace database::upgrade
