@@ -15,7 +15,7 @@ if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU" AND CMAKE_CXX_COMPILER_VERSION VERSION_L
 endif()
 
 if(FIRSTSTEPS_SANITIZE)
-  add_compile_options(-fsanitize=address,undefined -fno-sanitize-recover=undefined -fno-omit-frame-pointer -O1 -g1)
+  add_compile_options(-fsanitize=address,undefined -fno-sanitize-recover=undefined -fno-omit-frame-pointer -g1)
   add_link_options(-fsanitize=address,undefined)
 endif()
 
@@ -53,4 +53,19 @@ function(firststeps_library name)
     add_library(${name} INTERFACE)
     target_link_libraries(${name} INTERFACE ${ARG_LIBRARIES})
   endif()
+endfunction()
+
+# firststeps_programs(NAME FOLDER): a target that builds every program of the folder and of those below it.
+function(firststeps_programs name folder)
+  add_custom_target(${name})
+  get_property(folders DIRECTORY ${folder} PROPERTY SUBDIRECTORIES)
+  foreach(program_folder IN LISTS folders)
+    get_property(targets DIRECTORY ${program_folder} PROPERTY BUILDSYSTEM_TARGETS)
+    foreach(target IN LISTS targets)
+      get_target_property(type ${target} TYPE)
+      if(type STREQUAL EXECUTABLE)
+        add_dependencies(${name} ${target})
+      endif()
+    endforeach()
+  endforeach()
 endfunction()
