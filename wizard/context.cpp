@@ -16,6 +16,7 @@ database::Environment Context::environment() const {
   environment.message_box = [user = ports.user](std::string_view text, std::uint32_t style, std::string_view title) {
     return user->message_box(text, style, title);
   };
+  environment.progress = ports.progress;
   environment.data_folder = config.DataDir;
   return environment;
 }

@@ -6,7 +6,7 @@
 #include <string>
 #include <string_view>
 
-#include "database/engine/engine.h"
+#include "database/environment.h"
 #include "support/file_system.h"
 #include "support/ini.h"
 #include "support/language.h"
@@ -20,6 +20,8 @@ struct Ports {
   support::IniFiles* ini = nullptr;
   support::FileSystem* files = nullptr;
   UserPort* user = nullptr;
+  /// Shows the long work of the database; null where it is not to be shown.
+  database::Progress* progress = nullptr;
   /// Creates the language component for a class name ("X.LanguageDLL"); null where it cannot be created.
   std::function<std::shared_ptr<const support::LanguageComponent>(std::string_view class_name)> create_language;
   std::function<std::unique_ptr<engine::Engine>(std::string_view identifier)> open_engine;

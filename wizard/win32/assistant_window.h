@@ -4,20 +4,19 @@
 
 #include <windows.h>
 
-#include <map>
-#include <memory>
-#include <string>
-#include <vector>
+#include <deque>
 
 #include "wizard/assistant.h"
 #include "wizard/win32/look.h"
-#include "wizard/win32/picture.h"
+#include "wizard/win32/native_events.h"
+#include "wizard/win32/shown_controls.h"
+#include "wizard/win32/tool_tips.h"
 
 namespace wizard::win32 {
 
 class AssistantWindow : public form::FormObserver {
  public:
-  /// Shows the assistant's form, which must be loaded, and observes it until destroyed.
+  /// Shows the assistant's form, which must be loaded, and observes it until destroyed. Needs a ComSession around it.
   AssistantWindow(HINSTANCE instance, frmAssistantFirstSteps& assistant);
   ~AssistantWindow() override;
   AssistantWindow(const AssistantWindow&) = delete;
@@ -33,61 +32,42 @@ class AssistantWindow : public form::FormObserver {
   void redraw_requested(const form::Control& control) override;
 
  private:
-  struct Shown {
-    const form::Control* control;
-    HWND window;
-    Picture picture;  ///< images
-  };
+  static INT_PTR CALLBACK dialog_procedure(HWND window, UINT message, WPARAM first, LPARAM second);
+  /// True where the message is done with.
+  bool handle_message(HWND window, UINT message, WPARAM first, LPARAM second);
+  bool next_message(MSG& message);
 
-  static LRESULT CALLBACK window_procedure(HWND window, UINT message, WPARAM first, LPARAM second);
-  static LRESULT CALLBACK container_procedure(HWND window, UINT message, WPARAM first, LPARAM second);
-  LRESULT handle_message(UINT message, WPARAM first, LPARAM second);
-
-  // Building and placing.
-  void create_window(HINSTANCE instance);
   void add(const form::Control& control);
-  void show_all(Shown& shown);
-  void place(Shown& shown);
+  void show(const ShownControl& shown, form::Property property);
+  void show_picture(ShownControl& shown);
+  void show_timer(const form::Control& timer);
+  void give_font(const ShownControl& shown);
   void place_all();
   void change_resolution(UINT dpi, const RECT& suggested);
-  HWND parent_window(const form::Control& control) const;
-  RECT place_in_parent(const form::Control& control) const;
-  void load_picture_of(Shown& shown);
-  void load_next_thumbnail();
-  void add_tooltip(const Shown& shown);
+  bool load_next_thumbnail();
+  void paint_window(HWND window) const;
 
-  // Drawing.
-  void paint_window();
-  void draw_image(const DRAWITEMSTRUCT& item);
-  void draw_images_below(HDC target, const Shown& image, const RECT& place);
-  void redraw_images_around(const form::Control& control);
-  LRESULT colour_text(HDC target, HWND child, UINT message);
-
-  // Events.
-  void command(int id, UINT code);
-  void click(form::Control& control);
-  void type(form::Control& control, HWND window);
-  void choose(form::Control& control, HWND window);
-  void scroll(HWND bar, int request, int position);
-  void wheel(int delta);
-  void raise_click(const form::Control& control);
-  void after_event(int step_before);
+  void command(HWND child, UINT notification);
+  void scroll(form::Control& bar, int request, int thumb);
+  void turn_wheel(int delta);
+  void bring_into_view(const form::Control& chart);
+  void close();
+  void raise(const FormEvent& event);
   void focus_first_of_page();
-  void focus_window(HWND window);
-  Shown* shown_of(const form::Control& control);
-  Shown* shown_by_id(int id);
-  int id_of(const form::Control& control) const;
+  void focus(const form::Control& control);
 
   frmAssistantFirstSteps& assistant_;
-  HWND window_ = nullptr;
-  HWND tooltips_ = nullptr;
-  UINT dpi_ = 96;
+  ShownControls controls_;
+  PictureLoader pictures_;
   Fonts fonts_;
-  Brush page_brush_;
-  std::vector<std::unique_ptr<Shown>> shown_;  ///< position = id - first_id
-  std::map<const form::Control*, Shown*> by_control_;
-  std::vector<Shown*> thumbnails_to_load_;
-  bool showing_ = false;          ///< a property is being shown: what the native control reports of it is no event
+  ToolTips tips_;
+  HWND window_ = nullptr;
+  UINT dpi_ = 96;
+  std::deque<ShownControl*> thumbnails_to_load_;
+  int wheel_rest_ = 0;                         ///< turned, but not yet a whole notch
+  bool showing_ = false;                       ///< what a native control reports of being shown is no event
+  const form::Control* being_read_ = nullptr;  ///< shows already what the form is told of it
+  bool in_event_ = false;
   bool focus_asked_for_ = false;  ///< by the event that is handled now
 };
 

@@ -2,10 +2,14 @@
 
 #include <commctrl.h>
 
+#include <algorithm>
 #include <memory>
+#include <string>
+#include <utility>
 
+#include "support/win32/wide.h"
+#include "wizard/win32/control_window.h"
 #include "wizard/win32/look.h"
-#include "wizard/win32/text.h"
 
 namespace wizard::win32 {
 namespace {
@@ -15,44 +19,55 @@ constexpr UINT_PTR subclass_id = 1;
 struct Chart {
   int title_height = 0;
   Picture thumbnail;
+  Picture scaled;  ///< the thumbnail in the size that it was last drawn at
 };
 
-void draw_frame(HDC target, const RECT& place, bool checked, bool focused) {
-  const Brush line(CreateSolidBrush(checked || focused ? choice_colour : line_colour));
-  RECT edge = place;
-  for (int width = checked ? 3 : 1; width > 0; --width) {
+void draw_frame(HDC target, RECT edge, bool checked, int line_width) {
+  const Brush line(CreateSolidBrush(colour(checked ? Colour::Choice : Colour::Line)));
+  for (int width = checked ? 3 * line_width : line_width; width > 0; --width) {
     FrameRect(target, &edge, line.get());
     InflateRect(&edge, -1, -1);
   }
 }
 
-void draw_title(HWND window, HDC target, RECT strip, bool checked) {
-  const int side = (strip.bottom - strip.top) * 2 / 3;
-  const int top = strip.top + (strip.bottom - strip.top - side) / 2;
-  RECT mark{strip.left, top, strip.left + side, top + side};
+/// The check mark stands in the upper left corner, on a ground of its own so that it can be seen over any picture.
+void draw_mark(HDC target, const RECT& picture, int side, bool checked) {
+  const int gap = side / 3;
+  RECT mark{picture.left + gap, picture.top + gap, picture.left + gap + side, picture.top + gap + side};
   DrawFrameControl(target, &mark, DFC_BUTTON, DFCS_BUTTONCHECK | DFCS_FLAT | (checked ? UINT{DFCS_CHECKED} : 0U));
-  strip.left = mark.right + side / 3;
+}
+
+void draw_title(HWND window, HDC target, RECT strip) {
   const Selection font(target, reinterpret_cast<HGDIOBJ>(SendMessageW(window, WM_GETFONT, 0, 0)));
   SetBkMode(target, TRANSPARENT);
-  SetTextColor(target, text_colour);
-  const std::wstring title = wide(window_text(window));
-  DrawTextW(target, title.c_str(), -1, &strip, DT_SINGLELINE | DT_VCENTER | DT_NOPREFIX | DT_END_ELLIPSIS);
+  SetTextColor(target, colour(Colour::Text));
+  const std::wstring title = support::wide(window_text(window));
+  DrawTextW(target, title.c_str(), -1, &strip, DT_SINGLELINE | DT_CENTER | DT_VCENTER | DT_NOPREFIX);
 }
 
-void draw(HWND window, HDC target, const Chart& chart) {
+void draw_thumbnail(HDC target, const RECT& place, Chart& chart) {
+  const int width = place.right - place.left, height = place.bottom - place.top;
+  if (!chart.thumbnail || width <= 0 || height <= 0) return;
+  if (chart.scaled.width != width || chart.scaled.height != height)
+    chart.scaled = scaled(chart.thumbnail, width, height, colour(Colour::Page));
+  if (chart.scaled) draw_picture(target, place, chart.scaled);
+}
+
+void draw(HWND window, HDC target, Chart& chart) {
   RECT whole;
   GetClientRect(window, &whole);
-  const Brush background(CreateSolidBrush(page_colour));
-  FillRect(target, &whole, background.get());
+  FillRect(target, &whole, page_brush());
   const bool checked = SendMessageW(window, BM_GETCHECK, 0, 0) == BST_CHECKED;
-  RECT place{whole.left, whole.top, whole.right, whole.bottom - chart.title_height};
-  if (chart.thumbnail) draw_picture(target, place, chart.thumbnail);
-  draw_frame(target, place, checked, GetFocus() == window);
-  draw_title(window, target, {whole.left, place.bottom, whole.right, whole.bottom}, checked);
-  if (GetFocus() == window) DrawFocusRect(target, &whole);
+  const RECT place{whole.left, whole.top, whole.right, whole.bottom - chart.title_height};
+  const RECT strip{whole.left, place.bottom, whole.right, whole.bottom};
+  draw_thumbnail(target, place, chart);
+  draw_frame(target, place, checked, std::max(1, chart.title_height / 24));
+  draw_mark(target, place, chart.title_height * 5 / 8, checked);
+  draw_title(window, target, strip);
+  if (GetFocus() == window) DrawFocusRect(target, &strip);
 }
 
-void paint(HWND window, const Chart& chart) {
+void paint(HWND window, Chart& chart) {
   PAINTSTRUCT painting;
   const HDC screen = BeginPaint(window, &painting);
   RECT whole;
@@ -121,6 +136,7 @@ void draw_as_chart(HWND check_box, int title_height) {
 void set_thumbnail(HWND check_box, Picture thumbnail) {
   if (Chart* chart = chart_of(check_box)) {
     chart->thumbnail = std::move(thumbnail);
+    chart->scaled = {};
     InvalidateRect(check_box, nullptr, FALSE);
   }
 }

@@ -7,8 +7,8 @@
 
 namespace wizard::win32 {
 
-/// Makes a check box draw its thumbnail with check mark and title below. `title_height` in pixels. Called again, it
-/// takes the new height.
+/// Makes a check box draw its thumbnail, its check mark in the corner, its title in a strip below. `title_height` in
+/// pixels. Called again, it takes the new height.
 void draw_as_chart(HWND check_box, int title_height);
 
 /// The thumbnail; an empty one leaves its place blank.

@@ -4,10 +4,32 @@
 #include <string_view>
 
 #include "support/encoding.h"
-#include "wizard/win32/text.h"
+#include "support/win32/wide.h"
 
 namespace wizard::win32 {
 namespace {
+
+struct ColourRow {
+  COLORREF own;       ///< CLR_INVALID: always the system's
+  int high_contrast;  ///< the system colour's number
+};
+
+/// By Colour.
+constexpr std::array<ColourRow, 6> colours = {{
+    {CLR_INVALID, COLOR_WINDOW},
+    {CLR_INVALID, COLOR_WINDOWTEXT},
+    {RGB(11, 79, 108), COLOR_WINDOWTEXT},
+    {CLR_INVALID, COLOR_GRAYTEXT},
+    {RGB(205, 212, 218), COLOR_WINDOWFRAME},
+    {RGB(15, 118, 150), COLOR_HIGHLIGHT},
+}};
+
+bool high_contrast() {
+  HIGHCONTRASTW setting{};
+  setting.cbSize = sizeof setting;
+  return SystemParametersInfoW(SPI_GETHIGHCONTRAST, sizeof setting, &setting, 0) != 0 &&
+         (setting.dwFlags & HCF_HIGHCONTRASTON) != 0;
+}
 
 struct StyleRow {
   std::string_view control;
@@ -21,7 +43,6 @@ constexpr std::array<StyleRow, 4> styles = {{
     {"lblFolder", TextStyle::Emphasis},
 }};
 
-/// Points and weight of a style.
 struct Shape {
   int points;
   LONG weight;
@@ -30,7 +51,7 @@ struct Shape {
 Shape shape(TextStyle style) {
   switch (style) {
     case TextStyle::Heading:
-      return {16, FW_SEMIBOLD};
+      return {15, FW_SEMIBOLD};
     case TextStyle::Emphasis:
       return {9, FW_BOLD};
     case TextStyle::Normal:
@@ -49,11 +70,18 @@ Font make_font(const std::string& face, TextStyle style, UINT dpi) {
   description.lfWidth = 0;
   description.lfWeight = weight;
   description.lfQuality = CLEARTYPE_QUALITY;
-  if (!face.empty()) lstrcpynW(description.lfFaceName, wide(face).c_str(), LF_FACESIZE);
+  if (!face.empty()) lstrcpynW(description.lfFaceName, support::wide(face).c_str(), LF_FACESIZE);
   return Font(CreateFontIndirectW(&description));
 }
 
 }  // namespace
+
+COLORREF colour(Colour which) {
+  const ColourRow& row = colours[static_cast<std::size_t>(which)];
+  return row.own == CLR_INVALID || high_contrast() ? GetSysColor(row.high_contrast) : row.own;
+}
+
+HBRUSH page_brush() { return GetSysColorBrush(COLOR_WINDOW); }
 
 TextStyle text_style(const form::Control& control) {
   for (const StyleRow& row : styles) {
@@ -63,7 +91,7 @@ TextStyle text_style(const form::Control& control) {
 }
 
 HFONT Fonts::font(const std::string& face, TextStyle style, UINT dpi) {
-  Font& font = fonts_[{face, style}];
+  Font& font = fonts_[{face, {style, dpi}}];
   if (!font) font = make_font(face, style, dpi);
   return font.get();
 }

@@ -1,41 +1,23 @@
 #include "wizard/win32/picture.h"
 
 #include <shlwapi.h>
-#include <wincodec.h>
 
 #include <algorithm>
-#include <cctype>
+#include <charconv>
 #include <cstdint>
-#include <vector>
+#include <string>
 
-#include "wizard/win32/text.h"
+#include "support/win32/wide.h"
 
 namespace wizard::win32 {
 namespace {
 
-struct ReleaseObject {
-  void operator()(IUnknown* object) const noexcept { object->Release(); }
-};
-template <typename Interface>
-using Com = std::unique_ptr<Interface, ReleaseObject>;
-
-IWICImagingFactory* imaging() {
-  static const Com<IWICImagingFactory> factory = [] {
-    IWICImagingFactory* made = nullptr;
-    CoCreateInstance(CLSID_WICImagingFactory, nullptr, CLSCTX_INPROC_SERVER, IID_IWICImagingFactory,
-                     reinterpret_cast<void**>(&made));
-    return Com<IWICImagingFactory>(made);
-  }();
-  return factory.get();
-}
-
-bool is_number(std::string_view text) {
-  return !text.empty() && std::ranges::all_of(text, [](unsigned char c) { return std::isdigit(c) != 0; });
-}
-
 HRSRC find_resource(std::string_view name) {
-  if (is_number(name)) return FindResourceW(nullptr, MAKEINTRESOURCEW(std::stoi(std::string(name))), RT_RCDATA);
-  return FindResourceW(nullptr, wide(name).c_str(), RT_RCDATA);
+  WORD number = 0;
+  const char* const end = name.data() + name.size();
+  const auto [rest, error] = std::from_chars(name.data(), end, number);
+  if (error == std::errc() && rest == end) return FindResourceW(nullptr, MAKEINTRESOURCEW(number), RT_RCDATA);
+  return FindResourceW(nullptr, support::wide(name).c_str(), RT_RCDATA);
 }
 
 Com<IStream> open_resource(HRSRC resource) {
@@ -46,13 +28,13 @@ Com<IStream> open_resource(HRSRC resource) {
 
 Com<IStream> open_file(std::string_view path) {
   IStream* stream = nullptr;
-  SHCreateStreamOnFileW(wide(path).c_str(), STGM_READ | STGM_SHARE_DENY_NONE, &stream);
+  SHCreateStreamOnFileW(support::wide_path(path).c_str(), STGM_READ | STGM_SHARE_DENY_NONE, &stream);
   return Com<IStream>(stream);
 }
 
-Com<IWICBitmapSource> decode(IStream* stream) {
+Com<IWICBitmapSource> decode(IWICImagingFactory* imaging, IStream* stream) {
   IWICBitmapDecoder* decoder = nullptr;
-  if (FAILED(imaging()->CreateDecoderFromStream(stream, nullptr, WICDecodeMetadataCacheOnDemand, &decoder))) return {};
+  if (FAILED(imaging->CreateDecoderFromStream(stream, nullptr, WICDecodeMetadataCacheOnDemand, &decoder))) return {};
   const Com<IWICBitmapDecoder> decoder_owner(decoder);
   IWICBitmapFrameDecode* frame = nullptr;
   if (FAILED(decoder->GetFrame(0, &frame))) return {};
@@ -60,6 +42,25 @@ Com<IWICBitmapSource> decode(IStream* stream) {
   IWICBitmapSource* converted = nullptr;
   if (FAILED(WICConvertBitmapSource(GUID_WICPixelFormat32bppPBGRA, frame, &converted))) return {};
   return Com<IWICBitmapSource>(converted);
+}
+
+struct Canvas {
+  Picture picture;
+  void* pixels = nullptr;
+};
+
+Canvas make_canvas(int width, int height) {
+  BITMAPINFO info{};
+  info.bmiHeader.biSize = sizeof info.bmiHeader;
+  info.bmiHeader.biWidth = width;
+  info.bmiHeader.biHeight = -height;
+  info.bmiHeader.biPlanes = 1;
+  info.bmiHeader.biBitCount = 32;
+  Canvas canvas;
+  canvas.picture.bitmap.reset(CreateDIBSection(nullptr, &info, DIB_RGB_COLORS, &canvas.pixels, nullptr, 0));
+  canvas.picture.width = width;
+  canvas.picture.height = height;
+  return canvas;
 }
 
 /// A picture wider or higher than this is no picture of ours, and would cost too much memory.
@@ -71,39 +72,30 @@ Picture copy_pixels(IWICBitmapSource* source) {
       height > largest_side) {
     return {};
   }
-  BITMAPINFO info{};
-  info.bmiHeader.biSize = sizeof info.bmiHeader;
-  info.bmiHeader.biWidth = static_cast<LONG>(width);
-  info.bmiHeader.biHeight = -static_cast<LONG>(height);
-  info.bmiHeader.biPlanes = 1;
-  info.bmiHeader.biBitCount = 32;
-  void* bits = nullptr;
-  Picture picture;
-  picture.bitmap.reset(CreateDIBSection(nullptr, &info, DIB_RGB_COLORS, &bits, nullptr, 0));
-  if (!picture.bitmap) return {};
+  Canvas canvas = make_canvas(static_cast<int>(width), static_cast<int>(height));
+  if (!canvas.picture) return {};
   const UINT stride = width * 4;
-  if (FAILED(source->CopyPixels(nullptr, stride, stride * height, static_cast<BYTE*>(bits)))) return {};
-  picture.width = static_cast<int>(width);
-  picture.height = static_cast<int>(height);
-  const auto* pixel = static_cast<const std::uint32_t*>(bits);
-  picture.transparent =
+  if (FAILED(source->CopyPixels(nullptr, stride, stride * height, static_cast<BYTE*>(canvas.pixels)))) return {};
+  const auto* pixel = static_cast<const std::uint32_t*>(canvas.pixels);
+  canvas.picture.transparent =
       std::any_of(pixel, pixel + std::size_t{width} * height, [](std::uint32_t value) { return value >> 24 != 255; });
-  return picture;
-}
-
-void set_halftone(HDC target, POINT& origin) {
-  SetStretchBltMode(target, HALFTONE);
-  SetBrushOrgEx(target, 0, 0, &origin);
+  return std::move(canvas.picture);
 }
 
 }  // namespace
 
-Picture load_picture(std::string_view name_or_path) {
-  if (name_or_path.empty() || imaging() == nullptr) return {};
+Picture PictureLoader::load(std::string_view name_or_path) {
+  if (name_or_path.empty()) return {};
+  if (!imaging_) {
+    IWICImagingFactory* factory = nullptr;
+    CoCreateInstance(CLSID_WICImagingFactory, nullptr, CLSCTX_INPROC_SERVER, IID_IWICImagingFactory,
+                     reinterpret_cast<void**>(&factory));
+    imaging_.reset(factory);
+  }
   const HRSRC resource = find_resource(name_or_path);
   const Com<IStream> stream = resource != nullptr ? open_resource(resource) : open_file(name_or_path);
-  if (!stream) return {};
-  const Com<IWICBitmapSource> source = decode(stream.get());
+  if (!imaging_ || !stream) return {};
+  const Com<IWICBitmapSource> source = decode(imaging_.get(), stream.get());
   return source ? copy_pixels(source.get()) : Picture{};
 }
 
@@ -111,28 +103,40 @@ void draw_picture(HDC target, const RECT& place, const Picture& picture) {
   const MemoryContext memory(CreateCompatibleDC(target));
   const Selection selection(memory.get(), picture.bitmap.get());
   const int width = place.right - place.left, height = place.bottom - place.top;
-  POINT origin{};
-  set_halftone(target, origin);
   if (picture.transparent) {
     const BLENDFUNCTION over{AC_SRC_OVER, 0, 255, AC_SRC_ALPHA};
     GdiAlphaBlend(target, place.left, place.top, width, height, memory.get(), 0, 0, picture.width, picture.height,
                   over);
   } else {
-    StretchBlt(target, place.left, place.top, width, height, memory.get(), 0, 0, picture.width, picture.height,
-               SRCCOPY);
+    stretch(target, place, memory.get(), picture.width, picture.height);
   }
-  SetBrushOrgEx(target, origin.x, origin.y, nullptr);
 }
 
-RECT fitted(const RECT& place, const Picture& picture) {
+Picture scaled(const Picture& picture, int width, int height, COLORREF background) {
+  Picture result = make_canvas(width, height).picture;
+  if (!result || !picture) return {};
+  const MemoryContext memory(CreateCompatibleDC(nullptr));
+  const Selection canvas(memory.get(), result.bitmap.get());
+  const Brush brush(CreateSolidBrush(background));
+  const RECT whole{0, 0, width, height};
+  FillRect(memory.get(), &whole, brush.get());
+  draw_picture(memory.get(), whole, picture);
+  return result;
+}
+
+void stretch(HDC target, const RECT& place, HDC source, int source_width, int source_height) {
   const int width = place.right - place.left, height = place.bottom - place.top;
-  int shown_width = width, shown_height = MulDiv(width, picture.height, std::max(1, picture.width));
-  if (shown_height > height) {
-    shown_height = height;
-    shown_width = MulDiv(height, picture.width, std::max(1, picture.height));
+  if (width == source_width && height == source_height) {
+    BitBlt(target, place.left, place.top, width, height, source, 0, 0, SRCCOPY);
+    return;
   }
-  const int left = place.left + (width - shown_width) / 2, top = place.top + (height - shown_height) / 2;
-  return {left, top, left + shown_width, top + shown_height};
+  // Half-tone mode takes the brush's origin into its pattern: it must be set after the mode.
+  const int mode = SetStretchBltMode(target, HALFTONE);
+  POINT origin{};
+  SetBrushOrgEx(target, 0, 0, &origin);
+  StretchBlt(target, place.left, place.top, width, height, source, 0, 0, source_width, source_height, SRCCOPY);
+  SetBrushOrgEx(target, origin.x, origin.y, nullptr);
+  SetStretchBltMode(target, mode);
 }
 
 }  // namespace wizard::win32

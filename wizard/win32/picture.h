@@ -1,14 +1,19 @@
-// Pictures: the program's own by resource name, charts by file path, scaled to the pixels that they are shown at.
+// Pictures: the program's own by resource name, charts by file path, and how they are scaled.
 #pragma once
 
 #include <windows.h>
+// wincodec.h needs windows.h before it.
+#include <wincodec.h>
 
-#include <string>
 #include <string_view>
 
+#include "wizard/win32/com.h"
 #include "wizard/win32/gdi.h"
 
 namespace wizard::win32 {
+
+/// The program's own pictures are drawn for this resolution.
+inline constexpr UINT picture_dpi = 192;
 
 /// A picture in memory: 32 bits a pixel, top row first, colours multiplied by alpha.
 struct Picture {
@@ -18,14 +23,25 @@ struct Picture {
   explicit operator bool() const noexcept { return bitmap != nullptr; }
 };
 
-/// The program's resource by number or name ("103", "navbar0"), or a picture file (PNG, JPEG) by its path. An empty
-/// picture where it cannot be read.
-Picture load_picture(std::string_view name_or_path);
+class PictureLoader {
+ public:
+  PictureLoader() = default;
+  /// The program's resource by number or name ("103", "navbar0"), or a picture file (PNG, JPEG) by its path. An empty
+  /// picture where it cannot be read.
+  Picture load(std::string_view name_or_path);
 
-/// Draws the whole picture into a rectangle, scaled in half-tone mode; transparent pixels show what was there before.
+ private:
+  /// Made when first needed: the first page waits for it.
+  Com<IWICImagingFactory> imaging_;
+};
+
+/// Draws a picture over what is there, without scaling where the sizes are the same.
 void draw_picture(HDC target, const RECT& place, const Picture& picture);
 
-/// The largest rectangle of the picture's shape inside `place`, centred.
-RECT fitted(const RECT& place, const Picture& picture);
+/// An opaque copy in another size, in half-tone mode.
+Picture scaled(const Picture& picture, int width, int height, COLORREF background);
+
+/// Copies a context's content into a place of another size, in half-tone mode.
+void stretch(HDC target, const RECT& place, HDC source, int source_width, int source_height);
 
 }  // namespace wizard::win32

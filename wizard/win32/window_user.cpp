@@ -1,13 +1,12 @@
 #include "wizard/win32/window_user.h"
 
 #include "support/shell.h"
-#include "wizard/win32/look.h"
-#include "wizard/win32/text.h"
+#include "support/win32/wide.h"
 
 namespace wizard::win32 {
 
 int WindowUser::message_box(std::string_view text, std::uint32_t style, std::string_view title) {
-  return MessageBoxW(owner_, wide(text).c_str(), wide(title).c_str(), style);
+  return MessageBoxW(owner_, support::wide(text).c_str(), support::wide(title).c_str(), style);
 }
 
 std::optional<std::string> WindowUser::choose_folder(std::string_view title) {
@@ -25,15 +24,14 @@ std::vector<std::string> WindowUser::recycle(std::string_view folder, std::strin
 
 bool WindowUser::is_network_path(std::string_view path) { return support::is_network_path(path); }
 
-/// Measured at the screen's own resolution: titles are fitted before the window is there.
+/// Measured at the window's resolution, before there is one at the screen's.
 std::int32_t WindowUser::text_width(std::string_view text, std::string_view font) {
-  const WindowContext screen(owner_);
+  const WindowContext context(owner_);
   const UINT dpi = owner_ != nullptr ? GetDpiForWindow(owner_) : GetDpiForSystem();
-  Fonts fonts;
-  const Selection selection(screen.get(), fonts.font(std::string(font), TextStyle::Normal, dpi));
-  const std::wstring characters = wide(text);
+  const Selection selection(context.get(), fonts_.font(std::string(font), TextStyle::Normal, dpi));
+  const std::wstring characters = support::wide(text);
   SIZE size{};
-  GetTextExtentPoint32W(screen.get(), characters.c_str(), static_cast<int>(characters.size()), &size);
+  GetTextExtentPoint32W(context.get(), characters.c_str(), static_cast<int>(characters.size()), &size);
   return MulDiv(size.cx, 1440, static_cast<int>(dpi));
 }
 

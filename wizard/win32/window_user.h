@@ -4,6 +4,7 @@
 #include <windows.h>
 
 #include "wizard/user_port.h"
+#include "wizard/win32/look.h"
 
 namespace wizard::win32 {
 
@@ -22,6 +23,7 @@ class WindowUser : public UserPort {
 
  private:
   HWND owner_ = nullptr;
+  Fonts fonts_;
 };
 
 }  // namespace wizard::win32

@@ -1,17 +1,17 @@
 // The wizard as a Windows program.
 #include <windows.h>
-// clang-format: windows.h comes first.
+// commctrl.h needs windows.h before it.
 #include <commctrl.h>
-#include <objbase.h>
 
-#include <memory>
 #include <string>
 
 #include "apps/firststeps/options.h"
 #include "apps/ports/host_ports.h"
 #include "support/host.h"
+#include "support/win32/wide.h"
 #include "wizard/win32/assistant_window.h"
-#include "wizard/win32/text.h"
+#include "wizard/win32/com.h"
+#include "wizard/win32/progress_window.h"
 #include "wizard/win32/window_user.h"
 
 namespace {
@@ -19,20 +19,26 @@ namespace {
 std::string program_folder() {
   std::wstring path(32768, L'\0');
   path.resize(GetModuleFileNameW(nullptr, path.data(), static_cast<DWORD>(path.size())));
-  return wizard::win32::narrow(path.substr(0, path.find_last_of(L'\\') + 1));
+  return support::narrow(path.substr(0, path.find_last_of(L'\\') + 1));
 }
 
 int run(HINSTANCE instance, const firststeps::Options& options) {
+  const wizard::win32::ComSession com;
   support::set_user_locale(support::host_locale());
   const std::string program = program_folder();
   const std::string own = options.program_folder.empty() ? program : options.program_folder;
   const auto registry = support::host_registry(options.hive);
   wizard::win32::WindowUser user;
-  wizard::frmAssistantFirstSteps assistant(apps::host_ports(*registry, user, own, program));
+  wizard::win32::ProgressWindow progress;
+  wizard::Ports ports = apps::host_ports(*registry, user, own, program);
+  ports.progress = &progress;
+  wizard::frmAssistantFirstSteps assistant(ports);
   if (!assistant.load(options.command_line)) return 0;
   wizard::win32::AssistantWindow window(instance, assistant);
   user.set_owner(window.handle());
+  progress.set_owner(window.handle(), assistant.config().Productname, assistant.config().DefaultFont);
   window.run();
+  user.set_owner(nullptr);
   return firststeps::write_report(options, assistant.report()) ? 0 : 1;
 }
 
@@ -41,8 +47,5 @@ int run(HINSTANCE instance, const firststeps::Options& options) {
 int WINAPI wWinMain(HINSTANCE instance, HINSTANCE, PWSTR command_line, int) {
   const INITCOMMONCONTROLSEX classes{sizeof classes, ICC_STANDARD_CLASSES | ICC_PROGRESS_CLASS | ICC_BAR_CLASSES};
   InitCommonControlsEx(&classes);
-  if (FAILED(CoInitializeEx(nullptr, COINIT_APARTMENTTHREADED | COINIT_DISABLE_OLE1DDE))) return 1;
-  const int result = run(instance, firststeps::read_options(wizard::win32::narrow(command_line)));
-  CoUninitialize();
-  return result;
+  return run(instance, firststeps::read_options(support::narrow(command_line)));
 }

@@ -1,0 +1,92 @@
+// The messages of the wizard's window.
+#include "support/win32/wide.h"
+#include "wizard/win32/assistant_window.h"
+#include "wizard/win32/page_images.h"
+
+namespace wizard::win32 {
+namespace {
+
+/// Text on a page: the page's colours. In the bar below, the system's own.
+HBRUSH colour_text(HDC target, HWND child, HWND window, const ShownControl* shown) {
+  if (GetParent(child) == window) return nullptr;
+  SetBkColor(target, colour(Colour::Page));
+  SetTextColor(target, colour(Colour::Text));
+  if (shown != nullptr && text_style(*shown->control) == TextStyle::Heading)
+    SetTextColor(target, colour(Colour::Heading));
+  if (IsWindowEnabled(child) == 0) SetTextColor(target, colour(Colour::Disabled));
+  return page_brush();
+}
+
+int thumb_position(HWND bar) {
+  SCROLLINFO info{};
+  info.cbSize = sizeof info;
+  info.fMask = SIF_TRACKPOS;
+  GetScrollInfo(bar, SB_CTL, &info);
+  return info.nTrackPos;
+}
+
+}  // namespace
+
+INT_PTR CALLBACK AssistantWindow::dialog_procedure(HWND window, UINT message, WPARAM first, LPARAM second) {
+  if (message == WM_INITDIALOG) {
+    SetWindowLongPtrW(window, DWLP_USER, second);
+    return FALSE;
+  }
+  auto* self = reinterpret_cast<AssistantWindow*>(GetWindowLongPtrW(window, DWLP_USER));
+  if (self == nullptr) return FALSE;
+  switch (message) {
+    case WM_CTLCOLORSTATIC:
+    case WM_CTLCOLOREDIT:
+    case WM_CTLCOLORBTN: {
+      const HWND child = reinterpret_cast<HWND>(second);
+      return reinterpret_cast<INT_PTR>(
+          colour_text(reinterpret_cast<HDC>(first), child, window, self->controls_.of(child)));
+    }
+    default:
+      return self->handle_message(window, message, first, second) ? TRUE : FALSE;
+  }
+}
+
+bool AssistantWindow::handle_message(HWND window, UINT message, WPARAM first, LPARAM second) {
+  switch (message) {
+    case WM_COMMAND:
+      command(second != 0 ? reinterpret_cast<HWND>(second) : GetDlgItem(window, LOWORD(first)), HIWORD(first));
+      return true;
+    case WM_NOTIFY:
+      return tips_.answer(*reinterpret_cast<NMHDR*>(second), controls_);
+    case WM_TIMER:
+      assistant_.tick();
+      return true;
+    case WM_VSCROLL: {
+      const HWND bar = reinterpret_cast<HWND>(second);
+      if (const ShownControl* shown = controls_.of(bar)) scroll(*shown->control, LOWORD(first), thumb_position(bar));
+      return true;
+    }
+    case WM_MOUSEWHEEL:
+      turn_wheel(GET_WHEEL_DELTA_WPARAM(first));
+      return true;
+    case WM_DRAWITEM:
+      draw_image(*reinterpret_cast<const DRAWITEMSTRUCT*>(second), controls_, pictures_);
+      return true;
+    case WM_ERASEBKGND:
+      SetWindowLongPtrW(window, DWLP_MSGRESULT, TRUE);
+      return true;
+    case WM_PAINT:
+      paint_window(window);
+      return true;
+    case WM_DPICHANGED:
+      change_resolution(HIWORD(first), *reinterpret_cast<const RECT*>(second));
+      return true;
+    case WM_CLOSE:
+      close();
+      return true;
+    case WM_DESTROY:
+      window_ = nullptr;
+      PostQuitMessage(0);
+      return true;
+    default:
+      return false;
+  }
+}
+
+}  // namespace wizard::win32

@@ -1,0 +1,50 @@
+#include "wizard/win32/container_window.h"
+
+#include "wizard/win32/look.h"
+
+namespace wizard::win32 {
+namespace {
+
+/// A list of several lines sends its window what it would send a dialog: Esc as WM_CLOSE, Enter by the default button.
+bool belongs_to_form(UINT message) {
+  switch (message) {
+    case WM_COMMAND:
+    case WM_NOTIFY:
+    case WM_DRAWITEM:
+    case WM_VSCROLL:
+    case WM_MOUSEWHEEL:
+    case WM_CTLCOLORSTATIC:
+    case WM_CTLCOLOREDIT:
+    case WM_CTLCOLORBTN:
+    case WM_CLOSE:
+    case WM_NEXTDLGCTL:
+    case DM_GETDEFID:
+    case DM_SETDEFID:
+      return true;
+    default:
+      return false;
+  }
+}
+
+LRESULT CALLBACK container_procedure(HWND window, UINT message, WPARAM first, LPARAM second) {
+  if (belongs_to_form(message)) return SendMessageW(GetParent(window), message, first, second);
+  if (message != WM_ERASEBKGND) return DefWindowProcW(window, message, first, second);
+  RECT whole;
+  GetClientRect(window, &whole);
+  FillRect(reinterpret_cast<HDC>(first), &whole, page_brush());
+  return 1;
+}
+
+}  // namespace
+
+void register_container_class(HINSTANCE instance) {
+  WNDCLASSEXW description{};
+  description.cbSize = sizeof description;
+  description.lpfnWndProc = container_procedure;
+  description.hInstance = instance;
+  description.hCursor = LoadCursorW(nullptr, IDC_ARROW);
+  description.lpszClassName = container_class;
+  RegisterClassExW(&description);
+}
+
+}  // namespace wizard::win32

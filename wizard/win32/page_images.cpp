@@ -1,0 +1,50 @@
+#include "wizard/win32/page_images.h"
+
+#include "wizard/win32/look.h"
+
+namespace wizard::win32 {
+namespace {
+
+bool is_image_beside(const form::Control& control, const form::Control& image) {
+  return control.kind() == form::Kind::Image && control.parent() == image.parent();
+}
+
+void draw_overlapping_images(HDC target, const form::Control& image, const ShownControls& controls,
+                             PictureLoader& loader) {
+  const RECT place = place_in_container(image, picture_dpi);
+  for (const auto& shown : controls) {
+    if (!is_image_beside(*shown->control, image) || !shown->control->visible()) continue;
+    RECT there = place_in_container(*shown->control, picture_dpi), common;
+    if (IntersectRect(&common, &there, &place) == 0) continue;
+    if (!shown->picture_loaded) shown->picture = loader.load(shown->control->picture());
+    shown->picture_loaded = true;
+    OffsetRect(&there, -place.left, -place.top);
+    if (shown->picture) draw_picture(target, there, shown->picture);
+  }
+}
+
+}  // namespace
+
+/// Composed at the resolution of the pictures and then scaled as a whole: transparent edges stay smooth, and nothing is
+/// scaled twice.
+void draw_image(const DRAWITEMSTRUCT& request, const ShownControls& controls, PictureLoader& loader) {
+  const ShownControl* shown = controls.of(request.hwndItem);
+  if (shown == nullptr) return;
+  const RECT place = place_in_container(*shown->control, picture_dpi);
+  const int width = place.right - place.left, height = place.bottom - place.top;
+  const MemoryContext memory(CreateCompatibleDC(request.hDC));
+  const Bitmap canvas(CreateCompatibleBitmap(request.hDC, width, height));
+  const Selection selection(memory.get(), canvas.get());
+  const RECT whole{0, 0, width, height};
+  FillRect(memory.get(), &whole, page_brush());
+  draw_overlapping_images(memory.get(), *shown->control, controls, loader);
+  stretch(request.hDC, request.rcItem, memory.get(), width, height);
+}
+
+void redraw_images_around(const form::Control& image, const ShownControls& controls) {
+  for (const auto& shown : controls) {
+    if (is_image_beside(*shown->control, image)) InvalidateRect(shown->window, nullptr, FALSE);
+  }
+}
+
+}  // namespace wizard::win32

@@ -1,0 +1,70 @@
+#include "wizard/win32/shown_controls.h"
+
+#include "wizard/form_layout.h"
+#include "wizard/win32/control_window.h"
+
+namespace wizard::win32 {
+namespace {
+
+/// How far a combo box drops its list, in twips.
+constexpr std::int32_t list_height = 3000;
+
+}  // namespace
+
+ShownControl& ShownControls::add(const form::Control& control, HWND form_window) {
+  const int id = control_id(control, shown_.size());
+  shown_.push_back(std::make_unique<ShownControl>());
+  ShownControl& shown = *shown_.back();
+  shown.control = form_.find(control.name(), control.index());
+  shown.window = create_control_window(control, container_window(control, form_window), id);
+  by_control_[&control] = &shown;
+  if (shown.window != nullptr) by_window_[shown.window] = &shown;
+  return shown;
+}
+
+ShownControl* ShownControls::of(const form::Control& control) const {
+  const auto found = by_control_.find(&control);
+  return found == by_control_.end() ? nullptr : found->second;
+}
+
+ShownControl* ShownControls::of(HWND window) const {
+  const auto found = by_window_.find(window);
+  return found == by_window_.end() ? nullptr : found->second;
+}
+
+HWND ShownControls::container_window(const form::Control& control, HWND form_window) const {
+  for (const form::Control* at = control.parent(); at != nullptr; at = at->parent()) {
+    const ShownControl* around = of(*at);
+    if (is_container(*at) && around != nullptr) return around->window;
+  }
+  return form_window;
+}
+
+bool is_seen(const form::Control& control) {
+  for (const form::Control* at = &control; at != nullptr; at = at->parent()) {
+    if (!at->visible()) return false;
+  }
+  return true;
+}
+
+RECT place_in_container(const form::Control& control, UINT dpi) {
+  form::Bounds bounds = control.bounds();
+  if (control.kind() == form::Kind::ChartOption) bounds.height += chart_title_height;
+  // Group boxes are no containers: what lies in them is a neighbour of theirs.
+  for (const form::Control* at = control.parent(); at != nullptr && !is_container(*at); at = at->parent()) {
+    bounds.left += at->bounds().left;
+    bounds.top += at->bounds().top;
+  }
+  return pixels(bounds, dpi);
+}
+
+void place(const ShownControl& shown, UINT dpi) {
+  if (shown.window == nullptr) return;
+  RECT place = place_in_container(*shown.control, dpi);
+  // The height of a combo box includes its list.
+  if (shown.control->kind() == form::Kind::ComboBox) place.bottom += pixels(list_height, dpi);
+  SetWindowPos(shown.window, nullptr, place.left, place.top, place.right - place.left, place.bottom - place.top,
+               SWP_NOZORDER | SWP_NOACTIVATE);
+}
+
+}  // namespace wizard::win32

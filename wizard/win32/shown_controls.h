@@ -1,0 +1,53 @@
+// Which native window shows which control, and where it stands.
+#pragma once
+
+#include <windows.h>
+
+#include <memory>
+#include <unordered_map>
+#include <vector>
+
+#include "wizard/form/form.h"
+#include "wizard/win32/picture.h"
+
+namespace wizard::win32 {
+
+struct ShownControl {
+  form::Control* control = nullptr;
+  HWND window = nullptr;  ///< null for a control that nobody sees
+  Picture picture;        ///< of an image, once it was drawn
+  bool picture_loaded = false;
+};
+
+class ShownControls {
+ public:
+  explicit ShownControls(form::Form& form) : form_(form) {}
+
+  /// Creates the control's window in that of its container, `form_window` for the form itself.
+  ShownControl& add(const form::Control& control, HWND form_window);
+  /// Null where there is none.
+  ShownControl* of(const form::Control& control) const;
+  ShownControl* of(HWND window) const;
+
+  auto begin() const { return shown_.begin(); }
+  auto end() const { return shown_.end(); }
+
+ private:
+  HWND container_window(const form::Control& control, HWND form_window) const;
+
+  form::Form& form_;
+  std::vector<std::unique_ptr<ShownControl>> shown_;
+  std::unordered_map<const form::Control*, ShownControl*> by_control_;
+  std::unordered_map<HWND, ShownControl*> by_window_;
+};
+
+/// True where the control and all around it are shown.
+bool is_seen(const form::Control& control);
+
+/// Pixels inside the window of its container.
+RECT place_in_container(const form::Control& control, UINT dpi);
+
+/// Moves the control's window to its place.
+void place(const ShownControl& shown, UINT dpi);
+
+}  // namespace wizard::win32

@@ -1,0 +1,36 @@
+#include "wizard/win32/tool_tips.h"
+
+#include <commctrl.h>
+
+#include "support/win32/wide.h"
+
+namespace wizard::win32 {
+
+void ToolTips::create(HWND form_window) {
+  form_window_ = form_window;
+  tips_ =
+      CreateWindowExW(WS_EX_TOPMOST, TOOLTIPS_CLASSW, nullptr, WS_POPUP | TTS_ALWAYSTIP | TTS_NOPREFIX, CW_USEDEFAULT,
+                      CW_USEDEFAULT, CW_USEDEFAULT, CW_USEDEFAULT, form_window_, nullptr, nullptr, nullptr);
+}
+
+void ToolTips::add(const ShownControl& shown) {
+  const form::Kind kind = shown.control->kind();
+  if (kind != form::Kind::Button && kind != form::Kind::ChartOption) return;
+  TOOLINFOW tool{};
+  tool.cbSize = sizeof tool;
+  tool.uFlags = TTF_IDISHWND | TTF_SUBCLASS;
+  tool.hwnd = form_window_;
+  tool.uId = reinterpret_cast<UINT_PTR>(shown.window);
+  tool.lpszText = LPSTR_TEXTCALLBACKW;
+  SendMessageW(tips_, TTM_ADDTOOLW, 0, reinterpret_cast<LPARAM>(&tool));
+}
+
+bool ToolTips::answer(NMHDR& notification, const ShownControls& controls) {
+  if (notification.code != TTN_GETDISPINFOW) return false;
+  const ShownControl* shown = controls.of(reinterpret_cast<HWND>(notification.idFrom));
+  text_ = shown != nullptr ? support::wide(shown->control->tooltip()) : std::wstring();
+  reinterpret_cast<NMTTDISPINFOW&>(notification).lpszText = text_.data();
+  return true;
+}
+
+}  // namespace wizard::win32
