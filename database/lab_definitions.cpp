@@ -60,7 +60,7 @@ void add_definition(support::Procedure& procedure, engine::Recordset& rows, cons
       {"CriticalThreshold", row.critical_threshold},
   };
   if (!procedure.step([&] { rows.add_new(); })) return;
-  for (const auto& [name, value] : columns) procedure.step([&] { rows.set_value(name, value); });
+  for (const auto& column : columns) procedure.step([&] { rows.set_value(column.first, column.second); });
   procedure.step([&] { rows.update(); });
 }
 

@@ -39,7 +39,7 @@ std::string ZoneFile::value(std::string_view file, std::string_view section, std
   return found != values.end() ? found->second : std::string(fallback);
 }
 
-DatabaseTest::DatabaseTest() : folder_(new_folder()) {
+DatabaseTest::DatabaseTest() : folder(new_folder()) {
   environment.password = "geheim";
   environment.language = &texts;
   environment.ini = &zone_file;
@@ -53,7 +53,7 @@ DatabaseTest::DatabaseTest() : folder_(new_folder()) {
 
 DatabaseTest::~DatabaseTest() {
   std::error_code ignored;
-  std::filesystem::remove_all(host(folder_), ignored);
+  std::filesystem::remove_all(host(folder), ignored);
 }
 
 void DatabaseTest::write_file(const std::string& windows_path, std::string_view content) const {
@@ -67,7 +67,7 @@ std::string DatabaseTest::read_file(const std::string& windows_path) const {
 std::string DatabaseTest::patient_database(std::string_view name) {
   // Created once and copied: the copies share their salt, so that their key is derived once.
   static std::string content;
-  const std::string file = path(name);
+  std::string file = path(name);
   if (content.empty()) {
     support::RuntimeError failure{0, "none"};
     EXPECT_EQ(CreatePatientDatabase(environment, file, sample_patient(), {}, &failure), 1) << failure.what();

@@ -44,13 +44,13 @@ struct Message {
 };
 
 class DatabaseTest : public ::testing::Test {
- protected:
+ public:
   DatabaseTest();
   ~DatabaseTest() override;
 
   /// Windows path of a file in the test's folder.
-  std::string path(std::string_view name) const { return folder_ + "\\" + std::string(name); }
-  std::vector<std::string> files() const { return support::host_file_system().files(folder_, "*"); }
+  std::string path(std::string_view name) const { return folder + "\\" + std::string(name); }
+  std::vector<std::string> files() const { return support::host_file_system().files(folder, "*"); }
   void write_file(const std::string& windows_path, std::string_view content) const;
   std::string read_file(const std::string& windows_path) const;
 
@@ -66,9 +66,7 @@ class DatabaseTest : public ::testing::Test {
   ZoneFile zone_file;
   std::vector<Message> messages;
   Environment environment;
-
- private:
-  std::string folder_;
+  std::string folder;
 };
 
 PatientRecord sample_patient();

@@ -113,7 +113,7 @@ TEST_F(Plans, ShowTheirProgressItemByItem) {
 }
 
 class DefaultMedication : public DatabaseTest {
- protected:
+ public:
   DefaultMedication() : file(patient_database()) {
     texts.given = {{4353, "Bolus:"}, {4354, "Basal::"}, {4355, " Rapid: "}, {4356, "Mix:"}};
   }
