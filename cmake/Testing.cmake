@@ -20,8 +20,6 @@ function(firststeps_test name)
     TEST_DATA_DIR="${host_drive}${CMAKE_SOURCE_DIR}/tests/data" SOURCE_DIR="${host_drive}${CMAKE_SOURCE_DIR}"
     BUILD_DIR="${host_drive}${CMAKE_BINARY_DIR}"
     ${ARG_DEFINITIONS})
-  # GoogleTest's macros cost the optimiser much and give a test nothing.
-  target_compile_options(${name} PRIVATE -O0)
   # One process per test program: its tests are quick, starting a process under Wine is not.
   add_test(NAME ${name} COMMAND ${name} --gtest_brief=1)
   set_tests_properties(${name} PROPERTIES TIMEOUT 300 ENVIRONMENT UBSAN_OPTIONS=print_stacktrace=1)

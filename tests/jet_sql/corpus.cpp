@@ -1,4 +1,4 @@
-#include "corpus.h"
+#include "tests/jet_sql/corpus.h"
 
 #include <fstream>
 #include <stdexcept>

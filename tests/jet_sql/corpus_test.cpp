@@ -1,9 +1,9 @@
-#include "corpus.h"
+#include "tests/jet_sql/corpus.h"
 
 #include <gtest/gtest.h>
 
-#include "sql_database.h"
 #include "support/user_locale.h"
+#include "tests/jet_sql/sql_database.h"
 
 namespace jet_sql_test {
 namespace {

@@ -1,4 +1,4 @@
-#include "sql_database.h"
+#include "tests/jet_sql/sql_database.h"
 
 #include <array>
 #include <charconv>
@@ -130,6 +130,13 @@ void SqlDatabase::create(const std::string& name, const IndexDefinition& index) 
   }
 }
 
+std::int64_t SqlDatabase::next_number(const std::string& name) {
+  const TableDefinition& table = *tables_.find_table(name);
+  const auto statement =
+      prepare("SELECT coalesce(max(" + quoted(table.auto_number()->name) + "), 0) + 1 FROM " + quoted(name));
+  return sqlite3_step(statement.get()) == SQLITE_ROW ? sqlite3_column_int64(statement.get(), 0) : 0;
+}
+
 /// Runs queries, changes and what creates; other changes of the layout are the engine's matter.
 struct Runner {
   SqlDatabase& database;
@@ -154,6 +161,7 @@ struct Runner {
 
   Answer operator()(const jet_sql::Change& change) const {
     const auto statement = database.prepare(change.sqlite_sql);
+    if (change.takes_number) sqlite3_bind_int64(statement.get(), 1, database.next_number(change.table));
     const int result = sqlite3_step(statement.get());
     if (result != SQLITE_DONE) throw jet_sql::error_of(database.connection(), result);
     return {{}, {std::to_string(sqlite3_changes(database.connection()))}};

@@ -53,6 +53,7 @@ class SqlDatabase {
   using Statement = std::unique_ptr<sqlite3_stmt, Finalize>;
   friend struct Runner;
 
+  std::int64_t next_number(const std::string& table);
   Statement prepare(const std::string& text);
   void create(const TableDefinition& table);
   void create(const std::string& table, const IndexDefinition& index);
