@@ -10,6 +10,7 @@
 #include <variant>
 
 #include "database/engine/engine.h"
+#include "support/encoding.h"
 #include "support/error.h"
 
 namespace database {
@@ -77,6 +78,14 @@ void write_columns(support::Procedure& procedure, engine::Recordset& row, std::s
   for (const auto& column : columns) {
     procedure.step([&] { row.set_value(column.name, column_value(record, column)); });
   }
+}
+
+/// True where the rows have a column of this name; older layouts lack some.
+inline bool has_column(const engine::Recordset& rows, std::string_view name) {
+  for (std::int32_t i = 0; i < rows.field_count(); ++i) {
+    if (support::equal_ignoring_case(rows.field_name(i), name)) return true;
+  }
+  return false;
 }
 
 /// Starts writing: the first row is edited, or a new one added where there is none.

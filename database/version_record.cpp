@@ -36,13 +36,6 @@ bool is_product(std::string_view description) {
   });
 }
 
-bool has_field(const engine::Recordset& row, std::string_view name) {
-  for (std::int32_t i = 0; i < row.field_count(); ++i) {
-    if (support::equal_ignoring_case(row.field_name(i), name)) return true;
-  }
-  return false;
-}
-
 bool write_record(support::Procedure& procedure, engine::Database& database, const VersionRecord& record) {
   VersionRecord stored = record;
   // Both texts have always been stored with a blank at their end; readers trim it.
@@ -75,7 +68,7 @@ bool db_ReadDBInfo(const Environment& environment, const Target& target, Version
   for (const auto& column : version_columns) {
     procedure.step([&] {
       // Older layouts lack some columns, and their rows hold Null in those added since: neither makes them foreign.
-      if (!has_field(*row, column.name)) return;
+      if (!has_column(*row, column.name)) return;
       const engine::Value value = row->value(column.name);
       if (!engine::is_null(value)) assign_column(record, column, value);
     });

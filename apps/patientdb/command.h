@@ -23,6 +23,10 @@ extern const Command create_command;
 extern const Command info_command;
 extern const Command schema_command;
 extern const Command sql_command;
+extern const Command index_command;
+extern const Command summary_command;
+extern const Command plan_command;
+extern const Command labs_command;
 
 inline constexpr console::Option json_option{"--json", "", "Print JSON."};
 inline constexpr console::Option password_file_option{"--password-file", "PATHNAME",

@@ -8,7 +8,8 @@
 namespace patientdb {
 namespace {
 
-constexpr std::array commands{&create_command, &info_command, &schema_command, &sql_command};
+constexpr std::array commands{&create_command, &info_command,    &schema_command, &sql_command,
+                              &index_command,  &summary_command, &plan_command,   &labs_command};
 
 constexpr std::string_view password_help =
     "Password: the default one, unless the environment variable PATIENTDB_PASSWORD or --password-file gives another. "

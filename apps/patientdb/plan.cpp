@@ -1,0 +1,72 @@
+#include "apps/patientdb/command.h"
+#include "apps/patientdb/database_file.h"
+#include "apps/patientdb/date_arguments.h"
+#include "apps/patientdb/tool_environment.h"
+#include "apps/patientdb/value_output.h"
+#include "database/plan_summary.h"
+#include "database/therapy_plan.h"
+
+namespace patientdb {
+namespace {
+
+constexpr std::string_view usage = "FILE [--date D] [--json]";
+
+constexpr console::Option options[] = {
+    {"--date", "D", "The plan in force on this day, YYYY-MM-DD; else the newest one."},
+    json_option,
+    password_file_option,
+    console::help_option,
+};
+
+std::string day(engine::Date date) { return engine::iso_text(date).substr(0, 10); }
+
+void write_text(std::ostream& out, const database::TherapyPlan& plan, const std::string& summary) {
+  out << "Plan " << plan.id << " of " << day(plan.vDate) << ", type " << plan.Type << '\n' << summary << "\n\n";
+  console::TextTable table;
+  table.add_column("Type", console::TextTable::Align::Right);
+  table.add_column("Value", console::TextTable::Align::Right);
+  table.add_column("Time slot", console::TextTable::Align::Right);
+  table.add_column("Text");
+  for (const auto& item : plan.items) {
+    table.add_row({std::to_string(item.ItemType), console::plain_number(item.ItemValue), std::to_string(item.TimeSlot),
+                   item.desc});
+  }
+  table.write(out);
+}
+
+void write_json_plan(std::ostream& out, const database::TherapyPlan& plan, const std::string& summary) {
+  console::JsonWriter json(out);
+  json.begin_object().key("id").integer(plan.id).key("date").text(day(plan.vDate)).key("type").integer(plan.Type);
+  json.key("summary").text(summary).key("items").begin_array();
+  for (const auto& item : plan.items) {
+    json.begin_object().key("itemtype").integer(item.ItemType).key("itemvalue").number(item.ItemValue);
+    json.key("timeslot").integer(item.TimeSlot).key("desc").text(item.desc).key("comment").text(item.Comment);
+    json.end_object();
+  }
+  json.end_array().end_object();
+  out << '\n';
+}
+
+int run(const console::Arguments& arguments, console::Console& console) {
+  arguments.expect_operands(1, 1, usage);
+  const auto date = day_argument(arguments, "--date");
+  const ToolEnvironment environment(arguments, console);
+  const OpenDatabase open = open_database(arguments, console, Access::ReadOnly);
+  const SkippedStatementLines skipped(console.err);
+  database::PlanSummary summary;
+  database::TherapyPlan plan;
+  if (!database::db_GetPlanSummary(environment.get(), *open.database, date, summary) ||
+      !database::db_GetTherapyPlan(environment.get(), *open.database, summary.id, plan)) {
+    console.err << (date ? "No therapy plan is in force on this day.\n" : "The database holds no therapy plan.\n");
+    return console::exit_failed;
+  }
+  const std::string text = database::plan_summary_text(summary);
+  arguments.has(json_option.name) ? write_json_plan(console.out, plan, text) : write_text(console.out, plan, text);
+  return skipped.count() == 0 ? console::exit_done : console::exit_failed;
+}
+
+}  // namespace
+
+const Command plan_command{"plan", usage, "Shows the therapy plan in force, with its summary.", "", options, run};
+
+}  // namespace patientdb

@@ -1,0 +1,82 @@
+#include "apps/patientdb/command.h"
+#include "apps/patientdb/database_file.h"
+#include "apps/patientdb/date_arguments.h"
+#include "apps/patientdb/tool_environment.h"
+#include "apps/patientdb/value_output.h"
+#include "database/availability.h"
+
+namespace patientdb {
+namespace {
+
+constexpr std::string_view usage =
+    "FILE [--mask M] [--from D --until D [--time-from T --time-until T]] [--weekdays LIST] [--import-id N] [--json]";
+
+constexpr console::Option options[] = {
+    {"--mask", "M", "The categories: bit n selects category n; -1, the default, all."},
+    {"--from", "D", "First day, YYYY-MM-DD."},
+    {"--until", "D", "Last day."},
+    {"--time-from", "T", "Earliest time of day, HH:MM or HH:MM:SS; only with days."},
+    {"--time-until", "T", "Latest time of day."},
+    {"--weekdays", "LIST", "Weekday numbers 1 (Sunday) to 7 (Saturday), comma-separated."},
+    {"--import-id", "N", "Rows of this import only."},
+    json_option,
+    password_file_option,
+    console::help_option,
+};
+
+database::AvailabilityRequest request_of(const console::Arguments& arguments) {
+  database::AvailabilityRequest request;
+  request.categories = arguments.number("--mask", -1, INT32_MIN, INT32_MAX);
+  request.days = day_range(arguments, "--from", "--until");
+  request.times = time_range(arguments, "--time-from", "--time-until");
+  if (request.times && !request.days) throw console::UsageError("Times of day need --from and --until.");
+  request.weekdays = weekdays_argument(arguments, "--weekdays");
+  request.import_id = arguments.number("--import-id", -1, 0, INT32_MAX);
+  return request;
+}
+
+std::string day(engine::Date date) { return engine::iso_text(date).substr(0, 10); }
+
+void write_text(std::ostream& out, const std::vector<database::Availability>& found) {
+  using Align = console::TextTable::Align;
+  console::TextTable table;
+  for (const std::string_view title : {"Category", "Rows"}) table.add_column(title, Align::Right);
+  for (const std::string_view title : {"First day", "Last day"}) table.add_column(title);
+  table.add_column("Checksum", Align::Right);
+  for (const auto& entry : found) {
+    table.add_row({std::to_string(entry.category), std::to_string(entry.count), day(entry.first), day(entry.last),
+                   entry.checksum ? console::plain_number(*entry.checksum) : ""});
+  }
+  table.write(out);
+}
+
+void write_json_lines(std::ostream& out, const std::vector<database::Availability>& found) {
+  console::JsonWriter json(out);
+  json.begin_array();
+  for (const auto& entry : found) {
+    json.begin_object().key("typ").integer(entry.category).key("count").integer(entry.count);
+    json.key("first").text(day(entry.first)).key("last").text(day(entry.last)).key("checksum");
+    entry.checksum ? json.number(*entry.checksum) : json.null();
+    json.end_object();
+  }
+  json.end_array();
+  out << '\n';
+}
+
+int run(const console::Arguments& arguments, console::Console& console) {
+  arguments.expect_operands(1, 1, usage);
+  const database::AvailabilityRequest request = request_of(arguments);
+  const ToolEnvironment environment(arguments, console);
+  const OpenDatabase open = open_database(arguments, console, Access::ReadOnly);
+  const SkippedStatementLines skipped(console.err);
+  const auto found = database::find_availability(environment.get(), *open.database, request);
+  arguments.has(json_option.name) ? write_json_lines(console.out, found) : write_text(console.out, found);
+  return skipped.count() == 0 ? console::exit_done : console::exit_failed;
+}
+
+}  // namespace
+
+const Command summary_command{
+    "summary", usage, "Tells which kinds of data a database holds, with their days and checksums.", "", options, run};
+
+}  // namespace patientdb

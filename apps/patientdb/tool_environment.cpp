@@ -1,0 +1,28 @@
+#include "apps/patientdb/tool_environment.h"
+
+#include <ostream>
+
+#include "apps/patientdb/database_file.h"
+#include "support/file_system.h"
+
+namespace patientdb {
+
+ToolEnvironment::ToolEnvironment(const console::Arguments& arguments, const console::Console& console) {
+  if (!console.program_folder.empty()) {
+    texts_ = support::open_text_table(support::host_file_system().windows_path(console.program_folder), "");
+  }
+  environment_.password = password(arguments, console);
+  environment_.language = texts_.get();
+}
+
+SkippedStatementLines::SkippedStatementLines(std::ostream& err) {
+  before_ =
+      support::set_skipped_statement_listener([this, &err](std::string_view label, const support::RuntimeError& error) {
+        ++count_;
+        err << label << ": error " << error.number() << ": " << error.what() << '\n';
+      });
+}
+
+SkippedStatementLines::~SkippedStatementLines() { support::set_skipped_statement_listener(std::move(before_)); }
+
+}  // namespace patientdb

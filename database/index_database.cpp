@@ -1,0 +1,235 @@
+#include "database/index_database.h"
+
+#include <algorithm>
+#include <array>
+#include <cstdio>
+#include <memory>
+#include <utility>
+#include <vector>
+
+#include "database/availability.h"
+#include "database/columns.h"
+#include "database/opened_target.h"
+#include "database/upgrade/ladder.h"
+#include "database/version_record.h"
+#include "support/common_code.h"
+#include "support/user_locale.h"
+
+namespace database {
+namespace {
+
+using support::Procedure;
+
+/// Categories that count as a patient's data: the eight kinds of entries and the laboratory values.
+constexpr std::int32_t counted_categories = 0xFF | 1 << 9;
+constexpr std::string_view hba1c_query = "SELECT * FROM labvalues WHERE type=11 ORDER BY vdate DESC";
+constexpr std::string_view hba1c_range_query = "SELECT * FROM labdefs WHERE type= 11";
+
+bool refreshes(std::int16_t action) { return action == 0 || action == 1 || action == 10; }
+bool writes(std::int16_t action) { return action >= index_action::write; }
+/// All others release the patient's devices.
+bool keeps_devices(std::int16_t action) { return action < index_action::remove || action == 10; }
+
+/// What is to stand in a row: field and value.
+using RowValues = std::vector<std::pair<std::string_view, engine::Value>>;
+
+/// Stores the values in the patient's row, or a new one where there is none, and returns its id. A value that the row
+/// does not take is left out. The transaction keeps the number that a new row gets from others until it is stored.
+std::int32_t store_row(Procedure& procedure, engine::Database& index, std::int32_t number, const RowValues& values) {
+  std::int32_t id = 0;
+  const bool stored = procedure.guarded([&] {
+    engine::Transaction transaction{index};
+    const auto row = index.open_recordset("SELECT * FROM index WHERE id=" + std::to_string(number));
+    row->eof() ? row->add_new() : row->edit();
+    id = engine::to_int32(row->value("id"));
+    for (const auto& [field, value] : values) {
+      procedure.step([&, &field = field, &value = value] { row->set_value(field, value); });
+    }
+    row->update();
+    transaction.commit();
+  });
+  return stored ? id : 0;
+}
+
+RowValues values_of(const PatientRecord& patient) {
+  RowValues values = {{"name", patient.name}, {"firstname", patient.firstname}};
+  if (patient.birthday && patient.birthday->days != 0) values.emplace_back("dateofbirth", *patient.birthday);
+  values.emplace_back("externalid", patient.external_id);
+  values.emplace_back("diabetestyp", std::int32_t{patient.typ});
+  values.emplace_back("therapy", std::int32_t{patient.therapy});
+  return values;
+}
+
+/// Gathers a row's values from the patient's own database before the index is touched: an upgrade may take long, and
+/// others want to write the index meanwhile.
+class PatientReader {
+ public:
+  PatientReader(const Environment& environment, Procedure& procedure, engine::Database& database)
+      : environment_(environment), procedure_(procedure), opened_(environment, database, OpenedTarget::Access::Read) {}
+
+  void bring_up_to_date();
+  /// Also puts the name into the record, for the devices.
+  void read_patient(PatientRecord& patient);
+  void read_therapy();
+  void read_last_change();
+  void read_span();
+  void read_hba1c();
+  const RowValues& values() const noexcept { return values_; }
+
+ private:
+  std::unique_ptr<engine::Recordset> first_row(std::string_view sql) { return try_open_row(procedure_, opened_, sql); }
+  void copy(const engine::Recordset& from, std::string_view field, std::string_view to) {
+    procedure_.step([&] { values_.emplace_back(to, from.value(field)); });
+  }
+  std::string range_mark(double value);
+
+  const Environment& environment_;
+  Procedure& procedure_;
+  OpenedTarget opened_;
+  RowValues values_;
+};
+
+void PatientReader::bring_up_to_date() {
+  VersionRecord record;
+  if (db_ReadDBInfo(environment_, *opened_.get(), record) && needs_upgrade(record)) {
+    db_WriteDBInfo(environment_, *opened_.get(), record);
+  }
+}
+
+void PatientReader::read_patient(PatientRecord& patient) {
+  const auto row = first_row("SELECT * FROM patdat");
+  if (!row) return;
+  copy(*row, "name", "name");
+  copy(*row, "firstname", "firstname");
+  copy(*row, "birthday", "dateofbirth");
+  copy(*row, "typ", "diabetestyp");
+  procedure_.step([&] {
+    if (!has_column(*row, "externalID")) return;
+    const engine::Value number = row->value("externalID");
+    if (engine::to_double(number) != 0) values_.emplace_back("externalid", engine::to_text(number));
+  });
+  procedure_.step([&] { patient.name = engine::to_text(row->value("name")); });
+  procedure_.step([&] { patient.firstname = engine::to_text(row->value("firstname")); });
+}
+
+void PatientReader::read_therapy() {
+  std::int32_t type = 0;
+  if (const auto plan = first_row("SELECT * FROM therapieplan ORDER BY vdate DESC")) {
+    procedure_.step([&] { type = engine::to_int32(plan->value("type")); });
+  }
+  values_.emplace_back("therapy", type == 0 ? 1 : type);
+}
+
+void PatientReader::read_last_change() {
+  if (const auto info = first_row("SELECT * FROM db_info")) copy(*info, "lastchanged", "last_open");
+}
+
+void PatientReader::read_span() {
+  AvailabilityRequest request;
+  request.categories = counted_categories;
+  const auto found = find_availability(environment_, *opened_.get(), request);
+  std::int32_t count = 0;
+  for (const Availability& category : found) count += category.count;
+  values_.emplace_back("flag", count);
+  if (count == 0) return;
+  const auto days = [](const engine::Date& day) { return day.days; };
+  const engine::Date first = std::ranges::min(found, {}, [&](const auto& entry) { return days(entry.first); }).first;
+  const engine::Date last = std::ranges::max(found, {}, [&](const auto& entry) { return days(entry.last); }).last;
+  values_.emplace_back("date_Range",
+                       support::short_date_text(first.days) + " - " + support::short_date_text(last.days));
+}
+
+/// "|>" above the patient's range, "|<" below it; a limit of -1 is none.
+std::string PatientReader::range_mark(double value) {
+  const auto range = first_row(hba1c_range_query);
+  if (!range || value < 0) return {};
+  double from = -1, until = -1;
+  procedure_.step([&] { from = engine::to_double(range->value("rangefrom")); });
+  procedure_.step([&] { until = engine::to_double(range->value("rangeuntil")); });
+  if (until >= 0 && value > until) return "|>";
+  return from >= 0 && value < from ? "|<" : "";
+}
+
+void PatientReader::read_hba1c() {
+  const auto newest = first_row(hba1c_query);
+  if (!newest) return;
+  copy(*newest, "vdate", "last_hba1c");
+  procedure_.step([&] {
+    const float value = engine::to_single(newest->value("value"));
+    values_.emplace_back("hba1c", support::fixed_text(value, 1) + range_mark(value));
+  });
+}
+
+std::int32_t refresh_row(const Environment& environment, Procedure& procedure, engine::Database& index,
+                         PatientRecord& patient, std::string_view patient_database) {
+  RowValues values;
+  const OpenedTarget opened(environment, patient_database, OpenedTarget::Access::Write);
+  if (opened.get()) {
+    PatientReader reader(environment, procedure, *opened.get());
+    reader.bring_up_to_date();
+    reader.read_patient(patient);
+    reader.read_therapy();
+    reader.read_last_change();
+    reader.read_span();
+    reader.read_hba1c();
+    values = reader.values();
+  }
+  const std::int32_t id = store_row(procedure, index, patient.index_id, values);
+  if (id != 0) patient.index_id = id;
+  return id;
+}
+
+std::string in_folder(const std::string& folder, std::string_view file) {
+  return folder + (folder.empty() || folder.ends_with('\\') ? "" : "\\") + std::string(file);
+}
+
+/// Names go into the text as they stand: one with an apostrophe makes the statement fail.
+void update_devices(const Environment& environment, Procedure& procedure, const PatientRecord& patient,
+                    std::int16_t action) {
+  const std::string path = in_folder(environment.data_folder, "meters.mdb");
+  if (!support::file_test(environment.file_system(), path)) return;
+  const OpenedTarget devices(environment, path, OpenedTarget::Access::Write);
+  const std::string number = std::to_string(patient.index_id);
+  procedure.step([&] {
+    devices.database().execute(
+        keeps_devices(action) ? "UPDATE meters set name='" + patient.name + "', firstname='" + patient.firstname +
+                                    "' WHERE assignedto=" + number
+                              : "UPDATE meters set name='', firstname='', assignedto=0 WHERE assignedto=" + number);
+  });
+}
+
+}  // namespace
+
+std::int32_t db_ProcessIndex(const Environment& environment, const Target& index, PatientRecord& patient,
+                             std::int16_t action, std::string_view patient_database) {
+  Procedure procedure{"sql!db_ProcessIndex"};
+  std::int32_t id = 0;
+  {
+    const OpenedTarget opened(environment, index, OpenedTarget::Access::Write);
+    if (opened.get() && writes(action)) {
+      id = store_row(procedure, *opened.get(), patient.index_id, values_of(patient));
+    }
+    if (opened.get() && refreshes(action)) {
+      id = refresh_row(environment, procedure, *opened.get(), patient, patient_database);
+    }
+    if (action == index_action::remove) {
+      procedure.step(
+          [&] { opened.database().execute("DELETE * FROM index WHERE id=" + std::to_string(patient.index_id)); });
+    }
+  }
+  update_devices(environment, procedure, patient, action);
+  return id;
+}
+
+std::string patient_file(const Environment& environment, std::string_view index_path, std::int32_t patient_id) {
+  std::array<char, 32> name{};
+  const int length = std::snprintf(name.data(), name.size(), "db4_%06d.das", patient_id);
+  const std::string_view file(name.data(), static_cast<std::size_t>(length));
+  for (const std::string& folder : {support::ExtractFromPath(index_path, 1), environment.data_folder}) {
+    const std::string path = in_folder(folder, file);
+    if (support::file_test(environment.file_system(), path)) return path;
+  }
+  return {};
+}
+
+}  // namespace database

@@ -1,0 +1,32 @@
+// The therapy plan in force as one text, for the diary's overview.
+#pragma once
+
+#include <cstdint>
+#include <optional>
+#include <string>
+
+#include "database/environment.h"
+
+namespace database {
+
+struct PlanSummary {
+  std::int32_t id = 0;  ///< plan number
+  engine::Date date;    ///< the day from which the plan holds
+  std::int32_t insulin_items = 0, diet_items = 0, correction_items = 0;
+  double basal_rates[3] = {};  ///< sums of the plan's basal rates 1 to 3
+  /// mg/dl; 0 where the plan has none.
+  double glucose_from = 0, glucose_until = 0, hypoglycaemia = 0, hyperglycaemia = 0;
+};
+
+/// The plan in force on a day, or the newest one. False and `summary` untouched where there is none.
+bool db_GetPlanSummary(const Environment& environment, const Target& target, std::optional<engine::Date> day,
+                       PlanSummary& summary);
+
+/// The three counts joined by "|", then each value with one decimal and ".":
+/// "2|0|0|400=0.9|401=0.0|402=0.0|500=80.0|501=140.0|502=60.0|503=180.0".
+std::string plan_summary_text(const PlanSummary& summary);
+
+/// The union that a plan's figures are read from, one row a plan and kind of item.
+std::string plan_summary_query();
+
+}  // namespace database
