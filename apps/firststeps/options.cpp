@@ -37,6 +37,12 @@ std::string_view take_word(std::string_view& text) {
   return word;
 }
 
+/// A command shell wants quotes around a "|".
+std::string without_quotes(std::string text) {
+  const bool quoted = text.size() > 1 && text.front() == '"' && text.find('"', 1) == text.size() - 1;
+  return quoted ? text.substr(1, text.size() - 2) : text;
+}
+
 const OptionRow* option_at(std::string_view text) {
   const std::string_view name = text.substr(0, text.find(' '));
   for (const OptionRow& row : options) {
@@ -55,7 +61,7 @@ Options read_options(std::string_view command_line) {
     found.*row->value = std::string(take_word(command_line));
   }
   if (!found.program_folder.empty() && !found.program_folder.ends_with('\\')) found.program_folder += '\\';
-  found.command_line = support::trim(command_line);
+  found.command_line = without_quotes(support::trim(command_line));
   return found;
 }
 
@@ -64,7 +70,7 @@ bool write_report(const Options& options, const wizard::FinishReport& report) {
   std::ofstream file(std::filesystem::path(support::utf16_from_utf8(options.report)), std::ios::binary);
   firststeps_batch::RunReport run;
   run.finish = report;
-  firststeps_batch::write_json(file, run);
+  firststeps_batch::write_text(file, run);
   return static_cast<bool>(file.flush());
 }
 

@@ -12,11 +12,12 @@ namespace firststeps {
 struct Options {
   std::string program_folder;  ///< --program-dir: with its trailing backslash; empty: the program's own
   std::string hive;            ///< --registry: a hive file in place of the registry
-  std::string report;          ///< --report: where to say, as JSON, what was written
+  std::string report;          ///< --report: a file that says what was written
   std::string command_line;    ///< the rest, as it stands
 };
 
-/// Reads the options; a word that is none of them begins the rest. A value with blanks stands in quotes.
+/// Reads the options; a word that is none of them begins the rest. A value with blanks stands in quotes, and so may the
+/// rest as a whole.
 Options read_options(std::string_view command_line);
 
 /// Writes the report where one was asked for. False when it could not be written.

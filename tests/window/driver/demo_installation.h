@@ -1,0 +1,46 @@
+// A copy of the demo installation in a folder of its own, with a hive file for its registry, and a look at what a run
+// has left there.
+#pragma once
+
+#include <filesystem>
+#include <map>
+#include <string>
+#include <string_view>
+
+#include "database/patient.h"
+#include "database/settings.h"
+#include "support/registry_funktions.h"
+#include "tests/support/temporary_folder.h"
+
+namespace window_driver {
+
+inline constexpr std::string_view installation_key = "SOFTWARE\\Lumoraquant\\vantrix";
+inline constexpr std::string_view user_key = "SOFTWARE\\Lumoraquant\\vantrix\\Profiles\\default\\User Configuration";
+
+class DemoInstallation {
+ public:
+  /// Throws std::runtime_error where the demo has not been built.
+  DemoInstallation();
+
+  /// A path in it, as Windows takes it.
+  std::string path(std::string_view name) const { return folder_.windows(name); }
+  /// What the wizard's program is started with: options, then its own command line.
+  std::string arguments(std::string_view command_line = "vantrix") const;
+
+  std::string ini(std::string_view file, std::string_view section, std::string_view key) const;
+  void set_ini(std::string_view file, std::string_view section, std::string_view key, std::string_view value) const;
+  /// A value of the hive, under the current user; empty where there is none.
+  std::string value(std::string_view key, std::string_view name) const;
+  void set_value(support::RootKey root, std::string_view key, std::string_view name, std::string_view value) const;
+
+  database::PatientRecord patient(std::string_view database) const;
+  database::SettingsRecord settings(std::string_view database) const;
+
+  /// Every file with its content.
+  std::map<std::string, std::string> everything() const;
+
+ private:
+  support::testing::TemporaryFolder folder_;
+};
+
+}  // namespace window_driver

@@ -1,0 +1,48 @@
+// A started program and the windows it opens.
+#pragma once
+
+#include <windows.h>
+
+#include <chrono>
+#include <functional>
+#include <memory>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <type_traits>
+
+namespace window_driver {
+
+/// How long anything may take that a user waits for, before the driver gives up.
+inline constexpr std::chrono::seconds patience{20};
+
+/// Asks again and again, at most for `patience`. False where it never came true.
+bool wait_until(const std::function<bool()>& condition);
+
+struct CloseHandleOf {
+  void operator()(HANDLE handle) const noexcept { CloseHandle(handle); }
+};
+using Handle = std::unique_ptr<std::remove_pointer_t<HANDLE>, CloseHandleOf>;
+
+class Process {
+ public:
+  /// The command line as it stands, program included. Throws std::runtime_error where it cannot be started.
+  explicit Process(std::string_view command_line);
+  /// Ends the program where it still runs.
+  ~Process();
+  Process(const Process&) = delete;
+  Process& operator=(const Process&) = delete;
+
+  HANDLE handle() const noexcept { return process_.get(); }
+  bool is_running() const;
+  /// Nothing where it does not end in time.
+  std::optional<DWORD> wait_for_end() const;
+  /// A visible top-level window of the program, of this class; null where there is none.
+  HWND find_window(const wchar_t* window_class) const;
+
+ private:
+  Handle process_;
+  DWORD id_ = 0;
+};
+
+}  // namespace window_driver

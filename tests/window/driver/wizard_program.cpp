@@ -1,0 +1,163 @@
+#include "tests/window/driver/wizard_program.h"
+
+#include <algorithm>
+#include <stdexcept>
+
+#include "support/encoding.h"
+#include "support/win32/wide.h"
+#include "wizard/form_layout.h"
+#include "wizard/win32/control_window.h"
+
+namespace window_driver {
+namespace {
+
+constexpr int most_charts = 100;
+constexpr int most_pages = 20;
+
+struct Search {
+  int id;
+  HWND found;
+};
+
+BOOL CALLBACK compare_id(HWND window, LPARAM data) {
+  auto& search = *reinterpret_cast<Search*>(data);
+  if (GetDlgCtrlID(window) == search.id) search.found = window;
+  return search.found == nullptr ? TRUE : FALSE;
+}
+
+HWND child_with_id(HWND window, int id) {
+  Search search{id, nullptr};
+  EnumChildWindows(window, compare_id, reinterpret_cast<LPARAM>(&search));
+  return search.found;
+}
+
+/// GetWindowText of another program's edit field is empty.
+std::string shown_text(HWND window) {
+  const LRESULT length = SendMessageW(window, WM_GETTEXTLENGTH, 0, 0);
+  std::wstring text(static_cast<std::size_t>(length) + 1, L'\0');
+  const LRESULT copied = SendMessageW(window, WM_GETTEXT, text.size(), reinterpret_cast<LPARAM>(text.data()));
+  text.resize(static_cast<std::size_t>(copied));
+  return support::narrow(text);
+}
+
+void notify(HWND control, WORD code) {
+  const auto id = static_cast<WORD>(GetDlgCtrlID(control));
+  SendMessageW(GetParent(control), WM_COMMAND, MAKEWPARAM(id, code), reinterpret_cast<LPARAM>(control));
+}
+
+}  // namespace
+
+WizardProgram::WizardProgram(std::string_view arguments)
+    : process_("\"" PROGRAMS_DIR "/firststeps.exe\" " + std::string(arguments)) {
+  const auto shown = [this] {
+    window_ = process_.find_window(L"FirstStepsAssistant");
+    return window_ != nullptr || !process_.is_running();
+  };
+  if (!wait_until(shown) || window_ == nullptr) throw std::runtime_error("the wizard shows no window");
+  wizard::build_form(form_);
+  for (int chart = 1; chart < most_charts; ++chart) {
+    form_.add({"optThumb", chart, form::Kind::ChartOption, "picSlide", {}, "", "", false});
+  }
+}
+
+std::string WizardProgram::page() const {
+  for (const form::Control* page : form_.array("contstep")) {
+    if (IsWindowVisible(control(page->path())) != 0) return page->tag();
+  }
+  return {};
+}
+
+void WizardProgram::wait_for_page(std::string_view tag) const {
+  if (wait_until([&] { return support::equal_ignoring_case(page(), tag); })) return;
+  throw std::runtime_error("the page " + std::string(tag) + " does not come up: " + page() + " is shown" +
+                           (asks() ? ", with the message: " + message() : ""));
+}
+
+const form::Control& WizardProgram::described(std::string_view path) const {
+  const form::Control* found = const_cast<form::Form&>(form_).find_path(path);
+  if (found == nullptr) throw std::runtime_error("no such control: " + std::string(path));
+  return *found;
+}
+
+HWND WizardProgram::find(std::string_view path) const {
+  const form::Control& wanted = described(path);
+  const auto& all = form_.controls();
+  const auto at = std::find_if(all.begin(), all.end(), [&](const auto& control) { return control.get() == &wanted; });
+  return child_with_id(window_, wizard::win32::control_id(wanted, static_cast<std::size_t>(at - all.begin())));
+}
+
+HWND WizardProgram::control(std::string_view path) const {
+  if (const HWND found = find(path)) return found;
+  throw std::runtime_error("not in the window: " + std::string(path));
+}
+
+std::string WizardProgram::text(std::string_view path) const { return shown_text(control(path)); }
+bool WizardProgram::is_chosen(std::string_view path) const {
+  return SendMessageW(control(path), BM_GETCHECK, 0, 0) == BST_CHECKED;
+}
+bool WizardProgram::is_shown(std::string_view path) const { return IsWindowVisible(find(path)) != 0; }
+bool WizardProgram::is_enabled(std::string_view path) const { return IsWindowEnabled(control(path)) != 0; }
+
+std::string WizardProgram::focus() const {
+  GUITHREADINFO state{};
+  state.cbSize = sizeof state;
+  if (GetGUIThreadInfo(GetWindowThreadProcessId(window_, nullptr), &state) == 0) return {};
+  // The edit field of a combo box lies in it.
+  for (HWND window = state.hwndFocus; window != nullptr && window != window_; window = GetParent(window)) {
+    for (std::size_t n = 0; n < form_.controls().size(); ++n) {
+      const form::Control& known = *form_.controls()[n];
+      if (wizard::win32::control_id(known, n) == GetDlgCtrlID(window)) return known.path();
+    }
+  }
+  return {};
+}
+
+std::vector<const form::Control*> WizardProgram::seen() const {
+  std::vector<const form::Control*> found;
+  for (std::size_t n = 0; n < form_.controls().size(); ++n) {
+    const form::Control& known = *form_.controls()[n];
+    const HWND shown = child_with_id(window_, wizard::win32::control_id(known, n));
+    if (shown != nullptr && IsWindowVisible(shown) != 0) found.push_back(&known);
+  }
+  return found;
+}
+
+void WizardProgram::press(std::string_view path) const { PostMessageW(control(path), BM_CLICK, 0, 0); }
+
+void WizardProgram::type(std::string_view path, std::string_view text) const {
+  const HWND field = control(path);
+  SendMessageW(field, WM_SETTEXT, 0, reinterpret_cast<LPARAM>(support::wide(text).c_str()));
+  if (described(path).kind() == form::Kind::ComboBox) notify(field, CBN_EDITCHANGE);
+}
+
+void WizardProgram::choose(std::string_view path, int entry) const {
+  SendMessageW(control(path), CB_SETCURSEL, static_cast<WPARAM>(entry), 0);
+  notify(control(path), CBN_SELCHANGE);
+}
+
+void WizardProgram::turn_page(std::string_view button) const {
+  const std::string before = page();
+  press(button);
+  if (wait_until([&] { return page() != before || asks() || !process_.is_running(); }) && page() != before) return;
+  throw std::runtime_error("the page " + before + " cannot be left" + (asks() ? ": " + message() : ""));
+}
+
+void WizardProgram::go_to(std::string_view tag) const {
+  for (int n = 0; n < most_pages && !support::equal_ignoring_case(page(), tag); ++n) next();
+}
+
+std::string WizardProgram::message() const {
+  constexpr int text_id = 0xFFFF;
+  if (!wait_until([this] { return asks(); })) throw std::runtime_error("no message is shown");
+  return shown_text(GetDlgItem(message_box(), text_id));
+}
+
+void WizardProgram::answer(int button) const {
+  const HWND box = message_box();
+  const HWND pressed = GetDlgItem(box, button);
+  if (pressed == nullptr) throw std::runtime_error("the message has no such button");
+  PostMessageW(pressed, BM_CLICK, 0, 0);
+  if (!wait_until([&] { return IsWindow(box) == 0; })) throw std::runtime_error("the message does not go away");
+}
+
+}  // namespace window_driver
