@@ -57,11 +57,12 @@ struct Runner {
 
   std::int32_t operator()(const jet_sql::Change& change) const {
     AtomicChange atomic{session};
-    session.connection().run(change.sqlite_sql);
+    const PooledStatement statement = session.connection().statement(change.sqlite_sql);
+    if (change.takes_number) statement->with(session.next_number(*session.catalogue().find(change.table)));
+    statement->run();
     const std::int32_t count = session.connection().changes();
-    atomic.done();
-    // The statement numbers its rows by itself.
-    session.forget_numbers();
+    // Other statements number their rows by themselves.
+    if (!change.takes_number) session.forget_numbers();
     return count;
   }
 
@@ -73,10 +74,8 @@ struct Runner {
     const auto program = source.compile(into.select_text);
     const auto* query = std::get_if<jet_sql::Query>(program.get());
     if (!query) raise(3219);
-    AtomicChange change{session};
     const std::int64_t id = layout::create_table(session, table_of_columns(into.target, query->columns));
     const std::int32_t count = copy_rows(source.connection(), *query, session, session.table(id));
-    change.done();
     return count;
   }
 

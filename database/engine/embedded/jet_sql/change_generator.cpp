@@ -116,12 +116,13 @@ void ChangeGenerator::add_defaults(std::vector<Destination>& fields) const {
   }
 }
 
-/// One more than the highest number; over the rows of an append that one is looked up once and counted on.
+/// Over the rows of an append the highest number is looked up once and counted on.
 void ChangeGenerator::next_number(const FieldDefinition& field, const QueryTree* query) {
   const std::string highest = "max(" + quoted_name(field.name) + ")";
   const std::string from_table = " FROM " + quoted_name(table_.name) + ")";
   if (query == nullptr) {
-    write("(SELECT coalesce(" + highest + ", 0) + 1" + from_table);
+    write("?1");
+    takes_number_ = true;
   } else if (is_plain(*query) && !query->order_by.empty()) {
     // SQLite works the columns out before it sorts the rows.
     write("jet_store_long((SELECT coalesce(" + highest + ", 0)" + from_table + " + row_number() OVER (");
@@ -323,7 +324,7 @@ void ChangeGenerator::remove(const DeleteStatement& statement, const Source& tar
   }
   name(target.table->name);
   write(" WHERE ");
-  write(row_id_name(*target.table));
+  write(target.table->row_id_column());
   write(" IN (SELECT ");
   row_id(target);
   write(" FROM ");
@@ -343,9 +344,9 @@ int ChangeGenerator::null_error(const FieldDefinition& field) const noexcept {
   if (field.auto_increment()) return 0;
   if (field.required) return error_field_required;
   const bool in_key = std::any_of(table_.indexes.begin(), table_.indexes.end(), [&](const IndexDefinition& index) {
-    return (index.required || index.primary) &&
-           std::any_of(index.fields.begin(), index.fields.end(),
-                       [&](const std::string& name) { return support::equal_ignoring_case(name, field.name); });
+    return index.forbids_null() && std::any_of(index.fields.begin(), index.fields.end(), [&](const std::string& name) {
+             return support::equal_ignoring_case(name, field.name);
+           });
   });
   return in_key ? kNullInKey : 0;
 }

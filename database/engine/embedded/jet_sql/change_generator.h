@@ -16,6 +16,8 @@ class ChangeGenerator : public Generator {
 
   /// 3127 for an unknown field, 3063 for one named twice, 3346 where values and fields differ in number.
   void insert(const InsertStatement& statement);
+  /// True where what was written has a parameter for the AutoNumber of the row.
+  bool takes_number() const noexcept { return takes_number_; }
   /// 3113 for an AutoNumber.
   void update(const UpdateStatement& statement, const Source& target);
   void remove(const DeleteStatement& statement, const Source& target);
@@ -66,6 +68,7 @@ class ChangeGenerator : public Generator {
   void convert_text(const FieldDefinition& field, const ValueType& type, StoreMode mode, Write write_value);
 
   const TableDefinition& table_;
+  bool takes_number_ = false;
   /// Of an UPDATE over a join: the other tables, and the conditions of the joins.
   std::vector<const TableReference*> others_;
   std::vector<const Expression*> conditions_;

@@ -14,9 +14,11 @@ struct Weight {
   std::uint16_t secondary;
 };
 
-constexpr std::uint32_t kSign = 0x100;
-constexpr std::uint32_t kDigit = 0x200;
-constexpr std::uint32_t kLetter = 0x300;
+// Signs go by their code, before all others.
+constexpr std::uint32_t kSign = 0;
+constexpr std::uint32_t kLastSign = 0x2BFF;
+constexpr std::uint32_t kDigit = 0x3000;
+constexpr std::uint32_t kLetter = 0x3100;
 constexpr std::uint32_t kOther = 0x10000;
 
 constexpr Weight weight_of_ascii(unsigned char code) noexcept {
@@ -59,7 +61,8 @@ Weight weight_of(char32_t code) noexcept {
   for (const Extra& extra : kExtras) {
     if (extra.code == code) return {kLetter + static_cast<unsigned char>(extra.plain), extra.secondary};
   }
-  return {kOther + static_cast<std::uint32_t>(code), 0};
+  const bool sign = code < 0xC0 || (code >= 0x2000 && code <= kLastSign);
+  return {(sign ? kSign : kOther) + static_cast<std::uint32_t>(code), 0};
 }
 
 /// Reads the next character's weight. Precondition: the text is not empty.

@@ -16,18 +16,13 @@ constexpr int kNoTableToDeleteFrom = 3128;
 
 bool same_name(std::string_view left, std::string_view right) { return support::equal_ignoring_case(left, right); }
 
-bool has_index(const TableDefinition& table, std::string_view name) {
-  return std::any_of(table.indexes.begin(), table.indexes.end(),
-                     [&](const IndexDefinition& index) { return same_name(index.name, name); });
-}
-
 /// The source whose rows the query shows one by one; null where there is none.
 const Source* base_of(const QueryTree& query) noexcept {
   const Select& select = *query.selects.front();
   const bool plain = query.selects.size() == 1 && !select.distinct && !select.grouped && select.sources.size() == 1;
   if (!plain) return nullptr;
   const Source& source = select.sources.front();
-  return source.table != nullptr && !row_id_name(*source.table).empty() ? &source : nullptr;
+  return source.table != nullptr && !source.table->row_id_column().empty() ? &source : nullptr;
 }
 
 /// Carries a statement of the dialect from its tree to the program.
@@ -59,7 +54,7 @@ class Compiler {
     binder_.bind(statement);
     ChangeGenerator generator(table);
     generator.insert(statement);
-    return Change{generator.take(), table.name};
+    return Change{generator.take(), table.name, generator.takes_number()};
   }
 
   Program operator()(UpdateStatement& statement) {
@@ -77,6 +72,7 @@ class Compiler {
   Program operator()(DeleteStatement& statement) {
     binder_.bind(statement);
     const Source& target = source_to_delete(statement);
+    if (target.table->row_id_column().empty()) fail(error_not_supported, "rows without an identity");
     ChangeGenerator generator(*target.table);
     generator.remove(statement, target);
     return Change{generator.take(), target.table->name};
@@ -85,10 +81,10 @@ class Compiler {
   Program operator()(CreateTable& create) {
     if (catalogue_.find_table(create.table.name) != nullptr) fail(error_table_exists, create.table.name);
     const TableDefinition& table = create.table;
-    for (std::size_t i = 0; i < table.fields.size(); ++i) {
-      if (table.find_field(table.fields[i].name) != &table.fields[i]) {
-        fail(error_field_defined_twice, table.fields[i].name);
-      }
+    for (const FieldDefinition& field : table.fields) {
+      const auto same = [&](const FieldDefinition& other) { return same_name(other.name, field.name); };
+      if (std::count_if(table.fields.begin(), table.fields.end(), same) > 1)
+        fail(error_field_defined_twice, field.name);
     }
     const auto primary = [](const IndexDefinition& index) { return index.primary; };
     if (std::count_if(table.indexes.begin(), table.indexes.end(), primary) > 1) fail(error_primary_key_exists);
@@ -122,7 +118,7 @@ class Compiler {
 
   Program operator()(CreateIndex& create) {
     const TableDefinition& table = layout_of(create.table);
-    if (has_index(table, create.index.name)) fail(error_index_exists, create.index.name);
+    if (find_named(table.indexes, create.index.name) != nullptr) fail(error_index_exists, create.index.name);
     const auto primary = [](const IndexDefinition& index) { return index.primary; };
     if (create.index.primary && std::any_of(table.indexes.begin(), table.indexes.end(), primary)) {
       fail(error_primary_key_exists);
@@ -132,7 +128,7 @@ class Compiler {
   }
 
   Program operator()(DropIndex& drop) {
-    if (!has_index(layout_of(drop.table), drop.index)) fail(error_no_such_index, drop.index);
+    if (find_named(layout_of(drop.table).indexes, drop.index) == nullptr) fail(error_no_such_index, drop.index);
     return std::move(drop);
   }
 

@@ -57,11 +57,4 @@ std::string quoted_name(std::string_view name) {
   return quoted += '"';
 }
 
-std::string_view row_id_name(const TableDefinition& table) noexcept {
-  for (const std::string_view name : {"rowid", "_rowid_", "oid"}) {
-    if (table.find_field(name) == nullptr) return name;
-  }
-  return {};
-}
-
 }  // namespace engine::embedded::jet_sql

@@ -103,6 +103,8 @@ class Generator {
   void tail(const Select& select);
   void output_at(const Select& select, std::size_t position, const ValueType& type, bool collate);
   void output_as(const OutputColumn& column, const ValueType& type, bool collate);
+  /// What rows are grouped or sorted by.
+  void sort_key(const Expression& expression);
   void order_term(const QueryTree& query, const OrderItem& item, bool by_position);
 
   std::string out_;
@@ -110,8 +112,5 @@ class Generator {
 
 /// The name between double quotes, as SQLite takes it.
 std::string quoted_name(std::string_view name);
-
-/// A name of the row number that no field of the table hides.
-std::string_view row_id_name(const TableDefinition& table) noexcept;
 
 }  // namespace engine::embedded::jet_sql

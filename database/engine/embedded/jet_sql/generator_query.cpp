@@ -96,14 +96,7 @@ void Generator::tail(const Select& select) {
   }
   if (!select.group_by.empty()) {
     write(" GROUP BY ");
-    list(select.group_by, ", ", [&](const ExpressionPtr& group) {
-      // SQLite takes a number for the position of a column.
-      if (is_constant(*group)) {
-        write("NULL");
-      } else {
-        collated(*group);
-      }
-    });
+    list(select.group_by, ", ", [&](const ExpressionPtr& group) { sort_key(*group); });
   }
   if (select.having == nullptr) return;
   write(" HAVING ");
@@ -181,6 +174,17 @@ void Generator::output_as(const OutputColumn& shown, const ValueType& type, bool
   if (collate && (type.is_text() || shown.type.kind == Kind::Variant)) write(" COLLATE JET");
 }
 
+/// SQLite takes a number for the position of a column, also one that it has worked out of a condition.
+void Generator::sort_key(const Expression& expression) {
+  if (is_constant(expression)) {
+    write("NULL");
+    return;
+  }
+  collated(expression);
+  const bool worked_out = is_predicate(expression) || std::holds_alternative<Unary>(behind_alias(expression).node);
+  if (worked_out && !expression.type.is_text()) write(" + 0");
+}
+
 void Generator::order_by(const QueryTree& query, bool by_position) {
   if (query.order_by.empty()) return;
   write(" ORDER BY ");
@@ -192,7 +196,7 @@ void Generator::order_by(const QueryTree& query, bool by_position) {
 
 void Generator::order_term(const QueryTree& query, const OrderItem& item, bool by_position) {
   if (!item.output) {
-    is_constant(*item.expression) ? static_cast<void>(write("NULL")) : collated(*item.expression);
+    sort_key(*item.expression);
     return;
   }
   const OutputColumn& shown = query.outputs[*item.output];
@@ -243,6 +247,8 @@ void Generator::table(const Source& source) {
   write(" AS ").write(source.sqlite_name);
 }
 
-void Generator::row_id(const Source& source) { write(source.sqlite_name).write(".").write(row_id_name(*source.table)); }
+void Generator::row_id(const Source& source) {
+  write(source.sqlite_name).write(".").write(source.table->row_id_column());
+}
 
 }  // namespace engine::embedded::jet_sql

@@ -36,13 +36,16 @@ struct Query {
 struct Change {
   std::string sqlite_sql;
   std::string table;
+  /// The statement adds one row and has one parameter: the row's AutoNumber. Other statements number their rows
+  /// themselves.
+  bool takes_number = false;
 };
 
 /// SELECT … INTO target FROM … [IN 'file'].
 struct SelectInto {
   std::string target;
-  /// Columns of the new table: names, types and sizes only. Empty where the sources lie in another file, whose
-  /// catalogue must be asked: compile `select_text` against it.
+  /// The statement without its INTO and IN clauses; compiled against the catalogue of the database that holds the
+  /// sources, it tells the columns of the new table: names, types and sizes only.
   std::string select_text;
   /// The other database file; empty for the current one.
   std::string external_file;
@@ -80,19 +83,20 @@ using Program = std::variant<Query, Change, SelectInto, CreateTable, AddField, A
 
 /// Compiles one statement. Raises RuntimeError with the engine's number: 3075/3131/3134/3141/3144/3290/3293 syntax,
 /// 3078 unknown table, 3061 unknown column, 3127 INSERT INTO with an unknown field, 3464 type mismatch in criterion,
-/// 3085 unknown function, 3142 text after the end of the statement, 3129 no statement of the dialect.
+/// 3085 unknown function, 3142 text after the end of the statement, 3129 no statement of the dialect, 3360 too complex.
+/// Any text may be given: time, memory and stack are bounded.
 Program compile(std::string_view statement, const Catalogue& catalogue);
 
 /// The SQLite text of a default expression of a field (`0`, `-1`, `"0"`, `True`, `""`, Now()), converted to the field's
-/// type; "NULL" where there is none.
+/// type; "NULL" where there is none. A text field's default may lack its quotes. Raises as compile() does.
 std::string compile_default(const FieldDefinition& field);
 
 /// Registers the dialect's functions and its text collation "JET" (no regard to case, trailing blanks do not count).
 void register_functions(sqlite3* connection);
 
 /// The error that a failed sqlite3_step stands for: functions of the dialect report as "jet:NUMBER:description".
-/// Other results of SQLite map to the engine's numbers (constraint unique 3022, busy 3045/3260, full 3043, corrupt
-/// 3343, …).
+/// Other results of SQLite map to the engine's numbers (constraint unique 3022, busy 3045, full 3043, corrupt
+/// 3343, …), 51 where none fits. No text ever holds a value.
 support::RuntimeError error_of(sqlite3* connection, int result);
 
 }  // namespace engine::embedded::jet_sql
