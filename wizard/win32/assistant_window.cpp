@@ -37,10 +37,9 @@ AssistantWindow::AssistantWindow(HINSTANCE instance, frmAssistantFirstSteps& ass
   tips_.create(window_);
   for (const auto& control : assistant_.form().controls()) add(*control);
   assistant_.form().set_observer(this);
-  focus_first_of_page();
   SetWindowPos(window_, HWND_TOPMOST, 0, 0, 0, 0, SWP_NOMOVE | SWP_NOSIZE | SWP_SHOWWINDOW);
-  SetForegroundWindow(window_);
-  UpdateWindow(window_);
+  focus_first_of_page();
+  RedrawWindow(window_, nullptr, nullptr, RDW_UPDATENOW | RDW_ALLCHILDREN);
 }
 
 AssistantWindow::~AssistantWindow() {

@@ -59,7 +59,8 @@ NativeClass native_class(const form::Control& control) {
     case form::Kind::Frame:
     case form::Kind::PictureBox:
       if (!is_container(control)) return {L"BUTTON", WS_GROUP | BS_GROUPBOX};
-      return {container_class, WS_CLIPCHILDREN, WS_EX_CONTROLPARENT};
+      // Without WS_CLIPCHILDREN: a group box counts on the ground below it.
+      return {container_class, 0, WS_EX_CONTROLPARENT};
     case form::Kind::Timer:
       break;
   }

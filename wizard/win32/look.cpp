@@ -51,13 +51,13 @@ struct Shape {
 Shape shape(TextStyle style) {
   switch (style) {
     case TextStyle::Heading:
-      return {15, FW_SEMIBOLD};
+      return {16, FW_NORMAL};
     case TextStyle::Emphasis:
-      return {9, FW_BOLD};
+      return {10, FW_BOLD};
     case TextStyle::Normal:
       break;
   }
-  return {9, FW_NORMAL};
+  return {10, FW_NORMAL};
 }
 
 Font make_font(const std::string& face, TextStyle style, UINT dpi) {

@@ -8,6 +8,8 @@ namespace {
 
 /// How far a combo box drops its list, in twips.
 constexpr std::int32_t list_height = 3000;
+/// What a combo box draws around its text, in pixels of any resolution.
+constexpr int list_edge = 4;
 
 }  // namespace
 
@@ -62,7 +64,11 @@ void place(const ShownControl& shown, UINT dpi) {
   if (shown.window == nullptr) return;
   RECT place = place_in_container(*shown.control, dpi);
   // The height of a combo box includes its list.
-  if (shown.control->kind() == form::Kind::ComboBox) place.bottom += pixels(list_height, dpi);
+  if (shown.control->kind() == form::Kind::ComboBox) {
+    const int inner_height = place.bottom - place.top - 2 * list_edge;
+    SendMessageW(shown.window, CB_SETITEMHEIGHT, static_cast<WPARAM>(-1), inner_height);
+    place.bottom += pixels(list_height, dpi);
+  }
   SetWindowPos(shown.window, nullptr, place.left, place.top, place.right - place.left, place.bottom - place.top,
                SWP_NOZORDER | SWP_NOACTIVATE);
 }
