@@ -1,5 +1,6 @@
 #include "database/engine/embedded/connection.h"
 
+#include <algorithm>
 #include <cstdlib>
 #include <type_traits>
 #include <utility>
@@ -141,21 +142,41 @@ PooledStatement::~PooledStatement() {
   connection_->idle_.put(sql, std::move(*statement_));
 }
 
-Connection::Connection(const std::string& host_path, const FileKey* key, const ConnectionOptions& options)
-    : exclusive_(options.exclusive) {
+Connection::Connection(const std::string& host_path, const ConnectionOptions& options) : exclusive_(options.exclusive) {
   sqlite3* handle = nullptr;
   const int flags = options.read_only ? SQLITE_OPEN_READONLY : SQLITE_OPEN_READWRITE;
   const int result = sqlite3_open_v2(host_path.c_str(), &handle, flags | SQLITE_OPEN_EXRESCODE, nullptr);
   handle_.reset(handle);
   if (result != SQLITE_OK) raise(3051);
   sqlite3_busy_timeout(handle, static_cast<int>(options.busy_time.count()));
-  secure_memory(handle);
-  choose_cipher(handle);
-  if (key) {
-    const KeyText text{*key};
-    check(sqlite3_key(handle, text.data(), text.size()));
-  }
   secure();
+}
+
+sqlite3_file* Connection::file() {
+  sqlite3_file* file = nullptr;
+  check(sqlite3_file_control(handle_.get(), "main", SQLITE_FCNTL_FILE_POINTER, &file));
+  return file;
+}
+
+std::string Connection::beginning(std::size_t size) {
+  const std::int64_t wanted = std::min(file_size(), static_cast<std::int64_t>(size));
+  std::string bytes(static_cast<std::size_t>(wanted), '\0');
+  if (wanted > 0 && file()->pMethods->xRead(file(), bytes.data(), static_cast<int>(wanted), 0) != SQLITE_OK) {
+    raise(3043);
+  }
+  return bytes;
+}
+
+std::int64_t Connection::file_size() {
+  sqlite3_int64 size = 0;
+  if (file()->pMethods->xFileSize(file(), &size) != SQLITE_OK) raise(3043);
+  return size;
+}
+
+void Connection::use_key(const FileKey& key) {
+  choose_cipher(handle_.get());
+  const KeyText text{key};
+  check(sqlite3_key(handle_.get(), text.data(), text.size()));
 }
 
 void Connection::secure() {
@@ -172,6 +193,7 @@ void Connection::secure() {
   }
   sqlite3_limit(handle, SQLITE_LIMIT_LENGTH, maximum_text_bytes);
   sqlite3_limit(handle, SQLITE_LIMIT_SQL_LENGTH, maximum_sql_bytes);
+  secure_memory(handle);
   jet_sql::register_functions(handle);
 }
 

@@ -91,8 +91,8 @@ struct ConnectionOptions {
 
 class Connection {
  public:
-  /// Opens an existing file (of zero bytes: a new one). A null key is no encryption. Reads nothing yet.
-  Connection(const std::string& host_path, const FileKey* key, const ConnectionOptions& options);
+  /// Opens a file that is there (of zero bytes: a new one). 3051 where it cannot be opened. Reads nothing yet.
+  Connection(const std::string& host_path, const ConnectionOptions& options);
   Connection(const Connection&) = delete;
   Connection& operator=(const Connection&) = delete;
 
@@ -103,8 +103,12 @@ class Connection {
   /// First column of the first row; 0 where there is no row.
   std::int64_t integer(std::string_view sql);
 
-  /// Reads the file for the first time and completes the settings; nothing else may be called before. The file's user
-  /// version; nothing where what the file holds is no database, or the key does not fit.
+  /// The file's first bytes as they are on the disk, and its size. Only before the key is given.
+  std::string beginning(std::size_t size);
+  std::int64_t file_size();
+  void use_key(const FileKey& key);
+  /// Reads the file for the first time and completes the settings; what follows may be called only then. The file's
+  /// user version; nothing where what the file holds is no database, or the key does not fit.
   std::optional<std::int64_t> first_read();
   /// Re-encrypts the whole file; a null key leaves it plain. The connection must be opened anew afterwards.
   void change_key(const FileKey* key);
@@ -117,6 +121,7 @@ class Connection {
  private:
   friend class PooledStatement;
   void secure();
+  sqlite3_file* file();
   void check(int result) const;
 
   struct Close {

@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <filesystem>
-#include <fstream>
 #include <string_view>
 #include <system_error>
 
@@ -14,7 +13,7 @@ namespace {
 constexpr std::string_view sqlite_magic{"SQLite format 3\0", 16};
 constexpr std::string_view jet_magic{"Standard Jet DB\0", 16};
 constexpr std::size_t jet_magic_offset = 4;
-constexpr std::uintmax_t encrypted_page_size = 4096;
+constexpr std::int64_t encrypted_page_size = 4096;
 
 std::filesystem::path file_path(const std::string& host_path) {
   return std::filesystem::path(std::u8string(host_path.begin(), host_path.end()));
@@ -35,19 +34,17 @@ bool could_be_salt(std::string_view bytes) {
 
 }  // namespace
 
-DatabaseFile inspect_database_file(const std::string& host_path) {
+void check_place_of_file(const std::string& host_path) {
   const std::filesystem::path path = file_path(host_path);
   std::error_code failure;
-  if (!folder_is_there(path)) raise(3044);
-  if (!std::filesystem::exists(path, failure)) raise(3024);
-  if (!std::filesystem::is_regular_file(path, failure)) raise(3051);
-  const std::uintmax_t size = std::filesystem::file_size(path, failure);
-  char buffer[32] = {};
-  std::ifstream file(path, std::ios::binary);
-  if (failure || !file) raise(3051);
-  file.read(buffer, sizeof buffer);
-  if (file.gcount() != sizeof buffer) raise(3343);
-  const std::string_view beginning(buffer, sizeof buffer);
+  const std::filesystem::file_type type = std::filesystem::status(path, failure).type();
+  if (type == std::filesystem::file_type::regular) return;
+  if (type == std::filesystem::file_type::not_found) raise(folder_is_there(path) ? 3024 : 3044);
+  raise(3051);
+}
+
+DatabaseFile identify_database_file(std::string_view beginning, std::int64_t file_size) {
+  if (beginning.size() < telling_size) raise(3343);
   if (beginning.starts_with(sqlite_magic)) return {};
   if (beginning.substr(jet_magic_offset).starts_with(jet_magic)) {
     throw support::RuntimeError(
@@ -56,7 +53,7 @@ DatabaseFile inspect_database_file(const std::string& host_path) {
         "object DAO.DBEngine.36 is not installed on this machine.");
   }
   const std::string_view salt = beginning.substr(0, SQLCIPHER4_SALT_SIZE);
-  if (size % encrypted_page_size != 0 || !could_be_salt(salt)) raise(3343);
+  if (file_size % encrypted_page_size != 0 || !could_be_salt(salt)) raise(3343);
   DatabaseFile found{true, {}};
   std::ranges::copy(salt, found.salt.begin());
   return found;

@@ -1,7 +1,10 @@
 // A database file before it is opened: what it is, and the creation of a new one. Paths are the host's.
 #pragma once
 
+#include <cstddef>
+#include <cstdint>
 #include <string>
+#include <string_view>
 
 #include "database/engine/embedded/file_keys.h"
 
@@ -12,9 +15,14 @@ struct DatabaseFile {
   FileSalt salt = {};  ///< of an encrypted file
 };
 
-/// Looks at the file's beginning. 3024 missing, 3044 no such folder, 3051 unreadable, 3343 where it cannot be a
-/// database of this engine.
-DatabaseFile inspect_database_file(const std::string& host_path);
+/// The errors of a place where no file can be opened: 3044 no such folder, 3024 missing, 3051 no file. Never opens the
+/// file: on POSIX, closing it again would take away the locks that other handles of this process hold.
+void check_place_of_file(const std::string& host_path);
+
+/// Bytes from the beginning of a file that tell what it is.
+inline constexpr std::size_t telling_size = 32;
+/// 3343 where it cannot be a database of this engine. `beginning` may be shorter, for a shorter file.
+DatabaseFile identify_database_file(std::string_view beginning, std::int64_t file_size);
 
 /// The errors of a place where a database is to be created: 3204 a file is there, 3044 no such folder.
 void check_place_of_new_file(const std::string& host_path);

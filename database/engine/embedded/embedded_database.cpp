@@ -21,8 +21,13 @@ std::unique_ptr<Recordset> EmbeddedDatabase::open_recordset(std::string_view sou
 
 void EmbeddedDatabase::execute(std::string_view sql) {
   affected_ = 0;
-  const auto program = session_->compile(sql);
-  affected_ = run_program(*session_, *program);
+  session_->compile(sql);
+  AtomicChange change{*session_};
+  // Compiled a second time where another handle has changed the layout in between.
+  const ProgramPointer program = session_->compile(sql);
+  const std::int32_t affected = run_program(*session_, *program);
+  change.done();
+  affected_ = affected;
 }
 
 }  // namespace engine::embedded

@@ -65,6 +65,7 @@ bool is_one_word(std::string_view text) { return text.find_first_of(" \t\r\n") =
 }  // namespace
 
 std::unique_ptr<Recordset> open_recordset(const std::shared_ptr<Session>& session, std::string_view source) {
+  const ReadScope scope{*session};
   const std::string_view name = without_brackets(source);
   if (const TablePointer table = session->catalogue().find(name)) {
     return std::make_unique<EmbeddedRecordset>(session, table_source(*session, table));

@@ -56,7 +56,6 @@ struct Runner {
   std::int32_t operator()(const jet_sql::Query&) const { raise(3065); }
 
   std::int32_t operator()(const jet_sql::Change& change) const {
-    AtomicChange atomic{session};
     const PooledStatement statement = session.connection().statement(change.sqlite_sql);
     if (change.takes_number) statement->with(session.next_number(*session.catalogue().find(change.table)));
     statement->run();

@@ -8,7 +8,7 @@
 
 namespace engine::embedded {
 
-/// Returns the number of rows changed. 3065 for a query.
+/// Inside an AtomicChange. Returns the number of rows changed. 3065 for a query.
 std::int32_t run_program(Session& session, const jet_sql::Program& program);
 
 }  // namespace engine::embedded

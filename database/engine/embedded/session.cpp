@@ -50,13 +50,14 @@ void Session::require_open() const {
 }
 
 void Session::connect_existing() {
-  const DatabaseFile file = inspect_database_file(host_path_);
+  check_place_of_file(host_path_);
+  connection_ = std::make_unique<Connection>(host_path_, options_);
+  const DatabaseFile file = identify_database_file(connection_->beginning(telling_size), connection_->file_size());
   // A password given for a file that has none is not asked for.
   if (!file.encrypted) password_.clear();
   if (file.encrypted && password_.empty()) raise(3031);
   std::optional<FileKey> key;
-  if (file.encrypted) key.emplace(password_, file.salt);
-  connection_ = std::make_unique<Connection>(host_path_, key ? &*key : nullptr, options_);
+  if (file.encrypted) connection_->use_key(key.emplace(password_, file.salt));
   const std::optional<std::int64_t> stamp = connection_->first_read();
   if (!stamp) raise(file.encrypted ? 3031 : 3343);
   if (key) key->remember(password_);
@@ -65,7 +66,8 @@ void Session::connect_existing() {
     connection_->run("COMMIT");
   }
   identity_ = host_path_ + std::string(file.salt.begin(), file.salt.end());
-  adopt_catalogue(*stamp);
+  catalogue_ = known_catalogues::find(identity_, *stamp);
+  catalogue_at_hand();
 }
 
 void Session::connect_new() {
@@ -73,11 +75,13 @@ void Session::connect_new() {
   new_file_created_ = true;
   try {
     const FileSalt salt = password_.empty() ? FileSalt{} : new_salt();
-    std::optional<FileKey> key;
-    if (!password_.empty()) key.emplace(password_, salt);
-    connection_ = std::make_unique<Connection>(host_path_, key ? &*key : nullptr, options_);
+    connection_ = std::make_unique<Connection>(host_path_, options_);
+    if (!password_.empty()) {
+      const FileKey key{password_, salt};
+      connection_->use_key(key);
+      key.remember(password_);
+    }
     connection_->first_read();
-    if (key) key->remember(password_);
     identity_ = host_path_ + std::string(salt.begin(), salt.end());
   } catch (const support::RuntimeError&) {
     disconnect();
@@ -105,17 +109,23 @@ Connection& Session::connection() {
 
 const StoredCatalogue& Session::catalogue() {
   require_open();
-  const bool changing = connection_ && connection_->in_transaction() && !options_.read_only;
-  if (!connection_ || (new_file_ && !changing)) {
-    static const auto empty = std::make_shared<const StoredCatalogue>();
-    catalogue_ = empty;
-  } else if (!changing || !catalogue_) {
-    adopt_catalogue(connection_->integer("PRAGMA user_version"));
-  }
-  return *catalogue_;
+  const ReadScope look{*this};
+  return catalogue_at_hand();
 }
 
-void Session::adopt_catalogue(std::int64_t stamp) {
+bool Session::has_catalogue() const { return connection_ && (!new_file_ || connection_->in_transaction()); }
+
+const StoredCatalogue& Session::catalogue_at_hand() {
+  require_open();
+  if (!has_catalogue()) {
+    static const auto empty = std::make_shared<const StoredCatalogue>();
+    catalogue_ = empty;
+  }
+  return catalogue_ ? *catalogue_ : catalogue();
+}
+
+void Session::adopt_catalogue() {
+  const std::int64_t stamp = connection_->integer("PRAGMA user_version");
   if (catalogue_ && catalogue_->stamp() == stamp) return;
   forget_catalogue();
   catalogue_ = known_catalogues::find(identity_, stamp);
@@ -130,6 +140,12 @@ CatalogueChange Session::change_catalogue() {
   if (copy->stamp() == committed_stamp_) change.draw_stamp();
   catalogue_ = copy;
   return change;
+}
+
+TablePointer Session::table_at_hand(std::int64_t id) {
+  TablePointer table = catalogue_at_hand().find(id);
+  if (!table) raise(3420);
+  return table;
 }
 
 TablePointer Session::table(std::int64_t id) {
@@ -167,8 +183,8 @@ void Session::begin_change() {
       CatalogueChange::create_tables(file);
     }
     // From here on nobody else changes the layout: what is known of it is checked for the last time.
-    committed_stamp_ = file.integer("PRAGMA user_version");
-    adopt_catalogue(committed_stamp_);
+    adopt_catalogue();
+    committed_stamp_ = catalogue_->stamp();
   } catch (const support::RuntimeError&) {
     undo_change();
     throw;
@@ -295,6 +311,27 @@ void Session::change_password(std::string_view old_password, std::string_view ne
   disconnect();
   password_ = new_password;
   connect_existing();
+}
+
+ReadScope::ReadScope(Session& session) : session_(session) {
+  session.require_open();
+  if (!session.has_catalogue() || session.connection_->in_transaction()) return;
+  session.connection_->run("BEGIN");
+  own_transaction_ = true;
+  try {
+    session.adopt_catalogue();
+  } catch (...) {
+    end();
+    throw;
+  }
+}
+
+void ReadScope::end() noexcept {
+  try {
+    if (std::exchange(own_transaction_, false)) session_.connection_->run("COMMIT");
+  } catch (const support::RuntimeError&) {
+    // Nothing was written; SQLite gives the lock back with the connection at the latest.
+  }
 }
 
 AtomicChange::AtomicChange(Session& session) : session_(session) {

@@ -52,6 +52,9 @@ class Session {
   Connection& connection();
   /// As the file has it now. The reference lives until the next call of the session.
   const StoredCatalogue& catalogue();
+  /// As this handle knew it last: of changes by other handles it learns with the next catalogue(), recordset or change.
+  const StoredCatalogue& catalogue_at_hand();
+  TablePointer table_at_hand(std::int64_t id);
   /// For one change of layout, inside an AtomicChange.
   CatalogueChange change_catalogue();
   /// The table as it is now; 3420 where it was deleted.
@@ -84,6 +87,7 @@ class Session {
 
  private:
   friend class AtomicChange;
+  friend class ReadScope;
   Session(std::string host_path, std::string_view password, const ConnectionOptions& options);
 
   void connect_existing();
@@ -99,8 +103,10 @@ class Session {
   bool numbers_are_current();
   /// The catalogue was rolled back, or may have been.
   void forget_catalogue() noexcept;
-  /// The catalogue of this stamp: the one at hand, a known one, or read from the file.
-  void adopt_catalogue(std::int64_t stamp);
+  /// False for a new file as long as nothing is in it.
+  bool has_catalogue() const;
+  /// In a transaction: the catalogue that the file has now. The one at hand, a known one, or read from the file.
+  void adopt_catalogue();
 
   std::string host_path_;
   std::string password_;
@@ -117,6 +123,21 @@ class Session {
   std::unordered_map<std::int64_t, TableStatements> statements_;
   std::unordered_map<std::int64_t, std::int64_t> last_numbers_;
   std::int64_t numbers_version_ = -1;
+};
+
+/// Reads of one operation that see one state of the file, and look at it once to learn whether the layout has changed.
+class ReadScope {
+ public:
+  explicit ReadScope(Session& session);
+  ~ReadScope() { end(); }
+  ReadScope(const ReadScope&) = delete;
+  ReadScope& operator=(const ReadScope&) = delete;
+
+ private:
+  void end() noexcept;
+
+  Session& session_;
+  bool own_transaction_ = false;
 };
 
 /// One change that happens as a whole or not at all, inside the open transaction or in one of its own. Undone unless

@@ -57,31 +57,9 @@ StoredTable read_table(const Statement& row) {
   return table;
 }
 
-/// A read that sees one state of the file throughout.
-class ConsistentRead {
- public:
-  explicit ConsistentRead(Connection& connection) : connection_(connection), own_(!connection.in_transaction()) {
-    if (own_) connection_.run("BEGIN");
-  }
-  ~ConsistentRead() {
-    try {
-      if (own_ && connection_.in_transaction()) connection_.run("COMMIT");
-    } catch (const support::RuntimeError&) {
-      // Nothing was written, and SQLite ends the transaction with the connection at the latest.
-    }
-  }
-  ConsistentRead(const ConsistentRead&) = delete;
-  ConsistentRead& operator=(const ConsistentRead&) = delete;
-
- private:
-  Connection& connection_;
-  bool own_;
-};
-
 }  // namespace
 
 StoredCatalogue::StoredCatalogue(Connection& connection) {
-  const ConsistentRead consistent{connection};
   if (connection.integer("PRAGMA application_id") != catalogue_application_id) raise(3343);
   stamp_ = connection.integer("PRAGMA user_version");
   read(connection);

@@ -32,7 +32,7 @@ class StoredCatalogue : public Catalogue {
  public:
   /// Of a file without tables.
   StoredCatalogue() = default;
-  /// Reads the file's; 3343 where it has none.
+  /// Reads the file's, in a transaction; 3343 where it has none.
   explicit StoredCatalogue(Connection& connection);
   StoredCatalogue(const StoredCatalogue& other)
       : Catalogue(other), tables_(other.tables_), positions_(other.positions_), stamp_(other.stamp_) {}

@@ -19,7 +19,7 @@ struct TablePlace {
   std::shared_ptr<Session> session;
   std::int64_t id = 0;
 
-  TablePointer table() const { return session->table(id); }
+  TablePointer table() const { return session->table_at_hand(id); }
 };
 
 class FieldObject : public Field {
