@@ -120,7 +120,7 @@ Date date_from(int year, int month, int day, int hour, int minute, int second) {
   const int month_of_year = static_cast<int>(months - whole_year * 12) + 1;
   const std::int64_t days = days_of_calendar(whole_year, month_of_year, 1) + day - 1 + epoch_offset;
   const double time = (hour * 3600.0 + minute * 60.0 + second) / seconds_per_day;
-  const double whole = static_cast<double>(days);
+  const auto whole = static_cast<double>(days);
   // Before day 0 the time of day still counts forward, away from zero.
   const double moment = days < 0 ? whole - time : whole + time;
   if (!in_calendar(moment)) raise_overflow();

@@ -11,6 +11,7 @@ namespace {
 
 std::vector<DataType> types_of(const std::vector<jet_sql::ResultColumn>& columns) {
   std::vector<DataType> types;
+  types.reserve(columns.size());
   for (const jet_sql::ResultColumn& column : columns) types.push_back(column.type);
   return types;
 }
@@ -223,6 +224,7 @@ void EmbeddedRecordset::check_nulls() const {
 void EmbeddedRecordset::append_edited(std::int64_t row_id) {
   RowBuffer& rows = reader_.rows();
   std::vector<Value> values;
+  values.reserve(static_cast<std::size_t>(field_count()));
   for (std::int32_t i = 0; i < field_count(); ++i) values.push_back(value(i));
   rows.begin_row(row_id);
   for (const Value& content : values) rows.append(content);

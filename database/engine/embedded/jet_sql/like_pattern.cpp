@@ -21,7 +21,7 @@ std::u32string folded(std::string_view text) {
       characters += (char32_t{units[i]} - 0xD800) * 0x400 + (char32_t{units[i + 1]} - 0xDC00) + 0x10000;
       ++i;
     } else {
-      characters += units[i];
+      characters += char32_t{units[i]};
     }
   }
   return characters;

@@ -12,7 +12,7 @@ namespace engine::embedded::jet_sql {
 namespace {
 
 constexpr std::size_t kLongestStatement = 1 << 20;
-constexpr std::size_t kLongestName = 64 * 4;  // 64 characters
+constexpr std::size_t kLongestName = std::size_t{64} * 4;  // 64 characters
 constexpr std::string_view kSymbols[] = {"<=", ">=", "<>", "(", ")", ",", ".",  "!", ";", "=",
                                          "<",  ">",  "+",  "-", "*", "/", "\\", "^", "&"};
 
