@@ -18,10 +18,10 @@ std::u32string folded(std::string_view text) {
   for (std::size_t i = 0; i < units.size(); ++i) {
     const bool pair = units[i] >= 0xD800 && units[i] <= 0xDBFF && i + 1 < units.size();
     if (pair) {
-      characters += (char32_t{units[i]} - 0xD800) * 0x400 + (char32_t{units[i + 1]} - 0xDC00) + 0x10000;
+      characters.push_back((char32_t{units[i]} - 0xD800) * 0x400 + (char32_t{units[i + 1]} - 0xDC00) + 0x10000);
       ++i;
     } else {
-      characters += char32_t{units[i]};
+      characters.push_back(units[i]);
     }
   }
   return characters;
