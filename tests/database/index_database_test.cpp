@@ -1,0 +1,146 @@
+#include "database/index_database.h"
+
+#include "database/create_database.h"
+#include "support/user_locale.h"
+#include "tests/database/database_test.h"
+
+namespace database {
+namespace {
+
+using Lines = std::vector<std::string>;
+
+class IndexTest : public testing::DatabaseTest {
+ public:
+  IndexTest() : index(path("index.mdb")), devices(path("meters.mdb")) {
+    environment.data_folder = folder;
+    EXPECT_EQ(CreateIndexDatabase(environment, index), 1);
+    add_upgraded_fields();
+  }
+
+  /// An index as the upgrade leaves it.
+  void add_upgraded_fields() { EXPECT_TRUE(db_UpgradeIndexDatabase(environment, index, {})); }
+
+  void create_devices() {
+    const auto engine = environment.open_engine("DAO.DBEngine.36");
+    const auto database = engine->create_database(devices, engine::locale_general, engine::version_30);
+    database->execute("CREATE TABLE meters (name TEXT(50), firstname TEXT(50), assignedto LONG)");
+    const auto table = database->table_defs().item("meters");
+    for (const char* field : {"name", "firstname"}) table->fields().item(field)->set_allow_zero_length(true);
+    database->execute("INSERT INTO meters VALUES ('Alt', 'Anna', 7)");
+    database->execute("INSERT INTO meters VALUES ('Neu', 'Nils', 8)");
+    database->close();
+  }
+
+  PatientRecord record(std::int32_t id) const {
+    PatientRecord patient = testing::sample_patient();
+    patient.index_id = id;
+    patient.external_id = "4711";
+    patient.typ = 2;
+    patient.therapy = 3;
+    return patient;
+  }
+
+  std::string index, devices;
+};
+
+TEST_F(IndexTest, WritesRefreshesAndRemovesAPatientsRow) {
+  const std::string file = patient_database();
+  PatientRecord patient = record(0);
+  const std::int32_t id = db_ProcessIndex(environment, index, patient, index_action::write, "");
+  ASSERT_GT(id, 0);
+  const std::string columns = "SELECT name, firstname, externalid, diabetestyp, therapy FROM index";
+  EXPECT_EQ(rows(index, columns), Lines{patient.name + "|" + patient.firstname + "|4711|2|3"});
+
+  execute(file, {"UPDATE patdat SET name='Neumann', typ=1"});
+  patient.index_id = id;
+  EXPECT_EQ(db_ProcessIndex(environment, index, patient, 10, file), id);
+  EXPECT_EQ(rows(index, columns), Lines{"Neumann|" + patient.firstname + "|4711|1|1"});
+  EXPECT_EQ(patient.name, "Neumann");
+
+  for (const std::int16_t unused : {std::int16_t{3}, std::int16_t{9}, std::int16_t{20}}) {
+    EXPECT_EQ(db_ProcessIndex(environment, index, patient, unused, file), 0);
+    EXPECT_EQ(rows(index, columns).size(), 1U) << unused;
+  }
+  EXPECT_EQ(db_ProcessIndex(environment, index, patient, index_action::remove, ""), 0);
+  EXPECT_EQ(rows(index, columns), Lines{});
+}
+
+TEST_F(IndexTest, AddsARowForAPatientThatHasNone) {
+  const std::string file = patient_database();
+  PatientRecord patient;
+  patient.index_id = 0;
+  const std::int32_t id = db_ProcessIndex(environment, index, patient, index_action::refresh, file);
+  EXPECT_GT(id, 0);
+  EXPECT_EQ(patient.index_id, id);
+  EXPECT_EQ(rows(index, "SELECT flag, date_range, last_hba1c, hba1c FROM index"), Lines{"0||1899-12-30 00:00:00|"});
+}
+
+TEST_F(IndexTest, TellsSpanAndHbA1cOfTheDatabase) {
+  const std::string file = patient_database();
+  execute(file, {"INSERT INTO glucose (vdate, [value]) VALUES (#3/4/2024#, 100)",
+                 "INSERT INTO insulin (vdate, bolusie) VALUES (#2/1/2024#, 4)",
+                 "INSERT INTO labvalues (vdate, [value], [type]) VALUES (#1/5/2024#, 7.3, 11)",
+                 "INSERT INTO memos (vdate, typ) VALUES (#1/1/2020#, 1)"});
+  struct Case {
+    const char* value;
+    std::string_view shown;
+  };
+  for (const Case& row : {Case{"7.3", "7,3|>"}, Case{"6.2", "6,2"}, Case{"4", "4,0|<"}, Case{"-1", "-1,0"}}) {
+    execute(file, {"UPDATE labvalues SET [value]=" + std::string(row.value)});
+    PatientRecord patient = record(1);
+    db_ProcessIndex(environment, index, patient, 1, file);
+    EXPECT_EQ(rows(index, "SELECT flag, date_range, last_hba1c FROM index"),
+              Lines{"3|05.01.2024 - 04.03.2024|2024-01-05 00:00:00"});
+    EXPECT_EQ(rows(index, "SELECT hba1c FROM index"), Lines{std::string(row.shown)});
+  }
+}
+
+TEST_F(IndexTest, KeepsDevicesInStep) {
+  create_devices();
+  const std::string all = "SELECT name, firstname, assignedto FROM meters ORDER BY assignedto";
+  PatientRecord patient = record(7);
+  patient.name = "Neu";
+  patient.firstname = "Name";
+  // No file: the names of the record are taken.
+  db_ProcessIndex(environment, index, patient, index_action::refresh, path("none.das"));
+  patient.index_id = 7;
+  db_ProcessIndex(environment, index, patient, 0, path("none.das"));
+  EXPECT_EQ(rows(devices, "SELECT count(*) FROM meters WHERE assignedto IN (7,8)"), Lines{"2"});
+  patient = record(8);
+  patient.name = "D'Arc";
+  db_ProcessIndex(environment, index, patient, 0, path("none.das"));
+  EXPECT_EQ(rows(devices, "SELECT name FROM meters WHERE assignedto=8"), Lines{"Neu"})
+      << "a name with an apostrophe does not reach the devices";
+  for (const std::int16_t releasing : {std::int16_t{2}, std::int16_t{21}}) {
+    patient = record(releasing == 2 ? 7 : 8);
+    db_ProcessIndex(environment, index, patient, releasing, "");
+  }
+  EXPECT_EQ(rows(devices, "SELECT count(*) FROM meters WHERE assignedto=0 AND name='' AND firstname=''"), Lines{"2"});
+}
+
+TEST_F(IndexTest, UpgradeAddsFieldsRefreshesPatientsAndRemovesRowsWithoutFile) {
+  const std::string old = path("old\\index.mdb");
+  ASSERT_TRUE(support::host_file_system().create_folder(path("old")));
+  ASSERT_EQ(CreateIndexDatabase(environment, old), 1);
+  execute(old,
+          {"CREATE TABLE dbinfo (remark TEXT(10))", "INSERT INTO index (id, name) VALUES (42, 'Alt')",
+           "INSERT INTO index (id, name) VALUES (43, 'Weg')", "INSERT INTO index (id, name) VALUES (44, 'Daneben')"});
+  ASSERT_EQ(patient_database("old\\db4_000042.das"), path("old\\db4_000042.das"));
+  patient_database("db4_000044.das");
+  Lines captions;
+  EXPECT_TRUE(db_UpgradeIndexDatabase(environment, old, [&](const std::string& text) { captions.push_back(text); }));
+  const std::string name = testing::sample_patient().name;
+  EXPECT_EQ(rows(old, "SELECT id, name, flag, status FROM index ORDER BY id"),
+            (Lines{"42|" + name + "|0|0", "44|" + name + "|0|0"}));
+  EXPECT_EQ(rows(old, "SELECT version FROM dbinfo"), Lines{"1"});
+  EXPECT_EQ(captions,
+            (Lines{"Aktualisiere Datenbank...33%", "Aktualisiere Datenbank...66%", "Aktualisiere Datenbank...100%",
+                   "Bereinige Datenbank...33%", "Bereinige Datenbank...66%", "Bereinige Datenbank...100%"}));
+  captions.clear();
+  EXPECT_TRUE(db_UpgradeIndexDatabase(environment, old, [&](const std::string& text) { captions.push_back(text); }));
+  EXPECT_EQ(captions, (Lines{"Bereinige Datenbank...50%", "Bereinige Datenbank...100%"})) << "nothing is due now";
+  EXPECT_FALSE(db_UpgradeIndexDatabase(environment, path("none.mdb"), {}));
+}
+
+}  // namespace
+}  // namespace database
