@@ -232,8 +232,10 @@ TEST_F(Layout, ChangedByAnotherHandleIsSeen) {
   const auto things = second->table_defs().item("things");
   EXPECT_FALSE(things->fields().item("name")->required());
   first->table_defs().item("things")->fields().item("name")->set_required(true);
+  EXPECT_EQ(second->table_defs().count(), 1) << "looks at the file";
   EXPECT_TRUE(things->fields().item("name")->required());
   first->table_defs().item("things")->set_name("others");
+  EXPECT_EQ(second->table_defs().item(0)->name(), "others");
   EXPECT_EQ(things->name(), "others");
   EXPECT_EQ(error_number([&] { second->open_recordset("things"); }), 3078);
   // A change that is rolled back, then as many committed ones: the count alone would not tell.

@@ -1,0 +1,116 @@
+// What only POSIX lets a test do: look at a file's rights, fill the disk, die in the middle.
+#include <gmock/gmock.h>
+#include <sys/resource.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <csignal>
+
+#include "tests/engine/test_database.h"
+
+namespace engine::test {
+namespace {
+
+using testing::ElementsAre;
+
+class PosixFiles : public EngineTest {
+ protected:
+  void add_rows(Database& database, int count) {
+    const auto rows = database.open_recordset("things");
+    for (int i = 0; i < count; ++i) {
+      rows->add_new();
+      rows->set_value("name", std::string("Zeile"));
+      rows->set_value("note", std::string(200, 'x'));
+      rows->update();
+    }
+  }
+};
+
+/// Lets no file of this process grow beyond the size, as a full disk does.
+class FileSizeLimit {
+ public:
+  explicit FileSizeLimit(rlim_t bytes) : handler_(std::signal(SIGXFSZ, SIG_IGN)) {
+    getrlimit(RLIMIT_FSIZE, &before_);
+    const rlimit limit{bytes, before_.rlim_max};
+    setrlimit(RLIMIT_FSIZE, &limit);
+  }
+  ~FileSizeLimit() {
+    setrlimit(RLIMIT_FSIZE, &before_);
+    std::signal(SIGXFSZ, handler_);
+  }
+  FileSizeLimit(const FileSizeLimit&) = delete;
+  FileSizeLimit& operator=(const FileSizeLimit&) = delete;
+
+ private:
+  rlimit before_{};
+  void (*handler_)(int);
+};
+
+TEST_F(PosixFiles, LeavesNoHalfDatabase) {
+  const FileSizeLimit limit{16 << 10};
+  const auto database = create("test.das", "geheim");
+  EXPECT_EQ(error_number([&] { add_things(*database); }), 3043);
+  EXPECT_FALSE(exists());
+}
+
+TEST_F(PosixFiles, RollsTheTransactionBackAndTakesNothingMoreIntoIt) {
+  const auto database = create("test.das", "geheim");
+  add_things(*database);
+  add_rows(*database, 1);
+  {
+    const FileSizeLimit limit{64 << 10};
+    database->begin_transaction();
+    EXPECT_EQ(error_number([&] { add_rows(*database, 20000); }), 3043);
+    EXPECT_EQ(error_number([&] { add_rows(*database, 1); }), 3043);
+    EXPECT_EQ(error_number([&] { database->commit_transaction(); }), 3043);
+  }
+  EXPECT_THAT(column(*database, "things", "name"), ElementsAre("Zeile"));
+  add_rows(*database, 1);
+  EXPECT_THAT(column(*open("test.das", "geheim"), "things", "id"), ElementsAre("1", "2"));
+}
+
+TEST_F(PosixFiles, AProcessThatDiesLeavesWhatWasCommitted) {
+  {
+    const auto database = create("test.das", "geheim");
+    add_things(*database);
+    add_rows(*database, 1);
+  }
+  const pid_t child = fork();
+  if (child == 0) {
+    const auto database = open("test.das", "geheim");
+    database->begin_transaction();
+    database->execute("DELETE FROM things");
+    // More than fits into memory: the file itself has changed when the process dies.
+    add_rows(*database, 20000);
+    _exit(0);
+  }
+  int status = 0;
+  ASSERT_EQ(waitpid(child, &status, 0), child);
+  ASSERT_EQ(status, 0);
+  ASSERT_TRUE(exists("test.das-journal"));
+  EXPECT_THAT(column(*open("test.das", "geheim"), "things", "name"), ElementsAre("Zeile"));
+}
+
+TEST_F(PosixFiles, RightsOfANewFileAreTheUsersAlone) {
+  add_things(*create());
+  const auto rights = std::filesystem::status(host_path()).permissions();
+  EXPECT_EQ(rights, std::filesystem::perms::owner_read | std::filesystem::perms::owner_write);
+}
+
+TEST_F(PosixFiles, OpeningAFileKeepsTheLocksOfItsOtherHandles) {
+  const auto first = create("test.das", "geheim");
+  add_things(*first);
+  first->begin_transaction();
+  open("test.das", "geheim");
+  const pid_t child = fork();
+  if (child == 0) {
+    const auto other = open("test.das", "geheim");
+    _exit(error_number([&] { other->begin_transaction(); }) == 3045 ? 0 : 1);
+  }
+  int status = 0;
+  ASSERT_EQ(waitpid(child, &status, 0), child);
+  EXPECT_EQ(status, 0) << "another process must not write beside the open transaction";
+}
+
+}  // namespace
+}  // namespace engine::test
