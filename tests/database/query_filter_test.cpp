@@ -58,7 +58,6 @@ TEST(FilterText, TakesOtherColumnsForDayAndTime) {
   filter.hour_from = 1, filter.hour_until = 2;
   EXPECT_EQ(filter_text(filter, "dateofimport", "hour(vtime)"),
             "(dateofimport BETWEEN #3/7/2024# AND #12/31/2024#)  AND (hour(vtime) BETWEEN 1 AND 2) ");
-  EXPECT_EQ(filter_text(march(), "[vdate]+[vtime]"), "([vdate]+[vtime] BETWEEN #3/7/2024# AND #12/31/2024#) ");
 }
 
 TEST(PumpEvents, AreSelectedByTheirCodes) {
