@@ -96,7 +96,8 @@ void order_fields(Run& run, const Action& action, std::string_view table) {
 
 void allow_empty_texts(Run& run, const Action&, std::string_view table) {
   run.procedure.step([&] {
-    engine::Fields& fields = run.database.table_defs().item(table)->fields();
+    const auto definition = run.database.table_defs().item(table);
+    engine::Fields& fields = definition->fields();
     for (std::int32_t i = 0; i < fields.count(); ++i) {
       const auto field = fields.item(i);
       if (field->type() != engine::DataType::Text) continue;
@@ -107,7 +108,8 @@ void allow_empty_texts(Run& run, const Action&, std::string_view table) {
 
 void blank_marked_defaults(Run& run, const Action&, std::string_view table) {
   run.procedure.step([&] {
-    engine::Fields& fields = run.database.table_defs().item(table)->fields();
+    const auto definition = run.database.table_defs().item(table);
+    engine::Fields& fields = definition->fields();
     for (std::int32_t i = 0; i < fields.count(); ++i) {
       const auto field = fields.item(i);
       if (field->default_value() == "X") run.procedure.step([&] { field->set_default_value(" "); });
