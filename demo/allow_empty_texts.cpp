@@ -12,7 +12,8 @@ void allow_empty_texts(const char* file, const char* table) {
   const std::string path = support::host_file_system().windows_path(file);
   const auto engine = engine::open_engine("DAO.DBEngine.36");
   const auto database = engine->open_database(path, false, false, "");
-  engine::Fields& fields = database->table_defs().item(table)->fields();
+  const auto definition = database->table_defs().item(table);
+  engine::Fields& fields = definition->fields();
   for (std::int32_t i = 0; i < fields.count(); ++i) {
     if (fields.item(i)->type() == engine::DataType::Text) fields.item(i)->set_allow_zero_length(true);
   }
