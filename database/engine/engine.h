@@ -168,7 +168,8 @@ class Recordset {
   /// after update().
   virtual void add_new() = 0;
   virtual void edit() = 0;
-  /// Stores the row being added or edited; on failure the edit stays open and the file is unchanged.
+  /// Stores the row being added or edited; on failure the edit stays open and the file is unchanged: 3314 where a
+  /// required field is Null, 3058 where one of a primary index is, 3022 for a duplicate, 3167 for a row that is gone.
   virtual void update() = 0;
   virtual void cancel_update() = 0;
   /// Deletes the current row ("Delete" of the engine).
@@ -181,7 +182,8 @@ class Recordset {
   virtual Value value(std::int32_t position) const = 0;
   /// 3265 for an unknown field.
   virtual Value value(std::string_view field) const = 0;
-  /// Converts to the field's type at once: 3421 where that cannot be, 3163 where a text is too long.
+  /// Converts to the field's type at once: 3421 where that cannot be or the value is out of range, 3163 where a text is
+  /// too long, 3315 where it is empty and the field takes none, 3164 for an AutoNumber or a column that is no field.
   virtual void set_value(std::string_view field, const Value& value) = 0;
 };
 
@@ -191,7 +193,8 @@ class Database {
   virtual std::string name() const = 0;
   /// Rolls an open transaction back. Closing twice does nothing.
   virtual void close() = 0;
-  /// 3031 where the old password is wrong or the new one has more than 20 characters; "" clears.
+  /// 3031 where the old password is wrong or the new one has more than 20 characters; "" clears. 3045 where the file is
+  /// open elsewhere, 3246 in a transaction.
   virtual void new_password(std::string_view old_password, std::string_view new_password) = 0;
   virtual std::shared_ptr<TableDef> create_table_def(std::string_view name) = 0;
   virtual TableDefs& table_defs() = 0;

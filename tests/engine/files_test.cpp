@@ -23,6 +23,19 @@ void add_rows(Database& database, int count) {
   }
 }
 
+/// A sound SQLite file of one page without tables, as another program makes it.
+std::string foreign_file() {
+  std::string page(512, '\0');
+  const auto put = [&](std::size_t place, std::string_view bytes) { page.replace(place, bytes.size(), bytes); };
+  put(0, std::string_view("SQLite format 3\0\2\0\1\1\0\x40\x20\x20\0\0\0\1\0\0\0\1", 32));
+  put(47, "\4");    // schema format
+  put(59, "\1");    // UTF-8
+  put(95, "\1");    // valid for change 1
+  put(100, "\xd");  // an empty leaf
+  put(105, "\2");   // whose cells begin at 512
+  return page;
+}
+
 TEST_F(Files, AreNotThereBeforeTheFirstCommit) {
   create();
   EXPECT_FALSE(exists()) << "closed without a change";
@@ -63,6 +76,7 @@ TEST_F(Files, AreRefusedWhereTheyCannotBeCreatedOrOpened) {
   write("short.das", "SQLite format 3");
   write("zeros.das", std::string(8192, '\0'));
   write("broken.das", std::string("SQLite format 3\0", 16) + std::string(8176, '\x5a'));
+  write("foreign.das", foreign_file());
   write("cut.das", content("secret.das").substr(0, 5000));
   write("jet.mdb", std::string("\0\1\0\0Standard Jet DB\0\0\0\0\0\0\0\0\0\0\0\0\0\0\0", 34) + std::string(4096, '\0'));
   struct Case {
@@ -70,11 +84,12 @@ TEST_F(Files, AreRefusedWhereTheyCannotBeCreatedOrOpened) {
     std::string password;
     int number;
   };
-  for (const Case& row : {Case{"missing.das", "", 3024}, Case{"nowhere\\test.das", "", 3044},
-                          Case{"empty.das", "", 3343}, Case{"text.das", "geheim", 3343}, Case{"short.das", "", 3343},
-                          Case{"zeros.das", "x", 3343}, Case{"broken.das", "", 3343}, Case{"cut.das", "geheim", 3343},
-                          Case{"jet.mdb", "", 3343}, Case{"secret.das", "", 3031}, Case{"secret.das", "Geheim", 3031},
-                          Case{"secret.das", std::string(21, 'x'), 3031}, Case{"test.das", "unasked", 0}}) {
+  for (const Case& row :
+       {Case{"missing.das", "", 3024}, Case{"nowhere\\test.das", "", 3044}, Case{"empty.das", "", 3343},
+        Case{"text.das", "geheim", 3343}, Case{"short.das", "", 3343}, Case{"zeros.das", "x", 3343},
+        Case{"broken.das", "", 3343}, Case{"foreign.das", "", 3343}, Case{"cut.das", "geheim", 3343},
+        Case{"jet.mdb", "", 3343}, Case{"secret.das", "", 3031}, Case{"secret.das", "Geheim", 3031},
+        Case{"secret.das", std::string(21, 'x'), 3031}, Case{"test.das", "unasked", 0}}) {
     const std::string before = content(row.name);
     EXPECT_EQ(error_number([&] {
                 engine().open_database(path("") + row.name, false, false,
@@ -133,6 +148,10 @@ TEST_F(Files, TakeANewPassword) {
     EXPECT_EQ(content().find("Findling") == std::string::npos, !current.empty());
   }
   const auto database = open();
+  {
+    const auto other = open();
+    EXPECT_EQ(error_number([&] { database->new_password("", "eins"); }), 3045);
+  }
   Transaction transaction{*database};
   EXPECT_EQ(error_number([&] { database->new_password("", "eins"); }), 3246);
 }

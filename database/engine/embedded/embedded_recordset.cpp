@@ -34,6 +34,12 @@ std::optional<std::size_t> auto_number_field(const TableDefinition& table) {
   return static_cast<std::size_t>(field - table.fields.data());
 }
 
+std::string_view without_outer_blanks(std::string_view text) {
+  constexpr std::string_view blanks = " \t\r\n";
+  const std::size_t begin = std::min(text.find_first_not_of(blanks), text.size());
+  return text.substr(begin, text.find_last_not_of(blanks) + 1 - begin);
+}
+
 std::string_view without_brackets(std::string_view name) {
   if (name.size() > 2 && name.front() == '[' && name.back() == ']') return name.substr(1, name.size() - 2);
   return name;
@@ -67,11 +73,11 @@ bool is_one_word(std::string_view text) { return text.find_first_of(" \t\r\n") =
 
 std::unique_ptr<Recordset> open_recordset(const std::shared_ptr<Session>& session, std::string_view source) {
   const ReadScope scope{*session};
-  const std::string_view name = without_brackets(source);
+  const std::string_view name = without_brackets(without_outer_blanks(source));
   if (const TablePointer table = session->catalogue().find(name)) {
     return std::make_unique<EmbeddedRecordset>(session, table_source(*session, table));
   }
-  if (is_one_word(source)) raise(3078, name);
+  if (is_one_word(name)) raise(3078, name);
   const auto program = session->compile(source);
   const auto* query = std::get_if<jet_sql::Query>(program.get());
   if (!query) raise(3219);

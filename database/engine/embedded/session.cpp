@@ -19,7 +19,14 @@ void check_password_length(std::string_view password) {
 }  // namespace
 
 Session::Session(std::string host_path, std::string_view password, const ConnectionOptions& options)
-    : host_path_(std::move(host_path)), password_(password), options_(options) {}
+    : host_path_(std::move(host_path)), password_(password), options_(options) {
+  open_sessions().push_back(this);
+}
+
+std::vector<Session*>& Session::open_sessions() {
+  static std::vector<Session*> sessions;
+  return sessions;
+}
 
 std::shared_ptr<Session> Session::create(const std::string& host_path, const ConnectionOptions& options) {
   check_place_of_new_file(host_path);
@@ -40,6 +47,7 @@ Session::~Session() { close(); }
 
 void Session::close() noexcept {
   if (!open_) return;
+  std::erase(open_sessions(), this);
   disconnect();
   wipe_memory(password_.data(), password_.size());
   open_ = false;
@@ -165,7 +173,14 @@ void Session::prepare_change() {
   require_open();
   if (options_.read_only || (connection_ && connection_->read_only())) raise(3027);
   require_transaction();
-  // Whoever reads on while rows change could meet a row twice, or never end.
+  // Whoever reads on while rows change could meet a row twice, or never end. Who reads through another handle holds a
+  // lock, and there is nobody else who could let it go while this one waits.
+  for (Session* session : open_sessions()) {
+    if (session->host_path_ == host_path_) session->finish_reading();
+  }
+}
+
+void Session::finish_reading() {
   while (!readers_.empty()) readers_.back()->read_to_end();
 }
 
@@ -239,7 +254,7 @@ void Session::commit_transaction() {
 void Session::rollback_transaction() {
   require_open();
   if (!in_transaction_) raise(3034);
-  while (!readers_.empty()) readers_.back()->read_to_end();
+  finish_reading();
   undo_change();
 }
 
@@ -289,6 +304,8 @@ void Session::change_password(std::string_view old_password, std::string_view ne
   check_password_length(new_password);
   if (old_password != password_) raise(3031);
   if (in_transaction_) raise(3246);
+  const auto is_other = [this](const Session* session) { return session != this && session->host_path_ == host_path_; };
+  if (std::ranges::any_of(open_sessions(), is_other)) raise(3045);
   prepare_change();
   if (new_file_) {
     disconnect();

@@ -90,9 +90,13 @@ class Session {
   friend class ReadScope;
   Session(std::string host_path, std::string_view password, const ConnectionOptions& options);
 
+  /// All of the process.
+  static std::vector<Session*>& open_sessions();
+
   void connect_existing();
   void connect_new();
   void disconnect() noexcept;
+  void finish_reading();
   void begin_change();
   void end_change();
   void undo_change() noexcept;
