@@ -82,7 +82,9 @@ TEST_F(Programs, ColumnsHaveTypesAndSizes) {
       {"n / 2", DataType::Double, 8},
       {"NULL", DataType::Text, 255},
       {"now()", DataType::Date, 8},
-      {"ucase(name)", DataType::Memo, 0},
+      {"ucase(name)", DataType::Text, 20},
+      {"ucase(name & n & name)", DataType::Text, 255},
+
       {"5 * 5", DataType::Integer, 2},
       {"iif(n = 1, 1, 'a')", DataType::Text, 255},
       {"iif(n = 1, #1/1/2024#, 0)", DataType::Date, 8},

@@ -110,30 +110,36 @@ ValueType type_of_negative(const ValueType& type) {
   return type_of_kind(kind).with_null(type.nullable);
 }
 
+ValueType fixed_type(const FunctionRow& row) {
+  const bool never_null = row.form == FunctionForm::IsNull || row.form == FunctionForm::Now ||
+                          row.form == FunctionForm::Today || row.form == FunctionForm::TimeOfDay || row.name == "count";
+  ValueType type = type_of_kind(row.result, row.size).with_null(!never_null);
+  type.may_be_empty = row.size == 0;
+  return type;
+}
+
+ValueType type_of_first(const FunctionRow& row, const ValueType& first) {
+  const bool number = argument_letter(row, 0) != 'x';
+  if (number && (first.is_text() || first.kind == Kind::Variant)) return type_of_kind(Kind::Double);
+  // The absolute value of the lowest Integer is none.
+  if (row.name == "abs" && first.is_whole()) {
+    return type_of_whole(0, std::max(std::abs(first.low), std::abs(first.high))).with_null(first.nullable);
+  }
+  return first.with_null(true);
+}
+
+ValueType type_of_text(const FunctionRow& row, const ValueType& first) {
+  ValueType type = first.kind == Kind::Text ? first : type_of_kind(row.result);
+  type.may_be_empty = true;
+  return type.with_null(true);
+}
+
 /// Type of a call's result from its arguments'.
 ValueType type_of_call(const Call& call) {
   const FunctionRow& row = *call.row;
-  switch (row.rule) {
-    case ResultRule::Fixed: {
-      const bool never_null = row.form == FunctionForm::IsNull || row.form == FunctionForm::Now ||
-                              row.form == FunctionForm::Today || row.form == FunctionForm::TimeOfDay ||
-                              row.name == "count";
-      return type_of_kind(row.result).with_null(!never_null);
-    }
-    case ResultRule::FirstArgument: {
-      const ValueType& type = call.arguments.front()->type;
-      const bool number = argument_letter(row, 0) != 'x';
-      const bool unknown = type.is_text() || type.kind == Kind::Variant;
-      if (number && unknown) return type_of_kind(Kind::Double);
-      // The absolute value of the lowest Integer is none.
-      if (row.name == "abs" && type.is_whole()) {
-        return type_of_whole(0, std::max(std::abs(type.low), std::abs(type.high))).with_null(type.nullable);
-      }
-      return type.with_null(true);
-    }
-    case ResultRule::CommonType:
-      break;
-  }
+  if (row.rule == ResultRule::Fixed) return fixed_type(row);
+  if (row.rule == ResultRule::FirstArgument) return type_of_first(row, call.arguments.front()->type);
+  if (row.rule == ResultRule::FirstText) return type_of_text(row, call.arguments.front()->type);
   ValueType type;
   for (std::size_t i = 0; i < call.arguments.size(); ++i) {
     if (argument_letter(row, i) == 'x')

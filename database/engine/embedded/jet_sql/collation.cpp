@@ -88,6 +88,20 @@ std::string_view without_trailing_blanks(std::string_view text) noexcept {
   return text;
 }
 
+bool is_ascii(char character) noexcept { return static_cast<unsigned char>(character) < 0x80; }
+
+/// Length of what both begin with that is ASCII and of equal weight: most texts are told apart behind it.
+std::size_t equal_ascii_prefix(std::string_view left, std::string_view right) noexcept {
+  const std::size_t end = left.size() < right.size() ? left.size() : right.size();
+  std::size_t position = 0;
+  while (position < end && is_ascii(left[position]) && is_ascii(right[position]) &&
+         kAscii[static_cast<unsigned char>(left[position])].primary ==
+             kAscii[static_cast<unsigned char>(right[position])].primary) {
+    ++position;
+  }
+  return position;
+}
+
 int sign_of(std::int64_t difference) noexcept { return difference < 0 ? -1 : difference > 0 ? 1 : 0; }
 
 }  // namespace
@@ -96,6 +110,9 @@ int compare_texts(std::string_view left, std::string_view right) noexcept {
   if (left == right) return 0;
   left = without_trailing_blanks(left);
   right = without_trailing_blanks(right);
+  const std::size_t equal = equal_ascii_prefix(left, right);
+  left.remove_prefix(equal);
+  right.remove_prefix(equal);
   int accents = 0;
   while (!left.empty() && !right.empty()) {
     const Weight one = take(left);

@@ -15,6 +15,7 @@ namespace engine::embedded::jet_sql {
 namespace {
 
 constexpr int kSignificantDigits = 15;
+constexpr double kBeyondDigits = 1e15;
 
 bool is_digit(char character) noexcept { return character >= '0' && character <= '9'; }
 
@@ -24,11 +25,13 @@ int digit_value(char character) noexcept {
   return letter >= 'a' && letter <= 'f' ? letter - 'a' + 10 : 16;
 }
 
+constexpr std::string_view kPassedOver = " \t\n";
+
 /// The text without what Val passes over.
 std::string without_blanks(std::string_view text) {
   std::string rest;
   for (const char character : text) {
-    if (character != ' ' && character != '\t' && character != '\n') rest += character;
+    if (kPassedOver.find(character) == std::string_view::npos) rest += character;
   }
   return rest;
 }
@@ -64,16 +67,49 @@ std::size_t number_length(std::string_view text) noexcept {
   return end;
 }
 
+double decimal_number(std::string_view digits) {
+  double value = 0;
+  const auto result = std::from_chars(digits.data(), digits.data() + digits.size(), value);
+  if (result.ec == std::errc::result_out_of_range) {
+    // Too small counts as nothing.
+    if (digits.find("e-") == std::string_view::npos && digits.find("E-") == std::string_view::npos) {
+      fail(error_overflow);
+    }
+    return 0;
+  }
+  return value;
+}
+
+double number_at_beginning(std::string_view text) {
+  if (text.size() > 2 && text[0] == '&') {
+    const char base = static_cast<char>(text[1] | 0x20);
+    if (base == 'h') return prefixed_number(text.substr(2), 16);
+    if (base == 'o') return prefixed_number(text.substr(2), 8);
+  }
+  std::string_view digits = text.substr(0, number_length(text));
+  if (digits.starts_with('+')) digits.remove_prefix(1);
+  const std::size_t exponent = digits.find_first_of("dD");
+  if (exponent == std::string_view::npos) return decimal_number(digits);
+  std::string with_e(digits);
+  with_e[exponent] = 'e';
+  return decimal_number(with_e);
+}
+
 }  // namespace
 
 std::string number_text(double number, char decimal_separator) {
   std::array<char, 40> buffer{};
+  // Most are whole, and quicker so.
+  if (std::abs(number) < kBeyondDigits && number == std::trunc(number)) {
+    const auto end = std::to_chars(buffer.data(), buffer.data() + buffer.size(), static_cast<std::int64_t>(number)).ptr;
+    return {buffer.data(), end};
+  }
   const int length = std::snprintf(buffer.data(), buffer.size(), "%.*G", kSignificantDigits, number);
   std::string text(buffer.data(), static_cast<std::size_t>(length));
   for (char& character : text) {
     if (character == '.' || character == ',') character = decimal_separator;
   }
-  return text == "-0" ? "0" : text;
+  return text;
 }
 
 std::string number_text(double number) { return number_text(number, support::user_locale().decimal_separator); }
@@ -105,25 +141,8 @@ double widened(double single) {
 }
 
 double leading_number(std::string_view text) {
-  const std::string rest = without_blanks(text);
-  if (rest.size() > 2 && rest[0] == '&') {
-    const char base = static_cast<char>(rest[1] | 0x20);
-    if (base == 'h') return prefixed_number(std::string_view(rest).substr(2), 16);
-    if (base == 'o') return prefixed_number(std::string_view(rest).substr(2), 8);
-  }
-  std::string digits = rest.substr(0, number_length(rest));
-  for (char& character : digits) {
-    if (character == 'd' || character == 'D') character = 'e';
-  }
-  if (digits.starts_with('+')) digits.erase(0, 1);
-  double value = 0;
-  const auto result = std::from_chars(digits.data(), digits.data() + digits.size(), value);
-  if (result.ec == std::errc::result_out_of_range) {
-    // Too small counts as nothing.
-    if (digits.find("e-") == std::string::npos) fail(error_overflow);
-    return 0;
-  }
-  return value;
+  if (text.find_first_of(kPassedOver) == std::string_view::npos) return number_at_beginning(text);
+  return number_at_beginning(without_blanks(text));
 }
 
 }  // namespace engine::embedded::jet_sql

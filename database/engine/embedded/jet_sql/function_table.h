@@ -24,6 +24,7 @@ enum class FunctionForm {
 
 enum class ResultRule {
   Fixed,          ///< the row's kind
+  FirstText,      ///< a text no longer than the first argument
   FirstArgument,  ///< the first argument's type; Double for a text where numbers are taken
   CommonType,     ///< what the arguments that can be the result have in common
 };
@@ -39,6 +40,8 @@ struct FunctionRow {
   std::size_t required;
   ResultRule rule;
   Kind result;
+  /// Most characters of a text that is never empty; 0 where that is not known.
+  std::int32_t size = 0;
 };
 
 /// Null for an unknown function. A "$" at the name's end makes no difference.

@@ -80,6 +80,7 @@ class Generator {
   void plain_call(const Call& call);
   void argument(const Expression& expression, char letter);
   void case_call(const Call& call);
+  void choose_call(const Call& call);
   void nz_call(const Call& call);
   void scalar(const ScalarSelect& scalar);
 

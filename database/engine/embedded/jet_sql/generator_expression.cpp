@@ -157,8 +157,9 @@ void Generator::call(const Call& call) {
       return plain_call(call);
     case FunctionForm::IIf:
     case FunctionForm::Switch:
-    case FunctionForm::Choose:
       return case_call(call);
+    case FunctionForm::Choose:
+      return choose_call(call);
     case FunctionForm::Nz:
       return nz_call(call);
     case FunctionForm::Now:
@@ -210,26 +211,31 @@ void Generator::argument(const Expression& expression, char letter) {
   }
 }
 
+/// IIf(condition, value, other value) and Switch(condition, value, …).
 void Generator::case_call(const Call& call) {
-  const auto& arguments = call.arguments;
-  const bool choose = call.row->form == FunctionForm::Choose;
   write("(CASE");
-  if (choose) {
-    write(" jet_fix(");
-    number(*arguments.front());
-    write(")");
-  }
-  const bool otherwise = call.row->form == FunctionForm::IIf;
-  for (std::size_t i = choose ? 1 : 0; i + 1 < arguments.size() + (choose ? 1 : 0); i += choose ? 1 : 2) {
+  for (std::size_t i = 0; i + 1 < call.arguments.size(); i += 2) {
     write(" WHEN ");
-    choose ? whole_literal(static_cast<std::int64_t>(i)) : condition(*arguments[i]);
+    condition(*call.arguments[i]);
     write(" THEN ");
-    value(*arguments[choose ? i : i + 1]);
-    if (otherwise) break;
+    value(*call.arguments[i + 1]);
   }
-  if (otherwise) {
+  if (call.arguments.size() % 2 != 0) {
     write(" ELSE ");
-    value(*arguments.back());
+    value(*call.arguments.back());
+  }
+  write(" END)");
+}
+
+void Generator::choose_call(const Call& call) {
+  write("(CASE jet_fix(");
+  number(*call.arguments.front());
+  write(")");
+  for (std::size_t i = 1; i < call.arguments.size(); ++i) {
+    write(" WHEN ");
+    whole_literal(static_cast<std::int64_t>(i));
+    write(" THEN ");
+    value(*call.arguments[i]);
   }
   write(" END)");
 }

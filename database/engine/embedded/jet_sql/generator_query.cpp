@@ -202,6 +202,8 @@ void Generator::order_term(const QueryTree& query, const OrderItem& item, bool b
   const OutputColumn& shown = query.outputs[*item.output];
   if (by_position) {
     whole_literal(static_cast<std::int64_t>(*item.output) + 1);
+    // The columns of a union carry their collation; named again, SQLite does not find the columns of grouped members.
+    if (query.selects.size() > 1) return;
   } else if (shown.expression != nullptr && is_constant(*shown.expression)) {
     write("NULL");
     return;
