@@ -21,10 +21,11 @@ constexpr std::int32_t content_top = 1500;
 constexpr std::int32_t line_pitch = 540;
 
 constexpr std::int32_t line(int n) { return content_top + n * line_pitch; }
-constexpr Bounds label(int n, std::int32_t width = 2160) { return {120, line(n) + 60, width, 480}; }
-constexpr Bounds field(int n, std::int32_t left = 2400, std::int32_t width = 4080) {
-  return {left, line(n), width, 360};
+constexpr Bounds label(int n, std::int32_t width = 1740) { return {120, line(n) + 45, width, 510}; }
+constexpr Bounds field(int n, std::int32_t left = 1920, std::int32_t width = 4560) {
+  return {left, line(n), width, 330};
 }
+constexpr Bounds unit(int n) { return {4440, line(n) + 45, 1200, 300}; }
 /// An option inside a group box.
 constexpr Bounds option(int n) { return {180, 300 + n * line_pitch, 6000, 480}; }
 constexpr Bounds group(int options) { return {120, content_top, 6360, 360 + options * line_pitch}; }
@@ -46,8 +47,8 @@ constexpr ControlRow folder_page[] = {
     {"lblHeading", 1, Label, "contstep(1)", heading, "Ordner der Patientendaten", "L4702"},
     {"lblPurpose", 1, Label, "contstep(1)", purpose, "Legen Sie fest, wo die Patientendaten liegen.", "L4722"},
     {"lblFolderTitle", -1, Label, "contstep(1)", label(0), "Patientenordner:", "L4797"},
-    {"lblFolder", -1, Label, "contstep(1)", {2400, line(0) + 60, 4080, 720}},
-    {"lblLocation", -1, Label, "contstep(1)", {2400, line(1) + 360, 4080, 720}},
+    {"lblFolder", -1, Label, "contstep(1)", {1920, line(0) + 45, 4560, 720}},
+    {"lblLocation", -1, Label, "contstep(1)", {1920, line(1) + 300, 4560, 720}},
     {"cmdPath", 0, Button, "contstep(1)", {120, line(4), 6360, 480}, "&Neue gemeinsame Datenbank anlegen …", "L4799"},
     {"cmdPath", 1, Button, "contstep(1)", {120, line(5) + 60, 6360, 480}, "&Vorhandene gemeinsame Datenbank verwenden …", "L4800"},
 };
@@ -70,12 +71,12 @@ constexpr ControlRow patient_page[] = {
     {"lblStreet", -1, Label, "contstep(3)", label(2), "&Straße:", "L4742"},
     {"txtStreet", -1, TextBox, "contstep(3)", field(2), "", "", true, true},
     {"lblZIP", -1, Label, "contstep(3)", label(3), "P&LZ:", "L4743"},
-    {"txtZIP", -1, TextBox, "contstep(3)", field(3, 2400, 960), "", "", true, true},
-    {"lblCity", -1, Label, "contstep(3)", {3480, line(3) + 60, 780, 480}, "&Ort:", "L4744"},
-    {"txtCity", -1, TextBox, "contstep(3)", field(3, 4320, 2160), "", "", true, true},
+    {"txtZIP", -1, TextBox, "contstep(3)", field(3, 1920, 960), "", "", true, true},
+    {"lblCity", -1, Label, "contstep(3)", {3060, line(3) + 45, 780, 480}, "&Ort:", "L4744"},
+    {"txtCity", -1, TextBox, "contstep(3)", field(3, 3900, 2580), "", "", true, true},
     {"lblGender", -1, Label, "contstep(3)", label(4), "Geschlecht:", "L4745"},
-    {"optGender", 0, OptionButton, "contstep(3)", field(4, 2400, 1980), "&Weiblich", "L4746"},
-    {"optGender", 1, OptionButton, "contstep(3)", field(4, 4440, 2040), "&Männlich", "L4747"},
+    {"optGender", 0, OptionButton, "contstep(3)", field(4, 1920, 2160), "&Weiblich", "L4746"},
+    {"optGender", 1, OptionButton, "contstep(3)", field(4, 4140, 2340), "&Männlich", "L4747"},
     {"lblDiabetesTyp", -1, Label, "contstep(3)", label(5), "&Diabetestyp:", "L4748"},
     {"cbDiabetesTyp", -1, ComboBox, "contstep(3)", field(5)},
     {"lblTherapie", -1, Label, "contstep(3)", label(6), "T&herapie:", "L4749"},
@@ -115,16 +116,16 @@ constexpr ControlRow glucose_target_page[] = {
     {"lblPurpose", 6, Label, "contstep(6)", purpose, "Tragen Sie die Werte ein, die Ihr Arzt mit Ihnen vereinbart hat.", "L4727"},
     {"lblVorgabe", 0, Label, "contstep(6)", label(0, 2880), "Zielbereich &von:", "L4756"},
     {"txtvorgabe", 0, TextBox, "contstep(6)", field(0, 3120, 1200), "", "", true, true},
-    {"lblUnit", 0, Label, "contstep(6)", {4440, line(0) + 60, 1200, 300}, "mg/dl"},
+    {"lblUnit", 0, Label, "contstep(6)", unit(0), "mg/dl"},
     {"lblVorgabe", 1, Label, "contstep(6)", label(1, 2880), "Zielbereich &bis:", "L4757"},
     {"txtvorgabe", 1, TextBox, "contstep(6)", field(1, 3120, 1200), "", "", true, true},
-    {"lblUnit", 1, Label, "contstep(6)", {4440, line(1) + 60, 1200, 300}, "mg/dl"},
+    {"lblUnit", 1, Label, "contstep(6)", unit(1), "mg/dl"},
     {"lblVorgabe", 2, Label, "contstep(6)", label(2, 2880), "Hypoglykämie: <=", "L4758"},
     {"txtvorgabe", 2, TextBox, "contstep(6)", field(2, 3120, 1200), "", "", true, true},
-    {"lblUnit", 2, Label, "contstep(6)", {4440, line(2) + 60, 1200, 300}, "mg/dl"},
+    {"lblUnit", 2, Label, "contstep(6)", unit(2), "mg/dl"},
     {"lblVorgabe", 3, Label, "contstep(6)", label(3, 2880), "Hyperglykämie: >=", "L4759"},
     {"txtvorgabe", 3, TextBox, "contstep(6)", field(3, 3120, 1200), "", "", true, true},
-    {"lblUnit", 3, Label, "contstep(6)", {4440, line(3) + 60, 1200, 300}, "mg/dl"},
+    {"lblUnit", 3, Label, "contstep(6)", unit(3), "mg/dl"},
 };
 
 constexpr ControlRow pressure_target_page[] = {
@@ -132,16 +133,16 @@ constexpr ControlRow pressure_target_page[] = {
     {"lblPurpose", 7, Label, "contstep(7)", purpose, "In welchem Bereich soll Ihr Blutdruck liegen?", "L4728"},
     {"lblVorgabe", 4, Label, "contstep(7)", label(0, 2880), "Oberer Wert (systolisch) &von:", "L4761"},
     {"txtvorgabe", 4, TextBox, "contstep(7)", field(0, 3120, 1200), "", "", true, true},
-    {"lblPressureUnit", 0, Label, "contstep(7)", {4440, line(0) + 60, 1200, 300}, "mmHg", "L4765"},
+    {"lblPressureUnit", 0, Label, "contstep(7)", unit(0), "mmHg", "L4765"},
     {"lblVorgabe", 5, Label, "contstep(7)", label(1, 2880), "Oberer Wert (systolisch) &bis:", "L4762"},
     {"txtvorgabe", 5, TextBox, "contstep(7)", field(1, 3120, 1200), "", "", true, true},
-    {"lblPressureUnit", 1, Label, "contstep(7)", {4440, line(1) + 60, 1200, 300}, "mmHg", "L4765"},
+    {"lblPressureUnit", 1, Label, "contstep(7)", unit(1), "mmHg", "L4765"},
     {"lblVorgabe", 6, Label, "contstep(7)", label(2, 2880), "Unterer Wert (diastolisch) v&on:", "L4763"},
     {"txtvorgabe", 6, TextBox, "contstep(7)", field(2, 3120, 1200), "", "", true, true},
-    {"lblPressureUnit", 2, Label, "contstep(7)", {4440, line(2) + 60, 1200, 300}, "mmHg", "L4765"},
+    {"lblPressureUnit", 2, Label, "contstep(7)", unit(2), "mmHg", "L4765"},
     {"lblVorgabe", 7, Label, "contstep(7)", label(3, 2880), "Unterer Wert (diastolisch) b&is:", "L4764"},
     {"txtvorgabe", 7, TextBox, "contstep(7)", field(3, 3120, 1200), "", "", true, true},
-    {"lblPressureUnit", 3, Label, "contstep(7)", {4440, line(3) + 60, 1200, 300}, "mmHg", "L4765"},
+    {"lblPressureUnit", 3, Label, "contstep(7)", unit(3), "mmHg", "L4765"},
 };
 
 // `picLoad` and `picThumb` are the buffers a thumbnail is loaded and scaled in; they are never seen.
@@ -149,9 +150,9 @@ constexpr ControlRow chart_page[] = {
     {"lblHeading", 8, Label, "contstep(8)", heading, "Diagramme der Startseite", "L4709"},
     {"lblPurpose", 8, Label, "contstep(8)", purpose, "Wählen Sie bis zu vier Diagramme für Ihre Startseite.", "L4729"},
     {"picFrame", -1, PictureBox, "contstep(8)", {120, 1440, 6360, 2580}, "Verfügbare Diagramme", "L4775"},
-    {"picSlide", -1, PictureBox, "picFrame", {0, 0, 6090, 2580}},
+    {"picSlide", -1, PictureBox, "picFrame", {0, 0, 6090, 2580}, "Verfügbare Diagramme", "L4775"},
     {"optThumb", 0, ChartOption, "picSlide", {0, 0, 2025, 1335}, "", "", false},
-    {"vsbSlide", -1, ScrollBar, "picFrame", {6090, 0, 270, 2580}},
+    {"vsbSlide", -1, ScrollBar, "picFrame", {6090, 0, 270, 2580}, "Weitere Diagramme", "L4817"},
     {"picLoad", -1, PictureBox, "contstep(8)", {0, 0, 15, 15}, "", "", false},
     {"picThumb", -1, PictureBox, "contstep(8)", {0, 0, 15, 15}, "", "", false},
     {"lblChartInfoTitle", -1, Label, "contstep(8)", {120, 4140, 4260, 300}},
@@ -184,7 +185,7 @@ constexpr ControlRow scheme_page[] = {
     {"lblPurpose", 11, Label, "contstep(11)", purpose, "Nach welchem Schema behandeln Sie Ihren Diabetes?", "L4732"},
     {"lblSchema", -1, Label, "contstep(11)", label(0), "&Schema:", "L4787"},
     {"cbSchema", -1, ComboBox, "contstep(11)", field(0)},
-    {"lblSchemaDesc", -1, Label, "contstep(11)", {2400, 2040, 4080, 3240}},
+    {"lblSchemaDesc", -1, Label, "contstep(11)", {1920, 2040, 4560, 3240}},
 };
 
 // The highlights of the next two pages lie above their pictures and blink.
@@ -195,7 +196,7 @@ constexpr ControlRow sidebar_page[] = {
     {"optShowSideBar", 1, OptionButton, "contstep(12)", {3360, 1440, 3120, 480}, "Seitenleiste an", "L4790"},
     {"imgDiary", -1, Image, "contstep(12)", {120, 2040, 4320, 3240}, "Das Tagebuch", "L4791"},
     {"imgSidebar", -1, Image, "contstep(12)", {120, 2040, 4320, 3240}, "Das Tagebuch mit Seitenleiste", "L4788"},
-    {"imgSidebarMark", -1, Image, "contstep(12)", {120, 2040, 1080, 3240}, "", "", false},
+    {"imgSidebarMark", -1, Image, "contstep(12)", {120, 2040, 1080, 3240}, "Hervorhebung", "L4810", false},
 };
 
 constexpr ControlRow start_page[] = {
@@ -205,7 +206,7 @@ constexpr ControlRow start_page[] = {
     {"optShowStart", 1, OptionButton, "contstep(13)", {120, 1860, 6360, 360}, "Patientenübersicht", "L4794"},
     {"optShowStart", 2, OptionButton, "contstep(13)", {120, 2280, 6360, 360}, "Zuletzt verwendete Ansicht", "L4795"},
     {"imgStart", -1, Image, "contstep(13)", {120, 2820, 3360, 2520}, "Das Hauptfenster nach dem Start", "L4796"},
-    {"imgStartMark", -1, Image, "contstep(13)", {960, 3240, 2520, 2100}, "", "", false},
+    {"imgStartMark", -1, Image, "contstep(13)", {960, 3240, 2520, 2100}, "Hervorhebung", "L4810", false},
 };
 
 constexpr ControlRow navigation_tip[] = {
@@ -216,7 +217,7 @@ constexpr ControlRow navigation_tip[] = {
     {"imgNavBar", 2, Image, "contstep(14)", {120, 1500, 4800, 3600}, "Die Navigationsleiste des Tagebuchs", "L4804", false},
     {"imgNavBar", 3, Image, "contstep(14)", {120, 1500, 4800, 3600}, "Die Navigationsleiste des Tagebuchs", "L4804", false},
     {"imgNavBar", 4, Image, "contstep(14)", {120, 1500, 4800, 3600}, "Die Navigationsleiste des Tagebuchs", "L4804", false},
-    {"imgCursorHand", -1, Image, "contstep(14)", {615, 1800, 480, 480}},
+    {"imgCursorHand", -1, Image, "contstep(14)", {615, 1800, 480, 480}, "Mauszeiger", "L4807"},
 };
 
 constexpr ControlRow splits_tip[] = {
@@ -225,8 +226,8 @@ constexpr ControlRow splits_tip[] = {
     {"imgSplitWindow", 0, Image, "contstep(15)", {120, 1440, 4320, 3240}, "Ein geteiltes Fenster des Tagebuchs", "L4805"},
     {"imgSplitWindow", 1, Image, "contstep(15)", {120, 1440, 4320, 3240}, "Ein geteiltes Fenster des Tagebuchs", "L4805", false},
     {"imgSplitWindow", 2, Image, "contstep(15)", {120, 1440, 4320, 3240}, "Ein geteiltes Fenster des Tagebuchs", "L4805", false},
-    {"imgSplitBtn", -1, Image, "contstep(15)", {4080, 1620, 240, 240}},
-    {"imgcursorHand2", -1, Image, "contstep(15)", {4080, 1740, 480, 480}},
+    {"imgSplitBtn", -1, Image, "contstep(15)", {4080, 1620, 240, 240}, "Schaltfläche zum Teilen", "L4816"},
+    {"imgcursorHand2", -1, Image, "contstep(15)", {4080, 1740, 480, 480}, "Mauszeiger", "L4807"},
     {"lblSplitDesc", -1, Label, "contstep(15)", {120, 4740, 6360, 660}, "Die Schaltfläche am Rand teilt das Fenster.", "L4873"},
 };
 
@@ -237,15 +238,15 @@ constexpr ControlRow statistics_tip[] = {
     {"imgStatWindow", 1, Image, "contstep(16)", {120, 1440, 4320, 3240}, "Das Statistikfenster des Tagebuchs", "L4806", false},
     {"imgStatWindow", 2, Image, "contstep(16)", {120, 1440, 4320, 3240}, "Das Statistikfenster des Tagebuchs", "L4806", false},
     {"imgStatWindow", 3, Image, "contstep(16)", {120, 1440, 4320, 3240}, "Das Statistikfenster des Tagebuchs", "L4806", false},
-    {"imgMouseHand3", -1, Image, "contstep(16)", {600, 1800, 480, 480}},
+    {"imgMouseHand3", -1, Image, "contstep(16)", {600, 1800, 480, 480}, "Mauszeiger", "L4807"},
     {"lblStatdesc", -1, Label, "contstep(16)", {120, 4740, 6360, 660}, "Ziehen Sie das Statistikfenster an die gewünschte Stelle.", "L4876"},
 };
 
 constexpr ControlRow summary_page[] = {
     {"lblHeading", 17, Label, "contstep(17)", {120, 120, 5820, 480}, "Fertig", "L4718"},
+    {"imgOpen", -1, Image, "contstep(17)", {6000, 120, 480, 480}, "Illustration", "L4808"},
+    {"imgNew", -1, Image, "contstep(17)", {6000, 120, 480, 480}, "Illustration", "L4808", false},
     {"lblPurpose", 17, Label, "contstep(17)", purpose, "Diese Einstellungen werden jetzt gespeichert:", "L4738"},
-    {"imgOpen", -1, Image, "contstep(17)", {6000, 120, 480, 480}},
-    {"imgNew", -1, Image, "contstep(17)", {6000, 120, 480, 480}, "", "", false},
     {"lblSummary", -1, TextBox, "contstep(17)", {120, 1440, 6360, 3900}},
 };
 

@@ -14,7 +14,7 @@ class UserPort {
   virtual ~UserPort() = default;
   /// Style bits as the platform counts them; returns the button (OK 1, Cancel 2, Yes 6, No 7).
   virtual int message_box(std::string_view text, std::uint32_t style, std::string_view title) = 0;
-  /// The chosen folder; nothing when cancelled. The port takes the window out of the topmost position meanwhile.
+  /// The chosen folder; nothing when cancelled.
   virtual std::optional<std::string> choose_folder(std::string_view title) = 0;
   /// Opens a file with the user's program for it (verb "open").
   virtual bool open_file(std::string_view path) = 0;

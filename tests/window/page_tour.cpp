@@ -70,6 +70,9 @@ int tour(const std::string& pictures, const std::string& arguments) {
     if (wizard.page() == "Fertig") store_picture(wizard, pictures, number + 1);
   }
   wizard.press("Command1(0)");
+  // Asked whether files may go to the recycle bin, it agrees.
+  while (window_driver::wait_until([&] { return wizard.asks() || !wizard.process().is_running(); }) && wizard.asks())
+    wizard.answer(IDYES);
   const auto code = wizard.process().wait_for_end();
   if (!code) throw std::runtime_error("the wizard does not end");
   return static_cast<int>(*code);

@@ -11,7 +11,7 @@ HBRUSH colour_text(HDC target, HWND child, HWND window, const ShownControl* show
   if (GetParent(child) == window) return nullptr;
   SetBkColor(target, colour(Colour::Page));
   SetTextColor(target, colour(Colour::Text));
-  if (shown != nullptr && text_style(*shown->control) == TextStyle::Heading)
+  if (shown != nullptr && text_style(*shown->control) != TextStyle::Normal)
     SetTextColor(target, colour(Colour::Heading));
   if (IsWindowEnabled(child) == 0) SetTextColor(target, colour(Colour::Disabled));
   return page_brush();

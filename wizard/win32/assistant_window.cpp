@@ -15,6 +15,8 @@ namespace wizard::win32 {
 namespace {
 
 constexpr UINT_PTR timer_id = 1;
+/// Beside the text of a field, in twips.
+constexpr std::int32_t text_margin = 45;
 
 /// In the order that they are shown in when a control is new: a list before what is selected in it, the place of a
 /// scroll bar before its range.
@@ -110,6 +112,9 @@ void AssistantWindow::show_picture(ShownControl& shown) {
 void AssistantWindow::give_font(const ShownControl& shown) {
   const HFONT font = fonts_.font(shown.control->font(), text_style(*shown.control), dpi_);
   SendMessageW(shown.window, WM_SETFONT, reinterpret_cast<WPARAM>(font), FALSE);
+  if (shown.control->kind() != form::Kind::TextBox) return;
+  const auto margin = static_cast<WORD>(pixels(text_margin, dpi_));
+  SendMessageW(shown.window, EM_SETMARGINS, EC_LEFTMARGIN | EC_RIGHTMARGIN, MAKELPARAM(margin, margin));
 }
 
 bool AssistantWindow::load_next_thumbnail() {

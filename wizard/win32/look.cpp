@@ -53,7 +53,7 @@ Shape shape(TextStyle style) {
     case TextStyle::Heading:
       return {16, FW_NORMAL};
     case TextStyle::Emphasis:
-      return {10, FW_BOLD};
+      return {11, FW_NORMAL};
     case TextStyle::Normal:
       break;
   }

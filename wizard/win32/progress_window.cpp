@@ -10,7 +10,18 @@ namespace {
 constexpr ULONGLONG patience = 400;  // milliseconds
 // Twips.
 constexpr form::Bounds inner_size{0, 0, 5400, 1380}, text_place{180, 180, 5040, 600}, bar_place{180, 960, 5040, 240};
+constexpr wchar_t window_class[] = L"FirstStepsProgress";
 constexpr DWORD style = WS_POPUP | WS_CAPTION;
+
+void register_window_class() {
+  WNDCLASSEXW description{};
+  description.cbSize = sizeof description;
+  description.lpfnWndProc = DefWindowProcW;
+  description.hCursor = LoadCursorW(nullptr, IDC_WAIT);
+  description.hbrBackground = GetSysColorBrush(COLOR_BTNFACE);
+  description.lpszClassName = window_class;
+  RegisterClassExW(&description);
+}
 
 HWND add(const wchar_t* class_name, DWORD child_style, const form::Bounds& bounds, HWND parent, UINT dpi) {
   const RECT place = pixels(bounds, dpi);
@@ -59,12 +70,13 @@ void ProgressWindow::show_when_due() {
 }
 
 void ProgressWindow::create() {
+  register_window_class();
   const UINT dpi = owner_ != nullptr ? GetDpiForWindow(owner_) : GetDpiForSystem();
   RECT frame = pixels(inner_size, dpi), around{};
   AdjustWindowRectExForDpi(&frame, style, FALSE, WS_EX_TOPMOST, dpi);
   const int width = frame.right - frame.left, height = frame.bottom - frame.top;
   GetWindowRect(owner_ != nullptr ? owner_ : GetDesktopWindow(), &around);
-  window_ = CreateWindowExW(WS_EX_TOPMOST, WC_DIALOG, support::wide(title_).c_str(), style,
+  window_ = CreateWindowExW(WS_EX_TOPMOST, window_class, support::wide(title_).c_str(), style,
                             (around.left + around.right - width) / 2, (around.top + around.bottom - height) / 2, width,
                             height, owner_, nullptr, nullptr, nullptr);
   text_ = add(L"STATIC", SS_NOPREFIX, text_place, window_, dpi);

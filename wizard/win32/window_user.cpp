@@ -10,10 +10,7 @@ int WindowUser::message_box(std::string_view text, std::uint32_t style, std::str
 }
 
 std::optional<std::string> WindowUser::choose_folder(std::string_view title) {
-  set_topmost(false);
-  auto folder = support::choose_folder(title, owner_);
-  set_topmost(true);
-  return folder;
+  return support::choose_folder(title, owner_);
 }
 
 bool WindowUser::open_file(std::string_view path) { return support::open_file(path); }

@@ -1,5 +1,7 @@
 #include "tests/window/driver/window_picture.h"
 
+#include <set>
+
 #include "support/win32/wide.h"
 #include "wizard/win32/gdi.h"
 // wincodec.h needs windows.h before it.
@@ -57,6 +59,18 @@ bool save_picture(HWND window, const std::string& path) {
   const wizard::win32::Bitmap bitmap = copy_of_screen(place);
   const Com<IWICImagingFactory> imaging = imaging_factory();
   return bitmap && imaging && write_png(*imaging, bitmap.get(), support::wide_path(path));
+}
+
+std::size_t count_colours(HWND window) {
+  const wizard::win32::WindowContext screen(nullptr);
+  RECT place;
+  if (GetWindowRect(window, &place) == 0) return 0;
+  constexpr int step = 3;  // pixels; reading each would take a call of the display
+  std::set<COLORREF> colours;
+  for (LONG y = place.top; y < place.bottom; y += step) {
+    for (LONG x = place.left; x < place.right; x += step) colours.insert(GetPixel(screen.get(), x, y));
+  }
+  return colours.size();
 }
 
 }  // namespace window_driver

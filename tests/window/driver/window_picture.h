@@ -3,11 +3,15 @@
 
 #include <windows.h>
 
+#include <cstddef>
 #include <string>
 
 namespace window_driver {
 
 /// Writes the window, frame included, as a PNG file at a host path. False where that does not work.
 bool save_picture(HWND window, const std::string& path);
+
+/// How many different colours the window shows.
+std::size_t count_colours(HWND window);
 
 }  // namespace window_driver

@@ -1,0 +1,84 @@
+// What moves and what is drawn on the pages.
+#include <set>
+
+#include "tests/window/driver/window_picture.h"
+#include "tests/window/window_test.h"
+
+namespace window_driver {
+namespace {
+
+using PagesTest = WindowTest;
+
+TEST_F(PagesTest, AFifthChartIsUntickedByMouseAndBySpaceBar) {
+  start();
+  enter_patient();
+  wizard().go_to("Pics");
+  EXPECT_EQ(wizard().text("lblPics"), "4/4") << "the home page's charts are ticked";
+  const auto still_unticked = [&](std::string_view chart) {
+    return wait_until([&] { return wizard().text("lblChartInfoTitle") != ""; }) && !wizard().is_chosen(chart);
+  };
+  SendMessageW(wizard().control("optThumb(3)"), BM_CLICK, 0, 0);
+  EXPECT_TRUE(still_unticked("optThumb(3)"));
+  SetForegroundWindow(wizard().window());
+  press_key(VK_SPACE);
+  EXPECT_TRUE(still_unticked("optThumb(3)"));
+  EXPECT_EQ(wizard().text("lblPics"), "4/4");
+  EXPECT_TRUE(wizard().is_enabled("cmdViwPic")) << "it has a screenshot";
+}
+
+TEST_F(PagesTest, AChartReachedByKeysIsScrolledTo) {
+  start();
+  enter_patient();
+  wizard().go_to("Pics");
+  const auto lies_in_frame = [&] {
+    RECT chart, frame, common;
+    GetWindowRect(wizard().control("optThumb(9)"), &chart);
+    GetWindowRect(wizard().control("picFrame"), &frame);
+    return IntersectRect(&common, &chart, &frame) != 0 && EqualRect(&common, &chart) != 0;
+  };
+  EXPECT_FALSE(lies_in_frame());
+  press_key(VK_LEFT);  // from the first one to the last
+  EXPECT_TRUE(wait_until([&] { return wizard().focus() == "optThumb(9)" && lies_in_frame(); })) << wizard().focus();
+}
+
+TEST_F(PagesTest, ThumbnailsComeInWithoutBeingAskedFor) {
+  start();
+  enter_patient();
+  wizard().go_to("Pics");
+  const auto colours = [&](std::string_view chart) { return count_colours(wizard().control(chart)); };
+  EXPECT_TRUE(wait_until([&] { return colours("optThumb(0)") > 8 && colours("optThumb(2)") > 8; }));
+}
+
+struct Moving {
+  std::string_view page, control;
+};
+
+/// The places of all images of a page, and which are shown.
+std::string picture_state(const WizardProgram& wizard) {
+  std::string state;
+  for (const form::Control* control : wizard.seen()) {
+    if (control->kind() != form::Kind::Image) continue;
+    RECT place;
+    GetWindowRect(wizard.control(control->path()), &place);
+    state += control->path() + "@" + std::to_string(place.left) + "," + std::to_string(place.top) + " ";
+  }
+  return state;
+}
+
+TEST_F(PagesTest, TipsMoveAndOtherPagesStandStill) {
+  demo_.set_ini("pelmar.ini", "setup", "display", "INtro|sidebar|start|tip_navbar|tip_splits|tip_stats|eingabe|Fertig");
+  start();
+  for (const std::string_view page : {"sidebar", "start", "tip_navbar", "tip_splits", "tip_stats"}) {
+    wizard().next();
+    ASSERT_EQ(wizard().page(), page);
+    std::set<std::string> states;
+    EXPECT_TRUE(wait_until([&] { return states.insert(picture_state(wizard())), states.size() >= 2; })) << page;
+  }
+  wizard().next();
+  const std::string state = picture_state(wizard());
+  Sleep(700);  // longer than the shortest interval of a tip
+  EXPECT_EQ(picture_state(wizard()), state);
+}
+
+}  // namespace
+}  // namespace window_driver

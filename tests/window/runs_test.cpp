@@ -1,0 +1,237 @@
+// Whole runs, each ending in what registry, ini files and database then hold.
+#include <memory>
+
+#include "support/host.h"
+#include "support/win32/wide.h"
+#include "tests/window/window_test.h"
+
+namespace window_driver {
+namespace {
+
+struct Expected {
+  std::string_view key, name, value;
+};
+
+using RunsTest = WindowTest;
+
+std::string data_entry_key() { return std::string(user_key) + "\\DataEntry"; }
+
+/// mmol/l, Jörg Müller with pump, entry in tables, side bar shown, the insulin chart in place of the trend.
+void expect_standard_run(const DemoInstallation& demo) {
+  const std::string entry_key = data_entry_key(), database = demo.path("patients\\Müller_Jörg.das");
+  for (const auto& [key, name, value] : {
+           Expected{user_key, "BGUnit", "1"},
+           Expected{user_key, "ShowOutlookbar", "1"},
+           Expected{user_key, "FirstRun", "0"},
+           Expected{entry_key, "DefaultDataEntry", "EDIT_QUICKENTRY"},
+           Expected{installation_key, "DataBaseName", database},
+       }) {
+    EXPECT_EQ(demo.value(key, name), value) << name;
+  }
+  EXPECT_EQ(demo.ini("home.ini", "Übersicht", "CHART1"), "0|0|day|1");
+  EXPECT_EQ(demo.ini("home.ini", "Übersicht", "CHART3"), "0|1|insulin|14");
+  const database::PatientRecord patient = demo.patient(database);
+  EXPECT_EQ(patient.firstname + " " + patient.name, "Jörg Müller");
+  EXPECT_EQ(patient.gender, 1);
+  EXPECT_EQ(patient.therapy, 3);
+  const database::SettingsRecord settings = demo.settings(database);
+  // 4,4 mmol/l times 18.016, and what 150 mg/dl becomes on its way through 8,3 mmol/l.
+  EXPECT_EQ(settings.BGTargetMin, 79);
+  EXPECT_EQ(settings.BGTargetMax, 150);
+}
+
+TEST_F(RunsTest, AStandardRunByMouseIsWritten) {
+  start();
+  const auto click = [this](std::string_view path) { click_mouse(wizard().control(path)); };
+  const auto turn_to = [&](std::string_view page) {
+    click("Command1(0)");
+    wizard().wait_for_page(page);
+  };
+  const auto click_option = [this](std::string_view path) {
+    click_mouse(wizard().control(path), {20, 8});
+    EXPECT_TRUE(wait_until([&] { return wizard().is_chosen(path); })) << path;
+  };
+  const auto fill = [&](std::string_view path, std::string_view text) {
+    click(path);
+    EXPECT_TRUE(wait_until([&] { return wizard().focus() == path; })) << path;
+    press_key('A', VK_CONTROL);
+    type_keys(text);
+    EXPECT_TRUE(wait_until([&] { return wizard().text(path) == text; })) << wizard().text(path);
+  };
+  turn_to("Maßeinheit");
+  click_option("optBGUnit(1)");
+  turn_to("PatDat");
+  fill("txtFirstName", "Jörg");
+  fill("txtName", "Müller");
+  click_option("optGender(1)");
+  wizard().choose("cbTherapie", 2);
+  turn_to("Insulin");
+  turn_to("Medikamente");
+  turn_to("Therapie_BZ");
+  fill("txtvorgabe(0)", "4,4");
+  turn_to("Therapie_BP");
+  turn_to("Pics");
+  click("optThumb(1)");
+  EXPECT_TRUE(wait_until([&] { return !wizard().is_chosen("optThumb(1)"); }));
+  turn_wheel(wizard().control("picFrame"), -1);
+  EXPECT_TRUE(wait_until([&] { return IsWindowVisible(wizard().control("optThumb(3)")) != 0; }));
+  SendMessageW(wizard().control("optThumb(3)"), BM_CLICK, 0, 0);
+  turn_to("Eingabe");
+  click_option("optDataEntry(1)");
+  turn_to("sidebar");
+  click_option("optShowSideBar(1)");
+  for (const std::string_view page : {"tip_navbar", "tip_splits", "tip_stats", "Fertig"}) turn_to(page);
+  click("Command1(0)");
+  expect_end();
+  expect_standard_run(demo_);
+}
+
+TEST_F(RunsTest, TheSameRunByKeyboardAloneIsWritten) {
+  start();
+  const auto enter = [this](std::string_view page) {
+    press_key(VK_RETURN);
+    wizard().wait_for_page(page);
+  };
+  const auto expect_focus = [this](std::string_view path) {
+    EXPECT_TRUE(wait_until([&] { return wizard().focus() == path; })) << "not " << wizard().focus();
+  };
+  enter("Maßeinheit");
+  expect_focus("optBGUnit(0)");
+  press_key(VK_DOWN);
+  expect_focus("optBGUnit(1)");
+  enter("PatDat");
+  expect_focus("txtFirstName");
+  type_keys("Jörg");
+  press_key(VK_TAB);
+  expect_focus("txtName");
+  type_keys("Müller");
+  press_key('M', VK_MENU);
+  expect_focus("optGender(1)");
+  press_key('H', VK_MENU);
+  expect_focus("cbTherapie");
+  press_key(VK_HOME);
+  press_key(VK_DOWN);
+  press_key(VK_DOWN);
+  enter("Insulin");
+  enter("Medikamente");
+  enter("Therapie_BZ");
+  expect_focus("txtvorgabe(0)");
+  type_keys("4,4");
+  enter("Therapie_BP");
+  enter("Pics");
+  expect_focus("optThumb(0)");
+  press_key(VK_RIGHT);
+  expect_focus("optThumb(1)");
+  press_key(VK_SPACE);
+  press_key(VK_RIGHT);
+  press_key(VK_RIGHT);
+  expect_focus("optThumb(3)");
+  press_key(VK_SPACE);
+  enter("Eingabe");
+  press_key('E', VK_MENU);
+  expect_focus("optDataEntry(1)");
+  enter("sidebar");
+  press_key('M', VK_MENU);
+  expect_focus("optShowSideBar(1)");
+  for (const std::string_view page : {"tip_navbar", "tip_splits", "tip_stats", "Fertig"}) enter(page);
+  press_key('F', VK_MENU);
+  expect_end();
+  expect_standard_run(demo_);
+}
+
+TEST_F(RunsTest, ASecondRunShowsWhatTheFirstHasWrittenAndKeepsIt) {
+  start().go_to("Maßeinheit");
+  SendMessageW(wizard().control("optBGUnit(1)"), BM_CLICK, 0, 0);
+  enter_patient();
+  wizard().choose("cbTherapie", 4);
+  finish();
+  const std::string hive = demo_.everything().at("registry.reg"), home = demo_.everything().at("home.ini");
+
+  start("vantrix|Müller_Jörg.das").go_to("Maßeinheit");
+  EXPECT_TRUE(wizard().is_chosen("optBGUnit(1)"));
+  wizard().go_to("PatDat");
+  EXPECT_EQ(wizard().text("txtName"), "Müller");
+  wizard().next();
+  EXPECT_EQ(wizard().page(), "Medikamente") << "therapy without insulin";
+  wizard().go_to("Therapie_BZ");
+  EXPECT_EQ(wizard().text("txtvorgabe(0)"), "3,9");
+  finish();
+  EXPECT_EQ(demo_.everything().at("registry.reg"), hive);
+  EXPECT_EQ(demo_.everything().at("home.ini"), home);
+  EXPECT_EQ(demo_.patient(demo_.path("patients\\Müller_Jörg.das")).firstname, "Jörg");
+}
+
+/// Selects a folder in the shell's folder choice: its message takes an address of the program that shows it.
+void choose_in_dialog(const WizardProgram& wizard, const std::wstring& folder) {
+  constexpr UINT set_selection = WM_USER + 103;
+  ASSERT_TRUE(wait_until([&] { return wizard.asks(); }));
+  const HWND dialog = wizard.message_box();
+  const SIZE_T size = (folder.size() + 1) * sizeof(wchar_t);
+  void* text = VirtualAllocEx(wizard.process().handle(), nullptr, size, MEM_COMMIT | MEM_RESERVE, PAGE_READWRITE);
+  ASSERT_TRUE(WriteProcessMemory(wizard.process().handle(), text, folder.c_str(), size, nullptr));
+  SendMessageW(dialog, set_selection, TRUE, reinterpret_cast<LPARAM>(text));
+  EXPECT_EQ(GetWindowLongW(wizard.window(), GWL_EXSTYLE) & WS_EX_TOPMOST, 0) << "the dialog could be hidden";
+  PostMessageW(GetDlgItem(dialog, IDOK), BM_CLICK, 0, 0);
+  ASSERT_TRUE(wait_until([&] { return IsWindow(dialog) == 0; }));
+}
+
+TEST_F(RunsTest, AProfessionalRunUsesTheSharedFolderThatIsChosen) {
+  demo_.set_value(support::RootKey::LocalMachine, "SOFTWARE\\Lumoraquant\\vantrix Pro", "LanguageDLL", "de");
+  const std::string shared = demo_.path("gemeinsam");
+  ASSERT_TRUE(support::host_file_system().create_folder(shared));
+  start("vantrix Pro").go_to("netpath");
+  wizard().press("cmdPath(0)");
+  choose_in_dialog(wizard(), support::wide(shared));
+  EXPECT_TRUE(wait_until([&] { return wizard().text("lblFolder") == shared + "\\"; })) << wizard().text("lblFolder");
+  EXPECT_NE(GetWindowLongW(wizard().window(), GWL_EXSTYLE) & WS_EX_TOPMOST, 0);
+  wizard().go_to("start");
+  SendMessageW(wizard().control("optShowStart(2)"), BM_CLICK, 0, 0);
+  finish();
+  EXPECT_TRUE(support::host_file_system().file_size(shared + "\\index.mdb"));
+  EXPECT_EQ(demo_.value("SOFTWARE\\Lumoraquant\\vantrix Pro\\Profiles\\default\\User Configuration", "RunOnStart"),
+            "mnu_last");
+
+  start("vantrix Pro").go_to("netpath");
+  wizard().press("cmdPath(0)");
+  choose_in_dialog(wizard(), support::wide(shared));
+  EXPECT_THAT(wizard().message(), ::testing::HasSubstr("index.mdb")) << "it holds a shared database already";
+  wizard().answer(IDOK);
+}
+
+TEST_F(RunsTest, AChangedSchemeSendsTheUsersToolbarsToTheRecycleBin) {
+  demo_.set_ini("pelmar.ini", "setup", "display", "INtro|Patdat|Schema|Fertig");
+  start();
+  enter_patient();
+  wizard().go_to("Schema");
+  wizard().choose("cbSchema", 3);
+  EXPECT_THAT(wizard().text("lblSchemaDesc"), ::testing::HasSubstr("Insulinpumpe.\r\nBasalrate"));
+  finish();
+  EXPECT_EQ(demo_.value(installation_key, "Scheme"), "3");
+  for (const auto& [name, content] : demo_.everything()) EXPECT_FALSE(name.starts_with("user/")) << name;
+}
+
+/// The machine's own registry, left as it was found.
+TEST_F(RunsTest, WithoutAHiveTheRegistryItselfIsWritten) {
+  constexpr wchar_t key[] = L"SOFTWARE\\Lumoraquant";
+  ASSERT_NE(RegOpenKeyExW(HKEY_CURRENT_USER, key, 0, KEY_READ, std::make_unique<HKEY>().get()), ERROR_SUCCESS);
+  const auto registry = support::host_registry();
+  ASSERT_TRUE(WriteRegString(*registry, support::RootKey::CurrentUser, installation_key, "LanguageDLL", "de"));
+  std::string first_run, database;
+  {
+    const WizardProgram program("--program-dir \"" + demo_.path("") + "\" vantrix");
+    program.go_to("PatDat");
+    program.type("txtFirstName", "Jörg");
+    program.type("txtName", "Müller");
+    program.go_to("Fertig");
+    program.press("Command1(0)");
+    EXPECT_EQ(program.process().wait_for_end(), 0u);
+  }
+  ReadRegValue(*registry, support::RootKey::CurrentUser, user_key, "FirstRun", first_run);
+  ReadRegValue(*registry, support::RootKey::CurrentUser, installation_key, "DataBaseName", database);
+  EXPECT_EQ(first_run, "0");
+  EXPECT_EQ(database, demo_.path("patients\\Müller_Jörg.das"));
+  RegDeleteTreeW(HKEY_CURRENT_USER, key);
+}
+
+}  // namespace
+}  // namespace window_driver

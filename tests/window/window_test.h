@@ -1,0 +1,41 @@
+// What the scenarios of this room share: the demo installation in a folder of its own, and the wizard's program on it.
+#pragma once
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <optional>
+#include <string_view>
+
+#include "tests/window/driver/demo_installation.h"
+#include "tests/window/driver/input.h"
+#include "tests/window/driver/wizard_program.h"
+
+namespace window_driver {
+
+class WindowTest : public ::testing::Test {
+ protected:
+  /// Starts the program on the installation, ending the one before.
+  WizardProgram& start(std::string_view command_line = "vantrix");
+  WizardProgram& wizard() { return *wizard_; }
+
+  /// What the pages ask for before they can be left.
+  void enter_patient(std::string_view first_name = "Jörg", std::string_view name = "Müller");
+  /// Walks to the last page and finishes; every question on the way is answered with Yes.
+  void finish();
+  /// Waits until the program has ended well.
+  void expect_end();
+
+  DemoInstallation demo_;
+
+ private:
+  std::optional<WizardProgram> wizard_;
+};
+
+/// The pages of a standard run, by tag.
+inline constexpr std::string_view standard_pages[] = {
+    "Intro", "Maßeinheit", "PatDat",  "Insulin",    "Medikamente", "Therapie_BZ", "Therapie_BP",
+    "Pics",  "Eingabe",    "sidebar", "tip_navbar", "tip_splits",  "tip_stats",   "Fertig",
+};
+
+}  // namespace window_driver
