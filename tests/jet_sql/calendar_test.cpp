@@ -28,6 +28,17 @@ TEST(Calendar, AgreesWithTheEngineOnEverySecondBeforeAndAfterDayZero) {
   }
 }
 
+TEST(Calendar, GivesTheVeryNumbersThatTheEngineStores) {
+  for (int second = 0; second < seconds_per_day; second += 61) {
+    for (const std::int64_t day : {0, 45358, -700}) {
+      const Moment moment = to_moment(from_seconds(day * seconds_per_day + second));
+      const Date date = date_from(static_cast<int>(moment.year), moment.month, moment.day, second / 3600,
+                                  second / 60 % 60, second % 60);
+      ASSERT_EQ(from_seconds(day * seconds_per_day + second), date.days);
+    }
+  }
+}
+
 TEST(Calendar, CarriesMonthsAndDaysOver) {
   EXPECT_EQ(days_from_civil(2024, 3, 1), days_from_civil(2024, 2, 30));
   EXPECT_EQ(days_from_civil(2025, 1, 1), days_from_civil(2024, 13, 1));

@@ -21,8 +21,32 @@ class Programs : public testing::Test {
     return std::get<Program>(jet_sql::compile(statement, database.catalogue()));
   }
 
+  /// What a field with this default stores, as SQLite prints it, or "error N".
+  std::string stored_default(DataType type, const char* expression);
+
   SqlDatabase database;
 };
+
+std::string Programs::stored_default(DataType type, const char* expression) {
+  FieldDefinition field;
+  field.type = type;
+  field.size = type == DataType::Text ? 30 : 0;
+  field.default_value = expression;
+  sqlite3_stmt* prepared = nullptr;
+  std::string stored;
+  try {
+    const std::string sql = "SELECT " + jet_sql::compile_default(field);
+    EXPECT_EQ(SQLITE_OK, sqlite3_prepare_v2(database.connection(), sql.c_str(), -1, &prepared, nullptr)) << sql;
+    const int result = sqlite3_step(prepared);
+    if (result != SQLITE_ROW) throw jet_sql::error_of(database.connection(), result);
+    const bool null = sqlite3_column_type(prepared, 0) == SQLITE_NULL;
+    stored = null ? "NULL" : reinterpret_cast<const char*>(sqlite3_column_text(prepared, 0));
+  } catch (const support::RuntimeError& error) {
+    stored = "error " + std::to_string(error.number());
+  }
+  sqlite3_finalize(prepared);
+  return stored;
+}
 
 TEST_F(Programs, QueriesOverOneTableCanBeUpdatedRowByRow) {
   struct Row {
@@ -185,7 +209,7 @@ TEST_F(Programs, DefaultsAreExpressionsOfTheFieldsType) {
   struct Row {
     DataType type;
     const char* expression;
-    const char* stored;  ///< as SQLite prints it; "error N"
+    const char* stored;
   };
   constexpr Row rows[] = {
       {DataType::Integer, "", "NULL"},
@@ -214,30 +238,7 @@ TEST_F(Programs, DefaultsAreExpressionsOfTheFieldsType) {
       {DataType::Single, "0.1", "0.10000000149011612"},
       {DataType::Double, "1,5", "error 3075"},
   };
-  for (const Row& row : rows) {
-    FieldDefinition field;
-    field.name = "f";
-    field.type = row.type;
-    field.size = row.type == DataType::Text ? 30 : 0;
-    field.default_value = row.expression;
-    std::string stored;
-    try {
-      sqlite3_stmt* prepared = nullptr;
-      const std::string sql = "SELECT quote(x), x FROM (SELECT " + jet_sql::compile_default(field) + " AS x)";
-      ASSERT_EQ(SQLITE_OK, sqlite3_prepare_v2(database.connection(), sql.c_str(), -1, &prepared, nullptr)) << sql;
-      const int result = sqlite3_step(prepared);
-      if (result == SQLITE_ROW) {
-        const bool null = sqlite3_column_type(prepared, 1) == SQLITE_NULL;
-        stored = null ? "NULL" : reinterpret_cast<const char*>(sqlite3_column_text(prepared, 1));
-      } else {
-        stored = "error " + std::to_string(jet_sql::error_of(database.connection(), result).number());
-      }
-      sqlite3_finalize(prepared);
-    } catch (const support::RuntimeError& error) {
-      stored = "error " + std::to_string(error.number());
-    }
-    EXPECT_EQ(row.stored, stored) << row.expression;
-  }
+  for (const Row& row : rows) EXPECT_EQ(row.stored, stored_default(row.type, row.expression)) << row.expression;
   FieldDefinition now;
   now.type = DataType::Date;
   now.default_value = "Now";

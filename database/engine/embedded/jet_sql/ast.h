@@ -285,6 +285,33 @@ struct Overloaded : Functions... {
 template <typename... Functions>
 Overloaded(Functions...) -> Overloaded<Functions...>;
 
+/// Calls `visit_part` with every expression, and `visit_query` with every query, that the expression directly consists
+/// of.
+template <typename VisitPart, typename VisitQuery>
+void visit_parts(const Expression& expression, VisitPart visit_part, VisitQuery visit_query) {
+  const auto visit_all = [&](const auto&... parts) { (visit_part(*parts), ...); };
+  std::visit(
+      Overloaded{[](const Literal&) {}, [](const ColumnName&) {}, [&](const Unary& node) { visit_all(node.operand); },
+                 [&](const Binary& node) { visit_all(node.left, node.right); },
+                 [&](const Between& node) { visit_all(node.value, node.low, node.high); },
+                 [&](const Like& node) { visit_all(node.value, node.pattern); },
+                 [&](const IsNull& node) { visit_all(node.value); },
+                 [&](const InList& node) {
+                   visit_all(node.value);
+                   for (const ExpressionPtr& item : node.items) visit_part(*item);
+                 },
+                 [&](const InSelect& node) {
+                   visit_all(node.value);
+                   visit_query(*node.query);
+                 },
+                 [&](const Exists& node) { visit_query(*node.query); },
+                 [&](const ScalarSelect& node) { visit_query(*node.query); },
+                 [&](const Call& node) {
+                   for (const ExpressionPtr& argument : node.arguments) visit_part(*argument);
+                 }},
+      expression.node);
+}
+
 /// The expression itself, or what the alias that it is stands for.
 const Expression& behind_alias(const Expression& expression) noexcept;
 

@@ -180,50 +180,20 @@ bool Binder::is_group(const Select& select, const Expression& expression) {
 /// Every column stands in an aggregate or in an expression that the rows are grouped by.
 void Binder::check_grouped(const Select& select, const Expression& expression) {
   if (is_group(select, expression)) return;
-  const auto check = [&](const ExpressionPtr& part) { check_grouped(select, *part); };
-  const auto check_query = [&](const QueryTree& query) {
-    for (const auto& inner : query.selects) {
-      for (const Expression* const column : inner->outer_columns) check_grouped(select, *column);
-    }
-  };
-  std::visit(Overloaded{[](const Literal&) {},
-                        [&](const ColumnName& name) {
-                          const auto own = [&](const Source& source) { return &source == name.source; };
-                          // The item behind an alias is checked as an item.
-                          if (std::any_of(select.sources.begin(), select.sources.end(), own)) {
-                            fail(error_not_in_aggregate, name.column);
-                          }
-                        },
-                        [&](const Unary& unary) { check(unary.operand); },
-                        [&](const Binary& binary) {
-                          check(binary.left);
-                          check(binary.right);
-                        },
-                        [&](const Between& between) {
-                          check(between.value);
-                          check(between.low);
-                          check(between.high);
-                        },
-                        [&](const Like& like) {
-                          check(like.value);
-                          check(like.pattern);
-                        },
-                        [&](const IsNull& test) { check(test.value); },
-                        [&](const InList& list) {
-                          check(list.value);
-                          for (const ExpressionPtr& item : list.items) check(item);
-                        },
-                        [&](const InSelect& in) {
-                          check(in.value);
-                          check_query(*in.query);
-                        },
-                        [&](const Exists& exists) { check_query(*exists.query); },
-                        [&](const ScalarSelect& scalar) { check_query(*scalar.query); },
-                        [&](const Call& call) {
-                          if (call.row->form == FunctionForm::Aggregate) return;
-                          for (const ExpressionPtr& argument : call.arguments) check(argument);
-                        }},
-             expression.node);
+  if (const auto* name = std::get_if<ColumnName>(&expression.node)) {
+    // The item behind an alias is checked as an item.
+    const auto own = [&](const Source& source) { return &source == name->source; };
+    if (std::any_of(select.sources.begin(), select.sources.end(), own)) fail(error_not_in_aggregate, name->column);
+  }
+  const auto* const call = std::get_if<Call>(&expression.node);
+  if (call != nullptr && call->row->form == FunctionForm::Aggregate) return;
+  visit_parts(
+      expression, [&](const Expression& part) { check_grouped(select, part); },
+      [&](const QueryTree& query) {
+        for (const auto& inner : query.selects) {
+          for (const Expression* const column : inner->outer_columns) check_grouped(select, *column);
+        }
+      });
 }
 
 }  // namespace engine::embedded::jet_sql
