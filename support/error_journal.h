@@ -1,0 +1,55 @@
+// The error journal: a text file for whoever has to find out why something is missing on a machine. One line for each
+// statement that was passed over: time, procedure, error number, text. What a text quotes, and every path in it, is
+// left out, so that no patient's data, password or value of a statement can reach the file. A journal that cannot be
+// written changes nothing: nothing here throws but out of memory.
+#pragma once
+
+#include <cstdint>
+#include <ctime>
+#include <functional>
+#include <string>
+#include <string_view>
+
+#include "support/error.h"
+
+namespace support {
+
+/// What the head of a journal says of the program that writes it. Of the two files only the names are written.
+struct JournalProgram {
+  std::string software;
+  std::string version;
+  std::string executable;
+  std::string settings_file;
+};
+
+/// A journal of this size begins anew; the one before is kept beside it with the ending ".1".
+constexpr std::uint64_t kMostJournalBytes = std::uint64_t{1} << 20U;
+
+class ErrorJournal {
+ public:
+  using Clock = std::function<std::time_t()>;
+
+  /// Hears of all passed-over statements while it lives, and hands them on to the listener before it. `host_path` is
+  /// created with its first line, for the user alone; an existing file that is no journal is left as it is.
+  ErrorJournal(
+      std::string host_path, JournalProgram program, Clock clock = [] { return std::time(nullptr); });
+  ~ErrorJournal();
+  ErrorJournal(const ErrorJournal&) = delete;
+  ErrorJournal& operator=(const ErrorJournal&) = delete;
+
+ private:
+  void write(std::string_view label, const RuntimeError& error) const noexcept;
+  void append(std::string_view line) const;
+  std::string head() const;
+
+  std::string path_;
+  JournalProgram program_;
+  Clock clock_;
+  SkippedStatementListener before_;
+};
+
+/// An error's text as a journal may hold it: one line, "…" in place of all that stands between the first and the last
+/// quotation mark, and from the first word with a path separator to the end; at most 300 bytes.
+std::string journal_text(std::string_view description);
+
+}  // namespace support
