@@ -3,6 +3,7 @@
 #pragma once
 
 #include <functional>
+#include <istream>
 #include <optional>
 #include <ostream>
 #include <stdexcept>
@@ -25,6 +26,8 @@ struct Console {
   /// The folder that the program's file lies in, a path of this host; empty where it is not known.
   std::string program_folder;
   bool err_is_terminal = false;
+  /// Where answers are read from; null where nobody answers.
+  std::istream* in = nullptr;
 };
 
 /// The user's mistake: told with its text and exit_usage.

@@ -27,6 +27,9 @@ extern const Command index_command;
 extern const Command summary_command;
 extern const Command plan_command;
 extern const Command labs_command;
+extern const Command upgrade_command;
+extern const Command basal_command;
+extern const Command pump_stats_command;
 
 inline constexpr console::Option json_option{"--json", "", "Print JSON."};
 inline constexpr console::Option password_file_option{"--password-file", "PATHNAME",

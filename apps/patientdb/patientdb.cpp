@@ -8,8 +8,9 @@
 namespace patientdb {
 namespace {
 
-constexpr std::array commands{&create_command, &info_command,    &schema_command, &sql_command,
-                              &index_command,  &summary_command, &plan_command,   &labs_command};
+constexpr std::array commands{&create_command,  &info_command,  &schema_command,    &sql_command,
+                              &upgrade_command, &index_command, &summary_command,   &plan_command,
+                              &labs_command,    &basal_command, &pump_stats_command};
 
 constexpr std::string_view password_help =
     "Password: the default one, unless the environment variable PATIENTDB_PASSWORD or --password-file gives another. "
@@ -21,7 +22,7 @@ void write_help(std::ostream& out) {
   out << "Usage: patientdb COMMAND FILE …\n\nCreates, shows and changes patient databases.\n\n";
   for (const Command* command : commands) {
     std::string line = "  " + std::string(command->name);
-    line.resize(12, ' ');
+    line.resize(14, ' ');
     out << line << command->summary << '\n';
   }
   out << "\n\"patientdb COMMAND --help\" tells more of each.\n\n" << password_help;

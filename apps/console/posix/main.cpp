@@ -24,7 +24,7 @@ int main(int count, char** words) {
                              if (value == nullptr) return std::nullopt;
                              return value;
                            },
-                           program_folder(), isatty(STDERR_FILENO) == 1};
+                           program_folder(), isatty(STDERR_FILENO) == 1, &std::cin};
   const int code = console::program({words + 1, words + count}, console);
   if (std::cout.flush()) return code;
   std::cerr << "error 57: the output could not be written\n";

@@ -3,6 +3,7 @@
 #include <windows.h>
 
 #include <algorithm>
+#include <iostream>
 #include <ostream>
 #include <streambuf>
 
@@ -104,7 +105,7 @@ int wmain(int count, wchar_t** words) {
   HandleBuffer out_buffer(STD_OUTPUT_HANDLE), err_buffer(STD_ERROR_HANDLE);
   std::ostream out(&out_buffer), err(&err_buffer);
   err << std::unitbuf;
-  console::Console console{out, err, environment_value, program_folder(), err_buffer.is_console()};
+  console::Console console{out, err, environment_value, program_folder(), err_buffer.is_console(), &std::cin};
   std::vector<std::string> arguments;
   for (int i = 1; i < count; ++i) arguments.push_back(utf8(words[i]));
   const int code = console::program(arguments, console);

@@ -236,4 +236,17 @@ void Connection::change_key(const FileKey* key) {
   check(sqlite3_rekey(handle_.get(), text.data(), text.size()));
 }
 
+void Connection::copy_to(Connection& target) {
+  sqlite3_backup* backup = sqlite3_backup_init(target.handle_.get(), "main", handle_.get(), "main");
+  if (!backup) throw jet_sql::error_of(target.handle_.get(), sqlite3_errcode(target.handle_.get()));
+  const int copied = sqlite3_backup_step(backup, -1);
+  const int finished = sqlite3_backup_finish(backup);
+  if (copied != SQLITE_DONE) throw jet_sql::error_of(target.handle_.get(), finished != SQLITE_OK ? finished : copied);
+}
+
+void Connection::check_integrity() {
+  const PooledStatement report = statement("PRAGMA integrity_check(1)");
+  if (!report->step() || report->text(0) != "ok") raise(3343);
+}
+
 }  // namespace engine::embedded

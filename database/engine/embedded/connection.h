@@ -112,6 +112,10 @@ class Connection {
   std::optional<std::int64_t> first_read();
   /// Re-encrypts the whole file; a null key leaves it plain. The connection must be opened anew afterwards.
   void change_key(const FileKey* key);
+  /// Fills another connection's file, new and empty, with what is committed in this one's.
+  void copy_to(Connection& target);
+  /// 3343 where what the file holds does not hold together.
+  void check_integrity();
 
   bool in_transaction() const { return sqlite3_get_autocommit(handle_.get()) == 0; }
   bool read_only() const { return sqlite3_db_readonly(handle_.get(), "main") == 1; }

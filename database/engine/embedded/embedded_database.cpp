@@ -1,7 +1,9 @@
 #include "database/engine/embedded/embedded_database.h"
 
 #include "database/engine/embedded/embedded_recordset.h"
+#include "database/engine/embedded/file_copy.h"
 #include "database/engine/embedded/program_runner.h"
+#include "support/file_system.h"
 
 namespace engine::embedded {
 
@@ -28,6 +30,10 @@ void EmbeddedDatabase::execute(std::string_view sql) {
   const std::int32_t affected = run_program(*session_, *program);
   change.done();
   affected_ = affected;
+}
+
+void EmbeddedDatabase::save_copy(std::string_view path) {
+  embedded::save_copy(*session_, support::host_file_system().host_path(path));
 }
 
 }  // namespace engine::embedded

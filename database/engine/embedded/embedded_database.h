@@ -31,6 +31,7 @@ class EmbeddedDatabase : public Database {
   void begin_transaction() override { session_->begin_transaction(); }
   void commit_transaction() override { session_->commit_transaction(); }
   void rollback_transaction() override { session_->rollback_transaction(); }
+  void save_copy(std::string_view path) override;
 
  private:
   std::string name_;

@@ -1,0 +1,40 @@
+#include "apps/patientdb/command.h"
+#include "apps/patientdb/database_file.h"
+#include "apps/patientdb/pump_period.h"
+#include "apps/patientdb/tool_environment.h"
+#include "apps/patientdb/value_output.h"
+
+namespace patientdb {
+namespace {
+
+constexpr std::string_view usage =
+    "FILE --from D --until D [--time-from T] [--time-until T] [--weekdays LIST] [--json]";
+
+constexpr console::Option options[] = {from_option,     until_option, time_from_option,     time_until_option,
+                                       weekdays_option, json_option,  password_file_option, console::help_option};
+
+int run(const console::Arguments& arguments, console::Console& console) {
+  arguments.expect_operands(1, 1, usage);
+  const database::PumpPeriod period = pump_period(arguments);
+  const ToolEnvironment environment(arguments, console);
+  const OpenDatabase open = open_database(arguments, console, Access::ReadOnly);
+  const SkippedStatementLines skipped(console.err);
+  const engine::Value units = database::db_IP_CalcBasal(environment.get(), *open.database, period);
+  if (arguments.has(json_option.name)) {
+    console::JsonWriter json(console.out);
+    json.begin_object();
+    write_json(json.key("basal"), units);
+    json.end_object();
+    console.out << '\n';
+  } else {
+    console.out << cell(units) << '\n';
+  }
+  return skipped.count() == 0 ? console::exit_done : console::exit_failed;
+}
+
+}  // namespace
+
+const Command basal_command{"basal", usage,   "Tells how much basal insulin the pump delivered in a period.",
+                            "",      options, run};
+
+}  // namespace patientdb

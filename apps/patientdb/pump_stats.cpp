@@ -1,0 +1,88 @@
+#include "apps/patientdb/command.h"
+#include "apps/patientdb/database_file.h"
+#include "apps/patientdb/pump_period.h"
+#include "apps/patientdb/tool_environment.h"
+#include "apps/patientdb/value_output.h"
+
+namespace patientdb {
+namespace {
+
+constexpr std::string_view usage =
+    "FILE --from D --until D [--time-from T] [--time-until T] [--weekdays LIST] [--json]";
+
+constexpr console::Option options[] = {from_option,     until_option, time_from_option,     time_until_option,
+                                       weekdays_option, json_option,  password_file_option, console::help_option};
+
+struct Line {
+  std::string_view key, title;
+  engine::Value value;
+};
+
+engine::Value moment(const std::optional<engine::Date>& date) {
+  return date ? engine::Value(*date) : engine::Value(engine::Null{});
+}
+
+std::vector<Line> lines_of(const database::PumpStatistics& statistics) {
+  return {
+      {"first", "First entry", moment(statistics.first)},
+      {"last", "Latest end", moment(statistics.last)},
+      {"minutes", "Minutes", statistics.span_minutes},
+      {"basal_days", "Days with basal rates", statistics.basal_days},
+      {"basal_entries", "Basal rates", statistics.basal_entries},
+      {"basal_total", "Basal units", statistics.basal_total},
+      {"bolus_days", "Days with boluses", statistics.bolus_days},
+      {"boluses", "Boluses", statistics.boluses},
+      {"bolus_total", "Bolus units", statistics.bolus_total},
+      {"bolus_per_day", "Bolus units a day", statistics.bolus_per_day},
+  };
+}
+
+void write_text(std::ostream& out, const database::PumpStatistics& statistics) {
+  using Align = console::TextTable::Align;
+  console::TextTable figures;
+  figures.add_column("Figure");
+  figures.add_column("Value", Align::Right);
+  for (const Line& line : lines_of(statistics)) figures.add_row({std::string(line.title), cell(line.value)});
+  figures.write(out);
+  if (statistics.hours.empty()) return;
+  console::TextTable hours;
+  for (const std::string_view title : {"Hour", "Type", "Entries", "Total", "Average"}) {
+    hours.add_column(title, Align::Right);
+  }
+  for (const auto& hour : statistics.hours) {
+    hours.add_row({cell(hour.hour), cell(hour.type), cell(hour.entries), cell(hour.total), cell(hour.average)});
+  }
+  out << '\n';
+  hours.write(out);
+}
+
+void write_json_object(std::ostream& out, const database::PumpStatistics& statistics) {
+  console::JsonWriter json(out);
+  json.begin_object();
+  for (const Line& line : lines_of(statistics)) write_json(json.key(line.key), line.value);
+  json.key("hours").begin_array();
+  for (const auto& hour : statistics.hours) {
+    json.begin_object().key("hour").integer(hour.hour).key("type").integer(hour.type);
+    json.key("entries").integer(hour.entries).key("total").number(hour.total);
+    json.key("average").number(hour.average).end_object();
+  }
+  json.end_array().end_object();
+  out << '\n';
+}
+
+int run(const console::Arguments& arguments, console::Console& console) {
+  arguments.expect_operands(1, 1, usage);
+  const database::PumpPeriod period = pump_period(arguments);
+  const ToolEnvironment environment(arguments, console);
+  const OpenDatabase open = open_database(arguments, console, Access::ReadOnly);
+  const SkippedStatementLines skipped(console.err);
+  const auto statistics = database::db_GetIGPumpStats(environment.get(), *open.database, period);
+  arguments.has(json_option.name) ? write_json_object(console.out, statistics) : write_text(console.out, statistics);
+  return skipped.count() == 0 ? console::exit_done : console::exit_failed;
+}
+
+}  // namespace
+
+const Command pump_stats_command{"pump-stats", usage, "Gathers what the pump delivered in a period.", "", options, run};
+
+}  // namespace patientdb

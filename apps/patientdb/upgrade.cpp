@@ -1,0 +1,207 @@
+#include <optional>
+
+#include "apps/console/json_writer.h"
+#include "apps/patientdb/command.h"
+#include "apps/patientdb/database_file.h"
+#include "apps/patientdb/tool_environment.h"
+#include "apps/patientdb/upgrade_progress.h"
+#include "database/new_file.h"
+#include "database/upgrade/ladder.h"
+#include "support/encoding.h"
+
+namespace patientdb {
+namespace {
+
+constexpr std::string_view usage = "FILE… [--yes|--no] [--backup|--no-backup] [--json]";
+
+constexpr std::string_view details =
+    R"(A database of an older layout is brought up to the current one, or stays as it was where that fails. First a copy is
+made beside it, checked, and named with the old layout (NAME.4.40.das); a copy that is there is never overwritten.
+
+Ten days of pump data or more are converted only after a question, which is asked on the terminal unless --yes or
+--no answers it. A database whose conversion was declined is not asked for it again.
+
+Exit code 1 where one of the files could not be brought to the current layout.)";
+
+constexpr console::Option options[] = {
+    {"--yes", "", "Convert pump data without asking."},
+    {"--no", "", "Leave pump data as they are, without asking."},
+    {"--backup", "", "Make a copy first; the default."},
+    {"--no-backup", "", "Make no copy."},
+    json_option,
+    password_file_option,
+    console::help_option,
+};
+
+/// What has become of one file.
+struct Outcome {
+  std::string file;
+  std::string_view state;  ///< "upgraded", "current", "newer", "foreign", "failed"
+  std::string layout;      ///< before
+  std::string copy;        ///< its name; empty where none was made
+  std::optional<support::RuntimeError> error;
+  bool good() const { return state == "upgraded" || state == "current"; }
+};
+
+std::string layout_text(const database::VersionRecord& record) {
+  return std::to_string(record.MajVersion) + "." + std::to_string(record.MinVersion);
+}
+
+/// "…\name.4.40.das", or "…\name.4.40-2.das" and so on where that is taken. Raises 3204 where all are.
+std::string save_copy(engine::Database& database, const std::string& path, const std::string& layout) {
+  constexpr int most_copies = 99;
+  const std::size_t name = path.find_last_of("\\/:") + 1;
+  const std::size_t dot = path.rfind('.');
+  const std::size_t stem = dot == std::string::npos || dot < name ? path.size() : dot;
+  for (int number = 1;; ++number) {
+    const std::string tail = number > 1 ? "-" + std::to_string(number) : "";
+    const std::string copy = path.substr(0, stem) + "." + layout + tail + path.substr(stem);
+    try {
+      database.save_copy(copy);
+      return copy.substr(name);
+    } catch (const support::RuntimeError& error) {
+      if (error.number() != 3204 || number == most_copies) throw;
+    }
+  }
+}
+
+/// The last error that a procedure passed over, which is the one that ended it.
+class LastError {
+ public:
+  LastError() {
+    before_ = support::set_skipped_statement_listener(
+        [this](std::string_view, const support::RuntimeError& error) { error_ = error; });
+  }
+  ~LastError() { support::set_skipped_statement_listener(std::move(before_)); }
+  LastError(const LastError&) = delete;
+  LastError& operator=(const LastError&) = delete;
+  support::RuntimeError error() const {
+    return error_.value_or(support::RuntimeError(51, "The record could not be written."));
+  }
+
+ private:
+  support::SkippedStatementListener before_;
+  std::optional<support::RuntimeError> error_;
+};
+
+class Upgrader {
+ public:
+  Upgrader(const console::Arguments& arguments, console::Console& console)
+      : console_(console),
+        environment_(arguments, console),
+        word_(password(arguments, console)),
+        progress_(console.err, console.err_is_terminal),
+        makes_copies_(!arguments.has("--no-backup")) {
+    if (arguments.has("--yes")) answer_ = button_ok;
+    if (arguments.has("--no")) answer_ = button_cancel;
+    environment_.get().progress = &progress_;
+    environment_.get().message_box = [this](std::string_view text, std::uint32_t, std::string_view title) {
+      return answer_ ? *answer_ : ask(text, title);
+    };
+  }
+
+  Outcome upgrade(const std::string& file) {
+    Outcome outcome{file, "failed", {}, {}, {}};
+    try {
+      upgrade(database_path(file), outcome);
+    } catch (const support::RuntimeError& error) {
+      outcome.error = error;
+    }
+    progress_.clear();
+    return outcome;
+  }
+
+ private:
+  static constexpr int button_ok = 1, button_cancel = 2;
+
+  void upgrade(const std::string& path, Outcome& outcome) {
+    const auto engine = database::create_engine(environment_.get(), false);
+    const auto database = engine->open_database(path, true, false, word_.empty() ? "" : "MS Access;pwd=" + word_);
+    database->open_recordset("SELECT * FROM db_info")->move_first();
+    database::VersionRecord record;
+    const bool ours = database::db_ReadDBInfo(environment_.get(), *database, record);
+    outcome.layout = layout_text(record);
+    outcome.state = !ours                             ? "foreign"
+                    : database::needs_upgrade(record) ? "failed"
+                    : is_current(record)              ? "current"
+                                                      : "newer";
+    if (!ours || !database::needs_upgrade(record)) return;
+    if (makes_copies_) outcome.copy = save_copy(*database, path, outcome.layout);
+    const LastError last;
+    if (database::db_WriteDBInfo(environment_.get(), *database, record) != 1) throw last.error();
+    outcome.state = "upgraded";
+  }
+
+  static bool is_current(const database::VersionRecord& record) {
+    return record.MajVersion == database::current_major_version && record.MinVersion == database::current_minor_version;
+  }
+
+  /// Raises where nobody answers: going on as if the question had been declined would never ask it again.
+  int ask(std::string_view text, std::string_view title) {
+    progress_.clear();
+    console_.err << title << "\n" << text << "\n";
+    for (std::string line;;) {
+      console_.err << "[O]K / [A]bbruch: " << std::flush;
+      if (!console_.in || !std::getline(*console_.in, line)) {
+        console_.err << '\n';
+        throw support::RuntimeError(3059, "The question about the pump data needs an answer: --yes or --no.");
+      }
+      const std::string answer = support::to_lower(line.substr(0, line.find_last_not_of(" \r") + 1));
+      if (answer == "o" || answer == "ok") return button_ok;
+      if (answer == "a" || answer == "abbruch") return button_cancel;
+    }
+  }
+
+  console::Console& console_;
+  ToolEnvironment environment_;
+  std::string word_;
+  UpgradeProgress progress_;
+  bool makes_copies_;
+  std::optional<int> answer_;
+};
+
+void write_text(console::Console& console, const Outcome& outcome) {
+  if (outcome.error) {
+    console.err << outcome.file << ": error " << outcome.error->number() << ": " << outcome.error->what() << '\n';
+  } else if (outcome.state == "upgraded") {
+    console.out << outcome.file << ": upgraded from " << outcome.layout << " to 4.60";
+    console.out << (outcome.copy.empty() ? "" : ", copy in " + outcome.copy) << '\n';
+  } else if (outcome.state == "current") {
+    console.out << outcome.file << ": has layout 4.60 already\n";
+  } else if (outcome.state == "newer") {
+    console.err << outcome.file << ": layout " << outcome.layout << " is none that this program upgrades\n";
+  } else {
+    console.err << outcome.file << ": is no patient database of this product\n";
+  }
+}
+
+void write_json(console::Console& console, const Outcome& outcome) {
+  console::JsonWriter json(console.out);
+  json.begin_object().key("file").text(outcome.file).key("state").text(outcome.state);
+  json.key("layout").text(outcome.layout).key("copy").text(outcome.copy);
+  json.key("error").integer(outcome.error ? outcome.error->number() : 0);
+  json.key("text").text(outcome.error ? outcome.error->what() : "").end_object();
+  console.out << '\n';
+}
+
+int run(const console::Arguments& arguments, console::Console& console) {
+  arguments.expect_operands(1, SIZE_MAX, usage);
+  if (arguments.has("--yes") && arguments.has("--no")) throw console::UsageError("--yes and --no exclude each other.");
+  if (arguments.has("--backup") && arguments.has("--no-backup")) {
+    throw console::UsageError("--backup and --no-backup exclude each other.");
+  }
+  Upgrader upgrader(arguments, console);
+  bool all_good = true;
+  for (const std::string& file : arguments.operands()) {
+    const Outcome outcome = upgrader.upgrade(file);
+    arguments.has(json_option.name) ? write_json(console, outcome) : write_text(console, outcome);
+    all_good = all_good && outcome.good();
+  }
+  return all_good ? console::exit_done : console::exit_failed;
+}
+
+}  // namespace
+
+const Command upgrade_command{"upgrade", usage, "Brings databases of older layouts up to date.", details, options, run};
+
+}  // namespace patientdb

@@ -1,0 +1,160 @@
+// The console tool's commands for old databases and pump data.
+#include <gmock/gmock.h>
+
+#include <sstream>
+
+#include "apps/patientdb/patientdb.h"
+#include "tests/upgrade/old_layout.h"
+
+namespace database::testing {
+namespace {
+
+using ::testing::AllOf;
+using ::testing::ElementsAre;
+using ::testing::EndsWith;
+using ::testing::HasSubstr;
+using ::testing::Not;
+using ::testing::StartsWith;
+
+struct Said {
+  int code = 0;
+  std::string out, err;
+};
+
+class UpgradeCommand : public OldLayout {
+ protected:
+  static std::string host(const std::string& file) { return support::host_file_system().host_path(file); }
+
+  Said run(std::vector<std::string> arguments, std::istream* answers = nullptr, bool terminal = false) const {
+    std::ostringstream out, err;
+    const auto no_password = [](std::string_view) { return std::optional<std::string>(""); };
+    console::Console console{out, err, no_password, SOURCE_DIR, terminal, answers};
+    for (std::string& argument : arguments) {
+      if (argument.ends_with(".das")) argument = host(argument);
+    }
+    const int code = patientdb::run(arguments, console);
+    return {code, out.str(), err.str()};
+  }
+  /// The version of a copy beside the old layout.
+  std::string rows_of(const std::string& name) const { return rows(path(name), "SELECT MinVersion FROM db_info")[0]; }
+};
+
+TEST_F(UpgradeCommand, UpgradesAfterACopyAndTellsSo) {
+  const std::string file = old_database(40);
+  const Opened old = open(file);
+  const auto before = row_lines(*old.database);
+  old.database->close();
+  const Said said = run({"upgrade", file, "--yes"});
+  EXPECT_EQ(said.code, 0) << said.err;
+  EXPECT_EQ(said.out, host(file) + ": upgraded from 4.40 to 4.60, copy in 4.40.4.40.das\n");
+  EXPECT_EQ(stored_version(file), 60);
+  EXPECT_EQ(row_lines(*open(path("4.40.4.40.das")).database), before);
+  EXPECT_THAT(run({"upgrade", file}).out, EndsWith(": has layout 4.60 already\n"));
+  EXPECT_THAT(files(), ElementsAre("4.40.4.40.das", "4.40.das"));
+}
+
+TEST_F(UpgradeCommand, NeverOverwritesACopy) {
+  write_file(path("4.57.4.57.das"), "something else");
+  EXPECT_THAT(run({"upgrade", old_database(57), "--no"}).out, HasSubstr("copy in 4.57.4.57-2.das"));
+  EXPECT_EQ(read_file(path("4.57.4.57.das")), "something else");
+  EXPECT_EQ(run({"upgrade", old_database(57), "--no", "--no-backup"}).code, 0);
+  EXPECT_EQ(files().size(), 3U);
+}
+
+TEST_F(UpgradeCommand, AsksOnTheTerminal) {
+  struct Case {
+    std::string answers;
+    int code;
+    std::string converted_days;
+    int version;
+  };
+  const Case cases[] = {{"o\n", 0, "12", 60},           {"OK\r\n", 0, "12", 60}, {"a\n", 0, "0", 60},
+                        {"?\n\nAbbruch\n", 0, "0", 60}, {"", 1, "", 57},         {"vielleicht\n", 1, "", 57}};
+  for (const Case& row : cases) {
+    const std::string file = old_database(57);
+    std::istringstream answers(row.answers);
+    const Said said = run({"upgrade", file, "--no-backup"}, &answers, true);
+    EXPECT_EQ(said.code, row.code) << row.answers;
+    EXPECT_EQ(stored_version(file), row.version) << row.answers;
+    EXPECT_THAT(said.err, AllOf(HasSubstr("Achtung\nZur künftig"), HasSubstr("[O]K / [A]bbruch: "))) << row.answers;
+    if (row.version == 60) {
+      EXPECT_EQ(rows(file, "SELECT count(*) FROM ip"), std::vector<std::string>{row.converted_days}) << row.answers;
+    } else {
+      EXPECT_THAT(said.err, HasSubstr("error 3059: ")) << row.answers;
+    }
+  }
+}
+
+TEST_F(UpgradeCommand, ShowsItsProgressOnATerminalOnly) {
+  const Said seen = run({"upgrade", old_database(0), "--yes", "--no-backup"}, nullptr, true);
+  EXPECT_THAT(seen.err, AllOf(HasSubstr("\r[############..................] 4.25 patdat_Setup"),
+                              HasSubstr("\r[############################..] 4.57 steps"), HasSubstr(" 12/12")));
+  EXPECT_THAT(seen.err, EndsWith("\r"));
+  EXPECT_EQ(run({"upgrade", old_database(0), "--yes", "--no-backup"}).err, "");
+}
+
+TEST_F(UpgradeCommand, TellsOfEveryFileThatItCannotUpgrade) {
+  const std::string newer = old_database(58), foreign = old_database(57), text = path("text.das");
+  execute(newer, {"UPDATE db_info SET MinVersion=61"});
+  execute(foreign, {"UPDATE db_info SET [Desc]='other'"});
+  write_file(text, std::string(5000, 'x'));
+  const std::string old = old_database(45);
+  const Said said = run({"upgrade", newer, foreign, text, path("missing.das"), old, "--yes", "--json"});
+  EXPECT_EQ(said.code, 1);
+  std::istringstream lines(said.out);
+  std::vector<std::string> states;
+  for (std::string line; std::getline(lines, line);) states.push_back(line.substr(line.find("\"state\"")));
+  EXPECT_THAT(states,
+              ElementsAre(StartsWith(R"("state":"newer","layout":"4.61","copy":"")"),
+                          StartsWith(R"("state":"foreign","layout":"4.57","copy":"")"),
+                          StartsWith(R"("state":"failed","layout":"","copy":"","error":3343)"),
+                          StartsWith(R"("state":"failed","layout":"","copy":"","error":3024)"),
+                          StartsWith(R"("state":"upgraded","layout":"4.45","copy":"4.45.4.45.das","error":0)")));
+  EXPECT_EQ(run({"upgrade", old, "--yes", "--no"}).code, 2);
+  EXPECT_EQ(run({"upgrade"}).code, 2);
+}
+
+TEST_F(UpgradeCommand, MakesNoCopyOfADamagedDatabaseAndLeavesItAsItIs) {
+  const std::string file = old_database(0);
+  std::string damaged = read_file(file);
+  damaged.replace(damaged.find("nüchtern") & ~std::size_t{4095}, 4096, std::string(4096, '\x5a'));
+  write_file(file, damaged);
+  const Said said = run({"upgrade", file, "--yes"});
+  EXPECT_EQ(said.code, 1);
+  EXPECT_THAT(said.err, HasSubstr("error 3343: "));
+  EXPECT_THAT(files(), ElementsAre("4.0.das"));
+  EXPECT_TRUE(read_file(file) == damaged);
+}
+
+TEST_F(UpgradeCommand, CopiesAnEncryptedDatabaseUnderItsPassword) {
+  const std::string file = patient_database(), copy = path("copy.das");
+  open(file).database->save_copy(copy);
+  EXPECT_EQ(rows(copy, "SELECT name FROM patdat"), rows(file, "SELECT name FROM patdat"));
+  EXPECT_THAT(read_file(copy), Not(StartsWith("SQLite format 3")));
+  const Opened opened = open(file);
+  EXPECT_THROW(opened.database->save_copy(copy), support::RuntimeError);
+  EXPECT_THROW(opened.database->save_copy(path("nowhere\\copy.das")), support::RuntimeError);
+  const engine::Transaction transaction{*opened.database};
+  EXPECT_THROW(opened.database->save_copy(path("other.das")), support::RuntimeError);
+  EXPECT_THAT(files(), ElementsAre("copy.das", "patient.das"));
+}
+
+TEST_F(UpgradeCommand, TellsPumpData) {
+  const std::string file = old_database(58);
+  const std::vector<std::string> days{"--from", "2009-03-01", "--until", "2009-03-02"};
+  const auto with = [&](std::vector<std::string> command, std::vector<std::string> more = {}) {
+    command.insert(command.end(), days.begin(), days.end());
+    command.insert(command.end(), more.begin(), more.end());
+    return run(command);
+  };
+  EXPECT_EQ(with({"basal", file}).out, "34.4\n");
+  EXPECT_EQ(with({"basal", file}, {"--time-from", "06:00", "--time-until", "07:00", "--json"}).out, "{\"basal\":20}\n");
+  EXPECT_THAT(with({"pump-stats", file}, {"--json"}).out,
+              AllOf(HasSubstr(R"("basal_days":2,"basal_entries":4,"basal_total":34.4,"bolus_days":2,"boluses":2)"),
+                    HasSubstr(R"({"hour":12,"type":2,"entries":2,"total":11,"average":5.5})")));
+  EXPECT_THAT(with({"pump-stats", file}).out, HasSubstr("Bolus units a day"));
+  EXPECT_EQ(run({"basal", file, "--from", "2009-03-01"}).code, 2);
+}
+
+}  // namespace
+}  // namespace database::testing

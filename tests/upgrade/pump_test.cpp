@@ -1,0 +1,205 @@
+// Basal insulin of a period, the pump's statistics, and the days of `ip` beside them.
+#include <random>
+
+#include "database/pump_days.h"
+#include "database/pump_statistics.h"
+#include "database/query_filter.h"
+#include "tests/upgrade/old_layout.h"
+
+namespace database::testing {
+namespace {
+
+struct PumpRow {
+  std::string_view moment;  ///< "#m/d/yyyy#, #hh:mm:ss#"
+  double amount;
+  int type = 1;
+  std::string_view description = "'3600'";
+  std::string_view comment = "'Profil'";
+};
+
+class Pump : public OldLayout {
+ protected:
+  std::string database_with(const std::vector<PumpRow>& entries) {
+    const std::string file = patient_database();
+    const Opened opened = open(file);
+    engine::Transaction transaction{*opened.database};
+    for (const PumpRow& row : entries) {
+      opened.database->execute("INSERT INTO insulinpump (vDate, vTime, Amount, [Type], [desc], Comment) VALUES (" +
+                               std::string(row.moment) + ", " + std::to_string(row.amount) + ", " +
+                               std::to_string(row.type) + ", " + std::string(row.description) + ", " +
+                               std::string(row.comment) + ")");
+    }
+    transaction.commit();
+    return file;
+  }
+
+  static PumpPeriod days(int from, int until) {
+    PumpPeriod period;
+    period.date_from = engine::date_from(2020, 5, from);
+    period.date_until = engine::date_from(2020, 5, until);
+    return period;
+  }
+  static PumpPeriod whole_days(int from, int until) {
+    PumpPeriod period = days(from, until);
+    period.times.emplace(database::time_of_day(0, 0), database::time_of_day(23, 59, 59));
+    return period;
+  }
+};
+
+TEST_F(Pump, SumsBasalRatesUpFromEntryToEntry) {
+  struct Case {
+    std::string_view what;
+    std::vector<PumpRow> entries;
+    PumpPeriod period;
+    float units;
+  };
+  const Case cases[] = {
+      {"nothing", {}, whole_days(4, 4), 0},
+      {"one rate all day, a second short of it", {{"#5/4/2020#, #00:00:00#", 1.2}}, whole_days(4, 4), 28.8F},
+      {"the rate of the day before until the first entry",
+       {{"#5/3/2020#, #22:00:00#", 0.5}, {"#5/4/2020#, #12:00:00#", 1}},
+       whole_days(4, 4),
+       18},
+      {"its own first rate where none is before", {{"#5/4/2020#, #12:00:00#", 1}}, whole_days(4, 4), 24},
+      {"a rate eight days old does not count",
+       {{"#5/3/2020#, #12:00:00#", 2}, {"#5/12/2020#, #12:00:00#", 1}},
+       whole_days(12, 12),
+       24},
+      {"a rate seven days old does, and of two at once the larger",
+       {{"#5/5/2020#, #00:00:00#", 2}, {"#5/5/2020#, #00:00:00#", 3}, {"#5/12/2020#, #12:00:00#", 1}},
+       whole_days(12, 12),
+       48},
+      {"calculated entries and entries without comment are no earlier rates, but count themselves",
+       {{"#5/3/2020#, #20:00:00#", 2, 1, "'60'", "'Calc'"},
+        {"#5/3/2020#, #21:00:00#", 3, 1, "'60'", "Null"},
+        {"#5/3/2020#, #19:00:00#", 1},
+        {"#5/4/2020#, #12:00:00#", 4, 1, "'60'", "'calc'"}},
+       whole_days(4, 4),
+       59.999F},
+      {"marked, undescribed and negative entries and boluses are no rates",
+       {{"#5/4/2020#, #00:00:00#", 1},
+        {"#5/4/2020#, #06:00:00#", 9, 1, "'-1'"},
+        {"#5/4/2020#, #06:00:00#", 9, 1, "Null"},
+        {"#5/4/2020#, #06:00:00#", 9, 1, "''"},
+        {"#5/4/2020#, #06:00:00#", -1},
+        {"#5/4/2020#, #06:00:00#", 9, 2}},
+       whole_days(4, 4),
+       24},
+      {"a pause of the pump is marked with no amount",
+       {{"#5/4/2020#, #00:00:00#", 1}, {"#5/4/2020#, #12:00:00#", 0, 1, "'-1'"}},
+       whole_days(4, 4),
+       12},
+      {"more than a day: the seconds of the description",
+       {{"#5/4/2020#, #00:00:00#", 1, 1, "' 7200'"}, {"#5/6/2020#, #12:00:00#", 2}},
+       whole_days(4, 6),
+       25.999F},
+      {"units of an interval have three decimals",
+       {{"#5/4/2020#, #00:00:00#", 0.05}, {"#5/4/2020#, #00:01:00#", 0.05}, {"#5/4/2020#, #00:02:00#", 0}},
+       whole_days(4, 4),
+       0.002F},
+      {"without times the last day is not in the period", {{"#5/4/2020#, #00:00:00#", 1}}, days(4, 5), 24},
+  };
+  for (const Case& row : cases) {
+    EXPECT_FLOAT_EQ(db_IP_CalcBasal(environment, database_with(row.entries), row.period), row.units) << row.what;
+  }
+}
+
+TEST_F(Pump, CountsOnlyTheDaysAndTimesOfThePeriod) {
+  const std::string file = database_with({{"#5/3/2020#, #18:00:00#", 1},  // a Sunday
+                                          {"#5/4/2020#, #06:00:00#", 2},
+                                          {"#5/4/2020#, #09:00:00#", 3},
+                                          {"#5/4/2020#, #18:00:00#", 4}});
+  PumpPeriod period = days(4, 4);
+  period.times.emplace(database::time_of_day(8, 0), database::time_of_day(10, 0));
+  EXPECT_FLOAT_EQ(db_IP_CalcBasal(environment, file, period), 2 + 3);
+  period = whole_days(3, 4);
+  period.weekdays = "2";
+  // Sunday's rate is in force from its start for more than a day: the hour of its description. It is no entry itself.
+  EXPECT_FLOAT_EQ(db_IP_CalcBasal(environment, file, period), 1 + 6 + 27 + 23.999F);
+  EXPECT_FLOAT_EQ(db_IP_CalcBasal(environment, path("missing.das"), period), 0);
+}
+
+/// Any entries: many at one moment, days without any, marks and calculated ones.
+std::vector<PumpRow> random_entries(std::mt19937& random, std::vector<std::string>& moments) {
+  std::vector<PumpRow> entries;
+  moments.reserve(200);
+  const auto any = [&](int below) { return static_cast<int>(random() % static_cast<unsigned>(below)); };
+  for (int i = 0; i < 200; ++i) {
+    moments.push_back("#5/" + std::to_string(1 + any(28)) + "/2020#, #" + std::to_string(any(24)) + ":" +
+                      std::to_string(any(4) * 15) + ":00#");
+    PumpRow row{moments.back(), any(30) / 10.0, 1 + any(8) / 5};
+    if (any(10) == 0) row.description = "'-1'";
+    if (any(6) == 0) row.comment = "'calc'";
+    if (any(6) == 0) row.comment = "Null";
+    entries.push_back(row);
+  }
+  return entries;
+}
+
+TEST_F(Pump, HasForEachDayWhatThePeriodOfThatDayHas) {
+  std::mt19937 random{20};
+  for (int round = 0; round < 5; ++round) {
+    std::vector<std::string> moments;
+    const std::string file = database_with(random_entries(random, moments));
+    const Opened opened = open(file);
+    const std::vector<PumpDay> found = pump_days(*opened.database);
+    EXPECT_GT(found.size(), 20U);
+    for (const PumpDay& day : found) {
+      PumpPeriod period = whole_days(1, 1);
+      period.date_from = period.date_until = day.day;
+      EXPECT_FLOAT_EQ(day.basal, db_IP_CalcBasal(environment, *opened.database, period)) << engine::iso_text(day.day);
+      const auto sums =
+          rows(file, "SELECT count(*), sum(amount) FROM insulinpump WHERE [Type]>1 AND vDate=" + date_literal(day.day));
+      const auto boluses =
+          engine::to_text(day.boluses) + "|" + (day.boluses == 0 ? "Null" : engine::to_text(day.bolus));
+      EXPECT_EQ(sums, std::vector<std::string>{boluses});
+    }
+  }
+}
+
+TEST_F(Pump, GathersItsStatistics) {
+  const std::string file = database_with({{"#5/4/2020#, #06:00:00#", 1, 1, "'90'"},
+                                          {"#5/4/2020#, #06:30:00#", 2, 1, "'30'"},
+                                          {"#5/5/2020#, #22:00:00#", 0.5, 1, "'180'"},
+                                          {"#5/4/2020#, #12:00:00#", 4, 2, "''"},
+                                          {"#5/4/2020#, #12:59:59#", 6, 2, "''"},
+                                          {"#5/5/2020#, #12:00:00#", 5, 3, "''"},
+                                          {"#5/6/2020#, #12:00:00#", 0, 2, "''"}});
+  const PumpStatistics statistics = db_GetIGPumpStats(environment, file, days(4, 6));
+  ASSERT_TRUE(statistics.first && statistics.last);
+  EXPECT_EQ(engine::iso_text(*statistics.first), "2020-05-04 06:00:00");
+  EXPECT_EQ(engine::iso_text(*statistics.last), "2020-05-06 01:00:00");
+  EXPECT_EQ(statistics.span_minutes, 43 * 60);
+  EXPECT_EQ(statistics.basal_days, 2);
+  EXPECT_EQ(statistics.basal_entries, 3);
+  EXPECT_EQ(statistics.bolus_days, 2);
+  EXPECT_EQ(statistics.boluses, 3);
+  EXPECT_DOUBLE_EQ(statistics.bolus_total, 15);
+  EXPECT_DOUBLE_EQ(statistics.bolus_per_day, 7.5);
+  // 6.5 hours of 1, 39.5 of 2, and 26 hours, more than a day, of 0.5: the 180 of the description as seconds.
+  EXPECT_FLOAT_EQ(statistics.basal_total, 6.5F + 0.017F + 0.025F);
+  std::string hours;
+  for (const auto& hour : statistics.hours) {
+    hours += std::to_string(hour.hour) + "/" + std::to_string(hour.type) + ": " + std::to_string(hour.entries) + " " +
+             engine::to_text(hour.total) + " " + engine::to_text(hour.average) + "\n";
+  }
+  EXPECT_EQ(hours, "6/1: 2 3 1,5\n12/2: 2 10 5\n12/3: 1 5 5\n22/1: 1 0,5 0,5\n");
+
+  PumpPeriod evening = days(4, 6);
+  evening.times.emplace(database::time_of_day(20, 0), database::time_of_day(23, 59, 59));
+  EXPECT_EQ(db_GetIGPumpStats(environment, file, evening).basal_entries, 1);
+  evening.weekdays = "2";
+  EXPECT_EQ(db_GetIGPumpStats(environment, file, evening).basal_entries, 0);
+}
+
+TEST_F(Pump, FindsNothingButTheBasalTotalForAProfile) {
+  const std::string file = database_with({{"#5/4/2020#, #00:00:00#", 1}, {"#5/4/2020#, #12:00:00#", 4, 2}});
+  const PumpStatistics statistics = db_GetIGPumpStats(environment, file, days(4, 4), 1);
+  EXPECT_FALSE(statistics.first);
+  EXPECT_EQ(statistics.basal_entries + statistics.boluses, 0);
+  EXPECT_TRUE(statistics.hours.empty());
+  EXPECT_FLOAT_EQ(statistics.basal_total, 24);
+}
+
+}  // namespace
+}  // namespace database::testing
