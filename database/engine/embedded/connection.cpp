@@ -142,10 +142,13 @@ PooledStatement::~PooledStatement() {
   connection_->idle_.put(sql, std::move(*statement_));
 }
 
-Connection::Connection(const std::string& host_path, const ConnectionOptions& options) : exclusive_(options.exclusive) {
+Connection::Connection(const std::string& host_path, const ConnectionOptions& options)
+    : exclusive_(options.exclusive), read_only_(options.read_only) {
   sqlite3* handle = nullptr;
-  const int flags = options.read_only ? SQLITE_OPEN_READONLY : SQLITE_OPEN_READWRITE;
-  const int result = sqlite3_open_v2(host_path.c_str(), &handle, flags | SQLITE_OPEN_EXRESCODE, nullptr);
+  // For writing even where only reading is meant, if the file allows it: what a process that died left half done is
+  // undone by the next one that opens the file, and that may be a reader.
+  const int flags = SQLITE_OPEN_READWRITE | SQLITE_OPEN_EXRESCODE;
+  const int result = sqlite3_open_v2(host_path.c_str(), &handle, flags, nullptr);
   handle_.reset(handle);
   if (result != SQLITE_OK) raise(3051);
   sqlite3_busy_timeout(handle, static_cast<int>(options.busy_time.count()));
@@ -212,6 +215,7 @@ std::optional<std::int64_t> Connection::first_read() {
   check(result);
   check(sqlite3_exec(handle_.get(), "PRAGMA cell_size_check=ON", nullptr, nullptr, nullptr));
   if (exclusive_) run("PRAGMA locking_mode=EXCLUSIVE");
+  if (read_only_) run("PRAGMA query_only=ON");
   return user_version;
 }
 

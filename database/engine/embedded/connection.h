@@ -91,7 +91,8 @@ struct ConnectionOptions {
 
 class Connection {
  public:
-  /// Opens a file that is there (of zero bytes: a new one). 3051 where it cannot be opened. Reads nothing yet.
+  /// Opens a file that is there (of zero bytes: a new one). 3051 where it cannot be opened. Reads nothing yet. A
+  /// read-only connection changes nothing but to undo the transaction of a process that died.
   Connection(const std::string& host_path, const ConnectionOptions& options);
   Connection(const Connection&) = delete;
   Connection& operator=(const Connection&) = delete;
@@ -118,7 +119,7 @@ class Connection {
   void check_integrity();
 
   bool in_transaction() const { return sqlite3_get_autocommit(handle_.get()) == 0; }
-  bool read_only() const { return sqlite3_db_readonly(handle_.get(), "main") == 1; }
+  bool read_only() const { return read_only_ || sqlite3_db_readonly(handle_.get(), "main") == 1; }
   std::int32_t changes() const { return sqlite3_changes(handle_.get()); }
   std::int64_t last_row_id() const { return sqlite3_last_insert_rowid(handle_.get()); }
 
@@ -133,6 +134,7 @@ class Connection {
   };
   std::unique_ptr<sqlite3, Close> handle_;
   bool exclusive_;
+  bool read_only_;
   LruCache<Statement> idle_{128};
 };
 

@@ -75,20 +75,22 @@ TEST_F(PosixFiles, AProcessThatDiesLeavesWhatWasCommitted) {
     add_things(*database);
     add_rows(*database, 1);
   }
-  const pid_t child = fork();
-  if (child == 0) {
-    const auto database = open("test.das", "geheim");
-    database->begin_transaction();
-    database->execute("DELETE FROM things");
-    // More than fits into memory: the file itself has changed when the process dies.
-    add_rows(*database, 20000);
-    _exit(0);
+  for (const bool read_only : {false, true}) {
+    const pid_t child = fork();
+    if (child == 0) {
+      const auto database = open("test.das", "geheim");
+      database->begin_transaction();
+      database->execute("DELETE FROM things");
+      // More than fits into memory: the file itself has changed when the process dies.
+      add_rows(*database, 20000);
+      _exit(0);
+    }
+    int status = 0;
+    ASSERT_EQ(waitpid(child, &status, 0), child);
+    ASSERT_EQ(status, 0);
+    ASSERT_TRUE(exists("test.das-journal"));
+    EXPECT_THAT(column(*open("test.das", "geheim", read_only), "things", "name"), ElementsAre("Zeile")) << read_only;
   }
-  int status = 0;
-  ASSERT_EQ(waitpid(child, &status, 0), child);
-  ASSERT_EQ(status, 0);
-  ASSERT_TRUE(exists("test.das-journal"));
-  EXPECT_THAT(column(*open("test.das", "geheim"), "things", "name"), ElementsAre("Zeile"));
 }
 
 TEST_F(PosixFiles, RightsOfANewFileAreTheUsersAlone) {
