@@ -24,7 +24,7 @@
 namespace wizard {
 
 struct frmAssistantFirstSteps::Run {
-  explicit Run(Ports ports) : context{std::move(ports), {}, {}}, pages(context) {}
+  explicit Run(Ports ports) : context{std::move(ports), {}, {}, {}}, pages(context) {}
 
   Context context;
   Pages pages;

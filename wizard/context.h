@@ -1,6 +1,7 @@
 // What all pages of the wizard share: the ports, the installation, and the form that they lie on.
 #pragma once
 
+#include <optional>
 #include <string_view>
 
 #include "database/environment.h"
@@ -22,6 +23,7 @@ struct Context {
   Ports ports;
   InstallationConfig config;
   form::Form form;
+  std::optional<bool> index_created;  ///< whether a patient index that was missing could be created
 
   /// What the database procedures need, as things stand now; not to be kept beyond the next call.
   database::Environment environment() const;

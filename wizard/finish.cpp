@@ -64,6 +64,8 @@ class Finish {
 
 FinishReport Finish::run() {
   support::Procedure procedure{"wizard!Finish"};
+  if (const auto created = context_.index_created)
+    writer_.file(context_.config.IndexDB, "patient index", [&] { return *created; });
   for (std::string_view value : {"OutlookStyle", "DefaultDataEntry", "BGUnit"})
     procedure.step([&] { write_choice(value); });
   save_profile();
@@ -105,9 +107,10 @@ void Finish::gather() {
   if (known) database::db_GetPatient(environment, database_, 0, patient_);
   stored_therapy_ = patient_.therapy;
   gather_patient(context_.form, patient_);
-  if (!known || !database::db_GetSettings(environment, database_, stored_settings_))
-    database::GetTimeZones(environment, "", stored_settings_.zones, true);
+  const bool read = known && database::db_GetSettings(environment, database_, stored_settings_);
+  if (!read) database::GetTimeZones(environment, "", stored_settings_.zones, true);
   settings_ = stored_settings_;
+  if (!read) pages_.targets.gather_presets(settings_);
   pages_.targets.gather(settings_);
 }
 

@@ -43,7 +43,7 @@ void choose_folder(Context& context, int button) {
   }
   context.config.PatientData = join_path(*folder, "");
   context.config.IndexDB = context.config.PatientData + "index.mdb";
-  bring_index_up_to_date(context.environment(), context.config.IndexDB);
+  bring_index_up_to_date(context);
   show_folder(context);
 }
 

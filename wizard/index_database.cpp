@@ -2,19 +2,33 @@
 
 #include "database/create_database.h"
 #include "database/index_database.h"
+#include "support/common_code.h"
 #include "support/file_system.h"
 
 namespace wizard {
 
-bool provide_index_database(const database::Environment& environment, std::string_view path) {
-  if (support::file_test(environment.file_system(), path)) return true;
-  return bring_index_up_to_date(environment, path);
+namespace {
+
+/// False where the index is missing afterwards.
+bool create_where_missing(Context& context) {
+  constexpr int folder = 1;
+  const std::string& path = context.config.IndexDB;
+  if (support::file_test(*context.ports.files, path)) return true;
+  context.ports.files->create_folder(support::ExtractFromPath(path, folder));
+  const bool created = database::CreateIndexDatabase(context.environment(), path) == 1;
+  context.index_created = created;
+  return created;
 }
 
-bool bring_index_up_to_date(const database::Environment& environment, std::string_view path) {
-  if (!support::file_test(environment.file_system(), path) && database::CreateIndexDatabase(environment, path) != 1) {
-    return false;
-  }
+}  // namespace
+
+void provide_index_database(Context& context) {
+  if (!support::file_test(*context.ports.files, context.config.IndexDB)) bring_index_up_to_date(context);
+}
+
+void bring_index_up_to_date(Context& context) {
+  if (!create_where_missing(context)) return;
+  const database::Environment environment = context.environment();
   database::Progress* progress = environment.progress;
   bool shown = false;
   const auto show = [&](const std::string& caption) {
@@ -23,9 +37,8 @@ bool bring_index_up_to_date(const database::Environment& environment, std::strin
     shown = true;
     progress->set_caption(caption);
   };
-  const bool upgraded = database::db_UpgradeIndexDatabase(environment, path, show);
+  database::db_UpgradeIndexDatabase(environment, context.config.IndexDB, show);
   if (shown) progress->finish();
-  return upgraded;
 }
 
 }  // namespace wizard

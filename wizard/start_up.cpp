@@ -118,7 +118,7 @@ bool discover_installation(Context& context, std::string_view command_line) {
   });
   procedure.step([&] { discover_paths(ports, config); });
   procedure.step([&] {
-    if (config.ProEdition) provide_index_database(context.environment(), config.IndexDB);
+    if (config.ProEdition) provide_index_database(context);
   });
   procedure.step([&] { discover_product(ports, config); });
   procedure.step([&] { discover_current_database(context, command_line, config); });

@@ -23,7 +23,7 @@ void TargetsPage::show(const SettingsRecord& settings, GlucoseUnit unit) {
     const std::int16_t value = settings.*members[field];
     const std::string text = field < glucose_fields ? shown_value(value, unit) : std::to_string(value);
     context_.form.at("txtvorgabe", field).set_text(text);
-    if (field < glucose_fields) shown_[static_cast<std::size_t>(field)] = {text, value};
+    shown_[static_cast<std::size_t>(field)] = {text, value};
   }
   change_unit(unit);
 }
@@ -41,7 +41,7 @@ void TargetsPage::change_unit(GlucoseUnit unit) {
 std::optional<std::int16_t> TargetsPage::glucose_value(int field) const {
   const std::string& text = context_.form.at("txtvorgabe", field).text();
   const Shown& shown = shown_[static_cast<std::size_t>(field)];
-  if (unit_ == shown_unit_ && text == shown.text) return shown.mg_dl;
+  if (unit_ == shown_unit_ && text == shown.text) return shown.value;
   return in_mg_dl(text, unit_);
 }
 
@@ -72,6 +72,10 @@ void TargetsPage::gather(SettingsRecord& settings) const {
                            : in_mg_dl(context_.form.at("txtvorgabe", field).text(), GlucoseUnit::MgDl);
     if (value) settings.*members[field] = *value;
   }
+}
+
+void TargetsPage::gather_presets(SettingsRecord& settings) const {
+  for (std::size_t field = 0; field < shown_.size(); ++field) settings.*members[field] = shown_[field].value;
 }
 
 }  // namespace wizard

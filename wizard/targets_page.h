@@ -31,21 +31,23 @@ class TargetsPage {
   /// Takes the fields over into the record (mg/dl, mmHg); a field that is no number leaves the record's value. A field
   /// that still shows what show() put there gives exactly the value it was given.
   void gather(database::SettingsRecord& settings) const;
+  /// Takes the values that show() was given over into the record.
+  void gather_presets(database::SettingsRecord& settings) const;
 
  private:
-  static constexpr int glucose_fields = 4;
+  static constexpr int glucose_fields = 4, all_fields = 8;
   std::optional<std::int16_t> glucose_value(int field) const;
   bool refuse(int field, long message);
 
   struct Shown {
     std::string text;
-    std::int16_t mg_dl = 0;
+    std::int16_t value = 0;  ///< mg/dl or mmHg
   };
 
   Context& context_;
   GlucoseUnit unit_ = GlucoseUnit::MgDl;
   GlucoseUnit shown_unit_ = GlucoseUnit::MgDl;
-  std::array<Shown, glucose_fields> shown_;
+  std::array<Shown, all_fields> shown_;
 };
 
 }  // namespace wizard

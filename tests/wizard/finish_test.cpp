@@ -104,6 +104,19 @@ TEST_F(Finish, ATypicalRunFromTheCommandLineToTheDatabaseAndBack) {
   EXPECT_THAT(rows(database, "SELECT COUNT(*) FROM patdat"), ElementsAre("1"));
 }
 
+TEST_F(Finish, ATargetThatIsNoNumberKeepsItsPreset) {
+  start();
+  enter_name();
+  type("txtvorgabe", "hoch", 4);
+  type("txtvorgabe", "99999", 5);
+  finish();
+  EXPECT_THAT(rows(path("patients\\Muster_Max.das"), "SELECT BPTargetSysMin, BPTargetSysMax FROM patdat_setup"),
+              ElementsAre("100|130"));
+  EXPECT_THAT(
+      rows(path("patients\\Muster_Max.das"), "SELECT itemvalue FROM therapieplan_details WHERE itemtype IN (504, 505)"),
+      ElementsAre("100", "130"));
+}
+
 TEST_F(Finish, ChangesOfAKnownDatabaseBecomeANewPlanThatKeepsTheRest) {
   const std::string database = known_database();
   execute(database, "UPDATE patdat SET id = 7, phone = '030 1', birthday = #5/6/1950#");
@@ -153,6 +166,23 @@ TEST_F(Finish, TheProfessionalEditionTouchesNoPatientDatabase) {
   EXPECT_THAT(lines(wizard().report()),
               ElementsAre("OutlookStyle=0", "DefaultDataEntry=EDIT_DIARY", "BGUnit=0", "RunOnStart=mnu_last",
                           "ShowOutlookbar=0", "DataBaseName=" + database, "FirstRun=0"));
+}
+
+TEST_F(Finish, TheProfessionalEditionReportsTheIndexThatItHadToCreate) {
+  set_value(support::RootKey::LocalMachine, "SOFTWARE\\Lumoraquant\\Pro", "PatientData", path("patients\\"));
+  start("Pro");
+  finish();
+  EXPECT_EQ(lines(wizard().report()).front(), "patient index");
+  EXPECT_TRUE(support::file_test(support::host_file_system(), path("patients\\index.mdb")));
+  start("Pro");
+  finish();
+  EXPECT_THAT(lines(wizard().report()), Not(Contains("patient index"))) << "it was there";
+
+  set_value(support::RootKey::LocalMachine, "SOFTWARE\\Lumoraquant\\Pro", "PatientData", path("file\\"));
+  write("file", "a file where the folder should be");
+  start("Pro");
+  finish();
+  EXPECT_THAT(lines(wizard().report()), Contains(StartsWith("patient index (")));
 }
 
 TEST_F(Finish, ANewFileNeverTakesAnExistingOnesPlace) {
