@@ -5,42 +5,21 @@
 #include "database/schema/schema.h"
 #include "database/version_record.h"
 #include "tests/database/database_test.h"
+#include "tests/database/refusing_database.h"
 
 namespace database::testing {
 namespace {
 
 using Creation = DatabaseTest;
 
-/// A database that refuses one table.
-class RefusingDatabase : public engine::Database {
- public:
-  explicit RefusingDatabase(std::unique_ptr<engine::Database> real) : real_(std::move(real)) {}
-  std::shared_ptr<engine::TableDef> create_table_def(std::string_view name) override {
-    if (name == "steps") throw support::RuntimeError(3010, "refused");
-    return real_->create_table_def(name);
-  }
-  std::string name() const override { return real_->name(); }
-  void close() override { real_->close(); }
-  void new_password(std::string_view before, std::string_view after) override { real_->new_password(before, after); }
-  engine::TableDefs& table_defs() override { return real_->table_defs(); }
-  std::unique_ptr<engine::Recordset> open_recordset(std::string_view source) override {
-    return real_->open_recordset(source);
-  }
-  void execute(std::string_view sql) override { real_->execute(sql); }
-  std::int32_t records_affected() const override { return real_->records_affected(); }
-  void begin_transaction() override { real_->begin_transaction(); }
-  void commit_transaction() override { real_->commit_transaction(); }
-  void rollback_transaction() override { real_->rollback_transaction(); }
-
- private:
-  std::unique_ptr<engine::Database> real_;
-};
-
+/// An engine whose new databases refuse one table.
 class RefusingEngine : public engine::Engine {
  public:
   std::unique_ptr<engine::Database> create_database(std::string_view path, std::string_view locale,
                                                     std::int32_t version) override {
-    return std::make_unique<RefusingDatabase>(real_->create_database(path, locale, version));
+    return std::make_unique<RefusingDatabase>(real_->create_database(path, locale, version), [](std::string_view name) {
+      if (name == "steps") throw support::RuntimeError(3010, "refused");
+    });
   }
   std::unique_ptr<engine::Database> open_database(std::string_view path, bool exclusive, bool read_only,
                                                   std::string_view connect) override {

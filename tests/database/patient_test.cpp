@@ -3,6 +3,7 @@
 
 #include "database/lab_definitions.h"
 #include "tests/database/database_test.h"
+#include "tests/database/refusing_database.h"
 
 namespace database::testing {
 namespace {
@@ -131,6 +132,22 @@ TEST_F(Patient, TakesThePreferencesOfTheLookupDatabase) {
       EXPECT_EQ(error.number(), 3078);
     }
     EXPECT_EQ(insulins, row.insulins) << row.name;
+  }
+}
+
+TEST_F(Patient, ADiskThatFillsDuringTheExchangeCostsNoPreferences) {
+  const std::string file = patient_database(), lookup = patient_database("defs.mdb");
+  for (int failing = 1; failing <= 6; ++failing) {
+    int statement = 0;
+    RefusingDatabase database(std::move(open(file).database), [&](std::string_view) {
+      if (++statement == failing) throw support::RuntimeError(3043, "disk full");
+    });
+    EXPECT_FALSE(db_MergePreferences(environment, database, lookup)) << failing;
+    EXPECT_EQ(statement, failing) << "nothing more is tried";
+    database.close();
+    EXPECT_EQ(rows(file, "SELECT COUNT(*) FROM labdefs"), std::vector<std::string>{"15"}) << failing;
+    for (const std::string table : {"preferredInsulin", "preferredMedicals"})
+      EXPECT_EQ(rows(file, "SELECT COUNT(*) FROM " + table), std::vector<std::string>{"0"}) << failing;
   }
 }
 

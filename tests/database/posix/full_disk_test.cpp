@@ -3,8 +3,6 @@
 
 #include <csignal>
 
-#include "database/lab_definitions.h"
-#include "database/opened_target.h"
 #include "tests/database/database_test.h"
 
 namespace database::testing {
@@ -48,37 +46,6 @@ TEST_F(FullDisk, LeavesNoFileWhereverItStopsTheCreation) {
   }
   EXPECT_GT(refused, 2);
   EXPECT_EQ(files(), std::vector<std::string>{"new.das"});
-}
-
-TEST_F(FullDisk, LeavesThePreferencesAsTheyWereWhereverItStopsTheirExchange) {
-  const std::string file = patient_database();
-  const std::string lookup = path("defs.mdb");
-  ASSERT_EQ(CreatePatientDatabase(environment, lookup, sample_patient(), {}), 1);
-  {
-    const OpenedTarget opened{environment, lookup, OpenedTarget::Access::Write};
-    for (int n = 0; n < 100; ++n)
-      opened.database().execute("INSERT INTO preferredInsulin ([desc], comment) VALUES ('Actrapid', '" +
-                                std::string(250, 'x') + "')");
-  }
-  const auto tables = [&] {
-    std::string counts;
-    for (const std::string table : {"labdefs", "preferredInsulin", "preferredMedicals"})
-      counts += rows(file, "SELECT count(*) FROM " + table).at(0) + " ";
-    return counts;
-  };
-  int refused = 0;
-  bool exchanged = false;
-  for (rlim_t limit = 1; !exchanged; limit += 4 << 10) {
-    {
-      const FileSizeLimit full{limit};
-      exchanged = db_MergePreferences(environment, file, lookup);
-    }
-    if (exchanged) continue;
-    ++refused;
-    ASSERT_EQ(tables(), "15 0 0 ") << limit;
-  }
-  EXPECT_GT(refused, 2);
-  EXPECT_EQ(tables(), "15 100 0 ");
 }
 
 }  // namespace
