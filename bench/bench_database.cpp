@@ -27,7 +27,13 @@ class WorkFolder {
   std::filesystem::path path_;
 };
 
-constexpr bench::Job (*jobs[])(const std::filesystem::path&) = {bench::creation_job, bench::reading_job};
+constexpr bench::Job (*jobs[])(const std::filesystem::path&) = {
+    bench::creation_job,        bench::reading_job,
+    bench::ladder_job,          bench::ladder_growth_job,
+    bench::pump_conversion_job, bench::pump_conversion_growth_job,
+    bench::pump_statistics_job, bench::pump_statistics_growth_job,
+    bench::summary_job,         bench::summary_growth_job,
+};
 
 bool run(const bench::Job& job) {
   const bench::Result result = bench::measure(job);

@@ -10,5 +10,14 @@ namespace bench {
 // Each works on files of its own in the folder.
 Job creation_job(const std::filesystem::path& folder);
 Job reading_job(const std::filesystem::path& folder);
+Job ladder_job(const std::filesystem::path& folder);
+Job pump_conversion_job(const std::filesystem::path& folder);
+Job pump_statistics_job(const std::filesystem::path& folder);
+// Ours with ten times the rows beside ours.
+Job ladder_growth_job(const std::filesystem::path& folder);
+Job pump_conversion_growth_job(const std::filesystem::path& folder);
+Job pump_statistics_growth_job(const std::filesystem::path& folder);
+Job summary_job(const std::filesystem::path& folder);
+Job summary_growth_job(const std::filesystem::path& folder);
 
 }  // namespace bench

@@ -7,7 +7,8 @@
 namespace bench {
 namespace {
 
-double milliseconds_of(const std::function<void()>& work) {
+double milliseconds_of(const Job& job, const std::function<void()>& work) {
+  if (job.prepare) job.prepare();
   const auto start = std::chrono::steady_clock::now();
   work();
   return std::chrono::duration<double, std::milli>(std::chrono::steady_clock::now() - start).count();
@@ -23,13 +24,13 @@ double median(std::vector<double>& values) {
 
 Result measure(const Job& job) {
   std::vector<double> ours, straight;
-  job.ours();
-  job.straight();
+  milliseconds_of(job, job.ours);
+  milliseconds_of(job, job.straight);
   for (int round = 0; round < job.rounds; ++round) {
     // Who goes first changes, so that neither always finds the caches that the other left.
-    if (round % 2 == 0) ours.push_back(milliseconds_of(job.ours));
-    straight.push_back(milliseconds_of(job.straight));
-    if (round % 2 != 0) ours.push_back(milliseconds_of(job.ours));
+    if (round % 2 == 0) ours.push_back(milliseconds_of(job, job.ours));
+    straight.push_back(milliseconds_of(job, job.straight));
+    if (round % 2 != 0) ours.push_back(milliseconds_of(job, job.ours));
   }
   return {median(ours), median(straight)};
 }

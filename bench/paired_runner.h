@@ -13,6 +13,8 @@ struct Job {
   int rounds;
   std::function<void()> ours;
   std::function<void()> straight;
+  /// Unmeasured, before each run of either: the files that it works on.
+  std::function<void()> prepare = {};
 };
 
 struct Result {

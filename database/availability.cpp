@@ -1,6 +1,5 @@
 #include "database/availability.h"
 
-#include <algorithm>
 #include <array>
 #include <cstdio>
 
@@ -20,7 +19,6 @@ struct Category {
   std::string_view checksum;
   bool knows_imports = true;
   std::string_view day_column = "vdate";
-  bool has_typ_column = false;
 };
 
 constexpr std::string_view value_checksum = "avg(value)+count(vdate)+typ+stdev(vdate)+stdev(vtime)";
@@ -40,13 +38,13 @@ constexpr std::array<Category, 28> categories = {{
     {"activities", "", value_checksum},
     {"medicaldata", "", value_checksum},
     {"eventlog", "", "avg(event)+count(vdate)+stdev(vdate)+stdev(vtime)"},
-    {"patdat_doctor", "", note_checksum, false, "vdate", true},
+    {"patdat_doctor", "", note_checksum, false},
     {"labvalues", "type>=10", lab_checksum},
     {"insulinpump", "event>0", "avg(amount)+count(vdate)+stdev(vdate)+stdev(vtime)"},
     {"glucose", "bloodtype=255", value_checksum},
     {"labvalues", "(type=1 or type=2) and value >0 ", lab_checksum},
     {"labvalues", "type=11", lab_checksum},
-    {"memos", "", note_checksum, false, "vdate", true},
+    {"memos", "", note_checksum, false},
     {"glucose", "event IN (2,4,16,18) ", value_checksum},
     {"glucose", "event IN (3,5,17,19) ", value_checksum},
     {"insulin", "(bolusie>0 and basalie=0 and rapid=0)", insulin_checksum},
@@ -111,83 +109,19 @@ std::string category_query(const AvailabilityRequest& request, std::size_t numbe
   return text;
 }
 
-/// The condition that a category's rows meet beyond those of its table; true for every row where there is none.
-std::string row_condition(const Category& category) {
-  return category.criterion.empty() ? std::string("True") : std::string(category.criterion);
-}
-
-/// "avg(value)+typ" for the rows that meet a condition only: "avg(iif(cond,value,null))+11".
-std::string conditional_checksum(const Category& category, std::size_t number) {
-  std::string text;
-  std::string_view rest = category.checksum;
-  while (!rest.empty()) {
-    const std::string_view term = rest.substr(0, rest.find('+'));
-    rest.remove_prefix(std::min(rest.size(), term.size() + 1));
-    if (!text.empty()) text += "+";
-    const std::size_t open = term.find('(');
-    std::string column(open == std::string_view::npos ? term : term.substr(open + 1, term.size() - open - 2));
-    if (column == "typ" && !category.has_typ_column) column = std::to_string(number);
-    if (open == std::string_view::npos) {
-      text += column;
-    } else {
-      text += std::string(term.substr(0, open + 1)) + "iif(" + row_condition(category) + "," + column + ",null))";
-    }
-  }
-  return text;
-}
-
-/// One statement that reads a table once and gives count, checksum, last and first day of each of the categories.
-std::string table_query(const AvailabilityRequest& request, const std::vector<std::size_t>& numbers) {
-  const Category& any = categories[numbers.front()];
-  std::string text = "SELECT ";
-  for (const std::size_t number : numbers) {
-    const Category& category = categories[number];
-    const std::string day = "(iif(" + row_condition(category) + "," + std::string(category.day_column) + ",null))";
-    if (number != numbers.front()) text += ", ";
-    const std::string suffix = std::to_string(number);
-    text += "count" + day + " as n" + suffix + ", (" + conditional_checksum(category, number) + ") as c" + suffix +
-            ", max" + day + " as u" + suffix + ", min" + day + " as f" + suffix;
-  }
-  const std::string column(any.day_column);
-  std::string conditions = day_range(request) + weekday_clause(request) + import_clause(request, any);
-  if (column != "vdate") put_in(conditions, "vdate", column);
-  return text + " FROM " + std::string(any.table) + " WHERE isnull(" + column + ")=0" + conditions;
-}
-
-/// The selected categories, one list a table, tables in the order of their first category.
-std::vector<std::vector<std::size_t>> categories_by_table(const AvailabilityRequest& request) {
-  std::vector<std::vector<std::size_t>> tables;
-  for (std::size_t number = 0; number < categories.size(); ++number) {
-    if (!selected(request, number)) continue;
-    const auto same_table = [&](const auto& numbers) {
-      return categories[numbers.front()].table == categories[number].table;
-    };
-    const auto found = std::find_if(tables.begin(), tables.end(), same_table);
-    if (found == tables.end()) {
-      tables.push_back({number});
-    } else {
-      found->push_back(number);
-    }
-  }
-  return tables;
-}
-
-void read_table(engine::Database& database, const AvailabilityRequest& request, const std::vector<std::size_t>& numbers,
-                std::vector<Availability>& found) {
-  const auto rows = database.open_recordset(table_query(request, numbers));
-  std::int32_t column = 0;
-  for (const std::size_t number : numbers) {
-    const std::int32_t count = engine::to_int32(rows->value(column));
-    if (count > 0) {
-      Availability entry{static_cast<std::int16_t>(number), count, {}, {}, {}};
-      const engine::Value checksum = rows->value(column + 1);
-      if (!engine::is_null(checksum)) entry.checksum = engine::to_double(checksum);
-      entry.last = engine::to_date(rows->value(column + 2));
-      entry.first = engine::to_date(rows->value(column + 3));
-      found.push_back(entry);
-    }
-    column += 4;
-  }
+/// The category's line; nothing where it has no rows.
+std::optional<Availability> read_category(engine::Database& database, const AvailabilityRequest& request,
+                                          std::size_t number) {
+  const auto row = database.open_recordset(category_query(request, number));
+  Availability entry;
+  entry.category = static_cast<std::int16_t>(number);
+  entry.count = engine::to_int32(row->value("ncount"));
+  if (entry.count < 1) return std::nullopt;
+  entry.first = engine::to_date(row->value("mindate"));
+  entry.last = engine::to_date(row->value("maxdate"));
+  const engine::Value checksum = row->value("icrc");
+  if (!engine::is_null(checksum)) entry.checksum = engine::to_double(checksum);
+  return entry;
 }
 
 std::string day_text(engine::Date day) { return engine::iso_text(day).substr(0, 10); }
@@ -216,11 +150,14 @@ std::vector<Availability> find_availability(const Environment& environment, cons
   support::Procedure procedure{"sql!SQL_GetAvailableData"};
   const OpenedTarget opened(environment, target, OpenedTarget::Access::Read);
   std::vector<Availability> found;
-  for (const auto& numbers : categories_by_table(request)) {
-    if (!procedure.step([&] { read_table(opened.database(), request, numbers, found); })) return {};
+  for (std::size_t number = 0; number < categories.size(); ++number) {
+    if (!selected(request, number)) continue;
+    const bool read = procedure.step([&] {
+      if (auto entry = read_category(opened.database(), request, number)) found.push_back(*entry);
+    });
+    // The union that this stands for fails as a whole.
+    if (!read) return {};
   }
-  std::sort(found.begin(), found.end(),
-            [](const Availability& left, const Availability& right) { return left.category < right.category; });
   return found;
 }
 

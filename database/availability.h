@@ -36,7 +36,7 @@ struct Availability {
 std::string availability_query(const AvailabilityRequest& request);
 
 /// The categories that have rows, in category order. Empty where the statement fails as a whole, because a table that
-/// it names is missing or lacks a column. Each table is read once, whatever the number of its categories.
+/// it names is missing or lacks a column.
 std::vector<Availability> find_availability(const Environment& environment, const Target& target,
                                             const AvailabilityRequest& request);
 

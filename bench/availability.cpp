@@ -1,0 +1,101 @@
+// The availability summary of all categories over ten years, and over one to show how it grows.
+#include "database/availability.h"
+
+#include <memory>
+#include <optional>
+#include <stdexcept>
+
+#include "bench/jobs.h"
+#include "bench/straight.h"
+#include "bench/ten_years.h"
+#include "database/create_database.h"
+
+namespace bench {
+namespace {
+
+constexpr int category_count = 28;
+
+void put_in(std::string& text, std::string_view wanted, const std::string& replacement) {
+  for (auto at = text.find(wanted); at != std::string::npos; at = text.find(wanted, at + replacement.size())) {
+    text.replace(at, wanted.size(), replacement);
+  }
+}
+
+/// The union as SQLite takes it: its own test for Null, and the category's number where the text names the alias of the
+/// same list.
+std::string straight_union() {
+  std::string text;
+  for (int number = 0; number < category_count; ++number) {
+    database::AvailabilityRequest request;
+    request.categories = 1 << number;
+    std::string part = database::availability_query(request);
+    part.resize(part.rfind(" ORDER BY"));
+    put_in(part, "isnull(vdate)=0", "vdate IS NOT NULL");
+    put_in(part, "isnull(dateofimport)=0", "dateofimport IS NOT NULL");
+    put_in(part, "stdev(", "jet_stdev(");
+    if (part.find("FROM patdat_doctor") == std::string::npos && part.find("FROM memos") == std::string::npos) {
+      put_in(part, "+typ+", "+" + std::to_string(number) + "+");
+      put_in(part, "avg(typ)", "avg(" + std::to_string(number) + ")");
+    }
+    text += (number == 0 ? "" : " UNION ") + part;
+  }
+  return text + " ORDER BY typ";
+}
+
+/// The file is made when it is first asked for: a run of other jobs does not wait for it.
+class Summary {
+ public:
+  Summary(std::filesystem::path path, int glucose_rows) : path_(std::move(path)), glucose_rows_(glucose_rows) {}
+
+  void ours() {
+    const std::string name = support::host_file_system().windows_path(file().path);
+    expect(database::find_availability({}, name, {}).size());
+  }
+
+  void straight() {
+    const StraightDatabase database = open_straight(file().path, file().key);
+    const StraightStatement rows = prepare(database.get(), straight_union());
+    std::size_t found = 0;
+    int result = SQLITE_ROW;
+    while ((result = sqlite3_step(rows.get())) == SQLITE_ROW) found += sqlite3_column_int64(rows.get(), 0) > 0 ? 1 : 0;
+    check(database.get(), result);
+    expect(found);
+  }
+
+ private:
+  const FilledFile& file() {
+    if (!file_) file_ = create_filled_file(path_, glucose_rows_);
+    return *file_;
+  }
+
+  /// Both sides must find the same categories.
+  void expect(std::size_t found) {
+    if (!found_) found_ = found;
+    if (found != *found_ || found == 0) throw std::runtime_error("the two summaries differ");
+  }
+
+  std::filesystem::path path_;
+  int glucose_rows_;
+  std::optional<FilledFile> file_;
+  std::optional<std::size_t> found_;
+};
+
+std::shared_ptr<Summary> summary_of(const std::filesystem::path& folder, const char* name, int glucose_rows) {
+  return std::make_shared<Summary>(folder / name, glucose_rows);
+}
+
+}  // namespace
+
+Job summary_job(const std::filesystem::path& folder) {
+  const auto summary = summary_of(folder, "summary.das", ten_years_of_glucose);
+  return {"availability summary of ten years", 0.7, 5, [summary] { summary->ours(); },
+          [summary] { summary->straight(); }};
+}
+
+Job summary_growth_job(const std::filesystem::path& folder) {
+  const auto ten = summary_of(folder, "summary10.das", ten_years_of_glucose);
+  const auto one = summary_of(folder, "summary1.das", ten_years_of_glucose / 10);
+  return {"availability summary, ten years beside one", 11, 3, [ten] { ten->ours(); }, [one] { one->ours(); }};
+}
+
+}  // namespace bench

@@ -1,0 +1,32 @@
+// The database of a patient who has worn a pump and a sensor for years: layout 4.0, 288 glucose values, 24 basal rates
+// and 17 boluses a day.
+#pragma once
+
+#include <filesystem>
+#include <string>
+
+#include "database/environment.h"
+
+namespace bench {
+
+inline constexpr int ten_years = 3650, one_year = 365;
+
+class LongHistory {
+ public:
+  /// The file is made when it is first copied.
+  LongHistory(std::filesystem::path folder, int days);
+  void copy_to(const std::filesystem::path& target);
+  int days() const { return days_; }
+
+ private:
+  void create() const;
+  std::filesystem::path folder_, file_;
+  int days_;
+};
+
+/// Answers questions with OK.
+database::Environment willing_environment();
+
+std::string windows_path(const std::filesystem::path& path);
+
+}  // namespace bench
