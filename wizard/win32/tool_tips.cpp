@@ -6,6 +6,11 @@
 
 namespace wizard::win32 {
 
+ToolTips::~ToolTips() {
+  if (tips_ != nullptr) DestroyWindow(tips_);
+}
+
+/// Without an owner: where the form's window owns a window that stays topmost, Wine no longer makes it topmost itself.
 void ToolTips::create(HWND form_window) {
   form_window_ = form_window;
   tips_ =

@@ -9,6 +9,11 @@ namespace wizard::win32 {
 
 class ToolTips {
  public:
+  ToolTips() = default;
+  ~ToolTips();
+  ToolTips(const ToolTips&) = delete;
+  ToolTips& operator=(const ToolTips&) = delete;
+
   void create(HWND form_window);
   void add(const ShownControl& shown);
   /// Answers a notification of a tip that wants its text; false for any other notification.

@@ -1,7 +1,10 @@
 #include "tests/window/driver/demo_installation.h"
 
+#include <algorithm>
+#include <filesystem>
 #include <fstream>
 #include <iterator>
+#include <set>
 #include <stdexcept>
 
 #include "support/hive_registry.h"
@@ -75,13 +78,22 @@ database::SettingsRecord DemoInstallation::settings(std::string_view database) c
   return record;
 }
 
-std::map<std::string, std::string> DemoInstallation::everything() const {
-  std::map<std::string, std::string> files;
+DemoInstallation::Files DemoInstallation::everything() const {
+  Files files;
   const std::filesystem::path root(folder_.windows());
   for (const auto& entry : std::filesystem::recursive_directory_iterator(root)) {
     if (entry.is_regular_file()) files[entry.path().lexically_relative(root).generic_string()] = content(entry.path());
   }
   return files;
+}
+
+std::vector<std::string> DemoInstallation::changed_since(const Files& before) const {
+  const Files now = everything();
+  std::vector<Files::value_type> changed;
+  std::set_symmetric_difference(before.begin(), before.end(), now.begin(), now.end(), std::back_inserter(changed));
+  std::set<std::string> names;
+  for (const auto& [name, bytes] : changed) names.insert(name);
+  return {names.begin(), names.end()};
 }
 
 }  // namespace window_driver

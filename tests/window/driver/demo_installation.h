@@ -2,10 +2,10 @@
 // has left there.
 #pragma once
 
-#include <filesystem>
 #include <map>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "database/patient.h"
 #include "database/settings.h"
@@ -36,8 +36,11 @@ class DemoInstallation {
   database::PatientRecord patient(std::string_view database) const;
   database::SettingsRecord settings(std::string_view database) const;
 
+  using Files = std::map<std::string, std::string>;
   /// Every file with its content.
-  std::map<std::string, std::string> everything() const;
+  Files everything() const;
+  /// Names of the files that are new, gone or not as they were.
+  std::vector<std::string> changed_since(const Files& before) const;
 
  private:
   support::testing::TemporaryFolder folder_;

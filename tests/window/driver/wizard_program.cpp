@@ -14,21 +14,9 @@ namespace {
 constexpr int most_charts = 100;
 constexpr int most_pages = 20;
 
-struct Search {
-  int id;
-  HWND found;
-};
-
-BOOL CALLBACK compare_id(HWND window, LPARAM data) {
-  auto& search = *reinterpret_cast<Search*>(data);
-  if (GetDlgCtrlID(window) == search.id) search.found = window;
-  return search.found == nullptr ? TRUE : FALSE;
-}
-
-HWND child_with_id(HWND window, int id) {
-  Search search{id, nullptr};
-  EnumChildWindows(window, compare_id, reinterpret_cast<LPARAM>(&search));
-  return search.found;
+BOOL CALLBACK note_child(HWND window, LPARAM data) {
+  reinterpret_cast<std::map<int, HWND>*>(data)->emplace(GetDlgCtrlID(window), window);
+  return TRUE;
 }
 
 /// GetWindowText of another program's edit field is empty.
@@ -62,7 +50,7 @@ WizardProgram::WizardProgram(std::string_view arguments)
 
 std::string WizardProgram::page() const {
   for (const form::Control* page : form_.array("contstep")) {
-    if (IsWindowVisible(control(page->path())) != 0) return page->tag();
+    if (IsWindowVisible(find(*page)) != 0) return page->tag();
   }
   return {};
 }
@@ -79,15 +67,28 @@ const form::Control& WizardProgram::described(std::string_view path) const {
   return *found;
 }
 
-HWND WizardProgram::find(std::string_view path) const {
-  const form::Control& wanted = described(path);
-  const auto& all = form_.controls();
-  const auto at = std::find_if(all.begin(), all.end(), [&](const auto& control) { return control.get() == &wanted; });
-  return child_with_id(window_, wizard::win32::control_id(wanted, static_cast<std::size_t>(at - all.begin())));
+void WizardProgram::look_around() const {
+  std::map<int, HWND> children;
+  EnumChildWindows(window_, note_child, reinterpret_cast<LPARAM>(&children));
+  for (std::size_t n = 0; n < form_.controls().size(); ++n) {
+    const auto child = children.find(wizard::win32::control_id(*form_.controls()[n], n));
+    if (child != children.end()) found_[form_.controls()[n].get()] = child->second;
+  }
+}
+
+HWND WizardProgram::find(const form::Control& wanted) const {
+  if (!found_.contains(&wanted)) look_around();
+  const auto found = found_.find(&wanted);
+  return found == found_.end() ? nullptr : found->second;
+}
+
+const form::Control* WizardProgram::shown_in(HWND window) const {
+  const auto shown = std::find_if(found_.begin(), found_.end(), [&](const auto& row) { return row.second == window; });
+  return shown == found_.end() ? nullptr : shown->first;
 }
 
 HWND WizardProgram::control(std::string_view path) const {
-  if (const HWND found = find(path)) return found;
+  if (const HWND found = find(described(path))) return found;
   throw std::runtime_error("not in the window: " + std::string(path));
 }
 
@@ -95,31 +96,29 @@ std::string WizardProgram::text(std::string_view path) const { return shown_text
 bool WizardProgram::is_chosen(std::string_view path) const {
   return SendMessageW(control(path), BM_GETCHECK, 0, 0) == BST_CHECKED;
 }
-bool WizardProgram::is_shown(std::string_view path) const { return IsWindowVisible(find(path)) != 0; }
+bool WizardProgram::is_shown(std::string_view path) const { return IsWindowVisible(find(described(path))) != 0; }
 bool WizardProgram::is_enabled(std::string_view path) const { return IsWindowEnabled(control(path)) != 0; }
 
 std::string WizardProgram::focus() const {
   GUITHREADINFO state{};
   state.cbSize = sizeof state;
   if (GetGUIThreadInfo(GetWindowThreadProcessId(window_, nullptr), &state) == 0) return {};
+  if (shown_in(state.hwndFocus) == nullptr) look_around();
   // The edit field of a combo box lies in it.
   for (HWND window = state.hwndFocus; window != nullptr && window != window_; window = GetParent(window)) {
-    for (std::size_t n = 0; n < form_.controls().size(); ++n) {
-      const form::Control& known = *form_.controls()[n];
-      if (wizard::win32::control_id(known, n) == GetDlgCtrlID(window)) return known.path();
-    }
+    if (const form::Control* shown = shown_in(window)) return shown->path();
   }
   return {};
 }
 
 std::vector<const form::Control*> WizardProgram::seen() const {
-  std::vector<const form::Control*> found;
-  for (std::size_t n = 0; n < form_.controls().size(); ++n) {
-    const form::Control& known = *form_.controls()[n];
-    const HWND shown = child_with_id(window_, wizard::win32::control_id(known, n));
-    if (shown != nullptr && IsWindowVisible(shown) != 0) found.push_back(&known);
+  look_around();
+  std::vector<const form::Control*> seen;
+  for (const auto& control : form_.controls()) {
+    const auto shown = found_.find(control.get());
+    if (shown != found_.end() && IsWindowVisible(shown->second) != 0) seen.push_back(control.get());
   }
-  return found;
+  return seen;
 }
 
 void WizardProgram::press(std::string_view path) const { PostMessageW(control(path), BM_CLICK, 0, 0); }
@@ -138,7 +137,12 @@ void WizardProgram::choose(std::string_view path, int entry) const {
 void WizardProgram::turn_page(std::string_view button) const {
   const std::string before = page();
   press(button);
-  if (wait_until([&] { return page() != before || asks() || !process_.is_running(); }) && page() != before) return;
+  // Between two pages none is shown.
+  const auto turned = [&] {
+    const std::string now = page();
+    return !now.empty() && now != before;
+  };
+  if (wait_until([&] { return turned() || asks() || !process_.is_running(); }) && turned()) return;
   throw std::runtime_error("the page " + before + " cannot be left" + (asks() ? ": " + message() : ""));
 }
 

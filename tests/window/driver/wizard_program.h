@@ -4,6 +4,7 @@
 
 #include <windows.h>
 
+#include <map>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -56,12 +57,16 @@ class WizardProgram {
   HWND message_box() const { return process_.find_window(L"#32770"); }
 
  private:
-  HWND find(std::string_view path) const;
+  void look_around() const;
+  /// Null where it is not in the window (yet).
+  HWND find(const form::Control& wanted) const;
+  const form::Control* shown_in(HWND window) const;
   void turn_page(std::string_view button) const;
 
   Process process_;
   HWND window_ = nullptr;
-  form::Form form_;  ///< the names only
+  form::Form form_;                                     ///< the names only
+  mutable std::map<const form::Control*, HWND> found_;  ///< by the last look around
 };
 
 }  // namespace window_driver
