@@ -24,19 +24,17 @@ INPUT mouse_input(DWORD flags, int data = 0) {
   return input;
 }
 
-/// Moves the pointer along with the buttons: SetCursorPos would move it by way of the display, some time later.
-INPUT pointer_at(HWND window, POINT place) {
-  constexpr int whole_screen = 65536;
-  ClientToScreen(window, &place);
-  INPUT input = mouse_input(MOUSEEVENTF_MOVE | MOUSEEVENTF_ABSOLUTE);
-  // The middle of the pixel.
-  input.mi.dx = (place.x * 2 + 1) * (whole_screen / 2) / GetSystemMetrics(SM_CXSCREEN);
-  input.mi.dy = (place.y * 2 + 1) * (whole_screen / 2) / GetSystemMetrics(SM_CYSCREEN);
-  return input;
-}
-
 void send(std::vector<INPUT> inputs) {
   SendInput(static_cast<UINT>(inputs.size()), inputs.data(), sizeof inputs.front());
+}
+
+/// The display moves the pointer some time after it is told to; a click before that would go to the old place.
+void point_at(HWND window, POINT place) {
+  constexpr DWORD settling_time = 30;
+  ClientToScreen(window, &place);
+  SetCursorPos(place.x, place.y);
+  Sleep(settling_time);
+  SetCursorPos(place.x, place.y);
 }
 
 POINT middle(HWND window) {
@@ -68,11 +66,13 @@ void type_keys(std::string_view text) {
 void click_mouse(HWND window) { click_mouse(window, middle(window)); }
 
 void click_mouse(HWND window, POINT place) {
-  send({pointer_at(window, place), mouse_input(MOUSEEVENTF_LEFTDOWN), mouse_input(MOUSEEVENTF_LEFTUP)});
+  point_at(window, place);
+  send({mouse_input(MOUSEEVENTF_LEFTDOWN), mouse_input(MOUSEEVENTF_LEFTUP)});
 }
 
 void turn_wheel(HWND window, int notches) {
-  send({pointer_at(window, middle(window)), mouse_input(MOUSEEVENTF_WHEEL, notches * WHEEL_DELTA)});
+  point_at(window, middle(window));
+  send({mouse_input(MOUSEEVENTF_WHEEL, notches * WHEEL_DELTA)});
 }
 
 }  // namespace window_driver
