@@ -10,6 +10,7 @@
 #include "database/columns.h"
 #include "database/opened_target.h"
 #include "database/query_filter.h"
+#include "support/encoding.h"
 
 namespace database {
 namespace {
@@ -23,17 +24,36 @@ double leading_number(std::string_view text) {
   return number;
 }
 
-/// A basal entry as a recordset of the table's columns has it.
+/// A basal entry of the table.
 struct BasalEntry {
   std::int64_t second = 0;
   double rate = 0, duration = 0;
 };
 
-BasalEntry entry_of(const engine::Recordset& row) {
-  const double day = engine::to_double(row.value("vdate")), time = engine::to_double(row.value("vtime"));
-  return {basal::seconds({day + time}), engine::to_double(row.value("amount")),
-          leading_number(engine::to_text(row.value("desc")))};
-}
+/// Basal entries of a selection of all columns, whose places are looked up once.
+class BasalEntries {
+ public:
+  BasalEntries(engine::Database& database, const std::string& selection) : rows_(database.open_recordset(selection)) {
+    for (std::int32_t i = 0; i < rows_->field_count(); ++i) {
+      for (std::size_t column = 0; column < std::size(columns); ++column) {
+        if (support::equal_ignoring_case(rows_->field_name(i), columns[column])) places_[column] = i;
+      }
+    }
+  }
+
+  bool eof() const { return rows_->eof(); }
+  void move_next() { rows_->move_next(); }
+  engine::Date day() const { return engine::to_date(rows_->value(places_[0])); }
+  BasalEntry entry() const {
+    return {basal::seconds({day().days + engine::to_double(rows_->value(places_[1]))}),
+            engine::to_double(rows_->value(places_[2])), leading_number(engine::to_text(rows_->value(places_[3])))};
+  }
+
+ private:
+  static constexpr std::string_view columns[] = {"vdate", "vtime", "amount", "desc"};
+  std::unique_ptr<engine::Recordset> rows_;
+  std::int32_t places_[std::size(columns)] = {};
+};
 
 std::string entries_between(std::string_view beginning, engine::Date from, engine::Date until) {
   return std::string(beginning) + date_literal(from, true) + " AND " + date_literal(until, true) + ") ORDER BY ";
@@ -41,29 +61,28 @@ std::string entries_between(std::string_view beginning, engine::Date from, engin
 
 /// The newest entry before the start, entries that were calculated left out.
 std::optional<BasalEntry> entry_before(engine::Database& database, std::int64_t start) {
-  const auto rows = database.open_recordset(
-      entries_between("SELECT * from insulinpump WHERE comment <> 'calc' and amount>=0 AND len(desc) >0 AND "
-                      "(desc<>'-1' or amount=0) AND type=1 AND ( vdate+vtime BETWEEN ",
-                      basal::moment_of(start - basal::look_back), basal::moment_of(start - 1)) +
-      "vdate+vtime DESC, amount desc");
-  if (rows->eof()) return {};
-  return entry_of(*rows);
+  const BasalEntries entries{
+      database, entries_between("SELECT * from insulinpump WHERE comment <> 'calc' and amount>=0 AND len(desc) >0 AND "
+                                "(desc<>'-1' or amount=0) AND type=1 AND ( vdate+vtime BETWEEN ",
+                                basal::moment_of(start - basal::look_back), basal::moment_of(start - 1)) +
+                    "vdate+vtime DESC, amount desc"};
+  if (entries.eof()) return {};
+  return entries.entry();
 }
 
 /// The first entry of the period itself; the selection tells days apart, but not the times of one.
 std::optional<BasalEntry> entry_within(engine::Database& database, std::int64_t start, std::int64_t end) {
-  const auto rows = database.open_recordset(
-      entries_between("SELECT * from insulinpump WHERE  amount>=0 AND len(desc) >0 AND (desc<>'-1' or amount=0) AND "
-                      "type=1 AND ( vdate+vtime between ",
-                      basal::moment_of(start), basal::moment_of(end)) +
-      "vdate ASC");
-  std::optional<BasalEntry> first;
-  engine::Value day;
-  for (; !rows->eof(); rows->move_next()) {
-    if (first && !(rows->value("vdate") == day)) break;
-    day = rows->value("vdate");
-    const BasalEntry entry = entry_of(*rows);
-    if (!first || entry.second < first->second) first = entry;
+  BasalEntries entries{database,
+                       entries_between("SELECT * from insulinpump WHERE  amount>=0 AND len(desc) >0 AND (desc<>'-1' or "
+                                       "amount=0) AND type=1 AND ( vdate+vtime between ",
+                                       basal::moment_of(start), basal::moment_of(end)) +
+                           "vdate ASC"};
+  if (entries.eof()) return {};
+  const engine::Date day = entries.day();
+  BasalEntry first = entries.entry();
+  for (; !entries.eof() && entries.day() == day; entries.move_next()) {
+    const BasalEntry entry = entries.entry();
+    if (entry.second < first.second) first = entry;
   }
   return first;
 }
@@ -99,16 +118,14 @@ float db_IP_CalcBasal(const Environment& environment, const Target& target, cons
   if (!at_start) procedure.step([&] { at_start = entry_within(opened.database(), start, end); });
   basal::Sum sum;
   if (at_start) sum.add(start, at_start->rate, at_start->duration);
-  if (const auto rows = try_open_recordset(procedure, opened, basal_selection(period))) {
-    bool more = !rows->eof();
-    while (more) {
+  procedure.step([&] {
+    for (BasalEntries entries{opened.database(), basal_selection(period)}; !entries.eof(); entries.move_next()) {
       procedure.step([&] {
-        const BasalEntry entry = entry_of(*rows);
+        const BasalEntry entry = entries.entry();
         sum.add(entry.second, entry.rate, entry.duration);
       });
-      more = next_row(procedure, *rows);
     }
-  }
+  });
   return static_cast<float>(sum.total(end));
 }
 
