@@ -49,8 +49,8 @@ constexpr ControlRow folder_page[] = {
     {"lblFolderTitle", -1, Label, "contstep(1)", label(0), "Patientenordner:", "L4797"},
     {"lblFolder", -1, Label, "contstep(1)", {1920, line(0) + 45, 4560, 720}},
     {"lblLocation", -1, Label, "contstep(1)", {1920, line(1) + 300, 4560, 720}},
-    {"cmdPath", 0, Button, "contstep(1)", {120, line(4), 6360, 480}, "&Neue gemeinsame Datenbank anlegen …", "L4799"},
-    {"cmdPath", 1, Button, "contstep(1)", {120, line(5) + 60, 6360, 480}, "&Vorhandene gemeinsame Datenbank verwenden …", "L4800"},
+    {"cmdPath", 0, Button, "contstep(1)", {120, line(4), 6360, 600}, "&Neue gemeinsame Datenbank anlegen …", "L4799"},
+    {"cmdPath", 1, Button, "contstep(1)", {120, line(5) + 180, 6360, 600}, "&Vorhandene gemeinsame Datenbank verwenden …", "L4800"},
 };
 
 constexpr ControlRow unit_page[] = {
@@ -155,10 +155,10 @@ constexpr ControlRow chart_page[] = {
     {"vsbSlide", -1, ScrollBar, "picFrame", {6090, 0, 270, 2580}, "Weitere Diagramme", "L4817"},
     {"picLoad", -1, PictureBox, "contstep(8)", {0, 0, 15, 15}, "", "", false},
     {"picThumb", -1, PictureBox, "contstep(8)", {0, 0, 15, 15}, "", "", false},
-    {"lblChartInfoTitle", -1, Label, "contstep(8)", {120, 4140, 4260, 300}},
-    {"lblChartInfo", -1, Label, "contstep(8)", {120, 4440, 4260, 960}},
-    {"lblPics", -1, Label, "contstep(8)", {4500, 4140, 1980, 300}, "0/4"},
-    {"cmdViwPic", -1, Button, "contstep(8)", {4500, 4500, 1980, 480}, "Bild &vergrößern", "L4774"},
+    {"lblChartInfoTitle", -1, Label, "contstep(8)", {120, 4140, 4080, 300}},
+    {"lblChartInfo", -1, Label, "contstep(8)", {120, 4440, 4080, 960}},
+    {"lblPics", -1, Label, "contstep(8)", {4320, 4140, 2160, 300}, "0/4"},
+    {"cmdViwPic", -1, Button, "contstep(8)", {4320, 4500, 2160, 480}, "Bild &vergrößern", "L4774"},
 };
 
 constexpr ControlRow entry_page[] = {
@@ -251,10 +251,10 @@ constexpr ControlRow summary_page[] = {
 };
 
 constexpr ControlRow bottom_bar[] = {
-    {"pbar", -1, ProgressBar, "", {180, 5790, 3000, 240}, "Fortschritt", "L4809"},
-    {"Command1", 1, Button, "", {3720, 5700, 1620, 420}, "< Z&urück", "L906"},
-    {"Command1", 0, Button, "", {5400, 5700, 1620, 420}, "Wei&ter >", "L905"},
-    {"Command1", 2, Button, "", {7200, 5700, 1620, 420}, "Abbrechen", "L901"},
+    {"pbar", -1, ProgressBar, "", {180, 5790, 2640, 240}, "Fortschritt", "L4809"},
+    {"Command1", 1, Button, "", {3000, 5700, 1860, 420}, "< Z&urück", "L906"},
+    {"Command1", 0, Button, "", {4920, 5700, 1860, 420}, "Wei&ter >", "L905"},
+    {"Command1", 2, Button, "", {6960, 5700, 1860, 420}, "Abbrechen", "L901"},
 };
 
 // clang-format on

@@ -41,7 +41,7 @@ NativeClass native_class(const form::Control& control) {
     case form::Kind::Label:
       return {L"STATIC", label_style(control)};
     case form::Kind::Button:
-      return {L"BUTTON", WS_TABSTOP | WS_GROUP | BS_PUSHBUTTON};
+      return {L"BUTTON", WS_TABSTOP | WS_GROUP | BS_PUSHBUTTON | BS_MULTILINE};
     case form::Kind::OptionButton:
       return {L"BUTTON", option_style(control) | BS_AUTORADIOBUTTON | BS_MULTILINE | BS_VCENTER};
     case form::Kind::ChartOption:

@@ -19,6 +19,13 @@ BOOL CALLBACK note_child(HWND window, LPARAM data) {
   return TRUE;
 }
 
+void notify(HWND control, WORD code) {
+  const auto id = static_cast<WORD>(GetDlgCtrlID(control));
+  SendMessageW(GetParent(control), WM_COMMAND, MAKEWPARAM(id, code), reinterpret_cast<LPARAM>(control));
+}
+
+}  // namespace
+
 /// GetWindowText of another program's edit field is empty.
 std::string shown_text(HWND window) {
   const LRESULT length = SendMessageW(window, WM_GETTEXTLENGTH, 0, 0);
@@ -28,15 +35,10 @@ std::string shown_text(HWND window) {
   return support::narrow(text);
 }
 
-void notify(HWND control, WORD code) {
-  const auto id = static_cast<WORD>(GetDlgCtrlID(control));
-  SendMessageW(GetParent(control), WM_COMMAND, MAKEWPARAM(id, code), reinterpret_cast<LPARAM>(control));
-}
-
-}  // namespace
-
 WizardProgram::WizardProgram(std::string_view arguments)
     : process_("\"" PROGRAMS_DIR "/firststeps.exe\" " + std::string(arguments)) {
+  // Places and sizes are to be those of the screen, whatever its resolution.
+  SetThreadDpiAwarenessContext(DPI_AWARENESS_CONTEXT_PER_MONITOR_AWARE_V2);
   const auto shown = [this] {
     window_ = process_.find_window(L"FirstStepsAssistant");
     return window_ != nullptr || !process_.is_running();

@@ -14,6 +14,9 @@
 
 namespace window_driver {
 
+/// The text of any program's window or field.
+std::string shown_text(HWND window);
+
 class WizardProgram {
  public:
   /// Starts it with these arguments and waits for its first page. Throws std::runtime_error where none comes.
