@@ -13,6 +13,7 @@ struct Options {
   std::string program_folder;  ///< --program-dir: with its trailing backslash; empty: the program's own
   std::string hive;            ///< --registry: a hive file in place of the registry
   std::string report;          ///< --report: a file that says what was written
+  std::string journal;         ///< --journal: a file for the statements that were passed over
   std::string command_line;    ///< the rest, as it stands
 };
 

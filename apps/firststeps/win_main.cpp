@@ -5,6 +5,7 @@
 
 #include <string>
 
+#include "apps/console/journal.h"
 #include "apps/firststeps/options.h"
 #include "apps/ports/host_ports.h"
 #include "support/host.h"
@@ -27,6 +28,7 @@ int run(HINSTANCE instance, const firststeps::Options& options) {
   support::set_user_locale(support::host_locale());
   const std::string program = program_folder();
   const std::string own = options.program_folder.empty() ? program : options.program_folder;
+  const auto journal = console::open_journal("firststeps.exe", options.journal, own);
   const auto registry = support::host_registry(options.hive);
   wizard::win32::WindowUser user;
   wizard::win32::ProgressWindow progress;
@@ -39,6 +41,7 @@ int run(HINSTANCE instance, const firststeps::Options& options) {
   progress.set_owner(window.handle(), assistant.config().Productname, assistant.config().DefaultFont);
   window.run();
   user.set_owner(nullptr);
+  if (assistant.state() != wizard::frmAssistantFirstSteps::State::Finished) return 0;
   return firststeps::write_report(options, assistant.report()) ? 0 : 1;
 }
 

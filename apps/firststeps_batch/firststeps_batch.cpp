@@ -1,6 +1,7 @@
 #include "apps/firststeps_batch/firststeps_batch.h"
 
 #include "apps/console/arguments.h"
+#include "apps/console/journal.h"
 #include "apps/firststeps_batch/answer_controls.h"
 #include "apps/firststeps_batch/installation.h"
 #include "apps/firststeps_batch/page_refused.h"
@@ -23,6 +24,7 @@ constexpr console::Option options[] = {
     {"--locale", "NAME", "How numbers are written: de, en_US, en_GB, C (default: the user's, elsewhere de)."},
     {"--dry-run", "", "Say what would be written, and write nothing."},
     {"--json", "", "Print JSON."},
+    console::journal_option,
     console::help_option,
 };
 
@@ -108,7 +110,11 @@ int run_batch(const console::Arguments& arguments, console::Console& console) {
   const Answers answers = file ? read_answers(*file) : Answers{};
   const Installation installation = find_installation(arguments, console);
   RunReport report = rehearse(installation, answers, command_line);
-  if (!arguments.has("--dry-run")) report = perform(installation, answers, command_line);
+  if (!arguments.has("--dry-run")) {
+    const auto journal =
+        console::open_journal("firststeps_batch", arguments.value("--journal"), installation.own_folder);
+    report = perform(installation, answers, command_line);
+  }
   return tell(console, report, arguments.has("--json"));
 }
 

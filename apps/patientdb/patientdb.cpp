@@ -3,7 +3,9 @@
 #include <algorithm>
 #include <array>
 
+#include "apps/console/journal.h"
 #include "apps/patientdb/command.h"
+#include "support/file_system.h"
 
 namespace patientdb {
 namespace {
@@ -28,10 +30,24 @@ void write_help(std::ostream& out) {
   out << "\n\"patientdb COMMAND --help\" tells more of each.\n\n" << password_help;
 }
 
+/// The command's own ones and those that all have.
+std::vector<console::Option> options_of(const Command& command) {
+  std::vector<console::Option> options(command.options.begin(), command.options.end());
+  options.insert(options.end() - 1, console::journal_option);
+  return options;
+}
+
+std::unique_ptr<support::ErrorJournal> open_journal(const console::Arguments& arguments,
+                                                    const console::Console& console) {
+  const std::string& folder = console.program_folder;
+  return console::open_journal("patientdb", arguments.value(console::journal_option.name),
+                               folder.empty() ? "" : support::host_file_system().windows_path(folder) + "\\");
+}
+
 void write_help(std::ostream& out, const Command& command) {
   out << "Usage: patientdb " << command.name << ' ' << command.usage << "\n\n" << command.summary << "\n\n";
   if (!command.details.empty()) out << command.details << "\n\n";
-  out << console::options_text(command.options) << '\n' << password_help;
+  out << console::options_text(options_of(command)) << '\n' << password_help;
 }
 
 int run_command(const Command& command, std::span<const std::string> words, console::Console& console) {
@@ -40,7 +56,9 @@ int run_command(const Command& command, std::span<const std::string> words, cons
       write_help(console.out, command);
       return console::exit_done;
     }
-    return command.run(console::Arguments(command.options, words), console);
+    const console::Arguments arguments(options_of(command), words);
+    const auto journal = open_journal(arguments, console);
+    return command.run(arguments, console);
   });
 }
 

@@ -20,6 +20,7 @@ SkippedStatementLines::SkippedStatementLines(std::ostream& err) {
       support::set_skipped_statement_listener([this, &err](std::string_view label, const support::RuntimeError& error) {
         ++count_;
         err << label << ": error " << error.number() << ": " << error.what() << '\n';
+        if (before_) before_(label, error);
       });
 }
 
