@@ -18,13 +18,16 @@ std::string program_folder() {
 
 int main(int count, char** words) {
   std::ios::sync_with_stdio(false);
-  console::Console console{std::cout, std::cerr,
+  console::Console console{std::cout,
+                           std::cerr,
                            [](std::string_view name) -> std::optional<std::string> {
                              const char* value = std::getenv(std::string(name).c_str());
                              if (value == nullptr) return std::nullopt;
                              return value;
                            },
-                           program_folder(), isatty(STDERR_FILENO) == 1, &std::cin};
+                           program_folder(),
+                           isatty(STDERR_FILENO) == 1,
+                           &std::cin};
   const int code = console::program({words + 1, words + count}, console);
   if (std::cout.flush()) return code;
   std::cerr << "error 57: the output could not be written\n";

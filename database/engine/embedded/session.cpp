@@ -193,6 +193,8 @@ void Session::begin_change() {
   Connection& file = connection();
   file.run(options_.read_only ? "BEGIN" : "BEGIN IMMEDIATE");
   try {
+    // What a large change has written goes to the disk early, not all of it at the commit.
+    file.run("PRAGMA cache_size=-2048");
     if (new_file_) {
       catalogue_.reset();
       CatalogueChange::create_tables(file);
