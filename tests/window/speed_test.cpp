@@ -1,0 +1,104 @@
+// How long a user waits: for the first page, beside a bare program with one window, and for the next page, beside the
+// limit of 50 ms. Times are the best of several, so that what else runs on the machine does not count.
+#include <algorithm>
+#include <chrono>
+#include <iostream>
+#include <map>
+
+#include "support/win32/wide.h"
+#include "tests/window/window_test.h"
+
+namespace window_driver {
+namespace {
+
+using Milliseconds = std::chrono::duration<double, std::milli>;
+using Clock = std::chrono::steady_clock;
+
+constexpr int rounds = 7;
+constexpr double start_limit = 1.5;  // of the bare program's start
+constexpr Milliseconds page_limit{50};
+
+/// From the start of the process until its window is there and answers.
+Milliseconds start_time(const std::string& command_line, const wchar_t* window_class) {
+  const auto begin = Clock::now();
+  const Process process(command_line);
+  HWND window = nullptr;
+  while (window == nullptr && process.is_running() && Clock::now() - begin < patience) {
+    Sleep(1);
+    window = process.find_window(window_class);
+  }
+  EXPECT_NE(window, nullptr) << command_line;
+  SendMessageW(window, WM_NULL, 0, 0);
+  return Clock::now() - begin;
+}
+
+class SpeedTest : public WindowTest {
+ protected:
+  /// A catalogue of 60 charts, each with its thumbnail.
+  void fill_catalogue() const {
+    for (int n = 11; n <= 60; ++n) {
+      const std::string key = "chart" + std::to_string(n);
+      demo_.set_ini("pelmar.ini", "CHARTS", key, "5100^5101");
+      CopyFileW(support::wide_path(demo_.path("pics\\thmb_ss_day.jpg")).c_str(),
+                support::wide_path(demo_.path("pics\\thmb_ss_" + key + ".jpg")).c_str(), FALSE);
+    }
+  }
+};
+
+TEST_F(SpeedTest, TheFirstPageIsThereAboutAsSoonAsABareWindow) {
+  const std::string bare = "\"" PROGRAMS_DIR "/bare_window.exe\"";
+  const std::string own = "\"" PROGRAMS_DIR "/firststeps.exe\" " + demo_.arguments();
+  Milliseconds bare_best = patience, own_best = patience;
+  for (int n = 0; n < rounds; ++n) {
+    bare_best = std::min(bare_best, start_time(bare, L"FirstStepsBare"));
+    own_best = std::min(own_best, start_time(own, L"FirstStepsAssistant"));
+  }
+  std::cout << "start to first page " << own_best.count() << " ms, bare window " << bare_best.count() << " ms\n";
+  EXPECT_LE(own_best.count(), start_limit * bare_best.count());
+}
+
+/// The program has painted the page when the click returns.
+Milliseconds turn_time(const WizardProgram& wizard) {
+  const HWND next = wizard.control("Command1(0)");
+  const auto begin = Clock::now();
+  SendMessageW(next, BM_CLICK, 0, 0);
+  return Clock::now() - begin;
+}
+
+TEST_F(SpeedTest, EveryPageComesUpAtOnceWithSixtyChartsToo) {
+  fill_catalogue();
+  std::map<std::string, Milliseconds> best;
+  for (int n = 0; n < 3; ++n) {
+    start();
+    while (wizard().page() != "Fertig") {
+      if (wizard().page() == "PatDat") enter_patient();
+      const Milliseconds time = turn_time(wizard());
+      auto& known = best.try_emplace(wizard().page(), time).first->second;
+      known = std::min(known, time);
+    }
+  }
+  for (const auto& [page, time] : best) {
+    std::cout << "page " << page << ' ' << time.count() << " ms\n";
+    EXPECT_LE(time, page_limit) << page;
+  }
+}
+
+TEST_F(SpeedTest, TheChartPageAnswersWhileThumbnailsComeIn) {
+  fill_catalogue();
+  start();
+  enter_patient();
+  wizard().go_to("Therapie_BP");
+  turn_time(wizard());
+  Milliseconds longest{0};
+  for (int n = 0; n < 40; ++n) {
+    const auto begin = Clock::now();
+    SendMessageW(wizard().window(), WM_NULL, 0, 0);
+    longest = std::max(longest, Milliseconds(Clock::now() - begin));
+    Sleep(2);
+  }
+  std::cout << "longest answer while thumbnails come in " << longest.count() << " ms\n";
+  EXPECT_LE(longest, 2 * page_limit);
+}
+
+}  // namespace
+}  // namespace window_driver
