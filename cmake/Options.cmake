@@ -11,12 +11,17 @@ target_compile_options(firststeps_options INTERFACE
   -Wall -Wextra -Wshadow -Wconversion -Werror)
 if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU" AND CMAKE_CXX_COMPILER_VERSION VERSION_LESS 13)
   # GCC 12 sees overlapping copies in every assignment of a short literal to a std::string (its bug 105651).
-  target_compile_options(firststeps_options INTERFACE -Wno-restrict)
+  target_compile_options(firststeps_options INTERFACE -Wno-restrict -Wno-maybe-uninitialized)
 endif()
 
 if(FIRSTSTEPS_SANITIZE)
   add_compile_options(-fsanitize=address,undefined -fno-sanitize-recover=undefined -fno-omit-frame-pointer -g1)
   add_link_options(-fsanitize=address,undefined)
+endif()
+if(FIRSTSTEPS_FUZZ)
+  add_compile_options(-fsanitize=fuzzer-no-link)
+  # GCC is the compiler whose warnings are errors.
+  target_compile_options(firststeps_options INTERFACE -Wno-error)
 endif()
 
 if(WIN32)
