@@ -36,6 +36,7 @@ TEST_F(PagesTest, AChartReachedByKeysIsScrolledTo) {
     GetWindowRect(wizard().control("picFrame"), &frame);
     return IntersectRect(&common, &chart, &frame) != 0 && EqualRect(&common, &chart) != 0;
   };
+  ASSERT_TRUE(wait_until([&] { return wizard().is_shown("optThumb(9)"); }));
   EXPECT_FALSE(lies_in_frame());
   press_key(VK_LEFT);  // from the first one to the last
   EXPECT_TRUE(wait_until([&] { return wizard().focus() == "optThumb(9)" && lies_in_frame(); })) << wizard().focus();

@@ -18,14 +18,39 @@ constexpr UINT_PTR timer_id = 1;
 /// Beside the text of a field, in twips.
 constexpr std::int32_t text_margin = 45;
 
-/// In the order that they are shown in when a control is new: a list before what is selected in it, the place of a
-/// scroll bar before its range.
-constexpr form::Property all_properties[] = {
-    form::Property::Font,    form::Property::Bounds,  form::Property::Caption, form::Property::List,
-    form::Property::Maximum, form::Property::Colours, form::Property::Text,    form::Property::ListIndex,
-    form::Property::Value,   form::Property::Enabled, form::Property::Picture, form::Property::Interval,
-    form::Property::Visible,
+/// What a new window is told, in this order: a list before what is selected in it, the page before what lies on it.
+constexpr form::Property told_to_new_window[] = {
+    form::Property::Font,    form::Property::List,      form::Property::Maximum, form::Property::Colours,
+    form::Property::Text,    form::Property::ListIndex, form::Property::Value,   form::Property::Enabled,
+    form::Property::Picture, form::Property::Visible,
 };
+
+/// What a new window shows without being told; the first page waits for every message.
+bool shows_from_the_start(const form::Control& control, form::Property property) {
+  switch (property) {
+    case form::Property::Font:
+      return is_container(control) || control.kind() == form::Kind::Image;
+    case form::Property::Text:
+      return control.kind() != form::Kind::ComboBox;
+    case form::Property::Value:
+      return control.value() == 0;
+    case form::Property::Enabled:
+      return control.enabled();
+    case form::Property::Visible:
+      return !control.visible();
+    default:
+      return false;
+  }
+}
+
+bool is_page(const form::Control& control) { return control.parent() == nullptr && is_container(control); }
+
+/// A chart below what its frame shows at first.
+bool can_wait(const form::Control& control) {
+  if (control.kind() != form::Kind::ChartOption || control.parent() == nullptr) return false;
+  const form::Control* frame = control.parent()->parent();
+  return frame != nullptr && control.bounds().top >= frame->bounds().height;
+}
 
 }  // namespace
 
@@ -36,8 +61,11 @@ AssistantWindow::AssistantWindow(HINSTANCE instance, frmAssistantFirstSteps& ass
   dpi_ = GetDpiForWindow(window_);
   const RECT inner = pixels(form_bounds, dpi_);
   centre_frame_window(window_, {inner.right, inner.bottom});
-  tips_.create(window_);
-  for (const auto& control : assistant_.form().controls()) add(*control);
+  for (const auto& control : assistant_.form().controls()) controls_.add(*control);
+  for (const auto& shown : controls_) {
+    if (shown->control->kind() == form::Kind::Timer) show_timer(*shown->control);
+    if (shown->control->parent() == nullptr && (shown->control->visible() || !is_page(*shown->control))) create(*shown);
+  }
   assistant_.form().set_observer(this);
   SetWindowPos(window_, HWND_TOPMOST, 0, 0, 0, 0, SWP_NOMOVE | SWP_NOSIZE | SWP_SHOWWINDOW);
   focus_first_of_page();
@@ -58,22 +86,41 @@ void AssistantWindow::run() {
   }
 }
 
-/// Thumbnails come in one by one while there is nothing else to do, so that the page answers at once however many there
-/// are.
+/// Charts and their thumbnails come in one by one while there is nothing else to do, so that the page answers at once
+/// however many there are.
 bool AssistantWindow::next_message(MSG& message) {
   while (PeekMessageW(&message, nullptr, 0, 0, PM_REMOVE) == 0) {
-    if (!load_next_thumbnail()) return GetMessageW(&message, nullptr, 0, 0) > 0;
+    if (!work_ahead()) return GetMessageW(&message, nullptr, 0, 0) > 0;
   }
   return message.message != WM_QUIT;
 }
 
-void AssistantWindow::add(const form::Control& control) {
-  ShownControl& shown = controls_.add(control, window_);
-  if (control.kind() == form::Kind::Timer) show_timer(control);
+void AssistantWindow::create(ShownControl& shown) {
+  controls_.create_window(shown, window_, dpi_);
   if (shown.window == nullptr) return;
-  if (control.kind() == form::Kind::ChartOption) draw_as_chart(shown.window, pixels(chart_title_height, dpi_));
-  for (const form::Property property : all_properties) show(shown, property);
+  if (shown.control->kind() == form::Kind::ChartOption) draw_as_chart(shown.window, pixels(chart_title_height, dpi_));
+  for (const form::Property property : told_to_new_window) {
+    if (!shows_from_the_start(*shown.control, property)) show(shown, property);
+  }
   tips_.add(shown);
+}
+
+/// Tab goes through the page before it comes to the buttons.
+void AssistantWindow::create_page(ShownControl& page) {
+  create(page);
+  SetWindowPos(page.window, HWND_TOP, 0, 0, 0, 0, SWP_NOMOVE | SWP_NOSIZE | SWP_NOACTIVATE);
+}
+
+/// A page and what lies on it are created when the page is shown for the first time.
+void AssistantWindow::create_contents(const form::Control& page) {
+  for (const auto& shown : controls_) {
+    if (shown->window != nullptr || shown->control == &page || &outermost(*shown->control) != &page) continue;
+    if (can_wait(*shown->control)) {
+      waiting_.push_back(shown.get());
+    } else {
+      create(*shown);
+    }
+  }
 }
 
 void AssistantWindow::show(const ShownControl& shown, form::Property property) {
@@ -89,6 +136,10 @@ void AssistantWindow::show(const ShownControl& shown, form::Property property) {
       break;
     case form::Property::Picture:
       show_picture(*controls_.of(control));
+      break;
+    case form::Property::Visible:
+      if (control.visible() && is_page(control)) create_contents(control);
+      show_property(shown.window, control, property);
       break;
     default:
       show_property(shown.window, control, property);
@@ -106,7 +157,7 @@ void AssistantWindow::show_timer(const form::Control& timer) {
 void AssistantWindow::show_picture(ShownControl& shown) {
   shown.picture_loaded = false;
   if (shown.control->kind() == form::Kind::ChartOption && !shown.control->picture().empty())
-    thumbnails_to_load_.push_back(&shown);
+    without_thumbnail_.push_back(&shown);
 }
 
 void AssistantWindow::give_font(const ShownControl& shown) {
@@ -117,11 +168,18 @@ void AssistantWindow::give_font(const ShownControl& shown) {
   SendMessageW(shown.window, EM_SETMARGINS, EC_LEFTMARGIN | EC_RIGHTMARGIN, MAKELPARAM(margin, margin));
 }
 
-bool AssistantWindow::load_next_thumbnail() {
-  if (thumbnails_to_load_.empty()) return false;
-  const ShownControl& shown = *thumbnails_to_load_.front();
-  thumbnails_to_load_.pop_front();
-  set_thumbnail(shown.window, pictures_.load(shown.control->picture()));
+bool AssistantWindow::work_ahead() {
+  if (tips_.create(window_)) return true;
+  if (!without_thumbnail_.empty()) {
+    const ShownControl& shown = *without_thumbnail_.front();
+    without_thumbnail_.pop_front();
+    set_thumbnail(shown.window, pictures_.load(shown.control->picture()));
+    return true;
+  }
+  if (waiting_.empty()) return false;
+  ShownControl& shown = *waiting_.front();
+  waiting_.pop_front();
+  if (shown.window == nullptr) create(shown);
   return true;
 }
 
@@ -141,7 +199,8 @@ void AssistantWindow::change_resolution(UINT dpi, const RECT& suggested) {
 
 void AssistantWindow::property_changed(const form::Control& control, form::Property property) {
   if (property == form::Property::Interval) return show_timer(control);
-  const ShownControl* shown = controls_.of(control);
+  ShownControl* shown = controls_.of(control);
+  if (shown != nullptr && shown->window == nullptr && is_page(control) && control.visible()) return create_page(*shown);
   if (shown == nullptr || shown->window == nullptr) return;
   // What is being typed is shown already; showing it again would move the caret.
   const bool shown_already =
@@ -150,7 +209,10 @@ void AssistantWindow::property_changed(const form::Control& control, form::Prope
   if (control.kind() == form::Kind::Image) redraw_images_around(control, controls_);
 }
 
-void AssistantWindow::control_added(const form::Control& control) { add(control); }
+void AssistantWindow::control_added(const form::Control& control) {
+  ShownControl& shown = controls_.add(control);
+  if (outermost(control).visible()) create(shown);
+}
 
 void AssistantWindow::focus_requested(const form::Control& control) {
   focus_asked_for_ = true;

@@ -37,14 +37,17 @@ class AssistantWindow : public form::FormObserver {
   bool handle_message(HWND window, UINT message, WPARAM first, LPARAM second);
   bool next_message(MSG& message);
 
-  void add(const form::Control& control);
+  void create(ShownControl& shown);
+  void create_page(ShownControl& page);
+  void create_contents(const form::Control& page);
   void show(const ShownControl& shown, form::Property property);
   void show_picture(ShownControl& shown);
   void show_timer(const form::Control& timer);
   void give_font(const ShownControl& shown);
   void place_all();
   void change_resolution(UINT dpi, const RECT& suggested);
-  bool load_next_thumbnail();
+  /// One piece of what can wait; false where nothing does.
+  bool work_ahead();
   void paint_window(HWND window) const;
 
   void command(HWND child, UINT notification);
@@ -63,10 +66,11 @@ class AssistantWindow : public form::FormObserver {
   ToolTips tips_;
   HWND window_ = nullptr;
   UINT dpi_ = 96;
-  std::deque<ShownControl*> thumbnails_to_load_;
-  int wheel_rest_ = 0;                         ///< turned, but not yet a whole notch
-  bool showing_ = false;                       ///< what a native control reports of being shown is no event
-  const form::Control* being_read_ = nullptr;  ///< shows already what the form is told of it
+  std::deque<ShownControl*> waiting_;            ///< to be created
+  std::deque<ShownControl*> without_thumbnail_;  ///< whose picture is still to be loaded
+  int wheel_rest_ = 0;                           ///< turned, but not yet a whole notch
+  bool showing_ = false;                         ///< what a native control reports of being shown is no event
+  const form::Control* being_read_ = nullptr;    ///< shows already what the form is told of it
   bool in_event_ = false;
   bool focus_asked_for_ = false;  ///< by the event that is handled now
 };

@@ -161,12 +161,13 @@ int control_id(const form::Control& control, std::size_t position) {
   return first_id + static_cast<int>(position);
 }
 
-HWND create_control_window(const form::Control& control, HWND parent, int id) {
+HWND create_control_window(const form::Control& control, HWND parent, int id, const RECT& place) {
   const NativeClass native = native_class(control);
   if (native.name == nullptr) return nullptr;
   const std::string& text = shows_text(control.kind()) ? control.text() : control.caption();
-  return CreateWindowExW(native.extended_style, native.name, support::wide(text).c_str(), native.style | WS_CHILD, 0, 0,
-                         10, 10, parent, reinterpret_cast<HMENU>(static_cast<INT_PTR>(id)), nullptr, nullptr);
+  return CreateWindowExW(native.extended_style, native.name, support::wide(text).c_str(), native.style | WS_CHILD,
+                         place.left, place.top, place.right - place.left, place.bottom - place.top, parent,
+                         reinterpret_cast<HMENU>(static_cast<INT_PTR>(id)), nullptr, nullptr);
 }
 
 void show_property(HWND window, const form::Control& control, form::Property property) {

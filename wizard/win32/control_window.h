@@ -17,8 +17,8 @@ bool is_container(const form::Control& control);
 /// Next and Cancel have those that Enter and Esc ask for.
 int control_id(const form::Control& control, std::size_t position);
 
-/// Creates the native control, hidden and without a place; null for a control that nobody sees (timer).
-HWND create_control_window(const form::Control& control, HWND parent, int id);
+/// Creates the native control, hidden, with its text; null for a control that nobody sees (timer).
+HWND create_control_window(const form::Control& control, HWND parent, int id, const RECT& place);
 
 /// Shows one property in the window; those that need more than the window (font, bounds, picture, tip) it leaves alone.
 void show_property(HWND window, const form::Control& control, form::Property property);

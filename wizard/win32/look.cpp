@@ -60,17 +60,27 @@ Shape shape(TextStyle style) {
   return {10, FW_NORMAL};
 }
 
-Font make_font(const std::string& face, TextStyle style, UINT dpi) {
+/// The system's own font where none is named.
+LOGFONTW described_font(const std::string& face) {
+  LOGFONTW description{};
+  description.lfCharSet = DEFAULT_CHARSET;
+  if (!face.empty()) {
+    lstrcpynW(description.lfFaceName, support::wide(face).c_str(), LF_FACESIZE);
+    return description;
+  }
   NONCLIENTMETRICSW metrics{};
   metrics.cbSize = sizeof metrics;
   SystemParametersInfoW(SPI_GETNONCLIENTMETRICS, sizeof metrics, &metrics, 0);
-  LOGFONTW description = metrics.lfMessageFont;
+  return metrics.lfMessageFont;
+}
+
+Font make_font(const std::string& face, TextStyle style, UINT dpi) {
+  LOGFONTW description = described_font(face);
   const auto [points, weight] = shape(style);
   description.lfHeight = -MulDiv(points, static_cast<int>(dpi), 72);
   description.lfWidth = 0;
   description.lfWeight = weight;
   description.lfQuality = CLEARTYPE_QUALITY;
-  if (!face.empty()) lstrcpynW(description.lfFaceName, support::wide(face).c_str(), LF_FACESIZE);
   return Font(CreateFontIndirectW(&description));
 }
 

@@ -13,15 +13,20 @@ constexpr int list_edge = 4;
 
 }  // namespace
 
-ShownControl& ShownControls::add(const form::Control& control, HWND form_window) {
-  const int id = control_id(control, shown_.size());
+ShownControl& ShownControls::add(const form::Control& control) {
   shown_.push_back(std::make_unique<ShownControl>());
   ShownControl& shown = *shown_.back();
   shown.control = form_.find(control.name(), control.index());
-  shown.window = create_control_window(control, container_window(control, form_window), id);
+  shown.id = control_id(control, shown_.size() - 1);
   by_control_[&control] = &shown;
-  if (shown.window != nullptr) by_window_[shown.window] = &shown;
   return shown;
+}
+
+void ShownControls::create_window(ShownControl& shown, HWND form_window, UINT dpi) {
+  shown.window = create_control_window(*shown.control, container_window(*shown.control, form_window), shown.id,
+                                       place_in_container(*shown.control, dpi));
+  if (shown.control->kind() == form::Kind::ComboBox) place(shown, dpi);
+  if (shown.window != nullptr) by_window_[shown.window] = &shown;
 }
 
 ShownControl* ShownControls::of(const form::Control& control) const {
@@ -40,6 +45,12 @@ HWND ShownControls::container_window(const form::Control& control, HWND form_win
     if (is_container(*at) && around != nullptr) return around->window;
   }
   return form_window;
+}
+
+const form::Control& outermost(const form::Control& control) {
+  const form::Control* at = &control;
+  while (at->parent() != nullptr) at = at->parent();
+  return *at;
 }
 
 bool is_seen(const form::Control& control) {

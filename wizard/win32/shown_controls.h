@@ -14,8 +14,9 @@ namespace wizard::win32 {
 
 struct ShownControl {
   form::Control* control = nullptr;
-  HWND window = nullptr;  ///< null for a control that nobody sees
-  Picture picture;        ///< of an image, once it was drawn
+  HWND window = nullptr;  ///< null for a control that nobody sees, or that nobody has seen yet
+  int id = 0;
+  Picture picture;  ///< of an image, once it was drawn
   bool picture_loaded = false;
 };
 
@@ -23,8 +24,10 @@ class ShownControls {
  public:
   explicit ShownControls(form::Form& form) : form_(form) {}
 
-  /// Creates the control's window in that of its container, `form_window` for the form itself.
-  ShownControl& add(const form::Control& control, HWND form_window);
+  /// Takes note of the control; it has no window yet.
+  ShownControl& add(const form::Control& control);
+  /// Creates the control's window at its place in that of its container, `form_window` for the form itself.
+  void create_window(ShownControl& shown, HWND form_window, UINT dpi);
   /// Null where there is none.
   ShownControl* of(const form::Control& control) const;
   ShownControl* of(HWND window) const;
@@ -40,6 +43,9 @@ class ShownControls {
   std::unordered_map<const form::Control*, ShownControl*> by_control_;
   std::unordered_map<HWND, ShownControl*> by_window_;
 };
+
+/// The outermost container that the control lies in; itself where it lies on the form.
+const form::Control& outermost(const form::Control& control);
 
 /// True where the control and all around it are shown.
 bool is_seen(const form::Control& control);

@@ -10,24 +10,29 @@ ToolTips::~ToolTips() {
   if (tips_ != nullptr) DestroyWindow(tips_);
 }
 
-/// Without an owner: where the form's window owns a window that stays topmost, Wine no longer makes it topmost itself.
-void ToolTips::create(HWND form_window) {
-  form_window_ = form_window;
-  tips_ =
-      CreateWindowExW(WS_EX_TOPMOST, TOOLTIPS_CLASSW, nullptr, WS_POPUP | TTS_ALWAYSTIP | TTS_NOPREFIX, CW_USEDEFAULT,
-                      CW_USEDEFAULT, CW_USEDEFAULT, CW_USEDEFAULT, nullptr, nullptr, nullptr, nullptr);
-}
-
 void ToolTips::add(const ShownControl& shown) {
   const form::Kind kind = shown.control->kind();
-  if (kind != form::Kind::Button && kind != form::Kind::ChartOption) return;
-  TOOLINFOW tool{};
-  tool.cbSize = sizeof tool;
-  tool.uFlags = TTF_IDISHWND | TTF_SUBCLASS;
-  tool.hwnd = form_window_;
-  tool.uId = reinterpret_cast<UINT_PTR>(shown.window);
-  tool.lpszText = LPSTR_TEXTCALLBACKW;
-  SendMessageW(tips_, TTM_ADDTOOLW, 0, reinterpret_cast<LPARAM>(&tool));
+  if (kind == form::Kind::Button || kind == form::Kind::ChartOption) noted_.push_back(shown.window);
+}
+
+bool ToolTips::create(HWND form_window) {
+  if (noted_.empty()) return false;
+  // Without an owner: where the form's window owns a window that stays topmost, Wine no longer makes it topmost itself.
+  if (tips_ == nullptr)
+    tips_ =
+        CreateWindowExW(WS_EX_TOPMOST, TOOLTIPS_CLASSW, nullptr, WS_POPUP | TTS_ALWAYSTIP | TTS_NOPREFIX, CW_USEDEFAULT,
+                        CW_USEDEFAULT, CW_USEDEFAULT, CW_USEDEFAULT, nullptr, nullptr, nullptr, nullptr);
+  for (const HWND control : noted_) {
+    TOOLINFOW tool{};
+    tool.cbSize = sizeof tool;
+    tool.uFlags = TTF_IDISHWND | TTF_SUBCLASS;
+    tool.hwnd = form_window;
+    tool.uId = reinterpret_cast<UINT_PTR>(control);
+    tool.lpszText = LPSTR_TEXTCALLBACKW;
+    SendMessageW(tips_, TTM_ADDTOOLW, 0, reinterpret_cast<LPARAM>(&tool));
+  }
+  noted_.clear();
+  return true;
 }
 
 bool ToolTips::answer(NMHDR& notification, const ShownControls& controls) {

@@ -3,6 +3,9 @@
 
 #include <windows.h>
 
+#include <string>
+#include <vector>
+
 #include "wizard/win32/shown_controls.h"
 
 namespace wizard::win32 {
@@ -14,13 +17,16 @@ class ToolTips {
   ToolTips(const ToolTips&) = delete;
   ToolTips& operator=(const ToolTips&) = delete;
 
-  void create(HWND form_window);
+  /// Takes note of a control; nothing is created yet.
   void add(const ShownControl& shown);
+  /// Makes the tips of those noted; false where there were none.
+  bool create(HWND form_window);
   /// Answers a notification of a tip that wants its text; false for any other notification.
   bool answer(NMHDR& notification, const ShownControls& controls);
 
  private:
-  HWND form_window_ = nullptr, tips_ = nullptr;
+  HWND tips_ = nullptr;
+  std::vector<HWND> noted_;
   std::wstring text_;  ///< of the tip that is shown
 };
 
