@@ -19,7 +19,7 @@ class HostileFile : public EngineTest {
       database->execute("INSERT INTO things (name) VALUES ('one')");
     }
     sqlite3* connection = nullptr;
-    ASSERT_EQ(sqlite3_open(host_path().c_str(), &connection), SQLITE_OK);
+    ASSERT_EQ(sqlite3_open(host_path().string().c_str(), &connection), SQLITE_OK);
     EXPECT_EQ(sqlite3_exec(connection, sql.c_str(), nullptr, nullptr, nullptr), SQLITE_OK)
         << sqlite3_errmsg(connection);
     sqlite3_close(connection);
