@@ -82,7 +82,7 @@ TEST_F(LooksTest, NoTextIsCutAtAnyResolution) {
   for (const DWORD dpi : {96u, 144u, 192u}) {
     const Resolution resolution(dpi);
     EXPECT_EQ(cut_texts("Tahoma"), "") << dpi;
-    EXPECT_EQ(GetDpiForWindow(wizard().window()), dpi);
+    EXPECT_EQ(wizard().resolution(), dpi);
   }
 }
 

@@ -103,6 +103,11 @@ TEST_F(RunsTest, TheSameRunByKeyboardAloneIsWritten) {
   expect_focus("optBGUnit(0)");
   press_key(VK_DOWN);
   expect_focus("optBGUnit(1)");
+  // One stop for the group, then the buttons, and round to the group again.
+  for (const std::string_view stop : {"Command1(1)", "Command1(0)", "Command1(2)", "optBGUnit(1)"}) {
+    press_key(VK_TAB);
+    expect_focus(stop);
+  }
   enter("PatDat");
   expect_focus("txtFirstName");
   type_keys("Jörg");

@@ -65,6 +65,7 @@ AssistantWindow::AssistantWindow(HINSTANCE instance, frmAssistantFirstSteps& ass
   for (const auto& shown : controls_) {
     if (shown->control->kind() == form::Kind::Timer) show_timer(*shown->control);
     if (shown->control->parent() == nullptr && (shown->control->visible() || !is_page(*shown->control))) create(*shown);
+    if (shown->window == nullptr) waiting_.push_back(shown.get());
   }
   assistant_.form().set_observer(this);
   SetWindowPos(window_, HWND_TOPMOST, 0, 0, 0, 0, SWP_NOMOVE | SWP_NOSIZE | SWP_SHOWWINDOW);
@@ -86,8 +87,8 @@ void AssistantWindow::run() {
   }
 }
 
-/// Charts and their thumbnails come in one by one while there is nothing else to do, so that the page answers at once
-/// however many there are.
+/// Thumbnails, charts and the pages that are not shown yet come in one by one while there is nothing else to do, so
+/// that the page that is shown answers at once.
 bool AssistantWindow::next_message(MSG& message) {
   while (PeekMessageW(&message, nullptr, 0, 0, PM_REMOVE) == 0) {
     if (!work_ahead()) return GetMessageW(&message, nullptr, 0, 0) > 0;
@@ -111,7 +112,7 @@ void AssistantWindow::create_page(ShownControl& page) {
   SetWindowPos(page.window, HWND_TOP, 0, 0, 0, 0, SWP_NOMOVE | SWP_NOSIZE | SWP_NOACTIVATE);
 }
 
-/// A page and what lies on it are created when the page is shown for the first time.
+/// What lies on a page is there when the page is shown, whether or not there was time to create it before.
 void AssistantWindow::create_contents(const form::Control& page) {
   for (const auto& shown : controls_) {
     if (shown->window != nullptr || shown->control == &page || &outermost(*shown->control) != &page) continue;
@@ -143,9 +144,21 @@ void AssistantWindow::show(const ShownControl& shown, form::Property property) {
       break;
     default:
       show_property(shown.window, control, property);
+      if (property == form::Property::Value && control.value() != 0) give_tab_stop(control);
       break;
   }
   showing_ = nested;
+}
+
+/// Tab goes to the chosen one of a group of options, not to the first one too.
+void AssistantWindow::give_tab_stop(const form::Control& chosen) {
+  if (chosen.kind() != form::Kind::OptionButton) return;
+  for (const form::Control* member : assistant_.form().array(chosen.name())) {
+    const ShownControl* shown = controls_.of(*member);
+    if (shown == nullptr || shown->window == nullptr) continue;
+    const LONG_PTR style = GetWindowLongPtrW(shown->window, GWL_STYLE) & ~LONG_PTR{WS_TABSTOP};
+    SetWindowLongPtrW(shown->window, GWL_STYLE, member == &chosen ? style | WS_TABSTOP : style);
+  }
 }
 
 void AssistantWindow::show_timer(const form::Control& timer) {
@@ -179,7 +192,7 @@ bool AssistantWindow::work_ahead() {
   if (waiting_.empty()) return false;
   ShownControl& shown = *waiting_.front();
   waiting_.pop_front();
-  if (shown.window == nullptr) create(shown);
+  if (shown.window == nullptr) is_page(*shown.control) ? create_page(shown) : create(shown);
   return true;
 }
 

@@ -43,6 +43,7 @@ class AssistantWindow : public form::FormObserver {
   void show(const ShownControl& shown, form::Property property);
   void show_picture(ShownControl& shown);
   void show_timer(const form::Control& timer);
+  void give_tab_stop(const form::Control& chosen);
   void give_font(const ShownControl& shown);
   void place_all();
   void change_resolution(UINT dpi, const RECT& suggested);

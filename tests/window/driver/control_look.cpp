@@ -25,7 +25,7 @@ Room room_beside_text(form::Kind kind) {
     case form::Kind::Button:
       return {10, 6};
     case form::Kind::ComboBox:
-      return {24, 6};
+      return {24, 4};
     case form::Kind::TextBox:
       return {8, 0};
     default:
@@ -88,7 +88,7 @@ std::string label_before(HWND window) {
 std::string cut_text(const WizardProgram& program, const form::Control& control, const std::string& font) {
   if (!shows_fixed_text(control)) return {};
   const HWND window = program.control(control.path());
-  const UINT dpi = GetDpiForWindow(window);
+  const UINT dpi = program.resolution();
   RECT inside;
   GetClientRect(window, &inside);
   const Room room = room_beside_text(control.kind());

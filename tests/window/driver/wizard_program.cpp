@@ -50,6 +50,13 @@ WizardProgram::WizardProgram(std::string_view arguments)
   }
 }
 
+UINT WizardProgram::resolution() const {
+  constexpr int twips_to_the_inch = 1440;
+  RECT inside;
+  GetClientRect(window_, &inside);
+  return static_cast<UINT>(MulDiv(inside.right, twips_to_the_inch, wizard::form_bounds.width));
+}
+
 std::string WizardProgram::page() const {
   for (const form::Control* page : form_.array("contstep")) {
     if (IsWindowVisible(find(*page)) != 0) return page->tag();
