@@ -3,8 +3,6 @@
 // commctrl.h needs windows.h before it.
 #include <commctrl.h>
 
-#include <memory>
-
 #include "support/host.h"
 #include "support/win32/wide.h"
 #include "tests/window/window_test.h"
@@ -242,10 +240,14 @@ TEST_F(RunsTest, AChangedSchemeSendsTheUsersToolbarsToTheRecycleBin) {
   for (const auto& [name, content] : demo_.everything()) EXPECT_FALSE(name.starts_with("user/")) << name;
 }
 
-/// The machine's own registry, left as it was found.
+/// What the registry of this session holds of the wizard: nothing before and after.
+struct EmptyKey {
+  EmptyKey() { RegDeleteTreeW(HKEY_CURRENT_USER, L"SOFTWARE\\Lumoraquant"); }
+  ~EmptyKey() { RegDeleteTreeW(HKEY_CURRENT_USER, L"SOFTWARE\\Lumoraquant"); }
+};
+
 TEST_F(RunsTest, WithoutAHiveTheRegistryItselfIsWritten) {
-  constexpr wchar_t key[] = L"SOFTWARE\\Lumoraquant";
-  ASSERT_NE(RegOpenKeyExW(HKEY_CURRENT_USER, key, 0, KEY_READ, std::make_unique<HKEY>().get()), ERROR_SUCCESS);
+  const EmptyKey key;
   const auto registry = support::host_registry();
   ASSERT_TRUE(WriteRegString(*registry, support::RootKey::CurrentUser, installation_key, "LanguageDLL", "de"));
   std::string first_run, database;
@@ -262,7 +264,6 @@ TEST_F(RunsTest, WithoutAHiveTheRegistryItselfIsWritten) {
   ReadRegValue(*registry, support::RootKey::CurrentUser, installation_key, "DataBaseName", database);
   EXPECT_EQ(first_run, "0");
   EXPECT_EQ(database, demo_.path("patients\\Müller_Jörg.das"));
-  RegDeleteTreeW(HKEY_CURRENT_USER, key);
 }
 
 }  // namespace
