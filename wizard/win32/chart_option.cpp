@@ -58,7 +58,8 @@ void draw(HWND window, HDC target, Chart& chart) {
   GetClientRect(window, &whole);
   FillRect(target, &whole, page_brush());
   const bool checked = SendMessageW(window, BM_GETCHECK, 0, 0) == BST_CHECKED;
-  const RECT place{whole.left, whole.top, whole.right, whole.bottom - chart.title_height};
+  const int gap = chart.title_height / 8;  // half of what is between two charts
+  const RECT place{whole.left + gap, whole.top, whole.right - gap, whole.bottom - chart.title_height};
   const RECT strip{whole.left, place.bottom, whole.right, whole.bottom};
   draw_thumbnail(target, place, chart);
   draw_frame(target, place, checked, std::max(1, chart.title_height / 24));
