@@ -32,16 +32,36 @@ Com<IStream> open_file(std::string_view path) {
   return Com<IStream>(stream);
 }
 
+template <typename Interface>
+Com<Interface> create(const CLSID& object) {
+  void* created = nullptr;
+  if (FAILED(CoCreateInstance(object, nullptr, CLSCTX_INPROC_SERVER, __uuidof(Interface), &created))) return {};
+  return Com<Interface>(static_cast<Interface*>(created));
+}
+
+/// By the first byte. Asked to find the decoder itself, the system would try all that are installed.
+const CLSID& decoder_of(IStream* stream) {
+  constexpr char png_mark = '\x89';
+  char first = 0;
+  stream->Read(&first, 1, nullptr);
+  stream->Seek({}, STREAM_SEEK_SET, nullptr);
+  return first == png_mark ? CLSID_WICPngDecoder : CLSID_WICJpegDecoder;
+}
+
 Com<IWICBitmapSource> decode(IWICImagingFactory* imaging, IStream* stream) {
-  IWICBitmapDecoder* decoder = nullptr;
-  if (FAILED(imaging->CreateDecoderFromStream(stream, nullptr, WICDecodeMetadataCacheOnDemand, &decoder))) return {};
-  const Com<IWICBitmapDecoder> decoder_owner(decoder);
+  const Com<IWICBitmapDecoder> decoder = create<IWICBitmapDecoder>(decoder_of(stream));
   IWICBitmapFrameDecode* frame = nullptr;
-  if (FAILED(decoder->GetFrame(0, &frame))) return {};
+  if (!decoder || FAILED(decoder->Initialize(stream, WICDecodeMetadataCacheOnDemand)) ||
+      FAILED(decoder->GetFrame(0, &frame)))
+    return {};
   const Com<IWICBitmapFrameDecode> frame_owner(frame);
-  IWICBitmapSource* converted = nullptr;
-  if (FAILED(WICConvertBitmapSource(GUID_WICPixelFormat32bppPBGRA, frame, &converted))) return {};
-  return Com<IWICBitmapSource>(converted);
+  IWICFormatConverter* converter = nullptr;
+  if (FAILED(imaging->CreateFormatConverter(&converter))) return {};
+  Com<IWICFormatConverter> converted(converter);
+  if (FAILED(converter->Initialize(frame, GUID_WICPixelFormat32bppPBGRA, WICBitmapDitherTypeNone, nullptr, 0,
+                                   WICBitmapPaletteTypeCustom)))
+    return {};
+  return converted;
 }
 
 struct Canvas {
@@ -86,12 +106,7 @@ Picture copy_pixels(IWICBitmapSource* source) {
 
 Picture PictureLoader::load(std::string_view name_or_path) {
   if (name_or_path.empty()) return {};
-  if (!imaging_) {
-    IWICImagingFactory* factory = nullptr;
-    CoCreateInstance(CLSID_WICImagingFactory, nullptr, CLSCTX_INPROC_SERVER, IID_IWICImagingFactory,
-                     reinterpret_cast<void**>(&factory));
-    imaging_.reset(factory);
-  }
+  if (!imaging_) imaging_ = create<IWICImagingFactory>(CLSID_WICImagingFactory);
   const HRSRC resource = find_resource(name_or_path);
   const Com<IStream> stream = resource != nullptr ? open_resource(resource) : open_file(name_or_path);
   if (!imaging_ || !stream) return {};
