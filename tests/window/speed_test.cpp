@@ -14,8 +14,9 @@ namespace {
 using Milliseconds = std::chrono::duration<double, std::milli>;
 using Clock = std::chrono::steady_clock;
 
-constexpr int least_rounds = 9, most_rounds = 45;
-constexpr double start_limit = 1.5;  // of the bare program's start
+constexpr int least_rounds = 9, most_rounds = 45;  // starts
+constexpr int least_walks = 3, most_walks = 15;    // over all pages
+constexpr double start_limit = 1.5;                // of the bare program's start
 constexpr Milliseconds page_limit{50};
 
 /// From the start of the process until its window is there and answers.
@@ -69,7 +70,10 @@ Milliseconds turn_time(const WizardProgram& wizard) {
 TEST_F(SpeedTest, EveryPageComesUpAtOnceWithSixtyChartsToo) {
   fill_catalogue();
   std::map<std::string, Milliseconds> best;
-  for (int n = 0; n < 5; ++n) {
+  const auto all_are_within_limit = [&] {
+    return std::ranges::all_of(best, [](const auto& page) { return page.second <= page_limit; });
+  };
+  for (int n = 0; n < most_walks && (n < least_walks || !all_are_within_limit()); ++n) {
     start();
     while (wizard().page() != "Fertig") {
       if (wizard().page() == "PatDat") enter_patient();
