@@ -61,8 +61,9 @@ std::vector<std::string> layout_changes(const fs::path& before, const fs::path& 
 
 /// The ladder's statements on rows; the columns that they need are there.
 constexpr const char* row_changes[] = {
-    "UPDATE preferredInsulin SET bSelectable=-1, iSortOrder=s.n FROM (SELECT rowid AS r, row_number() OVER (ORDER BY "
-    "manufacturer)-1 AS n FROM preferredInsulin) s WHERE rowid=s.r",
+    R"(UPDATE preferredInsulin SET bSelectable=-1, iSortOrder=s.n
+       FROM (SELECT rowid AS r, row_number() OVER (ORDER BY manufacturer)-1 AS n FROM preferredInsulin) s
+       WHERE rowid=s.r)",
     "UPDATE Labordefinitionen SET LaborID=0 WHERE LaborID<=0 OR LaborID IS NULL",
     "UPDATE patdat_labs SET labor_id=0 WHERE labor_id<=0 OR labor_id IS NULL",
     "UPDATE insulin SET Event=Event+50 WHERE Event BETWEEN 20 AND 27",
@@ -74,10 +75,10 @@ constexpr const char* row_changes[] = {
     "UPDATE glucose SET Bloodtype=0 WHERE Bloodtype IS NULL",
     "DROP TABLE imports",
     "DELETE FROM labdefs",
-    "INSERT INTO labvalues(ID,type,value,vdate,method,sComment) SELECT row_number() OVER (), 1, iWeight, vDate, 0, "
-    "substr(memo,1,255) FROM day_info WHERE iWeight>0",
-    "INSERT INTO labvalues(ID,type,value,vdate,method,sComment) SELECT row_number() OVER (), 2, dBodyFat, vDate, 0, "
-    "substr(memo,1,255) FROM day_info WHERE dBodyFat>0",
+    R"(INSERT INTO labvalues(ID,type,value,vdate,method,sComment)
+       SELECT row_number() OVER (), 1, iWeight, vDate, 0, substr(memo,1,255) FROM day_info WHERE iWeight>0)",
+    R"(INSERT INTO labvalues(ID,type,value,vdate,method,sComment)
+       SELECT row_number() OVER (), 2, dBodyFat, vDate, 0, substr(memo,1,255) FROM day_info WHERE dBodyFat>0)",
     "UPDATE glucose SET Bloodtype=0 WHERE Bloodtype IS NULL",
     "UPDATE db_info SET MinVersion=60",
 };

@@ -226,7 +226,7 @@ std::string patient_file(const Environment& environment, std::string_view index_
   const int length = std::snprintf(name.data(), name.size(), "db4_%06d.das", patient_id);
   const std::string_view file(name.data(), static_cast<std::size_t>(length));
   for (const std::string& folder : {support::ExtractFromPath(index_path, 1), environment.data_folder}) {
-    const std::string path = in_folder(folder, file);
+    std::string path = in_folder(folder, file);
     if (support::file_test(environment.file_system(), path)) return path;
   }
   return {};

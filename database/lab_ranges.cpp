@@ -93,7 +93,7 @@ std::string definition_query(const std::variant<std::string, std::int16_t>& name
   if (const auto* type = std::get_if<std::int16_t>(&name_or_type)) {
     return "SELECT * FROM labdefs WHERE type= " + std::to_string(*type);
   }
-  const std::string& name = std::get<std::string>(name_or_type);
+  const auto& name = std::get<std::string>(name_or_type);
   if (laboratory_id <= 0) return "SELECT * FROM labdefs WHERE field='" + name + "' ";
   return "SELECT * FROM LABORDEFINITIONEN WHERE field='" + name + "'" + " AND LaborID=" + std::to_string(laboratory_id);
 }

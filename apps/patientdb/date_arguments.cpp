@@ -73,7 +73,7 @@ Range time_range(const console::Arguments& arguments, std::string_view from, std
 }
 
 std::string weekdays_argument(const console::Arguments& arguments, std::string_view option) {
-  const std::string text = arguments.value(option).value_or("");
+  std::string text = arguments.value(option).value_or("");
   std::vector<std::string> numbers;
   support::Split(text, numbers, ",");
   const bool valid = !text.ends_with(',') && std::ranges::all_of(numbers, [](const std::string& number) {
