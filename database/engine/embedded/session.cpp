@@ -16,6 +16,18 @@ void check_password_length(std::string_view password) {
   if (support::character_count(password) > maximum_password_characters) raise(3031);
 }
 
+/// The user version. What a key does not fit to cannot be told from what is damaged: not in the file itself, and not in
+/// the journal of a process that died, which is read before it.
+std::int64_t read_for_the_first_time(Connection& file, bool encrypted) {
+  constexpr int no_database = 3343;
+  try {
+    if (const std::optional<std::int64_t> version = file.first_read()) return *version;
+  } catch (const support::RuntimeError& error) {
+    if (!encrypted || error.number() != no_database) throw;
+  }
+  raise(encrypted ? 3031 : no_database);
+}
+
 }  // namespace
 
 Session::Session(std::string host_path, std::string_view password, const ConnectionOptions& options)
@@ -66,15 +78,14 @@ void Session::connect_existing() {
   if (file.encrypted && password_.empty()) raise(3031);
   std::optional<FileKey> key;
   if (file.encrypted) connection_->use_key(key.emplace(password_, file.salt));
-  const std::optional<std::int64_t> stamp = connection_->first_read();
-  if (!stamp) raise(file.encrypted ? 3031 : 3343);
+  const std::int64_t stamp = read_for_the_first_time(*connection_, file.encrypted);
   if (key) key->remember(password_);
   if (options_.exclusive && !options_.read_only) {
     connection_->run("BEGIN EXCLUSIVE");
     connection_->run("COMMIT");
   }
   identity_ = host_path_ + std::string(file.salt.begin(), file.salt.end());
-  catalogue_ = known_catalogues::find(identity_, *stamp);
+  catalogue_ = known_catalogues::find(identity_, stamp);
   catalogue_at_hand();
 }
 
