@@ -66,7 +66,7 @@ bool AssistantWindow::handle_message(HWND window, UINT message, WPARAM first, LP
       turn_wheel(GET_WHEEL_DELTA_WPARAM(first));
       return true;
     case WM_DRAWITEM:
-      draw_image(*reinterpret_cast<const DRAWITEMSTRUCT*>(second), controls_, pictures_);
+      draw_image(*reinterpret_cast<const DRAWITEMSTRUCT*>(second), controls_);
       return true;
     case WM_ERASEBKGND:
       SetWindowLongPtrW(window, DWLP_MSGRESULT, TRUE);

@@ -1,5 +1,6 @@
 #include "wizard/win32/assistant_window.h"
 
+#include <algorithm>
 #include <utility>
 
 #include "support/win32/wide.h"
@@ -87,7 +88,7 @@ void AssistantWindow::run() {
   }
 }
 
-/// Thumbnails, charts and the pages that are not shown yet come in one by one while there is nothing else to do, so
+/// Pictures, charts and the pages that are not shown yet come in one by one while there is nothing else to do, so
 /// that the page that is shown answers at once.
 bool AssistantWindow::next_message(MSG& message) {
   while (PeekMessageW(&message, nullptr, 0, 0, PM_REMOVE) == 0) {
@@ -166,11 +167,28 @@ void AssistantWindow::show_timer(const form::Control& timer) {
   if (timer.interval() > 0) SetTimer(window_, timer_id, static_cast<UINT>(timer.interval()), nullptr);
 }
 
-/// An image is loaded when it is first drawn: most pages are not looked at twice, and the first one is not to wait.
+/// A page does not wait for its pictures. Until the new one is there, the old one is seen.
 void AssistantWindow::show_picture(ShownControl& shown) {
-  shown.picture_loaded = false;
-  if (shown.control->kind() == form::Kind::ChartOption && !shown.control->picture().empty())
-    without_thumbnail_.push_back(&shown);
+  if (std::exchange(shown.picture_to_load, true)) return;
+  without_picture_.push_back(&shown);
+}
+
+void AssistantWindow::load_picture(ShownControl& shown) {
+  shown.picture_to_load = false;
+  Picture picture = pictures_.load(shown.control->picture());
+  if (shown.control->kind() == form::Kind::ChartOption) return set_thumbnail(shown.window, std::move(picture));
+  shown.picture = std::move(picture);
+  redraw_images_around(*shown.control, controls_);
+}
+
+bool AssistantWindow::load_next_picture(bool ahead) {
+  const auto next = std::ranges::find_if(
+      without_picture_, [ahead](const ShownControl* shown) { return ahead || is_seen(*shown->control); });
+  if (next == without_picture_.end()) return false;
+  ShownControl& shown = **next;
+  without_picture_.erase(next);
+  load_picture(shown);
+  return true;
 }
 
 void AssistantWindow::give_font(const ShownControl& shown) {
@@ -182,14 +200,8 @@ void AssistantWindow::give_font(const ShownControl& shown) {
 }
 
 bool AssistantWindow::work_ahead() {
-  if (tips_.create(window_)) return true;
-  if (!without_thumbnail_.empty()) {
-    const ShownControl& shown = *without_thumbnail_.front();
-    without_thumbnail_.pop_front();
-    set_thumbnail(shown.window, pictures_.load(shown.control->picture()));
-    return true;
-  }
-  if (waiting_.empty()) return false;
+  if (load_next_picture(false) || tips_.create(window_)) return true;
+  if (waiting_.empty()) return load_next_picture(true);
   ShownControl& shown = *waiting_.front();
   waiting_.pop_front();
   if (shown.window == nullptr) is_page(*shown.control) ? create_page(shown) : create(shown);

@@ -42,6 +42,9 @@ class AssistantWindow : public form::FormObserver {
   void create_contents(const form::Control& page);
   void show(const ShownControl& shown, form::Property property);
   void show_picture(ShownControl& shown);
+  void load_picture(ShownControl& shown);
+  /// Loads one that is waited for on the page that is shown or, `ahead`, on any; false where there is none.
+  bool load_next_picture(bool ahead);
   void show_timer(const form::Control& timer);
   void give_tab_stop(const form::Control& chosen);
   void give_font(const ShownControl& shown);
@@ -67,11 +70,11 @@ class AssistantWindow : public form::FormObserver {
   ToolTips tips_;
   HWND window_ = nullptr;
   UINT dpi_ = 96;
-  std::deque<ShownControl*> waiting_;            ///< to be created
-  std::deque<ShownControl*> without_thumbnail_;  ///< whose picture is still to be loaded
-  int wheel_rest_ = 0;                           ///< turned, but not yet a whole notch
-  bool showing_ = false;                         ///< what a native control reports of being shown is no event
-  const form::Control* being_read_ = nullptr;    ///< shows already what the form is told of it
+  std::deque<ShownControl*> waiting_;          ///< to be created
+  std::deque<ShownControl*> without_picture_;  ///< whose picture is still to be loaded
+  int wheel_rest_ = 0;                         ///< turned, but not yet a whole notch
+  bool showing_ = false;                       ///< what a native control reports of being shown is no event
+  const form::Control* being_read_ = nullptr;  ///< shows already what the form is told of it
   bool in_event_ = false;
   bool focus_asked_for_ = false;  ///< by the event that is handled now
 };

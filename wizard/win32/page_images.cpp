@@ -9,17 +9,15 @@ bool is_image_beside(const form::Control& control, const form::Control& image) {
   return control.kind() == form::Kind::Image && control.parent() == image.parent();
 }
 
-void draw_overlapping_images(HDC target, const form::Control& image, const ShownControls& controls,
-                             PictureLoader& loader) {
+void draw_overlapping_images(HDC target, const form::Control& image, const ShownControls& controls) {
   const RECT place = place_in_container(image, picture_dpi);
   for (const auto& shown : controls) {
     if (!is_image_beside(*shown->control, image) || !shown->control->visible()) continue;
     RECT there = place_in_container(*shown->control, picture_dpi), common;
     if (IntersectRect(&common, &there, &place) == 0) continue;
-    if (!shown->picture_loaded) shown->picture = loader.load(shown->control->picture());
-    shown->picture_loaded = true;
+    if (!shown->picture) continue;
     OffsetRect(&there, -place.left, -place.top);
-    if (shown->picture) draw_picture(target, there, shown->picture);
+    draw_picture(target, there, shown->picture);
   }
 }
 
@@ -27,7 +25,7 @@ void draw_overlapping_images(HDC target, const form::Control& image, const Shown
 
 /// Composed at the resolution of the pictures and then scaled as a whole: transparent edges stay smooth, and nothing is
 /// scaled twice.
-void draw_image(const DRAWITEMSTRUCT& request, const ShownControls& controls, PictureLoader& loader) {
+void draw_image(const DRAWITEMSTRUCT& request, const ShownControls& controls) {
   const ShownControl* shown = controls.of(request.hwndItem);
   if (shown == nullptr) return;
   const RECT place = place_in_container(*shown->control, picture_dpi);
@@ -37,7 +35,7 @@ void draw_image(const DRAWITEMSTRUCT& request, const ShownControls& controls, Pi
   const Selection selection(memory.get(), canvas.get());
   const RECT whole{0, 0, width, height};
   FillRect(memory.get(), &whole, page_brush());
-  draw_overlapping_images(memory.get(), *shown->control, controls, loader);
+  draw_overlapping_images(memory.get(), *shown->control, controls);
   stretch(request.hDC, request.rcItem, memory.get(), width, height);
 }
 

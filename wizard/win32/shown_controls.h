@@ -16,8 +16,8 @@ struct ShownControl {
   form::Control* control = nullptr;
   HWND window = nullptr;  ///< null for a control that nobody sees, or that nobody has seen yet
   int id = 0;
-  Picture picture;  ///< of an image, once it was drawn
-  bool picture_loaded = false;
+  Picture picture;               ///< of an image: the last one that was loaded
+  bool picture_to_load = false;  ///< the control has another one since
 };
 
 class ShownControls {
