@@ -34,6 +34,11 @@ bool could_be_salt(std::string_view bytes) {
 
 }  // namespace
 
+JetFileError::JetFileError()
+    : RuntimeError(3343,
+                   "Unrecognized database format: the file was written by the Jet engine, whose automation object "
+                   "DAO.DBEngine.36 is not installed on this machine, or for programs of 32 bits only.") {}
+
 void check_place_of_file(const std::string& host_path) {
   const std::filesystem::path path = file_path(host_path);
   std::error_code failure;
@@ -46,12 +51,7 @@ void check_place_of_file(const std::string& host_path) {
 DatabaseFile identify_database_file(std::string_view beginning, std::int64_t file_size) {
   if (beginning.size() < telling_size) raise(3343);
   if (beginning.starts_with(sqlite_magic)) return {};
-  if (beginning.substr(jet_magic_offset).starts_with(jet_magic)) {
-    throw support::RuntimeError(
-        3343,
-        "Unrecognized database format: the file was written by the Jet engine, whose automation "
-        "object DAO.DBEngine.36 is not installed on this machine.");
-  }
+  if (beginning.substr(jet_magic_offset).starts_with(jet_magic)) throw JetFileError();
   const std::string_view salt = beginning.substr(0, SQLCIPHER4_SALT_SIZE);
   if (file_size % encrypted_page_size != 0 || !could_be_salt(salt)) raise(3343);
   DatabaseFile found{true, {}};

@@ -7,8 +7,15 @@
 #include <string_view>
 
 #include "database/engine/embedded/file_keys.h"
+#include "support/error.h"
 
 namespace engine::embedded {
+
+/// 3343 for a file that the Jet engine wrote: the automation objects open it.
+class JetFileError : public support::RuntimeError {
+ public:
+  JetFileError();
+};
 
 struct DatabaseFile {
   bool encrypted = false;
@@ -21,13 +28,15 @@ void check_place_of_file(const std::string& host_path);
 
 /// Bytes from the beginning of a file that tell what it is.
 inline constexpr std::size_t telling_size = 32;
-/// 3343 where it cannot be a database of this engine. `beginning` may be shorter, for a shorter file.
+/// 3343 where it cannot be a database of this engine, as JetFileError where it is one of Jet's. `beginning` may be
+/// shorter, for a shorter file.
 DatabaseFile identify_database_file(std::string_view beginning, std::int64_t file_size);
 
 /// The errors of a place where a database is to be created: 3204 a file is there, 3044 no such folder.
 void check_place_of_new_file(const std::string& host_path);
 
-/// An empty file that only the user may read and write. 3204 where one is there, 3044 no such folder, 3051 no right.
+/// An empty file that only the user may read and write. 3204 where one is there, 3044 no such folder, 3051 no right or
+/// (POSIX) a folder of another user.
 void create_private_file(const std::string& host_path);
 
 /// Removes the file where it is still empty.

@@ -40,9 +40,4 @@ std::unique_ptr<Engine> create_embedded_engine(std::chrono::milliseconds busy_ti
   return std::make_unique<EmbeddedEngine>(busy_time);
 }
 
-bool answers_to(std::string_view identifier) {
-  return support::equal_ignoring_case(identifier, "DAO.DBEngine.36") ||
-         support::equal_ignoring_case(identifier, "DAO.DBEngine.35");
-}
-
 }  // namespace engine::embedded

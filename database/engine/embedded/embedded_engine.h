@@ -17,7 +17,4 @@ inline constexpr std::chrono::milliseconds default_busy_time{5000};
 /// Paths are Windows paths; the key of a file is derived once per process and password.
 std::unique_ptr<Engine> create_embedded_engine(std::chrono::milliseconds busy_time = default_busy_time);
 
-/// True for the identifiers of the automation objects that the embedded engine stands in for.
-bool answers_to(std::string_view identifier);
-
 }  // namespace engine::embedded

@@ -1,0 +1,16 @@
+// The engine that is installed on the machine as automation objects: the object model over IDispatch, by the names of
+// the members.
+#pragma once
+
+#include <memory>
+#include <string_view>
+
+#include "database/engine/engine.h"
+
+namespace engine::automation {
+
+/// Creates exactly this identifier's object. Raises 429 where it is not registered or cannot be created in this
+/// process, as one of 32 bits cannot in a program of 64.
+std::unique_ptr<Engine> create_automation_engine(std::string_view identifier);
+
+}  // namespace engine::automation

@@ -1,0 +1,80 @@
+// An object of the automation engine: its late-bound reference, and what all objects of one engine share.
+#pragma once
+
+#include <array>
+#include <cstddef>
+#include <cstdint>
+#include <memory>
+#include <string>
+#include <string_view>
+#include <utility>
+
+#include "support/win32/dispatch.h"
+
+namespace engine::automation {
+
+/// Kinds of objects: the members of one kind have the same numbers.
+enum class Kind : std::uint8_t {
+  Engine,
+  Workspace,
+  Database,
+  TableDefs,
+  TableDef,
+  TableFields,
+  Indexes,
+  Index,
+  IndexFields,
+  Field,
+  Recordset,
+  RecordsetFields,
+  RecordsetField,
+};
+inline constexpr std::size_t kinds = static_cast<std::size_t>(Kind::RecordsetField) + 1;
+
+/// Lives as long as any object of the engine does.
+struct Server {
+  support::Apartment apartment;
+  std::array<support::MemberNumbers, kinds> numbers;
+};
+
+class Object {
+ public:
+  /// A reference to nothing: every call raises 91.
+  Object() = default;
+  /// A new engine; 429 where it is not registered.
+  explicit Object(std::string_view identifier) : server_(std::make_shared<Server>()) {
+    dispatch_ = support::DispatchObject::create(identifier, numbers(Kind::Engine));
+  }
+
+  template <typename... Arguments>
+  support::Variant call(std::wstring_view member, const Arguments&... arguments) const {
+    return dispatch_.call(member, arguments...);
+  }
+  /// The object that a call returns; 91 where it returns none.
+  template <typename... Arguments>
+  Object object(Kind kind, std::wstring_view member, const Arguments&... arguments) const {
+    return Object(server_, kind, dispatch_.call(member, arguments...));
+  }
+  void put(std::wstring_view member, const support::Variant& value) const { dispatch_.put(member, value); }
+
+  std::string text(std::wstring_view property) const { return call(property).to_text(); }
+  std::int32_t number(std::wstring_view property) const { return call(property).to_long(); }
+  bool flag(std::wstring_view property) const { return call(property).to_flag(); }
+
+  /// As an argument of a call.
+  support::Variant argument() const { return support::Variant::of_object(dispatch_.get()); }
+  explicit operator bool() const noexcept { return static_cast<bool>(dispatch_); }
+  void reset() noexcept { dispatch_.reset(); }
+
+ private:
+  Object(std::shared_ptr<Server> server, Kind kind, const support::Variant& result);
+
+  std::shared_ptr<support::MemberNumbers> numbers(Kind kind) const {
+    return {server_, &server_->numbers[static_cast<std::size_t>(kind)]};
+  }
+
+  std::shared_ptr<Server> server_;
+  support::DispatchObject dispatch_;
+};
+
+}  // namespace engine::automation

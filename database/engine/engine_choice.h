@@ -1,0 +1,22 @@
+// Which engine works: the automation objects of the machine, the embedded one, or both, each on its own files. The
+// choice that the program makes is open_engine() of engine.h.
+#pragma once
+
+#include <memory>
+#include <string_view>
+
+#include "database/engine/engine.h"
+
+namespace engine {
+
+/// The embedded engine, where the automation objects are installed too. Raises 429 for an identifier that is not
+/// theirs.
+std::unique_ptr<Engine> open_embedded_engine(std::string_view identifier);
+
+/// The automation object of exactly this identifier. Raises 429 where there is none, which is so outside Windows.
+std::unique_ptr<Engine> open_automation_engine(std::string_view identifier);
+
+/// Opens a file by the engine that wrote it, and creates new ones by the automation objects.
+std::unique_ptr<Engine> both_engines(std::unique_ptr<Engine> automation, std::unique_ptr<Engine> embedded);
+
+}  // namespace engine
