@@ -1,19 +1,21 @@
 #include "database/new_file.h"
 
+#include <array>
 #include <cstdio>
 #include <random>
 
 #include "database/version_record.h"
 #include "support/common_code.h"
+#include "support/host_file.h"
 
 namespace database {
 namespace {
 
 /// No two runs, and no file left by a run that was killed, meet under this name.
 std::string working_name(const std::string& path) {
-  char token[16];
-  std::snprintf(token, sizeof token, ".%08x", static_cast<unsigned>(std::random_device{}()));
-  return path + token;
+  std::array<char, 16> token{};
+  std::snprintf(token.data(), token.size(), "%08x", static_cast<unsigned>(std::random_device{}()));
+  return path + std::string(support::new_database_mark) + token.data();
 }
 
 }  // namespace
@@ -22,6 +24,7 @@ NewFile::NewFile(const Environment& environment, std::string_view path, std::str
     : files_(environment.file_system()), path_(path) {
   support::RemoveSlashes(path_);
   if (target_exists()) throw support::RuntimeError(3204, "the database exists already");
+  support::remove_abandoned_files(files_.host_path(path_), support::new_database_mark);
   engine_ = create_engine(environment, false);
   working_path_ = working_name(path_);
   try {

@@ -12,7 +12,7 @@ namespace database {
 class NewFile {
  public:
   /// Creates the database, open and without tables; an empty password leaves it unencrypted. Raises 3204 where the file
-  /// exists, and what the engine raises where it cannot be created.
+  /// exists, and what the engine raises where it cannot be created. What runs that were killed left is removed first.
   NewFile(const Environment& environment, std::string_view path, std::string_view password);
   /// Leaves nothing behind unless finish() returned.
   ~NewFile();

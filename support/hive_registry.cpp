@@ -40,7 +40,10 @@ RegistryValue value_of_bytes(const HiveBytes& data) {
 
 class HiveRegistry final : public Registry {
  public:
-  explicit HiveRegistry(std::string_view path) : path_(path) { load(); }
+  explicit HiveRegistry(std::string_view path) : path_(path) {
+    remove_abandoned_files(path_, replacement_mark);
+    load();
+  }
 
   bool key_exists(RootKey root, std::string_view key) const override {
     return key.empty() || document_.key_exists(full_path(root, key));
@@ -57,14 +60,14 @@ class HiveRegistry final : public Registry {
   CreateResult create_key(RootKey root, std::string_view key, std::string_view /*class_name*/) override {
     if (key_exists(root, key)) return CreateResult::Existed;
     if (!is_storable(key)) return CreateResult::Failed;
-    const bool stored = store([&](HiveDocument& document) { return document.create_key(full_path(root, key)); });
-    return stored ? CreateResult::Created : CreateResult::Failed;
+    store([&](HiveDocument& document) { return document.create_key(full_path(root, key)); });
+    return CreateResult::Created;
   }
 
   bool write_text(RootKey root, std::string_view key, std::string_view name, std::string_view value) override {
     if (!key_exists(root, key) || !is_storable(name) || !is_storable(value)) return false;
-    return store(
-        [&](HiveDocument& document) { return document.set_data(full_path(root, key), name, hive_text_data(value)); });
+    store([&](HiveDocument& document) { return document.set_data(full_path(root, key), name, hive_text_data(value)); });
+    return true;
   }
 
  private:
@@ -79,19 +82,15 @@ class HiveRegistry final : public Registry {
   }
 
   /// Applies a change to what the file holds now and replaces the file where it made a difference.
-  bool store(const std::function<bool(HiveDocument&)>& change) {
-    try {
-      load();
-      HiveDocument changed = document_;
-      if (!change(changed)) return true;
-      std::string bytes = changed.bytes();
-      replace_host_file(path_, bytes);
-      document_ = std::move(changed);
-      bytes_ = std::move(bytes);
-      return true;
-    } catch (const RuntimeError&) {
-      return false;
-    }
+  void store(const std::function<bool(HiveDocument&)>& change) {
+    const HostFileLock lock(path_);
+    load();
+    HiveDocument changed = document_;
+    if (!change(changed)) return;
+    std::string bytes = changed.bytes();
+    replace_host_file(path_, bytes);
+    document_ = std::move(changed);
+    bytes_ = std::move(bytes);
   }
 
   std::string path_;

@@ -29,10 +29,10 @@ class Registry {
   virtual std::optional<RegistryValue> read(RootKey root, std::string_view key, std::string_view name) const = 0;
   enum class CreateResult { Created, Existed, Failed };
   /// Creates the key and the ones above it, non-volatile, and flushes it. A registry that knows no classes ignores
-  /// `class_name`.
+  /// `class_name`. Failed: the name cannot be stored. RuntimeError, with place and reason, where writing fails.
   virtual CreateResult create_key(RootKey root, std::string_view key, std::string_view class_name) = 0;
   /// Writes REG_SZ; the key must exist. Refused (false, nothing written): a text that does not fit CP1252 or holds a
-  /// NUL.
+  /// NUL. RuntimeError, with place and reason, where writing fails.
   virtual bool write_text(RootKey root, std::string_view key, std::string_view name, std::string_view value) = 0;
 };
 

@@ -13,16 +13,18 @@ using What = FinishReport::What;
 /// Keeps the last statement that was passed over, beside telling the listener that was there before.
 class LastSkipped {
  public:
-  LastSkipped()
+  /// `otherwise` is the reason where none was passed over.
+  explicit LastSkipped(std::string_view otherwise)
       : previous_(
             support::set_skipped_statement_listener([this](std::string_view label, const support::RuntimeError& error) {
               text_ = "error " + std::to_string(error.number()) + ": " + error.what();
               if (previous_) previous_(label, error);
-            })) {}
+            })),
+        text_(otherwise) {}
   ~LastSkipped() { support::set_skipped_statement_listener(std::move(previous_)); }
   LastSkipped(const LastSkipped&) = delete;
   LastSkipped& operator=(const LastSkipped&) = delete;
-  std::string reason() const { return text_.empty() ? "could not be written" : text_; }
+  const std::string& reason() const noexcept { return text_; }
 
  private:
   support::SkippedStatementListener previous_;
@@ -36,10 +38,11 @@ bool FinishReport::complete() const noexcept { return std::ranges::all_of(entrie
 void FinishWriter::record(FinishReport::Entry entry) { report_.entries.push_back(std::move(entry)); }
 
 void FinishWriter::registry_value(std::string_view key, std::string_view name, std::string_view value) {
+  const LastSkipped skipped{"the registry cannot hold this text"};
   const bool written = !previewing() && support::WriteRegString(*context_.ports.registry, support::RootKey::CurrentUser,
                                                                 key, name, value);
   record({What::RegistryValue, "HKEY_CURRENT_USER\\" + std::string(key), std::string(name), std::string(value), written,
-          written || previewing() ? "" : "the registry value could not be written"});
+          written || previewing() ? "" : skipped.reason()});
 }
 
 void FinishWriter::ini_key(std::string_view file, std::string_view section, std::string_view key,
@@ -54,7 +57,7 @@ bool FinishWriter::file(std::string_view path, std::string_view what, const std:
     record({What::File, std::string(path), std::string(what), "", false, ""});
     return true;
   }
-  LastSkipped skipped;
+  const LastSkipped skipped{"could not be written"};
   bool written = false;
   support::Procedure{"wizard!FinishFile"}.step([&] { written = action(); });
   record({What::File, std::string(path), std::string(what), "", written, written ? "" : skipped.reason()});

@@ -13,6 +13,7 @@
 
 #include "support/encoding.h"
 #include "support/host_file.h"
+#include "support/posix/folder.h"
 
 namespace support {
 
@@ -114,8 +115,10 @@ std::optional<std::string> PosixFileSystem::read(std::string_view path, std::uin
 bool PosixFileSystem::rename_without_replacing(std::string_view source, std::string_view target) {
   const std::string from = host_path(source);
   const std::string to = host_path(target);
-  if (renameat2(AT_FDCWD, from.c_str(), AT_FDCWD, to.c_str(), RENAME_NOREPLACE) == 0) return true;
-  return (errno == EINVAL || errno == ENOSYS) && link_and_unlink(from, to);
+  const bool renamed = renameat2(AT_FDCWD, from.c_str(), AT_FDCWD, to.c_str(), RENAME_NOREPLACE) == 0 ||
+                       ((errno == EINVAL || errno == ENOSYS) && link_and_unlink(from, to));
+  if (renamed) sync_folder_of(to);
+  return renamed;
 }
 
 bool PosixFileSystem::remove(std::string_view path) { return unlink(host_path(path).c_str()) == 0; }

@@ -1,24 +1,30 @@
 #include "support/host_file.h"
 
 #include <fcntl.h>
+#include <sys/file.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
 #include <array>
 #include <cerrno>
+#include <chrono>
 #include <climits>
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
+#include <thread>
 
 #include "support/error.h"
 #include "support/posix/descriptor.h"
+#include "support/posix/folder.h"
 
 namespace support {
 
 namespace {
 
+constexpr int kPermissionDenied = 70;
 constexpr int kPathFileAccessError = 75;
+constexpr std::chrono::seconds kLongestWait{5};
 
 [[noreturn]] void fail(const std::string& path) {
   throw RuntimeError(kPathFileAccessError, "Cannot write " + path + ": " + std::strerror(errno));
@@ -57,6 +63,16 @@ bool is_write_protected(const std::string& path) {
   return is_protected;
 }
 
+bool try_lock(int descriptor) { return flock(descriptor, LOCK_EX | LOCK_NB) == 0; }
+
+/// A lock of the record kind, as SQLite holds them.
+bool has_record_lock(int descriptor) {
+  struct flock lock {};
+  lock.l_type = F_WRLCK;
+  lock.l_whence = SEEK_SET;
+  return fcntl(descriptor, F_OFD_GETLK, &lock) != 0 || lock.l_type != F_UNLCK;
+}
+
 }  // namespace
 
 std::optional<std::string> read_host_file(const std::string& path, std::uint64_t limit) {
@@ -84,9 +100,11 @@ bool host_file_exists(const std::string& path) {
 void replace_host_file(const std::string& path, std::string_view content) {
   const std::string target = link_target(path);
   if (is_write_protected(target)) fail(path);
-  std::string temporary = target + ".XXXXXX";
+  std::string temporary = target + std::string(replacement_mark) + "XXXXXX";
   const Descriptor descriptor(mkostemp(temporary.data(), O_CLOEXEC));
   if (!descriptor) fail(path);
+  // Held as long as we live: who finds the file tells by it whether we do.
+  try_lock(descriptor.get());
   const bool replaced = take_over_rights(descriptor.get(), target) && write_all(descriptor.get(), content) &&
                         fsync(descriptor.get()) == 0 && std::rename(temporary.c_str(), target.c_str()) == 0;
   if (!replaced) {
@@ -95,6 +113,35 @@ void replace_host_file(const std::string& path, std::string_view content) {
     errno = reason;
     fail(path);
   }
+  sync_folder_of(target);
+}
+
+class HostFileLock::Held {
+ public:
+  explicit Held(const std::string& folder) : descriptor_(open(folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC)) {}
+  const Descriptor& descriptor() const noexcept { return descriptor_; }
+
+ private:
+  Descriptor descriptor_;
+};
+
+// The folder is what is locked: the file itself is another one after each replacement.
+HostFileLock::HostFileLock(const std::string& path) : held_(std::make_unique<Held>(folder_of(link_target(path)))) {
+  const auto end = std::chrono::steady_clock::now() + kLongestWait;
+  while (held_->descriptor() && !try_lock(held_->descriptor().get())) {
+    if (errno != EWOULDBLOCK && errno != EINTR) return;
+    if (std::chrono::steady_clock::now() > end) {
+      throw RuntimeError(kPermissionDenied, "Cannot write " + path + ": another program is writing there");
+    }
+    std::this_thread::sleep_for(std::chrono::milliseconds(2));
+  }
+}
+
+HostFileLock::~HostFileLock() = default;
+
+bool is_host_file_unused(const std::string& path) {
+  const Descriptor descriptor(open(path.c_str(), O_RDWR | O_CLOEXEC | O_NONBLOCK | O_NOFOLLOW));
+  return descriptor && !has_record_lock(descriptor.get()) && try_lock(descriptor.get());
 }
 
 }  // namespace support

@@ -66,15 +66,22 @@ bool PosixIniFiles::write(std::string_view file, std::string_view section, std::
                           std::string_view value) {
   if (file.empty() || !is_writable_ini_entry(section, key, value)) return false;
   const std::string path = host_path(file);
+  try {
+    return change(path, file, section, key, value);
+  } catch (const RuntimeError&) {
+    return false;
+  }
+}
+
+bool PosixIniFiles::change(const std::string& path, std::string_view file, std::string_view section,
+                           std::string_view key, std::string_view value) {
+  remove_abandoned_files(path, replacement_mark);
+  const HostFileLock lock(path);
   const IniDocument* existing = document(file);
   if (existing == nullptr ? host_file_exists(path) : !existing->is_text()) return false;
   IniDocument changed = existing != nullptr ? *existing : IniDocument();
   if (!changed.set(section, key, value)) return true;
-  try {
-    replace_host_file(path, changed.bytes());
-  } catch (const RuntimeError&) {
-    return false;
-  }
+  replace_host_file(path, changed.bytes());
   return true;
 }
 

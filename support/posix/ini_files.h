@@ -19,6 +19,9 @@ class PosixIniFiles final : public IniFiles {
   bool write(std::string_view file, std::string_view section, std::string_view key, std::string_view value) override;
 
  private:
+  /// write() once the entry is known to be a good one; raises what replace_host_file does.
+  bool change(const std::string& path, std::string_view file, std::string_view section, std::string_view key,
+              std::string_view value);
   const IniDocument* document(std::string_view file) const;
 
   // The document read last. It is read from disk every time but parsed again only when its bytes have changed.

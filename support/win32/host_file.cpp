@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <array>
 
+#include "support/encoding.h"
 #include "support/error.h"
 #include "support/win32/handle.h"
 #include "support/win32/wide.h"
@@ -13,7 +14,9 @@ namespace support {
 
 namespace {
 
+constexpr int kPermissionDenied = 70;
 constexpr int kPathFileAccessError = 75;
+constexpr DWORD kLongestWait = 5000;
 
 [[noreturn]] void fail(const std::string& path, DWORD reason) {
   throw RuntimeError(kPathFileAccessError, "Cannot write " + path + ": error " + std::to_string(reason));
@@ -21,7 +24,8 @@ constexpr int kPathFileAccessError = 75;
 
 /// A new file beside the one that is to be replaced.
 std::wstring temporary_name(const std::wstring& path) {
-  return path + L"." + std::to_wstring(GetCurrentProcessId()) + L"-" + std::to_wstring(GetTickCount64()) + L".tmp";
+  return path + wide(replacement_mark) + std::to_wstring(GetCurrentProcessId()) + L"-" +
+         std::to_wstring(GetTickCount64());
 }
 
 bool write_all(HANDLE file, std::string_view content) {
@@ -86,6 +90,45 @@ void replace_host_file(const std::string& path, std::string_view content) {
   if (written) reason = GetLastError();
   DeleteFileW(temporary.c_str());
   fail(path, reason);
+}
+
+class HostFileLock::Held {
+ public:
+  explicit Held(const std::wstring& name) : mutex_(CreateMutexW(nullptr, FALSE, name.c_str())) {}
+  Held(const Held&) = delete;
+  Held& operator=(const Held&) = delete;
+  ~Held() {
+    if (owned_) ReleaseMutex(mutex_);
+    if (mutex_ != nullptr) CloseHandle(mutex_);
+  }
+  /// True also where there is no lock to be had.
+  bool take() {
+    if (mutex_ == nullptr) return true;
+    const DWORD result = WaitForSingleObject(mutex_, kLongestWait);
+    owned_ = result == WAIT_OBJECT_0 || result == WAIT_ABANDONED;
+    return owned_;
+  }
+
+ private:
+  HANDLE mutex_;
+  bool owned_ = false;
+};
+
+HostFileLock::HostFileLock(const std::string& path) {
+  // A backslash would name a session.
+  std::wstring name = L"Local\\firststeps " + wide(to_lower(path));
+  std::replace(name.begin() + 6, name.end(), L'\\', L'/');
+  held_ = std::make_unique<Held>(name.substr(0, MAX_PATH));
+  if (!held_->take()) {
+    throw RuntimeError(kPermissionDenied, "Cannot write " + path + ": another program is writing there");
+  }
+}
+
+HostFileLock::~HostFileLock() = default;
+
+bool is_host_file_unused(const std::string& path) {
+  return static_cast<bool>(FileHandle(CreateFileW(wide_path(path).c_str(), GENERIC_READ | GENERIC_WRITE, 0, nullptr,
+                                                  OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL, nullptr)));
 }
 
 }  // namespace support

@@ -3,6 +3,7 @@
 #include <windows.h>
 
 #include "support/encoding.h"
+#include "support/error.h"
 
 namespace support {
 
@@ -11,6 +12,13 @@ namespace {
 constexpr REGSAM kReading = KEY_QUERY_VALUE | KEY_ENUMERATE_SUB_KEYS | KEY_NOTIFY;
 // All rights that are specific to keys.
 constexpr REGSAM kWriting = 0x3F;
+
+constexpr int kPathFileAccessError = 75;
+
+[[noreturn]] void fail(std::string_view key, LSTATUS status) {
+  throw RuntimeError(kPathFileAccessError,
+                     "Cannot write the registry key " + std::string(key) + ": error " + std::to_string(status));
+}
 
 HKEY root_handle(RootKey root) { return root == RootKey::CurrentUser ? HKEY_CURRENT_USER : HKEY_LOCAL_MACHINE; }
 
@@ -87,10 +95,9 @@ Registry::CreateResult Win32Registry::create_key(RootKey root, std::string_view 
   OpenKey created;
   DWORD disposition = 0;
   std::string class_text = cp1252_from_utf8(class_name);
-  if (RegCreateKeyExA(root_handle(root), cp1252_from_utf8(key).c_str(), 0, class_text.data(), REG_OPTION_NON_VOLATILE,
-                      kWriting, nullptr, created.put(), &disposition) != ERROR_SUCCESS) {
-    return CreateResult::Failed;
-  }
+  const LSTATUS status = RegCreateKeyExA(root_handle(root), cp1252_from_utf8(key).c_str(), 0, class_text.data(),
+                                         REG_OPTION_NON_VOLATILE, kWriting, nullptr, created.put(), &disposition);
+  if (status != ERROR_SUCCESS) fail(key, status);
   RegFlushKey(created.get());
   return disposition == REG_CREATED_NEW_KEY ? CreateResult::Created : CreateResult::Existed;
 }
@@ -101,8 +108,10 @@ bool Win32Registry::write_text(RootKey root, std::string_view key, std::string_v
   if (!open) return false;
   const std::string text = cp1252_from_utf8(value);
   const auto* const bytes = reinterpret_cast<const BYTE*>(text.c_str());
-  return RegSetValueExA(open.get(), cp1252_from_utf8(name).c_str(), 0, REG_SZ, bytes,
-                        static_cast<DWORD>(text.size() + 1)) == ERROR_SUCCESS;
+  const LSTATUS status =
+      RegSetValueExA(open.get(), cp1252_from_utf8(name).c_str(), 0, REG_SZ, bytes, static_cast<DWORD>(text.size() + 1));
+  if (status != ERROR_SUCCESS) fail(key, status);
+  return true;
 }
 
 }  // namespace support

@@ -2,6 +2,9 @@
 
 #include <gtest/gtest.h>
 
+#include <chrono>
+#include <filesystem>
+
 #include "support/error.h"
 #include "support/host_file.h"
 #include "tests/support/temporary_folder.h"
@@ -109,6 +112,31 @@ TEST(ReplaceHostFile, ReplacesInOneStepOrLeavesTheFile) {
   EXPECT_EQ(folder.file_count(), 1U);
   folder.set_read_only("ä.txt", false);
   EXPECT_THROW(replace_host_file(folder.host("none/a.txt"), "x"), RuntimeError);
+}
+
+TEST(AbandonedFiles, AreRemovedWhereTheyAreSurelyOursAndOld) {
+  const TemporaryFolder folder;
+  constexpr const char* abandoned[] = {"a.das.creating-0a1b2c3d", "a.das.creating-0a1b2c3d-journal"};
+  constexpr const char* kept[] = {"a.das",
+                                  "a.das.20240517",
+                                  "a.das.creating-",
+                                  "a.das.creating-my.copy",
+                                  "b.das.creating-0a1b2c3d",
+                                  "a.das.writing-Ab12-Z"};
+  constexpr const char* young = "a.das.creating-ffffffff";
+  const auto write_old = [&](const char* name) {
+    folder.write(name, "x");
+    const auto age = std::chrono::minutes(11);
+    std::filesystem::last_write_time(folder.host(name), std::filesystem::file_time_type::clock::now() - age);
+  };
+  for (const char* name : abandoned) write_old(name);
+  for (const char* name : kept) write_old(name);
+  folder.write(young, "x");
+  remove_abandoned_files(folder.host("a.das"), new_database_mark);
+  for (const char* name : abandoned) EXPECT_FALSE(folder.read(name)) << name;
+  for (const char* name : kept) EXPECT_TRUE(folder.read(name)) << name;
+  EXPECT_TRUE(folder.read(young));
+  remove_abandoned_files(folder.host("none/a.das"), new_database_mark);
 }
 
 }  // namespace

@@ -1,3 +1,4 @@
+#include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
 #include "support/error.h"
@@ -7,6 +8,8 @@
 namespace support {
 namespace {
 
+using ::testing::HasSubstr;
+using ::testing::ThrowsMessage;
 using testing::TemporaryFolder;
 constexpr RootKey kUser = RootKey::CurrentUser;
 constexpr RootKey kMachine = RootKey::LocalMachine;
@@ -87,13 +90,13 @@ TEST(Hive, IsUnchangedWhereItCannotBeWritten) {
   folder.write("h.reg", "REGEDIT4\n[HKEY_CURRENT_USER\\A]\n\"v\"=\"1\"\n");
   const auto hive = open_hive(folder.host("h.reg"));
   folder.set_read_only("h.reg", true);
-  EXPECT_FALSE(hive->write_text(kUser, "A", "v", "2"));
+  EXPECT_THAT([&] { hive->write_text(kUser, "A", "v", "2"); }, ThrowsMessage<RuntimeError>(HasSubstr("h.reg")));
   EXPECT_EQ(text_of(*hive, kUser, "A", "v"), "1");
-  EXPECT_EQ(hive->create_key(kUser, "B", ""), Registry::CreateResult::Failed);
+  EXPECT_THROW(hive->create_key(kUser, "B", ""), RuntimeError);
   EXPECT_FALSE(hive->key_exists(kUser, "B"));
   folder.set_read_only("h.reg", false);
   folder.write("h.reg", "damaged meanwhile");
-  EXPECT_FALSE(hive->write_text(kUser, "A", "v", "2"));
+  EXPECT_FALSE(WriteRegString(*hive, kUser, "A", "v", "2"));
   EXPECT_EQ(folder.read("h.reg"), "damaged meanwhile");
 }
 

@@ -1,19 +1,36 @@
 #include <fcntl.h>
+#include <sys/stat.h>
 #include <unistd.h>
 
 #include <cerrno>
+#include <string>
 
 #include "database/engine/embedded/database_file.h"
 #include "database/engine/embedded/engine_error.h"
+#include "support/posix/descriptor.h"
 
 namespace engine::embedded {
+namespace {
+
+using support::Descriptor;
+
+/// Whose folder it is can put another file in ours' place. The system's administrator can do that anywhere.
+bool is_folder_of_another_user(const Descriptor& folder) {
+  struct stat status {};
+  if (fstat(folder.get(), &status) != 0) return true;
+  return status.st_uid != geteuid() && status.st_uid != 0;
+}
+
+}  // namespace
 
 void create_private_file(const std::string& host_path) {
-  const int file = open(host_path.c_str(), O_CREAT | O_EXCL | O_WRONLY | O_CLOEXEC, S_IRUSR | S_IWUSR);
-  if (file >= 0) {
-    close(file);
-    return;
-  }
+  const auto name = host_path.rfind('/') + 1;
+  const std::string folder_path = name == 0 ? "." : host_path.substr(0, name);
+  const Descriptor folder(open(folder_path.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
+  if (folder && is_folder_of_another_user(folder)) raise(3051);
+  constexpr int flags = O_CREAT | O_EXCL | O_WRONLY | O_CLOEXEC;
+  const Descriptor file(folder ? openat(folder.get(), host_path.c_str() + name, flags, S_IRUSR | S_IWUSR) : -1);
+  if (file) return;
   if (errno == EEXIST) raise(3204);
   if (errno == ENOENT || errno == ENOTDIR) raise(3044);
   raise(3051);

@@ -103,6 +103,15 @@ TEST_F(PosixFiles, RightsOfANewFileAreTheUsersAlone) {
   EXPECT_EQ(rights, std::filesystem::perms::owner_read | std::filesystem::perms::owner_write);
 }
 
+TEST_F(PosixFiles, ANewFileIsRefusedInAFolderOfAnotherUser) {
+  if (geteuid() != 0) GTEST_SKIP() << "only root can give a folder away";
+  std::filesystem::create_directory(host_path("theirs"));
+  constexpr uid_t other_user = 12345;
+  ASSERT_EQ(chown(host_path("theirs").c_str(), other_user, 0), 0);
+  EXPECT_EQ(error_number([&] { add_things(*create("theirs/test.das")); }), 3051);
+  EXPECT_TRUE(std::filesystem::is_empty(host_path("theirs")));
+}
+
 TEST_F(PosixFiles, OpeningAFileKeepsTheLocksOfItsOtherHandles) {
   const auto first = create("test.das", "geheim");
   add_things(*first);
