@@ -25,6 +25,10 @@ constexpr Bounds label(int n, std::int32_t width = 1740) { return {120, line(n) 
 constexpr Bounds field(int n, std::int32_t left = 1920, std::int32_t width = 4560) {
   return {left, line(n), width, 330};
 }
+/// The names of insulins take two lines: theirs lie further apart.
+constexpr std::int32_t insulin_line(int n) { return content_top + n * 720; }
+constexpr Bounds insulin_label(int n) { return {120, insulin_line(n) + 45, 2880, 510}; }
+constexpr Bounds insulin_field(int n) { return {3120, insulin_line(n), 3360, 330}; }
 constexpr Bounds unit(int n) { return {4440, line(n) + 45, 1200, 300}; }
 /// An option inside a group box.
 constexpr Bounds option(int n) { return {180, 300 + n * line_pitch, 6000, 480}; }
@@ -86,16 +90,16 @@ constexpr ControlRow patient_page[] = {
 constexpr ControlRow insulin_page[] = {
     {"lblHeading", 4, Label, "contstep(4)", heading, "Ihre Insuline", "L4705"},
     {"lblPurpose", 4, Label, "contstep(4)", purpose, "Wählen Sie Ihre Insuline aus, oder tippen Sie den Namen ein.", "L4725"},
-    {"lblInsulin", 0, Label, "contstep(4)", label(0, 2880), "Bolus-Insulin (Normal-Insulin):", "L4766"},
-    {"cbInsulin", 0, ComboBox, "contstep(4)", field(0, 3120, 3360), "", "", true, true},
-    {"lblInsulin", 1, Label, "contstep(4)", label(1, 2880), "Verzögerungs-Insulin (Basal-Insulin):", "L4767"},
-    {"cbInsulin", 1, ComboBox, "contstep(4)", field(1, 3120, 3360), "", "", true, true},
-    {"lblInsulin", 2, Label, "contstep(4)", label(2, 2880), "Misch-Insulin (Basal-Insulin):", "L4768"},
-    {"cbInsulin", 2, ComboBox, "contstep(4)", field(2, 3120, 3360), "", "", true, true},
-    {"lblInsulin", 3, Label, "contstep(4)", label(3, 2880), "Schnell-Insulin (Humalog):", "L4769"},
-    {"cbInsulin", 3, ComboBox, "contstep(4)", field(3, 3120, 3360), "", "", true, true},
-    {"lblInsulin", 4, Label, "contstep(4)", label(4, 2880), "Pumpeninsulin:", "L4770"},
-    {"cbInsulin", 4, ComboBox, "contstep(4)", field(4, 3120, 3360), "", "", true, true},
+    {"lblInsulin", 0, Label, "contstep(4)", insulin_label(0), "Bolus-Insulin (Normal-Insulin):", "L4766"},
+    {"cbInsulin", 0, ComboBox, "contstep(4)", insulin_field(0), "", "", true, true},
+    {"lblInsulin", 1, Label, "contstep(4)", insulin_label(1), "Verzögerungs-Insulin (Basal-Insulin):", "L4767"},
+    {"cbInsulin", 1, ComboBox, "contstep(4)", insulin_field(1), "", "", true, true},
+    {"lblInsulin", 2, Label, "contstep(4)", insulin_label(2), "Misch-Insulin (Basal-Insulin):", "L4768"},
+    {"cbInsulin", 2, ComboBox, "contstep(4)", insulin_field(2), "", "", true, true},
+    {"lblInsulin", 3, Label, "contstep(4)", insulin_label(3), "Schnell-Insulin (Humalog):", "L4769"},
+    {"cbInsulin", 3, ComboBox, "contstep(4)", insulin_field(3), "", "", true, true},
+    {"lblInsulin", 4, Label, "contstep(4)", insulin_label(4), "Pumpeninsulin:", "L4770"},
+    {"cbInsulin", 4, ComboBox, "contstep(4)", insulin_field(4), "", "", true, true},
 };
 
 constexpr ControlRow medicine_page[] = {
