@@ -2,35 +2,14 @@
 # carries, at a pinned version and checked by its hash. SQLITE3MC_DIR names a folder with sqlite3.c and
 # sqlite3.h to use instead.
 set(SQLITE3MC_DIR "" CACHE PATH "Folder with the SQLite3 Multiple Ciphers amalgamation; empty: from npm")
-set(SQLITE3MC_VERSION 12.11.1)
-set(SQLITE3MC_SHA256 01388c78f46ce63c6aec021f67b364cc67bd637edba64f7add0c0230ce5f777a)
 
 if(SQLITE3MC_DIR)
   set(sqlite3mc_dir ${SQLITE3MC_DIR})
 else()
-  set(deps_dir ${CMAKE_SOURCE_DIR}/build/deps)
-  set(archive ${deps_dir}/better-sqlite3-multiple-ciphers-${SQLITE3MC_VERSION}.tgz)
-  set(sqlite3mc_dir ${deps_dir}/sqlite3mc-${SQLITE3MC_VERSION}/package/deps/sqlite3)
-  file(MAKE_DIRECTORY ${deps_dir})
-  file(LOCK ${deps_dir}/lock TIMEOUT 300)
-  if(NOT EXISTS ${archive})
-    message(STATUS "Getting SQLite3 Multiple Ciphers (better-sqlite3-multiple-ciphers ${SQLITE3MC_VERSION}) by npm pack")
-    execute_process(COMMAND npm pack better-sqlite3-multiple-ciphers@${SQLITE3MC_VERSION} --silent
-      WORKING_DIRECTORY ${deps_dir} RESULT_VARIABLE npm_result OUTPUT_QUIET)
-    if(NOT npm_result EQUAL 0)
-      message(FATAL_ERROR "npm pack failed; set SQLITE3MC_DIR to a folder with sqlite3.c and sqlite3.h")
-    endif()
-  endif()
-  file(SHA256 ${archive} archive_sha256)
-  if(NOT archive_sha256 STREQUAL SQLITE3MC_SHA256)
-    file(REMOVE ${archive})
-    message(FATAL_ERROR "The archive of better-sqlite3-multiple-ciphers has hash ${archive_sha256}, expected ${SQLITE3MC_SHA256}")
-  endif()
-  if(NOT EXISTS ${sqlite3mc_dir}/sqlite3.c)
-    file(ARCHIVE_EXTRACT INPUT ${archive} DESTINATION ${deps_dir}/sqlite3mc-${SQLITE3MC_VERSION}
-      PATTERNS package/deps/sqlite3/*)
-  endif()
-  file(LOCK ${deps_dir}/lock RELEASE)
+  npm_package(sqlite3mc-12.11.1 better-sqlite3-multiple-ciphers 12.11.1
+    01388c78f46ce63c6aec021f67b364cc67bd637edba64f7add0c0230ce5f777a sqlite3mc_package
+    HINT "SQLITE3MC_DIR may name a folder with sqlite3.c and sqlite3.h.")
+  set(sqlite3mc_dir ${sqlite3mc_package}/deps/sqlite3)
 endif()
 
 # Our C file includes the amalgamation and opens its key derivation.

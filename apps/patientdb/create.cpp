@@ -22,13 +22,6 @@ constexpr console::Option options[] = {
     console::help_option,
 };
 
-constexpr std::size_t shortest_password = 3, longest_password = 20;
-
-void check_password(const std::string& word) {
-  if (word.empty() || (word.size() >= shortest_password && word.size() <= longest_password)) return;
-  throw console::UsageError("A password has 3 to 20 characters.");
-}
-
 /// Where a new patient's targets start, as the wizard presets them.
 database::SettingsRecord initial_settings() {
   database::SettingsRecord settings;
@@ -104,7 +97,7 @@ int run(const console::Arguments& arguments, console::Console& console) {
   const std::string& file = arguments.operands().front();
   const std::string path = database_path(file), word = password(arguments, console);
   const database::PatientRecord patient = patient_of(arguments);
-  check_password(word);
+  check_new_password(word);
   if (!arguments.has("--empty")) {
     const Texts texts = german_texts(console);
     word.empty() ? create_without_password(path, patient, texts) : create_with_password(path, word, patient, texts);

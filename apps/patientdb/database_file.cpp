@@ -11,6 +11,9 @@ namespace {
 
 constexpr std::string_view byte_order_mark = "\xEF\xBB\xBF";
 constexpr std::uint64_t password_file_limit = 4096;
+constexpr std::size_t shortest_password = 3, longest_password = 20;
+
+}  // namespace
 
 std::string password_from_file(const std::string& host_path) {
   const support::FileSystem& files = support::host_file_system();
@@ -27,7 +30,10 @@ std::string password_from_file(const std::string& host_path) {
   return std::string(line);
 }
 
-}  // namespace
+void check_new_password(std::string_view word) {
+  if (word.empty() || (word.size() >= shortest_password && word.size() <= longest_password)) return;
+  throw console::UsageError("A password has 3 to 20 characters.");
+}
 
 std::string password(const console::Arguments& arguments, const console::Console& console) {
   if (const auto file = arguments.value(password_file_option.name)) return password_from_file(*file);

@@ -15,6 +15,12 @@ namespace patientdb {
 /// where the password file cannot be read or holds no password.
 std::string password(const console::Arguments& arguments, const console::Console& console);
 
+/// The first line of a file; InputError where it cannot be read, is empty or no UTF-8.
+std::string password_from_file(const std::string& host_path);
+
+/// UsageError unless a new database may have this password; empty is none.
+void check_new_password(std::string_view word);
+
 /// The Windows path of a path on this host.
 std::string database_path(std::string_view host_path);
 

@@ -1,0 +1,73 @@
+#include "database/jet_import/import.h"
+
+#include <optional>
+
+#include "apps/console/text_table.h"
+#include "apps/patientdb/command.h"
+#include "apps/patientdb/database_file.h"
+#include "apps/patientdb/tool_environment.h"
+#include "apps/patientdb/upgrade_progress.h"
+
+namespace patientdb {
+namespace {
+
+constexpr std::string_view usage = "SOURCE TARGET [--source-password-file PATHNAME] [--leave-out-bytes]";
+
+constexpr std::string_view details =
+    R"(SOURCE, a database of the Jet engine (version 3 or 4), is copied into the new database TARGET: its tables with their fields
+and indexes, and all rows; queries, forms and relations stay behind. SOURCE is not changed. Where a table's rows are not as
+many as the file says, or anything cannot be read or held, nothing is left of TARGET.
+
+Money and decimal numbers become Double, replication numbers Text. A field of bytes or embedded objects is error 3259 unless
+it is left out.
+
+TARGET's password is that of the other commands. SOURCE's is the same one, unless PATIENTDB_SOURCE_PASSWORD or
+--source-password-file gives another.)";
+
+constexpr console::Option source_password_option{"--source-password-file", "PATHNAME",
+                                                 "Read SOURCE's password from the first line of this file."};
+constexpr console::Option leave_out_option{"--leave-out-bytes", "", "Leave out fields of bytes or embedded objects."};
+
+constexpr console::Option options[] = {source_password_option, leave_out_option, password_file_option,
+                                       console::help_option};
+
+std::string source_password(const console::Arguments& arguments, const console::Console& console) {
+  if (const auto file = arguments.value(source_password_option.name)) return password_from_file(*file);
+  if (const auto word = console.environment("PATIENTDB_SOURCE_PASSWORD")) return *word;
+  return password(arguments, console);
+}
+
+void write_report(console::Console& console, const jet_import::Report& report, const std::string& target) {
+  for (const std::string& note : report.notes) console.err << note << '\n';
+  console::TextTable table;
+  table.add_column("Table");
+  table.add_column("Rows", console::TextTable::Align::Right);
+  for (const jet_import::ImportedTable& row : report.tables) table.add_row({row.name, std::to_string(row.rows)});
+  table.write(console.out);
+  console.out << target << " created\n";
+}
+
+int run(const console::Arguments& arguments, console::Console& console) {
+  arguments.expect_operands(2, 2, usage);
+  const std::string &source_file = arguments.operands()[0], &target_file = arguments.operands()[1];
+  ToolEnvironment environment(arguments, console);
+  UpgradeProgress progress(console.err, console.err_is_terminal);
+  environment.get().progress = &progress;
+  jet_import::Choices choices;
+  choices.password = password(arguments, console);
+  check_new_password(choices.password);
+  choices.leave_out_foreign_fields = arguments.has(leave_out_option.name);
+  const auto source =
+      jet_import::open_source(environment.get(), database_path(source_file), source_password(arguments, console));
+  const auto report = jet_import::import_database(environment.get(), *source, database_path(target_file), choices);
+  progress.clear();
+  write_report(console, report, target_file);
+  return console::exit_done;
+}
+
+}  // namespace
+
+const Command import_command{"import", usage,   "Copies a database of the Jet engine into a new one.",
+                             details,  options, run};
+
+}  // namespace patientdb

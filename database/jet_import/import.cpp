@@ -1,0 +1,173 @@
+#include "database/jet_import/import.h"
+
+#include <algorithm>
+#include <utility>
+
+#include "database/engine/embedded/embedded_engine.h"
+#include "database/new_file.h"
+
+namespace jet_import {
+namespace {
+
+/// A recordset remembers the rows that it has added.
+constexpr int rows_per_recordset = 2000;
+
+database::Environment for_our_engine(const database::Environment& environment) {
+  database::Environment ours = environment;
+  ours.open_engine = [](std::string_view) { return engine::embedded::create_embedded_engine(); };
+  return ours;
+}
+
+std::string bracketed(const std::string& name) { return "[" + name + "]"; }
+
+support::RuntimeError with_place(const support::RuntimeError& error, const std::string& place) {
+  return {error.number(), place + ": " + error.what()};
+}
+
+bool covers_known_fields(const SourceIndex& index, const SourceTable& table) {
+  return std::ranges::all_of(index.fields, [&](const std::string& name) {
+    return std::ranges::find(table.fields, name, &SourceField::name) != table.fields.end();
+  });
+}
+
+class Import {
+ public:
+  Import(database::Progress* progress, Source& source, engine::Database& target)
+      : progress_(progress), source_(source), target_(target) {}
+
+  Report run(const Choices& choices) {
+    for (const SourceTable& table : source_.tables()) check_foreign_fields(table, choices.leave_out_foreign_fields);
+    for (const std::string& name : source_.linked_tables()) note(name + ": leads to another file, not copied");
+    engine::Transaction transaction(target_);
+    for (std::size_t i = 0; i < source_.tables().size(); ++i) copy_table(i);
+    transaction.commit();
+    if (progress_) progress_->finish();
+    return std::move(report_);
+  }
+
+ private:
+  void note(std::string text) { report_.notes.push_back(std::move(text)); }
+
+  void check_foreign_fields(const SourceTable& table, bool leave_out) {
+    for (const std::string& field : table.foreign_fields) {
+      const std::string place = table.name + "." + field;
+      if (!leave_out) throw support::RuntimeError(3259, place + ": a field of bytes or objects cannot be held");
+      note(place + ": bytes or objects, left out");
+    }
+  }
+
+  void copy_table(std::size_t position) {
+    const SourceTable& table = source_.tables()[position];
+    if (table.fields.empty()) return note(table.name + ": has no fields, left out");
+    try {
+      create_table(table);
+      const std::int64_t rows = copy_rows(position);
+      set_properties(table);
+      check_rows(table, rows);
+      report_.tables.push_back({table.name, rows});
+    } catch (const support::RuntimeError& error) {
+      throw with_place(error, table.name);
+    }
+  }
+
+  /// With the indexes, which a later build would sort in memory; the fields take what comes.
+  void create_table(const SourceTable& table) {
+    const auto created = target_.create_table_def(table.name);
+    for (const SourceField& field : table.fields) {
+      const auto made = created->create_field(field.name, field.type, field.size);
+      made->set_allow_zero_length(true);
+      created->fields().append(made);
+    }
+    for (const SourceIndex& index : table.indexes) {
+      if (!covers_known_fields(index, table)) {
+        note(table.name + ": index " + index.name + " is over a field that is left out");
+        continue;
+      }
+      const auto made = created->create_index(index.name);
+      made->set_primary(index.primary);
+      made->set_unique(index.unique || index.primary);
+      made->set_required(index.required || index.primary);
+      made->set_ignore_nulls(index.ignore_nulls);
+      for (const std::string& field : index.fields) made->fields().append(made->create_field(field));
+      created->indexes().append(made);
+    }
+    target_.table_defs().append(created);
+  }
+
+  std::int64_t copy_rows(std::size_t position) {
+    const SourceTable& table = source_.tables()[position];
+    if (progress_) progress_->start(table.name, static_cast<std::int32_t>(table.row_count.value_or(0)));
+    const auto rows = source_.rows(position);
+    std::unique_ptr<engine::Recordset> target;
+    std::int64_t count = 0;
+    for (; rows->next(); ++count) {
+      if (count % rows_per_recordset == 0) {
+        target = target_.open_recordset("SELECT * FROM " + bracketed(table.name) + " WHERE False");
+      }
+      copy_row(table, *rows, *target);
+      if (progress_) progress_->set_value(static_cast<std::int32_t>(count + 1));
+    }
+    return count;
+  }
+
+  static void copy_row(const SourceTable& table, SourceRows& row, engine::Recordset& target) {
+    target.add_new();
+    for (std::size_t i = 0; i < table.fields.size(); ++i) {
+      try {
+        target.set_value(table.fields[i].name, row.value(i));
+      } catch (const support::RuntimeError& error) {
+        throw with_place(error, table.fields[i].name);
+      }
+    }
+    target.update();
+  }
+
+  /// Properties of the fields bind new rows: those that are there came in under the rules of their time.
+  void set_properties(const SourceTable& table) {
+    const auto created = target_.table_defs().item(table.name);
+    for (const SourceField& row : table.fields) {
+      const auto field = created->fields().item(row.name);
+      const auto set = [&](std::string_view property, auto&& change) {
+        try {
+          change();
+        } catch (const support::RuntimeError& error) {
+          note(table.name + "." + row.name + ": " + std::string(property) + " left out: " + error.what());
+        }
+      };
+      set("attributes", [&] { field->set_attributes(row.attributes); });
+      set("position", [&] { field->set_ordinal_position(row.ordinal_position); });
+      set("default", [&] { field->set_default_value(row.default_value); });
+      set("required", [&] { field->set_required(row.required); });
+      set("empty texts", [&] { field->set_allow_zero_length(row.allow_zero_length); });
+      set("rule", [&] { field->set_validation_rule(row.validation_rule); });
+      set("text of the rule", [&] { field->set_validation_text(row.validation_text); });
+    }
+  }
+
+  void check_rows(const SourceTable& table, std::int64_t read) {
+    const auto counted = target_.open_recordset("SELECT count(*) FROM " + bracketed(table.name));
+    const auto written = static_cast<std::int64_t>(engine::to_double(counted->value(0)));
+    const std::int64_t announced = table.row_count.value_or(read);
+    if (read == announced && written == read) return;
+    throw support::RuntimeError(3343, "the file announces " + std::to_string(announced) + " rows, " +
+                                          std::to_string(read) + " could be read and " + std::to_string(written) +
+                                          " were written");
+  }
+
+  database::Progress* progress_;
+  Source& source_;
+  engine::Database& target_;
+  Report report_;
+};
+
+}  // namespace
+
+Report import_database(const database::Environment& environment, Source& source, std::string_view target,
+                       const Choices& choices) {
+  database::NewFile file(for_our_engine(environment), target, choices.password);
+  Report report = Import(environment.progress, source, file.database()).run(choices);
+  file.finish();
+  return report;
+}
+
+}  // namespace jet_import

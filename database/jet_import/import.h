@@ -1,0 +1,38 @@
+// Copies a database that was written by another engine into a new one of ours, all of it or nothing.
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "database/environment.h"
+#include "database/jet_import/source.h"
+
+namespace jet_import {
+
+struct ImportedTable {
+  std::string name;
+  std::int64_t rows = 0;
+};
+
+struct Report {
+  std::vector<ImportedTable> tables;
+  /// Sentences on what the copy lacks.
+  std::vector<std::string> notes;
+};
+
+struct Choices {
+  /// Of the new file; empty: none.
+  std::string password;
+  /// Leave out the fields that a database of ours cannot hold. Otherwise they are error 3259.
+  bool leave_out_foreign_fields = false;
+};
+
+/// The new file appears under its name when every table has as many rows as were read, and as the source announced;
+/// otherwise it raises and leaves nothing behind. 3204 where the target exists. Rows pass one by one, in one
+/// transaction. A property that our engine refuses (a default that it cannot compute) is left out with a note.
+Report import_database(const database::Environment& environment, Source& source, std::string_view target,
+                       const Choices& choices);
+
+}  // namespace jet_import

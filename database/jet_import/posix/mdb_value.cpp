@@ -1,0 +1,131 @@
+#include "database/jet_import/posix/mdb_value.h"
+
+#include <algorithm>
+#include <charconv>
+#include <cstring>
+#include <memory>
+#include <string>
+
+#include "support/error.h"
+
+namespace jet_import {
+namespace {
+
+[[noreturn]] void damaged() { throw support::RuntimeError(3343, "the value cannot be read: the file is damaged"); }
+
+template <typename Number>
+Number number_at(std::string_view bytes, std::size_t offset = 0) {
+  Number number{};
+  if (bytes.size() < offset + sizeof number) damaged();
+  std::memcpy(&number, bytes.data() + offset, sizeof number);
+  return number;
+}
+
+/// A row of another page, by the number that leads to it.
+std::string_view row_bytes(MdbHandle& file, std::uint32_t page_row) {
+  void* page = nullptr;
+  int offset = 0;
+  std::size_t size = 0;
+  if (mdb_find_pg_row(&file, static_cast<int>(page_row), &page, &offset, &size) != 0) damaged();
+  return {static_cast<const char*>(page) + offset, size};
+}
+
+/// A long value lies behind its head in the row, in one row of another page, or in a chain of those.
+std::string long_value(MdbHandle& file, std::string_view field) {
+  constexpr std::uint32_t inside = 0x80000000U, one_row = 0x40000000U;
+  const auto head = number_at<std::uint32_t>(field);
+  const std::size_t size = head & ~(inside | one_row);
+  auto page_row = number_at<std::uint32_t>(field, 4);
+  std::string bytes;
+  if ((head & inside) != 0) {
+    bytes = field.substr(std::min<std::size_t>(field.size(), MDB_MEMO_OVERHEAD));
+  } else if ((head & one_row) != 0) {
+    bytes = row_bytes(file, page_row);
+  } else {
+    while (bytes.size() < size && page_row != 0) {
+      const std::string_view link = row_bytes(file, page_row);
+      page_row = number_at<std::uint32_t>(link);
+      if (link.size() == sizeof page_row) damaged();
+      bytes += link.substr(sizeof page_row);
+    }
+  }
+  if (bytes.size() < size) damaged();
+  bytes.resize(size);
+  return bytes;
+}
+
+std::string_view bytes_of(const MdbField& field) {
+  if (field.siz < 0) damaged();
+  return {static_cast<const char*>(field.value), static_cast<std::size_t>(field.siz)};
+}
+
+/// Both are stored as whole numbers and written by libmdb with a point.
+double decimal(const char* text) {
+  constexpr std::size_t exact_digits = 15;
+  std::string_view rest(text);
+  double number = 0;
+  const auto read = std::from_chars(rest.data(), rest.data() + rest.size(), number);
+  if (read.ec != std::errc() || read.ptr != rest.data() + rest.size()) damaged();
+  if (rest.starts_with('-')) rest.remove_prefix(1);
+  std::string digits(rest);
+  std::erase(digits, '.');
+  digits.erase(0, digits.find_first_not_of('0'));
+  if (digits.size() > exact_digits) throw support::RuntimeError(6, "Overflow: " + std::string(text));
+  return number;
+}
+
+using MdbText = std::unique_ptr<char, decltype([](char* text) { g_free(text); })>;
+
+/// libmdb reads these from the row's page.
+std::string page_text(MdbHandle& file, const MdbColumn& column, const MdbField& field) {
+  constexpr int decimal_bytes = 17, money_bytes = 8, guid_bytes = 16;
+  const auto text = [&](int size, auto&& convert) {
+    if (field.siz < size) damaged();
+    const MdbText made(convert());
+    return std::string(made ? made.get() : "");
+  };
+  switch (column.col_type) {
+    case MDB_MONEY:
+      return text(money_bytes, [&] { return mdb_money_to_string(&file, field.start); });
+    case MDB_NUMERIC:
+      return text(decimal_bytes,
+                  [&] { return mdb_numeric_to_string(&file, field.start, column.col_scale, column.col_prec); });
+    default:
+      return text(guid_bytes, [&] { return mdb_uuid_to_string(file.pg_buf, field.start); });
+  }
+}
+
+}  // namespace
+
+engine::Value mdb_value(MdbHandle& file, JetVersion version, const MdbColumn& column, const MdbField& field) {
+  // The mark of Null is what Yes and No are stored in.
+  if (column.col_type == MDB_BOOL) return field.is_null == 0;
+  if (field.is_null != 0) return engine::Null{};
+  const std::string_view bytes = bytes_of(field);
+  switch (column.col_type) {
+    case MDB_BYTE:
+      return std::int32_t{number_at<std::uint8_t>(bytes)};
+    case MDB_INT:
+      return std::int32_t{number_at<std::int16_t>(bytes)};
+    case MDB_LONGINT:
+      return number_at<std::int32_t>(bytes);
+    case MDB_FLOAT:
+      return number_at<float>(bytes);
+    case MDB_DOUBLE:
+      return number_at<double>(bytes);
+    case MDB_DATETIME:
+      return engine::Date{number_at<double>(bytes)};
+    case MDB_TEXT:
+      return jet_text(version, bytes);
+    case MDB_MEMO:
+      return jet_text(version, long_value(file, bytes));
+    case MDB_REPID:
+      return page_text(file, column, field);
+    default:
+      return decimal(page_text(file, column, field).c_str());
+  }
+}
+
+std::string mdb_long_value(MdbHandle& file, const MdbField& field) { return long_value(file, bytes_of(field)); }
+
+}  // namespace jet_import

@@ -1,0 +1,76 @@
+// A database to be brought in, as the copying needs it: its tables, what the file tells of their fields and indexes,
+// and their rows one by one. One reader stands behind it per way of getting at a Jet file.
+#pragma once
+
+#include <cstdint>
+#include <memory>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "database/engine/engine.h"
+#include "database/environment.h"
+
+namespace jet_import {
+
+/// Under the names of the engine's own properties.
+struct SourceField {
+  std::string name;
+  engine::DataType type = engine::DataType::Text;
+  std::int32_t size = 0;  ///< characters of a Text, else 0
+  std::int32_t attributes = 0;
+  std::int16_t ordinal_position = 0;
+  std::string default_value = {};
+  bool required = false;
+  bool allow_zero_length = false;
+  std::string validation_rule = {};
+  std::string validation_text = {};
+};
+
+struct SourceIndex {
+  std::string name;
+  std::vector<std::string> fields;
+  bool primary = false;
+  bool unique = false;
+  bool required = false;
+  bool ignore_nulls = false;
+};
+
+struct SourceTable {
+  std::string name;
+  std::vector<SourceField> fields;
+  std::vector<SourceIndex> indexes = {};
+  /// What the file says; nothing where it does not know.
+  std::optional<std::int64_t> row_count = {};
+  /// Fields of types that a database of ours cannot hold (bytes, embedded objects), by name.
+  std::vector<std::string> foreign_fields = {};
+};
+
+/// The rows of one table from first to last.
+class SourceRows {
+ public:
+  virtual ~SourceRows() = default;
+  /// False after the last row. Raises 3343 for a row that cannot be read.
+  virtual bool next() = 0;
+  /// The value of a field of SourceTable::fields in this row. Raises 3343 where it cannot be read, and 6 where a number
+  /// does not fit its type here.
+  virtual engine::Value value(std::size_t field) = 0;
+};
+
+class Source {
+ public:
+  virtual ~Source() = default;
+  virtual const std::vector<SourceTable>& tables() const = 0;
+  /// Of one table at a time.
+  virtual std::unique_ptr<SourceRows> rows(std::size_t table) = 0;
+  /// Tables that only lead to other files; they have no rows of their own.
+  virtual const std::vector<std::string>& linked_tables() const = 0;
+};
+
+/// Opens a Jet file by this platform's reader: libmdb on POSIX; on Windows the engine, whose automation objects must be
+/// there. 3024 missing file, 3031 wrong password, 3343 for a file that is none or that the reader does not know.
+std::unique_ptr<Source> open_source(const database::Environment& environment, std::string_view path,
+                                    std::string_view password);
+
+}  // namespace jet_import
