@@ -9,7 +9,9 @@
 
 namespace engine::test {
 
-EngineTest::EngineTest() : engine_(embedded::create_embedded_engine(std::chrono::milliseconds{50})) {
+std::unique_ptr<Engine> impatient_engine() { return embedded::create_embedded_engine(std::chrono::milliseconds{50}); }
+
+EngineTest::EngineTest(std::unique_ptr<Engine> engine) : engine_(std::move(engine)) {
   folder_ = std::filesystem::temp_directory_path() / ("firststeps_engine_" + std::to_string(std::random_device{}()));
   std::filesystem::create_directories(folder_);
 }

@@ -24,9 +24,12 @@ int error_number(Call&& call) {
   }
 }
 
+/// The embedded engine; it waits 50 ms for a file in use.
+std::unique_ptr<Engine> impatient_engine();
+
 class EngineTest : public testing::Test {
  protected:
-  EngineTest();
+  explicit EngineTest(std::unique_ptr<Engine> engine = impatient_engine());
   ~EngineTest() override;
 
   /// Windows path of a file in the test's folder, and the host's path of it.
@@ -36,7 +39,6 @@ class EngineTest : public testing::Test {
   std::string content(std::string_view name = "test.das") const;
   void write(std::string_view name, std::string_view bytes) const;
 
-  /// The engine of the tests waits 50 ms for a file in use.
   Engine& engine() { return *engine_; }
   std::unique_ptr<Database> create(std::string_view name = "test.das", std::string_view password = {});
   std::unique_ptr<Database> open(std::string_view name = "test.das", std::string_view password = {},

@@ -2,14 +2,14 @@
 
 #include <functional>
 
-#include "tests/engine/test_database.h"
+#include "tests/engine/conformance/conformance.h"
 
 namespace engine::test {
 namespace {
 
 using testing::ElementsAre;
 
-class Layout : public EngineTest {};
+class Layout : public ConformanceTest {};
 
 std::vector<std::string> field_names(Database& database, std::string_view table) {
   std::vector<std::string> names;
@@ -41,7 +41,7 @@ void add_row(Database& database, std::string_view name) {
   rows->update();
 }
 
-TEST_F(Layout, OfANewFieldFollowsItsType) {
+TEST_P(Layout, OfANewFieldFollowsItsType) {
   const auto database = create();
   const auto table = database->create_table_def("types");
   struct Case {
@@ -62,7 +62,7 @@ TEST_F(Layout, OfANewFieldFollowsItsType) {
   EXPECT_EQ(table->create_field("f", DataType::Date, 50)->size(), 8) << "a size is taken for text only";
 }
 
-TEST_F(Layout, IsReadBackAsItWasSet) {
+TEST_P(Layout, IsReadBackAsItWasSet) {
   {
     const auto database = create("test.das", "geheim");
     const auto table = database->create_table_def("import");
@@ -108,7 +108,7 @@ TEST_F(Layout, IsReadBackAsItWasSet) {
   EXPECT_TRUE(table->indexes().item(1)->primary() && table->indexes().item(1)->unique());
 }
 
-TEST_F(Layout, RefusesWhatTheEngineRefuses) {
+TEST_P(Layout, RefusesWhatTheEngineRefuses) {
   const auto database = create();
   add_things(*database);
   const auto things = database->table_defs().item("things");
@@ -172,7 +172,7 @@ TEST_F(Layout, RefusesWhatTheEngineRefuses) {
   EXPECT_EQ(database->table_defs().count(), 1);
 }
 
-TEST_F(Layout, OfATableWithRowsChangesInPlace) {
+TEST_P(Layout, OfATableWithRowsChangesInPlace) {
   {
     const auto database = create();
     add_things(*database);
@@ -205,7 +205,7 @@ TEST_F(Layout, OfATableWithRowsChangesInPlace) {
   EXPECT_EQ(error_number([&] { people->name(); }), 3420);
 }
 
-TEST_F(Layout, KeepsUniqueIndexesTrue) {
+TEST_P(Layout, KeepsUniqueIndexesTrue) {
   const auto database = create();
   add_things(*database);
   for (const std::string_view name : {"Ärger", "ärger  "}) add_row(*database, name);
@@ -225,28 +225,7 @@ TEST_F(Layout, KeepsUniqueIndexesTrue) {
   EXPECT_EQ(error_number([&] { rows->update(); }), 0) << "Nulls are not alike";
 }
 
-TEST_F(Layout, ChangedByAnotherHandleIsSeen) {
-  const auto first = create();
-  add_things(*first);
-  const auto second = open();
-  const auto things = second->table_defs().item("things");
-  EXPECT_FALSE(things->fields().item("name")->required());
-  first->table_defs().item("things")->fields().item("name")->set_required(true);
-  EXPECT_EQ(second->table_defs().count(), 1) << "looks at the file";
-  EXPECT_TRUE(things->fields().item("name")->required());
-  first->table_defs().item("things")->set_name("others");
-  EXPECT_EQ(second->table_defs().item(0)->name(), "others");
-  EXPECT_EQ(things->name(), "others");
-  EXPECT_EQ(error_number([&] { second->open_recordset("things"); }), 3078);
-  // A change that is rolled back, then as many committed ones: the count alone would not tell.
-  first->begin_transaction();
-  first->table_defs().item("others")->set_name("never");
-  first->rollback_transaction();
-  second->table_defs().item("others")->set_name("now");
-  EXPECT_EQ(first->table_defs().item(0)->name(), "now");
-}
-
-TEST_F(Layout, IsTransactional) {
+TEST_P(Layout, IsTransactional) {
   const auto database = create();
   add_things(*database);
   {
@@ -265,6 +244,8 @@ TEST_F(Layout, IsTransactional) {
   database->begin_transaction();
   EXPECT_EQ(error_number([&] { database->begin_transaction(); }), 3219) << "not nested";
 }
+
+INSTANTIATE_TEST_SUITE_P(Engine, Layout, testing::ValuesIn(engines_under_test()), name_of_engine);
 
 }  // namespace
 }  // namespace engine::test

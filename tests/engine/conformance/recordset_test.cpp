@@ -4,14 +4,14 @@
 #include <limits>
 
 #include "support/user_locale.h"
-#include "tests/engine/test_database.h"
+#include "tests/engine/conformance/conformance.h"
 
 namespace engine::test {
 namespace {
 
 using testing::ElementsAre;
 
-class Rows : public EngineTest {
+class Rows : public ConformanceTest {
  protected:
   Rows() : database_(create()) { add_things(*database_); }
 
@@ -35,7 +35,7 @@ class Rows : public EngineTest {
 
 std::string text(Recordset& rows, std::string_view field) { return to_text(rows.value(field)); }
 
-TEST_F(Rows, KeepEveryTypeExactly) {
+TEST_P(Rows, KeepEveryTypeExactly) {
   struct Case {
     std::string name;
     DataType type;
@@ -79,7 +79,7 @@ TEST_F(Rows, KeepEveryTypeExactly) {
   }
 }
 
-TEST_F(Rows, ConvertAndCheckWhatIsAssigned) {
+TEST_P(Rows, ConvertAndCheckWhatIsAssigned) {
   const auto table = database().create_table_def("checks");
   for (const auto& [name, type] : std::vector<std::pair<std::string, DataType>>{{"b", DataType::Boolean},
                                                                                 {"y", DataType::Byte},
@@ -140,7 +140,7 @@ TEST_F(Rows, ConvertAndCheckWhatIsAssigned) {
   }
 }
 
-TEST_F(Rows, AreWalkedInBothDirections) {
+TEST_P(Rows, AreWalkedInBothDirections) {
   const auto empty = things();
   EXPECT_TRUE(empty->bof() && empty->eof());
   EXPECT_EQ(empty->record_count(), 0);
@@ -168,7 +168,7 @@ TEST_F(Rows, AreWalkedInBothDirections) {
   EXPECT_EQ(error_number([&] { rows->move_first(); }), 3420);
 }
 
-TEST_F(Rows, OfAQueryAreCountedAsTheyAreVisited) {
+TEST_P(Rows, OfAQueryAreCountedAsTheyAreVisited) {
   add({"a", "b", "c"});
   EXPECT_EQ(database().open_recordset("SELECT name FROM things WHERE name = 'x'")->record_count(), 0);
   const auto rows = database().open_recordset("SELECT name FROM things");
@@ -177,7 +177,7 @@ TEST_F(Rows, OfAQueryAreCountedAsTheyAreVisited) {
   EXPECT_EQ(rows->record_count(), 3);
 }
 
-TEST_F(Rows, TooManyToReadAtOnceStayWholeWhileTheyChange) {
+TEST_P(Rows, TooManyToReadAtOnceStayWholeWhileTheyChange) {
   std::vector<std::string> many;
   for (int i = 0; i < 1000; ++i) many.push_back(std::to_string(i));
   add(many);
@@ -191,17 +191,7 @@ TEST_F(Rows, TooManyToReadAtOnceStayWholeWhileTheyChange) {
   EXPECT_EQ(count, 1000);
 }
 
-TEST_F(Rows, HalfReadByOneHandleDoNotStopAnother) {
-  add(std::vector<std::string>(1000, "x"));
-  const auto rows = things();
-  const auto other = open();
-  other->execute("DELETE FROM things");
-  rows->move_last();
-  EXPECT_EQ(rows->value("id"), Value{1000});
-  EXPECT_THAT(names(), ElementsAre());
-}
-
-TEST_F(Rows, AddedGetTheirDefaultsAndTheirNumber) {
+TEST_P(Rows, AddedGetTheirDefaultsAndTheirNumber) {
   add({"a", "b"});
   const auto rows = things();
   rows->move_next();
@@ -221,20 +211,7 @@ TEST_F(Rows, AddedGetTheirDefaultsAndTheirNumber) {
   EXPECT_THAT(column(database(), "things", "id"), ElementsAre("1", "2", "4"));
 }
 
-TEST_F(Rows, AddedByTwoHandlesGetDifferentNumbers) {
-  const auto other = open();
-  const auto here = things();
-  const auto there = other->open_recordset("things");
-  here->add_new();
-  there->add_new();
-  here->update();
-  there->update();
-  here->add_new();
-  here->update();
-  EXPECT_THAT(column(database(), "things", "id"), ElementsAre("1", "2", "3"));
-}
-
-TEST_F(Rows, AreEditedInPlace) {
+TEST_P(Rows, AreEditedInPlace) {
   add({"a", "b"});
   const auto rows = things();
   EXPECT_EQ(error_number([&] { rows->update(); }), 3020);
@@ -257,7 +234,7 @@ TEST_F(Rows, AreEditedInPlace) {
   EXPECT_THAT(column(database(), "things", "amount"), ElementsAre("7", "NULL"));
 }
 
-TEST_F(Rows, ThatAreRefusedLeaveTheEditOpen) {
+TEST_P(Rows, ThatAreRefusedLeaveTheEditOpen) {
   add({"a", "b"});
   const auto table = database().table_defs().item("things");
   table->fields().item("name")->set_required(true);
@@ -282,7 +259,7 @@ TEST_F(Rows, ThatAreRefusedLeaveTheEditOpen) {
   EXPECT_THAT(names(), ElementsAre("a", "b", "c"));
 }
 
-TEST_F(Rows, ThatWereDeletedAreGone) {
+TEST_P(Rows, ThatWereDeletedAreGone) {
   add({"a", "b", "c"});
   const auto rows = things();
   const auto behind = things();
@@ -303,7 +280,7 @@ TEST_F(Rows, ThatWereDeletedAreGone) {
   EXPECT_THAT(names(), ElementsAre("a", "c"));
 }
 
-TEST_F(Rows, OfAQueryOverOneTableAreUpdated) {
+TEST_P(Rows, OfAQueryOverOneTableAreUpdated) {
   add({"a", "b", "c"});
   const auto rows = database().open_recordset("SELECT amount * 2 AS twice, name FROM things WHERE name > 'a'");
   ASSERT_TRUE(rows->updatable());
@@ -328,7 +305,7 @@ TEST_F(Rows, OfAQueryOverOneTableAreUpdated) {
   EXPECT_EQ(counted->value("n"), Value{3});
 }
 
-TEST_F(Rows, TellTheirColumns) {
+TEST_P(Rows, TellTheirColumns) {
   const auto rows = things();
   ASSERT_EQ(rows->field_count(), 4);
   EXPECT_EQ(rows->field_name(3), "note");
@@ -337,6 +314,8 @@ TEST_F(Rows, TellTheirColumns) {
   EXPECT_EQ(error_number([&] { rows->value(-1); }), 3265);
   EXPECT_EQ(database().open_recordset(" [Things]\r\n")->field_count(), 4);
 }
+
+INSTANTIATE_TEST_SUITE_P(Engine, Rows, testing::ValuesIn(engines_under_test()), name_of_engine);
 
 }  // namespace
 }  // namespace engine::test
