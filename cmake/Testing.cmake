@@ -16,6 +16,7 @@ function(firststeps_test name)
   target_link_libraries(${name} PRIVATE firststeps_options ${ARG_LIBRARIES} GTest::gmock_main)
   # Tests spend their time in what they test: compiling them is what takes long.
   target_compile_options(${name} PRIVATE -O0)
+  target_precompile_headers(${name} PRIVATE <gmock/gmock.h>)
   target_compile_definitions(${name} PRIVATE
     TEST_DATA_DIR="${host_drive}${CMAKE_SOURCE_DIR}/tests/data" SOURCE_DIR="${host_drive}${CMAKE_SOURCE_DIR}"
     BUILD_DIR="${host_drive}${CMAKE_BINARY_DIR}"
