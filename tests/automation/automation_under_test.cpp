@@ -1,0 +1,28 @@
+#include "database/engine/engine_choice.h"
+#include "tests/automation/registration.h"
+#include "tests/engine/conformance/conformance.h"
+
+namespace engine::test {
+namespace {
+
+using automation_test::newer_engine;
+using automation_test::older_engine;
+using automation_test::Registration;
+
+std::unique_ptr<Engine> newer() {
+  const Registration registration({newer_engine, older_engine});
+  return open_automation_engine(newer_engine);
+}
+
+/// As on a machine that has the older one alone.
+std::unique_ptr<Engine> older() {
+  const Registration registration({older_engine});
+  EXPECT_EQ(error_number([] { open_engine(newer_engine); }), 429);
+  return open_automation_engine(older_engine);
+}
+
+}  // namespace
+
+std::vector<EngineUnderTest> engines_under_test() { return {{"newer", newer}, {"older", older}}; }
+
+}  // namespace engine::test

@@ -1,0 +1,95 @@
+#include <gmock/gmock.h>
+
+#include "database/create_database.h"
+#include "database/new_file.h"
+#include "database/patient.h"
+#include "tests/automation/registration.h"
+#include "tests/automation/server_library.h"
+#include "tests/engine/test_database.h"
+
+namespace automation_test {
+namespace {
+
+using engine::test::error_number;
+using testing::HasSubstr;
+
+class Choice : public engine::test::EngineTest {
+ protected:
+  bool is_jet_file(std::string_view name) const { return content(name).substr(4).starts_with("Standard Jet DB"); }
+  /// As the programs open it.
+  std::unique_ptr<engine::Database> open_by_choice(std::string_view name, bool newest_engine_only = false) {
+    return database::create_engine({}, newest_engine_only)->open_database(path(name), false, false, "");
+  }
+  void make(std::string_view name) {
+    const auto engine = database::create_engine({}, false);
+    add_things(*engine->create_database(path(name), engine::locale_general, engine::version_30));
+  }
+};
+
+TEST_F(Choice, IsTheAutomationEngineForNewFilesAndTheWriterForOldOnes) {
+  make("embedded.das");
+  EXPECT_FALSE(is_jet_file("embedded.das"));
+  for (const std::vector<std::string>& registered :
+       {std::vector<std::string>{newer_engine, older_engine}, std::vector<std::string>{older_engine}}) {
+    const Registration registration(registered);
+    const std::string name = registered.front() + ".das";
+    make(name);
+    EXPECT_TRUE(is_jet_file(name));
+    EXPECT_EQ(open_by_choice(name)->table_defs().count(), 1);
+    EXPECT_EQ(open_by_choice("embedded.das")->table_defs().count(), 1);
+  }
+}
+
+TEST_F(Choice, OfTheNewestEngineOnlyTakesNoOlderOne) {
+  {
+    const Registration registration({older_engine});
+    make("jet.das");
+    EXPECT_EQ(error_number([&] { open_by_choice("jet.das", true); }), 429);
+  }
+  const Registration registration({newer_engine});
+  EXPECT_EQ(error_number([&] { open_by_choice("jet.das", true); }), 0);
+}
+
+TEST_F(Choice, LeavesAJetFileAloneWhereItsEngineIsGone) {
+  {
+    const Registration registration({newer_engine});
+    make("jet.das");
+  }
+  const std::string before = content("jet.das");
+  try {
+    open_by_choice("jet.das");
+    ADD_FAILURE() << "nothing can open it";
+  } catch (const support::RuntimeError& error) {
+    EXPECT_EQ(error.number(), 3343);
+    EXPECT_THAT(error.what(), HasSubstr(newer_engine));
+  }
+  EXPECT_EQ(error_number([&] { make("jet.das"); }), 3204);
+  EXPECT_EQ(content("jet.das"), before);
+}
+
+TEST_F(Choice, OfAnObjectThatIsRegisteredButBrokenIsTheEmbeddedEngine) {
+  const Registration registration({newer_engine}, L"C:\\missing.dll");
+  make("new.das");
+  EXPECT_FALSE(is_jet_file("new.das"));
+}
+
+/// The whole of a patient's file, through the automation objects.
+TEST_F(Choice, MakesAPatientDatabaseThroughAutomation) {
+  const Registration registration({newer_engine});
+  const long before = living_objects();
+  database::Environment environment;
+  environment.password = "geheim";
+  EXPECT_EQ(database::CreatePatientDatabase(environment, path("patient.das"), {}, {}), 1);
+  EXPECT_TRUE(is_jet_file("patient.das"));
+  {
+    const auto engine = database::create_engine(environment, false);
+    const auto patient = engine->open_database(path("patient.das"), false, true, "MS Access;pwd=geheim");
+    EXPECT_EQ(patient->table_defs().count(), 43);
+    EXPECT_EQ(engine::test::column(*patient, "SELECT MinVersion FROM db_info", "MinVersion"),
+              std::vector<std::string>{"60"});
+  }
+  EXPECT_EQ(living_objects(), before);
+}
+
+}  // namespace
+}  // namespace automation_test

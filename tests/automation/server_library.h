@@ -1,0 +1,16 @@
+// The test server's library, which lies beside this program, and what it tells of its objects.
+#pragma once
+
+#include <string>
+
+namespace automation_test {
+
+std::wstring server_path();
+
+/// Objects of the server that were not released.
+long living_objects();
+
+/// The kinds of the objects released so far, in their order, each followed by a blank.
+std::wstring released_objects();
+
+}  // namespace automation_test
