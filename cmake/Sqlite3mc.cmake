@@ -12,9 +12,29 @@ else()
   set(sqlite3mc_dir ${sqlite3mc_package}/deps/sqlite3)
 endif()
 
+# The cipher's file layer takes every read that fails for one that succeeded, unless the file was too short: what then is
+# decrypted, or taken for the salt of a new file, is whatever the memory held. Here it hands the error on.
+set(patched_dir ${CMAKE_BINARY_DIR}/sqlite3mc)
+set_property(DIRECTORY APPEND PROPERTY CMAKE_CONFIGURE_DEPENDS ${sqlite3mc_dir}/sqlite3.c)
+file(READ ${sqlite3mc_dir}/sqlite3.c amalgamation)
+string(REGEX REPLACE
+  "(xRead\\(REALFILE\\(pFile\\), [^;]*;[ \r\n]*if \\(rc )== SQLITE_IOERR_SHORT_READ" "\\1!= SQLITE_OK"
+  patched "${amalgamation}")
+set(returned_errors "if \\(rc != SQLITE_OK\\)[ \r\n]*{[ \r\n]*return rc")
+string(REGEX MATCHALL ${returned_errors} before "${amalgamation}")
+string(REGEX MATCHALL ${returned_errors} after "${patched}")
+list(LENGTH before before)
+list(LENGTH after after)
+math(EXPR patched_reads "${after} - ${before}")
+if(NOT patched_reads EQUAL 2)
+  message(FATAL_ERROR "The cipher's file layer is not the one known here: ${patched_reads} reads instead of 2")
+endif()
+file(WRITE ${patched_dir}/sqlite3.c.new "${patched}")
+configure_file(${patched_dir}/sqlite3.c.new ${patched_dir}/sqlite3.c COPYONLY)
+
 # Our C file includes the amalgamation and opens its key derivation.
 add_library(sqlite3mc STATIC ${CMAKE_SOURCE_DIR}/database/engine/embedded/key_derivation.c)
-target_include_directories(sqlite3mc SYSTEM PUBLIC ${sqlite3mc_dir} PRIVATE ${CMAKE_SOURCE_DIR})
+target_include_directories(sqlite3mc SYSTEM PRIVATE ${patched_dir} PUBLIC ${sqlite3mc_dir} PRIVATE ${CMAKE_SOURCE_DIR})
 # The address sanitizer sees what we do wrong to it; checking SQLite's own arithmetic as well costs two minutes a build.
 target_compile_options(sqlite3mc PRIVATE -w $<IF:$<BOOL:${FIRSTSTEPS_SANITIZE}>,-fno-sanitize=undefined$<SEMICOLON>-O1,-O2>)
 if(FIRSTSTEPS_FUZZ)

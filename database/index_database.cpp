@@ -9,6 +9,7 @@
 
 #include "database/availability.h"
 #include "database/columns.h"
+#include "database/file_failure.h"
 #include "database/opened_target.h"
 #include "database/upgrade/ladder.h"
 #include "database/version_record.h"
@@ -163,6 +164,7 @@ void PatientReader::read_hba1c() {
 std::int32_t refresh_row(const Environment& environment, Procedure& procedure, engine::Database& index,
                          PatientRecord& patient, std::string_view patient_database) {
   RowValues values;
+  const FileFailures failures;
   const OpenedTarget opened(environment, patient_database, OpenedTarget::Access::Write);
   if (opened.get()) {
     PatientReader reader(environment, procedure, *opened.get());
@@ -174,6 +176,7 @@ std::int32_t refresh_row(const Environment& environment, Procedure& procedure, e
     reader.read_hba1c();
     values = reader.values();
   }
+  if (failures.any()) return 0;
   const std::int32_t id = store_row(procedure, index, patient.index_id, values);
   if (id != 0) patient.index_id = id;
   return id;

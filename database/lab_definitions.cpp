@@ -2,6 +2,7 @@
 
 #include <string>
 
+#include "database/file_failure.h"
 #include "database/opened_target.h"
 #include "support/harbinox.h"
 
@@ -89,12 +90,12 @@ bool db_MergePreferences(const Environment& environment, const Target& target, s
   const OpenedTarget opened{environment, target, OpenedTarget::Access::Write};
   const std::string other_file = " IN '" + quoted(other_path) + "'";
   bool all_copied = true;
-  constexpr int disk_error = 3043;
   const auto execute = [&](const std::string& sql) {
     const bool done = procedure.step([&] { opened.database().execute(sql); });
-    // A table that the other database lacks is passed over; a disk that is full must not cost the tables dropped
-    // already.
-    if (!done && procedure.error().number() == disk_error) throw support::RuntimeError(procedure.error());
+    // A table that the other database lacks is passed over; a disk that fails must not cost the tables dropped already.
+    constexpr int damaged = 3343;
+    if (!done && (is_file_failure(procedure.error()) || procedure.error().number() == damaged))
+      throw support::RuntimeError(procedure.error());
     return done;
   };
   // The tables that were there and the copies change places at once, or not at all.

@@ -31,16 +31,18 @@ NewFile::NewFile(const Environment& environment, std::string_view path, std::str
     database_ = engine_->create_database(working_path_, engine::locale_general, engine::version_30);
     if (!password.empty()) database_->new_password("", password);
   } catch (...) {
-    close();
-    files_.remove(working_path_);
+    discard();
     throw;
   }
 }
 
 NewFile::~NewFile() {
-  if (working_path_.empty()) return;
+  if (!working_path_.empty()) discard();
+}
+
+void NewFile::discard() {
   close();
-  files_.remove(working_path_);
+  for (const char* const ending : {"", "-journal"}) files_.remove(working_path_ + ending);
 }
 
 void NewFile::finish() {

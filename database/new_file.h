@@ -25,6 +25,7 @@ class NewFile {
 
  private:
   void close();
+  void discard();
   bool target_exists() const;
 
   support::FileSystem& files_;

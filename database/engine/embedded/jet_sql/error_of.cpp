@@ -31,7 +31,7 @@ constexpr ResultRow kResults[] = {
     {SQLITE_FULL, 3043, "Disk or network error: the disk is full."},
     {SQLITE_CORRUPT, 3343, "Unrecognized database format: the file is damaged."},
     {SQLITE_NOTADB, 3343, "Unrecognized database format."},
-    {SQLITE_CANTOPEN, 3024, "The database file could not be opened."},
+    {SQLITE_CANTOPEN, 3051, "The database file, or the journal beside it, cannot be opened."},
     {SQLITE_PERM, 3051, "The database file cannot be opened: you need permission."},
     {SQLITE_AUTH, 3051, "The operation is not permitted."},
     {SQLITE_TOOBIG, 14, "Out of string space."},

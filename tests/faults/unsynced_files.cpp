@@ -1,0 +1,86 @@
+#include "tests/faults/unsynced_files.h"
+
+#include <algorithm>
+#include <filesystem>
+#include <fstream>
+#include <iterator>
+#include <utility>
+
+namespace faults {
+namespace {
+
+constexpr std::size_t sector = 512;
+
+std::optional<std::string> content_of(const std::string& path) {
+  std::ifstream file(path, std::ios::binary);
+  if (!file) return std::nullopt;
+  return std::string{std::istreambuf_iterator<char>(file), {}};
+}
+
+void put(std::string& content, std::size_t offset, std::string_view bytes) {
+  content.resize(std::max(content.size(), offset + bytes.size()));
+  content.replace(offset, bytes.size(), bytes);
+}
+
+}  // namespace
+
+void UnsyncedFiles::opened(const std::string& path, bool existed) {
+  const auto [place, is_new] = files_.try_emplace(path);
+  if (is_new && existed) place->second.durable = content_of(path);
+  place->second.created_anew |= std::exchange(place->second.removed, false);
+}
+
+void UnsyncedFiles::written(const std::string& path, std::int64_t offset, std::string_view bytes) {
+  files_[path].changes.push_back({offset, std::string(bytes)});
+}
+
+void UnsyncedFiles::truncated(const std::string& path, std::int64_t size) {
+  files_[path].changes.push_back({size, std::nullopt});
+}
+
+void UnsyncedFiles::synced(const std::string& path) {
+  File& file = files_[path];
+  file.durable = content_of(path);
+  file.changes.clear();
+  file.created_anew = false;
+}
+
+void UnsyncedFiles::removed(const std::string& path) {
+  File& file = files_[path];
+  file.changes.clear();
+  file.removed = true;
+}
+
+std::optional<std::string> UnsyncedFiles::surviving(const File& file, bool torn, std::mt19937& coins) {
+  const auto reached_the_disk = [&] { return torn && (coins() & 1U) != 0; };
+  if (file.removed && reached_the_disk()) return std::nullopt;
+  if ((!file.durable || file.created_anew) && !reached_the_disk()) return file.durable;
+  std::string content = file.created_anew ? "" : file.durable.value_or("");
+  for (const Change& change : file.changes) {
+    const auto offset = static_cast<std::size_t>(change.offset);
+    if (!change.bytes) {
+      if (reached_the_disk()) content.resize(offset);
+      continue;
+    }
+    const std::string_view bytes = *change.bytes;
+    for (std::size_t done = 0; done < bytes.size(); done += sector) {
+      if (reached_the_disk()) put(content, offset + done, bytes.substr(done, sector));
+    }
+  }
+  return content;
+}
+
+void UnsyncedFiles::cut(bool torn, unsigned seed) const {
+  std::mt19937 coins(seed);
+  for (const auto& [path, file] : files_) {
+    const std::optional<std::string> content = surviving(file, torn, coins);
+    if (content) {
+      std::ofstream(path, std::ios::binary | std::ios::trunc) << *content;
+    } else {
+      std::error_code ignored;
+      std::filesystem::remove(path, ignored);
+    }
+  }
+}
+
+}  // namespace faults

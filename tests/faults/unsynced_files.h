@@ -1,0 +1,45 @@
+// What of the files on a disk would survive a power cut: their content at the last sync, and what was done since.
+#pragma once
+
+#include <cstdint>
+#include <map>
+#include <optional>
+#include <random>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace faults {
+
+class UnsyncedFiles {
+ public:
+  /// From here on the file's changes are told of. `existed`: not created just now.
+  void opened(const std::string& path, bool existed);
+  void written(const std::string& path, std::int64_t offset, std::string_view bytes);
+  void truncated(const std::string& path, std::int64_t size);
+  void synced(const std::string& path);
+  /// The folder is not synced: the file may come back.
+  void removed(const std::string& path);
+  void forget() { files_.clear(); }
+
+  /// Puts the files into the state after the cut. With `torn`, each sector of each change has reached the disk or not,
+  /// as the seed has it; without, none has.
+  void cut(bool torn, unsigned seed) const;
+
+ private:
+  struct Change {
+    std::int64_t offset;  ///< of the bytes, or the new size
+    std::optional<std::string> bytes;
+  };
+  struct File {
+    std::optional<std::string> durable;  ///< nothing: not there
+    std::vector<Change> changes;
+    bool removed = false;
+    bool created_anew = false;  ///< after it was removed: the changes are of another file than `durable`
+  };
+  static std::optional<std::string> surviving(const File& file, bool torn, std::mt19937& coins);
+
+  std::map<std::string, File> files_;
+};
+
+}  // namespace faults
