@@ -20,9 +20,10 @@ bool applies(const Step& step, std::int16_t version) {
   return &step == &upgrade::steps().front() ? version == 0 : version < step.version;
 }
 
-/// Errors that say nothing of the layout: out of memory, the disk, a file in use or damaged, a cancelled statement, a
-/// closed database. After one of them whatever a later statement does may build on what an earlier one did not do.
-constexpr int fatal_errors[] = {7, 3024, 3043, 3045, 3059, 3343, 3420};
+/// Errors that say nothing of the layout: out of memory, the disk, a file in use, damaged or not to be opened, a
+/// cancelled statement, a closed database. After one of them whatever a later statement does may build on what an
+/// earlier one did not do.
+constexpr int fatal_errors[] = {7, 3024, 3043, 3045, 3051, 3059, 3343, 3420};
 
 /// Notes the first such error among the statements that are passed over.
 class FatalErrors {
