@@ -19,5 +19,6 @@ Job pump_conversion_growth_job(const std::filesystem::path& folder);
 Job pump_statistics_growth_job(const std::filesystem::path& folder);
 Job summary_job(const std::filesystem::path& folder);
 Job summary_growth_job(const std::filesystem::path& folder);
+Job index_growth_job(const std::filesystem::path& folder);
 
 }  // namespace bench
