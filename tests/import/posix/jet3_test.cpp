@@ -1,0 +1,133 @@
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include "tests/apps/program_run.h"
+#include "tests/import/posix/jet3_file.h"
+
+namespace {
+
+using apps_test::Environment;
+using apps_test::Outcome;
+using apps_test::run_patientdb;
+using jet3::bytes_of;
+using jet3::Type;
+using testing::HasSubstr;
+using testing::StartsWith;
+
+const Environment no_password{{"PATIENTDB_PASSWORD", ""}};
+const std::vector<jet3::Column> all_columns = {
+    {"id", Type::Long, 0, true}, {"b", Type::Bool},   {"y", Type::Byte}, {"i", Type::Int},      {"m", Type::Money},
+    {"f", Type::Float},          {"x", Type::Double}, {"d", Type::Date}, {"s", Type::Text, 20}, {"t", Type::Memo}};
+
+jet3::Row row(std::int32_t id, const std::string& memo) {
+  return {bytes_of(id),
+          "",
+          bytes_of<std::uint8_t>(200),
+          bytes_of<std::int16_t>(-5),
+          bytes_of<std::int64_t>(1234567),
+          bytes_of(5.5F),
+          bytes_of(0.1),
+          bytes_of(36526.25),
+          "M\xFCller \x80",
+          memo};
+}
+
+class Jet3 : public testing::Test {
+ protected:
+  std::string write(const jet3::File& file) const { return folder_.write("old.mdb", file.content()); }
+  Outcome import(const std::string& source, const Environment& environment = no_password) const {
+    return run_patientdb({"import", source, folder_.file("new.das")}, environment);
+  }
+  std::string rows(const std::string& sql) const {
+    return run_patientdb({"sql", folder_.file("new.das"), sql, "--json"}, no_password).out;
+  }
+
+  apps_test::TemporaryFolder folder_;
+};
+
+TEST_F(Jet3, FilesBringEachTypeOfValue) {
+  jet3::File file("");
+  const jet3::Row nulls(all_columns.size());
+  jet3::Row last = nulls;
+  last[0] = bytes_of<std::int32_t>(9);
+  file.add({"Werte", all_columns, {row(7, jet3::File::memo_inside("\xC4rger")), last}, "id"});
+  const Outcome outcome = import(write(file));
+  ASSERT_EQ(outcome.code, 0) << outcome.err;
+  EXPECT_THAT(rows("SELECT * FROM Werte"),
+              HasSubstr(R"("rows":[[7,-1,200,-5,123.4567,5.5,0.1,"2000-01-01 06:00:00","Müller €","Ärger"],)"
+                        R"([9,0,null,null,null,null,null,null,null,null]])"));
+  EXPECT_THAT(
+      run_patientdb({"schema", folder_.file("new.das")}, no_password).out,
+      testing::AllOf(HasSubstr("\nid     Long        4          17"), HasSubstr("\ns      Text       20           2"),
+                     HasSubstr("Index PrimaryKey (id) primary unique\n")));
+  run_patientdb({"sql", folder_.file("new.das"), "INSERT INTO Werte (s) VALUES ('new')"}, no_password);
+  EXPECT_THAT(rows("SELECT max(id) FROM Werte"), HasSubstr("[[10]]"));
+}
+
+TEST_F(Jet3, FilesBringLongTextsFromOtherPages) {
+  std::string text;
+  for (int i = 0; i < 700; ++i) text += "Zeile " + std::to_string(i) + "\r\n";
+  jet3::File file("");
+  const std::string spread = file.memo_on_pages(text, 1500),
+                    own = file.memo_on_page(std::string_view(text).substr(0, 1900));
+  file.add({"lang", {{"t", Type::Memo}}, {{spread}, {own}, {jet3::File::memo_inside("")}}, ""});
+  const Outcome outcome = import(write(file));
+  ASSERT_EQ(outcome.code, 0) << outcome.err;
+  EXPECT_THAT(rows("SELECT len(t) FROM lang"), HasSubstr("[[" + std::to_string(text.size()) + "],[1900],[0]]"));
+  EXPECT_THAT(rows("SELECT right(t, 11) FROM lang WHERE len(t) > 1900"), HasSubstr("Zeile 699"));
+}
+
+TEST_F(Jet3, FilesKeepDeletedRowsToThemselves) {
+  jet3::File file("");
+  file.add({"t", all_columns, {row(1, ""), row(2, jet3::File::memo_inside("x"))}, "id"}, true);
+  ASSERT_EQ(import(write(file)).code, 0);
+  EXPECT_THAT(rows("SELECT id FROM t"), HasSubstr("\"rows\":[[2]]"));
+}
+
+TEST_F(Jet3, FilesOpenWithTheirPasswordOnly) {
+  jet3::File file("J\xF6rg");
+  file.add({"t", {{"n", Type::Long}}, {{bytes_of<std::int32_t>(3)}}, ""});
+  const std::string source = write(file);
+  EXPECT_THAT(import(source).err, StartsWith("error 3031: "));
+  EXPECT_THAT(import(source, {{"PATIENTDB_PASSWORD", "Jorg"}}).err, StartsWith("error 3031: "));
+  EXPECT_EQ(import(source, {{"PATIENTDB_PASSWORD", ""}, {"PATIENTDB_SOURCE_PASSWORD", "Jörg"}}).code, 0);
+  EXPECT_THAT(rows("SELECT n FROM t"), HasSubstr("[[3]]"));
+}
+
+TEST_F(Jet3, FilesWithTornOrOverfullValuesAreRefused) {
+  struct Case {
+    const char* message;
+    jet3::Row (*spoil)(jet3::File& file);
+  };
+  const Case cases[] = {
+      // A number of 16 digits would be rounded.
+      {"error 6: t: m: Overflow",
+       [](jet3::File&) {
+         jet3::Row spoilt = row(1, jet3::File::memo_inside(""));
+         spoilt[4] = bytes_of<std::int64_t>(1234567890123456);
+         return spoilt;
+       }},
+      {"error 3343: t: t: the value cannot be read",
+       [](jet3::File&) { return row(1, jet3::File::memo_inside("torn").substr(0, 14)); }},
+      {"error 3343: t: t: the value cannot be read",
+       [](jet3::File& file) { return row(1, file.memo_on_pages(std::string(3000, 'x'), 1500).replace(0, 1, "\xFF")); }},
+      {"error 3343: t: t: the value cannot be read",
+       [](jet3::File& file) { return row(1, file.memo_on_page("x").replace(5, 1, "\xFF")); }},
+      // A date beyond the year 9999.
+      {"error 3",
+       [](jet3::File&) {
+         jet3::Row spoilt = row(1, jet3::File::memo_inside(""));
+         spoilt[7] = bytes_of(1e9);
+         return spoilt;
+       }},
+  };
+  for (const Case& row : cases) {
+    jet3::File file("");
+    const jet3::Row spoilt = row.spoil(file);
+    file.add({"t", all_columns, {spoilt}, ""});
+    EXPECT_THAT(import(write(file)).err, StartsWith(row.message));
+    EXPECT_EQ(folder_.snapshot().size(), 1U);
+  }
+}
+
+}  // namespace
