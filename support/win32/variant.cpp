@@ -22,11 +22,6 @@ std::string narrow_text(BSTR text) {
 
 }  // namespace
 
-Variant& Variant::operator=(Variant&& other) noexcept {
-  if (this != &other) *receive() = other.release();
-  return *this;
-}
-
 Variant Variant::null() noexcept { return Variant(of_type(VT_NULL)); }
 
 Variant Variant::of_flag(bool flag) noexcept {

@@ -18,9 +18,8 @@ class Variant {
   /// Takes over what the value owns.
   explicit Variant(const VARIANT& value) noexcept : value_(value) {}
   Variant(Variant&& other) noexcept : value_(other.release()) {}
-  Variant& operator=(Variant&& other) noexcept;
   Variant(const Variant&) = delete;
-  Variant& operator=(const Variant&) = delete;
+  Variant& operator=(Variant) = delete;
   ~Variant() { VariantClear(&value_); }
 
   static Variant null() noexcept;
