@@ -2,8 +2,10 @@
 // what does not go as usual.
 #include "database/upgrade/ladder.h"
 
+#include <fstream>
 #include <map>
 
+#include "database/upgrade/step.h"
 #include "support/error.h"
 #include "tests/upgrade/old_layout.h"
 
@@ -204,6 +206,18 @@ TEST_F(Ladder, ChangesNothingWhereItCannotGoToItsEnd) {
   write_file(file, damaged);
   EXPECT_EQ(upgrade(file), 0);
   EXPECT_TRUE(read_file(file) == damaged);
+}
+
+TEST(LayoutHistory, TellsEveryStepInItsOwnWords) {
+  std::vector<std::string> told, issued;
+  std::ifstream document(SOURCE_DIR "/docs/layout-history.md");
+  for (std::string line; std::getline(document, line);) {
+    if (line.starts_with("| 4.")) told.push_back(line.substr(2, line.find(" | ", line.find(" | ") + 1) - 2));
+  }
+  for (const upgrade::Step& step : upgrade::steps()) {
+    issued.push_back("4." + std::to_string(step.version) + " | " + std::string(step.purpose));
+  }
+  EXPECT_EQ(told, issued);
 }
 
 }  // namespace
