@@ -37,6 +37,13 @@ class Progress {
   }
 };
 
+/// A copy of a database that another engine wrote, for the one that works; its file goes with the object.
+class ReadableCopy {
+ public:
+  virtual ~ReadableCopy() = default;
+  virtual const std::string& path() const = 0;
+};
+
 struct Environment {
   /// Password of patient databases; shorter than 3 characters means the default one.
   std::string password;
@@ -52,6 +59,8 @@ struct Environment {
   /// Empty: the machine's clock.
   std::function<engine::Date()> now;
   std::function<std::unique_ptr<engine::Engine>(std::string_view identifier)> open_engine = engine::open_engine;
+  /// Makes a copy of a file that the engine does not know, or raises. Empty: such files cannot be read.
+  std::function<std::unique_ptr<ReadableCopy>(const Environment& environment, std::string_view path)> readable_copy;
   /// Empty: questions are answered with Cancel or No, messages are dropped.
   MessageBox message_box;
   /// Null: no progress is shown.

@@ -75,26 +75,16 @@ std::string quoted(std::string_view path) {
   return text;
 }
 
-}  // namespace
+/// Of a file that is damaged, or that another engine wrote.
+constexpr int unknown_format = 3343;
 
-void add_lab_definitions(const Environment& environment, engine::Database& database) {
-  support::Procedure procedure{"sql!CreateTD_labdefs"};
-  std::unique_ptr<engine::Recordset> rows;
-  procedure.step([&] { rows = database.open_recordset("labdefs"); });
-  if (!rows) return;
-  for (const DefinitionRow& row : new_database_rows) add_definition(procedure, *rows, environment, row);
-}
-
-bool db_MergePreferences(const Environment& environment, const Target& target, std::string_view other_path) {
-  support::Procedure procedure{"sql!db_MergePreferences"};
-  const OpenedTarget opened{environment, target, OpenedTarget::Access::Write};
+bool exchange_preferences(support::Procedure& procedure, const OpenedTarget& opened, std::string_view other_path) {
   const std::string other_file = " IN '" + quoted(other_path) + "'";
   bool all_copied = true;
   const auto execute = [&](const std::string& sql) {
     const bool done = procedure.step([&] { opened.database().execute(sql); });
     // A table that the other database lacks is passed over; a disk that fails must not cost the tables dropped already.
-    constexpr int damaged = 3343;
-    if (!done && (is_file_failure(procedure.error()) || procedure.error().number() == damaged))
+    if (!done && (is_file_failure(procedure.error()) || procedure.error().number() == unknown_format))
       throw support::RuntimeError(procedure.error());
     return done;
   };
@@ -108,6 +98,26 @@ bool db_MergePreferences(const Environment& environment, const Target& target, s
     transaction.commit();
   });
   return committed && all_copied;
+}
+
+}  // namespace
+
+void add_lab_definitions(const Environment& environment, engine::Database& database) {
+  support::Procedure procedure{"sql!CreateTD_labdefs"};
+  std::unique_ptr<engine::Recordset> rows;
+  procedure.step([&] { rows = database.open_recordset("labdefs"); });
+  if (!rows) return;
+  for (const DefinitionRow& row : new_database_rows) add_definition(procedure, *rows, environment, row);
+}
+
+bool db_MergePreferences(const Environment& environment, const Target& target, std::string_view other_path) {
+  support::Procedure procedure{"sql!db_MergePreferences"};
+  const OpenedTarget opened{environment, target, OpenedTarget::Access::Write};
+  if (exchange_preferences(procedure, opened, other_path)) return true;
+  if (procedure.error().number() != unknown_format || !environment.readable_copy) return false;
+  std::unique_ptr<ReadableCopy> copy;
+  procedure.step([&] { copy = environment.readable_copy(environment, other_path); });
+  return copy && exchange_preferences(procedure, opened, copy->path());
 }
 
 }  // namespace database

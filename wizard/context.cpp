@@ -13,6 +13,7 @@ database::Environment Context::environment() const {
   environment.language = config.LanguageObject.get();
   environment.now = ports.now;
   if (ports.open_engine) environment.open_engine = ports.open_engine;
+  environment.readable_copy = ports.readable_copy;
   environment.message_box = [user = ports.user](std::string_view text, std::uint32_t style, std::string_view title) {
     return user->message_box(text, style, title);
   };

@@ -25,6 +25,8 @@ struct Ports {
   /// Creates the language component for a class name ("X.LanguageDLL"); null where it cannot be created.
   std::function<std::shared_ptr<const support::LanguageComponent>(std::string_view class_name)> create_language;
   std::function<std::unique_ptr<engine::Engine>(std::string_view identifier)> open_engine;
+  /// As in the environment of the database procedures.
+  decltype(database::Environment::readable_copy) readable_copy;
   std::function<engine::Date()> now;
   /// The program's own folder, a Windows path, with or without a trailing backslash.
   std::string own_folder;

@@ -1,6 +1,7 @@
 #include "apps/ports/host_ports.h"
 
 #include "database/environment.h"
+#include "database/jet_import/readable_copy.h"
 #include "support/host.h"
 #include "support/language.h"
 
@@ -18,6 +19,7 @@ wizard::Ports host_ports(support::Registry& registry, wizard::UserPort& user, co
     return support::create_language(class_name, program_folder);
   };
   ports.open_engine = engine::open_engine;
+  ports.readable_copy = jet_import::readable_copy;
   ports.now = [] { return database::Environment{}.present(); };
   ports.own_folder = own_folder;
   return ports;

@@ -1,6 +1,8 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include "database/jet_import/readable_copy.h"
+#include "database/lab_definitions.h"
 #include "tests/apps/program_run.h"
 #include "tests/import/posix/jet3_file.h"
 
@@ -128,6 +130,38 @@ TEST_F(Jet3, FilesWithTornOrOverfullValuesAreRefused) {
     EXPECT_THAT(import(write(file)).err, StartsWith(row.message));
     EXPECT_EQ(folder_.snapshot().size(), 1U);
   }
+}
+
+TEST_F(Jet3, FilesLendTheirPreferencesToANewDatabase) {
+  jet3::File lookup("brimol");
+  lookup.add({"LabDefs", {{"type", Type::Int}}, {{bytes_of<std::int16_t>(1)}, {bytes_of<std::int16_t>(2)}}, ""});
+  lookup.add({"preferredinsulin", {{"desc", Type::Text, 50}, {"picture", Type::Ole}}, {{"Insulin \xE4", {}}}, ""});
+  const std::string patient = folder_.file("new.das");
+  ASSERT_EQ(run_patientdb({"create", patient}, no_password).code, 0);
+  support::FileSystem& files = support::host_file_system();
+  database::Environment environment;
+  const auto merge = [&] {
+    const auto engine = engine::open_engine("DAO.DBEngine.36");
+    const auto open = engine->open_database(files.windows_path(patient), false, false, "");
+    return db_MergePreferences(environment, *open, files.windows_path(folder_.file("old.mdb")));
+  };
+  write(lookup);
+  EXPECT_FALSE(merge());
+  EXPECT_THAT(rows("SELECT count(*) FROM labdefs"), HasSubstr("[[15]]")) << "nothing reads Jet files here";
+
+  environment.readable_copy = jet_import::readable_copy;
+  EXPECT_FALSE(merge()) << "preferredmedicals is not there";
+  EXPECT_THAT(rows("SELECT type FROM labdefs"), HasSubstr("[[1],[2]]"));
+  EXPECT_THAT(rows("SELECT [desc] FROM preferredinsulin"), HasSubstr("[[\"Insulin ä\"]]"));
+  lookup.add({"preferredmedicals", {{"desc", Type::Text, 50}}, {{"Metformin"}}, ""});
+  write(lookup);
+  EXPECT_TRUE(merge());
+  EXPECT_THAT(rows("SELECT [desc] FROM preferredmedicals"), HasSubstr("[[\"Metformin\"]]"));
+
+  folder_.write("old.mdb", lookup.content().substr(0, 4096));
+  EXPECT_FALSE(merge());
+  EXPECT_THAT(rows("SELECT [desc] FROM preferredmedicals"), HasSubstr("[[\"Metformin\"]]"))
+      << "a torn file costs nothing";
 }
 
 }  // namespace
