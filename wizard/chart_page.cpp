@@ -33,6 +33,7 @@ void ChartPage::prepare(int limit) {
 }
 
 std::string ChartPage::picture_file(std::string_view prefix, std::string_view key) const {
+  if (key.find_first_of("\\/:") != std::string_view::npos) return {};
   return join_path(join_path(context_.config.own_folder, "pics"), std::string(prefix) + std::string(key) + ".jpg");
 }
 
@@ -178,7 +179,8 @@ void ChartPage::scroll() {
 }
 
 void ChartPage::open_screenshot() {
-  context_.ports.user->open_file(picture_file("ss_", context_.form.at("lblChartInfoTitle").tag()));
+  const std::string file = picture_file("ss_", context_.form.at("lblChartInfoTitle").tag());
+  if (!file.empty()) context_.ports.user->open_file(file);
 }
 
 }  // namespace wizard

@@ -37,6 +37,7 @@ class ChartPage {
     std::string title, description;
   };
   Texts texts_of(std::string_view key) const;
+  /// Empty for a key that would lead out of the pictures' folder.
   std::string picture_file(std::string_view prefix, std::string_view key) const;
   std::vector<std::string> catalogue_keys() const;
   std::int32_t slide_width() const;

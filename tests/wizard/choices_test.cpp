@@ -183,6 +183,21 @@ TEST_F(Charts, AClickShowsTheChartAndTheLimitUnticksTheFifth) {
   EXPECT_EQ(user.log.back(), "open " + path("pics\\ss_day.jpg"));
 }
 
+TEST_F(Charts, AKeyThatLeadsOutOfTheFolderHasNoPictures) {
+  write("pics\\ss_\\x.jpg", "jpeg");
+  write("secret.jpg", "jpeg");
+  write("pelmar.ini",
+        "[setup]\ndisplay=pics|Fertig\n[CHARTS]\n\\x=10^11\n\\..\\..\\secret=10^11\n/../../secret=10^11\n");
+  start();
+  for (int chart = 0; chart < 3; ++chart) {
+    EXPECT_EQ(control("optThumb", chart).picture(), "");
+    tick(chart);
+    EXPECT_FALSE(control("cmdViwPic").enabled()) << control("optThumb", chart).tag();
+    wizard().click("cmdViwPic");
+  }
+  EXPECT_THAT(user.log, ::testing::Not(::testing::Contains(::testing::StartsWith("open"))));
+}
+
 TEST_F(Charts, AnEmptyCatalogueLeavesAnEmptyPage) {
   write("pelmar.ini", "[setup]\ndisplay=pics|Fertig\n");
   start();
