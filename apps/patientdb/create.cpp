@@ -2,10 +2,10 @@
 
 #include "apps/patientdb/command.h"
 #include "apps/patientdb/database_file.h"
+#include "apps/patientdb/tool_environment.h"
 #include "database/create_database.h"
 #include "database/new_file.h"
 #include "support/file_system.h"
-#include "support/language.h"
 
 namespace patientdb {
 namespace {
@@ -36,32 +36,22 @@ database::SettingsRecord initial_settings() {
   return settings;
 }
 
-using Texts = std::unique_ptr<support::LanguageComponent>;
-
-/// The German texts beside the program; null without them, and the texts in the database are empty then.
-Texts german_texts(const console::Console& console) {
-  if (console.program_folder.empty()) return nullptr;
-  return support::open_text_table(support::host_file_system().windows_path(console.program_folder), "");
-}
-
-void create_with_password(const std::string& path, const std::string& word, const database::PatientRecord& patient,
-                          const Texts& texts) {
-  database::Environment environment;
-  environment.password = word;
-  environment.language = texts.get();
+void create_with_password(const database::Environment& environment, const std::string& path,
+                          const database::PatientRecord& patient) {
   support::RuntimeError failure(51, "the database could not be created");
   if (database::CreatePatientDatabase(environment, path, patient, initial_settings(), &failure) != 1) throw failure;
 }
 
 /// A patient database is born with a password: it is taken off before the file appears under its name.
-void create_without_password(const std::string& path, const database::PatientRecord& patient, const Texts& texts) {
+void create_without_password(database::Environment environment, const std::string& path,
+                             const database::PatientRecord& patient) {
   support::FileSystem& files = support::host_file_system();
   const std::string unfinished = path + "." + std::to_string(std::random_device{}());
-  const std::string word(database::default_password);
+  const std::string& word = environment.password = database::default_password;
   if (files.file_size(path)) throw support::RuntimeError(3204, "Database already exists.");
-  create_with_password(unfinished, word, patient, texts);
+  create_with_password(environment, unfinished, patient);
   try {
-    const auto engine = database::create_engine({}, false);
+    const auto engine = database::create_engine(environment, false);
     const auto database = engine->open_database(unfinished, true, false, "MS Access;pwd=" + word);
     database->new_password(word, "");
     database->close();
@@ -73,8 +63,8 @@ void create_without_password(const std::string& path, const database::PatientRec
   }
 }
 
-void create_empty(const std::string& path, const std::string& word) {
-  database::NewFile file({}, path, word);
+void create_empty(const database::Environment& environment, const std::string& path) {
+  database::NewFile file(environment, path, environment.password);
   // The engine writes the file with the first change.
   engine::Transaction change(file.database());
   file.database().execute("CREATE TABLE first_change (id LONG)");
@@ -95,17 +85,19 @@ database::PatientRecord patient_of(const console::Arguments& arguments) {
 int run(const console::Arguments& arguments, console::Console& console) {
   arguments.expect_operands(1, 1, usage);
   const std::string& file = arguments.operands().front();
-  const std::string path = database_path(file), word = password(arguments, console);
+  const std::string path = database_path(file);
+  const ToolEnvironment tool(arguments, console);
+  const database::Environment& environment = tool.get();
   const database::PatientRecord patient = patient_of(arguments);
-  check_new_password(word);
+  check_new_password(environment.password);
   if (!arguments.has("--empty")) {
-    const Texts texts = german_texts(console);
-    word.empty() ? create_without_password(path, patient, texts) : create_with_password(path, word, patient, texts);
+    environment.password.empty() ? create_without_password(environment, path, patient)
+                                 : create_with_password(environment, path, patient);
   } else {
     for (const std::string_view other : {"--name", "--firstname", "--diabetes-type", "--therapy"}) {
       if (arguments.has(other)) throw console::UsageError("An empty database has no patient: " + std::string(other));
     }
-    create_empty(path, word);
+    create_empty(environment, path);
   }
   console.out << file << " created\n";
   return console::exit_done;

@@ -1,6 +1,7 @@
 #include "apps/patientdb/database_file.h"
 
 #include "apps/patientdb/command.h"
+#include "apps/patientdb/engine_option.h"
 #include "database/environment.h"
 #include "database/new_file.h"
 #include "support/encoding.h"
@@ -48,7 +49,9 @@ std::string database_path(std::string_view host_path) {
 OpenDatabase open_database(const console::Arguments& arguments, const console::Console& console, Access access) {
   const std::string word = password(arguments, console);
   OpenDatabase open;
-  open.engine = database::create_engine({}, false);
+  database::Environment environment;
+  environment.open_engine = engine_of(arguments);
+  open.engine = database::create_engine(environment, false);
   open.database = open.engine->open_database(database_path(arguments.operands().front()), false,
                                              access == Access::ReadOnly, word.empty() ? "" : "MS Access;pwd=" + word);
   return open;

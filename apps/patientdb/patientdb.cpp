@@ -5,6 +5,7 @@
 
 #include "apps/console/journal.h"
 #include "apps/patientdb/command.h"
+#include "apps/patientdb/engine_option.h"
 #include "support/file_system.h"
 
 namespace patientdb {
@@ -33,7 +34,7 @@ void write_help(std::ostream& out) {
 /// The command's own ones and those that all have.
 std::vector<console::Option> options_of(const Command& command) {
   std::vector<console::Option> options(command.options.begin(), command.options.end());
-  options.insert(options.end() - 1, console::journal_option);
+  options.insert(options.end() - 1, {engine_option, console::journal_option});
   return options;
 }
 
@@ -57,6 +58,7 @@ int run_command(const Command& command, std::span<const std::string> words, cons
       return console::exit_done;
     }
     const console::Arguments arguments(options_of(command), words);
+    engine_of(arguments);  // a wrong name is told by every command
     const auto journal = open_journal(arguments, console);
     return command.run(arguments, console);
   });

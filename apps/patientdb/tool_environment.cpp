@@ -3,6 +3,7 @@
 #include <ostream>
 
 #include "apps/patientdb/database_file.h"
+#include "apps/patientdb/engine_option.h"
 #include "support/file_system.h"
 
 namespace patientdb {
@@ -13,6 +14,7 @@ ToolEnvironment::ToolEnvironment(const console::Arguments& arguments, const cons
   }
   environment_.password = password(arguments, console);
   environment_.language = texts_.get();
+  environment_.open_engine = engine_of(arguments);
 }
 
 SkippedStatementLines::SkippedStatementLines(std::ostream& err) {

@@ -9,7 +9,8 @@
 
 namespace patientdb {
 
-/// Password by the arguments, German texts from beside the program where they lie there. Questions are not asked.
+/// Password and engine by the arguments, German texts from beside the program where they lie there. Questions are not
+/// asked.
 class ToolEnvironment {
  public:
   ToolEnvironment(const console::Arguments& arguments, const console::Console& console);

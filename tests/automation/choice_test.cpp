@@ -1,5 +1,8 @@
 #include <gmock/gmock.h>
 
+#include <sstream>
+
+#include "apps/patientdb/patientdb.h"
 #include "database/create_database.h"
 #include "database/new_file.h"
 #include "database/patient.h"
@@ -12,6 +15,7 @@ namespace {
 
 using engine::test::error_number;
 using testing::HasSubstr;
+using testing::StartsWith;
 
 class Choice : public engine::test::EngineTest {
  protected:
@@ -89,6 +93,31 @@ TEST_F(Choice, MakesAPatientDatabaseThroughAutomation) {
               std::vector<std::string>{"60"});
   }
   EXPECT_EQ(living_objects(), before);
+}
+
+/// What the console tool says of its failure; "" where it succeeds.
+std::string complaint_of_tool(std::vector<std::string> arguments) {
+  std::ostringstream out, err;
+  console::Console console{out, err, [](std::string_view) -> std::optional<std::string> { return ""; }, ""};
+  patientdb::run(arguments, console);
+  return err.str();
+}
+
+TEST_F(Choice, IsTheUsersWhereTheToolIsToldOf) {
+  const Registration registration({newer_engine});
+  const auto tool = [&](std::string_view command, std::string_view name, const char* engine) {
+    std::vector<std::string> arguments{std::string(command), path(name), "--engine", engine};
+    if (command == "create") arguments.emplace_back("--empty");
+    return complaint_of_tool(arguments);
+  };
+  EXPECT_EQ(tool("create", "auto.das", "auto"), "");
+  EXPECT_EQ(tool("create", "jet.das", "automation"), "");
+  EXPECT_EQ(tool("create", "ours.das", "embedded"), "");
+  EXPECT_TRUE(is_jet_file("auto.das") && is_jet_file("jet.das") && !is_jet_file("ours.das"));
+  EXPECT_EQ(tool("schema", "jet.das", "auto") + tool("schema", "ours.das", "auto"), "");
+  EXPECT_EQ(tool("schema", "jet.das", "automation") + tool("schema", "ours.das", "embedded"), "");
+  EXPECT_THAT(tool("schema", "jet.das", "embedded"), StartsWith("error 3343: "));
+  EXPECT_THAT(tool("schema", "ours.das", "automation"), StartsWith("error 3343: "));
 }
 
 }  // namespace
