@@ -131,9 +131,10 @@ float db_IP_CalcBasal(const Environment& environment, const Target& target, cons
 
 namespace {
 
-std::string picture(const char* pattern, int first, int second, int third = 0) {
+template <typename... Numbers>
+std::string picture(const char* pattern, Numbers... numbers) {
   std::array<char, 48> text{};
-  const int length = std::snprintf(text.data(), text.size(), pattern, first, second, third);
+  const int length = std::snprintf(text.data(), text.size(), pattern, numbers...);
   return {text.data(), static_cast<std::size_t>(length)};
 }
 
