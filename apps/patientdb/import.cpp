@@ -18,8 +18,8 @@ constexpr std::string_view details =
 and indexes, and all rows; queries, forms and relations stay behind. SOURCE is not changed. Where a table's rows are not as
 many as the file says, or anything cannot be read or held, nothing is left of TARGET.
 
-Money and decimal numbers become Double, replication numbers Text. A field of bytes or embedded objects is error 3259 unless
-it is left out.
+Money becomes Double. A field of bytes or embedded objects is error 3259 unless it is left out. Decimal and replication
+numbers become Double and Text on Linux; on Windows they are as those fields.
 
 TARGET's password is that of the other commands. SOURCE's is the same one, unless PATIENTDB_SOURCE_PASSWORD or
 --source-password-file gives another.)";

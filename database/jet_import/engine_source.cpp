@@ -1,6 +1,7 @@
 #include "database/jet_import/engine_source.h"
 
 #include <algorithm>
+#include <cmath>
 #include <utility>
 
 namespace jet_import {
@@ -16,10 +17,13 @@ bool is_held_by_ours(engine::DataType type) {
   return std::ranges::find(types, type) != std::end(types);
 }
 
+/// A type of the automation objects alone; its values arrive as Double.
+constexpr auto money = static_cast<engine::DataType>(5);
+
 SourceField field_of(const engine::Field& field) {
   SourceField found;
   found.name = field.name();
-  found.type = field.type();
+  found.type = field.type() == money ? engine::DataType::Double : field.type();
   found.size = found.type == engine::DataType::Text ? field.size() : 0;
   found.attributes = field.attributes();
   found.ordinal_position = field.ordinal_position();
@@ -42,7 +46,7 @@ SourceTable table_of(engine::TableDef& table) {
   found.name = table.name();
   for (std::int32_t i = 0; i < table.fields().count(); ++i) {
     const auto field = table.fields().item(i);
-    if (is_held_by_ours(field->type())) {
+    if (is_held_by_ours(field->type()) || field->type() == money) {
       found.fields.push_back(field_of(*field));
     } else {
       found.foreign_fields.push_back(field->name());
@@ -63,6 +67,12 @@ std::string query_of(const SourceTable& table) {
   return sql + " FROM [" + table.name + "]";
 }
 
+/// Money has four decimals, and a Double holds 15 digits.
+void check_money(double amount) {
+  constexpr double first_rounded = 1e11;
+  if (std::abs(amount) >= first_rounded) throw support::RuntimeError(6, "Overflow: " + engine::to_text(amount));
+}
+
 class EngineRows : public SourceRows {
  public:
   explicit EngineRows(std::unique_ptr<engine::Recordset> rows) : rows_(std::move(rows)) {}
@@ -70,7 +80,12 @@ class EngineRows : public SourceRows {
     if (std::exchange(started_, true)) rows_->move_next();
     return !rows_->eof();
   }
-  engine::Value value(std::size_t field) override { return rows_->value(static_cast<std::int32_t>(field)); }
+  engine::Value value(std::size_t field) override {
+    const auto position = static_cast<std::int32_t>(field);
+    engine::Value found = rows_->value(position);
+    if (rows_->field_type(position) == money && !engine::is_null(found)) check_money(engine::to_double(found));
+    return found;
+  }
 
  private:
   std::unique_ptr<engine::Recordset> rows_;
