@@ -265,7 +265,7 @@ TEST_F(Programs, ResultsOfSqliteMapToTheEnginesNumbers) {
   constexpr std::pair<int, int> rows[] = {
       {SQLITE_BUSY, 3045},     {SQLITE_LOCKED, 3211},     {SQLITE_READONLY, 3027}, {SQLITE_FULL, 3043},
       {SQLITE_IOERR, 3043},    {SQLITE_IOERR_READ, 3043}, {SQLITE_CORRUPT, 3343},  {SQLITE_NOTADB, 3343},
-      {SQLITE_CANTOPEN, 3024}, {SQLITE_NOMEM, 7},         {SQLITE_TOOBIG, 14},     {SQLITE_CONSTRAINT, 3022},
+      {SQLITE_CANTOPEN, 3051}, {SQLITE_NOMEM, 7},         {SQLITE_TOOBIG, 14},     {SQLITE_CONSTRAINT, 3022},
       {SQLITE_INTERNAL, 51},
   };
   for (const auto& [result, number] : rows) {

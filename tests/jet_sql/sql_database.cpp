@@ -60,7 +60,7 @@ std::string cell(sqlite3_stmt* statement, int column, engine::DataType type) {
   }
 }
 
-std::string quoted(std::string_view name) {
+std::string quoted_name(std::string_view name) {
   std::string text = "\"";
   for (const char character : name) text.append(character == '"' ? 2 : 1, character);
   return text += '"';
@@ -69,7 +69,7 @@ std::string quoted(std::string_view name) {
 std::string column_declaration(const FieldDefinition& field) {
   const bool text = field.type == engine::DataType::Text || field.type == engine::DataType::Memo;
   const bool whole = field.type <= engine::DataType::Long;
-  return quoted(field.name) + " " + (text ? "TEXT COLLATE JET" : whole ? "INTEGER" : "REAL");
+  return quoted_name(field.name) + " " + (text ? "TEXT COLLATE JET" : whole ? "INTEGER" : "REAL");
 }
 
 }  // namespace
@@ -114,7 +114,7 @@ void SqlDatabase::create(const TableDefinition& table) {
   for (const FieldDefinition& field : table.fields) {
     columns += (columns.empty() ? "" : ", ") + column_declaration(field);
   }
-  sqlite("CREATE TABLE " + quoted(table.name) + "(" + columns + ")");
+  sqlite("CREATE TABLE " + quoted_name(table.name) + "(" + columns + ")");
   tables_.tables.push_back(std::make_unique<TableDefinition>(table));
   tables_.tables.back()->indexes.clear();
   for (const IndexDefinition& index : table.indexes) create(table.name, index);
@@ -122,9 +122,9 @@ void SqlDatabase::create(const TableDefinition& table) {
 
 void SqlDatabase::create(const std::string& name, const IndexDefinition& index) {
   std::string fields;
-  for (const std::string& field : index.fields) fields += (fields.empty() ? "" : ", ") + quoted(field);
-  sqlite(std::string("CREATE ") + (index.unique ? "UNIQUE " : "") + "INDEX " + quoted(name + "." + index.name) +
-         " ON " + quoted(name) + "(" + fields + ")");
+  for (const std::string& field : index.fields) fields += (fields.empty() ? "" : ", ") + quoted_name(field);
+  sqlite(std::string("CREATE ") + (index.unique ? "UNIQUE " : "") + "INDEX " + quoted_name(name + "." + index.name) +
+         " ON " + quoted_name(name) + "(" + fields + ")");
   for (const auto& table : tables_.tables) {
     if (support::equal_ignoring_case(table->name, name)) table->indexes.push_back(index);
   }
@@ -133,7 +133,7 @@ void SqlDatabase::create(const std::string& name, const IndexDefinition& index) 
 std::int64_t SqlDatabase::next_number(const std::string& name) {
   const TableDefinition& table = *tables_.find_table(name);
   const auto statement =
-      prepare("SELECT coalesce(max(" + quoted(table.auto_number()->name) + "), 0) + 1 FROM " + quoted(name));
+      prepare("SELECT coalesce(max(" + quoted_name(table.auto_number()->name) + "), 0) + 1 FROM " + quoted_name(name));
   return sqlite3_step(statement.get()) == SQLITE_ROW ? sqlite3_column_int64(statement.get(), 0) : 0;
 }
 
