@@ -21,7 +21,7 @@ std::string without_bars(std::string_view name) {
   return text;
 }
 
-engine::Date day_of(engine::Date moment) { return {std::floor(moment.days)}; }
+engine::Date day_of(engine::Date moment) { return {std::trunc(moment.days)}; }
 
 /// Puts the choice in the place of the plan's items of this type. Items with the chosen name stay as they are, doses
 /// and comments included.

@@ -94,7 +94,7 @@ std::string date_piece(const Piece& piece, const Moment& moment, bool behind_hou
 std::string format_date(double days, std::string_view picture) {
   if (const NamedPicture* const named = find_named(kDatePictures, picture)) {
     if (named->name == "general date") return date_text(days);
-    if (named->name == "short date") return support::short_date_text(std::floor(days));
+    if (named->name == "short date") return support::short_date_text(std::trunc(days));
     picture = named->picture;
   }
   const Moment moment = to_moment(days);
