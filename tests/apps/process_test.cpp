@@ -1,51 +1,22 @@
 // The programs as a user starts them, and a machine that denies them something.
+#include "tests/apps/process_test.h"
+
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 #include <sys/resource.h>
 #include <sys/stat.h>
-#include <sys/wait.h>
-#include <unistd.h>
 
 #include <csignal>
-#include <cstdlib>
-#include <functional>
-
-#include "tests/apps/program_run.h"
 
 namespace {
 
+using apps_test::become_ordinary_user;
 using apps_test::content_of;
+using apps_test::in_child;
 using apps_test::Outcome;
 using testing::HasSubstr;
 using testing::StartsWith;
-
-class Process : public testing::Test {
- protected:
-  /// What a shell that runs `command` says; $BIN is the programs' folder.
-  Outcome shell(const std::string& command) const {
-    const std::string out = outside_.file("out"), err = outside_.file("err");
-    const std::string line = "BIN='" BUILD_DIR "/bin'; { " + command + "\n} >'" + out + "' 2>'" + err + "'";
-    const int status = std::system(line.c_str());
-    return {WEXITSTATUS(status), content_of(out), content_of(err)};
-  }
-
-  apps_test::TemporaryFolder folder_, outside_;
-};
-
-/// Runs `body` in a child process and returns what it returns.
-int in_child(const std::function<int()>& body) {
-  const pid_t child = fork();
-  if (child == 0) _exit(body());
-  int status = 0;
-  waitpid(child, &status, 0);
-  return WIFEXITED(status) ? WEXITSTATUS(status) : -1;
-}
-
-/// Gives up the rights of root, who may write everywhere.
-void become_ordinary_user() {
-  constexpr uid_t nobody = 65534;
-  if (getuid() == 0 && (setgid(nobody) != 0 || setuid(nobody) != 0)) _exit(99);
-}
+using Process = apps_test::ProcessTest;
 
 TEST_F(Process, TakesUmlautsPasswordAndExitCodesThroughTheRealMain) {
   const std::string file = folder_.file("Größe.das");

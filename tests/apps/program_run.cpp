@@ -41,9 +41,9 @@ Outcome run_patientdb(const std::vector<std::string>& arguments, const Environme
 
 Outcome run_batch(const std::vector<std::string>& arguments) { return run(firststeps_batch::run, arguments, {}); }
 
-TemporaryFolder::TemporaryFolder() {
+TemporaryFolder::TemporaryFolder(const fs::path& parent) {
   const auto token = static_cast<unsigned long long>(std::random_device{}());
-  path_ = fs::temp_directory_path() / ("test_apps." + std::to_string(token));
+  path_ = parent / ("test_apps." + std::to_string(token));
   fs::create_directories(path_);
 }
 

@@ -23,7 +23,7 @@ Outcome run_batch(const std::vector<std::string>& arguments);
 
 class TemporaryFolder {
  public:
-  TemporaryFolder();
+  explicit TemporaryFolder(const std::filesystem::path& parent = std::filesystem::temp_directory_path());
   ~TemporaryFolder();
   TemporaryFolder(const TemporaryFolder&) = delete;
   TemporaryFolder& operator=(const TemporaryFolder&) = delete;
