@@ -103,6 +103,20 @@ std::string complaint_of_tool(std::vector<std::string> arguments) {
   return err.str();
 }
 
+TEST_F(Choice, UpgradesAPatientDatabaseThroughAutomationAfterACopy) {
+  const Registration registration({newer_engine});
+  const std::string file = path("old.das");
+  EXPECT_EQ(complaint_of_tool({"create", file, "--name", "M", "--firstname", "J"}), "");
+  EXPECT_EQ(complaint_of_tool(
+                {"sql", file, "UPDATE db_info SET MinVersion = 40", "ALTER TABLE insulinpump DROP COLUMN importid"}),
+            "");
+  EXPECT_EQ(complaint_of_tool({"upgrade", file, "--yes"}), "");
+  EXPECT_TRUE(is_jet_file("old.das") && is_jet_file("old.4.40.das"));
+  const auto upgraded = open_by_choice("old.das");
+  EXPECT_EQ(engine::test::column(*upgraded, "db_info", "MinVersion"), std::vector<std::string>{"60"});
+  EXPECT_EQ(error_number([&] { upgraded->table_defs().item("insulinpump")->fields().item("importid"); }), 0);
+}
+
 TEST_F(Choice, IsTheUsersWhereTheToolIsToldOf) {
   const Registration registration({newer_engine});
   const auto tool = [&](std::string_view command, std::string_view name, const char* engine) {

@@ -7,6 +7,7 @@
 
 #include "database/engine/engine_choice.h"
 #include "support/win32/dispatch.h"
+#include "support/win32/handle.h"
 #include "tests/automation/registration.h"
 #include "tests/automation/server_library.h"
 #include "tests/engine/test_database.h"
@@ -133,6 +134,30 @@ TEST_F(Objects, OfOneDatabaseHaveTransactionsOfTheirOwn) {
   first->rollback_transaction();
   EXPECT_EQ(engine::test::column(*first, "things", "name").size(), 0U);
   EXPECT_EQ(engine::test::column(*second, "things", "name").size(), 1U);
+}
+
+TEST_F(Objects, SaveACopyOfAFileThatIsTheirsAlone) {
+  add_things(*create("test.das", "geheim"));
+  EXPECT_EQ(error_number([&] { open("test.das", "geheim")->save_copy(path("copy.das")); }), 3251) << "not exclusively";
+  write("taken.das", "something else");
+  const auto database = open("test.das", "geheim", false, true);
+  {
+    engine::Transaction transaction{*database};
+    EXPECT_EQ(error_number([&] { database->save_copy(path("copy.das")); }), 3246);
+  }
+  EXPECT_EQ(error_number([&] { database->save_copy(path("taken.das")); }), 3204);
+  EXPECT_EQ(error_number([&] { database->save_copy(path("nowhere") + "\\copy.das"); }), 3044);
+  {
+    const support::FileHandle writer(CreateFileW(host_path().c_str(), GENERIC_WRITE, FILE_SHARE_READ | FILE_SHARE_WRITE,
+                                                 nullptr, OPEN_EXISTING, 0, nullptr));
+    EXPECT_EQ(error_number([&] { database->save_copy(path("copy.das")); }), 3045) << "somebody may write";
+  }
+  EXPECT_FALSE(exists("copy.das"));
+  EXPECT_EQ(content("taken.das"), "something else");
+  database->save_copy(path("copy.das"));
+  EXPECT_EQ(content("copy.das"), content("test.das"));
+  database->execute("INSERT INTO things (name) VALUES ('open again')");
+  EXPECT_EQ(engine::test::column(*database, "things", "name").size(), 1U);
 }
 
 }  // namespace

@@ -1,6 +1,8 @@
 #include "database/engine/automation/automation_database.h"
 
 #include "database/engine/automation/automation_recordset.h"
+#include "database/engine/automation/file_copy.h"
+#include "support/file_system.h"
 
 namespace engine::automation {
 
@@ -96,6 +98,35 @@ void AutomationDatabase::rollback_transaction() {
   in_transaction_ = false;
   workspace_.call(L"Rollback");
   tables_.forget();
+}
+
+void AutomationDatabase::copy_closed_file(std::string_view path) const {
+  copy_database_file(path_, path);
+  try {
+    exclusive_open_(workspace_, path, true).call(L"Close");
+  } catch (const support::RuntimeError&) {
+    support::host_file_system().remove(path);
+    throw support::RuntimeError(3343, "Unrecognized database format: the copy cannot be opened.");
+  }
+}
+
+void AutomationDatabase::save_copy(std::string_view path) {
+  open();
+  if (in_transaction_) throw support::RuntimeError(3246, "Operation is not supported in transactions.");
+  if (!exclusive_open_) {
+    throw support::RuntimeError(3251, "Operation is not supported for a database that was not opened exclusively.");
+  }
+  tables_.forget();
+  database_.call(L"Close");
+  database_.reset();
+  std::optional<support::RuntimeError> failure;
+  try {
+    copy_closed_file(path);
+  } catch (const support::RuntimeError& error) {
+    failure = error;
+  }
+  database_ = exclusive_open_(workspace_, path_, false);
+  if (failure) throw support::RuntimeError(*failure);
 }
 
 }  // namespace engine::automation

@@ -3,6 +3,7 @@
 #pragma once
 
 #include <cstdint>
+#include <functional>
 #include <memory>
 #include <string>
 #include <string_view>
@@ -13,10 +14,18 @@
 
 namespace engine::automation {
 
+/// Opens a database file of the same password in the same workspace.
+using OpenFile = std::function<Object(const Object& workspace, std::string_view path, bool read_only)>;
+
 class AutomationDatabase : public Database {
  public:
-  AutomationDatabase(Object engine, Object workspace, Object database)
-      : engine_(std::move(engine)), workspace_(std::move(workspace)), database_(std::move(database)) {}
+  /// `exclusive_open` opens files as this one was opened; empty where it was not opened exclusively.
+  AutomationDatabase(Object engine, Object workspace, Object database, std::string_view path, OpenFile exclusive_open)
+      : engine_(std::move(engine)),
+        workspace_(std::move(workspace)),
+        database_(std::move(database)),
+        path_(path),
+        exclusive_open_(std::move(exclusive_open)) {}
   ~AutomationDatabase() override;
   AutomationDatabase(const AutomationDatabase&) = delete;
   AutomationDatabase& operator=(const AutomationDatabase&) = delete;
@@ -32,18 +41,25 @@ class AutomationDatabase : public Database {
   void begin_transaction() override;
   void commit_transaction() override;
   void rollback_transaction() override;
+  /// 3251 unless the database was opened exclusively. It is closed for the time of the copying, and stays closed where
+  /// it cannot be opened again; objects of it must not be used any more.
+  void save_copy(std::string_view path) override;
 
  private:
   /// The database; 3420 once it is closed.
   const Object& open() const;
   /// 3034 without a transaction.
   void require_transaction() const;
+  /// The copy of the closed file; on failure none is left.
+  void copy_closed_file(std::string_view path) const;
 
   // Released in the reverse order.
   Object engine_;
   Object workspace_;
   Object database_;
   AutomationTableDefs tables_{database_};
+  std::string path_;
+  OpenFile exclusive_open_;
   std::int32_t affected_ = 0;
   bool in_transaction_ = false;
 };

@@ -18,15 +18,20 @@ class AutomationEngine : public Engine {
     Object space = workspace();
     Object database = space.object(Kind::Database, L"CreateDatabase", Variant::of_text(path), Variant::of_text(locale),
                                    Variant::of_long(version));
-    return std::make_unique<AutomationDatabase>(engine_, std::move(space), std::move(database));
+    return std::make_unique<AutomationDatabase>(engine_, std::move(space), std::move(database), path, OpenFile());
   }
 
   std::unique_ptr<Database> open_database(std::string_view path, bool exclusive, bool read_only,
                                           std::string_view connect) override {
+    const auto open = [exclusive, connect = std::string(connect)](const Object& space, std::string_view file,
+                                                                  bool only_read) {
+      return space.object(Kind::Database, L"OpenDatabase", Variant::of_text(file), Variant::of_flag(exclusive),
+                          Variant::of_flag(only_read), Variant::of_text(connect));
+    };
     Object space = workspace();
-    Object database = space.object(Kind::Database, L"OpenDatabase", Variant::of_text(path), Variant::of_flag(exclusive),
-                                   Variant::of_flag(read_only), Variant::of_text(connect));
-    return std::make_unique<AutomationDatabase>(engine_, std::move(space), std::move(database));
+    Object database = open(space, path, read_only);
+    return std::make_unique<AutomationDatabase>(engine_, std::move(space), std::move(database), path,
+                                                exclusive && !read_only ? OpenFile(open) : OpenFile());
   }
 
  private:
