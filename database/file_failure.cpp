@@ -5,8 +5,9 @@
 namespace database {
 
 bool is_file_failure(const support::RuntimeError& error) noexcept {
-  constexpr int disk_error = 3043, in_use = 3045, not_opened = 3051;
-  return error.number() == disk_error || error.number() == in_use || error.number() == not_opened;
+  constexpr int disk_error = 3043, in_use = 3045, not_opened = 3051, damaged = 3343;
+  const int number = error.number();
+  return number == disk_error || number == in_use || number == not_opened || number == damaged;
 }
 
 FileFailures::FileFailures()

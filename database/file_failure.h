@@ -6,7 +6,7 @@
 
 namespace database {
 
-/// Disk error or full disk, in use elsewhere, cannot be opened.
+/// Disk error or full disk, in use elsewhere, cannot be opened, damaged.
 bool is_file_failure(const support::RuntimeError& error) noexcept;
 
 /// Notices them among the statements that are passed over while it lives.

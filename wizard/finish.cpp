@@ -4,6 +4,7 @@
 #include <string>
 
 #include "database/create_database.h"
+#include "database/file_failure.h"
 #include "database/lab_definitions.h"
 #include "database/patient.h"
 #include "database/settings.h"
@@ -104,11 +105,14 @@ void Finish::save_profile() {
 void Finish::gather() {
   const database::Environment environment = context_.environment();
   const bool known = !professional() && database_usable_;
+  const database::FileFailures failures;
   if (known) database::db_GetPatient(environment, database_, 0, patient_);
   stored_therapy_ = patient_.therapy;
   gather_patient(context_.form, patient_);
   const bool read = known && database::db_GetSettings(environment, database_, stored_settings_);
   if (!read) database::GetTimeZones(environment, "", stored_settings_.zones, true);
+  // What could not be read would be written back empty.
+  if (known && failures.any()) database_usable_ = false;
   settings_ = stored_settings_;
   if (!read) pages_.targets.gather_presets(settings_);
   pages_.targets.gather(settings_);
@@ -150,9 +154,9 @@ void Finish::merge_preferences() {
 void Finish::save_patient() {
   if (database_.empty()) return;
   if (!database_usable_) {
-    // Its fields were never shown: what the pages hold must not replace them.
+    // Its fields were not shown, or are not known now: what the pages hold must not replace them.
     if (pages_.HasCurrentDB)
-      writer_.problem(FinishReport::What::File, database_, "patient", "the database could not be read at the start");
+      writer_.problem(FinishReport::What::File, database_, "patient", "the database could not be read");
     return;
   }
   const database::Environment environment = context_.environment();
@@ -163,7 +167,12 @@ void Finish::save_patient() {
 }
 
 void Finish::save_therapy_plan() {
+  const database::FileFailures failures;
   auto plan = plan_to_save();
+  if (failures.any()) {
+    writer_.problem(FinishReport::What::File, database_, "therapy plan", "the newest plan could not be read");
+    return;
+  }
   if (!plan) return;
   writer_.file(database_, "therapy plan",
                [&] { return database::db_SaveTherapyPlan(context_.environment(), database_, *plan); });

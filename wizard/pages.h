@@ -14,7 +14,7 @@ struct Pages {
 
   StepList steps;
   bool HasCurrentDB = false;   ///< a database was known at start-up; always true in the professional edition
-  bool database_read = false;  ///< that database could be opened, so the pages show what it holds
+  bool database_read = false;  ///< that database could be read, so the pages show what it holds
   TargetsPage targets;
   InsulinPage insulin;
   ChartPage charts;

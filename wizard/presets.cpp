@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "database/create_database.h"
+#include "database/file_failure.h"
 #include "support/common_code.h"
 #include "support/error.h"
 #include "wizard/folder_page.h"
@@ -86,8 +87,8 @@ void preset_from_databases(Context& context, Pages& pages) {
   std::unique_ptr<engine::Engine> engine;
   std::unique_ptr<engine::Database> known;
   const std::string& path = context.config.CurrentDB;
+  const database::FileFailures failures;
   procedure.step([&] { database::OpenPatientDatabase(context.environment(), path, true, false, engine, known); });
-  pages.database_read = known != nullptr;
   procedure.step([&] { preset_patient(context, pages, known.get()); });
   procedure.step([&] {
     if (known)
@@ -95,6 +96,7 @@ void preset_from_databases(Context& context, Pages& pages) {
     else if (path.empty() && support::file_test(*context.ports.files, context.config.LookupDB))
       offer_insulins(context, pages, context.config.LookupDB);
   });
+  pages.database_read = known != nullptr && !failures.any();
 }
 
 void build_steps(Context& context, Pages& pages) {

@@ -48,7 +48,7 @@ class DatabaseFaults : public OldLayout {
                         : found == after ? " with the state after"
                                          : " in between");
     };
-    faults::sweep(name, {prepare, run, check});
+    faults::sweep(name, {prepare, {}, run, check});
   }
 
   SettingsRecord other_settings() const {
@@ -76,7 +76,7 @@ TEST_F(DatabaseFaults, ACreationLeavesAWholeDatabaseOrNone) {
       EXPECT_EQ(files().size(), ended == Ended::Succeeded ? 1U : 0U);
     }
   };
-  faults::sweep("creation", {prepare, run, check});
+  faults::sweep("creation", {prepare, {}, run, check});
 }
 
 TEST_F(DatabaseFaults, SettingsAreStoredOrNot) {

@@ -5,8 +5,10 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
+#include <cstdlib>
 #include <iostream>
 #include <string>
+#include <utility>
 
 #include "support/error.h"
 #include "tests/faults/fault_vfs.h"
@@ -19,12 +21,26 @@ constexpr Fault faults[] = {Fault::DiskError, Fault::ShortWrite, Fault::FullDisk
 constexpr int failed = 1;
 
 /// A new database gets the same salt in each run, so that its key is derived once.
-void repeat_salts() { sqlite3_test_control(SQLITE_TESTCTRL_PRNG_RESTORE); }
+void repeat_salts() {
+  static bool kept = false;
+  if (!std::exchange(kept, true)) {
+    unsigned char first = 0;
+    sqlite3_randomness(1, &first);
+    sqlite3_test_control(SQLITE_TESTCTRL_PRNG_SAVE);
+  }
+  sqlite3_test_control(SQLITE_TESTCTRL_PRNG_RESTORE);
+}
 
 bool run_with(Fault fault, int at, const Work& work) {
   repeat_salts();
+  forget_unsynced();
   FaultPlan::current().arm(fault, at);
   return work.run();
+}
+
+void begin(const Work& work) {
+  work.prepare();
+  if (work.approach) work.approach();
 }
 
 void check(const Work& work, Ended ended) {
@@ -39,33 +55,34 @@ void check(const Work& work, Ended ended) {
 int count_points(Fault fault, const Work& work) {
   int points = 0;
   for (int run = 0; run < 2; ++run) {
-    work.prepare();
+    begin(work);
     EXPECT_TRUE(run_with(fault, 0, work)) << "without a fault";
     points = FaultPlan::current().disarm();
     check(work, Ended::Succeeded);
   }
+  EXPECT_GT(points, 0) << name_of(fault);
   return points;
 }
 
-Ended ended(int code) {
-  if (code == died) return Ended::Died;
-  return code == 0 ? Ended::Succeeded : Ended::Failed;
+int step_between(int points) {
+  constexpr int most_points = 20;
+  const char* const wanted = std::getenv("FAULT_POINTS");
+  if (wanted != nullptr && std::string_view(wanted) == "all") return 1;
+  return (points + most_points - 1) / most_points;
 }
 
-/// False where a check has failed.
-bool sweep_over(Fault fault, int points, const Work& work) {
-  for (int at = 1; at <= points; ++at) {
+/// The number of runs.
+int sweep_over(Fault fault, int points, const Work& work) {
+  begin(work);
+  int runs = 0;
+  for (int at = points; at > 0 && !testing::Test::HasFailure(); at -= step_between(points), ++runs) {
     SCOPED_TRACE(std::string(name_of(fault)) + " at " + std::to_string(at) + " of " + std::to_string(points));
-    work.prepare();
-    check(work, ended(run_apart([&] { return run_with(fault, at, work) ? 0 : failed; })));
-    if (testing::Test::HasFailure()) return false;
+    check(work, run_with_fault(fault, at, work));
   }
-  return true;
+  return runs;
 }
 
 }  // namespace
-
-std::span<const Fault> every_fault() { return faults; }
 
 int run_apart(const std::function<int()>& run) {
   std::cout.flush();
@@ -77,17 +94,31 @@ int run_apart(const std::function<int()>& run) {
   return WEXITSTATUS(status);
 }
 
+bool run_undisturbed(const Work& work) {
+  begin(work);
+  const bool succeeded = run_with(Fault::None, 0, work);
+  FaultPlan::current().disarm();
+  return succeeded;
+}
+
+Ended run_with_fault(Fault fault, int at, const Work& work) {
+  work.prepare();
+  repeat_salts();
+  const int code = run_apart([&] { return run_with(fault, at, work) ? 0 : failed; });
+  if (code == died) return Ended::Died;
+  return code == 0 ? Ended::Succeeded : Ended::Failed;
+}
+
 void sweep(std::string_view name, const Work& work) {
   install_fault_vfs();
-  sqlite3_test_control(SQLITE_TESTCTRL_PRNG_SAVE);
-  int all_points = 0;
+  int all_points = 0, all_runs = 0;
   for (const Fault fault : faults) {
     const int points = count_points(fault, work);
-    EXPECT_GT(points, 0) << name_of(fault);
-    if (testing::Test::HasFailure() || !sweep_over(fault, points, work)) return;
     all_points += points;
+    if (!testing::Test::HasFailure()) all_runs += sweep_over(fault, points, work);
+    if (testing::Test::HasFailure()) return;
   }
-  std::cout << "    faults at " << all_points << " points of " << name << '\n';
+  std::cout << "    faults at " << all_runs << " of " << all_points << " points of " << name << '\n';
 }
 
 }  // namespace faults

@@ -3,7 +3,6 @@
 #pragma once
 
 #include <functional>
-#include <span>
 #include <string_view>
 
 #include "tests/faults/fault_plan.h"
@@ -16,18 +15,25 @@ enum class Ended { Succeeded, Failed, Died };
 struct Work {
   /// Puts the state before on the disk.
   std::function<void()> prepare;
+  /// What goes before in memory, without faults; may be empty. The runs begin with what it leaves.
+  std::function<void()> approach;
   /// True where it says that it has succeeded.
   std::function<bool()> run;
   /// After each run, in the process of the test.
   std::function<void(Ended)> check;
 };
 
-/// All faults; those of the disk alone, for work that is told of by what it returns.
-std::span<const Fault> every_fault();
-
-/// Sweeps over every point of every fault and prints how many there were. Failures of the checks name fault and point;
-/// a sweep ends with the first one.
+/// Sweeps over the points of every fault and prints how many there were: every point where the environment has
+/// FAULT_POINTS=all, else at most 20 of each fault, evenly spread. Failures of the checks name fault and point; a sweep
+/// ends with the first one.
 void sweep(std::string_view name, const Work& work);
+
+/// Prepares and runs the work once in this process, with its approach and without a fault; what it says. The keys that
+/// it derives are at hand in the runs that follow.
+bool run_undisturbed(const Work& work);
+
+/// Runs the work once, in a process of its own, with a fault at this point.
+Ended run_with_fault(Fault fault, int at, const Work& work);
 
 /// Runs it in a process of its own; its exit code, and a failure of the test where a signal has ended it.
 int run_apart(const std::function<int()>& run);

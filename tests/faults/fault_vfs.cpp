@@ -153,6 +153,8 @@ int last_error(sqlite3_vfs* vfs, int size, char* text) {
 
 }  // namespace
 
+void forget_unsynced() { unsynced().forget(); }
+
 void install_fault_vfs() {
   static sqlite3_vfs vfs{};
   if (vfs.zName != nullptr) return;

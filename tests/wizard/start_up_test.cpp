@@ -130,7 +130,7 @@ TEST_F(StartUp, SurvivesFilesThatHoldRubbish) {
   enter_name();
   finish();
   EXPECT_EQ(read("patients\\P1.das"), "no database either");
-  EXPECT_THAT(lines(wizard().report()), Contains("patient (the database could not be read at the start)"));
+  EXPECT_THAT(lines(wizard().report()), Contains("patient (the database could not be read)"));
 }
 
 }  // namespace

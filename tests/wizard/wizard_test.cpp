@@ -123,6 +123,7 @@ bool WizardTest::try_start(std::string_view command_line) {
   ports.open_engine = engine::open_engine;
   ports.now = [this] { return now; };
   ports.own_folder = folder_;
+  adapt(ports);
   wizard_ = std::make_unique<frmAssistantFirstSteps>(std::move(ports));
   return wizard_->load(command_line);
 }

@@ -44,6 +44,8 @@ class WizardTest : public ::testing::Test {
  protected:
   WizardTest();
   ~WizardTest() override;
+  /// Exchanges ports of a run that is about to start.
+  virtual void adapt(Ports& ports) { static_cast<void>(ports); }
 
   /// Windows path of something in the installation.
   std::string path(std::string_view name) const { return folder_ + "\\" + std::string(name); }
