@@ -90,6 +90,7 @@ TEST_F(PosixFiles, AProcessThatDiesLeavesWhatWasCommitted) {
     ASSERT_EQ(status, 0);
     ASSERT_TRUE(exists("test.das-journal"));
     const std::string half_done = content(), journal = content("test.das-journal");
+    EXPECT_EQ((half_done + journal).find("Zeile"), std::string::npos) << "what is half done is encrypted, too";
     EXPECT_EQ(error_number([&] { open("test.das", "falsch", read_only); }), 3031);
     EXPECT_TRUE(half_done.starts_with(content()) && content("test.das-journal") == journal)
         << "a wrong key gives back no page, and the journal stays for the right one";

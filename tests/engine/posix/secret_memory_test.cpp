@@ -1,0 +1,96 @@
+// Where the key of an open file lies in this process's memory, and that it is gone when nothing is open any more.
+#include <gmock/gmock.h>
+#include <sqlite3.h>
+
+#include <algorithm>
+#include <cstdint>
+#include <fstream>
+#include <span>
+#include <sstream>
+
+#include "database/engine/embedded/file_keys.h"
+#include "tests/engine/test_database.h"
+
+namespace engine::test {
+namespace {
+
+constexpr std::string_view password = "geheim";
+constexpr unsigned char mask = 0x5A;
+
+/// The second half of a file's key (the allocator writes over the beginning of what is freed) and its text in
+/// hexadecimal digits, in a form that is not found when memory is searched for them.
+struct MaskedKey {
+  explicit MaskedKey(const std::string& file) {
+    constexpr std::string_view hexadecimal = "0123456789abcdef";
+    embedded::FileSalt salt;
+    std::copy_n(file.begin(), salt.size(), salt.begin());
+    const embedded::FileKey key(password, salt);
+    for (const unsigned char byte : std::span(key.key()).subspan(SQLCIPHER4_KEY_SIZE / 2)) {
+      bytes += static_cast<char>(byte ^ mask);
+      for (const char digit : {hexadecimal[byte >> 4U], hexadecimal[byte & 15U]})
+        digits += static_cast<char>(digit ^ mask);
+    }
+  }
+  std::string bytes, digits;
+};
+
+/// Looks where no object of ours may be: a copy to look at would be found, too.
+__attribute__((no_sanitize("address"))) bool lies_at(const char* place, const std::string& masked) {
+  const char* const sought = masked.data();
+  const std::size_t size = masked.size();
+  for (std::size_t i = 0; i < size; ++i) {
+    if ((static_cast<unsigned char>(place[i]) ^ mask) != static_cast<unsigned char>(sought[i])) return false;
+  }
+  return true;
+}
+
+/// How often it lies in what this process can write to, the stack apart.
+std::size_t copies_in_memory(const std::string& masked) {
+  constexpr std::size_t largest = 64U << 20U;  // beyond it lie only the shadows of the sanitizers
+  std::ifstream map("/proc/self/maps");
+  std::size_t copies = 0;
+  for (std::string line; std::getline(map, line);) {
+    std::uintptr_t begin = 0, end = 0;
+    char dash = 0;
+    std::string rights;
+    std::istringstream(line) >> std::hex >> begin >> dash >> end >> rights;
+    if (!rights.starts_with("rw") || end - begin > largest || line.find("[stack]") != std::string::npos) continue;
+    for (; begin + masked.size() <= end; ++begin) {
+      if (lies_at(reinterpret_cast<const char*>(begin), masked)) ++copies;
+    }
+  }
+  return copies;
+}
+
+class SecretMemory : public EngineTest {};
+
+TEST_F(SecretMemory, HoldsTheKeyOnlyAsLongAsItIsOfUse) {
+  add_things(*create("test.das", password));
+  const MaskedKey key(content());
+  std::size_t while_open = 0;
+  {
+    const auto database = open("test.das", password);
+    column(*database, "things", "name");
+    while_open = copies_in_memory(key.bytes);
+  }
+  const std::size_t closed = copies_in_memory(key.bytes);
+  EXPECT_GT(while_open, closed) << "the search finds what is there";
+  EXPECT_EQ(closed, 1U) << "the one that saves the next opening from deriving it again";
+  EXPECT_EQ(copies_in_memory(key.digits), 0U);
+}
+
+TEST_F(SecretMemory, IsKeptFromTheDiskByTheSettingsOfTheBuild) {
+  for (const char* setting : {"TEMP_STORE=3", "SECURE_DELETE"})
+    EXPECT_TRUE(sqlite3_compileoption_used(setting)) << setting;
+  const auto database = create();
+  add_things(*database);
+  database->begin_transaction();
+  for (int i = 0; i < 200; ++i) database->execute("INSERT INTO things (note) VALUES ('" + std::string(500, 'q') + "')");
+  database->commit_transaction();
+  database->execute("DELETE FROM things");
+  database->close();
+  EXPECT_EQ(content().find("qqqq"), std::string::npos) << "what was deleted is overwritten";
+}
+
+}  // namespace
+}  // namespace engine::test
