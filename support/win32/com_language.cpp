@@ -36,6 +36,7 @@ class ComLanguage final : public LanguageComponent {
 }  // namespace
 
 std::unique_ptr<LanguageComponent> create_installed_language(std::string_view class_name) {
+  if (!is_registered(class_name)) return nullptr;
   try {
     return std::make_unique<ComLanguage>(class_name);
   } catch (const RuntimeError&) {

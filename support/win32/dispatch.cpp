@@ -70,6 +70,15 @@ class ExceptionInfo {
 
 }  // namespace
 
+bool is_registered(std::string_view class_name) {
+  return RegGetValueW(HKEY_CLASSES_ROOT, (wide(class_name) + L"\\CLSID").c_str(), nullptr, RRF_RT_ANY, nullptr, nullptr,
+                      nullptr) == ERROR_SUCCESS;
+}
+
+void raise_not_installed(std::string_view class_name) {
+  throw RuntimeError(429, std::string(class_name) + " is not installed on this machine");
+}
+
 DispatchObject::DispatchObject(std::shared_ptr<MemberNumbers> numbers, IDispatch* object) noexcept
     : numbers_(std::move(numbers)), object_(object) {
   if (object != nullptr) object->AddRef();
@@ -80,7 +89,7 @@ DispatchObject DispatchObject::create(std::string_view class_name, std::shared_p
   void* object = nullptr;
   if (FAILED(CLSIDFromProgID(wide(class_name).c_str(), &class_id)) ||
       FAILED(CoCreateInstance(class_id, nullptr, CLSCTX_SERVER, IID_IDispatch, &object))) {
-    throw RuntimeError(429, std::string(class_name) + " is not installed on this machine");
+    raise_not_installed(class_name);
   }
   DispatchObject created;
   created.numbers_ = std::move(numbers);

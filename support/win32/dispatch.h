@@ -19,6 +19,12 @@
 
 namespace support {
 
+/// Looks the class's name up in the registry, which takes a fraction of the time of an attempt to create an object.
+bool is_registered(std::string_view class_name);
+
+/// 429, for a class that is not registered or cannot be created.
+[[noreturn]] void raise_not_installed(std::string_view class_name);
+
 /// Automation on this thread, as long as this lives: it must outlive every object.
 class Apartment {
  public:

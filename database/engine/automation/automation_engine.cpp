@@ -47,6 +47,7 @@ class AutomationEngine : public Engine {
 }  // namespace
 
 std::unique_ptr<Engine> create_automation_engine(std::string_view identifier) {
+  if (!support::is_registered(identifier)) support::raise_not_installed(identifier);
   return std::make_unique<AutomationEngine>(identifier);
 }
 
