@@ -2,8 +2,6 @@
 
 #include <gtest/gtest.h>
 #include <sqlite3.h>
-#include <sys/wait.h>
-#include <unistd.h>
 
 #include <cstdlib>
 #include <iostream>
@@ -12,6 +10,7 @@
 
 #include "support/error.h"
 #include "tests/faults/fault_vfs.h"
+#include "tests/faults/processes.h"
 
 namespace faults {
 namespace {
@@ -84,16 +83,6 @@ int sweep_over(Fault fault, int points, const Work& work) {
 
 }  // namespace
 
-int run_apart(const std::function<int()>& run) {
-  std::cout.flush();
-  const pid_t child = fork();
-  if (child == 0) _exit(run());
-  int status = 0;
-  EXPECT_EQ(waitpid(child, &status, 0), child);
-  EXPECT_TRUE(WIFEXITED(status)) << "ended by signal " << WTERMSIG(status);
-  return WEXITSTATUS(status);
-}
-
 bool run_undisturbed(const Work& work) {
   begin(work);
   const bool succeeded = run_with(Fault::None, 0, work);
@@ -104,7 +93,7 @@ bool run_undisturbed(const Work& work) {
 Ended run_with_fault(Fault fault, int at, const Work& work) {
   work.prepare();
   repeat_salts();
-  const int code = run_apart([&] { return run_with(fault, at, work) ? 0 : failed; });
+  const int code = wait_for(start_process([&] { return run_with(fault, at, work) ? 0 : failed; }));
   if (code == died) return Ended::Died;
   return code == 0 ? Ended::Succeeded : Ended::Failed;
 }

@@ -35,7 +35,4 @@ bool run_undisturbed(const Work& work);
 /// Runs the work once, in a process of its own, with a fault at this point.
 Ended run_with_fault(Fault fault, int at, const Work& work);
 
-/// Runs it in a process of its own; its exit code, and a failure of the test where a signal has ended it.
-int run_apart(const std::function<int()>& run);
-
 }  // namespace faults

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cstdlib>
+#include <thread>
 #include <type_traits>
 #include <utility>
 
@@ -147,7 +148,7 @@ PooledStatement::~PooledStatement() {
 }
 
 Connection::Connection(const std::string& host_path, const ConnectionOptions& options)
-    : exclusive_(options.exclusive), read_only_(options.read_only) {
+    : busy_time_(options.busy_time), exclusive_(options.exclusive), read_only_(options.read_only) {
   sqlite3* handle = nullptr;
   // For writing even where only reading is meant, if the file allows it: what a process that died left half done is
   // undone by the next one that opens the file, and that may be a reader.
@@ -155,8 +156,21 @@ Connection::Connection(const std::string& host_path, const ConnectionOptions& op
   const int result = sqlite3_open_v2(host_path.c_str(), &handle, flags, nullptr);
   handle_.reset(handle);
   if (result != SQLITE_OK) raise(3051);
-  sqlite3_busy_timeout(handle, static_cast<int>(options.busy_time.count()));
+  sqlite3_busy_handler(handle, wait_for_file, this);
   secure();
+}
+
+// SQLite's own handler asks again after a tenth of a second in the end, and of several processes one may never come at
+// the right moment. Short waits of uneven length give each its turn.
+int Connection::wait_for_file(void* connection, int times_called) {
+  Connection& self = *static_cast<Connection*>(connection);
+  const auto now = std::chrono::steady_clock::now();
+  if (times_called == 0) self.waiting_since_ = now;
+  if (now - self.waiting_since_ >= self.busy_time_) return 0;
+  unsigned char uneven = 0;
+  sqlite3_randomness(1, &uneven);
+  std::this_thread::sleep_for(std::chrono::microseconds(500 + 16 * uneven));
+  return 1;
 }
 
 sqlite3_file* Connection::file() {

@@ -125,6 +125,8 @@ class Connection {
 
  private:
   friend class PooledStatement;
+  /// Called by SQLite as long as the file is in use elsewhere: 0 gives up.
+  static int wait_for_file(void* connection, int times_called);
   void secure();
   sqlite3_file* file();
   void check(int result) const;
@@ -133,6 +135,8 @@ class Connection {
     void operator()(sqlite3* handle) const noexcept { sqlite3_close_v2(handle); }
   };
   std::unique_ptr<sqlite3, Close> handle_;
+  std::chrono::milliseconds busy_time_;
+  std::chrono::steady_clock::time_point waiting_since_;
   bool exclusive_;
   bool read_only_;
   LruCache<Statement> idle_{128};
