@@ -28,28 +28,27 @@ bool is_letter(char character) {
   return (character >= 'A' && character <= 'Z') || (character >= 'a' && character <= 'z');
 }
 
-/// Names in a folder without "." and "..", sorted; none where it cannot be read.
-std::vector<std::string> names_in(const std::string& folder) {
-  std::vector<std::string> names;
+/// Calls `visit(name)` for each entry of a folder but "." and "..", in any order; for none where it cannot be read.
+template <typename Visit>
+void each_name(const std::string& folder, Visit&& visit) {
   const std::unique_ptr<DIR, int (*)(DIR*)> directory(opendir(folder.empty() ? "." : folder.c_str()), closedir);
-  if (!directory) return names;
+  if (!directory) return;
   while (const dirent* entry = readdir(directory.get())) {
     const std::string_view name = static_cast<const char*>(entry->d_name);
-    if (name != "." && name != "..") names.emplace_back(name);
+    if (name != "." && name != "..") visit(name);
   }
-  std::sort(names.begin(), names.end());
-  return names;
 }
 
-/// The name of the folder's entry that is meant: the exact one, else the first that differs in case only, else as it
-/// is.
+/// The name of the folder's entry that is meant: the exact one, else the first in order that differs in case only, else
+/// as it is.
 std::string real_name(const std::string& folder, const std::string& name) {
   struct stat status {};
   if (lstat((folder + name).c_str(), &status) == 0) return name;
-  for (std::string& candidate : names_in(folder)) {
-    if (equal_ignoring_case(candidate, name)) return std::move(candidate);
-  }
-  return name;
+  std::optional<std::string> found;
+  each_name(folder, [&](std::string_view candidate) {
+    if (equal_ignoring_case(candidate, name) && (!found || candidate < *found)) found = candidate;
+  });
+  return found.value_or(name);
 }
 
 /// A path with "/" in which each component takes the spelling it has on disk.
@@ -100,11 +99,14 @@ bool PosixFileSystem::create_folder(std::string_view path) {
 std::vector<std::string> PosixFileSystem::files(std::string_view folder, std::string_view pattern) const {
   std::string host_folder = host_path(folder);
   if (!host_folder.empty() && !host_folder.ends_with('/')) host_folder += '/';
-  std::vector<std::string> names = names_in(host_folder);
-  std::erase_if(names, [&](const std::string& name) {
+  std::vector<std::string> names;
+  each_name(host_folder, [&](std::string_view name) {
     struct stat status {};
-    return !matches_pattern(name, pattern) || !status_of(host_folder + name, status) || !S_ISREG(status.st_mode);
+    if (!matches_pattern(name, pattern)) return;
+    std::string path = host_folder;
+    if (status_of(path.append(name), status) && S_ISREG(status.st_mode)) names.emplace_back(name);
   });
+  std::sort(names.begin(), names.end());
   return names;
 }
 
