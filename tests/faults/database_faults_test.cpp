@@ -1,8 +1,12 @@
 // The procedures that write a database, interrupted at every point: the file holds what it held before or what the
 // procedure was to make of it.
+#include <algorithm>
+#include <chrono>
 #include <filesystem>
 
 #include "database/index_database.h"
+#include "database/jet_import/engine_source.h"
+#include "database/jet_import/import.h"
 #include "database/lab_definitions.h"
 #include "database/settings.h"
 #include "database/therapy_plan.h"
@@ -16,6 +20,8 @@ namespace database::testing {
 namespace {
 
 using faults::Ended;
+
+constexpr std::string_view no_file = "(no file)";
 
 class DatabaseFaults : public OldLayout {
  protected:
@@ -51,6 +57,26 @@ class DatabaseFaults : public OldLayout {
     faults::sweep(name, {prepare, {}, run, check});
   }
 
+  /// `run` makes a new file: it is there as a whole or not at all, and but for a process that has died nothing else is.
+  void sweep_over_new_file(std::string_view name, const std::string& file, const std::function<bool()>& run) {
+    const std::vector<std::string> old_files = files();
+    std::string whole;
+    const auto prepare = [&] {
+      for (const std::string& found : files()) {
+        if (std::ranges::find(old_files, found) == old_files.end()) std::filesystem::remove(host(path(found)));
+      }
+    };
+    const auto check = [&](Ended ended) {
+      const std::string found = state(file);
+      if (whole.empty()) whole = found;
+      EXPECT_TRUE(found == whole || found == no_file) << "a part of a database";
+      if (ended == Ended::Died) return;
+      EXPECT_EQ(found == whole, ended == Ended::Succeeded);
+      EXPECT_EQ(files().size(), old_files.size() + (ended == Ended::Succeeded ? 1U : 0U)) << files().front();
+    };
+    faults::sweep(name, {prepare, {}, run, check});
+  }
+
   SettingsRecord other_settings() const {
     SettingsRecord settings;
     settings.BGTargetMax = 160;
@@ -61,22 +87,40 @@ class DatabaseFaults : public OldLayout {
 
 TEST_F(DatabaseFaults, ACreationLeavesAWholeDatabaseOrNone) {
   const std::string file = path("new.das");
-  std::string after;
-  const auto prepare = [&] {
-    for (const std::string& name : files()) std::filesystem::remove(host(path(name)));
-  };
-  const auto run = [&] { return CreatePatientDatabase(environment, file, sample_patient(), {}) == 1; };
-  const auto check = [&](Ended ended) {
-    const std::string found = state(file);
-    if (after.empty()) after = found;
-    if (ended == Ended::Died) {
-      EXPECT_TRUE(found == "(no file)" || found == after);
-    } else {
-      EXPECT_TRUE(found == (ended == Ended::Succeeded ? after : "(no file)"));
-      EXPECT_EQ(files().size(), ended == Ended::Succeeded ? 1U : 0U);
+  sweep_over_new_file("creation", file,
+                      [&] { return CreatePatientDatabase(environment, file, sample_patient(), {}) == 1; });
+}
+
+TEST_F(DatabaseFaults, ACreationCleansUpAfterOneThatWasKilled) {
+  const std::string file = path("new.das");
+  const faults::Work work{
+      [] {}, {}, [&] { return CreatePatientDatabase(environment, file, sample_patient(), {}) == 1; }, {}};
+  ASSERT_EQ(faults::run_with_fault(faults::Fault::Killed, 40, work), Ended::Died);
+  const std::vector<std::string> left_behind = files();
+  ASSERT_EQ(left_behind.size(), 2U) << "the database and its journal";
+  EXPECT_TRUE(faults::run_undisturbed(work));
+  EXPECT_EQ(files().size(), 3U) << "what is young may be of a process that lives";
+  std::filesystem::remove(host(file));
+  const auto age = std::filesystem::file_time_type::clock::now() - std::chrono::minutes(11);
+  for (const std::string& name : left_behind) std::filesystem::last_write_time(host(path(name)), age);
+  EXPECT_TRUE(faults::run_undisturbed(work));
+  EXPECT_EQ(files(), std::vector<std::string>{"new.das"});
+}
+
+TEST_F(DatabaseFaults, AnImportLeavesAWholeDatabaseOrNone) {
+  const std::string source = path("source.mdb"), file = path("new.das");
+  ASSERT_EQ(CreateIndexDatabase(environment, source), 1);
+  execute(source, {"INSERT INTO index (name) VALUES ('Anna')", "CREATE TABLE visits (id LONG, day DATETIME)"});
+  sweep_over_new_file("an import", file, [&] {
+    try {
+      Opened opened = open(source);
+      const auto tables = jet_import::engine_source(std::move(opened.engine), std::move(opened.database));
+      jet_import::import_database(environment, *tables, file, {});
+      return true;
+    } catch (const support::RuntimeError&) {
+      return false;
     }
-  };
-  faults::sweep("creation", {prepare, {}, run, check});
+  });
 }
 
 TEST_F(DatabaseFaults, SettingsAreStoredOrNot) {

@@ -87,5 +87,24 @@ TEST_F(FinishProcesses, OfOneNewPatientEachThatReportsADatabaseHasOne) {
   expect_nothing_left_behind();
 }
 
+TEST_F(FinishProcesses, KeepTheSettingsOfBoth) {
+  constexpr int settings = 100;
+  faults::run_together(2, [&](int process) {
+    const auto hive = support::open_hive(support::host_file_system().host_path(path("hive.reg")));
+    for (int n = 0; n < settings; ++n) {
+      const std::string name = "v" + std::to_string(process) + "-" + std::to_string(n);
+      if (!support::WriteRegString(*hive, support::RootKey::CurrentUser, user_key, name, "x")) return 1;
+      if (!support::host_ini_files().write(path("home.ini"), "both", name, "x")) return 2;
+    }
+    return 0;
+  });
+  const auto hive = support::open_hive(support::host_file_system().host_path(path("hive.reg")));
+  for (int n = 0; n < 2 * settings; ++n) {
+    const std::string name = "v" + std::to_string(n % 2) + "-" + std::to_string(n / 2);
+    EXPECT_TRUE(hive->read(support::RootKey::CurrentUser, user_key, name)) << name;
+    EXPECT_EQ(support::host_ini_files().value(path("home.ini"), "both", name, "", 9), "x") << name;
+  }
+}
+
 }  // namespace
 }  // namespace wizard::testing
