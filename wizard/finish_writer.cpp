@@ -47,9 +47,13 @@ void FinishWriter::registry_value(std::string_view key, std::string_view name, s
 
 void FinishWriter::ini_key(std::string_view file, std::string_view section, std::string_view key,
                            std::string_view value) {
-  const bool written = !previewing() && context_.ports.ini->write(file, section, key, value);
+  const LastSkipped skipped{""};
+  const bool written = !previewing() && support::Procedure{"wizard!FinishIni"}.step([&] {
+    if (context_.ports.ini->write(file, section, key, value)) return;
+    throw support::RuntimeError(75, "Cannot write " + std::string(file));
+  });
   record({What::IniKey, std::string(file), "[" + std::string(section) + "] " + std::string(key), std::string(value),
-          written, written || previewing() ? "" : "the ini file could not be written"});
+          written, written || previewing() ? "" : skipped.reason()});
 }
 
 bool FinishWriter::file(std::string_view path, std::string_view what, const std::function<bool()>& action) {

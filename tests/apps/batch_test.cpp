@@ -186,6 +186,18 @@ TEST_F(Batch, TellsWhatCouldNotBeWrittenAndGoesOn) {
   EXPECT_EQ(content_of(folder_.file("patients")), "in the way");
 }
 
+TEST_F(Batch, TellsWhichFileASettingCouldNotBeWrittenTo) {
+  using std::filesystem::perm_options;
+  ASSERT_EQ(run_with(good_answers).code, 0);
+  const auto before = content_of(hive());
+  std::filesystem::permissions(hive(), std::filesystem::perms::owner_write, perm_options::remove);
+  const Outcome outcome = run_with("[PatDat]\ntxtName=N\ntxtFirstName=J\n");
+  std::filesystem::permissions(hive(), std::filesystem::perms::owner_write, perm_options::add);
+  EXPECT_EQ(outcome.code, 1) << outcome.err;
+  EXPECT_THAT(outcome.out, AllOf(HasSubstr("DataBaseName: error 75: Cannot write "), HasSubstr("registry.reg: ")));
+  EXPECT_EQ(content_of(hive()), before);
+}
+
 TEST_F(Batch, SaysWhichAnswersWereOfNoUse) {
   const Outcome outcome = run_with("[PatDat]\ntxtName=M\ntxtFirstName=J\ncbTherapie=5\n[Insulin]\ncbInsulin(0)=x\n");
   EXPECT_EQ(outcome.code, 0) << outcome.err;
