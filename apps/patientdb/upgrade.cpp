@@ -47,6 +47,9 @@ std::string layout_text(const database::VersionRecord& record) {
   return std::to_string(record.MajVersion) + "." + std::to_string(record.MinVersion);
 }
 
+/// The layout that every upgrade leads to.
+std::string current_layout() { return layout_text({}); }
+
 /// "…\name.4.40.das", or "…\name.4.40-2.das" and so on where that is taken. Raises 3204 where all are.
 std::string save_copy(engine::Database& database, const std::string& path, const std::string& layout) {
   constexpr int most_copies = 99;
@@ -164,10 +167,10 @@ void write_text(console::Console& console, const Outcome& outcome) {
   if (outcome.error) {
     console.err << outcome.file << ": error " << outcome.error->number() << ": " << outcome.error->what() << '\n';
   } else if (outcome.state == "upgraded") {
-    console.out << outcome.file << ": upgraded from " << outcome.layout << " to 4.60";
+    console.out << outcome.file << ": upgraded from " << outcome.layout << " to " << current_layout();
     console.out << (outcome.copy.empty() ? "" : ", copy in " + outcome.copy) << '\n';
   } else if (outcome.state == "current") {
-    console.out << outcome.file << ": has layout 4.60 already\n";
+    console.out << outcome.file << ": has layout " << current_layout() << " already\n";
   } else if (outcome.state == "newer") {
     console.err << outcome.file << ": layout " << outcome.layout << " is none that this program upgrades\n";
   } else {

@@ -1,9 +1,11 @@
 // The ladder as a table: rows that open a step, each followed by the step's actions. Every step stays as it was issued,
 // oddities included: databases out there have run it. A new one goes to the end, with its version in version_record.h.
+#include <algorithm>
 #include <vector>
 
 #include "database/schema/words.h"
 #include "database/upgrade/step.h"
+#include "database/version_record.h"
 
 namespace database::upgrade {
 namespace {
@@ -250,6 +252,9 @@ constexpr Action ladder[] = {
         add("db_info", {"oemtype", Text, 255, none, "", none, yes}),
 };
 // clang-format on
+
+static_assert(std::ranges::max(ladder, {}, &Action::version).version == current_minor_version,
+              "current_minor_version is the version of the last step");
 
 std::vector<Step> gather_steps() {
   std::vector<Step> gathered;

@@ -41,7 +41,8 @@ TEST_F(Version, KeepsABlankBehindTheTextsThatReadersTrim) {
 
 TEST_F(Version, IsWrittenBackForLayoutsThatAreNotUpgraded) {
   const std::string file = patient_database();
-  const std::pair<std::int16_t, std::int16_t> versions[] = {{3, 12}, {5, 1}, {4, 61}, {4, 60}};
+  const std::pair<std::int16_t, std::int16_t> versions[] = {
+      {3, 12}, {5, 1}, {4, current_minor_version + 1}, {4, current_minor_version}};
   for (const auto& [major, minor] : versions) {
     VersionRecord record = new_version_record(environment);
     record.MajVersion = major;
