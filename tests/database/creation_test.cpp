@@ -3,6 +3,7 @@
 
 #include "database/layout_json.h"
 #include "database/schema/schema.h"
+#include "database/schema/subjects.h"
 #include "database/version_record.h"
 #include "tests/database/database_test.h"
 #include "tests/database/refusing_database.h"
@@ -39,6 +40,15 @@ std::unique_ptr<engine::Engine> older_engine(std::string_view identifier) {
 TEST_F(Creation, LaysOutTheTablesAsReviewed) {
   const Opened opened = open(patient_database());
   EXPECT_EQ(layout_json(*opened.database) + "\n", read_file(TEST_DATA_DIR "/schema/new_database.json"));
+}
+
+TEST_F(Creation, LeavesOutNoTableOfASubject) {
+  for (const auto subject :
+       {schema::measurement_tables(), schema::patient_tables(), schema::reference_tables(), schema::plan_tables()}) {
+    for (const schema::TableRow& row : subject) {
+      EXPECT_NE(schema::find_table(row.name), nullptr) << row.name << " has no place in the order of creation";
+    }
+  }
 }
 
 TEST_F(Creation, ShowsTheLayoutOfOneTable) {
