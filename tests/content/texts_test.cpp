@@ -1,4 +1,4 @@
-// Both languages say the same, and every number that the program asks for has a text.
+// All languages say the same, and every number that the program asks for has a text.
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
@@ -17,9 +17,21 @@ namespace {
 
 using content::Texts;
 
-constexpr const char* languages[] = {"de", "en"};
+/// The language that the others are compared with.
+constexpr const char* model = "de";
 /// Buttons of every page: back, cancel, and next, which has another text on the last page.
 constexpr long back = 906, cancel = 901, next = 905, finish = 908;
+
+/// Every language that there is a table of.
+const std::vector<std::string>& languages() {
+  static const auto names = [] {
+    std::vector<std::string> found;
+    for (const auto& entry : std::filesystem::directory_iterator(SOURCE_DIR "/texts"))
+      if (entry.path().extension() == ".ini") found.push_back(entry.path().stem().string());
+    return found;
+  }();
+  return names;
+}
 
 std::vector<std::string> matches(const std::string& text, const char* pattern) {
   const std::regex expression(pattern);
@@ -78,21 +90,21 @@ std::set<long> numbers_named_in(const std::string& source) {
   return numbers;
 }
 
-TEST(Texts, HaveTheSameNumbersInBothLanguages) {
-  const auto numbers = [](const Texts& texts) {
-    std::vector<long> keys;
-    for (const auto& row : texts) keys.push_back(row.first);
-    return keys;
-  };
-  const Texts german = content::texts("de"), english = content::texts("en");
-  EXPECT_EQ(numbers(german), numbers(english));
-  EXPECT_GT(german.size(), 100u);
-  EXPECT_GT(german.begin()->first, 0) << "a key is no number";
+TEST(Texts, HaveTheSameNumbersInEveryLanguage) {
+  const Texts expected = content::texts(model);
+  EXPECT_GT(expected.size(), 100u);
+  EXPECT_GT(expected.begin()->first, 0) << "a key is no number";
+  EXPECT_THAT(languages(), testing::IsSupersetOf({"de", "en"}));
+  for (const std::string& language : languages()) {
+    const Texts texts = content::texts(language);
+    for (const auto& row : expected) EXPECT_TRUE(texts.contains(row.first)) << language << " lacks " << row.first;
+    for (const auto& row : texts) EXPECT_TRUE(expected.contains(row.first)) << "only " << language << ": " << row.first;
+  }
 }
 
 TEST(Texts, AreNeitherEmptyNorRepeatedNorOutsideTheCodePage) {
-  for (const char* language : languages) {
-    const std::string table = content::source_text(std::string("texts/") + language + ".ini");
+  for (const std::string& language : languages()) {
+    const std::string table = content::source_text("texts/" + language + ".ini");
     EXPECT_TRUE(support::fits_cp1252(table)) << language;
     EXPECT_EQ(matches(table, R"(\n\d+=)").size(), content::texts(language).size()) << language << ": a number twice";
     for (const auto& [number, text] : content::texts(language)) {
@@ -103,13 +115,16 @@ TEST(Texts, AreNeitherEmptyNorRepeatedNorOutsideTheCodePage) {
 }
 
 TEST(Texts, AgreeInPlaceholdersLineBreaksTooltipsAndAccessKeys) {
-  const Texts german = content::texts("de"), english = content::texts("en");
-  for (const auto& [number, text] : german) {
-    const std::string& other = english.at(number);
-    for (const char* mark : {"%[0-9]", "\\\\n", "\\|", "&"})
-      EXPECT_EQ(matches(text, mark), matches(other, mark)) << number;
-    EXPECT_LE(matches(text, "&").size(), 1u) << number;
-    EXPECT_EQ(text.ends_with(':'), other.ends_with(':')) << number;
+  const Texts expected = content::texts(model);
+  for (const std::string& language : languages()) {
+    for (const auto& [number, text] : content::texts(language)) {
+      const auto original = expected.find(number);
+      if (original == expected.end()) continue;
+      for (const char* mark : {"%[0-9]", "\\\\n", "\\|", "&"})
+        EXPECT_EQ(matches(text, mark), matches(original->second, mark)) << language << " " << number;
+      EXPECT_LE(matches(text, "&").size(), 1u) << language << " " << number;
+      EXPECT_EQ(text.ends_with(':'), original->second.ends_with(':')) << language << " " << number;
+    }
   }
 }
 
@@ -118,7 +133,7 @@ TEST(Texts, CoverEveryTagOfTheForm) {
   for (const auto& control : layout().controls())
     if (const long number = tag_number(control->tag())) tags.insert(number);
   EXPECT_GT(tags.size(), 50u);
-  for (const char* language : languages) {
+  for (const std::string& language : languages()) {
     const Texts texts = content::texts(language);
     for (const long number : tags) EXPECT_TRUE(texts.contains(number)) << language << " " << number;
   }
@@ -126,7 +141,7 @@ TEST(Texts, CoverEveryTagOfTheForm) {
 
 TEST(Texts, CoverEveryNumberThatTheSourcesName) {
   std::set<long> known;
-  for (const auto& row : content::texts("de")) known.insert(row.first);
+  for (const auto& row : content::texts(model)) known.insert(row.first);
   std::size_t found = 0;
   for (const char* room : {"wizard", "database", "apps"}) {
     for (const auto& entry : std::filesystem::recursive_directory_iterator(SOURCE_DIR + std::string("/") + room)) {
@@ -141,20 +156,20 @@ TEST(Texts, CoverEveryNumberThatTheSourcesName) {
 }
 
 TEST(Texts, GiveEachPageDistinctAccessKeys) {
-  for (const char* language : languages) {
-    const Texts texts = content::texts(language);
+  for (const std::string& language : languages()) {
+    Texts texts = content::texts(language);
     for (std::size_t n = 0; n < wizard::page_tags.size(); ++n) {
       const form::Control& page = layout().at("contstep", static_cast<int>(n));
-      std::set<long> numbers{back, cancel, n + 1 == wizard::page_tags.size() ? finish : next};
+      std::set<long> numbers{back, cancel, wizard::page_tags[n] == "Fertig" ? finish : next};
       for (const auto& control : layout().controls())
         if (const long number = tag_number(control->tag()); number && lies_in(*control, page)) numbers.insert(number);
       std::map<std::string, long> taken;
       for (const long number : numbers) {
-        const std::string key = access_key(texts.at(number));
+        const std::string key = access_key(texts[number]);
         if (key.empty()) continue;
         const auto [other, free] = taken.emplace(key, number);
-        EXPECT_TRUE(free) << language << ", page " << wizard::page_tags[n] << ": " << texts.at(number) << " and "
-                          << texts.at(other->second);
+        EXPECT_TRUE(free) << language << ", page " << wizard::page_tags[n] << ": " << texts[number] << " and "
+                          << texts[other->second];
       }
     }
   }
