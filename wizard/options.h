@@ -22,8 +22,7 @@ struct OptionChoice {
 /// Index of the first selected option of a control array; -1 where none is.
 int selected_option(const form::Form& form, std::string_view options);
 
-/// The row of a registry value. Precondition: it is one of "OutlookStyle", "DefaultDataEntry", "BGUnit", "RunOnStart"
-/// and "ShowOutlookbar".
+/// The row of a registry value. Precondition: the table has one.
 const OptionChoice& option_choice(std::string_view value_name);
 
 /// Selects in every group the option that the registry names.
