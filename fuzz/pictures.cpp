@@ -13,7 +13,7 @@ namespace {
 
 constexpr int chart_limit = 4;
 /// Clicks of one input; a click looks at every option.
-constexpr int most_clicks = 16;
+constexpr int most_clicks = 4;
 
 const fuzz::ScratchFolder& scratch() {
   static const fuzz::ScratchFolder folder;
