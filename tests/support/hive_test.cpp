@@ -9,8 +9,8 @@ namespace support {
 namespace {
 
 using ::testing::HasSubstr;
-using ::testing::ThrowsMessage;
 using testing::TemporaryFolder;
+using ::testing::ThrowsMessage;
 constexpr RootKey kUser = RootKey::CurrentUser;
 constexpr RootKey kMachine = RootKey::LocalMachine;
 
