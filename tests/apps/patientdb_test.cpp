@@ -1,6 +1,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include "database/version_record.h"
 #include "tests/apps/program_run.h"
 
 namespace {
@@ -40,9 +41,10 @@ TEST_F(PatientDb, CreatesADatabaseThatItsOtherCommandsShow) {
   ASSERT_EQ(created.code, 0) << created.err;
 
   const Outcome info = run_patientdb({"info", file, "--json"});
-  EXPECT_THAT(info.out, AllOf(StartsWith(R"({"MajVersion":4,"MinVersion":60,"Type":0,"Desc":")"), HasSubstr("vantrix"),
-                              Not(HasSubstr("brimol"))));
-  EXPECT_THAT(run_patientdb({"info", file}).out, HasSubstr("MinVersion      60\n"));
+  const std::string version = std::to_string(database::current_minor_version);
+  EXPECT_THAT(info.out, AllOf(StartsWith(R"({"MajVersion":4,"MinVersion":)" + version + R"(,"Type":0,"Desc":")"),
+                              HasSubstr("vantrix"), Not(HasSubstr("brimol"))));
+  EXPECT_THAT(run_patientdb({"info", file}).out, HasSubstr("MinVersion      " + version + "\n"));
 
   const Outcome patient =
       run_patientdb({"sql", "--json", file, "SELECT name, firstname, typ, Therapy, birthday FROM patdat"});

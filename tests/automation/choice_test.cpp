@@ -6,6 +6,8 @@
 #include "database/create_database.h"
 #include "database/new_file.h"
 #include "database/patient.h"
+#include "database/schema/schema.h"
+#include "database/version_record.h"
 #include "tests/automation/registration.h"
 #include "tests/automation/server_library.h"
 #include "tests/engine/test_database.h"
@@ -88,9 +90,9 @@ TEST_F(Choice, MakesAPatientDatabaseThroughAutomation) {
   {
     const auto engine = database::create_engine(environment, false);
     const auto patient = engine->open_database(path("patient.das"), false, true, "MS Access;pwd=geheim");
-    EXPECT_EQ(patient->table_defs().count(), 43);
+    EXPECT_EQ(patient->table_defs().count(), std::ssize(database::schema::tables()));
     EXPECT_EQ(engine::test::column(*patient, "SELECT MinVersion FROM db_info", "MinVersion"),
-              std::vector<std::string>{"60"});
+              std::vector<std::string>{std::to_string(database::current_minor_version)});
   }
   EXPECT_EQ(living_objects(), before);
 }
@@ -113,7 +115,8 @@ TEST_F(Choice, UpgradesAPatientDatabaseThroughAutomationAfterACopy) {
   EXPECT_EQ(complaint_of_tool({"upgrade", file, "--yes"}), "");
   EXPECT_TRUE(is_jet_file("old.das") && is_jet_file("old.4.40.das"));
   const auto upgraded = open_by_choice("old.das");
-  EXPECT_EQ(engine::test::column(*upgraded, "db_info", "MinVersion"), std::vector<std::string>{"60"});
+  EXPECT_EQ(engine::test::column(*upgraded, "db_info", "MinVersion"),
+            std::vector<std::string>{std::to_string(database::current_minor_version)});
   EXPECT_EQ(error_number([&] { upgraded->table_defs().item("insulinpump")->fields().item("importid"); }), 0);
 }
 
