@@ -21,10 +21,26 @@ inline constexpr std::int32_t chart_title_height = 360;
 
 /// Tags of the page containers `contstep`, by index. The heading of page n is `lblHeading(n)` (`Label2` on the first),
 /// the sentence below it `lblPurpose(n)`.
-inline constexpr std::array<std::string_view, 18> page_tags = {
-    "Intro",   "netpath",     "Maßeinheit", "PatDat",  "Insulin", "Medikamente", "Therapie_BZ", "Therapie_BP", "Pics",
-    "Eingabe", "Darstellung", "Schema",     "sidebar", "start",   "tip_navbar",  "tip_splits",  "tip_stats",   "Fertig",
-};
+inline constexpr auto page_tags = std::to_array<std::string_view>({
+    "Intro",
+    "netpath",
+    "Maßeinheit",
+    "PatDat",
+    "Insulin",
+    "Medikamente",
+    "Therapie_BZ",
+    "Therapie_BP",
+    "Pics",
+    "Eingabe",
+    "Darstellung",
+    "Schema",
+    "sidebar",
+    "start",
+    "tip_navbar",
+    "tip_splits",
+    "tip_stats",
+    "Fertig",
+});
 
 /// Adds all controls, sets the form's caption and tag, and limits what can be typed to what the database can hold.
 void build_form(form::Form& form);
