@@ -1,6 +1,9 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <chrono>
+#include <filesystem>
+
 #include "support/error.h"
 #include "support/hive_registry.h"
 #include "tests/support/temporary_folder.h"
@@ -98,6 +101,20 @@ TEST(Hive, IsUnchangedWhereItCannotBeWritten) {
   folder.write("h.reg", "damaged meanwhile");
   EXPECT_FALSE(WriteRegString(*hive, kUser, "A", "v", "2"));
   EXPECT_EQ(folder.read("h.reg"), "damaged meanwhile");
+}
+
+TEST(Hive, CleansUpAfterAProcessThatDiedWhileWriting) {
+  const TemporaryFolder folder;
+  constexpr const char* left_behind = "h.reg.writing-Ab12Cd";
+  folder.write("h.reg", kHive);
+  folder.write(left_behind, "half");
+  open_hive(folder.host("h.reg"));
+  EXPECT_EQ(folder.file_count(), 2U) << "its process may be alive";
+  const auto age = std::chrono::minutes(11);
+  std::filesystem::last_write_time(folder.host(left_behind), std::filesystem::file_time_type::clock::now() - age);
+  open_hive(folder.host("h.reg"));
+  EXPECT_EQ(folder.read("h.reg"), kHive);
+  EXPECT_EQ(folder.file_count(), 1U);
 }
 
 struct DamagedRow {
