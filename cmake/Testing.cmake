@@ -8,7 +8,15 @@ if(CMAKE_CROSSCOMPILING)
 else()
   find_package(GTest REQUIRED)
 endif()
-include(GoogleTest)
+
+# The tests' common header, compiled once for all of them.
+if(NOT EXISTS ${CMAKE_BINARY_DIR}/common_header.cpp)
+  file(WRITE ${CMAKE_BINARY_DIR}/common_header.cpp "")
+endif()
+add_library(common_header OBJECT ${CMAKE_BINARY_DIR}/common_header.cpp)
+target_link_libraries(common_header PRIVATE firststeps_options GTest::gmock)
+target_compile_options(common_header PRIVATE -O0)
+target_precompile_headers(common_header PRIVATE <gmock/gmock.h>)
 
 function(firststeps_test name)
   cmake_parse_arguments(ARG "" "" "SOURCES;LIBRARIES;DEFINITIONS" ${ARGN})
@@ -16,7 +24,7 @@ function(firststeps_test name)
   target_link_libraries(${name} PRIVATE firststeps_options ${ARG_LIBRARIES} GTest::gmock_main)
   # Tests spend their time in what they test: compiling them is what takes long.
   target_compile_options(${name} PRIVATE -O0)
-  target_precompile_headers(${name} PRIVATE <gmock/gmock.h>)
+  target_precompile_headers(${name} REUSE_FROM common_header)
   target_compile_definitions(${name} PRIVATE
     TEST_DATA_DIR="${host_drive}${CMAKE_SOURCE_DIR}/tests/data" SOURCE_DIR="${host_drive}${CMAKE_SOURCE_DIR}"
     BUILD_DIR="${host_drive}${CMAKE_BINARY_DIR}"
