@@ -1,32 +1,10 @@
 // A disk that is full, played by the limit that the system puts on the size of files.
-#include <sys/resource.h>
-
-#include <csignal>
 
 #include "tests/database/database_test.h"
+#include "tests/support/posix/file_size_limit.h"
 
 namespace database::testing {
 namespace {
-
-/// No file may grow beyond this many bytes while it lives.
-class FileSizeLimit {
- public:
-  explicit FileSizeLimit(rlim_t bytes) : handler_(std::signal(SIGXFSZ, SIG_IGN)) {
-    getrlimit(RLIMIT_FSIZE, &before_);
-    const rlimit limited{bytes, before_.rlim_max};
-    setrlimit(RLIMIT_FSIZE, &limited);
-  }
-  ~FileSizeLimit() {
-    setrlimit(RLIMIT_FSIZE, &before_);
-    std::signal(SIGXFSZ, handler_);
-  }
-  FileSizeLimit(const FileSizeLimit&) = delete;
-  FileSizeLimit& operator=(const FileSizeLimit&) = delete;
-
- private:
-  rlimit before_{};
-  void (*handler_)(int);
-};
 
 using FullDisk = DatabaseTest;
 
@@ -36,7 +14,7 @@ TEST_F(FullDisk, LeavesNoFileWhereverItStopsTheCreation) {
   for (rlim_t limit = 1; !created; limit += 96 << 10) {
     support::RuntimeError failure{0, "none"};
     {
-      const FileSizeLimit full{limit};
+      const support::testing::FileSizeLimit full{limit};
       created = CreatePatientDatabase(environment, path("new.das"), sample_patient(), {}, &failure) == 1;
     }
     if (created) continue;

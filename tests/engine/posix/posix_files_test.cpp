@@ -1,12 +1,10 @@
 // What only POSIX lets a test do: look at a file's rights, fill the disk, die in the middle.
 #include <gmock/gmock.h>
-#include <sys/resource.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
-#include <csignal>
-
 #include "tests/engine/test_database.h"
+#include "tests/support/posix/file_size_limit.h"
 
 namespace engine::test {
 namespace {
@@ -26,28 +24,8 @@ class PosixFiles : public EngineTest {
   }
 };
 
-/// Lets no file of this process grow beyond the size, as a full disk does.
-class FileSizeLimit {
- public:
-  explicit FileSizeLimit(rlim_t bytes) : handler_(std::signal(SIGXFSZ, SIG_IGN)) {
-    getrlimit(RLIMIT_FSIZE, &before_);
-    const rlimit limit{bytes, before_.rlim_max};
-    setrlimit(RLIMIT_FSIZE, &limit);
-  }
-  ~FileSizeLimit() {
-    setrlimit(RLIMIT_FSIZE, &before_);
-    std::signal(SIGXFSZ, handler_);
-  }
-  FileSizeLimit(const FileSizeLimit&) = delete;
-  FileSizeLimit& operator=(const FileSizeLimit&) = delete;
-
- private:
-  rlimit before_{};
-  void (*handler_)(int);
-};
-
 TEST_F(PosixFiles, LeavesNoHalfDatabase) {
-  const FileSizeLimit limit{16 << 10};
+  const support::testing::FileSizeLimit limit{16 << 10};
   const auto database = create("test.das", "geheim");
   EXPECT_EQ(error_number([&] { add_things(*database); }), 3043);
   EXPECT_FALSE(exists());
@@ -58,7 +36,7 @@ TEST_F(PosixFiles, RollsTheTransactionBackAndTakesNothingMoreIntoIt) {
   add_things(*database);
   add_rows(*database, 1);
   {
-    const FileSizeLimit limit{64 << 10};
+    const support::testing::FileSizeLimit limit{64 << 10};
     database->begin_transaction();
     EXPECT_EQ(error_number([&] { add_rows(*database, 20000); }), 3043);
     EXPECT_EQ(error_number([&] { add_rows(*database, 1); }), 3043);
