@@ -22,10 +22,11 @@ struct SettingsRecord {
   std::int16_t BPTargetSysMax = 0, BPTargetSysMin = 0;  ///< mmHg
   std::int16_t BPTargetDiaMax = 0, BPTargetDiaMin = 0;  ///< mmHg
   std::int16_t BGHyper = 0, BGHypo = 0;                 ///< mg/dl
-  float TargetWeight = 0;
-  double BUPerDayMax = -1;
-  std::int16_t KHPerDayMax = -1;
-  double KCalPerDayMax = -1;
+  float TargetWeight = 0;                               ///< g
+  // At most a day; -1: no limit.
+  double BUPerDayMax = -1;        ///< bread units
+  std::int16_t KHPerDayMax = -1;  ///< carbohydrates
+  double KCalPerDayMax = -1;      ///< kcal
   std::int16_t FatPerDayMax = -1;
   double CholPerDayMax = -1;
   std::int16_t ProtPerDayMax = -1;

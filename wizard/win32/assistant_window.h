@@ -48,7 +48,6 @@ class AssistantWindow : public form::FormObserver {
   void show_timer(const form::Control& timer);
   void give_tab_stop(const form::Control& chosen);
   void give_font(const ShownControl& shown);
-  void place_all();
   void change_resolution(UINT dpi, const RECT& suggested);
   /// One piece of what can wait; false where nothing does.
   bool work_ahead();
