@@ -11,8 +11,8 @@ namespace {
 
 namespace fs = std::filesystem;
 
-constexpr std::chrono::minutes kSurelyAbandoned{10};
-constexpr std::string_view kJournal = "-journal";
+constexpr std::chrono::minutes surely_abandoned{10};
+constexpr std::string_view journal_ending = "-journal";
 
 fs::path file_path(std::string_view utf8) { return {std::u8string(utf8.begin(), utf8.end())}; }
 
@@ -20,16 +20,16 @@ fs::path file_path(std::string_view utf8) { return {std::u8string(utf8.begin(), 
 bool is_working_name(std::string_view name, std::string_view beginning) {
   if (!name.starts_with(beginning)) return false;
   name.remove_prefix(beginning.size());
-  if (name.ends_with(kJournal)) name.remove_suffix(kJournal.size());
-  constexpr std::string_view kToken = "-0123456789ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz";
-  return !name.empty() && name.find_first_not_of(kToken) == std::string_view::npos;
+  if (name.ends_with(journal_ending)) name.remove_suffix(journal_ending.size());
+  constexpr std::string_view token_length = "-0123456789ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz";
+  return !name.empty() && name.find_first_not_of(token_length) == std::string_view::npos;
 }
 
 bool is_abandoned(const fs::path& file) {
   std::error_code failure;
   if (fs::symlink_status(file, failure).type() != fs::file_type::regular) return false;
   const fs::file_time_type changed = fs::last_write_time(file, failure);
-  if (failure || fs::file_time_type::clock::now() - changed < kSurelyAbandoned) return false;
+  if (failure || fs::file_time_type::clock::now() - changed < surely_abandoned) return false;
   const std::u8string path = file.u8string();
   return is_host_file_unused({path.begin(), path.end()});
 }

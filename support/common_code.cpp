@@ -16,16 +16,16 @@ namespace support {
 
 namespace {
 
-constexpr double kToMgDl = 18.016;
-constexpr double kToMmolL = 0.0555;
-constexpr std::size_t kSchemesBuffer = 4095;
+constexpr double mg_dl_per_mmol_l = 18.016;
+constexpr double mmol_l_per_mg_dl = 0.0555;
+constexpr std::size_t schemes_buffer = 4095;
 
 // Codes 20 to 31 stay: the bound is 20, decimal.
 bool is_trimmed(char character) { return static_cast<unsigned char>(character) < 20 || character == ' '; }
 
 std::int16_t saturated(std::size_t count) {
-  constexpr auto kMost = static_cast<std::size_t>(std::numeric_limits<std::int16_t>::max());
-  return static_cast<std::int16_t>(std::min(count, kMost));
+  constexpr auto most_counted = static_cast<std::size_t>(std::numeric_limits<std::int16_t>::max());
+  return static_cast<std::int16_t>(std::min(count, most_counted));
 }
 
 std::vector<std::string> split_text(std::string_view text, std::string_view delimiter) {
@@ -76,9 +76,9 @@ struct ValueFormat {
 };
 
 // By ValueKind. The kinds that are read with a fraction in daily life show one decimal where none are asked for.
-constexpr std::array<ValueFormat, 7> kValueFormats = {
+constexpr std::array<ValueFormat, 7> value_formats = {
     {{" mg/dL", 0}, {" mmol/L", 1}, {" %", 1}, {" mg/l", 0}, {" kg", 1}, {" g", 0}, {" lbs", 1}}};
-constexpr double kLowerLimit = 0;
+constexpr double lower_limit = 0;
 
 }  // namespace
 
@@ -111,7 +111,7 @@ std::int16_t GetSchemes(const IniFiles& ini, const FileSystem& files, std::strin
   std::int16_t count = 0;
   procedure.step([&] {
     if (!file_test(files, schemes_file)) return;
-    const std::string list = ini.sections(schemes_file, {}, kSchemesBuffer);
+    const std::string list = ini.sections(schemes_file, {}, schemes_buffer);
     // Only what a NUL follows is whole.
     names = split_text(std::string_view(list).substr(0, list.rfind('\0') + 1), std::string_view("\0", 1));
     count = saturated(names.size());
@@ -128,21 +128,21 @@ std::string ExtractFromPath(std::string_view path, int part) {
 }
 
 std::string to_mg_dl(double mmol_l) {
-  const double whole = round_half_even(mmol_l * kToMgDl);
+  const double whole = round_half_even(mmol_l * mg_dl_per_mmol_l);
   const bool fits =
       whole >= std::numeric_limits<std::int16_t>::min() && whole <= std::numeric_limits<std::int16_t>::max();
   return fits ? number_text(whole) : std::string();
 }
 
 std::string to_mmol_l(double mg_dl) {
-  const auto rounded = parse_number(fixed_text(mg_dl * kToMmolL, 1));
+  const auto rounded = parse_number(fixed_text(mg_dl * mmol_l_per_mg_dl, 1));
   return rounded ? number_text(static_cast<float>(*rounded)) : std::string();
 }
 
 std::string format_value(double value, ValueKind kind, int decimals, bool show_unit) {
-  const ValueFormat& format = kValueFormats[static_cast<std::size_t>(kind)];
+  const ValueFormat& format = value_formats[static_cast<std::size_t>(kind)];
   const int places = decimals > 0 ? decimals : format.default_decimals;
-  std::string text = value > kLowerLimit ? fixed_text(value, places) : number_text(value);
+  std::string text = value > lower_limit ? fixed_text(value, places) : number_text(value);
   return show_unit ? text.append(format.unit) : text;
 }
 

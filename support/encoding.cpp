@@ -8,17 +8,17 @@ namespace support {
 
 namespace {
 
-constexpr char32_t kReplacement = 0xFFFD;
-constexpr char32_t kLastCodePoint = 0x10FFFF;
+constexpr char32_t replacement_character = 0xFFFD;
+constexpr char32_t last_code_point = 0x10FFFF;
 
 // Bytes 80 to 9F of CP1252; the five unassigned ones stand for the control character of the same code.
-constexpr std::array<char32_t, 32> kHighControls = {0x20AC, 0x0081, 0x201A, 0x0192, 0x201E, 0x2026, 0x2020, 0x2021,
+constexpr std::array<char32_t, 32> high_controls = {0x20AC, 0x0081, 0x201A, 0x0192, 0x201E, 0x2026, 0x2020, 0x2021,
                                                     0x02C6, 0x2030, 0x0160, 0x2039, 0x0152, 0x008D, 0x017D, 0x008F,
                                                     0x0090, 0x2018, 0x2019, 0x201C, 0x201D, 0x2022, 0x2013, 0x2014,
                                                     0x02DC, 0x2122, 0x0161, 0x203A, 0x0153, 0x009D, 0x017E, 0x0178};
 
 struct Decoded {
-  char32_t code = kReplacement;
+  char32_t code = replacement_character;
   std::size_t length = 1;
   bool well_formed = false;
 };
@@ -35,7 +35,7 @@ std::size_t sequence_length(unsigned char lead) {
 
 /// The character at `position`; a byte that begins no well-formed one comes alone. Precondition: position < size.
 Decoded decode(std::string_view text, std::size_t position) {
-  constexpr std::array<char32_t, 5> kSmallest = {0, 0, 0x80, 0x800, 0x10000};
+  constexpr std::array<char32_t, 5> smallest_of_length = {0, 0, 0x80, 0x800, 0x10000};
   const auto lead = static_cast<unsigned char>(text[position]);
   const std::size_t length = sequence_length(lead);
   if (length == 0 || length > text.size() - position) return {};
@@ -45,7 +45,7 @@ Decoded decode(std::string_view text, std::size_t position) {
     if ((next & 0xC0U) != 0x80U) return {};
     code = (code << 6U) | (next & 0x3FU);
   }
-  if (code < kSmallest[length] || code > kLastCodePoint || is_surrogate(code)) return {};
+  if (code < smallest_of_length[length] || code > last_code_point || is_surrogate(code)) return {};
   return {code, length, true};
 }
 
@@ -71,8 +71,8 @@ void append_utf8(std::string& out, char32_t code) {
 /// The CP1252 byte of a character; -1 where it has none.
 int cp1252_byte(char32_t code) {
   if (code < 0x80 || (code >= 0xA0 && code <= 0xFF)) return static_cast<int>(code);
-  const auto* found = std::find(kHighControls.begin(), kHighControls.end(), code);
-  return found == kHighControls.end() ? -1 : static_cast<int>(0x80 + (found - kHighControls.begin()));
+  const auto* found = std::find(high_controls.begin(), high_controls.end(), code);
+  return found == high_controls.end() ? -1 : static_cast<int>(0x80 + (found - high_controls.begin()));
 }
 
 // Both cases of a letter take the same number of bytes in UTF-8, for all letters of CP1252.
@@ -113,7 +113,7 @@ std::string utf8_from_cp1252(std::string_view bytes) {
   out.reserve(bytes.size() + bytes.size() / 8);
   for (const char byte : bytes) {
     const auto code = static_cast<unsigned char>(byte);
-    append_utf8(out, code >= 0x80 && code <= 0x9F ? kHighControls[code - 0x80U] : code);
+    append_utf8(out, code >= 0x80 && code <= 0x9F ? high_controls[code - 0x80U] : code);
   }
   return out;
 }
@@ -165,7 +165,7 @@ std::string utf8_from_utf16(std::u16string_view text) {
     if (unit >= 0xD800 && unit <= 0xDBFF && has_low) {
       append_utf8(out, 0x10000 + ((unit - 0xD800) << 10U) + (text[++i] - 0xDC00U));
     } else {
-      append_utf8(out, is_surrogate(unit) ? kReplacement : unit);
+      append_utf8(out, is_surrogate(unit) ? replacement_character : unit);
     }
   }
   return out;

@@ -6,8 +6,8 @@ namespace support {
 
 namespace {
 
-constexpr int kOutOfMemory = 7;
-constexpr int kInternalError = 51;
+constexpr int out_of_memory = 7;
+constexpr int internal_error = 51;
 
 std::string& label_entered_last() {
   static std::string label;
@@ -25,11 +25,11 @@ RuntimeError runtime_error_of_current_exception() {
   } catch (const RuntimeError& error) {
     return error;
   } catch (const std::bad_alloc&) {
-    return {kOutOfMemory, "Out of memory"};
+    return {out_of_memory, "Out of memory"};
   } catch (const std::exception& exception) {
-    return {kInternalError, exception.what()};
+    return {internal_error, exception.what()};
   } catch (...) {
-    return {kInternalError, "Internal error"};
+    return {internal_error, "Internal error"};
   }
 }
 

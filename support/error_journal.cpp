@@ -14,10 +14,10 @@ namespace {
 
 namespace fs = std::filesystem;
 
-constexpr std::string_view kMark = "APPLICATION LOG (";
-constexpr std::string_view kRule = "--------------------------------------------";
-constexpr std::string_view kLeftOut = "…";
-constexpr std::size_t kLongestText = 300;
+constexpr std::string_view text_mark = "APPLICATION LOG (";
+constexpr std::string_view head_rule = "--------------------------------------------";
+constexpr std::string_view left_out = "…";
+constexpr std::size_t longest_text = 300;
 
 fs::path file_path(const std::string& utf8) { return {std::u8string(utf8.begin(), utf8.end())}; }
 
@@ -35,9 +35,9 @@ std::string_view last_component(std::string_view path) { return path.substr(path
 bool is_journal(const fs::path& path) {
   std::error_code ignored;
   if (!fs::is_regular_file(path, ignored)) return false;
-  std::string beginning(kMark.size(), '\0');
+  std::string beginning(text_mark.size(), '\0');
   std::ifstream file(path, std::ios::binary);
-  return file.read(beginning.data(), static_cast<std::streamsize>(beginning.size())) && beginning == kMark;
+  return file.read(beginning.data(), static_cast<std::streamsize>(beginning.size())) && beginning == text_mark;
 }
 
 bool is_missing(const fs::path& path) {
@@ -56,9 +56,9 @@ bool put_aside(const fs::path& path) {
 }
 
 void leave_out_quoted(std::string& text) {
-  constexpr std::string_view kQuotationMarks = "'\"";
-  const std::size_t first = text.find_first_of(kQuotationMarks), last = text.find_last_of(kQuotationMarks);
-  if (first != last) text.replace(first + 1, last - first - 1, kLeftOut);
+  constexpr std::string_view quotation_marks = "'\"";
+  const std::size_t first = text.find_first_of(quotation_marks), last = text.find_last_of(quotation_marks);
+  if (first != last) text.replace(first + 1, last - first - 1, left_out);
 }
 
 void leave_out_paths(std::string& text) {
@@ -66,7 +66,7 @@ void leave_out_paths(std::string& text) {
   if (separator == std::string::npos) return;
   const std::size_t blank = text.find_last_of(' ', separator);
   text.resize(blank == std::string::npos ? 0 : blank + 1);
-  text += kLeftOut;
+  text += left_out;
 }
 
 }  // namespace
@@ -77,7 +77,7 @@ std::string journal_text(std::string_view description) {
       text, [](char c) { return static_cast<unsigned char>(c) < ' ' || c == '\x7F'; }, ' ');
   leave_out_quoted(text);
   leave_out_paths(text);
-  if (text.size() > kLongestText) text.resize(kLongestText);
+  if (text.size() > longest_text) text.resize(longest_text);
   while (!text.empty() && !is_utf8(text)) text.pop_back();
   return text;
 }
@@ -106,7 +106,7 @@ void ErrorJournal::append(std::string_view line) const {
   if (!is_missing(path) && !is_journal(path)) return;
   std::error_code failure;
   const std::uintmax_t size = fs::file_size(path, failure);
-  if (!failure && size + line.size() > kMostJournalBytes && !put_aside(path)) return;
+  if (!failure && size + line.size() > most_journal_bytes && !put_aside(path)) return;
   if (is_missing(path)) replace_host_file(path_, head());
   std::ofstream(path, std::ios::binary | std::ios::app) << line << std::flush;
 }
@@ -119,9 +119,9 @@ std::string ErrorJournal::head() const {
        {"ExeName:", std::string(last_component(program_.executable))},
        {"IniName:", std::string(last_component(program_.settings_file))},
        {"Long Time", time_text(now, "%H:%M:%S")}}};
-  std::string text = std::string(kMark) + stamp(now) + ")\r\n" + std::string(kRule) + "\r\n";
+  std::string text = std::string(text_mark) + stamp(now) + ")\r\n" + std::string(head_rule) + "\r\n";
   for (const auto& [name, value] : rows) text.append(name).append(" ").append(value).append("\r\n");
-  return text.append(kRule).append("\r\n");
+  return text.append(head_rule).append("\r\n");
 }
 
 }  // namespace support

@@ -23,7 +23,7 @@ struct JournalProgram {
 };
 
 /// A journal of this size begins anew; the one before is kept beside it with the ending ".1".
-constexpr std::uint64_t kMostJournalBytes = std::uint64_t{1} << 20U;
+constexpr std::uint64_t most_journal_bytes = std::uint64_t{1} << 20U;
 
 class ErrorJournal {
  public:

@@ -52,8 +52,8 @@ std::int16_t replace(std::string& text, std::string_view wanted, std::string_vie
     if (lower_wanted.empty() || to_lower(replacement).find(lower_wanted) != std::string::npos) return;
     count = replace_all(text, lower_wanted, replacement);
   });
-  constexpr auto kMost = static_cast<std::size_t>(std::numeric_limits<std::int16_t>::max());
-  return static_cast<std::int16_t>(std::min(count, kMost));
+  constexpr auto most_counted = static_cast<std::size_t>(std::numeric_limits<std::int16_t>::max());
+  return static_cast<std::int16_t>(std::min(count, most_counted));
 }
 
 }  // namespace support

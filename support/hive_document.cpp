@@ -10,10 +10,10 @@ namespace support {
 
 namespace {
 
-constexpr std::string_view kHeader = "REGEDIT4";
-constexpr std::string_view kLineEnd = "\r\n";
-constexpr int kInvalidFileFormat = 321;
-constexpr std::ptrdiff_t kMostLevels = 32;
+constexpr std::string_view file_header = "REGEDIT4";
+constexpr std::string_view line_end = "\r\n";
+constexpr int invalid_file_format = 321;
+constexpr std::ptrdiff_t most_levels = 32;
 
 std::string_view without_blanks(std::string_view text) {
   const auto first = text.find_first_not_of(" \t\r");
@@ -74,7 +74,7 @@ class HiveDocument::Reader {
 
   HiveDocument read() {
     rest_ = text_;
-    if (!next_line() || line_ != kHeader) fail("the first line is not REGEDIT4");
+    if (!next_line() || line_ != file_header) fail("the first line is not REGEDIT4");
     while (next_line()) {
       if (line_.empty()) continue;
       if (line_.find('\0') != std::string_view::npos) fail("unreadable line");
@@ -100,7 +100,7 @@ class HiveDocument::Reader {
   }
 
   [[noreturn]] void fail(const std::string& what) const {
-    throw RuntimeError(kInvalidFileFormat,
+    throw RuntimeError(invalid_file_format,
                        file_name_ + ", line " + std::to_string(std::max<std::size_t>(line_number_, 1)) + ": " + what);
   }
 
@@ -115,7 +115,7 @@ class HiveDocument::Reader {
   void read_key() {
     const std::string path = normal_path(line_.substr(1, line_.size() - 2));
     if (!line_.ends_with(']') || path.empty() || path.front() == '-') fail("no key");
-    if (std::count(path.begin(), path.end(), '\\') > kMostLevels) fail("a key with too many levels");
+    if (std::count(path.begin(), path.end(), '\\') > most_levels) fail("a key with too many levels");
     key_ = static_cast<std::size_t>(&document_.list_key(path) - document_.keys_.data());
     has_key_ = true;
   }
@@ -128,7 +128,7 @@ class HiveDocument::Reader {
     std::string data(without_blanks(behind_name.substr(1)));
     while (data.starts_with("hex") && data.ends_with('\\')) {
       if (!next_line()) fail("the file ends within a value");
-      data.append(kLineEnd).append("  ").append(line_);
+      data.append(line_end).append("  ").append(line_);
     }
     if (!is_known_data(data)) fail("unreadable value");
     document_.set_entry(document_.keys_[key_], name, data);
@@ -203,17 +203,17 @@ HiveDocument::Key& HiveDocument::list_key(std::string_view key) {
 }
 
 std::string HiveDocument::bytes() const {
-  std::string text(kHeader);
-  text += kLineEnd;
-  for (const std::string& comment : opening_comments_) text.append(comment).append(kLineEnd);
+  std::string text(file_header);
+  text += line_end;
+  for (const std::string& comment : opening_comments_) text.append(comment).append(line_end);
   for (const Key& key : keys_) {
-    text.append(kLineEnd).append("[").append(key.path).append("]").append(kLineEnd);
+    text.append(line_end).append("[").append(key.path).append("]").append(line_end);
     for (const Entry& entry : key.entries) {
       if (!entry.is_comment) text.append(entry.name.empty() ? "@" : hive_text_data(entry.name)).append("=");
-      text.append(entry.data).append(kLineEnd);
+      text.append(entry.data).append(line_end);
     }
   }
-  return cp1252_from_utf8(text.append(kLineEnd));
+  return cp1252_from_utf8(text.append(line_end));
 }
 
 std::string hive_text_data(std::string_view text) {
@@ -256,9 +256,9 @@ std::optional<HiveBytes> hive_bytes(std::string_view data) {
 }
 
 std::optional<std::uint32_t> hive_number(std::string_view data) {
-  constexpr std::string_view kPrefix = "dword:";
-  if (!data.starts_with(kPrefix)) return std::nullopt;
-  return hex_number(data.substr(kPrefix.size()), 8);
+  constexpr std::string_view prefix_text = "dword:";
+  if (!data.starts_with(prefix_text)) return std::nullopt;
+  return hex_number(data.substr(prefix_text.size()), 8);
 }
 
 }  // namespace support

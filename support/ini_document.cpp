@@ -8,15 +8,15 @@ namespace support {
 
 namespace {
 
-constexpr std::string_view kUtf8Mark = "\xEF\xBB\xBF";
-constexpr std::string_view kUtf16Mark = "\xFF\xFE";
+constexpr std::string_view utf8_mark = "\xEF\xBB\xBF";
+constexpr std::string_view utf16_mark = "\xFF\xFE";
 // The end-of-file mark of old editors (1A) counts as a blank.
-constexpr std::string_view kBlanks = " \t\n\v\f\r\x1A";
+constexpr std::string_view blank_characters = " \t\n\v\f\r\x1A";
 
 std::string_view without_blanks(std::string_view text) {
-  const auto first = text.find_first_not_of(kBlanks);
+  const auto first = text.find_first_not_of(blank_characters);
   if (first == std::string_view::npos) return {};
-  return text.substr(first, text.find_last_not_of(kBlanks) - first + 1);
+  return text.substr(first, text.find_last_not_of(blank_characters) - first + 1);
 }
 
 std::string_view up_to_nul(std::string_view text) { return text.substr(0, text.find('\0')); }
@@ -67,10 +67,10 @@ std::string utf8_text(std::string_view bytes, IniDocument::Encoding encoding) {
 IniDocument IniDocument::parse(std::string_view bytes, Encoding unmarked) {
   IniDocument document;
   document.encoding_ = unmarked;
-  if (bytes.starts_with(kUtf8Mark) || bytes.starts_with(kUtf16Mark)) {
+  if (bytes.starts_with(utf8_mark) || bytes.starts_with(utf16_mark)) {
     document.marked_ = true;
-    document.encoding_ = bytes.starts_with(kUtf8Mark) ? Encoding::Utf8 : Encoding::Utf16;
-    bytes.remove_prefix(document.encoding_ == Encoding::Utf8 ? kUtf8Mark.size() : kUtf16Mark.size());
+    document.encoding_ = bytes.starts_with(utf8_mark) ? Encoding::Utf8 : Encoding::Utf16;
+    bytes.remove_prefix(document.encoding_ == Encoding::Utf8 ? utf8_mark.size() : utf16_mark.size());
   }
   const std::string text = utf8_text(bytes, document.encoding_);
   document.is_text_ = text.find('\0') == std::string::npos;
@@ -131,7 +131,7 @@ std::vector<std::string_view> IniDocument::sections() const {
 }
 
 bool IniDocument::set(std::string_view section, std::string_view key, std::string_view value) {
-  const std::string new_value(value.substr(std::min(value.find_first_not_of(kBlanks), value.size())));
+  const std::string new_value(value.substr(std::min(value.find_first_not_of(blank_characters), value.size())));
   const std::size_t section_index = index_of(sections_, section);
   if (section_index == sections_.size()) {
     const std::string_view name = without_blanks(section);
@@ -152,9 +152,9 @@ bool IniDocument::set(std::string_view section, std::string_view key, std::strin
 std::string IniDocument::encoded(std::string_view text) const {
   switch (encoding_) {
     case Encoding::Utf8:
-      return std::string(marked_ ? kUtf8Mark : std::string_view()).append(text);
+      return std::string(marked_ ? utf8_mark : std::string_view()).append(text);
     case Encoding::Utf16:
-      return std::string(kUtf16Mark) + utf16_bytes_from_utf8(text);
+      return std::string(utf16_mark) + utf16_bytes_from_utf8(text);
     case Encoding::Cp1252:
       break;
   }
@@ -162,23 +162,23 @@ std::string IniDocument::encoded(std::string_view text) const {
 }
 
 std::string IniDocument::bytes() const {
-  constexpr std::string_view kLineEnd = "\r\n";
+  constexpr std::string_view line_end = "\r\n";
   std::string text;
   for (const Section& section : sections_) {
-    if (&section != &sections_.front()) text.append("[").append(section.name).append("]").append(kLineEnd);
+    if (&section != &sections_.front()) text.append("[").append(section.name).append("]").append(line_end);
     for (const Line& line : section.lines) {
       text += line.name;
       if (line.value) text.append("=").append(*line.value);
-      text += kLineEnd;
+      text += line_end;
     }
   }
   return encoded(text);
 }
 
 bool is_writable_ini_entry(std::string_view section, std::string_view key, std::string_view value) {
-  constexpr std::string_view kLineBreaks("\r\n\0", 3);
+  constexpr std::string_view line_breaks("\r\n\0", 3);
   for (const std::string_view text : {section, key, value}) {
-    if (!fits_cp1252(text) || text.find_first_of(kLineBreaks) != std::string_view::npos) return false;
+    if (!fits_cp1252(text) || text.find_first_of(line_breaks) != std::string_view::npos) return false;
   }
   const std::string_view name = without_blanks(key);
   return !name.empty() && name.front() != ';' && name.front() != '[' && name.find('=') == std::string_view::npos &&

@@ -67,6 +67,6 @@ class IniDocument {
 bool is_writable_ini_entry(std::string_view section, std::string_view key, std::string_view value);
 
 /// Larger ini files are taken for damaged: read as missing, never written.
-constexpr std::size_t kMostIniBytes = std::size_t{4} << 20U;
+constexpr std::size_t most_ini_bytes = std::size_t{4} << 20U;
 
 }  // namespace support

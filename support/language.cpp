@@ -12,9 +12,9 @@ namespace support {
 
 namespace {
 
-constexpr std::string_view kClassEnding = ".LanguageDLL";
-constexpr std::string_view kDefaultName = "de";
-constexpr std::string_view kSection = "texts";
+constexpr std::string_view class_ending = ".LanguageDLL";
+constexpr std::string_view default_name = "de";
+constexpr std::string_view text_section = "texts";
 
 using Texts = std::map<long, std::string>;
 
@@ -35,11 +35,11 @@ class TextTable final : public LanguageComponent {
 bool is_plain_name(std::string_view name) { return name.find_first_of("\\/:.") == std::string_view::npos; }
 
 std::string with_line_breaks(std::string_view text) {
-  constexpr std::string_view kMark = "\\n";
+  constexpr std::string_view text_mark = "\\n";
   std::string result;
-  for (auto mark = text.find(kMark); mark != std::string_view::npos; mark = text.find(kMark)) {
+  for (auto mark = text.find(text_mark); mark != std::string_view::npos; mark = text.find(text_mark)) {
     result.append(text.substr(0, mark)).append("\r\n");
-    text.remove_prefix(mark + kMark.size());
+    text.remove_prefix(mark + text_mark.size());
   }
   return result.append(text);
 }
@@ -48,7 +48,7 @@ Texts texts_of(std::string_view bytes) {
   const auto encoding = is_utf8(bytes) ? IniDocument::Encoding::Utf8 : IniDocument::Encoding::Cp1252;
   const IniDocument table = IniDocument::parse(bytes, encoding);
   Texts texts;
-  table.each_value(kSection, [&texts](std::string_view key, std::string_view text) {
+  table.each_value(text_section, [&texts](std::string_view key, std::string_view text) {
     long number = 0;
     const auto [end, error] = std::from_chars(key.data(), key.data() + key.size(), number);
     if (error != std::errc() || end != key.data() + key.size()) return;
@@ -60,10 +60,10 @@ Texts texts_of(std::string_view bytes) {
 }  // namespace
 
 std::unique_ptr<LanguageComponent> open_text_table(std::string_view folder, std::string_view name) {
-  if (name.empty()) name = kDefaultName;
+  if (name.empty()) name = default_name;
   if (!is_plain_name(name)) return nullptr;
   const std::string file = std::string(folder) + "\\texts\\" + std::string(name) + ".ini";
-  const auto bytes = host_file_system().read(file, kMostIniBytes);
+  const auto bytes = host_file_system().read(file, most_ini_bytes);
   Texts texts = bytes ? texts_of(*bytes) : Texts();
   if (texts.empty()) return nullptr;
   return std::make_unique<TextTable>(std::move(texts));
@@ -71,7 +71,7 @@ std::unique_ptr<LanguageComponent> open_text_table(std::string_view folder, std:
 
 std::unique_ptr<LanguageComponent> create_language(std::string_view class_name, std::string_view folder) {
   if (auto component = create_installed_language(class_name)) return component;
-  if (class_name.ends_with(kClassEnding)) class_name.remove_suffix(kClassEnding.size());
+  if (class_name.ends_with(class_ending)) class_name.remove_suffix(class_ending.size());
   return open_text_table(folder, class_name);
 }
 

@@ -8,16 +8,16 @@ namespace support {
 
 namespace {
 
-constexpr std::uint32_t kText = 1;
-constexpr std::uint32_t kExpandableText = 2;
-constexpr std::uint32_t kNumber = 4;
-constexpr std::size_t kIniBuffer = 4096;
-constexpr std::string_view kNul("\0", 1);
+constexpr std::uint32_t text_type = 1;
+constexpr std::uint32_t expandable_text_type = 2;
+constexpr std::uint32_t number_type = 4;
+constexpr std::size_t ini_buffer = 4096;
+constexpr std::string_view nul_character("\0", 1);
 
 /// The value as text; nothing for a type that is not supported. Numbers are signed, as the callers count.
 std::optional<std::string> value_text(const RegistryValue& value) {
-  if (value.type == kNumber) return std::to_string(static_cast<std::int32_t>(value.number));
-  if (value.type != kText && value.type != kExpandableText) return std::nullopt;
+  if (value.type == number_type) return std::to_string(static_cast<std::int32_t>(value.number));
+  if (value.type != text_type && value.type != expandable_text_type) return std::nullopt;
   std::string text = value.text;
   if (!text.empty() && static_cast<unsigned char>(text.back()) < 20) text.pop_back();
   return text;
@@ -57,11 +57,11 @@ std::string read_through_buffer(const IniFiles& files, const std::string& file, 
                                 std::string_view delimiter) {
   const bool key_list = query.key == "KEYS";
   if (!key_list && query.key != "SECTIONS") {
-    return files.value(file, query.section, query.key, query.fallback, kIniBuffer);
+    return files.value(file, query.section, query.key, query.fallback, ini_buffer);
   }
-  const std::string names = key_list ? files.keys(file, query.section, query.fallback, kIniBuffer)
-                                     : files.sections(file, query.fallback, kIniBuffer);
-  return delimiter == kNul ? names : joined(names, delimiter);
+  const std::string names = key_list ? files.keys(file, query.section, query.fallback, ini_buffer)
+                                     : files.sections(file, query.fallback, ini_buffer);
+  return delimiter == nul_character ? names : joined(names, delimiter);
 }
 
 }  // namespace
@@ -116,7 +116,7 @@ std::string ReadIni(const IniFiles& files, const Registry& registry, std::string
   std::string text;
   procedure.guarded([&] {
     const std::string file = query.file.empty() ? default_ini_file(registry, registry_key) : std::string(query.file);
-    const std::string_view delimiter = query.delimiter.empty() ? kNul : query.delimiter;
+    const std::string_view delimiter = query.delimiter.empty() ? nul_character : query.delimiter;
     text = read_through_buffer(files, file, query, delimiter);
     if (query.index != -1) text = piece(text, query.index, delimiter);
   });

@@ -114,10 +114,10 @@ struct DecimalDigits {
 
 /// The 15 digits that a double holds for sure: what a user takes the number to be.
 DecimalDigits decimal_digits(double size) {
-  constexpr int kDigitsBehindFirst = 14;
+  constexpr int digits_behind_first = 14;
   std::array<char, 64> buffer{};
   const auto [end, error] = std::to_chars(buffer.data(), buffer.data() + buffer.size(), size,
-                                          std::chars_format::scientific, kDigitsBehindFirst);
+                                          std::chars_format::scientific, digits_behind_first);
   const std::string_view text(buffer.data(), static_cast<std::size_t>(end - buffer.data()));
   const auto mark = text.find('e');
   const bool negative = text[mark + 1] == '-';
@@ -158,8 +158,8 @@ struct CivilDate {
   int day = 0;
 };
 
-constexpr double kFirstDay = -657434;  // 0100-01-01
-constexpr double kLastDay = 2958465;   // 9999-12-31
+constexpr double first_day = -657434;  // 0100-01-01
+constexpr double last_day = 2958465;   // 9999-12-31
 
 /// Days since 1899-12-30 to a date of the Gregorian calendar. The era arithmetic counts years from 1 March.
 CivilDate civil_date(int day) {
@@ -258,7 +258,7 @@ std::string fixed_text(double value, int decimals) {
 }
 
 std::string short_date_text(double day) {
-  if (!(day > kFirstDay - 1 && day < kLastDay + 1)) return {};
+  if (!(day > first_day - 1 && day < last_day + 1)) return {};
   return date_by_picture(civil_date(static_cast<int>(day)), user_locale().short_date);
 }
 

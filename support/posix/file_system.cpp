@@ -20,7 +20,7 @@ namespace support {
 namespace {
 
 // Below a device no file can be, so a path that must not exist is put there.
-constexpr std::string_view kNowhere = "/dev/null/";
+constexpr std::string_view nowhere = "/dev/null/";
 
 bool status_of(const std::string& path, struct stat& status) { return stat(path.c_str(), &status) == 0; }
 
@@ -128,9 +128,9 @@ bool PosixFileSystem::remove(std::string_view path) { return unlink(host_path(pa
 std::string PosixFileSystem::host_path(std::string_view path) const {
   std::string slashed(path);
   std::replace(slashed.begin(), slashed.end(), '\\', '/');
-  if (slashed.find('\0') != std::string::npos) return std::string(kNowhere) + "NUL";
+  if (slashed.find('\0') != std::string::npos) return std::string(nowhere) + "NUL";
   if (slashed.size() >= 2 && slashed[1] == ':' && is_letter(slashed[0])) {
-    if (slashed[0] != 'Z' && slashed[0] != 'z') return std::string(kNowhere) + slashed;
+    if (slashed[0] != 'Z' && slashed[0] != 'z') return std::string(nowhere) + slashed;
     slashed.erase(0, 2);
   }
   return with_real_names(slashed);

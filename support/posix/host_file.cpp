@@ -22,12 +22,12 @@ namespace support {
 
 namespace {
 
-constexpr int kPermissionDenied = 70;
-constexpr int kPathFileAccessError = 75;
-constexpr std::chrono::seconds kLongestWait{5};
+constexpr int permission_denied = 70;
+constexpr int path_file_access_error = 75;
+constexpr std::chrono::seconds longest_wait{5};
 
 [[noreturn]] void fail(const std::string& path) {
-  throw RuntimeError(kPathFileAccessError, "Cannot write " + path + ": " + std::strerror(errno));
+  throw RuntimeError(path_file_access_error, "Cannot write " + path + ": " + std::strerror(errno));
 }
 
 /// The file that a path means once links are followed; the path itself where there is no file.
@@ -127,11 +127,11 @@ class HostFileLock::Held {
 
 // The folder is what is locked: the file itself is another one after each replacement.
 HostFileLock::HostFileLock(const std::string& path) : held_(std::make_unique<Held>(folder_of(link_target(path)))) {
-  const auto end = std::chrono::steady_clock::now() + kLongestWait;
+  const auto end = std::chrono::steady_clock::now() + longest_wait;
   while (held_->descriptor() && !try_lock(held_->descriptor().get())) {
     if (errno != EWOULDBLOCK && errno != EINTR) return;
     if (std::chrono::steady_clock::now() > end) {
-      throw RuntimeError(kPermissionDenied, "Cannot write " + path + ": another program is writing there");
+      throw RuntimeError(permission_denied, "Cannot write " + path + ": another program is writing there");
     }
     std::this_thread::sleep_for(std::chrono::milliseconds(2));
   }

@@ -34,7 +34,7 @@ std::string list_through_buffer(const std::vector<std::string_view>& names, std:
 }  // namespace
 
 const IniDocument* PosixIniFiles::document(std::string_view file) const {
-  std::optional<std::string> bytes = read_host_file(host_path(file), kMostIniBytes);
+  std::optional<std::string> bytes = read_host_file(host_path(file), most_ini_bytes);
   if (!bytes) return nullptr;
   if (*bytes != cached_bytes_) {
     cached_ = IniDocument::parse(*bytes);

@@ -23,8 +23,8 @@ namespace support {
 namespace {
 
 // Names that the kernel's headers do not carry.
-constexpr unsigned long kCifsMagic = 0xFF534D42;
-constexpr unsigned long kSmb2Magic = 0xFE534D42;
+constexpr unsigned long cifs_magic = 0xFF534D42;
+constexpr unsigned long smb2_magic = 0xFE534D42;
 
 std::string absolute_host_path(std::string_view path) {
   const FileSystem& files = host_file_system();
@@ -41,10 +41,10 @@ std::string trash_folder() {
 
 /// A path as the trash notes it: bytes outside the plain letters in the form %XX.
 std::string percent_encoded(std::string_view path) {
-  constexpr std::string_view kPlain = "ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz0123456789-._~/";
+  constexpr std::string_view plain_characters = "ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz0123456789-._~/";
   std::string encoded;
   for (const char byte : path) {
-    if (kPlain.find(byte) != std::string_view::npos) {
+    if (plain_characters.find(byte) != std::string_view::npos) {
       encoded += byte;
       continue;
     }
@@ -66,8 +66,8 @@ std::string local_time_text() {
 
 /// Takes a free name in the trash by creating its note; empty where that fails.
 std::string reserve_trash_name(const std::string& trash, const std::string& name, const std::string& note) {
-  constexpr int kMostAttempts = 10000;
-  for (int attempt = 1; attempt <= kMostAttempts; ++attempt) {
+  constexpr int most_attempts = 10000;
+  for (int attempt = 1; attempt <= most_attempts; ++attempt) {
     std::string candidate = attempt == 1 ? name : name + "." + std::to_string(attempt);
     if (host_file_exists(trash + "/files/" + candidate)) continue;
     const std::string path = trash + "/info/" + candidate + ".trashinfo";
@@ -83,10 +83,10 @@ std::string reserve_trash_name(const std::string& trash, const std::string& name
 
 /// Moves a file to a name that is free. Across file systems the copy is complete on disk before the file goes.
 bool move_file(const std::string& source, const std::string& target) {
-  constexpr std::uint64_t kMostCopied = std::uint64_t{64} << 20U;
+  constexpr std::uint64_t most_copied = std::uint64_t{64} << 20U;
   if (std::rename(source.c_str(), target.c_str()) == 0) return true;
   if (errno != EXDEV) return false;
-  const auto content = read_host_file(source, kMostCopied);
+  const auto content = read_host_file(source, most_copied);
   if (!content) return false;
   try {
     replace_host_file(target, *content);
@@ -137,7 +137,7 @@ bool is_network_path(std::string_view path) {
   struct statfs status {};
   if (statfs(host_file_system().host_path(path).c_str(), &status) != 0) return false;
   const auto type = static_cast<unsigned long>(status.f_type) & 0xFFFFFFFFUL;
-  return type == NFS_SUPER_MAGIC || type == SMB_SUPER_MAGIC || type == kCifsMagic || type == kSmb2Magic;
+  return type == NFS_SUPER_MAGIC || type == SMB_SUPER_MAGIC || type == cifs_magic || type == smb2_magic;
 }
 
 }  // namespace support

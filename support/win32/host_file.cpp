@@ -14,12 +14,12 @@ namespace support {
 
 namespace {
 
-constexpr int kPermissionDenied = 70;
-constexpr int kPathFileAccessError = 75;
-constexpr DWORD kLongestWait = 5000;
+constexpr int permission_denied = 70;
+constexpr int path_file_access_error = 75;
+constexpr DWORD longest_wait = 5000;
 
 [[noreturn]] void fail(const std::string& path, DWORD reason) {
-  throw RuntimeError(kPathFileAccessError, "Cannot write " + path + ": error " + std::to_string(reason));
+  throw RuntimeError(path_file_access_error, "Cannot write " + path + ": error " + std::to_string(reason));
 }
 
 /// A new file beside the one that is to be replaced.
@@ -29,10 +29,10 @@ std::wstring temporary_name(const std::wstring& path) {
 }
 
 bool write_all(HANDLE file, std::string_view content) {
-  constexpr std::size_t kBlock = std::size_t{1} << 20U;
+  constexpr std::size_t block_size = std::size_t{1} << 20U;
   while (!content.empty()) {
     DWORD written = 0;
-    const auto size = static_cast<DWORD>(std::min(content.size(), kBlock));
+    const auto size = static_cast<DWORD>(std::min(content.size(), block_size));
     if (WriteFile(file, content.data(), size, &written, nullptr) == 0 || written == 0) return false;
     content.remove_prefix(written);
   }
@@ -104,7 +104,7 @@ class HostFileLock::Held {
   /// True also where there is no lock to be had.
   bool take() {
     if (mutex_ == nullptr) return true;
-    const DWORD result = WaitForSingleObject(mutex_, kLongestWait);
+    const DWORD result = WaitForSingleObject(mutex_, longest_wait);
     owned_ = result == WAIT_OBJECT_0 || result == WAIT_ABANDONED;
     return owned_;
   }
@@ -120,7 +120,7 @@ HostFileLock::HostFileLock(const std::string& path) {
   std::replace(name.begin() + 6, name.end(), L'\\', L'/');
   held_ = std::make_unique<Held>(name.substr(0, MAX_PATH));
   if (!held_->take()) {
-    throw RuntimeError(kPermissionDenied, "Cannot write " + path + ": another program is writing there");
+    throw RuntimeError(permission_denied, "Cannot write " + path + ": another program is writing there");
   }
 }
 

@@ -17,7 +17,7 @@ namespace {
 
 /// The file as the calls take it; nothing where it is too large for them to be let near it.
 std::optional<std::string> profile_path(std::string_view file) {
-  if (host_file_system().file_size(file).value_or(0) > kMostIniBytes) return std::nullopt;
+  if (host_file_system().file_size(file).value_or(0) > most_ini_bytes) return std::nullopt;
   return ansi_path(file);
 }
 
@@ -39,7 +39,7 @@ bool may_be_written(const std::string& path) {
   const DWORD attributes = GetFileAttributesW(wide_path(path).c_str());
   if (attributes == INVALID_FILE_ATTRIBUTES) return !host_file_exists(path);
   if ((attributes & FILE_ATTRIBUTE_READONLY) != 0) return false;
-  const auto bytes = read_host_file(path, kMostIniBytes);
+  const auto bytes = read_host_file(path, most_ini_bytes);
   return bytes && IniDocument::parse(*bytes).is_text();
 }
 

@@ -69,11 +69,11 @@ std::vector<std::string> recycle(std::string_view folder, std::string_view patte
 }
 
 bool open_file(std::string_view path) {
-  constexpr INT_PTR kLastError = 32;
+  constexpr INT_PTR last_shell_error = 32;
   if (!host_file_system().file_size(path)) return false;
   const OleSession session;
   const HINSTANCE result = ShellExecuteW(nullptr, L"open", wide_path(path).c_str(), nullptr, nullptr, SW_SHOWNORMAL);
-  return reinterpret_cast<INT_PTR>(result) > kLastError;
+  return reinterpret_cast<INT_PTR>(result) > last_shell_error;
 }
 
 std::optional<std::string> choose_folder(std::string_view title, void* owner) {

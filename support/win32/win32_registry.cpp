@@ -9,14 +9,14 @@ namespace support {
 
 namespace {
 
-constexpr REGSAM kReading = KEY_QUERY_VALUE | KEY_ENUMERATE_SUB_KEYS | KEY_NOTIFY;
+constexpr REGSAM reading_rights = KEY_QUERY_VALUE | KEY_ENUMERATE_SUB_KEYS | KEY_NOTIFY;
 // All rights that are specific to keys.
-constexpr REGSAM kWriting = 0x3F;
+constexpr REGSAM writing_rights = 0x3F;
 
-constexpr int kPathFileAccessError = 75;
+constexpr int path_file_access_error = 75;
 
 [[noreturn]] void fail(std::string_view key, LSTATUS status) {
-  throw RuntimeError(kPathFileAccessError,
+  throw RuntimeError(path_file_access_error,
                      "Cannot write the registry key " + std::string(key) + ": error " + std::to_string(status));
 }
 
@@ -66,11 +66,11 @@ std::optional<std::uint32_t> number_data(HKEY key, const std::string& name) {
 }  // namespace
 
 bool Win32Registry::key_exists(RootKey root, std::string_view key) const {
-  return static_cast<bool>(OpenKey(root, key, kReading));
+  return static_cast<bool>(OpenKey(root, key, reading_rights));
 }
 
 std::optional<RegistryValue> Win32Registry::read(RootKey root, std::string_view key, std::string_view name) const {
-  const OpenKey open(root, key, kReading);
+  const OpenKey open(root, key, reading_rights);
   const std::string value_name = cp1252_from_utf8(name);
   DWORD type = 0;
   DWORD size = 0;
@@ -96,7 +96,7 @@ Registry::CreateResult Win32Registry::create_key(RootKey root, std::string_view 
   DWORD disposition = 0;
   std::string class_text = cp1252_from_utf8(class_name);
   const LSTATUS status = RegCreateKeyExA(root_handle(root), cp1252_from_utf8(key).c_str(), 0, class_text.data(),
-                                         REG_OPTION_NON_VOLATILE, kWriting, nullptr, created.put(), &disposition);
+                                         REG_OPTION_NON_VOLATILE, writing_rights, nullptr, created.put(), &disposition);
   if (status != ERROR_SUCCESS) fail(key, status);
   RegFlushKey(created.get());
   return disposition == REG_CREATED_NEW_KEY ? CreateResult::Created : CreateResult::Existed;
@@ -104,7 +104,7 @@ Registry::CreateResult Win32Registry::create_key(RootKey root, std::string_view 
 
 bool Win32Registry::write_text(RootKey root, std::string_view key, std::string_view name, std::string_view value) {
   if (!is_storable(key) || !is_storable(name) || !is_storable(value)) return false;
-  const OpenKey open(root, key, kWriting);
+  const OpenKey open(root, key, writing_rights);
   if (!open) return false;
   const std::string text = cp1252_from_utf8(value);
   const auto* const bytes = reinterpret_cast<const BYTE*>(text.c_str());

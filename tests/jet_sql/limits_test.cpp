@@ -58,7 +58,7 @@ TEST_P(Limits, AreKeptQuickly) {
   EXPECT_LT(std::chrono::steady_clock::now() - start, std::chrono::seconds(20));
 }
 
-const Limit kLimits[] = {
+const Limit limit_cases[] = {
     {"ConditionsOfAUsualStatement", "SELECT id FROM t WHERE " + chained("id=1", " OR ", 140), 0},
     {"TooManyConditions", "SELECT id FROM t WHERE " + chained("id=1", " AND ", 100000), 3360},
     {"Parentheses", "SELECT " + repeated("(", 60) + "1" + repeated(")", 60), 0},
@@ -96,7 +96,8 @@ const Limit kLimits[] = {
     {"ATextTooLargeToFill", "SELECT string(70000, 'x')", 6},
 };
 
-INSTANTIATE_TEST_SUITE_P(Of, Limits, testing::ValuesIn(kLimits), [](const auto& limit) { return limit.param.name; });
+INSTANTIATE_TEST_SUITE_P(Of, Limits, testing::ValuesIn(limit_cases),
+                         [](const auto& limit) { return limit.param.name; });
 
 }  // namespace
 }  // namespace jet_sql_test

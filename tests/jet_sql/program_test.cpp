@@ -246,7 +246,7 @@ TEST_F(Programs, DefaultsAreExpressionsOfTheFieldsType) {
 }
 
 TEST_F(Programs, ErrorsNeverShowAValue) {
-  constexpr const char* kSecret = "Geheim";
+  constexpr const char* secret_text = "Geheim";
   for (const std::string statement :
        {"INSERT INTO t (n) VALUES ('Geheim')", "SELECT 'Geheim' + 1", "SELECT 'Geheim' 'Geheim'",
         "UPDATE t SET name='O'Geheim'", "INSERT INTO t (name) VALUES ('Geheim Geheim Geheim Geheim')",
@@ -255,7 +255,7 @@ TEST_F(Programs, ErrorsNeverShowAValue) {
       database.run(statement);
       ADD_FAILURE() << statement << " succeeded";
     } catch (const support::RuntimeError& error) {
-      EXPECT_EQ(std::string::npos, std::string_view(error.what()).find(kSecret)) << error.what();
+      EXPECT_EQ(std::string::npos, std::string_view(error.what()).find(secret_text)) << error.what();
       EXPECT_NE("", std::string_view(error.what()));
     }
   }

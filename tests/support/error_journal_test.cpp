@@ -72,10 +72,10 @@ TEST_F(ErrorJournalTest, BeginsAnewAtOneMebibyteAndKeepsTheOneBefore) {
   const std::string text(290, 'x');
   for (int round = 0; round < 2; ++round) {
     fail(3500, text);
-    EXPECT_LE(content().size(), kMostJournalBytes);
+    EXPECT_LE(content().size(), most_journal_bytes);
     EXPECT_THAT(content(), StartsWith("APPLICATION LOG ("));
-    EXPECT_LE(content("journal.log.1").size(), kMostJournalBytes);
-    EXPECT_GT(content("journal.log.1").size(), kMostJournalBytes - 1000);
+    EXPECT_LE(content("journal.log.1").size(), most_journal_bytes);
+    EXPECT_GT(content("journal.log.1").size(), most_journal_bytes - 1000);
   }
   EXPECT_EQ(folder_.file_count(), 2U);
 }
@@ -85,7 +85,7 @@ TEST_F(ErrorJournalTest, TouchesNoFileThatIsNoJournal) {
   fail(1);
   EXPECT_EQ(content(), "SQLite format 3");
 
-  folder_.write("journal.log", "APPLICATION LOG (" + std::string(kMostJournalBytes, 'x'));
+  folder_.write("journal.log", "APPLICATION LOG (" + std::string(most_journal_bytes, 'x'));
   folder_.write("journal.log.1", "someone's file");
   fail(1);
   EXPECT_EQ(content("journal.log.1"), "someone's file");

@@ -14,10 +14,10 @@ namespace {
 using ::testing::HasSubstr;
 using testing::TemporaryFolder;
 using ::testing::ThrowsMessage;
-constexpr RootKey kUser = RootKey::CurrentUser;
-constexpr RootKey kMachine = RootKey::LocalMachine;
+constexpr RootKey user_root = RootKey::CurrentUser;
+constexpr RootKey machine_root = RootKey::LocalMachine;
 
-constexpr std::string_view kHive =
+constexpr std::string_view hive_text =
     "REGEDIT4\r\n; the installation\r\n\r\n[HKEY_LOCAL_MACHINE\\SOFTWARE\\Maker\\App]\r\n; its folder\r\n"
     "\"path\"=\"C:\\\\Programme\\\\Gr\xF6\xDF"
     "e \\\"x\\\"\"\r\n@=\"own\"\r\n\"n\"=dword:0000001f\r\n"
@@ -31,20 +31,20 @@ std::string text_of(const Registry& registry, RootKey root, std::string_view key
 
 TEST(Hive, ReadsValuesAndKeepsWhatItDoesNotKnow) {
   const TemporaryFolder folder;
-  folder.write("h.reg", kHive);
+  folder.write("h.reg", hive_text);
   const auto hive = open_hive(folder.host("h.reg"));
-  constexpr std::string_view kKey = "software\\MAKER\\app";
-  EXPECT_EQ(text_of(*hive, kMachine, kKey, "PATH"), "C:\\Programme\\Größe \"x\"");
-  EXPECT_EQ(text_of(*hive, kMachine, kKey, ""), "own");
-  EXPECT_EQ(text_of(*hive, kMachine, kKey, "n"), "31");
-  EXPECT_EQ(text_of(*hive, kMachine, kKey, "expand"), "%T%");
-  EXPECT_EQ(text_of(*hive, kMachine, kKey, "list"), "nothing");
-  EXPECT_EQ(hive->read(kMachine, kKey, "list")->type, 7U);
-  EXPECT_TRUE(hive->key_exists(kMachine, "SOFTWARE\\Maker"));
-  EXPECT_FALSE(hive->key_exists(kUser, "SOFTWARE\\Maker"));
+  constexpr std::string_view key_path = "software\\MAKER\\app";
+  EXPECT_EQ(text_of(*hive, machine_root, key_path, "PATH"), "C:\\Programme\\Größe \"x\"");
+  EXPECT_EQ(text_of(*hive, machine_root, key_path, ""), "own");
+  EXPECT_EQ(text_of(*hive, machine_root, key_path, "n"), "31");
+  EXPECT_EQ(text_of(*hive, machine_root, key_path, "expand"), "%T%");
+  EXPECT_EQ(text_of(*hive, machine_root, key_path, "list"), "nothing");
+  EXPECT_EQ(hive->read(machine_root, key_path, "list")->type, 7U);
+  EXPECT_TRUE(hive->key_exists(machine_root, "SOFTWARE\\Maker"));
+  EXPECT_FALSE(hive->key_exists(user_root, "SOFTWARE\\Maker"));
 
-  ASSERT_TRUE(hive->write_text(kMachine, kKey, "Path", "C:\\x"));
-  std::string expected(kHive);
+  ASSERT_TRUE(hive->write_text(machine_root, key_path, "Path", "C:\\x"));
+  std::string expected(hive_text);
   const auto start = expected.find("C:\\\\Programme");
   expected.replace(start, expected.find('\r', start) - start, "C:\\\\x\"");
   EXPECT_EQ(folder.read("h.reg"), expected);
@@ -54,11 +54,11 @@ TEST(Hive, AppendsKeysInTheSpellingOfThoseAboveThem) {
   const TemporaryFolder folder;
   const auto hive = open_hive(folder.host("h.reg"));
   EXPECT_FALSE(folder.read("h.reg"));
-  EXPECT_EQ(hive->create_key(kUser, "Software\\Maker", "string"), Registry::CreateResult::Created);
-  EXPECT_EQ(hive->create_key(kUser, "SOFTWARE\\maker\\App\\User", "string"), Registry::CreateResult::Created);
-  EXPECT_EQ(hive->create_key(kUser, "software\\maker\\app", "string"), Registry::CreateResult::Existed);
-  EXPECT_TRUE(hive->write_text(kUser, "software\\maker", "BGUnit", "1"));
-  EXPECT_TRUE(hive->write_text(kUser, "software\\maker\\APP", "v", " "));
+  EXPECT_EQ(hive->create_key(user_root, "Software\\Maker", "string"), Registry::CreateResult::Created);
+  EXPECT_EQ(hive->create_key(user_root, "SOFTWARE\\maker\\App\\User", "string"), Registry::CreateResult::Created);
+  EXPECT_EQ(hive->create_key(user_root, "software\\maker\\app", "string"), Registry::CreateResult::Existed);
+  EXPECT_TRUE(hive->write_text(user_root, "software\\maker", "BGUnit", "1"));
+  EXPECT_TRUE(hive->write_text(user_root, "software\\maker\\APP", "v", " "));
   EXPECT_EQ(folder.read("h.reg"),
             "REGEDIT4\r\n\r\n[HKEY_CURRENT_USER\\Software\\Maker]\r\n\"BGUnit\"=\"1\"\r\n\r\n"
             "[HKEY_CURRENT_USER\\Software\\Maker\\App\\User]\r\n\r\n"
@@ -71,9 +71,9 @@ TEST(Hive, TouchesTheFileOnlyForAChange) {
   const std::string loose = "REGEDIT4\n[HKEY_CURRENT_USER\\A]\n \"v\" = \"1\" \n";
   folder.write("h.reg", loose);
   const auto hive = open_hive(folder.host("h.reg"));
-  EXPECT_TRUE(hive->write_text(kUser, "a", "V", "1"));
-  EXPECT_EQ(hive->create_key(kUser, "a", ""), Registry::CreateResult::Existed);
-  EXPECT_FALSE(hive->write_text(kUser, "a", "v", "two\r\nlines"));
+  EXPECT_TRUE(hive->write_text(user_root, "a", "V", "1"));
+  EXPECT_EQ(hive->create_key(user_root, "a", ""), Registry::CreateResult::Existed);
+  EXPECT_FALSE(hive->write_text(user_root, "a", "v", "two\r\nlines"));
   EXPECT_EQ(folder.read("h.reg"), loose);
 }
 
@@ -81,11 +81,11 @@ TEST(Hive, WritesOverWhatAnotherProgramWroteMeanwhile) {
   const TemporaryFolder folder;
   const auto first = open_hive(folder.host("h.reg"));
   const auto second = open_hive(folder.host("h.reg"));
-  EXPECT_TRUE(WriteRegString(*first, kUser, "A", "one", "1"));
-  EXPECT_TRUE(WriteRegString(*second, kUser, "A", "two", "2"));
+  EXPECT_TRUE(WriteRegString(*first, user_root, "A", "one", "1"));
+  EXPECT_TRUE(WriteRegString(*second, user_root, "A", "two", "2"));
   const auto third = open_hive(folder.host("h.reg"));
-  EXPECT_EQ(text_of(*third, kUser, "A", "one"), "1");
-  EXPECT_EQ(text_of(*third, kUser, "A", "two"), "2");
+  EXPECT_EQ(text_of(*third, user_root, "A", "one"), "1");
+  EXPECT_EQ(text_of(*third, user_root, "A", "two"), "2");
 }
 
 TEST(Hive, IsUnchangedWhereItCannotBeWritten) {
@@ -93,27 +93,27 @@ TEST(Hive, IsUnchangedWhereItCannotBeWritten) {
   folder.write("h.reg", "REGEDIT4\n[HKEY_CURRENT_USER\\A]\n\"v\"=\"1\"\n");
   const auto hive = open_hive(folder.host("h.reg"));
   folder.set_read_only("h.reg", true);
-  EXPECT_THAT([&] { hive->write_text(kUser, "A", "v", "2"); }, ThrowsMessage<RuntimeError>(HasSubstr("h.reg")));
-  EXPECT_EQ(text_of(*hive, kUser, "A", "v"), "1");
-  EXPECT_THROW(hive->create_key(kUser, "B", ""), RuntimeError);
-  EXPECT_FALSE(hive->key_exists(kUser, "B"));
+  EXPECT_THAT([&] { hive->write_text(user_root, "A", "v", "2"); }, ThrowsMessage<RuntimeError>(HasSubstr("h.reg")));
+  EXPECT_EQ(text_of(*hive, user_root, "A", "v"), "1");
+  EXPECT_THROW(hive->create_key(user_root, "B", ""), RuntimeError);
+  EXPECT_FALSE(hive->key_exists(user_root, "B"));
   folder.set_read_only("h.reg", false);
   folder.write("h.reg", "damaged meanwhile");
-  EXPECT_FALSE(WriteRegString(*hive, kUser, "A", "v", "2"));
+  EXPECT_FALSE(WriteRegString(*hive, user_root, "A", "v", "2"));
   EXPECT_EQ(folder.read("h.reg"), "damaged meanwhile");
 }
 
 TEST(Hive, CleansUpAfterAProcessThatDiedWhileWriting) {
   const TemporaryFolder folder;
   constexpr const char* left_behind = "h.reg.writing-Ab12Cd";
-  folder.write("h.reg", kHive);
+  folder.write("h.reg", hive_text);
   folder.write(left_behind, "half");
   open_hive(folder.host("h.reg"));
   EXPECT_EQ(folder.file_count(), 2U) << "its process may be alive";
   const auto age = std::chrono::minutes(11);
   std::filesystem::last_write_time(folder.host(left_behind), std::filesystem::file_time_type::clock::now() - age);
   open_hive(folder.host("h.reg"));
-  EXPECT_EQ(folder.read("h.reg"), kHive);
+  EXPECT_EQ(folder.read("h.reg"), hive_text);
   EXPECT_EQ(folder.file_count(), 1U);
 }
 

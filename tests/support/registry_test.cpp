@@ -9,7 +9,7 @@
 namespace support {
 namespace testing {
 
-constexpr RootKey kUser = RootKey::CurrentUser;
+constexpr RootKey user_root = RootKey::CurrentUser;
 
 INSTANTIATE_TEST_SUITE_P(Hive, RegistryContract,
                          ::testing::Values(RegistryCase{
@@ -18,14 +18,14 @@ INSTANTIATE_TEST_SUITE_P(Hive, RegistryContract,
                          [](const auto& row) { return row.param.name; });
 
 TEST_P(RegistryContract, CreatesAKeyOnce) {
-  EXPECT_FALSE(KeyExists(*registry_, kUser, key_));
-  EXPECT_TRUE(CreateRegKey(*registry_, kUser, key_ + "\\Ä b\\c", "string"));
-  EXPECT_FALSE(CreateRegKey(*registry_, kUser, key_ + "\\Ä B", "string"));
-  EXPECT_TRUE(KeyExists(*registry_, kUser, key_));
-  EXPECT_TRUE(KeyExists(*registry_, kUser, key_ + "\\Ä B\\C"));
-  EXPECT_FALSE(KeyExists(*registry_, kUser, key_ + "\\Ä b\\c\\d"));
+  EXPECT_FALSE(KeyExists(*registry_, user_root, key_));
+  EXPECT_TRUE(CreateRegKey(*registry_, user_root, key_ + "\\Ä b\\c", "string"));
+  EXPECT_FALSE(CreateRegKey(*registry_, user_root, key_ + "\\Ä B", "string"));
+  EXPECT_TRUE(KeyExists(*registry_, user_root, key_));
+  EXPECT_TRUE(KeyExists(*registry_, user_root, key_ + "\\Ä B\\C"));
+  EXPECT_FALSE(KeyExists(*registry_, user_root, key_ + "\\Ä b\\c\\d"));
   EXPECT_FALSE(KeyExists(*registry_, RootKey::LocalMachine, key_ + "\\Ä b"));
-  EXPECT_FALSE(CreateRegKey(*registry_, kUser, key_ + "\\Łódź", "string"));
+  EXPECT_FALSE(CreateRegKey(*registry_, user_root, key_ + "\\Łódź", "string"));
 }
 
 TEST_P(RegistryContract, WritesTextAndReadsItBack) {
@@ -33,41 +33,41 @@ TEST_P(RegistryContract, WritesTextAndReadsItBack) {
       {"plain", "abc"}, {"path", R"(C:\a "b"\)"}, {"umlaut ä", "Größe €"}, {"", "the key's own"}, {"plain", "changed"},
   };
   for (const auto& [name, value] : rows) {
-    EXPECT_TRUE(WriteRegString(*registry_, kUser, key_, name, value)) << name;
+    EXPECT_TRUE(WriteRegString(*registry_, user_root, key_, name, value)) << name;
     std::string read;
-    EXPECT_TRUE(ReadRegValue(*registry_, kUser, key_, name, read)) << name;
+    EXPECT_TRUE(ReadRegValue(*registry_, user_root, key_, name, read)) << name;
     EXPECT_EQ(read, value);
   }
 }
 
 TEST_P(RegistryContract, StoresAnEmptyValueAsABlankThatReadsAsTheCallersDefault) {
-  EXPECT_TRUE(WriteRegString(*registry_, kUser, key_, "v", ""));
-  const auto stored = registry_->read(kUser, key_, "v");
+  EXPECT_TRUE(WriteRegString(*registry_, user_root, key_, "v", ""));
+  const auto stored = registry_->read(user_root, key_, "v");
   ASSERT_TRUE(stored);
   EXPECT_EQ(stored->type, 1U);
   EXPECT_EQ(stored->text, std::string(" \0", 2));
   std::string read = "default";
-  EXPECT_TRUE(ReadRegValue(*registry_, kUser, key_, "V", read));
+  EXPECT_TRUE(ReadRegValue(*registry_, user_root, key_, "V", read));
   EXPECT_EQ(read, "default");
 }
 
 TEST_P(RegistryContract, LeavesTheOutputWhereThereIsNothing) {
   std::string read = "default";
-  EXPECT_FALSE(ReadRegValue(*registry_, kUser, key_, "v", read));
-  EXPECT_TRUE(CreateRegKey(*registry_, kUser, key_, "string"));
-  EXPECT_FALSE(ReadRegValue(*registry_, kUser, key_, "v", read));
+  EXPECT_FALSE(ReadRegValue(*registry_, user_root, key_, "v", read));
+  EXPECT_TRUE(CreateRegKey(*registry_, user_root, key_, "string"));
+  EXPECT_FALSE(ReadRegValue(*registry_, user_root, key_, "v", read));
   EXPECT_EQ(read, "default");
 }
 
 TEST_P(RegistryContract, RefusesTextThatWouldNotReadBack) {
-  EXPECT_TRUE(WriteRegString(*registry_, kUser, key_, "v", "before"));
+  EXPECT_TRUE(WriteRegString(*registry_, user_root, key_, "v", "before"));
   for (const std::string& value : {std::string("Łódź"), std::string("a\0b", 3), std::string("\xFF")}) {
-    EXPECT_FALSE(WriteRegString(*registry_, kUser, key_, "v", value));
+    EXPECT_FALSE(WriteRegString(*registry_, user_root, key_, "v", value));
   }
   std::string read;
-  EXPECT_TRUE(ReadRegValue(*registry_, kUser, key_, "v", read));
+  EXPECT_TRUE(ReadRegValue(*registry_, user_root, key_, "v", read));
   EXPECT_EQ(read, "before");
-  EXPECT_FALSE(registry_->write_text(kUser, key_ + "\\none", "v", "x"));  // the key must be there
+  EXPECT_FALSE(registry_->write_text(user_root, key_ + "\\none", "v", "x"));  // the key must be there
 }
 
 /// Answers with one value whatever is asked.
@@ -100,7 +100,7 @@ TEST(ReadRegValue, TakesTextsAndNumbersOnly) {
     OneValue registry;
     registry.value = RegistryValue{row.type, std::string(row.text), row.number};
     std::string output = "default";
-    EXPECT_EQ(ReadRegValue(registry, kUser, "k", "v", output), row.was_read) << row.type << row.text;
+    EXPECT_EQ(ReadRegValue(registry, user_root, "k", "v", output), row.was_read) << row.type << row.text;
     EXPECT_EQ(output, row.output) << row.text;
   }
 }

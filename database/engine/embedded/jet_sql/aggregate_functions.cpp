@@ -80,7 +80,7 @@ struct AggregateRow {
   void (*result)(sqlite3_context*);
 };
 
-constexpr AggregateRow kAggregates[] = {
+constexpr AggregateRow aggregate_table[] = {
     {"jet_stdev", spread_step, spread_result<true, true>},
     {"jet_stdevp", spread_step, spread_result<false, true>},
     {"jet_var", spread_step, spread_result<true, false>},
@@ -93,7 +93,7 @@ constexpr AggregateRow kAggregates[] = {
 }  // namespace
 
 void register_aggregates(sqlite3* connection) {
-  for (const AggregateRow& aggregate : kAggregates) {
+  for (const AggregateRow& aggregate : aggregate_table) {
     check_registered(sqlite3_create_function_v2(connection, aggregate.name, 1, function_flags, nullptr, nullptr,
                                                 aggregate.step, aggregate.result, nullptr));
   }

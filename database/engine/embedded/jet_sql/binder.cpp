@@ -10,7 +10,7 @@ namespace engine::embedded::jet_sql {
 
 namespace {
 
-constexpr std::size_t kMostTables = 32;
+constexpr std::size_t most_tables = 32;
 
 }  // namespace
 
@@ -167,7 +167,7 @@ Source& Binder::add_source(Scope& scope, std::string name) {
 void Binder::count_tables(Scope* scope, std::size_t tables) {
   if (scope->select == nullptr) return;
   scope->select->tables += tables;
-  if (scope->select->tables > kMostTables) fail(error_too_complex);
+  if (scope->select->tables > most_tables) fail(error_too_complex);
 }
 
 }  // namespace engine::embedded::jet_sql

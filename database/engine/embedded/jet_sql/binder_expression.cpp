@@ -12,8 +12,8 @@ namespace engine::embedded::jet_sql {
 namespace {
 
 /// Aliases may stack trees on each other; SQLite takes 1000 levels, of which one here needs at most four.
-constexpr int kMostLevels = 200;
-constexpr std::int32_t kLongestText = 255;
+constexpr int most_levels = 200;
+constexpr std::int32_t longest_text = 255;
 
 void check_comparable(const ValueType& left, const ValueType& right) {
   if ((left.is_text() && right.is_number()) || (left.is_number() && right.is_text())) fail(error_criterion_mismatch);
@@ -35,7 +35,7 @@ ValueType type_of_literal(const Literal& literal) {
                                [](DateLiteral) { return type_of_kind(Kind::Date).with_null(false); },
                                [](const std::string& text) {
                                  const std::size_t size = support::character_count(text);
-                                 ValueType type = type_of_kind(size > kLongestText ? Kind::Memo : Kind::Text);
+                                 ValueType type = type_of_kind(size > longest_text ? Kind::Memo : Kind::Text);
                                  type.size = static_cast<std::int32_t>(std::min<std::size_t>(size, 1 << 20));
                                  type.may_be_empty = size == 0;
                                  return type.with_null(false);
@@ -46,7 +46,7 @@ ValueType type_of_literal(const Literal& literal) {
 ValueType concatenated(const ValueType& left, const ValueType& right, bool nullable) {
   ValueType type = type_of_kind(left.kind == Kind::Memo || right.kind == Kind::Memo ? Kind::Memo : Kind::Text);
   const bool sized = left.is_text() && right.is_text() && left.size > 0 && right.size > 0;
-  if (type.kind == Kind::Text && sized && left.size + right.size <= kLongestText) type.size = left.size + right.size;
+  if (type.kind == Kind::Text && sized && left.size + right.size <= longest_text) type.size = left.size + right.size;
   type.may_be_empty = left.may_be_empty && right.may_be_empty;
   return type.with_null(nullable);
 }
@@ -164,7 +164,7 @@ void Binder::bind_criterion(const ExpressionPtr& expression, Scope& scope) {
 
 void Binder::contain(Expression& whole, int height) const {
   whole.height = std::max(whole.height, height + 1);
-  if (whole.height > kMostLevels) fail(error_too_complex);
+  if (whole.height > most_levels) fail(error_too_complex);
 }
 
 void Binder::contain(Expression& whole, const ExpressionPtr& part) {

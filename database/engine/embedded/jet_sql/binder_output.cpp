@@ -12,8 +12,8 @@ namespace engine::embedded::jet_sql {
 
 namespace {
 
-constexpr std::size_t kMostOutputs = 1000;
-constexpr std::size_t kFirstExpressionNumber = 1000;
+constexpr std::size_t most_outputs = 1000;
+constexpr std::size_t first_expression_number = 1000;
 
 std::string qualified(const OutputColumn& output) { return output.source->name + "." + output.name; }
 
@@ -51,7 +51,7 @@ void Binder::collect_outputs(Select& select) {
       output.index = name->index;
     }
     select.outputs.push_back(std::move(output));
-    if (select.outputs.size() > kMostOutputs) fail(error_too_many_fields);
+    if (select.outputs.size() > most_outputs) fail(error_too_many_fields);
   }
   name_outputs(select);
 }
@@ -65,7 +65,7 @@ void Binder::expand_star(Select& select, const SelectItem& item) {
     for (std::size_t index = 0; index < source.columns.size(); ++index) {
       const SourceColumn& column = source.columns[index];
       select.outputs.push_back({column.name, column.type, nullptr, &source, index});
-      if (select.outputs.size() > kMostOutputs) fail(error_too_many_fields);
+      if (select.outputs.size() > most_outputs) fail(error_too_many_fields);
     }
   }
   if (!found) fail(error_unknown_table, item.star_table);
@@ -81,7 +81,7 @@ void Binder::name_outputs(Select& select) {
   };
   const std::set<std::string> shared = names_of_several_sources(select.outputs);
   std::set<std::string> taken;
-  std::size_t expression_number = kFirstExpressionNumber;
+  std::size_t expression_number = first_expression_number;
   for (OutputColumn& output : select.outputs) {
     const bool fixed = has_alias(output);
     if (!fixed && output.source != nullptr && !output.source->name.empty() &&

@@ -10,7 +10,7 @@ namespace engine::embedded::jet_sql {
 
 namespace {
 
-constexpr std::int64_t kDaysFromEpochToUnix = 25569;
+constexpr std::int64_t days_from_epoch_to_unix = 25569;
 
 bool is_leap(std::int64_t year) noexcept { return year % 4 == 0 && (year % 100 != 0 || year % 400 == 0); }
 
@@ -130,12 +130,12 @@ std::int64_t days_from_civil(std::int64_t year, std::int64_t month, std::int64_t
   const std::int64_t year_of_era = shifted - era * 400;
   const std::int64_t day_of_year = (153 * (month > 2 ? month - 3 : month + 9) + 2) / 5 + day - 1;
   const std::int64_t day_of_era = year_of_era * 365 + year_of_era / 4 - year_of_era / 100 + day_of_year;
-  return era * 146097 + day_of_era - 719468 + kDaysFromEpochToUnix;
+  return era * 146097 + day_of_era - 719468 + days_from_epoch_to_unix;
 }
 
 int days_in_month(std::int64_t year, int month) noexcept {
-  constexpr int kDays[] = {31, 28, 31, 30, 31, 30, 31, 31, 30, 31, 30, 31};
-  return month == 2 && is_leap(year) ? 29 : kDays[month - 1];
+  constexpr int days_of_months[] = {31, 28, 31, 30, 31, 30, 31, 31, 30, 31, 30, 31};
+  return month == 2 && is_leap(year) ? 29 : days_of_months[month - 1];
 }
 
 std::int64_t to_seconds(double days) noexcept {
@@ -163,7 +163,7 @@ Moment to_moment(double days) noexcept {
     time += seconds_per_day;
     --day;
   }
-  const std::int64_t shifted = day - kDaysFromEpochToUnix + 719468;
+  const std::int64_t shifted = day - days_from_epoch_to_unix + 719468;
   const std::int64_t era = (shifted >= 0 ? shifted : shifted - 146096) / 146097;
   const std::int64_t day_of_era = shifted - era * 146097;
   const std::int64_t year_of_era = (day_of_era - day_of_era / 1460 + day_of_era / 36524 - day_of_era / 146096) / 365;

@@ -10,8 +10,8 @@ namespace engine::embedded::jet_sql {
 
 namespace {
 
-constexpr int kNullInKey = 3058;
-constexpr double kLargestWholeOfSingle = 16777216;  // 2^24
+constexpr int null_in_key = 3058;
+constexpr double largest_whole_of_single = 16777216;  // 2^24
 
 bool is_numeric_kind(const ValueType& type) noexcept { return type.is_number(); }
 
@@ -27,7 +27,7 @@ bool needs_conversion(const FieldDefinition& field, const ValueType& type) noexc
       return !type.is_whole() || type.low < wanted.low || type.high > wanted.high;
     case Kind::Single:
       return type.kind != Kind::Single &&
-             (!type.is_whole() || type.low < -kLargestWholeOfSingle || type.high > kLargestWholeOfSingle);
+             (!type.is_whole() || type.low < -largest_whole_of_single || type.high > largest_whole_of_single);
     case Kind::Double:
       return !is_numeric_kind(type);
     case Kind::Date:
@@ -348,7 +348,7 @@ int ChangeGenerator::null_error(const FieldDefinition& field) const noexcept {
              return support::equal_ignoring_case(name, field.name);
            });
   });
-  return in_key ? kNullInKey : 0;
+  return in_key ? null_in_key : 0;
 }
 
 template <typename Write>

@@ -15,20 +15,20 @@ struct Weight {
 };
 
 // Signs go by their code, before all others.
-constexpr std::uint32_t kSign = 0;
-constexpr std::uint32_t kLastSign = 0x2BFF;
-constexpr std::uint32_t kDigit = 0x3000;
-constexpr std::uint32_t kLetter = 0x3100;
-constexpr std::uint32_t kOther = 0x10000;
+constexpr std::uint32_t sign_weight = 0;
+constexpr std::uint32_t last_sign_code = 0x2BFF;
+constexpr std::uint32_t digit_weight = 0x3000;
+constexpr std::uint32_t letter_weight = 0x3100;
+constexpr std::uint32_t other_weight = 0x10000;
 
 constexpr Weight weight_of_ascii(unsigned char code) noexcept {
-  if (code >= 'A' && code <= 'Z') return {kLetter + code, 0};
-  if (code >= 'a' && code <= 'z') return {kLetter + code - 'a' + 'A', 0};
-  if (code >= '0' && code <= '9') return {kDigit + code, 0};
-  return {kSign + code, 0};
+  if (code >= 'A' && code <= 'Z') return {letter_weight + code, 0};
+  if (code >= 'a' && code <= 'z') return {letter_weight + code - 'a' + 'A', 0};
+  if (code >= '0' && code <= '9') return {digit_weight + code, 0};
+  return {sign_weight + code, 0};
 }
 
-constexpr std::array<Weight, 128> kAscii = [] {
+constexpr std::array<Weight, 128> ascii_weights = [] {
   std::array<Weight, 128> weights{};
   for (std::size_t code = 0; code < weights.size(); ++code) {
     weights[code] = weight_of_ascii(static_cast<unsigned char>(code));
@@ -37,7 +37,7 @@ constexpr std::array<Weight, 128> kAscii = [] {
 }();
 
 // Plain letters of U+00C0 to U+00FF, capital and small alike; "*" and "/" are signs, "?" is a letter of its own.
-constexpr std::string_view kPlainLetters = "AAAAAAACEEEEIIIIDNOOOOO*OUUUUYTSAAAAAAACEEEEIIIIDNOOOOO/OUUUUYTY";
+constexpr std::string_view plain_letters = "AAAAAAACEEEEIIIIDNOOOOO*OUUUUYTSAAAAAAACEEEEIIIIDNOOOOO/OUUUUYTY";
 
 struct Extra {
   char32_t code;
@@ -45,24 +45,24 @@ struct Extra {
   std::uint16_t secondary;
 };
 // Letters of CP1252 outside Latin-1.
-constexpr Extra kExtras[] = {
+constexpr Extra extra_letters[] = {
     {0x160, 'S', 0x40}, {0x161, 'S', 0x40}, {0x17D, 'Z', 0x40}, {0x17E, 'Z', 0x40},
     {0x152, 'O', 0x41}, {0x153, 'O', 0x41}, {0x178, 'Y', 0x5F}, {0x192, 'F', 0x40},
 };
 
 Weight weight_of(char32_t code) noexcept {
   if (code >= 0xC0 && code <= 0xFF) {
-    const char plain = kPlainLetters[code - 0xC0];
-    if (plain == '*' || plain == '/') return {kSign + static_cast<std::uint32_t>(code), 0};
+    const char plain = plain_letters[code - 0xC0];
+    if (plain == '*' || plain == '/') return {sign_weight + static_cast<std::uint32_t>(code), 0};
     // Capital and small stand 32 apart; ß has no capital here, ÿ is the small Ÿ.
     const char32_t small = code == 0xFF ? 0x5F : code == 0xDF ? 0x60 : (code & 0x1F) + 0x20;
-    return {kLetter + static_cast<unsigned char>(plain), static_cast<std::uint16_t>(small)};
+    return {letter_weight + static_cast<unsigned char>(plain), static_cast<std::uint16_t>(small)};
   }
-  for (const Extra& extra : kExtras) {
-    if (extra.code == code) return {kLetter + static_cast<unsigned char>(extra.plain), extra.secondary};
+  for (const Extra& extra : extra_letters) {
+    if (extra.code == code) return {letter_weight + static_cast<unsigned char>(extra.plain), extra.secondary};
   }
-  const bool sign = code < 0xC0 || (code >= 0x2000 && code <= kLastSign);
-  return {(sign ? kSign : kOther) + static_cast<std::uint32_t>(code), 0};
+  const bool sign = code < 0xC0 || (code >= 0x2000 && code <= last_sign_code);
+  return {(sign ? sign_weight : other_weight) + static_cast<std::uint32_t>(code), 0};
 }
 
 /// Reads the next character's weight. Precondition: the text is not empty.
@@ -70,7 +70,7 @@ Weight take(std::string_view& text) noexcept {
   const auto lead = static_cast<unsigned char>(text.front());
   if (lead < 0x80) {
     text.remove_prefix(1);
-    return kAscii[lead];
+    return ascii_weights[lead];
   }
   const std::size_t length = lead >= 0xF0 ? 4 : lead >= 0xE0 ? 3 : lead >= 0xC2 ? 2 : 1;
   if (length == 1 || text.size() < length) {
@@ -95,8 +95,8 @@ std::size_t equal_ascii_prefix(std::string_view left, std::string_view right) no
   const std::size_t end = left.size() < right.size() ? left.size() : right.size();
   std::size_t position = 0;
   while (position < end && is_ascii(left[position]) && is_ascii(right[position]) &&
-         kAscii[static_cast<unsigned char>(left[position])].primary ==
-             kAscii[static_cast<unsigned char>(right[position])].primary) {
+         ascii_weights[static_cast<unsigned char>(left[position])].primary ==
+             ascii_weights[static_cast<unsigned char>(right[position])].primary) {
     ++position;
   }
   return position;

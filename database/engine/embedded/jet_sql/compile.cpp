@@ -12,7 +12,7 @@ namespace engine::embedded::jet_sql {
 
 namespace {
 
-constexpr int kNoTableToDeleteFrom = 3128;
+constexpr int no_table_to_delete_from = 3128;
 
 bool same_name(std::string_view left, std::string_view right) { return support::equal_ignoring_case(left, right); }
 
@@ -152,12 +152,12 @@ class Compiler {
     const Source* target = nullptr;
     for (const Source& source : statement.rows.sources) {
       if (statement.table.empty() || same_name(source.name, statement.table)) {
-        if (target != nullptr) fail(kNoTableToDeleteFrom);
+        if (target != nullptr) fail(no_table_to_delete_from);
         target = &source;
       }
     }
     if (target == nullptr) fail(error_unknown_table, statement.table);
-    if (target->table == nullptr) fail(kNoTableToDeleteFrom);
+    if (target->table == nullptr) fail(no_table_to_delete_from);
     return *target;
   }
 

@@ -14,8 +14,8 @@ namespace engine::embedded::jet_sql {
 
 namespace {
 
-constexpr int kSignificantDigits = 15;
-constexpr double kBeyondDigits = 1e15;
+constexpr int significant_digits = 15;
+constexpr double beyond_digits = 1e15;
 
 bool is_digit(char character) noexcept { return character >= '0' && character <= '9'; }
 
@@ -25,13 +25,13 @@ int digit_value(char character) noexcept {
   return letter >= 'a' && letter <= 'f' ? letter - 'a' + 10 : 16;
 }
 
-constexpr std::string_view kPassedOver = " \t\n";
+constexpr std::string_view passed_over = " \t\n";
 
 /// The text without what Val passes over.
 std::string without_blanks(std::string_view text) {
   std::string rest;
   for (const char character : text) {
-    if (kPassedOver.find(character) == std::string_view::npos) rest += character;
+    if (passed_over.find(character) == std::string_view::npos) rest += character;
   }
   return rest;
 }
@@ -100,11 +100,11 @@ double number_at_beginning(std::string_view text) {
 std::string number_text(double number, char decimal_separator) {
   std::array<char, 40> buffer{};
   // Most are whole, and quicker so.
-  if (std::abs(number) < kBeyondDigits && number == std::trunc(number)) {
+  if (std::abs(number) < beyond_digits && number == std::trunc(number)) {
     const auto end = std::to_chars(buffer.data(), buffer.data() + buffer.size(), static_cast<std::int64_t>(number)).ptr;
     return {buffer.data(), end};
   }
-  const int length = std::snprintf(buffer.data(), buffer.size(), "%.*G", kSignificantDigits, number);
+  const int length = std::snprintf(buffer.data(), buffer.size(), "%.*G", significant_digits, number);
   std::string text(buffer.data(), static_cast<std::size_t>(length));
   for (char& character : text) {
     if (character == '.' || character == ',') character = decimal_separator;
@@ -141,7 +141,7 @@ double widened(double single) {
 }
 
 double leading_number(std::string_view text) {
-  if (text.find_first_of(kPassedOver) == std::string_view::npos) return number_at_beginning(text);
+  if (text.find_first_of(passed_over) == std::string_view::npos) return number_at_beginning(text);
   return number_at_beginning(without_blanks(text));
 }
 

@@ -21,16 +21,16 @@ struct UnitRow {
   Unit unit;
 };
 
-constexpr UnitRow kUnits[] = {
+constexpr UnitRow interval_units[] = {
     {"yyyy", Unit::Year}, {"q", Unit::Quarter}, {"m", Unit::Month}, {"y", Unit::DayOfYear}, {"d", Unit::Day},
     {"w", Unit::Weekday}, {"ww", Unit::Week},   {"h", Unit::Hour},  {"n", Unit::Minute},    {"s", Unit::Second},
 };
 
 Unit unit_of(std::string_view text) {
   const std::string lower = support::to_lower(text.substr(0, 8));
-  const auto* const found =
-      std::find_if(std::begin(kUnits), std::end(kUnits), [&](const UnitRow& row) { return row.text == lower; });
-  if (found == std::end(kUnits)) fail(error_invalid_call);
+  const auto* const found = std::find_if(std::begin(interval_units), std::end(interval_units),
+                                         [&](const UnitRow& row) { return row.text == lower; });
+  if (found == std::end(interval_units)) fail(error_invalid_call);
   return found->unit;
 }
 
@@ -210,7 +210,7 @@ void to_date(FunctionCall& call) { call.result(call.date(0)); }
 void is_date_text(FunctionCall& call) { call.result(call.is_text(0) && date_of(call.text(0)) ? -1 : 0); }
 void is_date_value(FunctionCall& call) { call.result(call.is_null(0) ? 0 : -1); }
 
-constexpr ScalarRow kFunctions[] = {
+constexpr ScalarRow functions[] = {
     row<to_date>("jet_date", 1),
     row<to_date>("jet_cdate", 1),
     row<date_add>("jet_dateadd", 3),
@@ -238,6 +238,6 @@ constexpr ScalarRow kFunctions[] = {
 
 }  // namespace
 
-std::span<const ScalarRow> date_functions() noexcept { return kFunctions; }
+std::span<const ScalarRow> date_functions() noexcept { return functions; }
 
 }  // namespace engine::embedded::jet_sql

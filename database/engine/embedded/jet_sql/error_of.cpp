@@ -12,7 +12,7 @@ namespace engine::embedded::jet_sql {
 
 namespace {
 
-constexpr std::string_view kMark = "jet:";
+constexpr std::string_view text_mark = "jet:";
 
 struct ResultRow {
   int result;
@@ -21,7 +21,7 @@ struct ResultRow {
 };
 
 // SQLite's own messages may quote the statement, and with it what is stored; none of them is passed on.
-constexpr ResultRow kResults[] = {
+constexpr ResultRow result_codes[] = {
     {SQLITE_BUSY, 3045, "Could not use the database; file already in use."},
     {SQLITE_LOCKED, 3211, "The table is in use and cannot be changed."},
     {SQLITE_NOMEM, 7, "Out of memory."},
@@ -40,8 +40,8 @@ constexpr ResultRow kResults[] = {
 
 /// "jet:3421:Data type conversion error."
 bool is_own_error(std::string_view message, int& number, std::string_view& description) {
-  if (!message.starts_with(kMark)) return false;
-  message.remove_prefix(kMark.size());
+  if (!message.starts_with(text_mark)) return false;
+  message.remove_prefix(text_mark.size());
   const auto parsed = std::from_chars(message.data(), message.data() + message.size(), number);
   const auto used = static_cast<std::size_t>(parsed.ptr - message.data());
   if (parsed.ec != std::errc{} || used >= message.size() || message[used] != ':') return false;
@@ -52,23 +52,23 @@ bool is_own_error(std::string_view message, int& number, std::string_view& descr
 }  // namespace
 
 support::RuntimeError error_of(sqlite3* connection, int result) {
-  constexpr int kInternalError = 51;
-  constexpr int kPrimaryCode = 0xFF;
+  constexpr int internal_error = 51;
+  constexpr int primary_code = 0xFF;
   int number = 0;
   std::string_view description;
   const char* const message = sqlite3_errmsg(connection);
-  if ((result & kPrimaryCode) == SQLITE_ERROR && is_own_error(message != nullptr ? message : "", number, description)) {
+  if ((result & primary_code) == SQLITE_ERROR && is_own_error(message != nullptr ? message : "", number, description)) {
     return {number, std::string(description)};
   }
-  if ((result & kPrimaryCode) == SQLITE_CONSTRAINT) {
+  if ((result & primary_code) == SQLITE_CONSTRAINT) {
     const bool null = sqlite3_extended_errcode(connection) == SQLITE_CONSTRAINT_NOTNULL;
     const int constraint = null ? error_field_required : error_duplicate_value;
     return {constraint, description_of(constraint)};
   }
-  const auto* const row = std::find_if(std::begin(kResults), std::end(kResults),
-                                       [&](const ResultRow& each) { return each.result == (result & kPrimaryCode); });
-  if (row != std::end(kResults)) return {row->number, std::string(row->text)};
-  return {kInternalError, "Internal error of the database engine."};
+  const auto* const row = std::find_if(std::begin(result_codes), std::end(result_codes),
+                                       [&](const ResultRow& each) { return each.result == (result & primary_code); });
+  if (row != std::end(result_codes)) return {row->number, std::string(row->text)};
+  return {internal_error, "Internal error of the database engine."};
 }
 
 }  // namespace engine::embedded::jet_sql

@@ -23,12 +23,12 @@ struct NamedPicture {
   std::string_view picture;
 };
 
-constexpr NamedPicture kNumberPictures[] = {
+constexpr NamedPicture number_pictures[] = {
     {"fixed", "0.00"}, {"standard", "#,##0.00"}, {"percent", "0.00%"}, {"general number", ""}};
-constexpr NamedPicture kDatePictures[] = {
+constexpr NamedPicture date_pictures[] = {
     {"short time", "hh:nn"}, {"long time", "hh:nn:ss"}, {"general date", ""}, {"short date", ""}};
-constexpr std::size_t kLongestPicture = 255;
-constexpr std::size_t kMostDecimals = 20;
+constexpr std::size_t longest_picture = 255;
+constexpr std::size_t most_decimals = 20;
 
 const NamedPicture* find_named(std::span<const NamedPicture> pictures, std::string_view name) {
   const auto found = std::find_if(pictures.begin(), pictures.end(), [&](const NamedPicture& picture) {
@@ -92,7 +92,7 @@ std::string date_piece(const Piece& piece, const Moment& moment, bool behind_hou
 }
 
 std::string format_date(double days, std::string_view picture) {
-  if (const NamedPicture* const named = find_named(kDatePictures, picture)) {
+  if (const NamedPicture* const named = find_named(date_pictures, picture)) {
     if (named->name == "general date") return date_text(days);
     if (named->name == "short date") return support::short_date_text(std::trunc(days));
     picture = named->picture;
@@ -139,7 +139,7 @@ NumberPicture read_number_picture(std::string_view section) {
       picture.whole_digits += piece.text.size();
     }
   }
-  picture.decimals = std::min(picture.decimals, kMostDecimals);
+  picture.decimals = std::min(picture.decimals, most_decimals);
   return picture;
 }
 
@@ -174,7 +174,7 @@ std::vector<std::string_view> sections_of(std::string_view picture) {
 }
 
 std::string format_number(double value, std::string_view picture) {
-  if (const NamedPicture* const named = find_named(kNumberPictures, picture)) picture = named->picture;
+  if (const NamedPicture* const named = find_named(number_pictures, picture)) picture = named->picture;
   if (picture.empty()) return number_text(value);
   const std::vector<std::string_view> sections = sections_of(picture);
   const bool own_negative = value < 0 && sections.size() > 1 && !sections[1].empty();
@@ -188,7 +188,7 @@ std::string format_number(double value, std::string_view picture) {
 }
 
 bool is_date_picture(std::string_view picture) {
-  if (find_named(kDatePictures, picture) != nullptr) return true;
+  if (find_named(date_pictures, picture) != nullptr) return true;
   const std::vector<Piece> pieces = split(picture, "dmyhns0#%");
   const auto is_date_letter = [](const Piece& piece) {
     return piece.letter != 0 && std::string_view("dmyhns").find(piece.letter) != std::string_view::npos;
@@ -200,13 +200,13 @@ bool is_date_picture(std::string_view picture) {
 
 std::string picture_of(FunctionCall& call) {
   std::string picture(call.has(1) ? call.text(1) : std::string_view());
-  if (picture.size() > kLongestPicture) fail(error_invalid_call);
+  if (picture.size() > longest_picture) fail(error_invalid_call);
   return picture;
 }
 
 void format(FunctionCall& call) {
   const std::string picture = picture_of(call);
-  if (find_named(kNumberPictures, picture) == nullptr && is_date_picture(picture)) {
+  if (find_named(number_pictures, picture) == nullptr && is_date_picture(picture)) {
     return call.result(std::string_view(format_date(call.date(0), picture)));
   }
   // A text that is no number stays as it is.
@@ -219,11 +219,11 @@ void format_as_date(FunctionCall& call) {
   const std::string picture = picture_of(call);
   const double days = call.date(0);
   if (picture.empty()) return call.result(std::string_view(date_text(days)));
-  const bool date = find_named(kNumberPictures, picture) == nullptr && is_date_picture(picture);
+  const bool date = find_named(number_pictures, picture) == nullptr && is_date_picture(picture);
   call.result(std::string_view(date ? format_date(days, picture) : format_number(days, picture)));
 }
 
-constexpr ScalarRow kFunctions[] = {
+constexpr ScalarRow functions[] = {
     row<format>("jet_format", 1),
     row<format>("jet_format", 2),
     row<format_as_date>("jet_format_date", 1),
@@ -232,6 +232,6 @@ constexpr ScalarRow kFunctions[] = {
 
 }  // namespace
 
-std::span<const ScalarRow> format_functions() noexcept { return kFunctions; }
+std::span<const ScalarRow> format_functions() noexcept { return functions; }
 
 }  // namespace engine::embedded::jet_sql

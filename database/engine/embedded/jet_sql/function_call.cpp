@@ -89,8 +89,8 @@ void report_current_exception(sqlite3_context* context) noexcept {
 }
 
 void check_registered(int result) {
-  constexpr int kOutOfMemory = 7;
-  if (result != SQLITE_OK) throw support::RuntimeError(kOutOfMemory, "Out of memory.");
+  constexpr int out_of_memory = 7;
+  if (result != SQLITE_OK) throw support::RuntimeError(out_of_memory, "Out of memory.");
 }
 
 void register_functions(sqlite3* connection) {

@@ -13,7 +13,7 @@ using enum FunctionForm;
 using enum ResultRule;
 
 // In the order of their names, which find_function relies on.
-constexpr FunctionRow kFunctions[] = {
+constexpr FunctionRow functions[] = {
     {"abs", Plain, "abs", "n", 1, FirstArgument, Kind::Variant},
     {"asc", Plain, "jet_asc", "t", 1, Fixed, Kind::Integer},
     {"atn", Plain, "jet_atn", "n", 1, Fixed, Kind::Double},
@@ -91,9 +91,9 @@ constexpr FunctionRow kFunctions[] = {
     {"year", Plain, "jet_year", "d", 1, Fixed, Kind::Integer},
 };
 
-static_assert(std::ranges::is_sorted(kFunctions, std::less{}, &FunctionRow::name));
+static_assert(std::ranges::is_sorted(functions, std::less{}, &FunctionRow::name));
 
-constexpr std::size_t kMostArguments = 60;
+constexpr std::size_t most_arguments = 60;
 
 }  // namespace
 
@@ -104,12 +104,12 @@ const FunctionRow* find_function(std::string_view name) noexcept {
   for (char& character : lower) {
     if (character >= 'A' && character <= 'Z') character = static_cast<char>(character - 'A' + 'a');
   }
-  const auto* const found = std::ranges::lower_bound(kFunctions, lower, std::less{}, &FunctionRow::name);
-  return found != std::end(kFunctions) && found->name == lower ? found : nullptr;
+  const auto* const found = std::ranges::lower_bound(functions, lower, std::less{}, &FunctionRow::name);
+  return found != std::end(functions) && found->name == lower ? found : nullptr;
 }
 
 char argument_letter(const FunctionRow& row, std::size_t position) noexcept {
-  if (position >= kMostArguments) return '\0';
+  if (position >= most_arguments) return '\0';
   const std::string_view letters = row.arguments;
   if (row.form == Switch) return letters[position % 2];
   if (letters.ends_with('*') && position + 1 >= letters.size()) return letters[letters.size() - 2];

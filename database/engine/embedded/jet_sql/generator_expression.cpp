@@ -8,7 +8,7 @@ namespace engine::embedded::jet_sql {
 namespace {
 
 // Local time in whole seconds since 1899-12-30; SQLite gives one moment for the whole statement.
-constexpr std::string_view kSecondsNow = "CAST(round((julianday('now', 'localtime') - 2415018.5) * 86400) AS INTEGER)";
+constexpr std::string_view seconds_now = "CAST(round((julianday('now', 'localtime') - 2415018.5) * 86400) AS INTEGER)";
 
 /// A number other than 0 that a constant surely is.
 bool is_nonzero_literal(const Expression& expression) noexcept {
@@ -163,13 +163,13 @@ void Generator::call(const Call& call) {
     case FunctionForm::Nz:
       return nz_call(call);
     case FunctionForm::Now:
-      write("(").write(kSecondsNow).write(" / 86400.0)");
+      write("(").write(seconds_now).write(" / 86400.0)");
       return;
     case FunctionForm::Today:
-      write("(").write(kSecondsNow).write(" / 86400 * 1.0)");
+      write("(").write(seconds_now).write(" / 86400 * 1.0)");
       return;
     case FunctionForm::TimeOfDay:
-      write("(").write(kSecondsNow).write(" % 86400 / 86400.0)");
+      write("(").write(seconds_now).write(" % 86400 / 86400.0)");
       return;
     case FunctionForm::IsNull:
       return;  // a condition

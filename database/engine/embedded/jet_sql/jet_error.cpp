@@ -12,7 +12,7 @@ struct Description {
   std::string_view text;  // "|" is where the name stands
 };
 
-constexpr Description kDescriptions[] = {
+constexpr Description error_descriptions[] = {
     {error_invalid_call, "Invalid procedure call or argument."},
     {error_overflow, "Overflow."},
     {error_invalid_pattern, "Invalid pattern string."},
@@ -89,9 +89,9 @@ constexpr Description kDescriptions[] = {
 }  // namespace
 
 std::string description_of(int number, std::string_view name) {
-  const auto* const found = std::find_if(std::begin(kDescriptions), std::end(kDescriptions),
+  const auto* const found = std::find_if(std::begin(error_descriptions), std::end(error_descriptions),
                                          [number](const Description& row) { return row.number == number; });
-  if (found == std::end(kDescriptions)) return {};
+  if (found == std::end(error_descriptions)) return {};
   std::string text(found->text);
   if (const std::size_t mark = text.find('|'); mark != std::string::npos) text.replace(mark, 1, name);
   return text;

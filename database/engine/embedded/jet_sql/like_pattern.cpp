@@ -9,7 +9,7 @@ namespace engine::embedded::jet_sql {
 
 namespace {
 
-constexpr std::size_t kLongestPattern = 1000;
+constexpr std::size_t longest_pattern = 1000;
 
 /// The characters of the text in lower case.
 std::u32string folded(std::string_view text) {
@@ -31,7 +31,7 @@ std::u32string folded(std::string_view text) {
 
 LikePattern::LikePattern(std::string_view pattern) {
   const std::u32string characters = folded(pattern);
-  if (characters.size() > kLongestPattern) fail(error_invalid_pattern);
+  if (characters.size() > longest_pattern) fail(error_invalid_pattern);
   for (std::size_t position = 0; position < characters.size(); ++position) {
     switch (characters[position]) {
       case U'*':

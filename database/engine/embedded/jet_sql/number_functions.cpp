@@ -13,7 +13,7 @@ namespace engine::embedded::jet_sql {
 
 namespace {
 
-constexpr int kMostDecimals = 22;
+constexpr int most_decimals = 22;
 
 double finite(double value) {
   if (!std::isfinite(value)) fail(error_overflow);
@@ -85,7 +85,7 @@ void compare(FunctionCall& call) {
 
 void round(FunctionCall& call) {
   const int decimals = call.has(1) ? call.whole(1) : 0;
-  if (decimals < 0 || decimals > kMostDecimals) fail(error_invalid_call);
+  if (decimals < 0 || decimals > most_decimals) fail(error_invalid_call);
   if (call.is_whole(0)) return call.result_argument(0);
   const double scale = std::pow(10.0, decimals);
   // The decimal number that the user sees is rounded: 2.675 is not a little less.
@@ -167,7 +167,7 @@ void is_numeric(FunctionCall& call) {
   call.result(!call.is_text(0) || number_of(call.text(0)) ? -1 : 0);
 }
 
-constexpr ScalarRow kFunctions[] = {
+constexpr ScalarRow functions[] = {
     row<number>("jet_number", 1),
     row<single>("jet_single", 1),
     row<single>("jet_csng", 1),
@@ -202,6 +202,6 @@ constexpr ScalarRow kFunctions[] = {
 
 }  // namespace
 
-std::span<const ScalarRow> number_functions() noexcept { return kFunctions; }
+std::span<const ScalarRow> number_functions() noexcept { return functions; }
 
 }  // namespace engine::embedded::jet_sql

@@ -11,7 +11,7 @@ namespace {
 
 /// Words that are never names unless they are quoted: without them the ends of clauses could not be told. All other
 /// words of the language are names wherever a name can stand.
-constexpr auto kReserved = std::to_array<std::string_view>(
+constexpr auto reserved_words = std::to_array<std::string_view>(
     {"ALL",  "AND",   "AS",     "BETWEEN", "BY",     "DELETE", "DISTINCT", "DISTINCTROW", "EQV",   "FALSE",
      "FROM", "GROUP", "HAVING", "IMP",     "IN",     "INNER",  "INSERT",   "INTO",        "IS",    "JOIN",
      "LEFT", "LIKE",  "MOD",    "NOT",     "NULL",   "ON",     "OR",       "ORDER",       "RIGHT", "SELECT",
@@ -99,8 +99,8 @@ void Parser::fail_here() const { fail(clause_); }
 bool Parser::at_name(std::size_t ahead) const noexcept {
   const Token& token = peek(ahead);
   if (token.kind == TokenKind::QuotedName) return true;
-  return token.kind == TokenKind::Word &&
-         std::none_of(kReserved.begin(), kReserved.end(), [&](std::string_view word) { return token.is_word(word); });
+  return token.kind == TokenKind::Word && std::none_of(reserved_words.begin(), reserved_words.end(),
+                                                       [&](std::string_view word) { return token.is_word(word); });
 }
 
 std::string Parser::expect_name() {

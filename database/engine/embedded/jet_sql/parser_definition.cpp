@@ -9,8 +9,8 @@ namespace engine::embedded::jet_sql {
 
 namespace {
 
-constexpr std::int32_t kLongestText = 255;
-constexpr std::size_t kMostFields = 255;
+constexpr std::int32_t longest_text = 255;
+constexpr std::size_t most_fields = 255;
 
 struct TypeWord {
   std::string_view word;
@@ -18,7 +18,7 @@ struct TypeWord {
   bool counter = false;
 };
 
-constexpr TypeWord kTypeWords[] = {
+constexpr TypeWord type_words[] = {
     {"COUNTER", DataType::Long, true},  {"AUTOINCREMENT", DataType::Long, true},
     {"IDENTITY", DataType::Long, true}, {"BYTE", DataType::Byte},
     {"TINYINT", DataType::Byte},        {"INTEGER1", DataType::Byte},
@@ -60,7 +60,7 @@ CreateTable Parser::parse_create_table() {
       create.table.indexes.push_back(parse_constraint());
       if (create.table.indexes.back().fields.empty()) fail_here();
     } else {
-      if (create.table.fields.size() >= kMostFields) fail(error_too_many_fields);
+      if (create.table.fields.size() >= most_fields) fail(error_too_many_fields);
       create.table.fields.push_back(parse_field(create.table.indexes));
       create.table.fields.back().ordinal_position = static_cast<std::int16_t>(create.table.fields.size() - 1);
     }
@@ -85,13 +85,13 @@ FieldDefinition Parser::parse_field(std::vector<IndexDefinition>& indexes) {
 void Parser::parse_field_type(FieldDefinition& field) {
   const Token word = take();
   if (word.kind != TokenKind::Word) fail_here();
-  const auto* const row = std::find_if(std::begin(kTypeWords), std::end(kTypeWords),
+  const auto* const row = std::find_if(std::begin(type_words), std::end(type_words),
                                        [&](const TypeWord& candidate) { return word.is_word(candidate.word); });
-  if (row == std::end(kTypeWords)) fail(error_invalid_data_type);
+  if (row == std::end(type_words)) fail(error_invalid_data_type);
   field.type = row->type;
   field.attributes = row->type == DataType::Text || row->type == DataType::Memo ? attribute_variable : attribute_fixed;
   if (row->counter) field.attributes |= attribute_auto_increment;
-  field.size = row->type == DataType::Text ? kLongestText : storage_size(row->type);
+  field.size = row->type == DataType::Text ? longest_text : storage_size(row->type);
   if (row->type == DataType::Text) parse_field_size(field);
 }
 
@@ -99,7 +99,7 @@ void Parser::parse_field_size(FieldDefinition& field) {
   if (!accept_symbol("(")) return;
   const Token size = take();
   if (size.kind != TokenKind::Number || !size.whole) fail_here();
-  if (size.number < 1 || size.number > kLongestText) fail(error_field_size, field.name);
+  if (size.number < 1 || size.number > longest_text) fail(error_field_size, field.name);
   field.size = static_cast<std::int32_t>(size.number);
   expect_symbol(")");
 }
@@ -161,7 +161,7 @@ std::vector<std::string> Parser::parse_names() {
   std::vector<std::string> names;
   expect_symbol("(");
   do {
-    if (names.size() >= kMostFields) fail(error_too_many_fields);
+    if (names.size() >= most_fields) fail(error_too_many_fields);
     names.push_back(expect_name());
     if (accept_symbol(".") || accept_symbol("!")) names.back() = expect_any_name();
     if (!accept_word("ASC")) accept_word("DESC");

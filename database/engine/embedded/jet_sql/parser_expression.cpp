@@ -9,10 +9,10 @@ namespace engine::embedded::jet_sql {
 
 namespace {
 
-constexpr int kNotPrecedence = 6;
-constexpr int kPredicatePrecedence = 7;
-constexpr int kConcatenatePrecedence = 8;
-constexpr int kPowerPrecedence = 14;
+constexpr int not_precedence = 6;
+constexpr int predicate_precedence = 7;
+constexpr int concatenate_precedence = 8;
+constexpr int power_precedence = 14;
 
 struct OperatorRow {
   std::string_view text;
@@ -20,34 +20,34 @@ struct OperatorRow {
   int precedence;
 };
 
-constexpr OperatorRow kWordOperators[] = {
+constexpr OperatorRow word_operators[] = {
     {"IMP", BinaryOperator::Imp, 1}, {"EQV", BinaryOperator::Eqv, 2}, {"XOR", BinaryOperator::Xor, 3},
     {"OR", BinaryOperator::Or, 4},   {"AND", BinaryOperator::And, 5}, {"MOD", BinaryOperator::Modulo, 10},
 };
 
-constexpr OperatorRow kSymbolOperators[] = {
-    {"=", BinaryOperator::Equal, kPredicatePrecedence},
-    {"<>", BinaryOperator::NotEqual, kPredicatePrecedence},
-    {"<", BinaryOperator::Less, kPredicatePrecedence},
-    {">", BinaryOperator::Greater, kPredicatePrecedence},
-    {"<=", BinaryOperator::LessOrEqual, kPredicatePrecedence},
-    {">=", BinaryOperator::GreaterOrEqual, kPredicatePrecedence},
-    {"&", BinaryOperator::Concatenate, kConcatenatePrecedence},
+constexpr OperatorRow symbol_operators[] = {
+    {"=", BinaryOperator::Equal, predicate_precedence},
+    {"<>", BinaryOperator::NotEqual, predicate_precedence},
+    {"<", BinaryOperator::Less, predicate_precedence},
+    {">", BinaryOperator::Greater, predicate_precedence},
+    {"<=", BinaryOperator::LessOrEqual, predicate_precedence},
+    {">=", BinaryOperator::GreaterOrEqual, predicate_precedence},
+    {"&", BinaryOperator::Concatenate, concatenate_precedence},
     {"+", BinaryOperator::Add, 9},
     {"-", BinaryOperator::Subtract, 9},
     {"\\", BinaryOperator::WholeDivide, 11},
     {"*", BinaryOperator::Multiply, 12},
     {"/", BinaryOperator::Divide, 12},
-    {"^", BinaryOperator::Power, kPowerPrecedence},
+    {"^", BinaryOperator::Power, power_precedence},
 };
 
 const OperatorRow* find_operator(const Token& token) noexcept {
   if (token.kind == TokenKind::Word) {
-    for (const OperatorRow& row : kWordOperators) {
+    for (const OperatorRow& row : word_operators) {
       if (token.is_word(row.text)) return &row;
     }
   } else if (token.kind == TokenKind::Symbol) {
-    for (const OperatorRow& row : kSymbolOperators) {
+    for (const OperatorRow& row : symbol_operators) {
       if (token.text == row.text) return &row;
     }
   }
@@ -72,10 +72,10 @@ ExpressionPtr make(Node node, int height_below) {
 }
 
 Literal literal_of(const Token& token) {
-  constexpr double kLargestWhole = 9007199254740992.0;  // 2^53
+  constexpr double largest_whole = 9007199254740992.0;  // 2^53
   if (token.kind == TokenKind::Text) return {token.text};
   if (token.kind == TokenKind::Date) return {DateLiteral{token.number}};
-  if (token.whole && token.number <= kLargestWhole) return {static_cast<std::int64_t>(token.number)};
+  if (token.whole && token.number <= largest_whole) return {static_cast<std::int64_t>(token.number)};
   return {token.number};
 }
 
@@ -109,7 +109,7 @@ ExpressionPtr Parser::parse_binary(int lowest_precedence) {
   const Level level(depth_);
   ExpressionPtr left = parse_prefix();
   while (true) {
-    if (lowest_precedence <= kPredicatePrecedence && at_predicate()) {
+    if (lowest_precedence <= predicate_precedence && at_predicate()) {
       left = parse_predicate(std::move(left));
       continue;
     }
@@ -125,13 +125,13 @@ ExpressionPtr Parser::parse_binary(int lowest_precedence) {
 ExpressionPtr Parser::parse_prefix() {
   const Level level(depth_);
   if (accept_word("NOT")) {
-    ExpressionPtr operand = parse_binary(kNotPrecedence);
+    ExpressionPtr operand = parse_binary(not_precedence);
     const int height = operand->height;
     return make(Unary{UnaryOperator::Not, std::move(operand)}, height);
   }
   if (accept_symbol("-")) return parse_minus();
   if (accept_symbol("+")) {
-    ExpressionPtr operand = parse_binary(kPowerPrecedence);
+    ExpressionPtr operand = parse_binary(power_precedence);
     const int height = operand->height;
     return make(Unary{UnaryOperator::Plus, std::move(operand)}, height);
   }
@@ -139,7 +139,7 @@ ExpressionPtr Parser::parse_prefix() {
 }
 
 ExpressionPtr Parser::parse_minus() {
-  ExpressionPtr operand = parse_binary(kPowerPrecedence);
+  ExpressionPtr operand = parse_binary(power_precedence);
   if (auto* literal = std::get_if<Literal>(&operand->node); literal != nullptr && negate(*literal)) return operand;
   const int height = operand->height;
   return make(Unary{UnaryOperator::Minus, std::move(operand)}, height);
@@ -236,15 +236,15 @@ ExpressionPtr Parser::parse_predicate(ExpressionPtr value) {
   if (accept_word("BETWEEN")) return parse_between(std::move(value), negated);
   if (accept_word("IN")) return parse_in(std::move(value), negated);
   expect_word("LIKE");
-  ExpressionPtr pattern = parse_binary(kConcatenatePrecedence);
+  ExpressionPtr pattern = parse_binary(concatenate_precedence);
   const int height = std::max(value->height, pattern->height);
   return make(Like{std::move(value), std::move(pattern), negated}, height);
 }
 
 ExpressionPtr Parser::parse_between(ExpressionPtr value, bool negated) {
-  ExpressionPtr low = parse_binary(kConcatenatePrecedence);
+  ExpressionPtr low = parse_binary(concatenate_precedence);
   expect_word("AND");
-  ExpressionPtr high = parse_binary(kConcatenatePrecedence);
+  ExpressionPtr high = parse_binary(concatenate_precedence);
   const int height = std::max({value->height, low->height, high->height});
   return make(Between{std::move(value), std::move(low), std::move(high), negated}, height);
 }

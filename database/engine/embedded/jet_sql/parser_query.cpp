@@ -8,10 +8,10 @@ namespace engine::embedded::jet_sql {
 
 namespace {
 
-constexpr int kDeepestSelect = 30;
-constexpr std::size_t kMostUnions = 100;
-constexpr std::size_t kMostItems = 255;
-constexpr std::size_t kMostGroups = 64;
+constexpr int deepest_select = 30;
+constexpr std::size_t most_unions = 100;
+constexpr std::size_t most_items = 255;
+constexpr std::size_t most_groups = 64;
 
 void raise_height(int& height, int below) {
   height = std::max(height, below + 1);
@@ -43,12 +43,12 @@ TableReferencePtr make_reference(Node node, int height_below) {
 
 QueryPtr Parser::parse_query(SelectStatement* into) {
   const int clause = clause_;
-  if (select_depth_ >= kDeepestSelect) fail(error_too_complex);
+  if (select_depth_ >= deepest_select) fail(error_too_complex);
   ++select_depth_;
   auto query = std::make_unique<QueryTree>();
   query->selects.push_back(parse_select(into));
   while (accept_word("UNION")) {
-    if (query->selects.size() >= kMostUnions) fail(error_too_complex);
+    if (query->selects.size() >= most_unions) fail(error_too_complex);
     query->union_all.push_back(accept_word("ALL"));
     query->selects.push_back(parse_select(nullptr));
   }
@@ -98,7 +98,7 @@ void Parser::parse_predicates(Select& select) {
 
 void Parser::parse_items(Select& select) {
   do {
-    if (select.items.size() >= kMostItems) fail(error_too_many_fields);
+    if (select.items.size() >= most_items) fail(error_too_many_fields);
     select.items.push_back(parse_item());
   } while (accept_symbol(","));
 }
@@ -145,7 +145,7 @@ void Parser::parse_groups(Select& select) {
     clause_ = error_group_by_syntax;
     expect_word("BY");
     do {
-      if (select.group_by.size() >= kMostGroups) fail(error_too_complex);
+      if (select.group_by.size() >= most_groups) fail(error_too_complex);
       select.group_by.push_back(parse_expression());
     } while (accept_symbol(","));
   }
@@ -161,7 +161,7 @@ std::vector<OrderItem> Parser::parse_order_by() {
   clause_ = error_order_by_syntax;
   expect_word("BY");
   do {
-    if (items.size() >= kMostGroups) fail(error_too_complex);
+    if (items.size() >= most_groups) fail(error_too_complex);
     OrderItem item;
     item.expression = parse_expression();
     if (!accept_word("ASC")) item.descending = accept_word("DESC");

@@ -80,7 +80,7 @@ void required(FunctionCall& call) {
   call.result_argument(0);
 }
 
-constexpr ScalarRow kFunctions[] = {
+constexpr ScalarRow functions[] = {
     row<store_boolean>("jet_store_boolean", 1),
     row<store_whole<std::uint8_t>>("jet_store_byte", 1),
     row<store_whole<std::int16_t>>("jet_store_integer", 1),
@@ -95,6 +95,6 @@ constexpr ScalarRow kFunctions[] = {
 
 }  // namespace
 
-std::span<const ScalarRow> store_functions() noexcept { return kFunctions; }
+std::span<const ScalarRow> store_functions() noexcept { return functions; }
 
 }  // namespace engine::embedded::jet_sql

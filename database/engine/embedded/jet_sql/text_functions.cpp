@@ -12,7 +12,7 @@ namespace engine::embedded::jet_sql {
 
 namespace {
 
-constexpr std::int32_t kLongestFill = 65535;
+constexpr std::int32_t longest_fill = 65535;
 
 void text(FunctionCall& call) {
   if (call.is_text(0)) {
@@ -121,7 +121,7 @@ void replace(FunctionCall& call) {
 
 std::size_t fill_length(FunctionCall& call) {
   const std::size_t length = length_argument(call, 0);
-  if (length > kLongestFill) fail(error_overflow);
+  if (length > longest_fill) fail(error_overflow);
   return length;
 }
 
@@ -157,7 +157,7 @@ void character_of(FunctionCall& call) {
 
 void date_as_text(FunctionCall& call) { call.result(std::string_view(date_text(call.date(0)))); }
 
-constexpr ScalarRow kFunctions[] = {
+constexpr ScalarRow functions[] = {
     row<text>("jet_text", 1),
     row<text>("jet_cstr", 1),
     row<date_as_text>("jet_date_text", 1),
@@ -187,6 +187,6 @@ constexpr ScalarRow kFunctions[] = {
 
 }  // namespace
 
-std::span<const ScalarRow> text_functions() noexcept { return kFunctions; }
+std::span<const ScalarRow> text_functions() noexcept { return functions; }
 
 }  // namespace engine::embedded::jet_sql

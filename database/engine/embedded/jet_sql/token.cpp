@@ -11,10 +11,10 @@ namespace engine::embedded::jet_sql {
 
 namespace {
 
-constexpr std::size_t kLongestStatement = 1 << 20;
-constexpr std::size_t kLongestName = std::size_t{64} * 4;  // 64 characters
-constexpr std::string_view kSymbols[] = {"<=", ">=", "<>", "(", ")", ",", ".",  "!", ";", "=",
-                                         "<",  ">",  "+",  "-", "*", "/", "\\", "^", "&"};
+constexpr std::size_t longest_statement = 1 << 20;
+constexpr std::size_t longest_name = std::size_t{64} * 4;  // 64 characters
+constexpr std::string_view symbol_tokens[] = {"<=", ">=", "<>", "(", ")", ",", ".",  "!", ";", "=",
+                                              "<",  ">",  "+",  "-", "*", "/", "\\", "^", "&"};
 
 bool is_digit(char character) noexcept { return character >= '0' && character <= '9'; }
 bool is_blank(char character) noexcept {
@@ -72,7 +72,7 @@ class Tokenizer {
     while (position_ < statement_.size() && continues_word(statement_[position_])) ++position_;
     token.kind = TokenKind::Word;
     token.text = statement_.substr(begin, position_ - begin);
-    if (token.text.size() > kLongestName) fail(error_invalid_name, "…");
+    if (token.text.size() > longest_name) fail(error_invalid_name, "…");
   }
 
   void skip_digits() {
@@ -119,7 +119,7 @@ class Tokenizer {
     if (end == std::string_view::npos) fail(error_invalid_bracketing);
     token.kind = TokenKind::QuotedName;
     token.text = statement_.substr(position_ + 1, end - position_ - 1);
-    if (token.text.empty() || token.text.size() > kLongestName) fail(error_invalid_bracketing);
+    if (token.text.empty() || token.text.size() > longest_name) fail(error_invalid_bracketing);
     position_ = end + 1;
   }
 
@@ -135,7 +135,7 @@ class Tokenizer {
 
   void read_symbol(Token& token) {
     const std::string_view rest = statement_.substr(position_);
-    for (const std::string_view symbol : kSymbols) {
+    for (const std::string_view symbol : symbol_tokens) {
       if (!rest.starts_with(symbol)) continue;
       token.kind = TokenKind::Symbol;
       token.text = symbol;
@@ -160,7 +160,7 @@ bool Token::is_word(std::string_view keyword) const noexcept {
 }
 
 std::vector<Token> tokenize(std::string_view statement) {
-  if (statement.size() > kLongestStatement) fail(error_too_complex);
+  if (statement.size() > longest_statement) fail(error_too_complex);
   // SQLite takes neither; nothing that the user means is written with them.
   if (statement.find('\0') != std::string_view::npos || !support::is_utf8(statement)) fail(error_expression_syntax);
   Tokenizer tokenizer(statement);

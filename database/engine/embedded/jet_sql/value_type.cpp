@@ -6,7 +6,7 @@ namespace engine::embedded::jet_sql {
 
 namespace {
 
-constexpr std::int32_t kLongestText = 255;
+constexpr std::int32_t longest_text = 255;
 
 struct Range {
   double low;
@@ -145,7 +145,7 @@ DataType data_type_of(const ValueType& type) noexcept {
 std::int32_t field_size_of(const ValueType& type) noexcept {
   const DataType data_type = data_type_of(type);
   if (data_type != DataType::Text) return storage_size(data_type);
-  return type.size > 0 && type.size < kLongestText ? type.size : kLongestText;
+  return type.size > 0 && type.size < longest_text ? type.size : longest_text;
 }
 
 std::int32_t storage_size(DataType type) noexcept {
