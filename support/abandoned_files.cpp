@@ -21,8 +21,8 @@ bool is_working_name(std::string_view name, std::string_view beginning) {
   if (!name.starts_with(beginning)) return false;
   name.remove_prefix(beginning.size());
   if (name.ends_with(journal_ending)) name.remove_suffix(journal_ending.size());
-  constexpr std::string_view token_length = "-0123456789ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz";
-  return !name.empty() && name.find_first_not_of(token_length) == std::string_view::npos;
+  constexpr std::string_view token_characters = "-0123456789ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz";
+  return !name.empty() && name.find_first_not_of(token_characters) == std::string_view::npos;
 }
 
 bool is_abandoned(const fs::path& file) {

@@ -7,6 +7,7 @@
 
 #include "apps/console/journal.h"
 #include "apps/firststeps/options.h"
+#include "apps/firststeps/problems.h"
 #include "apps/ports/host_ports.h"
 #include "support/host.h"
 #include "support/win32/wide.h"
@@ -21,6 +22,16 @@ std::string program_folder() {
   std::wstring path(32768, L'\0');
   path.resize(GetModuleFileNameW(nullptr, path.data(), static_cast<DWORD>(path.size())));
   return support::narrow(path.substr(0, path.find_last_of(L'\\') + 1));
+}
+
+/// True where everything was written, the report included; otherwise the user has been told what is missing.
+bool conclude(const firststeps::Options& options, const wizard::frmAssistantFirstSteps& assistant,
+              wizard::UserPort& user) {
+  const bool reported = firststeps::write_report(options, assistant.report());
+  const std::string problems = firststeps::problem_message(assistant.config(), assistant.report());
+  if (problems.empty()) return reported;
+  user.message_box(problems, MB_OK | MB_ICONEXCLAMATION | MB_SYSTEMMODAL, assistant.config().Productname);
+  return false;
 }
 
 int run(HINSTANCE instance, const firststeps::Options& options) {
@@ -42,7 +53,7 @@ int run(HINSTANCE instance, const firststeps::Options& options) {
   window.run();
   user.set_owner(nullptr);
   if (assistant.state() != wizard::frmAssistantFirstSteps::State::Finished) return 0;
-  return firststeps::write_report(options, assistant.report()) ? 0 : 1;
+  return conclude(options, assistant, user) ? 0 : 1;
 }
 
 }  // namespace

@@ -3,6 +3,9 @@
 // commctrl.h needs windows.h before it.
 #include <commctrl.h>
 
+#include <filesystem>
+#include <fstream>
+
 #include "support/host.h"
 #include "support/win32/wide.h"
 #include "tests/window/window_test.h"
@@ -238,6 +241,20 @@ TEST_F(RunsTest, AChangedSchemeSendsTheUsersToolbarsToTheRecycleBin) {
   finish();
   EXPECT_EQ(demo_.value(installation_key, "Scheme"), "3");
   for (const auto& [name, content] : demo_.everything()) EXPECT_FALSE(name.starts_with("user/")) << name;
+}
+
+TEST_F(RunsTest, AFinishThatCannotWriteEverythingSaysWhatIsMissing) {
+  // A file where the patients' folder would be.
+  std::ofstream(std::filesystem::path(support::wide_path(demo_.path("patients"))));
+  start();
+  enter_patient();
+  wizard().go_to("Fertig");
+  wizard().press("Command1(0)");
+  EXPECT_THAT(wizard().message(), ::testing::AllOf(::testing::HasSubstr("Nicht alles konnte gespeichert werden"),
+                                                   ::testing::HasSubstr("Müller_Jörg.das")));
+  wizard().answer(IDOK);
+  EXPECT_EQ(wizard().process().wait_for_end(), 1u);
+  EXPECT_EQ(demo_.value(user_key, "FirstRun"), "0") << "the rest is written";
 }
 
 /// What the registry of this session holds of the wizard: nothing before and after.

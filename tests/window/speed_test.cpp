@@ -1,6 +1,6 @@
 // How long a user waits: for the first page, beside a bare program with one window, and for the next page, beside the
 // limit of 50 ms. Times are the best of several, of more on a busy machine: what else runs there does not count. Under
-// Wine, ./test has the whole session on one processor, where the limits are met with room to spare.
+// Wine, ./test has the whole session on one processor, where the times are even.
 #include <algorithm>
 #include <chrono>
 #include <iostream>
