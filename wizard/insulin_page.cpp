@@ -5,7 +5,6 @@
 #include "support/common_code.h"
 #include "support/encoding.h"
 #include "support/harbinox.h"
-#include "wizard/form/lists.h"
 
 namespace wizard {
 

@@ -1,7 +1,7 @@
 #include "wizard/patient_page.h"
 
 #include "support/common_code.h"
-#include "wizard/form/lists.h"
+#include "wizard/form/match_list.h"
 #include "wizard/options.h"
 
 namespace wizard {

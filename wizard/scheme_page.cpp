@@ -2,7 +2,7 @@
 
 #include "support/common_code.h"
 #include "support/harbinox.h"
-#include "wizard/form/lists.h"
+#include "wizard/form/match_list.h"
 
 namespace wizard {
 

@@ -6,7 +6,7 @@
 
 #include "support/error.h"
 #include "wizard/form/apply_texts.h"
-#include "wizard/form/lists.h"
+#include "wizard/form/match_list.h"
 #include "wizard/form_layout.h"
 
 namespace {

@@ -3,14 +3,12 @@
 #include <algorithm>
 #include <charconv>
 
-#include "support/encoding.h"
 #include "support/error.h"
 
 namespace form {
 
 namespace {
 
-/// Control names are ASCII.
 bool same_name(std::string_view left, std::string_view right) noexcept {
   constexpr auto lower = [](char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c; };
   return std::ranges::equal(left, right, {}, lower, lower);
@@ -31,6 +29,18 @@ std::string path_of(std::string_view name, int index) {
 
 }  // namespace
 
+Control::Control(Form& form, const ControlRow& row, Control* parent)
+    : form_(form),
+      name_(row.name),
+      index_(row.index),
+      kind_(row.kind),
+      parent_(parent),
+      editable_(row.editable),
+      tag_(row.tag),
+      caption_(row.caption),
+      visible_(row.visible),
+      bounds_(row.bounds) {}
+
 std::string Control::path() const { return path_of(name_, index_); }
 
 std::int32_t Control::selected_item_data() const noexcept {
@@ -41,7 +51,7 @@ template <typename Member, typename Value>
 void Control::assign(Member& member, const Value& value, Property property) {
   if (member == value) return;
   member = value;
-  form_->changed(*this, property);
+  form_.changed(*this, property);
 }
 
 void Control::set_tag(std::string_view tag) { assign(tag_, tag, Property::Tag); }
@@ -65,7 +75,7 @@ void Control::set_text(std::string_view text) {
 
 void Control::set_value(int value) {
   if (kind_ == Kind::OptionButton && value != 0 && index_ >= 0)
-    for (Control* other : form_->array(name_))
+    for (Control* other : form_.array(name_))
       if (other != this) other->assign(other->value_, 0, Property::Value);
   assign(value_, value, Property::Value);
 }
@@ -74,7 +84,7 @@ void Control::set_items(std::vector<ListItem> items) {
   set_list_index(-1);
   if (items_ == items) return;
   items_ = std::move(items);
-  form_->changed(*this, Property::List);
+  form_.changed(*this, Property::List);
 }
 
 void Control::set_list_index(int list_index) {
@@ -89,25 +99,14 @@ Control& Form::add(const ControlRow& row) {
     throw support::RuntimeError(360, "Object already loaded: " + path_of(row.name, row.index));
   Control* parent = row.parent.empty() ? nullptr : find_path(row.parent);
   if (!parent && !row.parent.empty()) throw support::RuntimeError(340, "No such container: " + std::string(row.parent));
-  auto control = std::make_unique<Control>();
-  control->form_ = this;
-  control->name_ = row.name;
-  control->index_ = row.index;
-  control->kind_ = row.kind;
-  control->parent_ = parent;
-  control->bounds_ = row.bounds;
-  control->caption_ = row.caption;
-  control->tag_ = row.tag;
-  control->visible_ = row.visible;
-  control->editable_ = row.editable;
-  controls_.push_back(std::move(control));
+  controls_.push_back(std::make_unique<Control>(*this, row, parent));
   if (observer_) observer_->control_added(*controls_.back());
   return *controls_.back();
 }
 
 Control* Form::find(std::string_view name, int index) noexcept {
   const auto match = std::ranges::find_if(
-      controls_, [&](const auto& control) { return control->index_ == index && same_name(control->name_, name); });
+      controls_, [&](const auto& control) { return control->index() == index && same_name(control->name(), name); });
   return match == controls_.end() ? nullptr : match->get();
 }
 
@@ -137,8 +136,6 @@ std::vector<Control*> Form::array(std::string_view name) { return members<Contro
 std::vector<const Control*> Form::array(std::string_view name) const {
   return members<const Control*>(controls_, name);
 }
-
-void Form::set_caption(std::string_view caption) { caption_ = caption; }
 
 void Form::request_focus(Control& control) {
   focus_ = &control;

@@ -1,5 +1,6 @@
 // The form as data: an ordered list of controls whose properties a window shows and whose events the wizard handles. It
-// knows nothing of windows and nothing of diabetes.
+// knows nothing of windows and nothing of diabetes. Names of controls are ASCII and ignore case; every other text is
+// UTF-8. One thread uses a form.
 #pragma once
 
 #include <cstdint>
@@ -31,18 +32,20 @@ struct Bounds {
   friend bool operator==(const Bounds&, const Bounds&) = default;
 };
 
+/// An entry of a combo box. The user sees its text; `item_data` is the number that it stands for.
 struct ListItem {
   std::string text;
   std::int32_t item_data = 0;
   friend bool operator==(const ListItem&, const ListItem&) = default;
 };
 
-/// Colours of a progress bar, as the platform counts them: 0xBBGGRR.
+/// Colours of a progress bar: 0xBBGGRR.
 struct Colours {
   std::uint32_t bar = 0, background = 0xFFFFFF;
   friend bool operator==(const Colours&, const Colours&) = default;
 };
 
+/// The properties of a control that may change while it exists.
 enum class Property {
   Caption,
   ToolTip,
@@ -61,76 +64,6 @@ enum class Property {
   Colours
 };
 
-class Form;
-
-/// One control. Setters tell the form's observer of real changes only; they raise no events.
-class Control {
- public:
-  const std::string& name() const noexcept { return name_; }
-  /// Index in its control array; -1 for a control that is in none.
-  int index() const noexcept { return index_; }
-  Kind kind() const noexcept { return kind_; }
-  /// The container it lies in; null on the form itself.
-  Control* parent() const noexcept { return parent_; }
-  /// "name" or "name(index)".
-  std::string path() const;
-
-  const std::string& tag() const noexcept { return tag_; }
-  const std::string& caption() const noexcept { return caption_; }  ///< "&" marks the access key
-  const std::string& tooltip() const noexcept { return tooltip_; }
-  const std::string& font() const noexcept { return font_; }
-  const std::string& text() const noexcept { return text_; }  ///< text and combo boxes
-  int value() const noexcept { return value_; }               ///< 1 chosen; scroll and progress position
-  /// Scroll and progress bars: the last position. Text and editable combo boxes: the most characters a user may type.
-  int maximum() const noexcept { return maximum_; }
-  bool visible() const noexcept { return visible_; }  ///< its own flag, whatever the parent's
-  bool enabled() const noexcept { return enabled_; }
-  bool editable() const noexcept { return editable_; }
-  int interval() const noexcept { return interval_; }  ///< milliseconds; 0 stopped
-  const std::string& picture() const noexcept {
-    return picture_;
-  }  ///< resource number ("103") or a file path; empty none
-  const Bounds& bounds() const noexcept { return bounds_; }
-  const std::vector<ListItem>& items() const noexcept { return items_; }
-  int list_index() const noexcept { return list_index_; }       ///< -1 nothing selected
-  const Colours& colours() const noexcept { return colours_; }  ///< progress bar
-  /// Item data of the selected entry; 0 where nothing is selected.
-  std::int32_t selected_item_data() const noexcept;
-
-  void set_tag(std::string_view tag);
-  void set_caption(std::string_view caption);
-  void set_tooltip(std::string_view tooltip);
-  void set_font(std::string_view font);
-  void set_text(std::string_view text);  ///< in a combo box also selects the entry of exactly this text, if any
-  void set_value(int value);             ///< choosing an option button unchooses the others of its array
-  void set_maximum(int maximum);
-  void set_visible(bool visible);
-  void set_enabled(bool enabled);
-  void set_interval(int milliseconds);
-  void set_picture(std::string_view picture);
-  void set_bounds(const Bounds& bounds);
-  void set_items(std::vector<ListItem> items);  ///< clears the selection
-  void set_list_index(int list_index);          ///< also sets the text; out of range clears both
-  void set_colours(const Colours& colours);
-
- private:
-  friend class Form;
-  template <typename Member, typename Value>
-  void assign(Member& member, const Value& value, Property property);
-
-  Form* form_ = nullptr;
-  std::string name_;
-  int index_ = -1;
-  Kind kind_ = Kind::Label;
-  Control* parent_ = nullptr;
-  std::string tag_, caption_, tooltip_, font_, text_, picture_;
-  int value_ = 0, maximum_ = 100, interval_ = 0, list_index_ = -1;
-  bool visible_ = true, enabled_ = true, editable_ = false;
-  Bounds bounds_;
-  Colours colours_;
-  std::vector<ListItem> items_;
-};
-
 /// A row of the table that a form is built from. Of two controls that overlap, the later one lies above.
 struct ControlRow {
   std::string_view name;
@@ -144,47 +77,146 @@ struct ControlRow {
   bool editable = false;
 };
 
+class Form;
+
+/// One control, owned by its form. Every kind has every property; which of them a window shows depends on the kind.
+///
+/// A setter tells the form's observer of a real change and raises no event. It takes the value as it is, unless said
+/// otherwise: a value beyond the maximum, say, is not refused.
+class Control {
+ public:
+  /// Made by Form::add().
+  Control(Form& form, const ControlRow& row, Control* parent);
+  Control(const Control&) = delete;
+  Control& operator=(const Control&) = delete;
+
+  const std::string& name() const noexcept { return name_; }
+  /// Index in its control array; -1 for a control that is in none.
+  int index() const noexcept { return index_; }
+  Kind kind() const noexcept { return kind_; }
+  /// The container it lies in; null on the form itself.
+  Control* parent() const noexcept { return parent_; }
+  /// "name" or "name(index)".
+  std::string path() const;
+  /// Whether a user may type into it (text and combo boxes).
+  bool editable() const noexcept { return editable_; }
+
+  const std::string& tag() const noexcept { return tag_; }
+  /// "&" marks the access key.
+  const std::string& caption() const noexcept { return caption_; }
+  const std::string& tooltip() const noexcept { return tooltip_; }
+  /// Face name; empty: the system's own font.
+  const std::string& font() const noexcept { return font_; }
+  /// Text and combo boxes.
+  const std::string& text() const noexcept { return text_; }
+  /// Options: 1 chosen, 0 not. Scroll and progress bars: the position, from 0.
+  int value() const noexcept { return value_; }
+  /// Scroll and progress bars: the last position. Text and editable combo boxes: the most characters a user may type.
+  int maximum() const noexcept { return maximum_; }
+  /// Its own flag, whatever the container's.
+  bool visible() const noexcept { return visible_; }
+  bool enabled() const noexcept { return enabled_; }
+  /// Of a timer, in milliseconds; 0: stopped.
+  int interval() const noexcept { return interval_; }
+  /// Name of a resource ("103", "diary") or path of a file; empty: none.
+  const std::string& picture() const noexcept { return picture_; }
+  const Bounds& bounds() const noexcept { return bounds_; }
+  const std::vector<ListItem>& items() const noexcept { return items_; }
+  /// Place of the selected entry in items(); -1 where none is selected.
+  int list_index() const noexcept { return list_index_; }
+  /// Item data of the selected entry; 0 where none is selected.
+  std::int32_t selected_item_data() const noexcept;
+  const Colours& colours() const noexcept { return colours_; }
+
+  void set_tag(std::string_view tag);
+  void set_caption(std::string_view caption);
+  void set_tooltip(std::string_view tooltip);
+  void set_font(std::string_view font);
+  /// In a combo box also selects the first entry of exactly this text, or none.
+  void set_text(std::string_view text);
+  /// A value other than 0 given to an option button unchooses the others of its control array.
+  void set_value(int value);
+  void set_maximum(int maximum);
+  void set_visible(bool visible);
+  void set_enabled(bool enabled);
+  void set_interval(int milliseconds);
+  void set_picture(std::string_view picture);
+  void set_bounds(const Bounds& bounds);
+  /// Also clears text and selection.
+  void set_items(std::vector<ListItem> items);
+  /// Also sets the text to that of the entry. An index that no entry has clears text and selection.
+  void set_list_index(int list_index);
+  void set_colours(const Colours& colours);
+
+ private:
+  template <typename Member, typename Value>
+  void assign(Member& member, const Value& value, Property property);
+
+  Form& form_;
+  const std::string name_;
+  const int index_;
+  const Kind kind_;
+  Control* const parent_;
+  const bool editable_;
+  std::string tag_, caption_, tooltip_, font_, text_, picture_;
+  int value_ = 0, maximum_ = 100, interval_ = 0, list_index_ = -1;
+  bool visible_, enabled_ = true;
+  Bounds bounds_;
+  Colours colours_;
+  std::vector<ListItem> items_;
+};
+
+/// Whoever shows a form is told here what to show. Each call comes after the change, from the thread and inside the
+/// call that made it. Must not throw.
 class FormObserver {
  public:
   virtual ~FormObserver() = default;
+  /// One call for each property that got another value.
   virtual void property_changed(const Control& control, Property property) = 0;
+  /// The control is the last one in the form's order now; it is not told of its properties.
   virtual void control_added(const Control& control) = 0;
+  /// The control is to have the focus, whether or not it had it before.
   virtual void focus_requested(const Control& control) = 0;
+  /// The control is to be drawn again with all that lies in it, though no property says so.
   virtual void redraw_requested(const Control& control) = 0;
 };
 
+/// Owns its controls, which stay where they are for as long as the form lives.
 class Form {
  public:
   Form() = default;
   Form(const Form&) = delete;
   Form& operator=(const Form&) = delete;
 
-  /// Raises support::RuntimeError 360 where name and index are taken, 340 for an unknown container.
+  /// Adds a control at the end of the order. Raises support::RuntimeError 360 where name and index are taken, 340 for
+  /// an unknown container; the form is unchanged then.
   Control& add(const ControlRow& row);
-  /// The control; raises support::RuntimeError 340 (no such control) where there is none. Names ignore case.
+  /// The control; raises support::RuntimeError 340 where there is none.
   Control& at(std::string_view name, int index = -1);
   const Control& at(std::string_view name, int index = -1) const;
+  /// The control; null where there is none.
   Control* find(std::string_view name, int index = -1) noexcept;
   const Control* find(std::string_view name, int index = -1) const noexcept;
   /// By "name" or "name(index)"; null where there is none.
   Control* find_path(std::string_view path) noexcept;
-  /// All members of a control array, by index.
+  /// All members of a control array, by index; empty where there is none.
   std::vector<Control*> array(std::string_view name);
   std::vector<const Control*> array(std::string_view name) const;
-  /// In the form's control order.
+  /// In the form's order.
   const std::vector<std::unique_ptr<Control>>& controls() const noexcept { return controls_; }
 
+  /// Caption and tag of the form itself. The observer is not told of them: they are set before anybody shows the form.
   const std::string& caption() const noexcept { return caption_; }
-  void set_caption(std::string_view caption);
+  void set_caption(std::string_view caption) { caption_ = caption; }
   const std::string& tag() const noexcept { return tag_; }
   void set_tag(std::string_view tag) { tag_ = tag; }
 
   void request_focus(Control& control);
   void request_redraw(Control& control);
-  /// The control that last asked for the focus; null where none did.
+  /// The control that the focus was last requested for; null before the first.
   Control* focus() const noexcept { return focus_; }
 
-  /// One observer, or none (null). It must outlive the form or be taken away.
+  /// The one observer, or none (null). It must outlive the form or be taken away.
   void set_observer(FormObserver* observer) noexcept { observer_ = observer; }
 
  private:

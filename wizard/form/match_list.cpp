@@ -1,4 +1,4 @@
-#include "wizard/form/lists.h"
+#include "wizard/form/match_list.h"
 
 #include <algorithm>
 #include <charconv>
@@ -38,11 +38,6 @@ void MatchList(Control& list, std::string_view value) {
     if (entry < 0 && list.editable()) list.set_text(value);
     list.set_enabled(list.editable() || !list.items().empty());
   });
-}
-
-void SetProgressbarColor(Control& bar, std::uint32_t colour) {
-  support::Procedure procedure{"code!SetProgressbarColor"};
-  procedure.step([&] { bar.set_colours({colour, 0xFFFFFF}); });
 }
 
 }  // namespace form

@@ -1,0 +1,13 @@
+// The colour of a progress bar (module "code").
+#pragma once
+
+#include <cstdint>
+
+#include "wizard/form/form.h"
+
+namespace form {
+
+/// Bar colour as 0xBBGGRR; the background becomes white. Never throws.
+void SetProgressbarColor(Control& bar, std::uint32_t colour);
+
+}  // namespace form
