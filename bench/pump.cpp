@@ -6,6 +6,7 @@
 #include "bench/long_history.h"
 #include "bench/pump_conversion.h"
 #include "bench/straight.h"
+#include "database/open_database.h"
 #include "database/pump_statistics.h"
 #include "database/version_record.h"
 
@@ -67,7 +68,7 @@ void prepare_conversion(LongHistory& history, const fs::path& file) {
     database::db_WriteDBInfo(environment, path, record);
     record.MinVersion = 57;
     const auto engine = engine::open_engine("DAO.DBEngine.36");
-    const auto database = engine->open_database(path, false, false, "MS Access;pwd=brimol");
+    const auto database = engine->open_database(path, false, false, database::connect_text(database::default_password));
     database->execute("UPDATE db_info SET MinVersion=57");
   }
   fs::copy_file(converted, file, fs::copy_options::overwrite_existing);

@@ -4,8 +4,8 @@
 #include "bench/jobs.h"
 #include "bench/patient_file.h"
 #include "bench/straight.h"
+#include "database/open_database.h"
 #include "database/settings.h"
-#include "database/version_record.h"
 
 namespace bench {
 namespace {

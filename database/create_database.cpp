@@ -123,11 +123,6 @@ void fill(const Environment& environment, engine::Database& database, const Pati
   skipped.raise_first();
 }
 
-std::int16_t report(const support::Procedure& procedure, bool succeeded, support::RuntimeError* failure) {
-  if (!succeeded && failure) *failure = procedure.error();
-  return succeeded ? 1 : 0;
-}
-
 }  // namespace
 
 void create_table(const Environment& environment, engine::Database& database, std::string_view name) {
@@ -155,23 +150,8 @@ std::int16_t CreatePatientDatabase(const Environment& environment, std::string_v
     }
     file.finish();
   });
-  return report(procedure, created, failure);
-}
-
-void OpenPatientDatabase(const Environment& environment, std::string_view path, bool read_only, bool newest_engine_only,
-                         std::unique_ptr<engine::Engine>& engine, std::unique_ptr<engine::Database>& database,
-                         support::RuntimeError* failure) {
-  support::Procedure procedure{"sql!OpenPatientDatabase"};
-  database.reset();
-  engine.reset();
-  if (path.empty()) return;
-  const bool opened = procedure.guarded([&] {
-    engine = create_engine(environment, newest_engine_only);
-    database =
-        engine->open_database(path, false, read_only, "MS Access;pwd=" + std::string(environment.patient_password()));
-  });
-  if (!opened) engine.reset();
-  report(procedure, opened, failure);
+  if (!created && failure) *failure = procedure.error();
+  return created ? 1 : 0;
 }
 
 std::int16_t CreateIndexDatabase(const Environment& environment, std::string_view path) {

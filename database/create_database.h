@@ -1,8 +1,7 @@
-// Creating and opening whole databases.
+// Creating whole databases.
 #pragma once
 
 #include <cstdint>
-#include <memory>
 #include <string_view>
 
 #include "database/environment.h"
@@ -16,11 +15,6 @@ namespace database {
 /// the skipped-statement listener, and in `failure` where given).
 std::int16_t CreatePatientDatabase(const Environment& environment, std::string_view path, const PatientRecord& patient,
                                    const SettingsRecord& settings, support::RuntimeError* failure = nullptr);
-
-/// Opens a patient database. Engine and database are null on failure, and for an empty path.
-void OpenPatientDatabase(const Environment& environment, std::string_view path, bool read_only, bool newest_engine_only,
-                         std::unique_ptr<engine::Engine>& engine, std::unique_ptr<engine::Database>& database,
-                         support::RuntimeError* failure = nullptr);
 
 /// Creates the patient index database, without password. 1 on success; an existing file is never touched.
 std::int16_t CreateIndexDatabase(const Environment& environment, std::string_view path);

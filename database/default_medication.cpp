@@ -1,4 +1,5 @@
-// The patient's usual insulins and drugs, from the first source that names them.
+#include "database/default_medication.h"
+
 #include <span>
 
 #include "database/columns.h"

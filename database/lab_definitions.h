@@ -1,7 +1,5 @@
-// Laboratory definitions and the preference tables that come from the lookup database.
+// The laboratory definitions that a new database begins with.
 #pragma once
-
-#include <string_view>
 
 #include "database/environment.h"
 
@@ -10,11 +8,5 @@ namespace database {
 /// Adds the 15 definitions of a new database to `labdefs`, which was appended just before; failing statements are
 /// passed over. Descriptions come from the language texts.
 void add_lab_definitions(const Environment& environment, engine::Database& database);
-
-/// Replaces `labdefs`, `preferredinsulin` and `preferredmedicals` of the database by those of the file `other_path`.
-/// A table that the other file lacks is gone afterwards. True when all three were copied. Runs as one transaction of
-/// its own; where that cannot begin or be committed, everything stays as it was. A file of another engine is read
-/// through environment.readable_copy.
-bool db_MergePreferences(const Environment& environment, const Target& target, std::string_view other_path);
 
 }  // namespace database

@@ -4,7 +4,7 @@
 #include <cstdio>
 #include <random>
 
-#include "database/version_record.h"
+#include "database/open_database.h"
 #include "support/common_code.h"
 #include "support/host_file.h"
 
@@ -60,19 +60,5 @@ void NewFile::close() {
 }
 
 bool NewFile::target_exists() const { return files_.file_size(path_).has_value() || files_.folder_exists(path_); }
-
-std::unique_ptr<engine::Engine> create_engine(const Environment& environment, bool newest_engine_only) {
-  const auto create = [&](std::string_view identifier) {
-    auto engine = environment.open_engine(identifier);
-    if (!engine) throw support::RuntimeError(429, "no database engine answers");
-    return engine;
-  };
-  try {
-    return create("DAO.DBEngine.36");
-  } catch (const support::RuntimeError&) {
-    if (newest_engine_only) throw;
-    return create("DAO.DBEngine.35");
-  }
-}
 
 }  // namespace database

@@ -35,8 +35,4 @@ class NewFile {
   std::unique_ptr<engine::Database> database_;
 };
 
-/// The newest engine that answers: "DAO.DBEngine.36", else "DAO.DBEngine.35" unless only the newest will do. Raises
-/// what the last one asked raised.
-std::unique_ptr<engine::Engine> create_engine(const Environment& environment, bool newest_engine_only);
-
 }  // namespace database

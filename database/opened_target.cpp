@@ -1,7 +1,6 @@
 #include "database/opened_target.h"
 
-#include "database/create_database.h"
-#include "database/version_record.h"
+#include "database/open_database.h"
 
 namespace database {
 

@@ -1,25 +1,11 @@
-// The plan that the wizard makes: data to data, nothing is read or stored here.
+#include "database/plan_choices.h"
+
 #include <algorithm>
 #include <cmath>
 #include <tuple>
 
-#include "database/therapy_plan.h"
-#include "support/user_locale.h"
-
 namespace database {
 namespace {
-
-constexpr std::string_view slot_numbers[] = {"|100|0|0", "|0|100|0", "|100|0|-1", "|100|0|0", "|100|0|0"};
-
-std::string whole_number(double value) {
-  return std::to_string(static_cast<long long>(support::round_half_even(std::clamp(value, -1e9, 1e9))));
-}
-
-std::string without_bars(std::string_view name) {
-  std::string text{name};
-  std::replace(text.begin(), text.end(), '|', ' ');
-  return text;
-}
 
 engine::Date day_of(engine::Date moment) { return {std::trunc(moment.days)}; }
 
@@ -58,20 +44,6 @@ std::vector<PlanItem> in_order(std::vector<PlanItem> items) {
 }
 
 }  // namespace
-
-std::string_view default_insulin_numbers(std::int16_t slot) noexcept {
-  return slot >= plan_item::bolus && slot <= plan_item::pump ? slot_numbers[slot] : std::string_view{};
-}
-
-std::string insulin_text(std::string_view name, std::int16_t slot) {
-  return without_bars(name).append(default_insulin_numbers(slot));
-}
-
-std::string insulin_text(std::string_view name, double bolus, double basal, double flag) {
-  return without_bars(name) + "|" + whole_number(bolus) + "|" + whole_number(basal) + "|" + whole_number(flag);
-}
-
-std::string insulin_name(std::string_view text) { return std::string(text.substr(0, text.find('|'))); }
 
 TherapyPlan first_plan(const PlanChoices& choices, engine::Date today) { return following_plan({}, choices, today); }
 

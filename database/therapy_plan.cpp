@@ -1,7 +1,10 @@
 #include "database/therapy_plan.h"
 
+#include <algorithm>
+
 #include "database/columns.h"
 #include "database/opened_target.h"
+#include "support/user_locale.h"
 
 namespace database {
 namespace {
@@ -74,6 +77,23 @@ std::string header_query(std::optional<std::int32_t> id) {
             : "SELECT * FROM therapieplan ORDER BY vdate DESC";
 }
 
+constexpr std::string_view slot_numbers[] = {"|100|0|0", "|0|100|0", "|100|0|-1", "|100|0|0", "|100|0|0"};
+
+std::string whole_number(double value) {
+  return std::to_string(static_cast<long long>(support::round_half_even(std::clamp(value, -1e9, 1e9))));
+}
+
+std::string without_bars(std::string_view name) {
+  std::string text{name};
+  std::replace(text.begin(), text.end(), '|', ' ');
+  return text;
+}
+
+/// The three numbers of an insulin slot without other information, with the bars; empty for no slot.
+std::string_view default_numbers(std::int16_t slot) {
+  return slot >= plan_item::bolus && slot <= plan_item::pump ? slot_numbers[slot] : std::string_view{};
+}
+
 }  // namespace
 
 bool db_SaveTherapyPlan(const Environment& environment, const Target& target, TherapyPlan& plan) {
@@ -116,5 +136,15 @@ bool db_GetTherapyPlan(const Environment& environment, const Target& target, std
   plan = std::move(found);
   return true;
 }
+
+std::string insulin_text(std::string_view name, std::int16_t slot) {
+  return without_bars(name).append(default_numbers(slot));
+}
+
+std::string insulin_text(std::string_view name, double bolus, double basal, double flag) {
+  return without_bars(name) + "|" + whole_number(bolus) + "|" + whole_number(basal) + "|" + whole_number(flag);
+}
+
+std::string insulin_name(std::string_view text) { return std::string(text.substr(0, text.find('|'))); }
 
 }  // namespace database

@@ -1,8 +1,6 @@
-// Therapy plans: dated headers (`therapieplan`) with items (`therapieplan_details`), what is read out of them, and the
-// plan that the wizard makes from what its pages show.
+// Therapy plans: dated headers (`therapieplan`) with items (`therapieplan_details`).
 #pragma once
 
-#include <array>
 #include <cstdint>
 #include <optional>
 #include <string>
@@ -50,20 +48,6 @@ bool db_SaveTherapyPlan(const Environment& environment, const Target& target, Th
 bool db_GetTherapyPlan(const Environment& environment, const Target& target, std::optional<std::int32_t> id,
                        TherapyPlan& plan);
 
-struct DefaultInsulin {
-  std::string bolus, basal, mix, rapid;
-  std::int16_t bolus_percentage = 0;
-};
-/// From the newest plan, else the defaults table, else the diary, else the language texts, each insulin for itself.
-/// False where the database cannot be opened.
-bool db_GetDefaultInsulin(const Environment& environment, const Target& target, DefaultInsulin& insulin);
-
-/// Three drugs, from the newest plan, else the defaults table; empty where there is none.
-bool db_GetDefaultOAD(const Environment& environment, const Target& target, std::array<std::string, 3>& drugs);
-
-/// The three numbers of an insulin slot (0 to 4) without other information, with the bars: "|100|0|0".
-std::string_view default_insulin_numbers(std::int16_t slot) noexcept;
-
 /// An insulin's text: its name and three numbers, those of its slot or those given as whole numbers. A bar in the name
 /// becomes a blank.
 std::string insulin_text(std::string_view name, std::int16_t slot);
@@ -71,23 +55,5 @@ std::string insulin_text(std::string_view name, double bolus, double basal, doub
 
 /// The name in an insulin's text: what stands before the first bar.
 std::string insulin_name(std::string_view text);
-
-/// What the therapy pages show. Something that no page showed is not given, and a plan that is followed keeps it; an
-/// empty text is a field that was left empty.
-struct PlanChoices {
-  std::array<std::optional<std::string>, 5> insulins;  ///< insulin texts by slot
-  std::array<std::optional<std::string>, 3> drugs;
-  std::array<std::optional<double>, 8> targets;  ///< items 500 to 507: mg/dl, then mmHg
-};
-
-/// A new plan of this day from the choices.
-TherapyPlan first_plan(const PlanChoices& choices, engine::Date today);
-
-/// The newest plan carried on with the choices: items that no page shows stay, and so do those of an insulin or drug
-/// whose name is the same. A plan dated today keeps its id and is replaced when saved; otherwise it is a new one.
-TherapyPlan following_plan(const TherapyPlan& newest, const PlanChoices& choices, engine::Date today);
-
-/// True where both plans hold the same items, in whatever order.
-bool same_content(const TherapyPlan& left, const TherapyPlan& right);
 
 }  // namespace database

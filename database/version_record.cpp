@@ -94,14 +94,4 @@ std::int16_t db_WriteDBInfo(const Environment& environment, const Target& target
   return written ? 1 : 0;
 }
 
-void db_cleanup(std::unique_ptr<engine::Engine>& workspace, std::unique_ptr<engine::Database>& database,
-                std::unique_ptr<engine::Recordset>& recordset) {
-  support::Procedure procedure{"sql!db_cleanup"};
-  if (recordset) procedure.step([&] { recordset->close(); });
-  recordset.reset();
-  if (database) procedure.step([&] { database->close(); });
-  database.reset();
-  workspace.reset();
-}
-
 }  // namespace database

@@ -2,7 +2,6 @@
 #pragma once
 
 #include <cstdint>
-#include <memory>
 #include <optional>
 #include <string>
 
@@ -35,9 +34,5 @@ bool db_ReadDBInfo(const Environment& environment, const Target& target, Version
 /// Brings the layout up to date where the record calls for it, raising its MinVersion, and writes the record, all in
 /// one transaction. 1 when written, 0 when nothing was.
 std::int16_t db_WriteDBInfo(const Environment& environment, const Target& target, VersionRecord& record);
-
-/// Closes, in this order, what is given: recordset, database, engine (the workspace is the engine's own).
-void db_cleanup(std::unique_ptr<engine::Engine>& workspace, std::unique_ptr<engine::Database>& database,
-                std::unique_ptr<engine::Recordset>& recordset);
 
 }  // namespace database

@@ -5,10 +5,11 @@
 
 #include "database/create_database.h"
 #include "database/file_failure.h"
-#include "database/lab_definitions.h"
+#include "database/open_database.h"
 #include "database/patient.h"
+#include "database/plan_choices.h"
+#include "database/preferences.h"
 #include "database/settings.h"
-#include "database/therapy_plan.h"
 #include "support/common_code.h"
 #include "support/error.h"
 #include "wizard/home_page.h"

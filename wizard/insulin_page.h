@@ -6,6 +6,7 @@
 #include <string>
 #include <vector>
 
+#include "database/default_medication.h"
 #include "database/patient.h"
 #include "database/therapy_plan.h"
 #include "wizard/context.h"

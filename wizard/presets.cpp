@@ -2,8 +2,9 @@
 
 #include <algorithm>
 
-#include "database/create_database.h"
+#include "database/default_medication.h"
 #include "database/file_failure.h"
+#include "database/open_database.h"
 #include "support/common_code.h"
 #include "support/error.h"
 #include "wizard/folder_page.h"

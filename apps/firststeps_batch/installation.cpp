@@ -2,7 +2,7 @@
 
 #include <filesystem>
 
-#include "database/create_database.h"
+#include "database/open_database.h"
 #include "support/host.h"
 
 namespace firststeps_batch {

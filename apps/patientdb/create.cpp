@@ -5,6 +5,7 @@
 #include "apps/patientdb/tool_environment.h"
 #include "database/create_database.h"
 #include "database/new_file.h"
+#include "database/open_database.h"
 #include "support/file_system.h"
 
 namespace patientdb {
@@ -52,7 +53,7 @@ void create_without_password(database::Environment environment, const std::strin
   create_with_password(environment, unfinished, patient);
   try {
     const auto engine = database::create_engine(environment, false);
-    const auto database = engine->open_database(unfinished, true, false, "MS Access;pwd=" + word);
+    const auto database = engine->open_database(unfinished, true, false, database::connect_text(word));
     database->new_password(word, "");
     database->close();
     if (!files.rename_without_replacing(unfinished, path))

@@ -3,7 +3,7 @@
 #include "apps/patientdb/command.h"
 #include "apps/patientdb/engine_option.h"
 #include "database/environment.h"
-#include "database/new_file.h"
+#include "database/open_database.h"
 #include "support/encoding.h"
 #include "support/file_system.h"
 
@@ -53,7 +53,7 @@ OpenDatabase open_database(const console::Arguments& arguments, const console::C
   environment.open_engine = engine_of(arguments);
   open.engine = database::create_engine(environment, false);
   open.database = open.engine->open_database(database_path(arguments.operands().front()), false,
-                                             access == Access::ReadOnly, word.empty() ? "" : "MS Access;pwd=" + word);
+                                             access == Access::ReadOnly, database::connect_text(word));
   return open;
 }
 

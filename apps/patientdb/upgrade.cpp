@@ -5,7 +5,7 @@
 #include "apps/patientdb/database_file.h"
 #include "apps/patientdb/tool_environment.h"
 #include "apps/patientdb/upgrade_progress.h"
-#include "database/new_file.h"
+#include "database/open_database.h"
 #include "database/upgrade/ladder.h"
 #include "support/encoding.h"
 
@@ -119,7 +119,7 @@ class Upgrader {
 
   void upgrade(const std::string& path, Outcome& outcome) {
     const auto engine = database::create_engine(environment_.get(), false);
-    const auto database = engine->open_database(path, true, false, word_.empty() ? "" : "MS Access;pwd=" + word_);
+    const auto database = engine->open_database(path, true, false, database::connect_text(word_));
     database->open_recordset("SELECT * FROM db_info")->move_first();
     database::VersionRecord record;
     const bool ours = database::db_ReadDBInfo(environment_.get(), *database, record);

@@ -4,7 +4,7 @@
 
 #include "apps/patientdb/patientdb.h"
 #include "database/create_database.h"
-#include "database/new_file.h"
+#include "database/open_database.h"
 #include "database/patient.h"
 #include "database/schema/schema.h"
 #include "database/version_record.h"

@@ -12,6 +12,7 @@
 
 #include "database/create_database.h"
 #include "database/environment.h"
+#include "database/open_database.h"
 
 namespace database::testing {
 

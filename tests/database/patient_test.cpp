@@ -1,7 +1,7 @@
 // The patient record, the preferred insulins, and what is copied from the lookup database.
 #include "database/patient.h"
 
-#include "database/lab_definitions.h"
+#include "database/preferences.h"
 #include "tests/database/database_test.h"
 #include "tests/database/refusing_database.h"
 

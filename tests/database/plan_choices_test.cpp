@@ -1,7 +1,7 @@
 // The plan made from what the therapy pages show.
 #include <gtest/gtest.h>
 
-#include "database/therapy_plan.h"
+#include "database/plan_choices.h"
 
 namespace database::testing {
 namespace {

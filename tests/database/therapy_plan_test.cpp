@@ -1,6 +1,7 @@
 // Therapy plans stored and read, and the usual insulins and drugs looked up.
 #include "database/therapy_plan.h"
 
+#include "database/default_medication.h"
 #include "tests/database/database_test.h"
 
 namespace database::testing {

@@ -7,7 +7,7 @@
 #include "database/index_database.h"
 #include "database/jet_import/engine_source.h"
 #include "database/jet_import/import.h"
-#include "database/lab_definitions.h"
+#include "database/preferences.h"
 #include "database/settings.h"
 #include "database/therapy_plan.h"
 #include "database/version_record.h"

@@ -4,7 +4,7 @@
 #include <fstream>
 #include <random>
 
-#include "database/create_database.h"
+#include "database/open_database.h"
 #include "support/encoding.h"
 #include "support/hive_registry.h"
 #include "support/host.h"

@@ -2,7 +2,7 @@
 #include <gtest/gtest.h>
 
 #include "database/jet_import/readable_copy.h"
-#include "database/lab_definitions.h"
+#include "database/preferences.h"
 #include "tests/apps/program_run.h"
 #include "tests/import/posix/jet3_file.h"
 

@@ -1,0 +1,51 @@
+#include "database/open_database.h"
+
+#include "support/error.h"
+
+namespace database {
+
+std::unique_ptr<engine::Engine> create_engine(const Environment& environment, bool newest_engine_only) {
+  const auto create = [&](std::string_view identifier) {
+    auto engine = environment.open_engine(identifier);
+    if (!engine) throw support::RuntimeError(429, "no database engine answers");
+    return engine;
+  };
+  try {
+    return create("DAO.DBEngine.36");
+  } catch (const support::RuntimeError&) {
+    if (newest_engine_only) throw;
+    return create("DAO.DBEngine.35");
+  }
+}
+
+std::string connect_text(std::string_view password) {
+  return password.empty() ? std::string() : "MS Access;pwd=" + std::string(password);
+}
+
+void OpenPatientDatabase(const Environment& environment, std::string_view path, bool read_only, bool newest_engine_only,
+                         std::unique_ptr<engine::Engine>& engine, std::unique_ptr<engine::Database>& database,
+                         support::RuntimeError* failure) {
+  support::Procedure procedure{"sql!OpenPatientDatabase"};
+  database.reset();
+  engine.reset();
+  if (path.empty()) return;
+  const bool opened = procedure.guarded([&] {
+    engine = create_engine(environment, newest_engine_only);
+    database = engine->open_database(path, false, read_only, connect_text(environment.patient_password()));
+  });
+  if (opened) return;
+  engine.reset();
+  if (failure) *failure = procedure.error();
+}
+
+void db_cleanup(std::unique_ptr<engine::Engine>& workspace, std::unique_ptr<engine::Database>& database,
+                std::unique_ptr<engine::Recordset>& recordset) {
+  support::Procedure procedure{"sql!db_cleanup"};
+  if (recordset) procedure.step([&] { recordset->close(); });
+  recordset.reset();
+  if (database) procedure.step([&] { database->close(); });
+  database.reset();
+  workspace.reset();
+}
+
+}  // namespace database
