@@ -6,7 +6,7 @@
 #include "fuzz/target.h"
 #include "support/common_code.h"
 #include "support/file_system.h"
-#include "wizard/steps.h"
+#include "wizard/step_list.h"
 
 namespace {
 

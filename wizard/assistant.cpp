@@ -5,6 +5,7 @@
 
 #include "support/encoding.h"
 #include "support/error.h"
+#include "wizard/animation.h"
 #include "wizard/context.h"
 #include "wizard/finish.h"
 #include "wizard/folder_page.h"
@@ -17,8 +18,7 @@
 #include "wizard/presets.h"
 #include "wizard/start_up.h"
 #include "wizard/summary_page.h"
-#include "wizard/therapy_page.h"
-#include "wizard/tips.h"
+#include "wizard/therapy_kind.h"
 
 namespace wizard {
 
@@ -74,7 +74,7 @@ void frmAssistantFirstSteps::Run::dress_form() {
   InstallationConfig& config = context.config;
   form::apply_texts(context.form, config.LanguageObject.get(), config.DefaultFont);
   context.ports.user->set_topmost(true);
-  if (config.LanguageObject) context.form.at("Label2").set_caption(fill_in(config.text(welcome), {config.Productname}));
+  if (config.LanguageObject) context.form.at("Label2").set_caption(config.text(welcome, {config.Productname}));
   form::SetProgressbarColor(context.form.at("pbar"), blue);
 }
 
@@ -96,7 +96,7 @@ void frmAssistantFirstSteps::Run::show_step() {
   if (on_last) show_summary(context, pages);
   show_page(form, StepName);
   show_illustration(form);
-  start_tip(form, steps.name_at(steps.current()));
+  start_animation(form, steps.name_at(steps.current()));
 }
 
 void frmAssistantFirstSteps::Run::finish() {
@@ -123,8 +123,7 @@ void frmAssistantFirstSteps::Run::back() {
 }
 
 void frmAssistantFirstSteps::Run::cancel() {
-  if (context.message(cancel_question, message_style::yes_no_system_modal) == message_style::yes)
-    state = State::Cancelled;
+  if (context.message(cancel_question, message_style::yes_no_system_modal) == yes_button) state = State::Cancelled;
 }
 
 void frmAssistantFirstSteps::Run::navigate(int button) {
@@ -187,7 +186,8 @@ void frmAssistantFirstSteps::change(std::string_view control, int index) {
 void frmAssistantFirstSteps::tick() {
   if (state() != State::Running) return;
   const StepList& steps = run_->pages.steps;
-  support::Procedure{"wizard!Timer1_Tick"}.step([&] { tick_tip(run_->context, steps.name_at(steps.current())); });
+  support::Procedure{"wizard!Timer1_Tick"}.step(
+      [&] { advance_animation(run_->context, steps.name_at(steps.current())); });
 }
 
 form::Form& frmAssistantFirstSteps::form() noexcept { return run_->context.form; }

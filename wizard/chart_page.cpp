@@ -1,13 +1,12 @@
 #include "wizard/chart_page.h"
 
 #include <algorithm>
-#include <charconv>
 
-#include "support/common_code.h"
 #include "support/encoding.h"
 #include "support/harbinox.h"
 #include "support/user_locale.h"
 #include "wizard/form_layout.h"
+#include "wizard/home_page_slots.h"
 
 namespace wizard {
 
@@ -16,15 +15,6 @@ namespace {
 constexpr int thumbnails_in_row = 3;
 constexpr std::int32_t column_gap = 10, row_gap = 60;
 
-long text_number(const std::vector<std::string>& fields, std::size_t field) {
-  long number = -1;
-  if (field < fields.size()) {
-    const std::string text = support::trim(fields[field]);
-    std::from_chars(text.data(), text.data() + text.size(), number);
-  }
-  return number;
-}
-
 }  // namespace
 
 void ChartPage::prepare(int limit) {
@@ -32,26 +22,11 @@ void ChartPage::prepare(int limit) {
   show_count();
 }
 
-std::string ChartPage::picture_file(std::string_view prefix, std::string_view key) const {
-  if (key.find_first_of("\\/:") != std::string_view::npos) return {};
-  return join_path(join_path(context_.config.own_folder, "pics"), std::string(prefix) + std::string(key) + ".jpg");
-}
-
-ChartPage::Texts ChartPage::texts_of(std::string_view key) const {
-  std::vector<std::string> fields;
-  support::Split(context_.ini_value(context_.config.own_folder + "pelmar.ini", "CHARTS", key), fields, "^");
-  const auto text = [&](std::size_t field) {
-    const long number = text_number(fields, field);
-    return number < 0 ? std::string() : context_.config.text(number);
-  };
-  return {text(0), text(1)};
-}
-
 void ChartPage::build() {
   if (built_) return;
   built_ = true;
   size_thumbnails();
-  const std::vector<std::string> keys = catalogue_keys();
+  const std::vector<std::string> keys = catalogue_.keys();
   for (std::size_t n = 0; n < keys.size(); ++n) add_option(static_cast<int>(n), keys[n]);
   tick_home_page_charts();
   size_slide(static_cast<std::int32_t>(keys.size()));
@@ -63,21 +38,13 @@ void ChartPage::build() {
   show_count();
 }
 
-std::vector<std::string> ChartPage::catalogue_keys() const {
-  const std::string file = context_.config.own_folder + "pelmar.ini";
-  std::vector<std::string> keys;
-  support::Split(support::ReadIni(*context_.ports.ini, *context_.ports.registry, context_.config.RegKey,
-                                  {.section = "CHARTS", .key = "KEYS", .file = file, .delimiter = "|"}),
-                 keys, "|");
-  return keys;
-}
-
 std::int32_t ChartPage::slide_width() const {
   return context_.form.at("picFrame").bounds().width - context_.form.at("vsbSlide").bounds().width;
 }
 
 void ChartPage::size_thumbnails() {
-  thumbnail_width_ = static_cast<std::int32_t>(support::round_half_even((slide_width() - 20) / 3.0));
+  const double room = slide_width() - (thumbnails_in_row - 1) * column_gap;
+  thumbnail_width_ = static_cast<std::int32_t>(support::round_half_even(room / thumbnails_in_row));
   thumbnail_height_ = static_cast<std::int32_t>(support::round_half_even(thumbnail_width_ * 0.66));
 }
 
@@ -104,10 +71,10 @@ void ChartPage::add_option(int position, std::string_view key) {
                     : form.add({"optThumb", position, form::Kind::ChartOption, "picSlide", bounds, "", "", false});
   option.set_bounds(bounds);
   option.set_font(first.font());
-  const std::string thumbnail = picture_file("thmb_ss_", key);
+  const std::string thumbnail = catalogue_.thumbnail(key);
   if (support::file_test(*context_.ports.files, thumbnail)) option.set_picture(thumbnail);
   option.set_tag(key);
-  std::string title = texts_of(key).title;
+  std::string title = catalogue_.texts(key).title;
   support::replace(title, "&", "");
   option.set_tooltip(title);
   option.set_caption(fitting_caption(std::move(title), bounds.width - 15));
@@ -126,13 +93,12 @@ std::string ChartPage::fitting_caption(std::string title, std::int32_t width) co
 
 void ChartPage::tick_home_page_charts() {
   const std::string file = context_.config.own_folder + "home.ini";
-  const std::string section = context_.ini_value(file, "setup", "homepage");
+  const std::string section = home_page_section(context_, file);
   for (int slot = 1; slot <= home_page_slots; ++slot) {
-    std::vector<std::string> fields;
-    support::Split(context_.ini_value(file, section, "CHART" + std::to_string(slot)), fields, "|");
-    if (fields.size() <= chart_key_field) continue;
+    const std::string chart = chart_in_slot(context_.ini_value(file, section, slot_entry(slot)));
+    if (chart.empty()) continue;
     for (form::Control* option : context_.form.array("optThumb")) {
-      if (!support::equal_ignoring_case(option->tag(), fields[chart_key_field])) continue;
+      if (!support::equal_ignoring_case(option->tag(), chart)) continue;
       option->set_value(1);
       break;
     }
@@ -161,11 +127,11 @@ void ChartPage::click(int index) {
   form::Form& form = context_.form;
   form::Control& option = form.at("optThumb", index);
   const std::string key = option.tag();
-  const Texts texts = texts_of(key);
+  const auto texts = catalogue_.texts(key);
   form.at("lblChartInfoTitle").set_caption(texts.title);
   form.at("lblChartInfo").set_caption(texts.description);
   form.at("lblChartInfoTitle").set_tag(key);
-  form.at("cmdViwPic").set_enabled(support::file_test(*context_.ports.files, picture_file("ss_", key)));
+  form.at("cmdViwPic").set_enabled(support::file_test(*context_.ports.files, catalogue_.screenshot(key)));
   if (static_cast<int>(chosen().size()) > limit_) option.set_value(0);
   show_count();
 }
@@ -179,7 +145,7 @@ void ChartPage::scroll() {
 }
 
 void ChartPage::open_screenshot() {
-  const std::string file = picture_file("ss_", context_.form.at("lblChartInfoTitle").tag());
+  const std::string file = catalogue_.screenshot(context_.form.at("lblChartInfoTitle").tag());
   if (!file.empty()) context_.ports.user->open_file(file);
 }
 

@@ -1,31 +1,31 @@
-// Page "Pics": the charts of the diary's home page, built from the chart catalogue when it is first shown.
+// Page "Pics": the charts of the diary's home page, laid out from the catalogue when the page is first shown.
 #pragma once
 
+#include <cstdint>
 #include <string>
 #include <string_view>
 #include <vector>
 
+#include "wizard/chart_catalogue.h"
 #include "wizard/context.h"
 
 namespace wizard {
 
-/// Entries "CHART1" to "CHART5" of the home page; field 2 of an entry is its chart's key.
-inline constexpr int home_page_slots = 5;
-inline constexpr std::size_t chart_key_field = 2;
-
 class ChartPage {
  public:
-  explicit ChartPage(Context& context) : context_(context) {}
+  explicit ChartPage(Context& context) : context_(context), catalogue_(context) {}
 
   /// Sets how many charts may be chosen.
   void prepare(int limit);
-  /// Builds the options, once, and ticks those that the home page holds.
+  /// Makes an option for each chart, once, and ticks those that the home page holds already, be they more than may be
+  /// chosen.
   void build();
-  bool built() const noexcept { return built_; }
 
-  void click(int option);  ///< `optThumb`: at most the limit stays ticked
+  /// `optThumb` Click, after the option has its new value: shows what the chart is. One that is ticked beyond the limit
+  /// is unticked.
+  void click(int option);
   void scroll();           ///< `vsbSlide` Change
-  void open_screenshot();  ///< `cmdViwPic`
+  void open_screenshot();  ///< `cmdViwPic` Click: the chart last clicked
 
   /// Options of the catalogue's charts, in its order; empty before the page is built.
   std::vector<const form::Control*> options() const;
@@ -33,13 +33,6 @@ class ChartPage {
   std::vector<const form::Control*> chosen() const;
 
  private:
-  struct Texts {
-    std::string title, description;
-  };
-  Texts texts_of(std::string_view key) const;
-  /// Empty for a key that would lead out of the pictures' folder.
-  std::string picture_file(std::string_view prefix, std::string_view key) const;
-  std::vector<std::string> catalogue_keys() const;
   std::int32_t slide_width() const;
   void size_thumbnails();
   void size_slide(std::int32_t charts);
@@ -49,6 +42,7 @@ class ChartPage {
   void show_count();
 
   Context& context_;
+  ChartCatalogue catalogue_;
   int limit_ = 0;
   bool built_ = false;
   std::int32_t thumbnail_width_ = 0, thumbnail_height_ = 0;  ///< twips

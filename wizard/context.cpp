@@ -42,24 +42,4 @@ int Context::message(long number, std::uint32_t style) const {
   return ports.user->message_box(config.text(number), style, config.Productname);
 }
 
-std::string fill_in(std::string_view text, std::initializer_list<std::string_view> values) {
-  std::string filled;
-  for (std::size_t at = 0; at < text.size(); ++at) {
-    const auto place = at + 1 < text.size() ? static_cast<std::size_t>(text[at + 1] - '1') : values.size();
-    if (text[at] != '%' || place >= values.size()) {
-      filled += text[at];
-      continue;
-    }
-    filled += values.begin()[place];
-    ++at;
-  }
-  return filled;
-}
-
-std::string join_path(std::string_view folder, std::string_view name) {
-  std::string path = std::string(folder) + "\\" + std::string(name);
-  support::RemoveSlashes(path);
-  return path;
-}
-
 }  // namespace wizard

@@ -10,23 +10,17 @@
 #include "database/plan_choices.h"
 #include "database/preferences.h"
 #include "database/settings.h"
-#include "support/common_code.h"
 #include "support/error.h"
+#include "wizard/drug_page.h"
 #include "wizard/home_page.h"
-#include "wizard/options.h"
+#include "wizard/new_database_path.h"
+#include "wizard/option_groups.h"
 #include "wizard/patient_page.h"
+#include "wizard/windows_path.h"
 
 namespace wizard {
 
 namespace {
-
-std::string without_forbidden_characters(std::string name) {
-  const auto is_forbidden = [](unsigned char c) {
-    return c < ' ' || c == 0x7F || std::string_view("\\/:*?\"<>|").find(static_cast<char>(c)) != std::string_view::npos;
-  };
-  std::ranges::replace_if(name, is_forbidden, '_');
-  return name;
-}
 
 /// One run of the finish: what the pages hold, gathered once, and the writer.
 class Finish {
@@ -42,7 +36,7 @@ class Finish {
 
  private:
   bool professional() const noexcept { return context_.config.ProEdition; }
-  void write_choice(std::string_view value_name);
+  void write_option(std::string_view value_name);
   void save_profile();
   void gather();
   void create_database();
@@ -69,17 +63,17 @@ FinishReport Finish::run() {
   if (const auto created = context_.index_created)
     writer_.file(context_.config.IndexDB, "patient index", [&] { return *created; });
   for (std::string_view value : {"OutlookStyle", "DefaultDataEntry", "BGUnit"})
-    procedure.step([&] { write_choice(value); });
+    procedure.step([&] { write_option(value); });
   save_profile();
   procedure.step([&] { writer_.registry_value(context_.config.user_key(), "FirstRun", "0"); });
   procedure.step([&] { apply_scheme(); });
   return writer_.take();
 }
 
-void Finish::write_choice(std::string_view value_name) {
-  const OptionChoice& choice = option_choice(value_name);
-  writer_.registry_value(context_.config.user_key() + std::string(choice.written_below), value_name,
-                         chosen_word(context_.form, choice));
+void Finish::write_option(std::string_view value_name) {
+  const OptionGroup& group = option_group(value_name);
+  writer_.registry_value(context_.config.user_key() + std::string(group.written_below), value_name,
+                         chosen_word(context_.form, group));
 }
 
 void Finish::save_profile() {
@@ -89,8 +83,8 @@ void Finish::save_profile() {
   procedure.step([&] {
     if (!professional()) writer_.registry_value(config.RegKey, "PATIENTDATA", config.PatientData);
   });
-  procedure.step([&] { write_choice("RunOnStart"); });
-  procedure.step([&] { write_choice("ShowOutlookbar"); });
+  procedure.step([&] { write_option("RunOnStart"); });
+  procedure.step([&] { write_option("ShowOutlookbar"); });
   procedure.step([&] {
     if (!pages_.HasCurrentDB && database_.empty()) create_database();
   });
@@ -197,19 +191,15 @@ std::optional<database::TherapyPlan> Finish::plan_to_save() const {
 /// What no page showed is no choice: a plan that is followed keeps it. An insulin slot that the therapy does not offer
 /// is given up only where the therapy was changed, a target only where its page shows another value.
 database::PlanChoices Finish::plan_choices(bool following) const {
-  using database::SettingsRecord;
-  static constexpr std::int16_t SettingsRecord::*targets[] = {
-      &SettingsRecord::BGTargetMin,    &SettingsRecord::BGTargetMax,    &SettingsRecord::BGHypo,
-      &SettingsRecord::BGHyper,        &SettingsRecord::BPTargetSysMin, &SettingsRecord::BPTargetSysMax,
-      &SettingsRecord::BPTargetDiaMin, &SettingsRecord::BPTargetDiaMax,
-  };
   database::PlanChoices choices;
   if (pages_.steps.offers("Insulin")) choices.insulins = pages_.insulin.insulins();
   if (patient_.therapy != stored_therapy_)
     for (auto& insulin : choices.insulins) insulin = insulin.value_or("");
-  if (pages_.steps.offers("Medikamente")) std::ranges::copy(pages_.insulin.drugs(), choices.drugs.begin());
-  for (std::size_t n = 0; n < choices.targets.size(); ++n)
-    if (!following || settings_.*targets[n] != stored_settings_.*targets[n]) choices.targets[n] = settings_.*targets[n];
+  if (pages_.steps.offers("Medikamente")) std::ranges::copy(gather_drugs(context_.form), choices.drugs.begin());
+  for (std::size_t n = 0; n < target_members.size(); ++n) {
+    const auto member = target_members[n];
+    if (!following || settings_.*member != stored_settings_.*member) choices.targets[n] = settings_.*member;
+  }
   return choices;
 }
 
@@ -218,24 +208,11 @@ void Finish::apply_scheme() {
   if (!scheme) return;
   writer_.registry_value(context_.config.RegKey, "Scheme", std::to_string(*scheme));
   // The diary builds its toolbars and menus anew for the scheme.
-  const std::string folder = join_path(context_.config.Path, "user") + "\\";
+  const std::string folder = with_backslash(join_path(context_.config.Path, "user"));
   for (std::string_view pattern : {"*.tb", "*.mnu"}) writer_.recycle(folder, pattern);
 }
 
 }  // namespace
-
-std::string new_database_path(const Context& context, const database::PatientRecord& patient) {
-  const support::FileSystem& files = *context.ports.files;
-  std::string path =
-      join_path(context.config.PatientData, without_forbidden_characters(patient.name) + "_" +
-                                                without_forbidden_characters(patient.firstname) + ".das");
-  // The numbered names have no stem, no extension and no folder ("_1."): the diary knows them so.
-  for (int number = 1; files.file_size(path); ++number) {
-    if (number > 100) return {};
-    path = "_" + std::to_string(number) + ".";
-  }
-  return path;
-}
 
 FinishReport apply_configuration(Context& context, const Pages& pages, FinishWriter::Mode mode) {
   return Finish(context, pages, mode).run();

@@ -1,6 +1,7 @@
-// What a finish wrote or could not write, for the report at the end of a run.
+// What a finish wrote or could not write, in its order, for the report at the end of a run.
 #pragma once
 
+#include <algorithm>
 #include <string>
 #include <vector>
 
@@ -17,7 +18,9 @@ struct FinishReport {
     std::string problem;  ///< empty when written
   };
   std::vector<Entry> entries;
-  bool complete() const noexcept;
+
+  /// True where everything was written.
+  bool complete() const noexcept { return std::ranges::all_of(entries, &Entry::written); }
 };
 
 }  // namespace wizard

@@ -33,8 +33,6 @@ class LastSkipped {
 
 }  // namespace
 
-bool FinishReport::complete() const noexcept { return std::ranges::all_of(entries, &Entry::written); }
-
 void FinishWriter::record(FinishReport::Entry entry) { report_.entries.push_back(std::move(entry)); }
 
 void FinishWriter::registry_value(std::string_view key, std::string_view name, std::string_view value) {

@@ -1,9 +1,10 @@
-// Writes one thing after the other at the finish and records each, or only records what would be written.
+// Writes one thing after the other at the finish and records each, or only records what would be written. A failure is
+// an entry of the report with its reason; nothing here throws.
 #pragma once
 
 #include <functional>
-#include <string>
 #include <string_view>
+#include <utility>
 
 #include "wizard/context.h"
 #include "wizard/finish_report.h"
@@ -17,16 +18,19 @@ class FinishWriter {
 
   bool previewing() const noexcept { return mode_ == Mode::Preview; }
 
-  /// A text under the current user root.
+  /// Writes a text under the current user root.
   void registry_value(std::string_view key, std::string_view name, std::string_view value);
+  /// Writes a value of an ini file, given by its path.
   void ini_key(std::string_view file, std::string_view section, std::string_view key, std::string_view value);
-  /// Runs `action`, which writes `what` of a file. False where it failed; the reason is the last statement that was
-  /// passed over meanwhile.
+  /// Runs `action`, which writes `what` of a file. False where it failed; the reason is then the last statement that
+  /// was passed over meanwhile. A preview does not run it and is true.
   bool file(std::string_view path, std::string_view what, const std::function<bool()>& action);
   /// Records something that could not be done.
   void problem(FinishReport::What kind, std::string_view place, std::string_view what, std::string_view reason);
+  /// Moves the files of a folder that match a pattern to the recycle bin, an entry each; no file, no entry.
   void recycle(std::string_view folder, std::string_view pattern);
 
+  /// Hands over the report; the writer is done with then.
   FinishReport take() { return std::move(report_); }
 
  private:

@@ -1,7 +1,7 @@
 #include "wizard/folder_page.h"
 
-#include "support/common_code.h"
 #include "wizard/index_database.h"
+#include "wizard/windows_path.h"
 
 namespace wizard {
 
@@ -37,12 +37,12 @@ void choose_folder(Context& context, int button) {
   const NotTopmost not_topmost{*context.ports.user};
   const auto folder = context.ports.user->choose_folder(context.config.text(folder_dialog_title[button]));
   if (!folder || folder->empty()) return;
-  if (button == new_database && context.ports.files->file_size(join_path(*folder, "index.mdb"))) {
+  if (button == new_database && context.ports.files->file_size(index_in(*folder))) {
     context.message(index_exists_already, message_style::critical_foreground);
     return;
   }
   context.config.PatientData = join_path(*folder, "");
-  context.config.IndexDB = context.config.PatientData + "index.mdb";
+  context.config.IndexDB = index_in(*folder);
   bring_index_up_to_date(context);
   show_folder(context);
 }

@@ -4,6 +4,7 @@
 #include "database/index_database.h"
 #include "support/common_code.h"
 #include "support/file_system.h"
+#include "wizard/windows_path.h"
 
 namespace wizard {
 
@@ -21,6 +22,8 @@ bool create_where_missing(Context& context) {
 }
 
 }  // namespace
+
+std::string index_in(std::string_view folder) { return join_path(folder, "index.mdb"); }
 
 void provide_index_database(Context& context) {
   if (!support::file_test(*context.ports.files, context.config.IndexDB)) bring_index_up_to_date(context);

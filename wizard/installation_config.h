@@ -1,9 +1,12 @@
-// The installation that this run configures: folders, files, registry keys, product and user. Filled once at start-up.
+// The installation that this run configures: folders, files, registry keys, product and user. Filled at start-up; later
+// only the folder of the patients, the current database and the password change.
 #pragma once
 
 #include <cstdint>
+#include <initializer_list>
 #include <memory>
 #include <string>
+#include <string_view>
 
 #include "support/language.h"
 
@@ -11,33 +14,36 @@ namespace wizard {
 
 /// All paths are Windows paths; folders end with a backslash unless said otherwise.
 struct InstallationConfig {
-  std::string DefaultFont = "Tahoma";
+  std::string DefaultFont = "Tahoma";                                ///< face name
   std::string RegPath;                                               ///< name of the installation
   std::string RegKey;                                                ///< registry key of the installation
   std::string ProfilesKey;                                           ///< parent key of the user profiles
   std::string LanguageDLL;                                           ///< prefix of the language component's class name
   std::shared_ptr<const support::LanguageComponent> LanguageObject;  ///< null where it could not be created
-  std::string Path;
+  std::string Path;                                                  ///< the installation's folder
   std::string ImportDir;
   std::string DataDir;  ///< trailing backslash not enforced
   std::string ModulesDir;
-  std::string LookupDB;
-  std::string PatientData;
-  std::string IndexDB;
-  std::int16_t COM = 1;
+  std::string LookupDB;     ///< file: laboratory definitions and preferred insulins for a new database
+  std::string PatientData;  ///< folder of the patient databases; trailing backslash not enforced
+  std::string IndexDB;      ///< file: the patient index
+  std::int16_t COM = 1;     ///< number of the serial port
   std::string Helpfile;
   std::string Productname;
   std::string Manual;
-  std::string User;
-  std::string CurrentDB;  ///< empty where there is none
-  std::string DBPassword;
+  std::string User;        ///< name of the profile below ProfilesKey
+  std::string CurrentDB;   ///< file: the patient's database; empty where there is none
+  std::string DBPassword;  ///< of patient databases; in no report, journal or message
 
-  /// The wizard's own folder, with its trailing backslash (pelmar.ini, schemes.txt, home.ini and pics lie here).
+  /// The wizard's own folder (pelmar.ini, schemes.txt, home.ini and pics lie here).
   std::string own_folder;
   bool ProEdition = false;
 
   std::string user_key() const { return ProfilesKey + User + "\\User Configuration"; }
+  /// A text in the user's language; empty for an unknown number, and without a language component.
   std::string text(long number) const { return LanguageObject ? LanguageObject->loadres(number) : std::string(); }
+  /// The same, with its "%1", "%2" … filled in; one without a value stays as it stands. At most 9 values.
+  std::string text(long number, std::initializer_list<std::string_view> values) const;
 };
 
 }  // namespace wizard

@@ -74,11 +74,6 @@ void InsulinPage::show(const database::DefaultInsulin& usual, const database::Th
   }
 }
 
-void InsulinPage::show_drugs(const std::array<std::string, 3>& drugs) {
-  for (std::size_t n = 0; n < drugs.size(); ++n)
-    context_.form.at("txtMedik", static_cast<int>(n)).set_text(support::trim(drugs[n]));
-}
-
 std::optional<std::string> InsulinPage::insulin_in(std::int16_t slot) const {
   const form::Control& box = context_.form.at("cbInsulin", slot);
   const std::string name = support::trim(box.text());
@@ -95,13 +90,6 @@ std::array<std::optional<std::string>, 5> InsulinPage::insulins() const {
   std::array<std::optional<std::string>, 5> texts;
   for (std::int16_t slot = 0; slot < 5; ++slot) texts[static_cast<std::size_t>(slot)] = insulin_in(slot);
   return texts;
-}
-
-std::array<std::string, 3> InsulinPage::drugs() const {
-  std::array<std::string, 3> names;
-  for (std::size_t n = 0; n < names.size(); ++n)
-    names[n] = support::trim(context_.form.at("txtMedik", static_cast<int>(n)).text());
-  return names;
 }
 
 }  // namespace wizard

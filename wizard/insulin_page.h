@@ -1,7 +1,8 @@
-// Pages "Insulin" and "Medikamente": the insulin of each slot and up to three other medicines.
+// Page "Insulin": the insulin of each slot.
 #pragma once
 
 #include <array>
+#include <cstdint>
 #include <optional>
 #include <string>
 #include <vector>
@@ -17,16 +18,14 @@ class InsulinPage {
  public:
   explicit InsulinPage(Context& context) : context_(context) {}
 
-  /// Offers each insulin in the slots that its markers fit.
+  /// Offers each insulin in the slots that its markers fit; called once, before show().
   void offer(const std::vector<database::PreferredInsulin>& insulins);
   /// Presets slots 0 to 3 with the patient's usual insulins and slot 4 with the pump insulin of the newest plan. The
   /// texts that stand for "some insulin of this kind" are no insulin of this patient's: such a slot stays empty.
   void show(const database::DefaultInsulin& usual, const database::TherapyPlan& newest);
-  void show_drugs(const std::array<std::string, 3>& drugs);
 
   /// The insulin text of each slot, empty for one left empty; nothing for a slot that the therapy does not offer.
   std::array<std::optional<std::string>, 5> insulins() const;
-  std::array<std::string, 3> drugs() const;
 
  private:
   std::optional<std::string> insulin_in(std::int16_t slot) const;

@@ -4,7 +4,7 @@
 #include <string>
 
 #include "support/encoding.h"
-#include "wizard/options.h"
+#include "wizard/option_groups.h"
 
 namespace wizard {
 
@@ -21,18 +21,19 @@ constexpr Illustration illustrations[] = {
 };
 constexpr std::string_view any_other_illustration = "105";
 
+/// Null where no page is shown.
+form::Control* page_shown(form::Form& form) {
+  const auto pages = form.array("contstep");
+  const auto shown = std::ranges::find_if(pages, &form::Control::visible);
+  return shown == pages.end() ? nullptr : *shown;
+}
+
 }  // namespace
 
 void show_page(form::Form& form, std::string_view step) {
   std::string name(step);
   std::erase(name, '-');
   for (form::Control* page : form.array("contstep")) page->set_visible(support::equal_ignoring_case(page->tag(), name));
-}
-
-form::Control* page_shown(form::Form& form) {
-  const auto pages = form.array("contstep");
-  const auto shown = std::ranges::find_if(pages, &form::Control::visible);
-  return shown == pages.end() ? nullptr : *shown;
 }
 
 void show_illustration(form::Form& form) {
@@ -43,7 +44,7 @@ void show_illustration(form::Form& form) {
 }
 
 void show_style_preview(form::Form& form) {
-  form.at("imgDisplayStyle").set_picture(selected_option(form, "optDisplayStyle") == 1 ? "style1" : "style0");
+  form.at("imgDisplayStyle").set_picture(chosen_option(form, "optDisplayStyle") == 1 ? "style1" : "style0");
 }
 
 }  // namespace wizard

@@ -11,10 +11,7 @@ namespace wizard {
 /// without a page shows none.
 void show_page(form::Form& form, std::string_view step);
 
-/// The container shown; null where there is none.
-form::Control* page_shown(form::Form& form);
-
-/// Sets the picture of the page shown.
+/// Sets the picture beside the pages to that of the page shown.
 void show_illustration(form::Form& form);
 
 /// Shows what the selected style of the main window looks like.

@@ -1,10 +1,10 @@
-// The pages that keep something of their own, together: what the presets fill and the finish reads.
+// The steps, and the pages that keep something of their own: what the presets fill and the finish reads.
 #pragma once
 
 #include "wizard/chart_page.h"
 #include "wizard/insulin_page.h"
 #include "wizard/scheme_page.h"
-#include "wizard/steps.h"
+#include "wizard/step_list.h"
 #include "wizard/targets_page.h"
 
 namespace wizard {

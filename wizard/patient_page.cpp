@@ -2,7 +2,7 @@
 
 #include "support/common_code.h"
 #include "wizard/form/match_list.h"
-#include "wizard/options.h"
+#include "wizard/option_groups.h"
 
 namespace wizard {
 
@@ -52,7 +52,7 @@ void show_patient(Context& context, const database::PatientRecord& patient) {
 
 void gather_patient(const form::Form& form, database::PatientRecord& patient) {
   for (const TextField& field : text_fields) patient.*field.member = support::trim(form.at(field.control).text());
-  if (const int gender = selected_option(form, "optGender"); gender >= 0)
+  if (const int gender = chosen_option(form, "optGender"); gender >= 0)
     patient.gender = static_cast<std::uint8_t>(gender);
   for (const NumberedList& list : lists)
     if (const form::Control& box = form.at(list.control); box.list_index() >= 0)

@@ -15,6 +15,7 @@
 
 namespace wizard {
 
+/// The pointers that may be null say so; what they point to outlives the run.
 struct Ports {
   support::Registry* registry = nullptr;
   support::IniFiles* ini = nullptr;
@@ -24,10 +25,10 @@ struct Ports {
   database::Progress* progress = nullptr;
   /// Creates the language component for a class name ("X.LanguageDLL"); null where it cannot be created.
   std::function<std::shared_ptr<const support::LanguageComponent>(std::string_view class_name)> create_language;
-  std::function<std::unique_ptr<engine::Engine>(std::string_view identifier)> open_engine;
-  /// As in the environment of the database procedures.
+  // As in the environment of the database procedures. Empty: the machine's own engine, no copies, the machine's clock.
+  decltype(database::Environment::open_engine) open_engine;
   decltype(database::Environment::readable_copy) readable_copy;
-  std::function<engine::Date()> now;
+  decltype(database::Environment::now) now;
   /// The program's own folder, a Windows path, with or without a trailing backslash.
   std::string own_folder;
 };

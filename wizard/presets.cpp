@@ -5,13 +5,13 @@
 #include "database/default_medication.h"
 #include "database/file_failure.h"
 #include "database/open_database.h"
-#include "support/common_code.h"
 #include "support/error.h"
+#include "wizard/drug_page.h"
 #include "wizard/folder_page.h"
-#include "wizard/options.h"
+#include "wizard/option_groups.h"
 #include "wizard/page_display.h"
 #include "wizard/patient_page.h"
-#include "wizard/therapy_page.h"
+#include "wizard/therapy_kind.h"
 
 namespace wizard {
 
@@ -60,7 +60,7 @@ void preset_patient(Context& context, Pages& pages, engine::Database* known) {
   }
   show_patient(context, patient);
   show_therapy_kind(context, pages.steps);
-  pages.targets.show(settings, GlucoseUnit{static_cast<std::int16_t>(selected_option(context.form, "optBGUnit"))});
+  pages.targets.show(settings, GlucoseUnit{static_cast<std::int16_t>(chosen_option(context.form, "optBGUnit"))});
 }
 
 void offer_insulins(Context& context, Pages& pages, const database::Target& source) {
@@ -79,7 +79,7 @@ void preset_insulins(Context& context, Pages& pages, engine::Database& known) {
   database::db_GetTherapyPlan(environment, known, std::nullopt, newest);
   database::db_GetDefaultOAD(environment, known, drugs);
   pages.insulin.show(usual, newest);
-  pages.insulin.show_drugs(drugs);
+  show_drugs(context, drugs);
 }
 
 /// Everything that is kept in a database, read in one opening.
@@ -123,7 +123,7 @@ void build_and_preset(Context& context, Pages& pages) {
   procedure.step([&] { preset_from_databases(context, pages); });
   procedure.step([&] { pages.scheme.fill(); });
   procedure.step([&] { show_folder(context); });
-  procedure.step([&] { form.at("imgSidebar").set_visible(selected_option(form, "optShowSideBar") == 1); });
+  procedure.step([&] { form.at("imgSidebar").set_visible(chosen_option(form, "optShowSideBar") == 1); });
   procedure.step([&] { show_style_preview(form); });
 }
 

@@ -1,6 +1,7 @@
 // Page "Schema": the therapy scheme and its description, from the scheme file beside the program.
 #pragma once
 
+#include <cstdint>
 #include <optional>
 #include <string>
 #include <vector>
@@ -13,9 +14,10 @@ class SchemePage {
  public:
   explicit SchemePage(Context& context) : context_(context) {}
 
-  /// Fills `cbSchema` and selects the scheme that the registry names.
+  /// Fills `cbSchema` from the file, each scheme's place in it being its identifier, and selects the one that the
+  /// registry names. Without the file the list stays empty.
   void fill();
-  /// Shows the description of the selected scheme (`cbSchema` Click).
+  /// Shows the description of the selected scheme (`cbSchema` Click); nothing where none is selected.
   void show_description();
   /// Identifier of the selected scheme where it is another one than at start-up.
   std::optional<std::int32_t> changed_scheme() const;

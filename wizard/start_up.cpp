@@ -4,6 +4,7 @@
 #include "support/encoding.h"
 #include "support/error.h"
 #include "wizard/index_database.h"
+#include "wizard/windows_path.h"
 
 namespace wizard {
 
@@ -21,20 +22,17 @@ std::string read_value(const Ports& ports, Roots roots, std::string_view key, st
   return support::trim(value);
 }
 
-std::string with_backslash(std::string folder) {
-  if (!folder.ends_with('\\')) folder += '\\';
-  return folder;
-}
-
-void discover_font(const Context& context, InstallationConfig& config) {
+void discover_font(Context& context) {
+  InstallationConfig& config = context.config;
   // RegKey is not known yet at this point of the start: the value of the root keys themselves is meant.
   config.DefaultFont =
       read_value(context.ports, Roots::MachineThenUser, config.RegKey, "DefaultFont", config.DefaultFont);
   config.DefaultFont = context.ini_value(config.own_folder + "setup.ini", "setup", "font", config.DefaultFont);
 }
 
-void discover_names(const Context& context, std::string_view command_line, InstallationConfig& config) {
+void discover_names(Context& context, std::string_view command_line) {
   constexpr std::size_t buffer_size = 101;  // 100 characters and the NUL
+  InstallationConfig& config = context.config;
   config.RegPath = context.ports.ini->value(config.own_folder + "vantrix.ini", "setup", "RegPath", "", buffer_size);
   config.RegPath = config.RegPath.substr(0, config.RegPath.find('\0'));
   if (const std::string name = support::trim(command_line_field(command_line, 1)); !name.empty()) config.RegPath = name;
@@ -69,7 +67,7 @@ void discover_paths(const Ports& ports, InstallationConfig& config) {
     support::RemoveSlashes(path);
     config.*row.member = std::move(path);
   }
-  config.IndexDB = join_path(config.PatientData, "index.mdb");
+  config.IndexDB = index_in(config.PatientData);
 }
 
 void discover_product(const Ports& ports, InstallationConfig& config) {
@@ -85,7 +83,8 @@ void discover_product(const Ports& ports, InstallationConfig& config) {
   config.User = read_value(ports, Roots::User, config.RegKey, "User", "default");
 }
 
-void discover_current_database(const Context& context, std::string_view command_line, InstallationConfig& config) {
+void discover_current_database(Context& context, std::string_view command_line) {
+  InstallationConfig& config = context.config;
   config.CurrentDB = support::trim(context.ini_value(config.Path + "setup.ini", "setup", "CurrentDB"));
   if (config.CurrentDB.empty())
     config.CurrentDB = join_path(config.PatientData, support::trim(command_line_field(command_line, 2)));
@@ -109,8 +108,8 @@ bool discover_installation(Context& context, std::string_view command_line) {
   const Ports& ports = context.ports;
   InstallationConfig& config = context.config;
   config.own_folder = with_backslash(ports.own_folder);
-  procedure.step([&] { discover_font(context, config); });
-  procedure.step([&] { discover_names(context, command_line, config); });
+  procedure.step([&] { discover_font(context); });
+  procedure.step([&] { discover_names(context, command_line); });
   if (config.RegPath.empty() && command_line.empty()) return false;
   procedure.step([&] {
     config.LanguageDLL = read_value(ports, Roots::MachineThenUser, config.RegKey, "LanguageDLL", "");
@@ -121,7 +120,7 @@ bool discover_installation(Context& context, std::string_view command_line) {
     if (config.ProEdition) provide_index_database(context);
   });
   procedure.step([&] { discover_product(ports, config); });
-  procedure.step([&] { discover_current_database(context, command_line, config); });
+  procedure.step([&] { discover_current_database(context, command_line); });
   return true;
 }
 

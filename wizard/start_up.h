@@ -12,9 +12,9 @@ namespace wizard {
 /// patient database; empty for any other.
 std::string command_line_field(std::string_view command_line, int field);
 
-/// Fills the context's configuration. False where the program must end at once: no installation name in "vantrix.ini"
+/// Fills `context.config`. False where the program must end at once: no installation name in "vantrix.ini"
 /// and no command line. Whatever cannot be read keeps its default. In the professional edition a missing index database
-/// is created.
+/// is created. Never throws.
 bool discover_installation(Context& context, std::string_view command_line);
 
 }  // namespace wizard

@@ -1,11 +1,11 @@
 #include "wizard/summary_page.h"
 
 #include "database/patient.h"
-#include "support/common_code.h"
 #include "support/error.h"
 #include "support/harbinox.h"
-#include "wizard/finish.h"
-#include "wizard/options.h"
+#include "wizard/drug_page.h"
+#include "wizard/new_database_path.h"
+#include "wizard/option_groups.h"
 #include "wizard/patient_page.h"
 
 namespace wizard {
@@ -26,8 +26,8 @@ void append(std::string& list, std::string_view item) {
 }
 
 std::string option_caption(const Context& context, std::string_view options) {
-  const int selected = selected_option(context.form, options);
-  std::string caption = selected < 0 ? std::string() : context.form.at(options, selected).caption();
+  const int chosen = chosen_option(context.form, options);
+  std::string caption = chosen < 0 ? std::string() : context.form.at(options, chosen).caption();
   support::replace(caption, "&", "");
   return or_nothing(context, caption);
 }
@@ -38,46 +38,46 @@ std::string list_text(const Context& context, std::string_view list) {
 
 std::string target_line(const Context& context, long number, int first) {
   const auto text = [&](int field) -> const std::string& { return context.form.at("txtvorgabe", field).text(); };
-  return fill_in(context.config.text(number), {text(first), text(first + 1), text(first + 2), text(first + 3),
-                                               context.form.at("lblUnit", 0).caption()});
+  return context.config.text(number, {text(first), text(first + 1), text(first + 2), text(first + 3),
+                                      context.form.at("lblUnit", 0).caption()});
 }
 
 std::string patient_lines(const Context& context, const Pages& pages) {
   database::PatientRecord patient;
   gather_patient(context.form, patient);
-  std::string lines = fill_in(context.config.text(4831), {patient.firstname + " " + patient.name});
-  lines += "\r\n" + fill_in(context.config.text(4832), {list_text(context, "cbDiabetesTyp")});
-  lines += "\r\n" + fill_in(context.config.text(4833), {list_text(context, "cbTherapie")});
+  std::string lines = context.config.text(4831, {patient.firstname + " " + patient.name});
+  lines += "\r\n" + context.config.text(4832, {list_text(context, "cbDiabetesTyp")});
+  lines += "\r\n" + context.config.text(4833, {list_text(context, "cbTherapie")});
   const std::string& known = context.config.CurrentDB;
   const std::string file = known.empty() ? new_database_path(context, patient) : known;
-  return lines + "\r\n" + fill_in(context.config.text(pages.HasCurrentDB ? 4848 : 4847), {file});
+  return lines + "\r\n" + context.config.text(pages.HasCurrentDB ? 4848 : 4847, {file});
 }
 
 std::string folder_line(const Context& context, const Pages&) {
-  return fill_in(context.config.text(4849), {context.config.PatientData});
+  return context.config.text(4849, {context.config.PatientData});
 }
 
 std::string insulin_line(const Context& context, const Pages& pages) {
   std::string names;
   for (const auto& insulin : pages.insulin.insulins()) append(names, database::insulin_name(insulin.value_or("")));
-  return fill_in(context.config.text(4839), {or_nothing(context, names)});
+  return context.config.text(4839, {or_nothing(context, names)});
 }
 
-std::string drug_line(const Context& context, const Pages& pages) {
+std::string drug_line(const Context& context, const Pages&) {
   std::string names;
-  for (const std::string& drug : pages.insulin.drugs()) append(names, drug);
-  return fill_in(context.config.text(4840), {or_nothing(context, names)});
+  for (const std::string& drug : gather_drugs(context.form)) append(names, drug);
+  return context.config.text(4840, {or_nothing(context, names)});
 }
 
 std::string chart_line(const Context& context, const Pages& pages) {
   std::string titles;
   for (const form::Control* option : pages.charts.chosen()) append(titles, option->tooltip());
-  return fill_in(context.config.text(4841), {or_nothing(context, titles)});
+  return context.config.text(4841, {or_nothing(context, titles)});
 }
 
 template <long number>
 std::string option_line(const Context& context, std::string_view options) {
-  return fill_in(context.config.text(number), {option_caption(context, options)});
+  return context.config.text(number, {option_caption(context, options)});
 }
 
 std::string unit_line(const Context& context, const Pages&) { return option_line<4834>(context, "optBGUnit"); }
@@ -88,7 +88,7 @@ std::string start_line(const Context& context, const Pages&) { return option_lin
 std::string glucose_line(const Context& context, const Pages&) { return target_line(context, 4835, 0); }
 std::string pressure_line(const Context& context, const Pages&) { return target_line(context, 4838, 4); }
 std::string scheme_line(const Context& context, const Pages&) {
-  return fill_in(context.config.text(4844), {list_text(context, "cbSchema")});
+  return context.config.text(4844, {list_text(context, "cbSchema")});
 }
 
 struct SummaryRow {

@@ -3,6 +3,7 @@
 #pragma once
 
 #include <array>
+#include <cstddef>
 #include <cstdint>
 #include <optional>
 #include <string>
@@ -13,6 +14,14 @@
 
 namespace wizard {
 
+/// By index of `txtvorgabe`; items 500 to 507 of a therapy plan have the same order.
+inline constexpr std::array<std::int16_t database::SettingsRecord::*, 8> target_members = {
+    &database::SettingsRecord::BGTargetMin,    &database::SettingsRecord::BGTargetMax,
+    &database::SettingsRecord::BGHypo,         &database::SettingsRecord::BGHyper,
+    &database::SettingsRecord::BPTargetSysMin, &database::SettingsRecord::BPTargetSysMax,
+    &database::SettingsRecord::BPTargetDiaMin, &database::SettingsRecord::BPTargetDiaMax,
+};
+
 class TargetsPage {
  public:
   explicit TargetsPage(Context& context) : context_(context) {}
@@ -22,7 +31,6 @@ class TargetsPage {
   /// Labels the fields and, where the unit is another one than before, converts their texts. A text that is no number
   /// stays.
   void change_unit(GlucoseUnit unit);
-  GlucoseUnit unit() const noexcept { return unit_; }
 
   /// False, after saying why, where the glucose targets are no numbers or contradict each other; the field at fault has
   /// the focus then.
@@ -35,14 +43,16 @@ class TargetsPage {
   void gather_presets(database::SettingsRecord& settings) const;
 
  private:
-  static constexpr int glucose_fields = 4, all_fields = 8;
-  std::optional<std::int16_t> glucose_value(int field) const;
-  bool refuse(int field, long message);
+  static constexpr std::size_t glucose_fields = 4, all_fields = target_members.size();
 
   struct Shown {
     std::string text;
     std::int16_t value = 0;  ///< mg/dl or mmHg
   };
+
+  form::Control& box(std::size_t field) const;
+  std::optional<std::int16_t> value(std::size_t field) const;
+  bool refuse(std::size_t field, long message);
 
   Context& context_;
   GlucoseUnit unit_ = GlucoseUnit::MgDl;

@@ -9,23 +9,34 @@
 
 namespace wizard {
 
+/// Styles of message boxes, as the platform counts them.
+namespace message_style {
+inline constexpr std::uint32_t critical_system_modal = 4112;
+inline constexpr std::uint32_t critical_foreground = 65552;
+inline constexpr std::uint32_t yes_no_system_modal = 4100;
+}  // namespace message_style
+
+/// The button of a message box that says yes.
+inline constexpr int yes_button = 6;
+
+/// Paths are Windows paths.
 class UserPort {
  public:
   virtual ~UserPort() = default;
-  /// Style bits as the platform counts them; returns the button (OK 1, Cancel 2, Yes 6, No 7).
+  /// Returns the button that was pressed (OK 1, Cancel 2, Yes 6, No 7).
   virtual int message_box(std::string_view text, std::uint32_t style, std::string_view title) = 0;
   /// The chosen folder; nothing when cancelled.
   virtual std::optional<std::string> choose_folder(std::string_view title) = 0;
-  /// Opens a file with the user's program for it (verb "open").
+  /// Opens a file with the user's program for it (verb "open"). False where that did not work.
   virtual bool open_file(std::string_view path) = 0;
   /// Deletes files matching a pattern into the recycle bin, undo allowed, with the shell's own confirmation; the names
   /// of what was moved.
   virtual std::vector<std::string> recycle(std::string_view folder, std::string_view pattern) = 0;
   /// True for a folder on a network drive.
   virtual bool is_network_path(std::string_view path) = 0;
-  /// Width of a text in the control font, in twips.
+  /// Width of a text in a font, given by its face name, in the size of the controls; in twips.
   virtual std::int32_t text_width(std::string_view text, std::string_view font) = 0;
-  /// Topmost on or off; nothing without a window.
+  /// Keeps the window above all others, or no longer; nothing without a window.
   virtual void set_topmost(bool topmost) = 0;
 };
 

@@ -1,4 +1,4 @@
-#include "wizard/steps.h"
+#include "wizard/step_list.h"
 
 #include "support/common_code.h"
 #include "support/encoding.h"
@@ -41,21 +41,22 @@ void StepList::back() {
     if (!passed_over(--current_)) break;
 }
 
-int StepList::find(std::string_view name, std::size_t characters) const {
+int StepList::find(std::string_view page) const {
+  const std::size_t characters = support::character_count(page);
   for (int position = 0; position <= last(); ++position)
-    if (support::equal_ignoring_case(support::first_characters(name_at(position), characters), name)) return position;
+    if (support::equal_ignoring_case(support::first_characters(name_at(position), characters), page)) return position;
   return -1;
 }
 
-bool StepList::offers(std::string_view name) const {
-  const int position = find(name, support::character_count(name));
+bool StepList::offers(std::string_view page) const {
+  const int position = find(page);
   return position >= 0 && !passed_over(position);
 }
 
-void StepList::offer(std::string_view name, bool offered) {
-  const int position = find(name, support::character_count(name));
+void StepList::offer(std::string_view page, bool offered) {
+  const int position = find(page);
   if (position < 0) return;
-  names_[static_cast<std::size_t>(position)] = std::string(name) + (offered ? "" : "-");
+  names_[static_cast<std::size_t>(position)] = std::string(page) + (offered ? "" : "-");
 }
 
 void StepList::mark_built(int position) {

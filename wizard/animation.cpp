@@ -1,9 +1,7 @@
-#include "wizard/tips.h"
+#include "wizard/animation.h"
 
 #include <algorithm>
-#include <array>
 #include <charconv>
-#include <span>
 
 #include "support/encoding.h"
 
@@ -61,7 +59,7 @@ void split_window(Context& context) {
 }
 
 /// The hand nears the place where the picture holds the window, at most one stride a tick, and never leaves the square
-/// of 2500 units.
+/// of 2500 twips.
 void drag_statistics(Context& context) {
   static constexpr Place target[] = {{855, 1800}, {1440, 2100}, {2040, 2400}, {2400, 2460}};
   static constexpr long text[] = {4876, 4876, 4877, 4877};
@@ -75,33 +73,33 @@ void drag_statistics(Context& context) {
   context.show_text(context.form.at("lblStatdesc"), text[shown]);
 }
 
-struct Tip {
+struct Animation {
   std::string_view step;
   int interval;  ///< milliseconds
   void (*tick)(Context&);
 };
 
-constexpr Tip tips[] = {
+constexpr Animation animations[] = {
     {"sidebar", 600, blink_sidebar},    {"start", 600, blink_start_page},     {"tip_navbar", 1000, walk_navigation_bar},
     {"tip_splits", 2000, split_window}, {"tip_stats", 2000, drag_statistics},
 };
 
-const Tip* tip_of(std::string_view step) {
-  const auto match =
-      std::ranges::find_if(tips, [&](const Tip& tip) { return support::equal_ignoring_case(tip.step, step); });
-  return match == std::end(tips) ? nullptr : match;
+const Animation* animation_of(std::string_view step) {
+  const auto match = std::ranges::find_if(
+      animations, [&](const Animation& animation) { return support::equal_ignoring_case(animation.step, step); });
+  return match == std::end(animations) ? nullptr : match;
 }
 
 }  // namespace
 
-void start_tip(form::Form& form, std::string_view step) {
-  const Tip* tip = tip_of(step);
+void start_animation(form::Form& form, std::string_view step) {
+  const Animation* animation = animation_of(step);
   form.at("Timer1").set_interval(0);
-  if (tip) form.at("Timer1").set_interval(tip->interval);
+  if (animation) form.at("Timer1").set_interval(animation->interval);
 }
 
-void tick_tip(Context& context, std::string_view step) {
-  if (const Tip* tip = tip_of(step)) tip->tick(context);
+void advance_animation(Context& context, std::string_view step) {
+  if (const Animation* animation = animation_of(step)) animation->tick(context);
 }
 
 }  // namespace wizard

@@ -2,7 +2,7 @@
 #pragma once
 
 #include "wizard/context.h"
-#include "wizard/steps.h"
+#include "wizard/step_list.h"
 
 namespace wizard {
 

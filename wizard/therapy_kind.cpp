@@ -1,4 +1,4 @@
-#include "wizard/therapy_page.h"
+#include "wizard/therapy_kind.h"
 
 #include <algorithm>
 
