@@ -1,11 +1,11 @@
 #include "database/availability.h"
 
 #include <array>
-#include <cstdio>
+#include <string_view>
 
+#include "database/formatted.h"
 #include "database/opened_target.h"
 #include "database/query_filter.h"
-#include "support/encoding.h"
 
 namespace database {
 namespace {
@@ -75,22 +75,9 @@ std::string day_range(const AvailabilityRequest& request) {
   return text;
 }
 
-std::string weekday_clause(const AvailabilityRequest& request) {
-  if (request.weekdays.empty() || request.weekdays == "0") return {};
-  return " AND (weekday(vdate) IN (" + request.weekdays + ")) ";
-}
-
 std::string import_clause(const AvailabilityRequest& request, const Category& category) {
   if (request.import_id < 0 || !category.knows_imports) return {};
   return " AND (importid=" + std::to_string(request.import_id) + ")";
-}
-
-void put_in(std::string& text, std::string_view placeholder, std::string_view content) {
-  std::size_t length = 0;
-  for (auto at = support::find_ignoring_case(text, placeholder, 0, &length); at != std::string::npos;
-       at = support::find_ignoring_case(text, placeholder, at + content.size(), &length)) {
-    text.replace(at, length, content);
-  }
 }
 
 std::string category_query(const AvailabilityRequest& request, std::size_t number) {
@@ -98,14 +85,14 @@ std::string category_query(const AvailabilityRequest& request, std::size_t numbe
   std::string text =
       "SELECT count(vdate) as nCount, [TYPE] as typ,  [ICRC] max(vdate) as maxdate, min(vdate) as mindate FROM [TABLE] "
       "WHERE isnull(vdate)=0 [DATERANGE]   [DAYS]    [CRIT]    [IMPORTID]";
-  put_in(text, "[Table]", category.table);
+  put_in(text, "[TABLE]", category.table);
   put_in(text, "[DATERANGE]", day_range(request));
-  put_in(text, "[DAYS]", weekday_clause(request));
+  put_in(text, "[DAYS]", weekday_clause(request.weekdays));
   put_in(text, "[CRIT]", category.criterion.empty() ? "" : " AND (" + std::string(category.criterion) + ")");
-  put_in(text, "[Type]", std::to_string(number));
+  put_in(text, "[TYPE]", std::to_string(number));
   put_in(text, "[ICRC]", " (" + std::string(category.checksum) + ") as iCRC,");
   put_in(text, "[IMPORTID]", import_clause(request, category));
-  if (category.day_column != "vdate") put_in(text, "VDATE", category.day_column);
+  if (category.day_column != "vdate") put_in(text, "vdate", category.day_column);
   return text;
 }
 
@@ -127,10 +114,7 @@ std::optional<Availability> read_category(engine::Database& database, const Avai
 std::string day_text(engine::Date day) { return engine::iso_text(day).substr(0, 10); }
 
 std::string checksum_text(const std::optional<double>& checksum) {
-  if (!checksum) return {};
-  std::array<char, 400> text{};
-  const int length = std::snprintf(text.data(), text.size(), "%.11f", *checksum);
-  return {text.data(), static_cast<std::size_t>(length)};
+  return checksum ? formatted("%.11f", *checksum) : std::string();
 }
 
 }  // namespace

@@ -24,7 +24,8 @@ struct Column {
       member;
 };
 
-// A value to a member, converted as an assignment to a typed variable converts; raises where that cannot be.
+// A value to a member, converted as an assignment to a typed variable converts. Raises what the conversions of
+// engine/value.h raise, 6 for a byte outside 0 to 255.
 inline void assign(std::string& member, const engine::Value& value) { member = engine::to_text(value); }
 inline void assign(bool& member, const engine::Value& value) { member = engine::to_bool(value); }
 inline void assign(std::int16_t& member, const engine::Value& value) { member = engine::to_int16(value); }
@@ -34,7 +35,7 @@ inline void assign(double& member, const engine::Value& value) { member = engine
 inline void assign(engine::Date& member, const engine::Value& value) { member = engine::to_date(value); }
 inline void assign(std::uint8_t& member, const engine::Value& value) {
   const std::int16_t number = engine::to_int16(value);
-  if (number < 0 || number > 255) throw support::RuntimeError(6, "overflow");
+  if (number < 0 || number > 255) throw support::RuntimeError(support::error_number::overflow, "Overflow");
   member = static_cast<std::uint8_t>(number);
 }
 inline void assign(std::optional<engine::Date>& member, const engine::Value& value) {

@@ -6,9 +6,8 @@
 #include "database/ddg.h"
 #include "database/lab_definitions.h"
 #include "database/new_file.h"
-#include "database/schema/schema.h"
+#include "database/schema/table_builder.h"
 #include "database/version_record.h"
-#include "support/encoding.h"
 
 namespace database {
 namespace {
@@ -22,27 +21,19 @@ constexpr int error_zero_length = 3315;
 /// that takes none leaves it Null.
 class SkippedStatements {
  public:
-  SkippedStatements() {
-    previous_ = support::set_skipped_statement_listener(
-        [this](std::string_view label, const support::RuntimeError& error) { notice(label, error); });
-  }
-  ~SkippedStatements() { support::set_skipped_statement_listener(std::move(previous_)); }
-  SkippedStatements(const SkippedStatements&) = delete;
-  SkippedStatements& operator=(const SkippedStatements&) = delete;
-
   void forget() { first_.reset(); }
   void raise_first() const {
     if (first_) throw *first_;
   }
 
  private:
-  void notice(std::string_view label, const support::RuntimeError& error) {
-    if (previous_) previous_(label, error);
+  void notice(const support::RuntimeError& error) {
     if (!first_ && error.number() != error_field_exists && error.number() != error_zero_length) first_ = error;
   }
 
-  support::SkippedStatementListener previous_;
   std::optional<support::RuntimeError> first_;
+  support::SkippedStatementWatch watch_{
+      [this](std::string_view, const support::RuntimeError& error) { notice(error); }};
 };
 
 /// Adds what a data table lacks of the fields `flag` and `importid`; a table of this layout has both.
@@ -60,22 +51,11 @@ void repair_data_table(support::Procedure& procedure, engine::Database& database
   }
 }
 
-void allow_empty_texts(support::Procedure& procedure, engine::Database& database, std::string_view name) {
-  procedure.step([&] {
-    const auto table = database.table_defs().item(name);
-    for (std::int32_t i = 0; i < table->fields().count(); ++i) {
-      const auto field = table->fields().item(i);
-      if (field->type() != engine::DataType::Text) continue;
-      procedure.step([&] { field->set_allow_zero_length(true); });
-    }
-  });
-}
-
 void create_tables(const Environment& environment, engine::Database& database) {
   support::Procedure procedure{"sql!CreatePatientDatabase"};
   for (const schema::TableRow& row : schema::tables()) create_table(environment, database, row.name);
   for (const std::string_view name : schema::data_tables()) repair_data_table(procedure, database, name);
-  for (const std::string_view name : schema::data_tables()) allow_empty_texts(procedure, database, name);
+  for (const std::string_view name : schema::data_tables()) schema::allow_empty_texts(procedure, database, name);
 }
 
 /// Raises 3265 where a table lacks a field or an index.
@@ -140,9 +120,15 @@ void create_table(const Environment& environment, engine::Database& database, st
 
 std::int16_t CreatePatientDatabase(const Environment& environment, std::string_view path, const PatientRecord& patient,
                                    const SettingsRecord& settings, support::RuntimeError* failure) {
+  return create_patient_database(environment, path, environment.patient_password(), patient, settings, failure);
+}
+
+std::int16_t create_patient_database(const Environment& environment, std::string_view path, std::string_view password,
+                                     const PatientRecord& patient, const SettingsRecord& settings,
+                                     support::RuntimeError* failure) {
   support::Procedure procedure{"sql!CreatePatientDatabase"};
   const bool created = procedure.guarded([&] {
-    NewFile file{environment, path, environment.patient_password()};
+    NewFile file{environment, path, password};
     {
       engine::Transaction transaction{file.database()};
       fill(environment, file.database(), patient, settings);

@@ -16,7 +16,13 @@ namespace database {
 std::int16_t CreatePatientDatabase(const Environment& environment, std::string_view path, const PatientRecord& patient,
                                    const SettingsRecord& settings, support::RuntimeError* failure = nullptr);
 
-/// Creates the patient index database, without password. 1 on success; an existing file is never touched.
+/// The same with this password in place of the environment's; empty: a database without one.
+std::int16_t create_patient_database(const Environment& environment, std::string_view path, std::string_view password,
+                                     const PatientRecord& patient, const SettingsRecord& settings,
+                                     support::RuntimeError* failure = nullptr);
+
+/// Creates the patient index database, without password. All or nothing, 1 or 0 as above; an existing file is never
+/// touched.
 std::int16_t CreateIndexDatabase(const Environment& environment, std::string_view path);
 
 /// Runs the table procedure of one of the 43 tables: its layout, and for `labdefs` its rows. Failing statements are

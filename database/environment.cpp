@@ -20,7 +20,7 @@ engine::Date machine_time() {
 engine::Date Environment::present() const { return now ? now() : machine_time(); }
 
 std::string_view Environment::patient_password() const {
-  return support::character_count(password) < 3 ? default_password : std::string_view(password);
+  return support::character_count(password) < shortest_password ? default_password : std::string_view(password);
 }
 
 void Environment::show_message(std::string_view message, std::uint32_t style) const {

@@ -7,6 +7,7 @@
 #include <memory>
 #include <string>
 #include <string_view>
+#include <utility>
 
 #include "database/engine/engine.h"
 #include "support/file_system.h"
@@ -15,17 +16,19 @@
 
 namespace database {
 
-/// Password used where the setting is shorter than 3 characters.
+/// Password used where the setting is shorter than the shortest.
 inline constexpr std::string_view default_password = "brimol";
+inline constexpr std::size_t shortest_password = 3, longest_password = 20;  ///< characters
 
 /// A message box: style bits as the platform counts them (OK/Cancel 1, stop 16, question 32, exclamation 48,
 /// Yes/No 4, system-modal 4096). Returns the button: OK 1, Cancel 2, Yes 6, No 7.
 using MessageBox = std::function<int(std::string_view text, std::uint32_t style, std::string_view title)>;
 
-/// Long work shown to the user. All calls may be made any number of times; none throws.
+/// Long work shown to the user. All calls may be made any number of times; none raises.
 class Progress {
  public:
   virtual ~Progress() = default;
+  /// `maximum` is the value at the end of the work, in units of the caller's.
   virtual void start(std::string_view caption, std::int32_t maximum) = 0;
   virtual void set_caption(std::string_view caption) = 0;
   virtual void set_value(std::int32_t value) = 0;
@@ -45,7 +48,7 @@ class ReadableCopy {
 };
 
 struct Environment {
-  /// Password of patient databases; shorter than 3 characters means the default one.
+  /// Password of patient databases; one that is too short means the default one.
   std::string password;
   /// Null: the machine's own.
   support::FileSystem* files = nullptr;
@@ -61,13 +64,14 @@ struct Environment {
   std::function<std::unique_ptr<engine::Engine>(std::string_view identifier)> open_engine = engine::open_engine;
   /// Makes a copy of a file that the engine does not know, or raises. Empty: such files cannot be read.
   std::function<std::unique_ptr<ReadableCopy>(const Environment& environment, std::string_view path)> readable_copy;
-  /// Empty: questions are answered with Cancel or No, messages are dropped.
+  /// Empty: a question counts as declined, a message is dropped.
   MessageBox message_box;
   /// Null: no progress is shown.
   Progress* progress = nullptr;
   /// Data folder with "meters.mdb" (index processing).
   std::string data_folder;
 
+  /// The language text; empty for an unknown number.
   std::string text(long number) const { return language ? language->loadres(number) : std::string(); }
   support::FileSystem& file_system() const { return files ? *files : support::host_file_system(); }
   /// The present date and time, local.

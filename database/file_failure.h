@@ -2,25 +2,27 @@
 // reasons could succeed the next time, and what was read or written so far is not to be taken for the whole.
 #pragma once
 
+#include <string_view>
+
 #include "support/error.h"
 
 namespace database {
 
-/// Disk error or full disk, in use elsewhere, cannot be opened, damaged.
+/// Of a file that is damaged, or that another engine wrote.
+inline constexpr int error_unknown_format = 3343;
+
+/// Disk error or full disk, in use elsewhere, cannot be opened, unknown format.
 bool is_file_failure(const support::RuntimeError& error) noexcept;
 
 /// Notices them among the statements that are passed over while it lives.
 class FileFailures {
  public:
-  FileFailures();
-  ~FileFailures();
-  FileFailures(const FileFailures&) = delete;
-  FileFailures& operator=(const FileFailures&) = delete;
   bool any() const noexcept { return any_; }
 
  private:
-  support::SkippedStatementListener previous_;
   bool any_ = false;
+  support::SkippedStatementWatch watch_{
+      [this](std::string_view, const support::RuntimeError& error) { any_ |= is_file_failure(error); }};
 };
 
 }  // namespace database

@@ -1,8 +1,6 @@
 #include "database/index_database.h"
 
 #include <algorithm>
-#include <array>
-#include <cstdio>
 #include <memory>
 #include <utility>
 #include <vector>
@@ -10,6 +8,7 @@
 #include "database/availability.h"
 #include "database/columns.h"
 #include "database/file_failure.h"
+#include "database/formatted.h"
 #include "database/opened_target.h"
 #include "database/upgrade/ladder.h"
 #include "database/version_record.h"
@@ -225,9 +224,7 @@ std::int32_t db_ProcessIndex(const Environment& environment, const Target& index
 }
 
 std::string patient_file(const Environment& environment, std::string_view index_path, std::int32_t patient_id) {
-  std::array<char, 32> name{};
-  const int length = std::snprintf(name.data(), name.size(), "db4_%06d.das", patient_id);
-  const std::string_view file(name.data(), static_cast<std::size_t>(length));
+  const std::string file = formatted("db4_%06d.das", patient_id);
   for (const std::string& folder : {support::ExtractFromPath(index_path, 1), environment.data_folder}) {
     std::string path = in_folder(folder, file);
     if (support::file_test(environment.file_system(), path)) return path;

@@ -22,7 +22,7 @@ inline constexpr std::int16_t write = 21;  ///< and above: from the patient reco
 /// Adds, refreshes or removes the patient's row, and keeps the patient's name on the devices of "meters.mdb" in the
 /// data folder. `patient.index_id` is the patient's number; a refresh sets it to the row's. Returns the row's id; 0
 /// where there is none. A patient database of an older layout is brought up to date by a refresh; one that is foreign
-/// or does not open is left alone, and the row keeps what it held; where a disk fails, no row is touched. Never throws.
+/// or does not open is left alone, and the row keeps what it held; where a disk fails, no row is touched. Never raises.
 std::int32_t db_ProcessIndex(const Environment& environment, const Target& index, PatientRecord& patient,
                              std::int16_t action, std::string_view patient_database);
 
@@ -35,7 +35,7 @@ std::string patient_file(const Environment& environment, std::string_view index_
 
 /// Brings the index database, and where that calls for it every patient database that it lists, up to date, then
 /// removes the rows whose patient file is in neither folder. False where the index database cannot be opened. Never
-/// throws.
+/// raises.
 bool db_UpgradeIndexDatabase(const Environment& environment, std::string_view index_path, const StatusCaption& status);
 
 }  // namespace database

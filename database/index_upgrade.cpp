@@ -2,9 +2,8 @@
 
 #include "database/index_database.h"
 #include "database/opened_target.h"
-#include "database/schema/schema.h"
-#include "support/encoding.h"
-#include "support/registry_funktions.h"
+#include "database/schema/table_builder.h"
+#include "support/yield_to_input.h"
 
 namespace database {
 namespace {
@@ -34,12 +33,7 @@ constexpr IndexField version_field{"version", DataType::Single, "0"};
 /// False also where the table is missing.
 bool has_field(Procedure& procedure, engine::Database& database, std::string_view table, std::string_view field) {
   bool found = false;
-  procedure.step([&] {
-    const auto definition = database.table_defs().item(table);
-    for (std::int32_t i = 0; i < definition->fields().count() && !found; ++i) {
-      found = support::equal_ignoring_case(definition->fields().item(i)->name(), field);
-    }
-  });
+  procedure.step([&] { found = schema::has_field(*database.table_defs().item(table), field); });
   return found;
 }
 

@@ -1,7 +1,6 @@
 #include "database/layout_json.h"
 
 #include <cstdio>
-#include <memory>
 
 namespace database {
 namespace {

@@ -1,21 +1,18 @@
 #include "database/new_file.h"
 
-#include <array>
-#include <cstdio>
 #include <random>
 
+#include "database/formatted.h"
 #include "database/open_database.h"
+#include "support/abandoned_files.h"
 #include "support/common_code.h"
-#include "support/host_file.h"
 
 namespace database {
 namespace {
 
 /// No two runs, and no file left by a run that was killed, meet under this name.
 std::string working_name(const std::string& path) {
-  std::array<char, 16> token{};
-  std::snprintf(token.data(), token.size(), "%08x", static_cast<unsigned>(std::random_device{}()));
-  return path + std::string(support::new_database_mark) + token.data();
+  return path + std::string(support::new_database_mark) + formatted("%08x", std::random_device{}());
 }
 
 }  // namespace

@@ -23,7 +23,7 @@ OpenedTarget::~OpenedTarget() {
 }
 
 engine::Database& OpenedTarget::database() const {
-  if (!database_) throw support::RuntimeError(91, "no database is open");
+  if (!database_) throw support::RuntimeError(support::error_number::no_object, "no database is open");
   return *database_;
 }
 

@@ -11,7 +11,8 @@ class OpenedTarget {
  public:
   enum class Access { Read, Write };
 
-  /// Opens a path. A failure is told of as a skipped statement, and database() raises afterwards.
+  /// Opens a path; for reading, one that may not be written too. A failure is told of as a skipped statement, and
+  /// database() raises afterwards.
   OpenedTarget(const Environment& environment, const Target& target, Access access);
   /// Closes what was opened here.
   ~OpenedTarget();

@@ -13,38 +13,45 @@ namespace database {
 struct PatientRecord {
   std::int16_t id = 0;
   std::string firstname, name, street, zip, city, phone, fax;
-  std::int16_t therapy = 0;
+  std::int16_t therapy =
+      0;  ///< 1 conventional, 2 intensified, 3 pump, 4 insulin and tablets, 5 without insulin; 0 none
   std::optional<engine::Date> birthday;  ///< nothing: not entered
   std::uint8_t gender = 0;               ///< 0 female, 1 male
-  std::string email, a1, a2, a3;
-  std::int16_t typ = 0;     ///< diabetes type
+  std::string email;
+  std::string a1, a2, a3;   ///< three lines of the practice
+  std::int16_t typ = 0;     ///< 1 type 1, 2 type 2, 3 gestational, 4 other; 0 none
   std::int16_t height = 0;  ///< cm
   std::string number, insurance, insurancenumber;
-  /// Years; -1 not entered.
+  /// -1: not entered.
   std::int16_t DiabetesSince = -1, OADSince = -1, InsulinSince = -1, CPeptid = -1;
   /// Number in an external system, and the patient's row in the index database; not columns of `patdat`.
   std::string external_id;
   std::int32_t index_id = 0;
 };
 
-/// Stores the patient: adds the row with this id or overwrites it. 1 when stored, 0 otherwise.
+/// Stores the patient: adds the row with this id or overwrites it. 1 when stored, 0 otherwise. A column that cannot
+/// take its value is passed over.
 std::int16_t db_AddPatient(const Environment& environment, const Target& target, const PatientRecord& patient);
 
-/// Reads the patient; keeps every column that could not be read as it was. An id above 0 selects by `pat_id`. True when
-/// a row was read.
+/// Reads the patient; an id above 0 selects by `pat_id`. True when a row was read; columns that could not be read, and
+/// all of `patient` where it is false, stay as they were.
 bool db_GetPatient(const Environment& environment, const Target& target, std::int32_t patient_id,
                    PatientRecord& patient);
 
+/// An insulin's kind shows in three marks: bolus and basal above 0 (both: a mixture), and rapid.
 struct PreferredInsulin {
   bool rapid = false;
-  double bolusie = 0, basalie = 0;  ///< kind markers as stored
-  std::string desc, manufacturer;
+  double bolusie = 0, basalie = 0;  ///< as stored; an insulin's text takes them for its shares
+  std::string desc;                 ///< name
+  std::string manufacturer;
 };
 
+/// The statement that selects all of them, in no order.
 std::string SQL_GetPreferredInsulin();
 
-/// Fills `entries` in the order of sort position and manufacturer and returns their number; an id above 0 appends its
-/// clause.
+/// Fills `entries` in the order of sort position and manufacturer and returns their number: none, and 0, where they
+/// cannot be read. An id above 0 appends the clause of a patient, which has always been written so that the engine
+/// refuses it.
 std::int32_t db_GetPreferredInsulin(const Environment& environment, const Target& target,
                                     std::vector<PreferredInsulin>& entries, std::int32_t patient_id = 0);
 

@@ -1,8 +1,9 @@
 #include "database/plan_summary.h"
 
-#include <array>
-#include <cstdio>
+#include <string_view>
+#include <utility>
 
+#include "database/formatted.h"
 #include "database/opened_target.h"
 #include "database/query_filter.h"
 
@@ -75,12 +76,6 @@ void add_row(Procedure& procedure, const engine::Recordset& row, PlanSummary& su
   }
 }
 
-std::string one_decimal(double value) {
-  std::array<char, 400> text{};
-  const int length = std::snprintf(text.data(), text.size(), "%.1f", value);
-  return {text.data(), static_cast<std::size_t>(length)};
-}
-
 }  // namespace
 
 std::string plan_summary_query() {
@@ -116,7 +111,7 @@ std::string plan_summary_text(const PlanSummary& summary) {
                                            {402, summary.basal_rates[2]}, {500, summary.glucose_from},
                                            {501, summary.glucose_until},  {502, summary.hypoglycaemia},
                                            {503, summary.hyperglycaemia}};
-  for (const auto& [type, value] : values) text += "|" + std::to_string(type) + "=" + one_decimal(value);
+  for (const auto& [type, value] : values) text += "|" + std::to_string(type) + formatted("=%.1f", value);
   return text;
 }
 

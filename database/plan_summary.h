@@ -13,7 +13,7 @@ struct PlanSummary {
   std::int32_t id = 0;  ///< plan number
   engine::Date date;    ///< the day from which the plan holds
   std::int32_t insulin_items = 0, diet_items = 0, correction_items = 0;
-  double basal_rates[3] = {};  ///< sums of the plan's basal rates 1 to 3
+  double basal_rates[3] = {};  ///< sums of the items of the plan's basal rates 1 to 3, in units of insulin
   /// mg/dl; 0 where the plan has none.
   double glucose_from = 0, glucose_until = 0, hypoglycaemia = 0, hyperglycaemia = 0;
 };

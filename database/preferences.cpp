@@ -19,9 +19,6 @@ std::string quoted(std::string_view path) {
   return text;
 }
 
-/// Of a file that is damaged, or that another engine wrote.
-constexpr int unknown_format = 3343;
-
 bool exchange_preferences(support::Procedure& procedure, const OpenedTarget& opened, std::string_view other_path) {
   const std::string other_file = " IN '" + quoted(other_path) + "'";
   bool all_copied = true;
@@ -49,7 +46,7 @@ bool db_MergePreferences(const Environment& environment, const Target& target, s
   support::Procedure procedure{"sql!db_MergePreferences"};
   const OpenedTarget opened{environment, target, OpenedTarget::Access::Write};
   if (exchange_preferences(procedure, opened, other_path)) return true;
-  if (procedure.error().number() != unknown_format || !environment.readable_copy) return false;
+  if (procedure.error().number() != error_unknown_format || !environment.readable_copy) return false;
   std::unique_ptr<ReadableCopy> copy;
   procedure.step([&] { copy = environment.readable_copy(environment, other_path); });
   return copy && exchange_preferences(procedure, opened, copy->path());

@@ -1,19 +1,12 @@
 #include "database/query_filter.h"
 
 #include <array>
-#include <cstdio>
 
+#include "database/formatted.h"
 #include "support/error.h"
 
 namespace database {
 namespace {
-
-template <typename... Numbers>
-std::string formatted(const char* pattern, Numbers... numbers) {
-  std::array<char, 64> text{};
-  const int length = std::snprintf(text.data(), text.size(), pattern, numbers...);
-  return {text.data(), static_cast<std::size_t>(length)};
-}
 
 std::string between(std::string_view column, const std::string& from, const std::string& until) {
   return "([" + std::string(column) + "] BETWEEN " + from + " AND " + until + ") ";
@@ -34,14 +27,7 @@ std::string time_clause(const Filter& filter) {
          "([vtime] BETWEEN " + time_literal(time_of_day(0, 0)) + " AND " + until + ") ) ";
 }
 
-/// The placeholders come from our own texts only, never from a column expression put in before.
-void put_in(std::string& text, std::string_view placeholder, std::string_view expression) {
-  for (auto at = text.find(placeholder); at != std::string::npos; at = text.find(placeholder, at + expression.size())) {
-    text.replace(at, placeholder.size(), expression);
-  }
-}
-
-bool names_weekdays(const std::string& weekdays) { return !weekdays.empty() && weekdays != "0"; }
+bool all_weekdays(const std::string& weekdays) { return weekdays.empty() || weekdays == "0"; }
 
 /// Pump events have a code and a second one 1000 higher.
 constexpr std::array<std::string_view, 8> event_criteria = {
@@ -79,6 +65,16 @@ engine::Date time_of_day(int hour, int minute, int second) {
   return engine::Date{(hour * 3600 + minute * 60 + second) / 86400.0};
 }
 
+std::string weekday_clause(const std::string& weekdays) {
+  return all_weekdays(weekdays) ? "" : " AND (weekday(vdate) IN (" + weekdays + ")) ";
+}
+
+void put_in(std::string& text, std::string_view placeholder, std::string_view content) {
+  for (auto at = text.find(placeholder); at != std::string::npos; at = text.find(placeholder, at + content.size())) {
+    text.replace(at, placeholder.size(), content);
+  }
+}
+
 std::string filter_text(const Filter& filter, std::string_view date_column, std::string_view time_column) {
   std::string text = between("vdate", date_literal(filter.date_from), date_literal(filter.date_until));
   if (filter.hour_from >= 0 || filter.hour_until >= 0) {
@@ -88,8 +84,7 @@ std::string filter_text(const Filter& filter, std::string_view date_column, std:
   }
   put_in(text, "[vdate]", date_column);
   put_in(text, "[vtime]", time_column);
-  if (names_weekdays(filter.weekdays)) text += " AND (weekday(vdate) IN (" + filter.weekdays + ")) ";
-  return text;
+  return text + weekday_clause(filter.weekdays);
 }
 
 std::string SQL_GetPumpEvents(const Filter& filter, int selector, int event_code) {
@@ -104,7 +99,7 @@ std::string SQL_GetPumpEvents(const Filter& filter, int selector, int event_code
   } else {
     where += " (vtime BETWEEN " + from + " AND " + until + ") ";
   }
-  if (names_weekdays(filter.weekdays)) where += " AND (weekday(vdate) IN (" + filter.weekdays + ") )";
+  if (!all_weekdays(filter.weekdays)) where += " AND (weekday(vdate) IN (" + filter.weekdays + ") )";
   where += event_criterion(selector, event_code);
   return "SELECT * from insulin " + where + " ORDER by vdate, vtime";
 }

@@ -2,7 +2,6 @@
 // are joined with others as they stand, blanks included. Literals are in US order whatever the user's locale.
 #pragma once
 
-#include <optional>
 #include <string>
 #include <string_view>
 
@@ -27,6 +26,12 @@ struct Filter {
   /// Weekday numbers, comma-separated, 1 Sunday … 7 Saturday; empty or "0": all days.
   std::string weekdays;
 };
+
+/// " AND (weekday(vdate) IN (…)) " for weekday numbers as above; empty for all days.
+std::string weekday_clause(const std::string& weekdays);
+
+/// Puts the content in the place of each placeholder; what a content holds is not looked at again.
+void put_in(std::string& text, std::string_view placeholder, std::string_view content);
 
 /// The text after WHERE, with the day and time columns under the names given.
 std::string filter_text(const Filter& filter, std::string_view date_column = "vdate",

@@ -27,7 +27,7 @@ constexpr Column<SettingsRecord> target_columns[] = {
     {"ProtPerDayMax", &SettingsRecord::ProtPerDayMax},
 };
 
-/// Which target an item of the current therapy plan overrides; a plan's weight is a thousandth of the record's.
+/// Which target an item of the newest therapy plan overrides; a plan's weight is a thousandth of the record's.
 struct Override {
   std::int16_t item_type;
   Column<SettingsRecord> target;

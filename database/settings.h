@@ -10,7 +10,7 @@
 namespace database {
 
 struct Zone {
-  engine::Date from, until;  ///< time of day only; an until before from crosses midnight
+  engine::Date from, until;  ///< times of day; an until before from crosses midnight
   std::string description;
 };
 
@@ -23,7 +23,7 @@ struct SettingsRecord {
   std::int16_t BPTargetDiaMax = 0, BPTargetDiaMin = 0;  ///< mmHg
   std::int16_t BGHyper = 0, BGHypo = 0;                 ///< mg/dl
   float TargetWeight = 0;                               ///< g
-  // At most a day; -1: no limit.
+  // At most a day, in the diary's units for food; -1: no limit.
   double BUPerDayMax = -1;        ///< bread units
   std::int16_t KHPerDayMax = -1;  ///< carbohydrates
   double KCalPerDayMax = -1;      ///< kcal
@@ -33,20 +33,21 @@ struct SettingsRecord {
   ZoneTable zones;
 };
 
-/// Reads the row, then the targets that the current therapy plan overrides. Columns that fail keep what the record
-/// held.
+/// Reads the row, then the targets that the newest therapy plan overrides. True when a row was read; what could not be
+/// read stays as the record held it.
 bool db_GetSettings(const Environment& environment, const Target& target, SettingsRecord& settings,
                     std::int32_t patient_id = 0);
 
-/// Stores the row, added where there is none. 1 when stored.
+/// Stores the row, added where there is none. 1 when stored, 0 otherwise.
 std::int16_t db_SaveSettings(const Environment& environment, const Target& target, const SettingsRecord& settings,
                              std::int32_t patient_id = 0);
 
-/// Writes the zone times, without descriptions, into the row that exists. 1 when stored.
+/// Writes the zone times, without descriptions, into the row that exists. 1 when stored, 0 otherwise.
 std::int16_t db_AddTimeZonesToPatient(const Environment& environment, const Target& target, const ZoneTable& zones,
                                       std::int32_t patient_id = 0);
 
-/// The zones of the settings file with their built-in defaults, or (use_defaults false) those of the database.
+/// The zones of the settings file with their built-in defaults, or (use_defaults false) those of the database. False
+/// and `zones` untouched where the database has none.
 bool GetTimeZones(const Environment& environment, const Target& target, ZoneTable& zones, bool use_defaults);
 
 }  // namespace database

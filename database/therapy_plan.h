@@ -22,9 +22,9 @@ inline constexpr std::int16_t drug_first = 800, drug_last = 802;
 }  // namespace plan_item
 
 struct PlanItem {
-  std::string desc;  ///< insulins: name|bolus share|basal share|flag
-  std::int16_t ItemType = 0;
-  double ItemValue = 0;
+  std::string desc;           ///< of an insulin: its text, "name|bolus share|basal share|flag", shares in percent
+  std::int16_t ItemType = 0;  ///< plan_item
+  double ItemValue = 0;       ///< glucose mg/dl, pressure mmHg, weight kg, the rest as in the settings
   std::int16_t TimeSlot = 0;
   std::string Comment = {};
   friend bool operator==(const PlanItem&, const PlanItem&) = default;
@@ -32,9 +32,9 @@ struct PlanItem {
 
 struct TherapyPlan {
   std::int32_t id = 0;  ///< 0: new
-  engine::Date vDate;
+  engine::Date vDate;   ///< the day from which the plan holds
   std::string desc;
-  std::int16_t Type = 0;
+  std::int16_t Type = 0;  ///< therapy, as in the patient record
   std::string Comment;
   std::vector<PlanItem> items;
 };

@@ -9,30 +9,33 @@
 
 namespace database {
 
+/// The layout that this program creates, and brings older ones to.
 inline constexpr std::int16_t current_major_version = 4;
 inline constexpr std::int16_t current_minor_version = 60;
 
+/// Named as its columns.
 struct VersionRecord {
   std::int16_t MajVersion = current_major_version;
   std::int16_t MinVersion = current_minor_version;
   std::int16_t Type = 0;
-  std::string Desc, Password;
+  std::string Desc;      ///< holds the product word
+  std::string Password;  ///< as it was at the creation
   std::optional<engine::Date> LastBackup, LastChanged, Created;
   std::string LastUser;
   std::optional<engine::Date> LastArchive, LastCompressed;
-  std::int32_t lAvailableData = 0;
-  std::string sAvailableData;
+  std::int32_t lAvailableData = 0;  ///< kinds of data that are there, a bit each
+  std::string sAvailableData;       ///< the same as text
 };
 
 /// The record of a database created now.
 VersionRecord new_version_record(const Environment& environment);
 
-/// Reads the record; columns that fail keep what it held. True only without error and for a description that holds the
-/// product word.
+/// Reads the record; what cannot be read, and what an older layout does not have, stays as it was. True only without
+/// error and for a description that holds the product word.
 bool db_ReadDBInfo(const Environment& environment, const Target& target, VersionRecord& record);
 
 /// Brings the layout up to date where the record calls for it, raising its MinVersion, and writes the record, all in
-/// one transaction. 1 when written, 0 when nothing was.
+/// one transaction. 1 when written; 0, with database and record as they were, otherwise.
 std::int16_t db_WriteDBInfo(const Environment& environment, const Target& target, VersionRecord& record);
 
 }  // namespace database

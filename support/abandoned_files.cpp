@@ -1,9 +1,9 @@
-#include <algorithm>
-#include <chrono>
-#include <filesystem>
+#include "support/abandoned_files.h"
 
-#include "support/encoding.h"
+#include <chrono>
+
 #include "support/host_file.h"
+#include "support/host_path.h"
 
 namespace support {
 
@@ -13,8 +13,6 @@ namespace fs = std::filesystem;
 
 constexpr std::chrono::minutes surely_abandoned{10};
 constexpr std::string_view journal_ending = "-journal";
-
-fs::path file_path(std::string_view utf8) { return {std::u8string(utf8.begin(), utf8.end())}; }
 
 /// What a name holds behind the mark is letters, digits and hyphens: other files are other people's.
 bool is_working_name(std::string_view name, std::string_view beginning) {
@@ -30,21 +28,18 @@ bool is_abandoned(const fs::path& file) {
   if (fs::symlink_status(file, failure).type() != fs::file_type::regular) return false;
   const fs::file_time_type changed = fs::last_write_time(file, failure);
   if (failure || fs::file_time_type::clock::now() - changed < surely_abandoned) return false;
-  const std::u8string path = file.u8string();
-  return is_host_file_unused({path.begin(), path.end()});
+  return is_host_file_unused(host_path_of(file));
 }
 
 }  // namespace
 
-void remove_abandoned_files(const std::string& path, std::string_view mark) {
+void remove_abandoned_files(const std::string& host_path, std::string_view mark) {
   std::error_code failure;
-  const fs::path file = file_path(path);
-  const std::u8string own_name = file.filename().u8string();
-  const std::string beginning = std::string(own_name.begin(), own_name.end()).append(mark);
+  const fs::path file = std_path(host_path);
+  const std::string beginning = host_path_of(file.filename()).append(mark);
   const fs::path folder = file.has_parent_path() ? file.parent_path() : fs::path(".");
   for (fs::directory_iterator entry(folder, failure), end; !failure && entry != end; entry.increment(failure)) {
-    const std::u8string name = entry->path().filename().u8string();
-    if (!is_working_name(std::string(name.begin(), name.end()), beginning)) continue;
+    if (!is_working_name(host_path_of(entry->path().filename()), beginning)) continue;
     std::error_code ignored;
     if (is_abandoned(entry->path())) fs::remove(entry->path(), ignored);
   }

@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <array>
-#include <cmath>
 #include <limits>
 
 #include "support/encoding.h"
@@ -16,8 +15,6 @@ namespace support {
 
 namespace {
 
-constexpr double mg_dl_per_mmol_l = 18.016;
-constexpr double mmol_l_per_mg_dl = 0.0555;
 constexpr std::size_t schemes_buffer = 4095;
 
 // Codes 20 to 31 stay: the bound is 20, decimal.
@@ -78,7 +75,6 @@ struct ValueFormat {
 // By ValueKind. The kinds that are read with a fraction in daily life show one decimal where none are asked for.
 constexpr std::array<ValueFormat, 7> value_formats = {
     {{" mg/dL", 0}, {" mmol/L", 1}, {" %", 1}, {" mg/l", 0}, {" kg", 1}, {" g", 0}, {" lbs", 1}}};
-constexpr double lower_limit = 0;
 
 }  // namespace
 
@@ -88,6 +84,12 @@ std::string trim(std::string_view text) {
   while (!text.empty() && is_trimmed(text.back())) text.remove_suffix(1);
   while (!text.empty() && is_trimmed(text.front())) text.remove_prefix(1);
   return std::string(text);
+}
+
+std::string_view strip(std::string_view text, std::string_view characters) noexcept {
+  const auto first = text.find_first_not_of(characters);
+  if (first == std::string_view::npos) return {};
+  return text.substr(first, text.find_last_not_of(characters) - first + 1);
 }
 
 std::int16_t Split(std::string_view text, std::vector<std::string>& pieces, std::string_view delimiter) {
@@ -142,7 +144,7 @@ std::string to_mmol_l(double mg_dl) {
 std::string format_value(double value, ValueKind kind, int decimals, bool show_unit) {
   const ValueFormat& format = value_formats[static_cast<std::size_t>(kind)];
   const int places = decimals > 0 ? decimals : format.default_decimals;
-  std::string text = value > lower_limit ? fixed_text(value, places) : number_text(value);
+  std::string text = value > 0 ? fixed_text(value, places) : number_text(value);
   return show_unit ? text.append(format.unit) : text;
 }
 

@@ -1,9 +1,8 @@
 // String, path and number routines that the wizard and the database code use everywhere (module "code"). Their
-// behaviour at the edges is part of the contract. None throws.
+// behaviour at the edges is part of the contract. None raises.
 #pragma once
 
 #include <cstdint>
-#include <functional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -15,6 +14,9 @@ class FileSystem;
 
 /// Without outer blanks and characters below 20; empty where the text begins with NUL.
 std::string trim(std::string_view text);
+
+/// Without these characters at both ends.
+std::string_view strip(std::string_view text, std::string_view characters) noexcept;
 
 /// Splits at `delimiter` into `pieces` and returns the upper index (count less one). An empty text returns -1 and
 /// leaves `pieces` as it was; a trailing delimiter yields no empty last piece.
@@ -29,17 +31,23 @@ std::int16_t GetSchemes(const IniFiles& ini, const FileSystem& files, std::strin
                         std::vector<std::string>& names);
 
 enum class PathPart { Drive = 0, Folder = 1, FileName = 2, Shortened = 3 };
+
 /// Part of a Windows path; any other number gives the empty text. The folder keeps its trailing backslash.
 std::string ExtractFromPath(std::string_view path, int part);
 
-/// Glucose, text in the user's locale: times 18.016 rounded to a whole number, halves to even; times 0.0555 with one
-/// decimal, shortest form.
+/// Milligrams of glucose in a decilitre where a litre holds one millimole; and the way back, which is deliberately not
+/// the reciprocal: a value converted there and back may drift by one.
+inline constexpr double mg_dl_per_mmol_l = 18.016, mmol_l_per_mg_dl = 0.0555;
+
+/// Glucose in the other unit, as text in the user's locale: mg/dl as a whole number, halves to even, empty outside the
+/// 16-bit range; mmol/l with at most one decimal.
 std::string to_mg_dl(double mmol_l);
 std::string to_mmol_l(double mg_dl);
 
 enum class ValueKind { MgDl = 0, MmolL = 1, Percent = 2, MgL = 3, Kilogram = 4, Gram = 5, Pound = 6 };
-/// A number with `decimals` places and, where asked for, its unit. A value not above the kind's lower limit (0 for all
-/// kinds) comes unformatted.
+
+/// A number in the user's locale with `decimals` places (0: as many as the kind usually has) and, where asked for, its
+/// unit. A value not above 0 comes with as many places as it has.
 std::string format_value(double value, ValueKind kind, int decimals, bool show_unit);
 
 }  // namespace support

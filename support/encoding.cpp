@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <array>
-#include <cstdint>
 
 namespace support {
 
@@ -190,6 +189,11 @@ bool is_utf8(std::string_view text) noexcept {
     position += character.length;
   }
   return true;
+}
+
+std::string_view without_byte_order_mark(std::string_view bytes) noexcept {
+  if (bytes.starts_with(utf8_byte_order_mark)) bytes.remove_prefix(utf8_byte_order_mark.size());
+  return bytes;
 }
 
 std::string to_upper(std::string_view utf8) { return mapped(utf8, upper); }

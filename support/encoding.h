@@ -30,6 +30,10 @@ std::string_view first_characters(std::string_view utf8, std::size_t characters)
 /// True for well-formed UTF-8 (no surrogates, no overlong forms, at most U+10FFFF).
 bool is_utf8(std::string_view text) noexcept;
 
+/// What begins a UTF-8 file that says so.
+inline constexpr std::string_view utf8_byte_order_mark = "\xEF\xBB\xBF";
+std::string_view without_byte_order_mark(std::string_view bytes) noexcept;
+
 /// Upper and lower case, character by character, for the letters of CP1252 (umlauts included); ß stays ß. The result
 /// has as many bytes as the text.
 std::string to_upper(std::string_view utf8);

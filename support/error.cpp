@@ -6,9 +6,6 @@ namespace support {
 
 namespace {
 
-constexpr int out_of_memory = 7;
-constexpr int internal_error = 51;
-
 std::string& label_entered_last() {
   static std::string label;
   return label;
@@ -25,11 +22,11 @@ RuntimeError runtime_error_of_current_exception() {
   } catch (const RuntimeError& error) {
     return error;
   } catch (const std::bad_alloc&) {
-    return {out_of_memory, "Out of memory"};
+    return {error_number::out_of_memory, "Out of memory"};
   } catch (const std::exception& exception) {
-    return {internal_error, exception.what()};
+    return {error_number::internal_error, exception.what()};
   } catch (...) {
-    return {internal_error, "Internal error"};
+    return {error_number::internal_error, "Internal error"};
   }
 }
 
@@ -40,6 +37,15 @@ const std::string& current_procedure_label() noexcept { return label_entered_las
 SkippedStatementListener set_skipped_statement_listener(SkippedStatementListener new_listener) {
   return std::exchange(listener(), std::move(new_listener));
 }
+
+SkippedStatementWatch::SkippedStatementWatch(SkippedStatementListener told)
+    : told_(std::move(told)),
+      before_(set_skipped_statement_listener([this](std::string_view label, const RuntimeError& error) {
+        told_(label, error);
+        if (before_) before_(label, error);
+      })) {}
+
+SkippedStatementWatch::~SkippedStatementWatch() { set_skipped_statement_listener(std::move(before_)); }
 
 Procedure::Procedure(std::string_view label) : label_(label) { label_entered_last() = label_; }
 

@@ -1,5 +1,7 @@
 // The error convention of the whole program: failing statements raise RuntimeError, a procedure passes over
 // them one by one and records which procedure was entered last. Nothing here is shown to the user.
+//
+// "Raises 75" in a header means: throws RuntimeError with this number.
 #pragma once
 
 #include <functional>
@@ -22,6 +24,17 @@ class RuntimeError : public std::runtime_error {
   int number_;
 };
 
+/// Numbers of the language runtime that more than one place raises.
+namespace error_number {
+inline constexpr int overflow = 6;
+inline constexpr int out_of_memory = 7;
+inline constexpr int type_mismatch = 13;
+inline constexpr int internal_error = 51;
+inline constexpr int permission_denied = 70;
+inline constexpr int path_file_access = 75;
+inline constexpr int no_object = 91;
+}  // namespace error_number
+
 /// Label of the procedure entered last, module label + "!" + procedure name; empty before the first.
 const std::string& current_procedure_label() noexcept;
 
@@ -30,6 +43,18 @@ using SkippedStatementListener = std::function<void(std::string_view label, cons
 
 /// Replaces the listener (none by default) and returns the one before.
 SkippedStatementListener set_skipped_statement_listener(SkippedStatementListener listener);
+
+/// A listener for as long as this lives, beside the one from before. Of several the youngest must go first.
+class SkippedStatementWatch {
+ public:
+  explicit SkippedStatementWatch(SkippedStatementListener told);
+  ~SkippedStatementWatch();
+  SkippedStatementWatch(const SkippedStatementWatch&) = delete;
+  SkippedStatementWatch& operator=(const SkippedStatementWatch&) = delete;
+
+ private:
+  SkippedStatementListener told_, before_;
+};
 
 /// One procedure's run. Its construction records the label, which stays recorded after the return.
 ///
@@ -42,7 +67,7 @@ class Procedure {
   Procedure& operator=(const Procedure&) = delete;
 
   /// Runs one statement. False when it failed; the error is pending then and the listener has been told.
-  /// Any other exception of the standard library becomes error 51 (internal error), or 7 (out of memory).
+  /// Any exception but a RuntimeError becomes error 51 (internal error), std::bad_alloc 7 (out of memory).
   template <typename Statement>
   bool step(Statement&& statement) noexcept {
     try {

@@ -2,11 +2,11 @@
 
 #include <algorithm>
 #include <array>
-#include <filesystem>
 #include <fstream>
 
 #include "support/encoding.h"
 #include "support/host_file.h"
+#include "support/host_path.h"
 
 namespace support {
 
@@ -18,8 +18,6 @@ constexpr std::string_view text_mark = "APPLICATION LOG (";
 constexpr std::string_view head_rule = "--------------------------------------------";
 constexpr std::string_view left_out = "…";
 constexpr std::size_t longest_text = 300;
-
-fs::path file_path(const std::string& utf8) { return {std::u8string(utf8.begin(), utf8.end())}; }
 
 std::string time_text(std::time_t now, const char* picture) {
   std::array<char, 32> text{};
@@ -83,14 +81,10 @@ std::string journal_text(std::string_view description) {
 }
 
 ErrorJournal::ErrorJournal(std::string host_path, JournalProgram program, Clock clock)
-    : path_(std::move(host_path)), program_(std::move(program)), clock_(std::move(clock)) {
-  before_ = set_skipped_statement_listener([this](std::string_view label, const RuntimeError& error) {
-    write(label, error);
-    if (before_) before_(label, error);
-  });
-}
-
-ErrorJournal::~ErrorJournal() { set_skipped_statement_listener(std::move(before_)); }
+    : path_(std::move(host_path)),
+      program_(std::move(program)),
+      clock_(std::move(clock)),
+      watch_([this](std::string_view label, const RuntimeError& error) { write(label, error); }) {}
 
 void ErrorJournal::write(std::string_view label, const RuntimeError& error) const noexcept {
   try {
@@ -102,7 +96,7 @@ void ErrorJournal::write(std::string_view label, const RuntimeError& error) cons
 }
 
 void ErrorJournal::append(std::string_view line) const {
-  const fs::path path = file_path(path_);
+  const fs::path path = std_path(path_);
   if (!is_missing(path) && !is_journal(path)) return;
   std::error_code failure;
   const std::uintmax_t size = fs::file_size(path, failure);

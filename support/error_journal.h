@@ -1,7 +1,7 @@
 // The error journal: a text file for whoever has to find out why something is missing on a machine. One line for each
 // statement that was passed over: time, procedure, error number, text. What a text quotes, and every path in it, is
 // left out, so that no patient's data, password or value of a statement can reach the file. A journal that cannot be
-// written changes nothing: nothing here throws but out of memory.
+// written changes nothing: nothing here raises anything but out of memory.
 #pragma once
 
 #include <cstdint>
@@ -29,13 +29,10 @@ class ErrorJournal {
  public:
   using Clock = std::function<std::time_t()>;
 
-  /// Hears of all passed-over statements while it lives, and hands them on to the listener before it. `host_path` is
-  /// created with its first line, for the user alone; an existing file that is no journal is left as it is.
+  /// Writes down every statement that is passed over while it lives. `host_path` is created with its first line, for
+  /// the user alone; an existing file that is no journal is left as it is.
   ErrorJournal(
       std::string host_path, JournalProgram program, Clock clock = [] { return std::time(nullptr); });
-  ~ErrorJournal();
-  ErrorJournal(const ErrorJournal&) = delete;
-  ErrorJournal& operator=(const ErrorJournal&) = delete;
 
  private:
   void write(std::string_view label, const RuntimeError& error) const noexcept;
@@ -45,7 +42,7 @@ class ErrorJournal {
   std::string path_;
   JournalProgram program_;
   Clock clock_;
-  SkippedStatementListener before_;
+  SkippedStatementWatch watch_;
 };
 
 /// An error's text as a journal may hold it: one line, "…" in place of all that stands between the first and the last

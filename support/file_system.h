@@ -1,6 +1,6 @@
 // Files and folders by Windows path. On POSIX drive Z: is the root folder (as is a path that begins with a backslash),
 // other drives do not exist, "\" becomes "/", and names are found without regard to case, an exact match first. Nothing
-// here throws but out of memory.
+// here raises anything but out of memory.
 #pragma once
 
 #include <cstdint>

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <charconv>
 
+#include "support/common_code.h"
 #include "support/encoding.h"
 #include "support/error.h"
 
@@ -14,12 +15,7 @@ constexpr std::string_view file_header = "REGEDIT4";
 constexpr std::string_view line_end = "\r\n";
 constexpr int invalid_file_format = 321;
 constexpr std::ptrdiff_t most_levels = 32;
-
-std::string_view without_blanks(std::string_view text) {
-  const auto first = text.find_first_not_of(" \t\r");
-  if (first == std::string_view::npos) return {};
-  return text.substr(first, text.find_last_not_of(" \t\r") - first + 1);
-}
+constexpr std::string_view blanks = " \t\r";
 
 /// Key paths without empty components.
 std::string normal_path(std::string_view path) {
@@ -93,7 +89,7 @@ class HiveDocument::Reader {
   bool next_line() {
     if (rest_.empty()) return false;
     const auto end = std::min(rest_.find('\n'), rest_.size());
-    line_ = without_blanks(rest_.substr(0, end));
+    line_ = strip(rest_.substr(0, end), blanks);
     rest_.remove_prefix(std::min(end + 1, rest_.size()));
     ++line_number_;
     return true;
@@ -122,10 +118,10 @@ class HiveDocument::Reader {
 
   void read_value() {
     const std::size_t name_length = line_.starts_with('@') ? 1 : quoted_length(line_);
-    const std::string_view behind_name = without_blanks(line_.substr(name_length));
+    const std::string_view behind_name = strip(line_.substr(name_length), blanks);
     if (!has_key_ || name_length == 0 || !behind_name.starts_with('=')) fail("unreadable line");
     const std::string name = line_.front() == '@' ? std::string() : unquoted(line_.substr(0, name_length));
-    std::string data(without_blanks(behind_name.substr(1)));
+    std::string data(strip(behind_name.substr(1), blanks));
     while (data.starts_with("hex") && data.ends_with('\\')) {
       if (!next_line()) fail("the file ends within a value");
       data.append(line_end).append("  ").append(line_);

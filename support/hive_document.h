@@ -14,8 +14,7 @@ namespace support {
 
 class HiveDocument {
  public:
-  /// Reads the bytes of a hive file. Throws RuntimeError 321 with the line where they are none; `file_name` is for its
-  /// message only.
+  /// Reads the bytes of a hive file. Raises 321 with the line where they are none; `file_name` is for its message only.
   static HiveDocument parse(std::string_view bytes, std::string_view file_name);
 
   /// Full key paths begin with the root's name. A key exists where it or one below it is listed.

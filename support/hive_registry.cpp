@@ -3,6 +3,7 @@
 #include <functional>
 #include <utility>
 
+#include "support/abandoned_files.h"
 #include "support/encoding.h"
 #include "support/error.h"
 #include "support/hive_document.h"
@@ -13,10 +14,6 @@ namespace support {
 namespace {
 
 constexpr std::uint64_t most_hive_bytes = std::uint64_t{4} << 20U;
-constexpr int path_file_access_error = 75;
-constexpr std::uint32_t text_type = 1;
-constexpr std::uint32_t expandable_text_type = 2;
-constexpr std::uint32_t number_type = 4;
 
 std::string full_path(RootKey root, std::string_view key) {
   const char* name = root == RootKey::CurrentUser ? "HKEY_CURRENT_USER" : "HKEY_LOCAL_MACHINE";
@@ -30,8 +27,9 @@ bool is_storable(std::string_view text) {
 
 RegistryValue value_of_bytes(const HiveBytes& data) {
   RegistryValue value{data.type, {}, 0};
-  if (data.type == text_type || data.type == expandable_text_type) value.text = utf8_from_cp1252(data.bytes);
-  if (data.type == number_type && data.bytes.size() == 4) {
+  if (data.type == RegistryValue::text_type || data.type == RegistryValue::expandable_text_type)
+    value.text = utf8_from_cp1252(data.bytes);
+  if (data.type == RegistryValue::number_type && data.bytes.size() == 4) {
     for (std::size_t i = 4; i > 0; --i)
       value.number = value.number << 8U | static_cast<unsigned char>(data.bytes[i - 1]);
   }
@@ -52,8 +50,8 @@ class HiveRegistry final : public Registry {
   std::optional<RegistryValue> read(RootKey root, std::string_view key, std::string_view name) const override {
     const auto data = document_.data(full_path(root, key), name);
     if (!data) return std::nullopt;
-    if (auto text = hive_text(*data)) return RegistryValue{text_type, std::move(*text) + '\0', 0};
-    if (const auto number = hive_number(*data)) return RegistryValue{number_type, {}, *number};
+    if (auto text = hive_text(*data)) return RegistryValue{RegistryValue::text_type, std::move(*text) + '\0', 0};
+    if (const auto number = hive_number(*data)) return RegistryValue{RegistryValue::number_type, {}, *number};
     return value_of_bytes(hive_bytes(*data).value_or(HiveBytes{}));
   }
 
@@ -74,7 +72,7 @@ class HiveRegistry final : public Registry {
   void load() {
     std::optional<std::string> bytes = read_host_file(path_, most_hive_bytes);
     if (!bytes && host_file_exists(path_)) {
-      throw RuntimeError(path_file_access_error, path_ + " cannot be read or is larger than 4 MiB");
+      throw RuntimeError(error_number::path_file_access, path_ + " cannot be read or is larger than 4 MiB");
     }
     if (bytes == bytes_) return;
     document_ = bytes ? HiveDocument::parse(*bytes, path_) : HiveDocument();

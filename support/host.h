@@ -13,8 +13,8 @@
 namespace support {
 
 /// The registry: the hive file (a host path, see hive_registry.h) where one is named; else the machine's own on
-/// Windows, and elsewhere the hive "firststeps/registry.reg" in the user's configuration folder. Throws RuntimeError
-/// where the hive cannot be read.
+/// Windows, and elsewhere the hive "firststeps/registry.reg" in the user's configuration folder. Raises what
+/// open_hive does.
 std::unique_ptr<Registry> host_registry(std::string_view hive_path = {});
 
 /// The machine's ini files.

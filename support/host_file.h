@@ -17,12 +17,11 @@ std::optional<std::string> read_host_file(const std::string& path, std::uint64_t
 bool host_file_exists(const std::string& path);
 
 /// Writes beside the file, syncs, and renames over it. An existing file keeps its access rights, and a link stays a
-/// link to it; a new file is the user's alone. Throws RuntimeError (75), with the file as it was, also for a read-only
-/// file.
+/// link to it; a new file is the user's alone. Raises 75, with the file as it was, also for a read-only file.
 void replace_host_file(const std::string& path, std::string_view content);
 
 /// Keeps other processes that ask for it from changing the file, for reading and replacing it in one go. Waits five
-/// seconds, then throws RuntimeError (70). Where the system has no lock to give, there is none.
+/// seconds, then raises 70. Where the system has no lock to give, there is none.
 class HostFileLock {
  public:
   explicit HostFileLock(const std::string& path);
@@ -35,16 +34,7 @@ class HostFileLock {
   std::unique_ptr<Held> held_;
 };
 
-/// What stands between a file's name and a few letters or digits in the names of files that are still being written:
-/// by replace_host_file, and by the creation of a database.
-inline constexpr std::string_view replacement_mark = ".writing-";
-inline constexpr std::string_view new_database_mark = ".creating-";
-
-/// Removes what processes that were killed left beside the file: files with the mark after its name (and their
-/// journals) that no process has open for writing and that were not changed for ten minutes. Never throws.
-void remove_abandoned_files(const std::string& path, std::string_view mark);
-
-/// False where a process holds a lock on the file, or (Windows) has it open.
+/// False where a process holds a lock on the file, or (Windows) has it open, and where it cannot be opened.
 bool is_host_file_unused(const std::string& path);
 
 }  // namespace support

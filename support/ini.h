@@ -3,10 +3,8 @@
 
 #include <cstddef>
 #include <cstdint>
-#include <optional>
 #include <string>
 #include <string_view>
-#include <vector>
 
 namespace support {
 
@@ -47,7 +45,8 @@ struct IniQuery {
   std::string_view delimiter = {};
 };
 
-/// Reads through a buffer of 4096 characters. An index beyond the last piece gives the empty text. Never throws.
+/// Reads through a buffer of 4096 characters, as IniFiles answers. An index beyond the last piece gives the empty text.
+/// Never raises.
 std::string ReadIni(const IniFiles& files, const Registry& registry, std::string_view registry_key,
                     const IniQuery& query);
 

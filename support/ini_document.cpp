@@ -2,29 +2,23 @@
 
 #include <algorithm>
 
+#include "support/common_code.h"
 #include "support/encoding.h"
 
 namespace support {
 
 namespace {
 
-constexpr std::string_view utf8_mark = "\xEF\xBB\xBF";
 constexpr std::string_view utf16_mark = "\xFF\xFE";
 // The end-of-file mark of old editors (1A) counts as a blank.
 constexpr std::string_view blank_characters = " \t\n\v\f\r\x1A";
-
-std::string_view without_blanks(std::string_view text) {
-  const auto first = text.find_first_not_of(blank_characters);
-  if (first == std::string_view::npos) return {};
-  return text.substr(first, text.find_last_not_of(blank_characters) - first + 1);
-}
 
 std::string_view up_to_nul(std::string_view text) { return text.substr(0, text.find('\0')); }
 
 /// Index of the first section or line of that name; the count where there is none.
 template <typename Named>
 std::size_t index_of(const std::vector<Named>& items, std::string_view name) {
-  const std::string wanted = to_lower(without_blanks(name));
+  const std::string wanted = to_lower(strip(name, blank_characters));
   const auto found =
       std::find_if(items.begin(), items.end(), [&](const Named& item) { return item.lower_name == wanted; });
   return static_cast<std::size_t>(found - items.begin());
@@ -67,17 +61,17 @@ std::string utf8_text(std::string_view bytes, IniDocument::Encoding encoding) {
 IniDocument IniDocument::parse(std::string_view bytes, Encoding unmarked) {
   IniDocument document;
   document.encoding_ = unmarked;
-  if (bytes.starts_with(utf8_mark) || bytes.starts_with(utf16_mark)) {
+  if (bytes.starts_with(utf8_byte_order_mark) || bytes.starts_with(utf16_mark)) {
     document.marked_ = true;
-    document.encoding_ = bytes.starts_with(utf8_mark) ? Encoding::Utf8 : Encoding::Utf16;
-    bytes.remove_prefix(document.encoding_ == Encoding::Utf8 ? utf8_mark.size() : utf16_mark.size());
+    document.encoding_ = bytes.starts_with(utf8_byte_order_mark) ? Encoding::Utf8 : Encoding::Utf16;
+    bytes.remove_prefix(document.encoding_ == Encoding::Utf8 ? utf8_byte_order_mark.size() : utf16_mark.size());
   }
   const std::string text = utf8_text(bytes, document.encoding_);
   document.is_text_ = text.find('\0') == std::string::npos;
   std::string_view rest = text;
   while (!rest.empty()) {
     const auto end = std::min(rest.find_first_of("\r\n"), rest.size());
-    document.add_line(without_blanks(rest.substr(0, end)));
+    document.add_line(strip(rest.substr(0, end), blank_characters));
     rest.remove_prefix(std::min(end + 1, rest.size()));
   }
   return document;
@@ -86,15 +80,15 @@ IniDocument IniDocument::parse(std::string_view bytes, Encoding unmarked) {
 void IniDocument::add_line(std::string_view text) {
   const auto heading_end = text.starts_with('[') ? text.rfind(']') : std::string_view::npos;
   if (heading_end != std::string_view::npos) {
-    const std::string_view name = without_blanks(up_to_nul(text.substr(1, heading_end - 1)));
+    const std::string_view name = strip(up_to_nul(text.substr(1, heading_end - 1)), blank_characters);
     sections_.push_back({std::string(name), to_lower(name), {}});
     return;
   }
   const auto equals = text.starts_with(';') ? std::string_view::npos : text.find('=');
   Line line;
-  line.name = up_to_nul(without_blanks(text.substr(0, equals)));
+  line.name = up_to_nul(strip(text.substr(0, equals), blank_characters));
   line.lower_name = to_lower(line.name);
-  if (equals != std::string_view::npos) line.value = up_to_nul(without_blanks(text.substr(equals + 1)));
+  if (equals != std::string_view::npos) line.value = up_to_nul(strip(text.substr(equals + 1), blank_characters));
   if (!line.name.empty() || line.value) sections_.back().lines.push_back(std::move(line));
 }
 
@@ -134,13 +128,13 @@ bool IniDocument::set(std::string_view section, std::string_view key, std::strin
   const std::string new_value(value.substr(std::min(value.find_first_not_of(blank_characters), value.size())));
   const std::size_t section_index = index_of(sections_, section);
   if (section_index == sections_.size()) {
-    const std::string_view name = without_blanks(section);
+    const std::string_view name = strip(section, blank_characters);
     sections_.push_back({std::string(name), to_lower(name), {}});
   }
   auto& lines = sections_[section_index].lines;
   const std::size_t line_index = index_of(lines, key);
   if (line_index == lines.size()) {
-    const std::string_view name = without_blanks(key);
+    const std::string_view name = strip(key, blank_characters);
     lines.push_back({std::string(name), to_lower(name), new_value});
     return true;
   }
@@ -152,7 +146,7 @@ bool IniDocument::set(std::string_view section, std::string_view key, std::strin
 std::string IniDocument::encoded(std::string_view text) const {
   switch (encoding_) {
     case Encoding::Utf8:
-      return std::string(marked_ ? utf8_mark : std::string_view()).append(text);
+      return std::string(marked_ ? utf8_byte_order_mark : std::string_view()).append(text);
     case Encoding::Utf16:
       return std::string(utf16_mark) + utf16_bytes_from_utf8(text);
     case Encoding::Cp1252:
@@ -180,7 +174,7 @@ bool is_writable_ini_entry(std::string_view section, std::string_view key, std::
   for (const std::string_view text : {section, key, value}) {
     if (!fits_cp1252(text) || text.find_first_of(line_breaks) != std::string_view::npos) return false;
   }
-  const std::string_view name = without_blanks(key);
+  const std::string_view name = strip(key, blank_characters);
   return !name.empty() && name.front() != ';' && name.front() != '[' && name.find('=') == std::string_view::npos &&
          section.find(']') == std::string_view::npos;
 }

@@ -1,5 +1,5 @@
 // What is asked of the desktop: the recycle bin, the user's program for a file, the choice of a folder. Paths are
-// Windows paths. Nothing here throws; a failure is an empty or false result.
+// Windows paths. Nothing here raises; a failure is an empty or false result.
 #pragma once
 
 #include <optional>

@@ -4,8 +4,9 @@
 #include <array>
 #include <charconv>
 #include <cmath>
-#include <cstdint>
 #include <utility>
+
+#include "support/common_code.h"
 
 namespace support {
 
@@ -43,12 +44,6 @@ UserLocale& current_locale() {
 }
 
 bool is_digit(char character) { return character >= '0' && character <= '9'; }
-
-std::string_view without_blanks(std::string_view text) {
-  const auto first = text.find_first_not_of(" \t");
-  if (first == std::string_view::npos) return {};
-  return text.substr(first, text.find_last_not_of(" \t") - first + 1);
-}
 
 /// Takes the digits at the front of `rest`.
 std::string take_digits(std::string_view& rest) {
@@ -220,7 +215,7 @@ const UserLocale& user_locale() noexcept { return current_locale(); }
 void set_user_locale(UserLocale locale) { current_locale() = std::move(locale); }
 
 std::optional<double> parse_number(std::string_view text) {
-  std::string_view rest = without_blanks(text);
+  std::string_view rest = strip(text, " \t");
   std::string plain;
   if (!rest.empty() && (rest.front() == '-' || rest.front() == '+')) {
     if (rest.front() == '-') plain = "-";

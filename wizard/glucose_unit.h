@@ -1,5 +1,4 @@
-// The two units of blood glucose and the way of a typed value between them. The two factors are deliberately no
-// reciprocals: a value converted there and back may drift by one.
+// The two units of blood glucose and the way of a typed value between them.
 #pragma once
 
 #include <cstdint>

@@ -1,7 +1,7 @@
 // The structured documentation of diabetes care: one wide row per patient and date, and the definitions of its
 // laboratory values. Some indexes bear the name of another field than the one they cover; the pairs are kept as they
 // are.
-#include "database/schema/subjects.h"
+#include "database/schema/schema.h"
 #include "database/schema/words.h"
 
 namespace database::schema {

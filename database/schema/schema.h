@@ -1,5 +1,5 @@
 // The layout of a patient database as data: its 43 tables in the order of creation, and the table of the index
-// database. A table is built from its rows by one loop; the two documentation tables have a shape of their own
+// database. table_builder.h builds a table from its rows; the two documentation tables have a shape of their own
 // (database/ddg.h).
 #pragma once
 
@@ -74,14 +74,5 @@ const TableRow& index_table();
 
 /// The nine tables that hold the diary's entries, in the order of the repair pass.
 std::span<const std::string_view> data_tables();
-
-/// Builds one field and appends it, each statement a step of the procedure.
-void append_field(support::Procedure& procedure, engine::TableDef& table, const FieldRow& row);
-
-/// Hands the properties that are given to a field, each a step of the procedure.
-void set_properties(support::Procedure& procedure, engine::Field& field, const FieldRow& row);
-
-/// Builds one table and appends it: each statement is a step of its own, so that a failing field is left out.
-void create_table(engine::Database& database, const TableRow& table);
 
 }  // namespace database::schema

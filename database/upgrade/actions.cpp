@@ -3,6 +3,7 @@
 #include <string>
 
 #include "database/create_database.h"
+#include "database/schema/table_builder.h"
 #include "database/upgrade/step.h"
 #include "support/encoding.h"
 
@@ -23,13 +24,6 @@ bool table_exists(engine::Database& database, std::string_view name) {
   engine::TableDefs& tables = database.table_defs();
   for (std::int32_t i = 0; i < tables.count(); ++i) {
     if (support::equal_ignoring_case(tables.item(i)->name(), name)) return true;
-  }
-  return false;
-}
-
-bool field_exists(engine::TableDef& table, std::string_view name) {
-  for (std::int32_t i = 0; i < table.fields().count(); ++i) {
-    if (support::equal_ignoring_case(table.fields().item(i)->name(), name)) return true;
   }
   return false;
 }
@@ -69,7 +63,7 @@ void add_field(Run& run, const Action& action, std::string_view table) {
 void add_missing_field(Run& run, const Action& action, std::string_view table) {
   const auto definition = find_table(run, table);
   bool exists = true;
-  if (definition) run.procedure.step([&] { exists = field_exists(*definition, action.field.name); });
+  if (definition) run.procedure.step([&] { exists = schema::has_field(*definition, action.field.name); });
   if (!exists) schema::append_field(run.procedure, *definition, action.field);
 }
 
@@ -95,15 +89,7 @@ void order_fields(Run& run, const Action& action, std::string_view table) {
 }
 
 void allow_empty_texts(Run& run, const Action&, std::string_view table) {
-  run.procedure.step([&] {
-    const auto definition = run.database.table_defs().item(table);
-    engine::Fields& fields = definition->fields();
-    for (std::int32_t i = 0; i < fields.count(); ++i) {
-      const auto field = fields.item(i);
-      if (field->type() != engine::DataType::Text) continue;
-      run.procedure.step([&] { field->set_allow_zero_length(true); });
-    }
-  });
+  schema::allow_empty_texts(run.procedure, run.database, table);
 }
 
 void blank_marked_defaults(Run& run, const Action&, std::string_view table) {
@@ -143,7 +129,7 @@ std::string common_fields(engine::Database& database, std::string_view source, s
   std::string names;
   for (std::int32_t i = 0; i < from->fields().count(); ++i) {
     const std::string name = from->fields().item(i)->name();
-    if (field_exists(*to, name)) names += (names.empty() ? "[" : ",[") + name + "]";
+    if (schema::has_field(*to, name)) names += (names.empty() ? "[" : ",[") + name + "]";
   }
   return names;
 }

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <optional>
 
+#include "database/file_failure.h"
 #include "database/upgrade/step.h"
 
 namespace database {
@@ -20,34 +21,27 @@ bool applies(const Step& step, std::int16_t version) {
   return &step == &upgrade::steps().front() ? version == 0 : version < step.version;
 }
 
-/// Errors that say nothing of the layout: out of memory, the disk, a file in use, damaged or not to be opened, a
-/// cancelled statement, a closed database. After one of them whatever a later statement does may build on what an
-/// earlier one did not do.
-constexpr int fatal_errors[] = {7, 3024, 3043, 3045, 3051, 3059, 3343, 3420};
+/// Beside failures of the file: out of memory, a missing file, a cancelled statement, a closed database.
+constexpr int other_fatal_errors[] = {support::error_number::out_of_memory, 3024, 3059, 3420};
+
+/// An error that says nothing of the layout: whatever a later statement does may build on what this one did not do.
+bool is_fatal(const support::RuntimeError& error) {
+  return is_file_failure(error) ||
+         std::ranges::find(other_fatal_errors, error.number()) != std::end(other_fatal_errors);
+}
 
 /// Notes the first such error among the statements that are passed over.
 class FatalErrors {
  public:
-  FatalErrors() {
-    previous_ = support::set_skipped_statement_listener(
-        [this](std::string_view label, const support::RuntimeError& error) { notice(label, error); });
-  }
-  ~FatalErrors() { support::set_skipped_statement_listener(std::move(previous_)); }
-  FatalErrors(const FatalErrors&) = delete;
-  FatalErrors& operator=(const FatalErrors&) = delete;
-
   void raise() const {
     if (first_) throw *first_;
   }
 
  private:
-  void notice(std::string_view label, const support::RuntimeError& error) {
-    if (previous_) previous_(label, error);
-    if (!first_ && std::ranges::find(fatal_errors, error.number()) != std::end(fatal_errors)) first_ = error;
-  }
-
-  support::SkippedStatementListener previous_;
   std::optional<support::RuntimeError> first_;
+  support::SkippedStatementWatch watch_{[this](std::string_view, const support::RuntimeError& error) {
+    if (!first_ && is_fatal(error)) first_ = error;
+  }};
 };
 
 void run_action(Run& run, const Step& step, const Action& action, std::string_view table) {

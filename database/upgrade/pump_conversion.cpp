@@ -1,6 +1,6 @@
 // Pump data as newer layouts keep them: durations in seconds, and a summary of each day.
-#include <optional>
-#include <string>
+#include <memory>
+#include <vector>
 
 #include "database/create_database.h"
 #include "database/pump_days.h"

@@ -28,6 +28,4 @@ std::unique_ptr<Registry> host_registry(std::string_view hive_path) {
 
 UserLocale host_locale() { return {}; }
 
-void YieldToInput() {}
-
 }  // namespace support

@@ -14,6 +14,7 @@
 #include <cstring>
 #include <thread>
 
+#include "support/abandoned_files.h"
 #include "support/error.h"
 #include "support/posix/descriptor.h"
 #include "support/posix/folder.h"
@@ -22,12 +23,10 @@ namespace support {
 
 namespace {
 
-constexpr int permission_denied = 70;
-constexpr int path_file_access_error = 75;
 constexpr std::chrono::seconds longest_wait{5};
 
 [[noreturn]] void fail(const std::string& path) {
-  throw RuntimeError(path_file_access_error, "Cannot write " + path + ": " + std::strerror(errno));
+  throw RuntimeError(error_number::path_file_access, "Cannot write " + path + ": " + std::strerror(errno));
 }
 
 /// The file that a path means once links are followed; the path itself where there is no file.
@@ -131,7 +130,8 @@ HostFileLock::HostFileLock(const std::string& path) : held_(std::make_unique<Hel
   while (held_->descriptor() && !try_lock(held_->descriptor().get())) {
     if (errno != EWOULDBLOCK && errno != EINTR) return;
     if (std::chrono::steady_clock::now() > end) {
-      throw RuntimeError(permission_denied, "Cannot write " + path + ": another program is writing there");
+      throw RuntimeError(error_number::permission_denied,
+                         "Cannot write " + path + ": another program is writing there");
     }
     std::this_thread::sleep_for(std::chrono::milliseconds(2));
   }

@@ -1,8 +1,8 @@
 #include "support/posix/ini_files.h"
 
-#include <algorithm>
 #include <optional>
 
+#include "support/abandoned_files.h"
 #include "support/encoding.h"
 #include "support/error.h"
 #include "support/host.h"

@@ -1,7 +1,6 @@
 // The profile calls of Windows, answered from the files themselves.
 #pragma once
 
-#include <memory>
 #include <string>
 
 #include "support/ini.h"

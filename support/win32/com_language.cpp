@@ -1,6 +1,5 @@
 // The language component as a COM class: created by its class name, called late bound, released with the object.
 #include <memory>
-#include <utility>
 
 #include "support/error.h"
 #include "support/language.h"

@@ -20,12 +20,12 @@ struct CallError {
 constexpr CallError call_errors[] = {
     {DISP_E_UNKNOWNNAME, 438, "Object doesn't support this property or method"},
     {DISP_E_MEMBERNOTFOUND, 438, "Object doesn't support this property or method"},
-    {DISP_E_TYPEMISMATCH, 13, "Type mismatch"},
-    {DISP_E_OVERFLOW, 6, "Overflow"},
+    {DISP_E_TYPEMISMATCH, error_number::type_mismatch, "Type mismatch"},
+    {DISP_E_OVERFLOW, error_number::overflow, "Overflow"},
     {DISP_E_BADPARAMCOUNT, 450, "Wrong number of arguments or invalid property assignment"},
     {DISP_E_PARAMNOTOPTIONAL, 450, "Wrong number of arguments or invalid property assignment"},
     {DISP_E_PARAMNOTFOUND, 450, "Wrong number of arguments or invalid property assignment"},
-    {E_OUTOFMEMORY, 7, "Out of memory"},
+    {E_OUTOFMEMORY, error_number::out_of_memory, "Out of memory"},
 };
 
 constexpr int automation_error = 440;
@@ -114,7 +114,7 @@ DISPID DispatchObject::number_of(std::wstring_view member) const {
 }
 
 Variant DispatchObject::invoke(std::wstring_view member, int how, VARIANTARG* arguments, std::size_t count) const {
-  if (!object_) throw RuntimeError(91, "Object variable not set");
+  if (!object_) throw RuntimeError(error_number::no_object, "Object variable not set");
   DISPPARAMS parameters{arguments, nullptr, static_cast<UINT>(count), 0};
   DISPID put_argument = DISPID_PROPERTYPUT;
   if (how == DISPATCH_PROPERTYPUT) {

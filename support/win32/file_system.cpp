@@ -73,12 +73,7 @@ bool Win32FileSystem::rename_without_replacing(std::string_view source, std::str
 
 bool Win32FileSystem::remove(std::string_view path) { return DeleteFileW(wide_path(path).c_str()) != 0; }
 
-std::string Win32FileSystem::windows_path(std::string_view host_path) const {
-  const std::wstring path = wide_path(host_path);
-  std::wstring full(GetFullPathNameW(path.c_str(), 0, nullptr, nullptr), L'\0');
-  full.resize(GetFullPathNameW(path.c_str(), static_cast<DWORD>(full.size()), full.data(), nullptr));
-  return narrow(full.empty() ? path : full);
-}
+std::string Win32FileSystem::windows_path(std::string_view host_path) const { return narrow(wide_path(host_path)); }
 
 FileSystem& host_file_system() {
   static Win32FileSystem files;

@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <array>
 
+#include "support/abandoned_files.h"
 #include "support/encoding.h"
 #include "support/error.h"
 #include "support/win32/handle.h"
@@ -14,12 +15,10 @@ namespace support {
 
 namespace {
 
-constexpr int permission_denied = 70;
-constexpr int path_file_access_error = 75;
 constexpr DWORD longest_wait = 5000;
 
 [[noreturn]] void fail(const std::string& path, DWORD reason) {
-  throw RuntimeError(path_file_access_error, "Cannot write " + path + ": error " + std::to_string(reason));
+  throw RuntimeError(error_number::path_file_access, "Cannot write " + path + ": error " + std::to_string(reason));
 }
 
 /// A new file beside the one that is to be replaced.
@@ -120,7 +119,7 @@ HostFileLock::HostFileLock(const std::string& path) {
   std::replace(name.begin() + 6, name.end(), L'\\', L'/');
   held_ = std::make_unique<Held>(name.substr(0, MAX_PATH));
   if (!held_->take()) {
-    throw RuntimeError(permission_denied, "Cannot write " + path + ": another program is writing there");
+    throw RuntimeError(error_number::permission_denied, "Cannot write " + path + ": another program is writing there");
   }
 }
 

@@ -70,7 +70,7 @@ Variant Variant::of_text(std::string_view text) {
   const std::wstring units = wide(text);
   VARIANT value = of_type(VT_BSTR);
   V_BSTR(&value) = SysAllocStringLen(units.data(), static_cast<UINT>(units.size()));
-  if (V_BSTR(&value) == nullptr) throw RuntimeError(7, "Out of memory");
+  if (V_BSTR(&value) == nullptr) throw RuntimeError(error_number::out_of_memory, "Out of memory");
   return Variant(value);
 }
 
@@ -89,7 +89,7 @@ VARIANT* Variant::receive() noexcept {
 VARIANT Variant::release() noexcept { return std::exchange(value_, of_type(VT_EMPTY)); }
 
 std::string Variant::text() const {
-  if (type() != VT_BSTR) throw RuntimeError(13, "Type mismatch");
+  if (type() != VT_BSTR) throw RuntimeError(error_number::type_mismatch, "Type mismatch");
   return narrow_text(V_BSTR(&value_));
 }
 
@@ -98,8 +98,8 @@ Variant Variant::converted(VARTYPE target) const {
   if (type() == VT_NULL || type() == VT_EMPTY) return result;
   VARIANT source = value_;  // borrowed: the call does not take a constant
   const HRESULT outcome = VariantChangeType(result.receive(), &source, 0, target);
-  if (outcome == DISP_E_OVERFLOW) throw RuntimeError(6, "Overflow");
-  if (FAILED(outcome)) throw RuntimeError(13, "Type mismatch");
+  if (outcome == DISP_E_OVERFLOW) throw RuntimeError(error_number::overflow, "Overflow");
+  if (FAILED(outcome)) throw RuntimeError(error_number::type_mismatch, "Type mismatch");
   return result;
 }
 

@@ -13,10 +13,8 @@ constexpr REGSAM reading_rights = KEY_QUERY_VALUE | KEY_ENUMERATE_SUB_KEYS | KEY
 // All rights that are specific to keys.
 constexpr REGSAM writing_rights = 0x3F;
 
-constexpr int path_file_access_error = 75;
-
 [[noreturn]] void fail(std::string_view key, LSTATUS status) {
-  throw RuntimeError(path_file_access_error,
+  throw RuntimeError(error_number::path_file_access,
                      "Cannot write the registry key " + std::string(key) + ": error " + std::to_string(status));
 }
 

@@ -5,6 +5,7 @@
 #include <chrono>
 #include <filesystem>
 
+#include "support/abandoned_files.h"
 #include "support/error.h"
 #include "support/host_file.h"
 #include "tests/support/temporary_folder.h"

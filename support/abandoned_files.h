@@ -1,0 +1,20 @@
+// Files that are written beside the one whose name they get in the end, and what is left of them when a process is
+// killed meanwhile.
+#pragma once
+
+#include <string>
+#include <string_view>
+
+namespace support {
+
+/// What stands between a file's name and a few letters or digits in the names of files that are still being written:
+/// by replace_host_file, and by the creation of a database.
+inline constexpr std::string_view replacement_mark = ".writing-";
+inline constexpr std::string_view new_database_mark = ".creating-";
+
+/// Removes what processes that were killed left beside the file, given by its host path: files with the mark after its
+/// name (and their journals) that no process has open for writing and that were not changed for ten minutes. Never
+/// raises.
+void remove_abandoned_files(const std::string& host_path, std::string_view mark);
+
+}  // namespace support

@@ -1,0 +1,70 @@
+#include "support/ini.h"
+
+#include "support/common_code.h"
+#include "support/error.h"
+#include "support/registry_funktions.h"
+
+namespace support {
+
+namespace {
+
+constexpr std::size_t ini_buffer = 4096;
+constexpr std::string_view nul_character("\0", 1);
+
+std::string joined(std::string_view names, std::string_view delimiter) {
+  std::string text;
+  if (names.ends_with('\0')) names.remove_suffix(1);
+  for (const char character : names) {
+    if (character == '\0') {
+      text += delimiter;
+    } else {
+      text += character;
+    }
+  }
+  return text;
+}
+
+/// The piece with the 0-based index; empty where there is none. A trailing delimiter has an empty piece behind it.
+std::string piece(std::string_view text, std::int16_t index, std::string_view delimiter) {
+  for (; index >= 0; --index) {
+    const auto end = text.find(delimiter);
+    if (index == 0) return std::string(text.substr(0, end));
+    if (end == std::string_view::npos) break;
+    text.remove_prefix(end + delimiter.size());
+  }
+  return {};
+}
+
+std::string default_ini_file(const Registry& registry, std::string_view registry_key) {
+  std::string folder;
+  ReadRegValue(registry, RootKey::LocalMachine, registry_key, "path", folder);
+  return trim(folder) + "\\setup.ini";
+}
+
+std::string read_through_buffer(const IniFiles& files, const std::string& file, const IniQuery& query,
+                                std::string_view delimiter) {
+  const bool key_list = query.key == "KEYS";
+  if (!key_list && query.key != "SECTIONS") {
+    return files.value(file, query.section, query.key, query.fallback, ini_buffer);
+  }
+  const std::string names = key_list ? files.keys(file, query.section, query.fallback, ini_buffer)
+                                     : files.sections(file, query.fallback, ini_buffer);
+  return delimiter == nul_character ? names : joined(names, delimiter);
+}
+
+}  // namespace
+
+std::string ReadIni(const IniFiles& files, const Registry& registry, std::string_view registry_key,
+                    const IniQuery& query) {
+  Procedure procedure("registry!ReadIni");
+  std::string text;
+  procedure.guarded([&] {
+    const std::string file = query.file.empty() ? default_ini_file(registry, registry_key) : std::string(query.file);
+    const std::string_view delimiter = query.delimiter.empty() ? nul_character : query.delimiter;
+    text = read_through_buffer(files, file, query, delimiter);
+    if (query.index != -1) text = piece(text, query.index, delimiter);
+  });
+  return text;
+}
+
+}  // namespace support

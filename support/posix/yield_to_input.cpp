@@ -1,0 +1,7 @@
+#include "support/yield_to_input.h"
+
+namespace support {
+
+void YieldToInput() {}
+
+}  // namespace support
