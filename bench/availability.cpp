@@ -5,21 +5,16 @@
 #include <optional>
 #include <stdexcept>
 
+#include "bench/filled_file.h"
 #include "bench/jobs.h"
+#include "bench/patient_file.h"
 #include "bench/straight.h"
-#include "bench/ten_years.h"
-#include "database/create_database.h"
+#include "database/query_filter.h"
 
 namespace bench {
 namespace {
 
 constexpr int category_count = 28;
-
-void put_in(std::string& text, std::string_view wanted, const std::string& replacement) {
-  for (auto at = text.find(wanted); at != std::string::npos; at = text.find(wanted, at + replacement.size())) {
-    text.replace(at, wanted.size(), replacement);
-  }
-}
 
 /// The union as SQLite takes it: its own test for Null, and the category's number where the text names the alias of the
 /// same list.
@@ -30,12 +25,12 @@ std::string straight_union() {
     request.categories = 1 << number;
     std::string part = database::availability_query(request);
     part.resize(part.rfind(" ORDER BY"));
-    put_in(part, "isnull(vdate)=0", "vdate IS NOT NULL");
-    put_in(part, "isnull(dateofimport)=0", "dateofimport IS NOT NULL");
-    put_in(part, "stdev(", "jet_stdev(");
+    database::put_in(part, "isnull(vdate)=0", "vdate IS NOT NULL");
+    database::put_in(part, "isnull(dateofimport)=0", "dateofimport IS NOT NULL");
+    database::put_in(part, "stdev(", "jet_stdev(");
     if (part.find("FROM patdat_doctor") == std::string::npos && part.find("FROM memos") == std::string::npos) {
-      put_in(part, "+typ+", "+" + std::to_string(number) + "+");
-      put_in(part, "avg(typ)", "avg(" + std::to_string(number) + ")");
+      database::put_in(part, "+typ+", "+" + std::to_string(number) + "+");
+      database::put_in(part, "avg(typ)", "avg(" + std::to_string(number) + ")");
     }
     text += (number == 0 ? "" : " UNION ") + part;
   }
@@ -47,10 +42,7 @@ class Summary {
  public:
   Summary(std::filesystem::path path, int glucose_rows) : path_(std::move(path)), glucose_rows_(glucose_rows) {}
 
-  void ours() {
-    const std::string name = support::host_file_system().windows_path(file().path);
-    expect(database::find_availability({}, name, {}).size());
-  }
+  void ours() { expect(database::find_availability({}, windows_path(file().path), {}).size()); }
 
   void straight() {
     const StraightDatabase database = open_straight(file().path, file().key);

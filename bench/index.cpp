@@ -1,13 +1,13 @@
 // Refreshing the patient index: a thousand patients beside a hundred. The files are copies of one, as an administrator
 // rolls them out, and so share password and salt: a key is derived once, and a refresh that did it per patient would
 // take a minute and more.
-#include <cstdio>
 #include <memory>
 #include <stdexcept>
 
 #include "bench/jobs.h"
 #include "bench/long_history.h"
 #include "bench/patient_file.h"
+#include "database/formatted.h"
 #include "database/index_database.h"
 
 namespace bench {
@@ -57,11 +57,7 @@ class Practice {
     return environment;
   }
   fs::path index() const { return folder_ / "index.mdb"; }
-  fs::path file(int id) const {
-    char name[32];
-    std::snprintf(name, sizeof name, "db4_%06d.das", id);
-    return folder_ / name;
-  }
+  fs::path file(int id) const { return folder_ / database::formatted("db4_%06d.das", id); }
 
   fs::path folder_;
   int patients_;

@@ -5,6 +5,7 @@
 
 #include "bench/jobs.h"
 #include "bench/long_history.h"
+#include "bench/patient_file.h"
 #include "bench/pump_conversion.h"
 #include "bench/straight.h"
 #include "database/version_record.h"
@@ -80,7 +81,6 @@ constexpr const char* row_changes[] = {
     R"(INSERT INTO labvalues(ID,type,value,vdate,method,sComment)
        SELECT row_number() OVER (), 2, dBodyFat, vDate, 0, substr(memo,1,255) FROM day_info WHERE dBodyFat>0)",
     "UPDATE glucose SET Bloodtype=0 WHERE Bloodtype IS NULL",
-    "UPDATE db_info SET MinVersion=60",
 };
 
 constexpr const char* laboratory_columns[] = {"dHbA",       "dHbAc",    "iChol",   "iAlbu",    "iHDL",  "iLDL", "iTri",
@@ -97,6 +97,7 @@ void upgrade_straight(const fs::path& file, const std::string& key, const std::v
                 column + ", vdate, vtime, method, sComment FROM patdat_labs WHERE " + column + ">0");
   }
   convert_straight(database.get());
+  mark_as_current(database.get());
   execute(database.get(), "COMMIT");
 }
 

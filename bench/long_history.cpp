@@ -3,7 +3,9 @@
 #include <fstream>
 #include <stdexcept>
 
+#include "bench/patient_file.h"
 #include "bench/straight.h"
+#include "database/open_database.h"
 
 namespace bench {
 namespace {
@@ -26,7 +28,7 @@ void create_layout(engine::Database& database) {
 
 struct Rows {
   double a_day;
-  const char* sql;  ///< n counts from 0; 40000 is a day in 2009
+  const char* sql;  ///< n counts from 0; 40000 is first_day
 };
 
 constexpr Rows rows[] = {
@@ -72,7 +74,7 @@ LongHistory::LongHistory(std::filesystem::path folder, int days)
 
 void LongHistory::create() const {
   {
-    const auto engine = engine::open_engine("DAO.DBEngine.36");
+    const auto engine = database::create_engine({}, false);
     const auto database = engine->create_database(windows_path(file_), engine::locale_general, engine::version_30);
     create_layout(*database);
     database->new_password("", database::default_password);
@@ -91,10 +93,6 @@ database::Environment willing_environment() {
   database::Environment environment;
   environment.message_box = [](std::string_view, std::uint32_t, std::string_view) { return 1; };
   return environment;
-}
-
-std::string windows_path(const std::filesystem::path& path) {
-  return support::host_file_system().windows_path(path.string());
 }
 
 }  // namespace bench

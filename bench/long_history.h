@@ -3,13 +3,14 @@
 #pragma once
 
 #include <filesystem>
-#include <string>
 
 #include "database/environment.h"
 
 namespace bench {
 
 inline constexpr int ten_years = 3650, one_year = 365;
+/// A day in 2009, in days since 1899-12-30.
+inline constexpr int first_day = 40000;
 
 class LongHistory {
  public:
@@ -26,7 +27,5 @@ class LongHistory {
 
 /// Answers questions with OK.
 database::Environment willing_environment();
-
-std::string windows_path(const std::filesystem::path& path);
 
 }  // namespace bench

@@ -1,10 +1,11 @@
-// The patient whose database the jobs create and read.
+// The patient whose database the jobs create and read, and the names of their files.
 #pragma once
 
 #include <filesystem>
 #include <string>
 
 #include "database/create_database.h"
+#include "support/file_system.h"
 
 namespace bench {
 
@@ -19,11 +20,15 @@ inline database::PatientRecord sample_patient() {
   return patient;
 }
 
-/// Creates the database through CreatePatientDatabase; throws where that fails.
+/// The name by which the database procedures know a file.
+inline std::string windows_path(const std::filesystem::path& path) {
+  return support::host_file_system().windows_path(path.string());
+}
+
+/// Creates the database through CreatePatientDatabase; throws what made that fail.
 inline void create_patient_file(const std::filesystem::path& path) {
   support::RuntimeError failure(51, "not created");
-  const std::string name = support::host_file_system().windows_path(path.string());
-  if (database::CreatePatientDatabase({}, name, sample_patient(), {}, &failure) != 1) throw failure;
+  if (database::CreatePatientDatabase({}, windows_path(path), sample_patient(), {}, &failure) != 1) throw failure;
 }
 
 }  // namespace bench

@@ -50,7 +50,7 @@ void read_straight(const std::string& path, const std::string& key) {
 Job reading_job(const std::filesystem::path& folder) {
   const std::filesystem::path file = folder / "read.das";
   create_patient_file(file);
-  const std::string path = support::host_file_system().windows_path(file.string());
+  const std::string path = windows_path(file);
   const std::string key = derived_key(file.string(), database::default_password);
   return {"open a database, read patient and settings", 1.2, 400, [path] { read_ours(path); },
           [host_path = file.string(), key] { read_straight(host_path, key); }};

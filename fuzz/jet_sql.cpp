@@ -1,6 +1,4 @@
 // Any text as a statement: a program that SQLite prepares, or an error with a number. Running it ends, too.
-#include <memory>
-
 #include "fuzz/target.h"
 #include "support/error.h"
 #include "tests/jet_sql/sql_database.h"

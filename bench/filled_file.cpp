@@ -1,4 +1,4 @@
-#include "bench/ten_years.h"
+#include "bench/filled_file.h"
 
 #include "bench/patient_file.h"
 #include "bench/straight.h"

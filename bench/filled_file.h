@@ -1,4 +1,4 @@
-// The database of somebody who has worn pump and sensor for years: the size that the slow jobs are measured at.
+// A database of the current layout with the entries of ten years: the size that the summary is measured at.
 #pragma once
 
 #include <filesystem>
