@@ -25,11 +25,15 @@ constexpr Bounds label(int n, std::int32_t width = 1740) { return {120, line(n) 
 constexpr Bounds field(int n, std::int32_t left = 1920, std::int32_t width = 4560) {
   return {left, line(n), width, 330};
 }
+/// Where labels are long: the wide column of labels, what is typed beside it, and its unit.
+constexpr std::int32_t wide_label = 3480, beside_wide_label = 3660;
+constexpr Bounds value_label(int n) { return label(n, wide_label); }
+constexpr Bounds value_field(int n) { return field(n, beside_wide_label, 1200); }
+constexpr Bounds unit(int n) { return {4980, line(n) + 45, 1200, 300}; }
 /// The names of insulins take two lines: theirs lie further apart.
 constexpr std::int32_t insulin_line(int n) { return content_top + n * 720; }
-constexpr Bounds insulin_label(int n) { return {120, insulin_line(n) + 45, 2880, 510}; }
-constexpr Bounds insulin_field(int n) { return {3120, insulin_line(n), 3360, 330}; }
-constexpr Bounds unit(int n) { return {4440, line(n) + 45, 1200, 300}; }
+constexpr Bounds insulin_label(int n) { return {120, insulin_line(n) + 45, wide_label, 510}; }
+constexpr Bounds insulin_field(int n) { return {beside_wide_label, insulin_line(n), 2820, 330}; }
 /// An option inside a group box.
 constexpr Bounds option(int n) { return {180, 300 + n * line_pitch, 6000, 480}; }
 constexpr Bounds group(int options) { return {120, content_top, 6360, 360 + options * line_pitch}; }
@@ -50,11 +54,11 @@ constexpr ControlRow intro_page[] = {
 constexpr ControlRow folder_page[] = {
     {"lblHeading", 1, Label, "contstep(1)", heading, "Ordner der Patientendaten", "L4702"},
     {"lblPurpose", 1, Label, "contstep(1)", purpose, "Legen Sie fest, wo die Patientendaten liegen.", "L4722"},
-    {"lblFolderTitle", -1, Label, "contstep(1)", label(0), "Patientenordner:", "L4797"},
+    {"lblFolderTitle", -1, Label, "contstep(1)", label(0), "Ordner:", "L4797"},
     {"lblFolder", -1, Label, "contstep(1)", {1920, line(0) + 45, 4560, 720}},
-    {"lblLocation", -1, Label, "contstep(1)", {1920, line(1) + 300, 4560, 720}},
-    {"cmdPath", 0, Button, "contstep(1)", {120, line(4), 6360, 600}, "&Neue gemeinsame Datenbank anlegen …", "L4799"},
-    {"cmdPath", 1, Button, "contstep(1)", {120, line(5) + 180, 6360, 600}, "&Vorhandene gemeinsame Datenbank verwenden …", "L4800"},
+    {"lblLocation", -1, Label, "contstep(1)", {1920, 2280, 4560, 720}},
+    {"cmdPath", 0, Button, "contstep(1)", {120, 3180, 6360, 600}, "&Neue gemeinsame Datenbank anlegen …", "L4799"},
+    {"cmdPath", 1, Button, "contstep(1)", {120, 3900, 6360, 600}, "&Vorhandene gemeinsame Datenbank verwenden …", "L4800"},
 };
 
 constexpr ControlRow unit_page[] = {
@@ -67,10 +71,10 @@ constexpr ControlRow unit_page[] = {
 
 constexpr ControlRow patient_page[] = {
     {"lblHeading", 3, Label, "contstep(3)", heading, "Ihre Daten", "L4704"},
-    {"lblPurpose", 3, Label, "contstep(3)", purpose, "Vorname und Name werden gebraucht, alles andere ist freiwillig.", "L4724"},
+    {"lblPurpose", 3, Label, "contstep(3)", purpose, "Vorname und Nachname werden gebraucht.", "L4724"},
     {"lblFirstName", -1, Label, "contstep(3)", label(0), "&Vorname:", "L4740"},
     {"txtFirstName", -1, TextBox, "contstep(3)", field(0), "", "", true, true},
-    {"lblName", -1, Label, "contstep(3)", label(1), "&Name:", "L4741"},
+    {"lblName", -1, Label, "contstep(3)", label(1), "&Nachname:", "L4741"},
     {"txtName", -1, TextBox, "contstep(3)", field(1), "", "", true, true},
     {"lblStreet", -1, Label, "contstep(3)", label(2), "&Straße:", "L4742"},
     {"txtStreet", -1, TextBox, "contstep(3)", field(2), "", "", true, true},
@@ -79,8 +83,8 @@ constexpr ControlRow patient_page[] = {
     {"lblCity", -1, Label, "contstep(3)", {3060, line(3) + 45, 780, 480}, "&Ort:", "L4744"},
     {"txtCity", -1, TextBox, "contstep(3)", field(3, 3900, 2580), "", "", true, true},
     {"lblGender", -1, Label, "contstep(3)", label(4), "Geschlecht:", "L4745"},
-    {"optGender", 0, OptionButton, "contstep(3)", field(4, 1920, 2160), "&Weiblich", "L4746"},
-    {"optGender", 1, OptionButton, "contstep(3)", field(4, 4140, 2340), "&Männlich", "L4747"},
+    {"optGender", 0, OptionButton, "contstep(3)", field(4, 1920, 1860), "&Weiblich", "L4746"},
+    {"optGender", 1, OptionButton, "contstep(3)", field(4, 3900, 2580), "&Männlich", "L4747"},
     {"lblDiabetesTyp", -1, Label, "contstep(3)", label(5), "&Diabetestyp:", "L4748"},
     {"cbDiabetesTyp", -1, ComboBox, "contstep(3)", field(5)},
     {"lblTherapie", -1, Label, "contstep(3)", label(6), "T&herapie:", "L4749"},
@@ -118,34 +122,35 @@ constexpr ControlRow medicine_page[] = {
 constexpr ControlRow glucose_target_page[] = {
     {"lblHeading", 6, Label, "contstep(6)", heading, "Blutzuckerziele", "L4707"},
     {"lblPurpose", 6, Label, "contstep(6)", purpose, "Tragen Sie die Werte ein, die Ihr Arzt mit Ihnen vereinbart hat.", "L4727"},
-    {"lblVorgabe", 0, Label, "contstep(6)", label(0, 2880), "Zielbereich &von:", "L4756"},
-    {"txtvorgabe", 0, TextBox, "contstep(6)", field(0, 3120, 1200), "", "", true, true},
+    {"lblVorgabe", 0, Label, "contstep(6)", value_label(0), "Zielbereich &von:", "L4756"},
+    {"txtvorgabe", 0, TextBox, "contstep(6)", value_field(0), "", "", true, true},
     {"lblUnit", 0, Label, "contstep(6)", unit(0), "mg/dl"},
-    {"lblVorgabe", 1, Label, "contstep(6)", label(1, 2880), "Zielbereich &bis:", "L4757"},
-    {"txtvorgabe", 1, TextBox, "contstep(6)", field(1, 3120, 1200), "", "", true, true},
+    {"lblVorgabe", 1, Label, "contstep(6)", value_label(1), "Zielbereich &bis:", "L4757"},
+    {"txtvorgabe", 1, TextBox, "contstep(6)", value_field(1), "", "", true, true},
     {"lblUnit", 1, Label, "contstep(6)", unit(1), "mg/dl"},
-    {"lblVorgabe", 2, Label, "contstep(6)", label(2, 2880), "Hypoglykämie: <=", "L4758"},
-    {"txtvorgabe", 2, TextBox, "contstep(6)", field(2, 3120, 1200), "", "", true, true},
+    {"lblVorgabe", 2, Label, "contstep(6)", value_label(2), "Hypoglykämie: <=", "L4758"},
+    {"txtvorgabe", 2, TextBox, "contstep(6)", value_field(2), "", "", true, true},
     {"lblUnit", 2, Label, "contstep(6)", unit(2), "mg/dl"},
-    {"lblVorgabe", 3, Label, "contstep(6)", label(3, 2880), "Hyperglykämie: >=", "L4759"},
-    {"txtvorgabe", 3, TextBox, "contstep(6)", field(3, 3120, 1200), "", "", true, true},
+    {"lblVorgabe", 3, Label, "contstep(6)", value_label(3), "Hyperglykämie: >=", "L4759"},
+    {"txtvorgabe", 3, TextBox, "contstep(6)", value_field(3), "", "", true, true},
     {"lblUnit", 3, Label, "contstep(6)", unit(3), "mg/dl"},
+    {"lblTargetHint", -1, Label, "contstep(6)", {120, line(4) + 180, 6360, 1440}, "Hypoglykämie bedeutet Unterzuckerung, Hyperglykämie Überzuckerung.", "L4760"},
 };
 
 constexpr ControlRow pressure_target_page[] = {
     {"lblHeading", 7, Label, "contstep(7)", heading, "Blutdruckziele", "L4708"},
-    {"lblPurpose", 7, Label, "contstep(7)", purpose, "In welchem Bereich soll Ihr Blutdruck liegen?", "L4728"},
-    {"lblVorgabe", 4, Label, "contstep(7)", label(0, 2880), "Oberer Wert (systolisch) &von:", "L4761"},
-    {"txtvorgabe", 4, TextBox, "contstep(7)", field(0, 3120, 1200), "", "", true, true},
+    {"lblPurpose", 7, Label, "contstep(7)", purpose, "Tragen Sie die Werte ein, die Ihr Arzt mit Ihnen vereinbart hat.", "L4728"},
+    {"lblVorgabe", 4, Label, "contstep(7)", value_label(0), "Oberer Wert (systolisch) &von:", "L4761"},
+    {"txtvorgabe", 4, TextBox, "contstep(7)", value_field(0), "", "", true, true},
     {"lblPressureUnit", 0, Label, "contstep(7)", unit(0), "mmHg", "L4765"},
-    {"lblVorgabe", 5, Label, "contstep(7)", label(1, 2880), "Oberer Wert (systolisch) &bis:", "L4762"},
-    {"txtvorgabe", 5, TextBox, "contstep(7)", field(1, 3120, 1200), "", "", true, true},
+    {"lblVorgabe", 5, Label, "contstep(7)", value_label(1), "Oberer Wert (systolisch) &bis:", "L4762"},
+    {"txtvorgabe", 5, TextBox, "contstep(7)", value_field(1), "", "", true, true},
     {"lblPressureUnit", 1, Label, "contstep(7)", unit(1), "mmHg", "L4765"},
-    {"lblVorgabe", 6, Label, "contstep(7)", label(2, 2880), "Unterer Wert (diastolisch) v&on:", "L4763"},
-    {"txtvorgabe", 6, TextBox, "contstep(7)", field(2, 3120, 1200), "", "", true, true},
+    {"lblVorgabe", 6, Label, "contstep(7)", value_label(2), "Unterer Wert (diastolisch) v&on:", "L4763"},
+    {"txtvorgabe", 6, TextBox, "contstep(7)", value_field(2), "", "", true, true},
     {"lblPressureUnit", 2, Label, "contstep(7)", unit(2), "mmHg", "L4765"},
-    {"lblVorgabe", 7, Label, "contstep(7)", label(3, 2880), "Unterer Wert (diastolisch) b&is:", "L4764"},
-    {"txtvorgabe", 7, TextBox, "contstep(7)", field(3, 3120, 1200), "", "", true, true},
+    {"lblVorgabe", 7, Label, "contstep(7)", value_label(3), "Unterer Wert (diastolisch) b&is:", "L4764"},
+    {"txtvorgabe", 7, TextBox, "contstep(7)", value_field(3), "", "", true, true},
     {"lblPressureUnit", 3, Label, "contstep(7)", unit(3), "mmHg", "L4765"},
 };
 
@@ -161,18 +166,19 @@ constexpr ControlRow chart_page[] = {
     {"picThumb", -1, PictureBox, "contstep(8)", {0, 0, 15, 15}, "", "", false},
     {"lblChartInfoTitle", -1, Label, "contstep(8)", {120, 4140, 4080, 300}},
     {"lblChartInfo", -1, Label, "contstep(8)", {120, 4440, 4080, 960}},
-    {"lblPics", -1, Label, "contstep(8)", {4320, 4140, 2160, 300}, "0/4"},
+    {"lblPicsTitle", -1, Label, "contstep(8)", {4320, 4140, 1560, 300}, "Gewählt:", "L4776"},
+    {"lblPics", -1, Label, "contstep(8)", {5940, 4140, 540, 300}, "0/4"},
     {"cmdViwPic", -1, Button, "contstep(8)", {4320, 4500, 2160, 480}, "Bild &vergrößern", "L4774"},
 };
 
 constexpr ControlRow entry_page[] = {
     {"lblHeading", 9, Label, "contstep(9)", heading, "Eingabe", "L4710"},
     {"lblPurpose", 9, Label, "contstep(9)", purpose, "Wie möchten Sie Ihre Werte am liebsten eingeben?", "L4730"},
-    {"optDataEntry", 0, OptionButton, "contstep(9)", {120, 1500, 6360, 420}, "Detaillierte Eingabe", "L4777"},
+    {"optDataEntry", 0, OptionButton, "contstep(9)", {120, 1440, 6360, 480}, "Detaillierte Eingabe", "L4777"},
     {"lblDataEntry", 0, Label, "contstep(9)", {420, 1920, 6060, 720}, "Jeder Wert mit allen Einzelheiten.", "L4780"},
-    {"optDataEntry", 1, OptionButton, "contstep(9)", {120, 2760, 6360, 420}, "Eingabe in Tabelle", "L4778"},
+    {"optDataEntry", 1, OptionButton, "contstep(9)", {120, 2700, 6360, 480}, "Eingabe in Tabelle", "L4778"},
     {"lblDataEntry", 1, Label, "contstep(9)", {420, 3180, 6060, 720}, "Viele Werte schnell untereinander.", "L4781"},
-    {"optDataEntry", 2, OptionButton, "contstep(9)", {120, 4020, 6360, 420}, "Tagebucheingabe", "L4779"},
+    {"optDataEntry", 2, OptionButton, "contstep(9)", {120, 3960, 6360, 480}, "Tagebucheingabe", "L4779"},
     {"lblDataEntry", 2, Label, "contstep(9)", {420, 4440, 6060, 720}, "Ein Tag auf einem Blatt.", "L4782"},
 };
 
@@ -198,17 +204,17 @@ constexpr ControlRow sidebar_page[] = {
     {"lblPurpose", 12, Label, "contstep(12)", purpose, "Soll die Seitenleiste sichtbar sein?", "L4733"},
     {"optShowSideBar", 0, OptionButton, "contstep(12)", {120, 1440, 3120, 480}, "Seitenleiste aus", "L4789"},
     {"optShowSideBar", 1, OptionButton, "contstep(12)", {3360, 1440, 3120, 480}, "Seitenleiste an", "L4790"},
-    {"imgDiary", -1, Image, "contstep(12)", {120, 2040, 4320, 3240}, "Das Tagebuch", "L4791"},
-    {"imgSidebar", -1, Image, "contstep(12)", {120, 2040, 4320, 3240}, "Das Tagebuch mit Seitenleiste", "L4788"},
+    {"imgDiary", -1, Image, "contstep(12)", {120, 2040, 4320, 3240}, "Das Hauptfenster ohne Seitenleiste", "L4791"},
+    {"imgSidebar", -1, Image, "contstep(12)", {120, 2040, 4320, 3240}, "Das Hauptfenster mit Seitenleiste", "L4788"},
     {"imgSidebarMark", -1, Image, "contstep(12)", {120, 2040, 1080, 3240}, "Hervorhebung", "L4810", false},
 };
 
 constexpr ControlRow start_page[] = {
     {"lblHeading", 13, Label, "contstep(13)", heading, "Beim Start", "L4714"},
     {"lblPurpose", 13, Label, "contstep(13)", purpose, "Was soll das Programm nach dem Start zeigen?", "L4734"},
-    {"optShowStart", 0, OptionButton, "contstep(13)", {120, 1440, 6360, 360}, "Startseite", "L4793"},
-    {"optShowStart", 1, OptionButton, "contstep(13)", {120, 1860, 6360, 360}, "Patientenübersicht", "L4794"},
-    {"optShowStart", 2, OptionButton, "contstep(13)", {120, 2280, 6360, 360}, "Zuletzt verwendete Ansicht", "L4795"},
+    {"optShowStart", 0, OptionButton, "contstep(13)", {120, 1500, 6360, 360}, "Startseite", "L4793"},
+    {"optShowStart", 1, OptionButton, "contstep(13)", {120, 1920, 6360, 360}, "Patientenübersicht", "L4794"},
+    {"optShowStart", 2, OptionButton, "contstep(13)", {120, 2340, 6360, 360}, "Zuletzt verwendete Ansicht", "L4795"},
     {"imgStart", -1, Image, "contstep(13)", {120, 2820, 3360, 2520}, "Das Hauptfenster nach dem Start", "L4796"},
     {"imgStartMark", -1, Image, "contstep(13)", {960, 3240, 2520, 2100}, "Hervorhebung", "L4810", false},
 };
@@ -216,20 +222,20 @@ constexpr ControlRow start_page[] = {
 constexpr ControlRow navigation_tip[] = {
     {"lblHeading", 14, Label, "contstep(14)", heading, "Tipp: Navigationsleiste", "L4715"},
     {"lblPurpose", 14, Label, "contstep(14)", purpose, "Ein Klick auf ein Symbol wechselt den Bereich.", "L4735"},
-    {"imgNavBar", 0, Image, "contstep(14)", {120, 1500, 4800, 3600}, "Die Navigationsleiste des Tagebuchs", "L4804"},
-    {"imgNavBar", 1, Image, "contstep(14)", {120, 1500, 4800, 3600}, "Die Navigationsleiste des Tagebuchs", "L4804", false},
-    {"imgNavBar", 2, Image, "contstep(14)", {120, 1500, 4800, 3600}, "Die Navigationsleiste des Tagebuchs", "L4804", false},
-    {"imgNavBar", 3, Image, "contstep(14)", {120, 1500, 4800, 3600}, "Die Navigationsleiste des Tagebuchs", "L4804", false},
-    {"imgNavBar", 4, Image, "contstep(14)", {120, 1500, 4800, 3600}, "Die Navigationsleiste des Tagebuchs", "L4804", false},
+    {"imgNavBar", 0, Image, "contstep(14)", {120, 1500, 4800, 3600}, "Die Navigationsleiste des Programms", "L4804"},
+    {"imgNavBar", 1, Image, "contstep(14)", {120, 1500, 4800, 3600}, "Die Navigationsleiste des Programms", "L4804", false},
+    {"imgNavBar", 2, Image, "contstep(14)", {120, 1500, 4800, 3600}, "Die Navigationsleiste des Programms", "L4804", false},
+    {"imgNavBar", 3, Image, "contstep(14)", {120, 1500, 4800, 3600}, "Die Navigationsleiste des Programms", "L4804", false},
+    {"imgNavBar", 4, Image, "contstep(14)", {120, 1500, 4800, 3600}, "Die Navigationsleiste des Programms", "L4804", false},
     {"imgCursorHand", -1, Image, "contstep(14)", {615, 1800, 480, 480}, "Mauszeiger", "L4807"},
 };
 
 constexpr ControlRow splits_tip[] = {
     {"lblHeading", 15, Label, "contstep(15)", heading, "Tipp: Geteiltes Fenster", "L4716"},
     {"lblPurpose", 15, Label, "contstep(15)", purpose, "Zwei Ansichten können nebeneinander stehen.", "L4736"},
-    {"imgSplitWindow", 0, Image, "contstep(15)", {120, 1440, 4320, 3240}, "Ein geteiltes Fenster des Tagebuchs", "L4805"},
-    {"imgSplitWindow", 1, Image, "contstep(15)", {120, 1440, 4320, 3240}, "Ein geteiltes Fenster des Tagebuchs", "L4805", false},
-    {"imgSplitWindow", 2, Image, "contstep(15)", {120, 1440, 4320, 3240}, "Ein geteiltes Fenster des Tagebuchs", "L4805", false},
+    {"imgSplitWindow", 0, Image, "contstep(15)", {120, 1440, 4320, 3240}, "Ein geteiltes Fenster des Programms", "L4805"},
+    {"imgSplitWindow", 1, Image, "contstep(15)", {120, 1440, 4320, 3240}, "Ein geteiltes Fenster des Programms", "L4805", false},
+    {"imgSplitWindow", 2, Image, "contstep(15)", {120, 1440, 4320, 3240}, "Ein geteiltes Fenster des Programms", "L4805", false},
     {"imgSplitBtn", -1, Image, "contstep(15)", {4080, 1620, 240, 240}, "Schaltfläche zum Teilen", "L4816"},
     {"imgcursorHand2", -1, Image, "contstep(15)", {4080, 1740, 480, 480}, "Mauszeiger", "L4807"},
     {"lblSplitDesc", -1, Label, "contstep(15)", {120, 4740, 6360, 660}, "Die Schaltfläche am Rand teilt das Fenster.", "L4873"},
@@ -238,10 +244,10 @@ constexpr ControlRow splits_tip[] = {
 constexpr ControlRow statistics_tip[] = {
     {"lblHeading", 16, Label, "contstep(16)", heading, "Tipp: Statistikfenster", "L4717"},
     {"lblPurpose", 16, Label, "contstep(16)", purpose, "Das Statistikfenster lässt sich frei verschieben.", "L4737"},
-    {"imgStatWindow", 0, Image, "contstep(16)", {120, 1440, 4320, 3240}, "Das Statistikfenster des Tagebuchs", "L4806"},
-    {"imgStatWindow", 1, Image, "contstep(16)", {120, 1440, 4320, 3240}, "Das Statistikfenster des Tagebuchs", "L4806", false},
-    {"imgStatWindow", 2, Image, "contstep(16)", {120, 1440, 4320, 3240}, "Das Statistikfenster des Tagebuchs", "L4806", false},
-    {"imgStatWindow", 3, Image, "contstep(16)", {120, 1440, 4320, 3240}, "Das Statistikfenster des Tagebuchs", "L4806", false},
+    {"imgStatWindow", 0, Image, "contstep(16)", {120, 1440, 4320, 3240}, "Das Statistikfenster des Programms", "L4806"},
+    {"imgStatWindow", 1, Image, "contstep(16)", {120, 1440, 4320, 3240}, "Das Statistikfenster des Programms", "L4806", false},
+    {"imgStatWindow", 2, Image, "contstep(16)", {120, 1440, 4320, 3240}, "Das Statistikfenster des Programms", "L4806", false},
+    {"imgStatWindow", 3, Image, "contstep(16)", {120, 1440, 4320, 3240}, "Das Statistikfenster des Programms", "L4806", false},
     {"imgMouseHand3", -1, Image, "contstep(16)", {600, 1800, 480, 480}, "Mauszeiger", "L4807"},
     {"lblStatdesc", -1, Label, "contstep(16)", {120, 4740, 6360, 660}, "Ziehen Sie das Statistikfenster an die gewünschte Stelle.", "L4876"},
 };
