@@ -163,9 +163,10 @@ def navbar(number):
 
 def view(draw, icon, left, right):
     """A view with a head of its own; the split button takes the right end of the head."""
-    head = rect(left, 0, right - left, HEAD, 0, WHITE) + line(left, HEAD, right, HEAD, LINE)
+    head = rect(left, 0, right - left, HEAD, 0, DEEP)
     start = left + (34 if left else 20)
-    head += at(start, HEAD / 2, icon(TEAL), scale=0.9) + rect(start + 16, HEAD / 2 - 3, 50, 6, 3, MIST)
+    head += at(start, HEAD / 2, icon(WHITE, DEEP), scale=0.9)
+    head += rect(start + 16, HEAD / 2 - 3, 50, 6, 3, WHITE, fill_opacity=0.55)
     return head + draw(left + 10, HEAD + 10, right - left - 20, INNER_HEIGHT - HEAD - 20)
 
 
