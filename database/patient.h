@@ -13,8 +13,8 @@ namespace database {
 struct PatientRecord {
   std::int16_t id = 0;
   std::string firstname, name, street, zip, city, phone, fax;
-  std::int16_t therapy =
-      0;  ///< 1 conventional, 2 intensified, 3 pump, 4 insulin and tablets, 5 without insulin; 0 none
+  /// 1 conventional, 2 intensified, 3 pump, 4 insulin and tablets, 5 without insulin; 0 none.
+  std::int16_t therapy = 0;
   std::optional<engine::Date> birthday;  ///< nothing: not entered
   std::uint8_t gender = 0;               ///< 0 female, 1 male
   std::string email;

@@ -38,7 +38,7 @@ inline constexpr int no_object = 91;
 /// Label of the procedure entered last, module label + "!" + procedure name; empty before the first.
 const std::string& current_procedure_label() noexcept;
 
-/// Told of every statement that was passed over. Must not throw.
+/// Told of every statement that was passed over. Must not raise.
 using SkippedStatementListener = std::function<void(std::string_view label, const RuntimeError& error)>;
 
 /// Replaces the listener (none by default) and returns the one before.

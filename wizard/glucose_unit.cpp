@@ -9,8 +9,6 @@ namespace wizard {
 
 namespace {
 
-constexpr double mg_dl_per_mmol_l = 18.016;
-
 std::optional<std::int16_t> whole_number(double value) {
   const double rounded = support::round_half_even(value);
   using Limits = std::numeric_limits<std::int16_t>;
@@ -25,7 +23,7 @@ std::string_view unit_caption(GlucoseUnit unit) noexcept { return unit == Glucos
 std::optional<std::int16_t> in_mg_dl(std::string_view text, GlucoseUnit unit) {
   const auto number = support::parse_number(text);
   if (!number) return std::nullopt;
-  return whole_number(unit == GlucoseUnit::MgDl ? *number : *number * mg_dl_per_mmol_l);
+  return whole_number(unit == GlucoseUnit::MgDl ? *number : *number * support::mg_dl_per_mmol_l);
 }
 
 std::optional<std::string> converted(std::string_view text, GlucoseUnit to) {

@@ -28,11 +28,13 @@ class Arguments {
   Arguments(std::span<const Option> options, std::span<const std::string> words);
 
   bool has(std::string_view option) const;
+  /// Nothing where the option is not given; empty for a switch.
   std::optional<std::string> value(std::string_view option) const;
-  /// The option as a whole number of this range, `fallback` where it is not given; any other text is a UsageError.
+  /// The option as a whole number of this range, `fallback` where it is not given. Raises UsageError for any other
+  /// text.
   std::int32_t number(std::string_view option, std::int32_t fallback, std::int32_t least, std::int32_t most) const;
   const std::vector<std::string>& operands() const noexcept { return operands_; }
-  /// UsageError unless the count of operands is in this range; `usage` says what is expected.
+  /// Raises UsageError unless the count of operands is in this range; `usage` says what is expected.
   void expect_operands(std::size_t least, std::size_t most, std::string_view usage) const;
 
  private:

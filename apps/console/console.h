@@ -23,7 +23,7 @@ struct Console {
   std::ostream& err;
   /// Value of an environment variable; nothing where it is not set.
   std::function<std::optional<std::string>(std::string_view name)> environment;
-  /// The folder that the program's file lies in, a path of this host; empty where it is not known.
+  /// The folder that the program's file lies in, a host path; empty where it is not known.
   std::string program_folder;
   bool err_is_terminal = false;
   /// Where answers are read from; null where nobody answers.
@@ -43,7 +43,7 @@ class InputError : public std::runtime_error {
   using std::runtime_error::runtime_error;
 };
 
-/// Runs `body` and returns its exit code. What it throws is told on the error stream: a UsageError with a pointer to
+/// Runs `body` and returns its exit code. What it raises is told on the error stream: a UsageError with a pointer to
 /// "`program` --help" (exit_usage), an InputError as it is (exit_usage), a RuntimeError as "error NUMBER: text"
 /// (exit_failed).
 int run_guarded(Console& console, std::string_view program, const std::function<int()>& body);

@@ -14,7 +14,7 @@ namespace console {
 inline constexpr Option journal_option{"--journal", "FILE",
                                        "Keep an error journal: which statements were passed over."};
 
-/// The journal to `file` (a path of this host) where it is given and not empty, else to the one that the key "journal"
+/// The journal to `file` (a host path) where it is given and not empty, else to the one that the key "journal"
 /// in the section "setup" of "setup.ini" names: a Windows path, a relative one from `folder`, the installation's (a
 /// Windows path with its trailing backslash; empty where it is not known). Null where neither is there: no journal.
 std::unique_ptr<support::ErrorJournal> open_journal(std::string_view program, const std::optional<std::string>& file,

@@ -2,12 +2,8 @@
 
 #include <algorithm>
 #include <array>
-#include <filesystem>
-#include <fstream>
 
-#include "apps/firststeps_batch/report.h"
 #include "support/common_code.h"
-#include "support/encoding.h"
 
 namespace firststeps {
 namespace {
@@ -64,15 +60,6 @@ Options read_options(std::string_view command_line) {
   if (!found.program_folder.empty() && !found.program_folder.ends_with('\\')) found.program_folder += '\\';
   found.command_line = without_quotes(support::trim(command_line));
   return found;
-}
-
-bool write_report(const Options& options, const wizard::FinishReport& report) {
-  if (options.report.empty()) return true;
-  std::ofstream file(std::filesystem::path(support::utf16_from_utf8(options.report)), std::ios::binary);
-  firststeps_batch::RunReport run;
-  run.finish = report;
-  firststeps_batch::write_text(file, run);
-  return static_cast<bool>(file.flush());
 }
 
 }  // namespace firststeps

@@ -5,8 +5,6 @@
 #include <string>
 #include <string_view>
 
-#include "wizard/finish_report.h"
-
 namespace firststeps {
 
 struct Options {
@@ -20,8 +18,5 @@ struct Options {
 /// Reads the options; a word that is none of them begins the rest. A value with blanks stands in quotes, and so may the
 /// rest as a whole.
 Options read_options(std::string_view command_line);
-
-/// Writes the report where one was asked for. False when it could not be written.
-bool write_report(const Options& options, const wizard::FinishReport& report);
 
 }  // namespace firststeps

@@ -7,7 +7,7 @@
 
 #include "apps/console/journal.h"
 #include "apps/firststeps/options.h"
-#include "apps/firststeps/problems.h"
+#include "apps/firststeps/outcome.h"
 #include "apps/ports/host_ports.h"
 #include "support/host.h"
 #include "support/win32/wide.h"
@@ -27,7 +27,7 @@ std::string program_folder() {
 /// True where everything was written, the report included; otherwise the user has been told what is missing.
 bool conclude(const firststeps::Options& options, const wizard::frmAssistantFirstSteps& assistant,
               wizard::UserPort& user) {
-  const bool reported = firststeps::write_report(options, assistant.report());
+  const bool reported = firststeps::write_report(options.report, assistant.report());
   const std::string problems = firststeps::problem_message(assistant.config(), assistant.report());
   if (problems.empty()) return reported;
   user.message_box(problems, MB_OK | MB_ICONEXCLAMATION | MB_SYSTEMMODAL, assistant.config().Productname);

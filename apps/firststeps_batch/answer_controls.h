@@ -3,7 +3,7 @@
 //
 //   text box           name=text                    option buttons   name=index of the chosen one
 //   drop-down list     name=item data, or its text  charts           name=key|key, all others unticked
-//   list with text     name=any text                folder button    name(index)=folder on this host
+//   list with text     name=any text                folder button    name(index)=folder, a host path
 #pragma once
 
 #include "apps/firststeps_batch/answers.h"
@@ -12,11 +12,12 @@
 
 namespace firststeps_batch {
 
-/// Raises console::InputError for the first page or control that the form does not have, or that takes no answers.
+/// Raises console::InputError for the first page or control that the form does not have, or that takes no answer.
 void check_names(const form::Form& form, const Answers& answers);
 
-/// Applies one page's answers in their order, on the page that is shown. Raises InputError for a value that its control
-/// does not take, and for a control that is hidden or disabled then; PageRefused where the page itself says no.
+/// Applies one page's answers in their order, on the page that is shown. Raises console::InputError for a value that
+/// its control does not take, and for a control that is hidden or disabled then; PageRefused where the page itself says
+/// no.
 void apply(wizard::frmAssistantFirstSteps& assistant, BatchUser& user, const Answers& answers, const PageAnswers& page);
 
 }  // namespace firststeps_batch

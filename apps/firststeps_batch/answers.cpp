@@ -5,21 +5,16 @@
 #include <optional>
 
 #include "apps/console/console.h"
+#include "support/common_code.h"
 #include "support/encoding.h"
 #include "support/file_system.h"
 
 namespace firststeps_batch {
 namespace {
 
-constexpr std::string_view byte_order_mark = "\xEF\xBB\xBF";
+constexpr std::string_view blanks = " \t\r";
 constexpr std::uint64_t size_limit = 1 << 20;
 constexpr int largest_index = 999;
-
-std::string_view without_blanks(std::string_view text) {
-  const std::size_t first = text.find_first_not_of(" \t\r");
-  if (first == std::string_view::npos) return {};
-  return text.substr(first, text.find_last_not_of(" \t\r") - first + 1);
-}
 
 std::string_view without_quotes(std::string_view text) {
   const bool quoted = text.size() >= 2 && (text.front() == '"' || text.front() == '\'') && text.back() == text.front();
@@ -27,7 +22,7 @@ std::string_view without_quotes(std::string_view text) {
 }
 
 std::string utf8_content(std::string_view content) {
-  if (content.starts_with(byte_order_mark)) content.remove_prefix(byte_order_mark.size());
+  content = support::without_byte_order_mark(content);
   return support::is_utf8(content) ? std::string(content) : support::utf8_from_cp1252(content);
 }
 
@@ -35,11 +30,11 @@ std::string utf8_content(std::string_view content) {
 std::optional<Answer> answer_of_key(std::string_view key) {
   Answer answer;
   const std::size_t bracket = key.find('(');
-  answer.control = without_blanks(key.substr(0, bracket));
+  answer.control = support::strip(key.substr(0, bracket), blanks);
   if (answer.control.empty()) return std::nullopt;
   if (bracket == std::string_view::npos) return answer;
   if (key.back() != ')') return std::nullopt;
-  const std::string_view digits = without_blanks(key.substr(bracket + 1, key.size() - bracket - 2));
+  const std::string_view digits = support::strip(key.substr(bracket + 1, key.size() - bracket - 2), blanks);
   const char* end = digits.data() + digits.size();
   const auto [stop, problem] = std::from_chars(digits.data(), end, answer.index);
   if (problem != std::errc() || stop != end || answer.index < 0 || answer.index > largest_index) return std::nullopt;
@@ -54,7 +49,7 @@ class Parser {
     while (!content.empty()) {
       const std::size_t end = content.find('\n');
       ++line_;
-      take(without_blanks(content.substr(0, end)));
+      take(support::strip(content.substr(0, end), blanks));
       content.remove_prefix(end == std::string_view::npos ? content.size() : end + 1);
     }
     return std::move(result_);
@@ -68,7 +63,7 @@ class Parser {
 
   void take_section(std::string_view line) {
     if (line.back() != ']') fail("a page name needs its \"]\"");
-    const std::string_view page = without_blanks(line.substr(1, line.size() - 2));
+    const std::string_view page = support::strip(line.substr(1, line.size() - 2), blanks);
     const auto same = [&](const PageAnswers& other) { return support::equal_ignoring_case(other.page, page); };
     if (page.empty()) fail("the page name is empty");
     if (std::ranges::any_of(result_.pages, same)) fail("the page " + std::string(page) + " stands here a second time");
@@ -79,12 +74,12 @@ class Parser {
     const std::size_t equals = line.find('=');
     if (equals == std::string_view::npos) fail("neither a page, nor an answer, nor a comment: " + std::string(line));
     if (result_.pages.empty()) fail("an answer before the first page");
-    std::optional<Answer> answer = answer_of_key(without_blanks(line.substr(0, equals)));
+    std::optional<Answer> answer = answer_of_key(support::strip(line.substr(0, equals), blanks));
     if (!answer) fail("no name of a control: " + std::string(line.substr(0, equals)));
     std::vector<Answer>& answers = result_.pages.back().answers;
     const auto same = [&](const Answer& other) { return support::equal_ignoring_case(other.key(), answer->key()); };
     if (std::ranges::any_of(answers, same)) fail(answer->key() + " is answered a second time");
-    answer->value = without_quotes(without_blanks(line.substr(equals + 1)));
+    answer->value = without_quotes(support::strip(line.substr(equals + 1), blanks));
     answer->line = line_;
     answers.push_back(*std::move(answer));
   }

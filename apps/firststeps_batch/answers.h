@@ -32,7 +32,7 @@ struct Answers {
 /// console::InputError that names file and line.
 Answers parse_answers(std::string_view content, std::string_view name);
 
-/// Reads the file, a path of this host, and parses it. InputError where it cannot be read or is larger than 1 MiB.
+/// Reads the file and parses it. Raises InputError, too, where it cannot be read or is larger than 1 MiB.
 Answers read_answers(std::string_view host_path);
 
 }  // namespace firststeps_batch

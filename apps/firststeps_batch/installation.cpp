@@ -1,9 +1,8 @@
 #include "apps/firststeps_batch/installation.h"
 
-#include <filesystem>
-
 #include "database/open_database.h"
 #include "support/host.h"
+#include "support/host_path.h"
 
 namespace firststeps_batch {
 namespace {
@@ -33,7 +32,7 @@ void check_settings_files(const std::string& folder) {
 
 void check_folder(const std::string& folder) {
   std::error_code problem;
-  const std::filesystem::directory_iterator listing(std::u8string(folder.begin(), folder.end()), problem);
+  const std::filesystem::directory_iterator listing(support::std_path(folder), problem);
   if (problem) throw console::InputError("The program folder " + folder + " cannot be read: " + problem.message());
 }
 

@@ -18,14 +18,14 @@ struct Installation {
 };
 
 /// The hive used where none is named, by platform: empty for the machine's own registry (Windows), else "registry.reg"
-/// in the installation's folder. Paths of this host.
+/// in the installation's folder. Host paths.
 std::string default_hive(std::string_view folder);
 
 /// Raises InputError that names the folder, ini file or hive that is missing or damaged.
 Installation find_installation(const console::Arguments& arguments, const console::Console& console);
 
-/// Checks what start-up has found: the ini files in the installation's folder (InputError), and that the current
-/// patient database opens (RuntimeError with the engine's number and the file's name).
+/// Checks what start-up has found. Raises InputError for the ini files in the installation's folder, and the engine's
+/// number, with the file's name, where the current patient database does not open.
 void check_configuration(const wizard::InstallationConfig& config);
 
 }  // namespace firststeps_batch

@@ -19,7 +19,7 @@ std::unique_ptr<support::IniFiles> read_only(const support::IniFiles& files);
 std::unique_ptr<support::FileSystem> read_only(const support::FileSystem& files);
 
 using OpenEngine = std::function<std::unique_ptr<engine::Engine>(std::string_view identifier)>;
-/// Creating a database is error 3027; databases are opened read-only.
+/// Creating a database raises 3027; databases are opened read-only.
 OpenEngine read_only(OpenEngine open_engine);
 
 }  // namespace firststeps_batch

@@ -11,7 +11,8 @@
 namespace firststeps_batch {
 
 /// Answers each page as it is shown and presses Next, until the last page is answered; nothing is written yet. Returns
-/// the pages of the file that were not shown. Raises PageRefused with page and message, and InputError for an answer.
+/// the pages of the file that were not shown. Raises PageRefused with page and message, and console::InputError
+/// for an answer.
 std::vector<std::string> walk_to_last_page(wizard::frmAssistantFirstSteps& assistant, BatchUser& user,
                                            const Answers& answers);
 

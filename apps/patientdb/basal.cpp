@@ -7,14 +7,8 @@
 namespace patientdb {
 namespace {
 
-constexpr std::string_view usage =
-    "FILE --from D --until D [--time-from T] [--time-until T] [--weekdays LIST] [--json]";
-
-constexpr console::Option options[] = {from_option,     until_option, time_from_option,     time_until_option,
-                                       weekdays_option, json_option,  password_file_option, console::help_option};
-
 int run(const console::Arguments& arguments, console::Console& console) {
-  arguments.expect_operands(1, 1, usage);
+  arguments.expect_operands(1, 1, pump_period_usage);
   const database::PumpPeriod period = pump_period(arguments);
   const ToolEnvironment environment(arguments, console);
   const OpenDatabase open = open_database(arguments, console, Access::ReadOnly);
@@ -34,7 +28,8 @@ int run(const console::Arguments& arguments, console::Console& console) {
 
 }  // namespace
 
-const Command basal_command{"basal", usage,   "Tells how much basal insulin the pump delivered in a period.",
-                            "",      options, run};
+const Command basal_command{
+    "basal", pump_period_usage,   "Tells how much basal insulin the pump delivered in a period.",
+    "",      pump_period_options, run};
 
 }  // namespace patientdb

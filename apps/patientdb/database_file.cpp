@@ -10,9 +10,7 @@
 namespace patientdb {
 namespace {
 
-constexpr std::string_view byte_order_mark = "\xEF\xBB\xBF";
 constexpr std::uint64_t password_file_limit = 4096;
-constexpr std::size_t shortest_password = 3, longest_password = 20;
 
 }  // namespace
 
@@ -20,8 +18,7 @@ std::string password_from_file(const std::string& host_path) {
   const support::FileSystem& files = support::host_file_system();
   const std::optional<std::string> content = files.read(files.windows_path(host_path), password_file_limit);
   if (!content) throw console::InputError("The password file " + host_path + " cannot be read.");
-  std::string_view line = *content;
-  if (line.starts_with(byte_order_mark)) line.remove_prefix(byte_order_mark.size());
+  std::string_view line = support::without_byte_order_mark(*content);
   line = line.substr(0, line.find_first_of("\r\n"));
   if (line.empty()) {
     throw console::InputError("The first line of the password file " + host_path +
@@ -32,8 +29,10 @@ std::string password_from_file(const std::string& host_path) {
 }
 
 void check_new_password(std::string_view word) {
-  if (word.empty() || (word.size() >= shortest_password && word.size() <= longest_password)) return;
-  throw console::UsageError("A password has 3 to 20 characters.");
+  const std::size_t size = support::character_count(word);
+  if (size == 0 || (size >= database::shortest_password && size <= database::longest_password)) return;
+  throw console::UsageError("A password has " + std::to_string(database::shortest_password) + " to " +
+                            std::to_string(database::longest_password) + " characters.");
 }
 
 std::string password(const console::Arguments& arguments, const console::Console& console) {

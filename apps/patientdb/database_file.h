@@ -11,17 +11,17 @@
 
 namespace patientdb {
 
-/// The password for this run: --password-file, else PATIENTDB_PASSWORD, else the default one. Empty: none. InputError
-/// where the password file cannot be read or holds no password.
+/// The password for this run: --password-file, else PATIENTDB_PASSWORD, else the default one. Empty: none. Raises
+/// InputError where the password file cannot be read or holds no password.
 std::string password(const console::Arguments& arguments, const console::Console& console);
 
-/// The first line of a file; InputError where it cannot be read, is empty or no UTF-8.
+/// The first line of a file. Raises InputError where it cannot be read, is empty or no UTF-8.
 std::string password_from_file(const std::string& host_path);
 
-/// UsageError unless a new database may have this password; empty is none.
+/// Raises UsageError unless a new database may have this password: 3 to 20 characters, or none.
 void check_new_password(std::string_view word);
 
-/// The Windows path of a path on this host.
+/// The Windows path of a host path. Raises UsageError for an empty one.
 std::string database_path(std::string_view host_path);
 
 /// The engine must outlive its database.
@@ -32,7 +32,8 @@ struct OpenDatabase {
 
 enum class Access { ReadOnly, ReadWrite };
 
-/// Raises RuntimeError with the engine's number: 3024 no such file, 3031 wrong password, 3343 no database …
+/// Opens the first operand. Raises UsageError for an empty name, and what the engine raises: 3024 no such file, 3031
+/// wrong password, 3343 no database.
 OpenDatabase open_database(const console::Arguments& arguments, const console::Console& console, Access access);
 
 }  // namespace patientdb

@@ -11,7 +11,15 @@
 
 namespace patientdb {
 
-/// The option as a day, "YYYY-MM-DD"; nothing where it is not given. Any other text is a UsageError, as in all below.
+inline constexpr console::Option from_option{"--from", "D", "First day, YYYY-MM-DD."};
+inline constexpr console::Option until_option{"--until", "D", "Last day."};
+inline constexpr console::Option time_from_option{"--time-from", "T", "Earliest time of day, HH:MM or HH:MM:SS."};
+inline constexpr console::Option time_until_option{"--time-until", "T", "Latest time of day."};
+inline constexpr console::Option weekdays_option{"--weekdays", "LIST",
+                                                 "Weekday numbers 1 (Sunday) to 7 (Saturday), comma-separated."};
+
+/// The option as a day, "YYYY-MM-DD"; nothing where it is not given. Raises UsageError for any other text, as all
+/// below do.
 std::optional<engine::Date> day_argument(const console::Arguments& arguments, std::string_view option);
 
 /// The option as a time of day, "HH:MM" or "HH:MM:SS".

@@ -10,7 +10,7 @@ namespace patientdb {
 inline constexpr console::Option engine_option{"--engine", "NAME",
                                                "Who opens the file or makes it: auto (default), embedded, automation."};
 
-/// UsageError for a name that is none of these.
+/// Raises UsageError for a name that is none of these.
 engine::EngineFactory engine_of(const console::Arguments& arguments);
 
 }  // namespace patientdb

@@ -1,7 +1,5 @@
 #include "database/jet_import/import.h"
 
-#include <optional>
-
 #include "apps/console/text_table.h"
 #include "apps/patientdb/command.h"
 #include "apps/patientdb/database_file.h"

@@ -5,6 +5,7 @@
 #include "apps/patientdb/command.h"
 #include "apps/patientdb/database_file.h"
 #include "apps/patientdb/date_arguments.h"
+#include "apps/patientdb/patient_arguments.h"
 #include "apps/patientdb/tool_environment.h"
 #include "database/create_database.h"
 #include "database/index_database.h"
@@ -23,12 +24,12 @@ constexpr std::string_view details =
 
 constexpr console::Option options[] = {
     {"--data-dir", "DIR", "The folder with meters.mdb and, where they do not lie beside the index, the patients."},
-    {"--name", "N", "The patient's name."},
-    {"--firstname", "F", "The patient's first name."},
+    name_option,
+    firstname_option,
     {"--birthday", "D", "The patient's birthday, YYYY-MM-DD."},
     {"--external-id", "X", "The patient's number in another system."},
-    {"--diabetes-type", "T", "1 type 1, 2 type 2, 3 gestational, 4 other."},
-    {"--therapy", "T", "1 conventional, 2 intensified, 3 pump, 4 insulin and tablets, 5 without insulin."},
+    diabetes_type_option,
+    therapy_option,
     password_file_option,
     console::help_option,
 };
@@ -42,17 +43,13 @@ struct Call {
 
 database::PatientRecord patient_of(const Call& call) {
   const std::string& text = call.arguments.operands()[2];
-  database::PatientRecord patient;
+  database::PatientRecord patient = patient_argument(call.arguments);
   const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), patient.index_id);
   if (error != std::errc() || end != text.data() + text.size() || patient.index_id < 0) {
     throw console::UsageError("The patient's number is a whole number from 0, not \"" + text + "\".");
   }
-  patient.name = call.arguments.value("--name").value_or("");
-  patient.firstname = call.arguments.value("--firstname").value_or("");
   patient.birthday = day_argument(call.arguments, "--birthday");
   patient.external_id = call.arguments.value("--external-id").value_or("");
-  patient.typ = static_cast<std::int16_t>(call.arguments.number("--diabetes-type", 0, 1, 4));
-  patient.therapy = static_cast<std::int16_t>(call.arguments.number("--therapy", 0, 1, 5));
   return patient;
 }
 

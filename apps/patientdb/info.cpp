@@ -12,11 +12,6 @@ constexpr std::string_view usage = "FILE [--json]";
 
 constexpr console::Option options[] = {json_option, password_file_option, console::help_option};
 
-engine::Value date_value(const std::optional<engine::Date>& date) {
-  if (!date) return engine::Null{};
-  return *date;
-}
-
 struct Line {
   std::string_view name;
   engine::Value value;
@@ -29,12 +24,12 @@ std::vector<Line> lines_of(const database::VersionRecord& record) {
       {"MinVersion", std::int32_t{record.MinVersion}},
       {"Type", std::int32_t{record.Type}},
       {"Desc", record.Desc},
-      {"LastBackup", date_value(record.LastBackup)},
-      {"LastChanged", date_value(record.LastChanged)},
-      {"Created", date_value(record.Created)},
+      {"LastBackup", date_or_null(record.LastBackup)},
+      {"LastChanged", date_or_null(record.LastChanged)},
+      {"Created", date_or_null(record.Created)},
       {"LastUser", record.LastUser},
-      {"LastArchive", date_value(record.LastArchive)},
-      {"LastCompressed", date_value(record.LastCompressed)},
+      {"LastArchive", date_or_null(record.LastArchive)},
+      {"LastCompressed", date_or_null(record.LastCompressed)},
       {"lAvailableData", record.lAvailableData},
       {"sAvailableData", record.sAvailableData},
   };

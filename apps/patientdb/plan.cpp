@@ -18,10 +18,8 @@ constexpr console::Option options[] = {
     console::help_option,
 };
 
-std::string day(engine::Date date) { return engine::iso_text(date).substr(0, 10); }
-
 void write_text(std::ostream& out, const database::TherapyPlan& plan, const std::string& summary) {
-  out << "Plan " << plan.id << " of " << day(plan.vDate) << ", type " << plan.Type << '\n' << summary << "\n\n";
+  out << "Plan " << plan.id << " of " << day_text(plan.vDate) << ", type " << plan.Type << '\n' << summary << "\n\n";
   console::TextTable table;
   table.add_column("Type", console::TextTable::Align::Right);
   table.add_column("Value", console::TextTable::Align::Right);
@@ -36,7 +34,7 @@ void write_text(std::ostream& out, const database::TherapyPlan& plan, const std:
 
 void write_json_plan(std::ostream& out, const database::TherapyPlan& plan, const std::string& summary) {
   console::JsonWriter json(out);
-  json.begin_object().key("id").integer(plan.id).key("date").text(day(plan.vDate)).key("type").integer(plan.Type);
+  json.begin_object().key("id").integer(plan.id).key("date").text(day_text(plan.vDate)).key("type").integer(plan.Type);
   json.key("summary").text(summary).key("items").begin_array();
   for (const auto& item : plan.items) {
     json.begin_object().key("itemtype").integer(item.ItemType).key("itemvalue").number(item.ItemValue);

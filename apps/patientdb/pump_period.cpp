@@ -1,6 +1,5 @@
 #include "apps/patientdb/pump_period.h"
 
-#include "apps/patientdb/date_arguments.h"
 #include "database/query_filter.h"
 
 namespace patientdb {

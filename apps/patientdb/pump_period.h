@@ -1,19 +1,20 @@
-// The period of pump data that a command works on.
+// The period of pump data that a command works on, and the command line that tells it.
 #pragma once
 
-#include "apps/console/arguments.h"
+#include "apps/patientdb/command.h"
+#include "apps/patientdb/date_arguments.h"
 #include "database/pump_statistics.h"
 
 namespace patientdb {
 
-inline constexpr console::Option from_option{"--from", "D", "First day, YYYY-MM-DD."};
-inline constexpr console::Option until_option{"--until", "D", "Last day."};
-inline constexpr console::Option time_from_option{"--time-from", "T", "Earliest time of day, HH:MM or HH:MM:SS."};
-inline constexpr console::Option time_until_option{"--time-until", "T", "Latest time of day."};
-inline constexpr console::Option weekdays_option{"--weekdays", "LIST",
-                                                 "Weekday numbers 1 (Sunday) to 7 (Saturday), comma-separated."};
+inline constexpr std::string_view pump_period_usage =
+    "FILE --from D --until D [--time-from T] [--time-until T] [--weekdays LIST] [--json]";
 
-/// The period of the arguments, its days whole unless times are given. UsageError where the days are missing.
+inline constexpr console::Option pump_period_options[] = {from_option,          until_option,        time_from_option,
+                                                          time_until_option,    weekdays_option,     json_option,
+                                                          password_file_option, console::help_option};
+
+/// The period of the arguments, its days whole unless times are given. Raises UsageError where the days are missing.
 database::PumpPeriod pump_period(const console::Arguments& arguments);
 
 }  // namespace patientdb

@@ -7,25 +7,15 @@
 namespace patientdb {
 namespace {
 
-constexpr std::string_view usage =
-    "FILE --from D --until D [--time-from T] [--time-until T] [--weekdays LIST] [--json]";
-
-constexpr console::Option options[] = {from_option,     until_option, time_from_option,     time_until_option,
-                                       weekdays_option, json_option,  password_file_option, console::help_option};
-
 struct Line {
   std::string_view key, title;
   engine::Value value;
 };
 
-engine::Value moment(const std::optional<engine::Date>& date) {
-  return date ? engine::Value(*date) : engine::Value(engine::Null{});
-}
-
 std::vector<Line> lines_of(const database::PumpStatistics& statistics) {
   return {
-      {"first", "First entry", moment(statistics.first)},
-      {"last", "Latest end", moment(statistics.last)},
+      {"first", "First entry", date_or_null(statistics.first)},
+      {"last", "Latest end", date_or_null(statistics.last)},
       {"minutes", "Minutes", statistics.span_minutes},
       {"basal_days", "Days with basal rates", statistics.basal_days},
       {"basal_entries", "Basal rates", statistics.basal_entries},
@@ -71,7 +61,7 @@ void write_json_object(std::ostream& out, const database::PumpStatistics& statis
 }
 
 int run(const console::Arguments& arguments, console::Console& console) {
-  arguments.expect_operands(1, 1, usage);
+  arguments.expect_operands(1, 1, pump_period_usage);
   const database::PumpPeriod period = pump_period(arguments);
   const ToolEnvironment environment(arguments, console);
   const OpenDatabase open = open_database(arguments, console, Access::ReadOnly);
@@ -83,6 +73,7 @@ int run(const console::Arguments& arguments, console::Console& console) {
 
 }  // namespace
 
-const Command pump_stats_command{"pump-stats", usage, "Gathers what the pump delivered in a period.", "", options, run};
+const Command pump_stats_command{"pump-stats", pump_period_usage,   "Gathers what the pump delivered in a period.",
+                                 "",           pump_period_options, run};
 
 }  // namespace patientdb

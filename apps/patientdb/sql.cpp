@@ -118,8 +118,7 @@ std::vector<ScriptStatement> read_script(const std::string& host_path) {
   const support::FileSystem& files = support::host_file_system();
   const std::optional<std::string> content = files.read(files.windows_path(host_path), script_limit);
   if (!content) throw console::InputError("The script " + host_path + " cannot be read, or is larger than 256 MiB.");
-  std::string_view text = *content;
-  if (text.starts_with("\xEF\xBB\xBF")) text.remove_prefix(3);
+  const std::string_view text = support::without_byte_order_mark(*content);
   if (!support::is_utf8(text)) throw console::InputError("The script " + host_path + " is not UTF-8.");
   return split_script(text);
 }

@@ -13,11 +13,11 @@ constexpr std::string_view usage =
 
 constexpr console::Option options[] = {
     {"--mask", "M", "The categories: bit n selects category n; -1, the default, all."},
-    {"--from", "D", "First day, YYYY-MM-DD."},
-    {"--until", "D", "Last day."},
-    {"--time-from", "T", "Earliest time of day, HH:MM or HH:MM:SS; only with days."},
-    {"--time-until", "T", "Latest time of day."},
-    {"--weekdays", "LIST", "Weekday numbers 1 (Sunday) to 7 (Saturday), comma-separated."},
+    from_option,
+    until_option,
+    {time_from_option.name, "T", "Earliest time of day, HH:MM or HH:MM:SS; only with days."},
+    time_until_option,
+    weekdays_option,
     {"--import-id", "N", "Rows of this import only."},
     json_option,
     password_file_option,
@@ -27,15 +27,13 @@ constexpr console::Option options[] = {
 database::AvailabilityRequest request_of(const console::Arguments& arguments) {
   database::AvailabilityRequest request;
   request.categories = arguments.number("--mask", -1, INT32_MIN, INT32_MAX);
-  request.days = day_range(arguments, "--from", "--until");
-  request.times = time_range(arguments, "--time-from", "--time-until");
+  request.days = day_range(arguments, from_option.name, until_option.name);
+  request.times = time_range(arguments, time_from_option.name, time_until_option.name);
   if (request.times && !request.days) throw console::UsageError("Times of day need --from and --until.");
-  request.weekdays = weekdays_argument(arguments, "--weekdays");
+  request.weekdays = weekdays_argument(arguments, weekdays_option.name);
   request.import_id = arguments.number("--import-id", -1, 0, INT32_MAX);
   return request;
 }
-
-std::string day(engine::Date date) { return engine::iso_text(date).substr(0, 10); }
 
 void write_text(std::ostream& out, const std::vector<database::Availability>& found) {
   using Align = console::TextTable::Align;
@@ -44,8 +42,8 @@ void write_text(std::ostream& out, const std::vector<database::Availability>& fo
   for (const std::string_view title : {"First day", "Last day"}) table.add_column(title);
   table.add_column("Checksum", Align::Right);
   for (const auto& entry : found) {
-    table.add_row({std::to_string(entry.category), std::to_string(entry.count), day(entry.first), day(entry.last),
-                   entry.checksum ? console::plain_number(*entry.checksum) : ""});
+    table.add_row({std::to_string(entry.category), std::to_string(entry.count), day_text(entry.first),
+                   day_text(entry.last), entry.checksum ? console::plain_number(*entry.checksum) : ""});
   }
   table.write(out);
 }
@@ -55,7 +53,7 @@ void write_json_lines(std::ostream& out, const std::vector<database::Availabilit
   json.begin_array();
   for (const auto& entry : found) {
     json.begin_object().key("typ").integer(entry.category).key("count").integer(entry.count);
-    json.key("first").text(day(entry.first)).key("last").text(day(entry.last)).key("checksum");
+    json.key("first").text(day_text(entry.first)).key("last").text(day_text(entry.last)).key("checksum");
     entry.checksum ? json.number(*entry.checksum) : json.null();
     json.end_object();
   }

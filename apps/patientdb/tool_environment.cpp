@@ -17,15 +17,10 @@ ToolEnvironment::ToolEnvironment(const console::Arguments& arguments, const cons
   environment_.open_engine = engine_of(arguments);
 }
 
-SkippedStatementLines::SkippedStatementLines(std::ostream& err) {
-  before_ =
-      support::set_skipped_statement_listener([this, &err](std::string_view label, const support::RuntimeError& error) {
+SkippedStatementLines::SkippedStatementLines(std::ostream& err)
+    : watch_([this, &err](std::string_view label, const support::RuntimeError& error) {
         ++count_;
         err << label << ": error " << error.number() << ": " << error.what() << '\n';
-        if (before_) before_(label, error);
-      });
-}
-
-SkippedStatementLines::~SkippedStatementLines() { support::set_skipped_statement_listener(std::move(before_)); }
+      }) {}
 
 }  // namespace patientdb

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <memory>
+#include <ostream>
 
 #include "apps/console/arguments.h"
 #include "apps/console/console.h"
@@ -26,14 +27,11 @@ class ToolEnvironment {
 class SkippedStatementLines {
  public:
   explicit SkippedStatementLines(std::ostream& err);
-  ~SkippedStatementLines();
-  SkippedStatementLines(const SkippedStatementLines&) = delete;
-  SkippedStatementLines& operator=(const SkippedStatementLines&) = delete;
   std::size_t count() const noexcept { return count_; }
 
  private:
   std::size_t count_ = 0;
-  support::SkippedStatementListener before_;
+  support::SkippedStatementWatch watch_;
 };
 
 }  // namespace patientdb

@@ -71,20 +71,14 @@ std::string save_copy(engine::Database& database, const std::string& path, const
 /// The last error that a procedure passed over, which is the one that ended it.
 class LastError {
  public:
-  LastError() {
-    before_ = support::set_skipped_statement_listener(
-        [this](std::string_view, const support::RuntimeError& error) { error_ = error; });
-  }
-  ~LastError() { support::set_skipped_statement_listener(std::move(before_)); }
-  LastError(const LastError&) = delete;
-  LastError& operator=(const LastError&) = delete;
   support::RuntimeError error() const {
     return error_.value_or(support::RuntimeError(51, "The record could not be written."));
   }
 
  private:
-  support::SkippedStatementListener before_;
   std::optional<support::RuntimeError> error_;
+  support::SkippedStatementWatch watch_{
+      [this](std::string_view, const support::RuntimeError& error) { error_ = error; }};
 };
 
 class Upgrader {

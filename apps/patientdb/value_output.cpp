@@ -28,6 +28,12 @@ struct JsonValue {
 
 std::string cell(const engine::Value& value) { return std::visit(CellText{}, value); }
 
+std::string day_text(engine::Date date) { return engine::iso_text(date).substr(0, 10); }
+
+engine::Value date_or_null(const std::optional<engine::Date>& date) {
+  return date ? engine::Value(*date) : engine::Value(engine::Null{});
+}
+
 void write_json(console::JsonWriter& json, const engine::Value& value) { std::visit(JsonValue{json}, value); }
 
 console::TextTable::Align alignment(engine::DataType type) {

@@ -2,6 +2,7 @@
 // locale.
 #pragma once
 
+#include <optional>
 #include <string>
 
 #include "apps/console/json_writer.h"
@@ -12,6 +13,12 @@ namespace patientdb {
 
 /// Null is "", Yes/No -1 or 0, a date "YYYY-MM-DD HH:MM:SS", a number its shortest text.
 std::string cell(const engine::Value& value);
+
+/// "YYYY-MM-DD".
+std::string day_text(engine::Date date);
+
+/// Null where there is no date.
+engine::Value date_or_null(const std::optional<engine::Date>& date);
 
 /// Null is null, a date a text.
 void write_json(console::JsonWriter& json, const engine::Value& value);

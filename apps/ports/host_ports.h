@@ -3,7 +3,7 @@
 
 #include <string>
 
-#include "wizard/assistant.h"
+#include "wizard/ports.h"
 
 namespace apps {
 

@@ -176,7 +176,7 @@ TEST_F(PatientDb, TakesThePasswordFromFileThenEnvironmentThenDefault) {
   EXPECT_THAT(content_of(plain), StartsWith("SQLite format 3"));
   EXPECT_THAT(content_of(own), Not(StartsWith("SQLite format 3")));
 
-  for (const char* unfit : {"ab", "123456789012345678901"}) {
+  for (const char* unfit : {"ab", "äb", "123456789012345678901"}) {
     const Environment environment{{"PATIENTDB_PASSWORD", unfit}};
     EXPECT_EQ(run_patientdb({"create", folder_.file("x.das")}, environment).code, 2) << unfit;
   }

@@ -93,6 +93,12 @@ TEST_F(UpgradeCommand, ShowsItsProgressOnATerminalOnly) {
   EXPECT_EQ(run({"upgrade", old_database(0), "--yes", "--no-backup"}).err, "");
 }
 
+TEST_F(UpgradeCommand, WritesWhatItPassesOverIntoTheJournal) {
+  const std::string journal = host(path("journal.txt"));
+  EXPECT_EQ(run({"upgrade", old_database(0), "--yes", "--no-backup", "--journal", journal}).code, 0);
+  EXPECT_THAT(read_file(path("journal.txt")), HasSubstr(" sql!db_WriteDBInfo 3"));
+}
+
 TEST_F(UpgradeCommand, TellsOfEveryFileThatItCannotUpgrade) {
   const std::string newer = old_database(58), foreign = old_database(57), text = path("text.das");
   const std::string next = std::to_string(current_minor_version + 1);

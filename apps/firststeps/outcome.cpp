@@ -1,6 +1,10 @@
-#include "apps/firststeps/problems.h"
+#include "apps/firststeps/outcome.h"
 
 #include <cstddef>
+#include <fstream>
+
+#include "apps/firststeps_batch/report.h"
+#include "support/host_path.h"
 
 namespace firststeps {
 
@@ -16,6 +20,15 @@ std::string problem_message(const wizard::InstallationConfig& config, const wiza
   if (count == 0) return {};
   if (count > most_lines) lines += "\r\n…";
   return config.text(4882) + "\r\n" + lines;
+}
+
+bool write_report(const std::string& file, const wizard::FinishReport& report) {
+  if (file.empty()) return true;
+  std::ofstream out(support::std_path(file), std::ios::binary);
+  firststeps_batch::RunReport run;
+  run.finish = report;
+  firststeps_batch::write_text(out, run);
+  return static_cast<bool>(out.flush());
 }
 
 }  // namespace firststeps
