@@ -22,7 +22,8 @@ TEST(GlucoseValues, AreConvertedWithTheTwoFactors) {
   }
   EXPECT_EQ(in_mg_dl("5,6", mmol), 101);
   EXPECT_EQ(in_mg_dl("100,5", mg), 100) << "halves to even";
-  EXPECT_EQ(in_mg_dl("40000", mg), std::nullopt);
+  EXPECT_EQ(in_mg_dl("32767", mg), 32767);
+  EXPECT_EQ(in_mg_dl("32768", mg), std::nullopt);
   EXPECT_EQ(in_mg_dl("x", mg), std::nullopt);
 }
 
@@ -56,6 +57,17 @@ TEST_F(Choices, TargetsArePresetInTheUnitOfTheRegistry) {
   EXPECT_EQ(control("optBGUnit", 1).value(), 1);
   EXPECT_THAT(targets(), ElementsAre("3,9 mmol/l", "8,3 mmol/l", "3,3 mmol/l", "9,4 mmol/l"));
   EXPECT_EQ(text("txtvorgabe", 5), "130");
+}
+
+TEST_F(Choices, EachTargetHasItsPreference) {
+  const std::pair<const char*, const char*> preferences[] = {
+      {"BGTargetFrom", "71"}, {"BGTargetUntil", "151"}, {"BGHypo", "51"},    {"BGHyper", "171"},
+      {"BPSysFrom", "101"},   {"BPSysUntil", "131"},    {"BPDiaFrom", "61"}, {"BPDiaUntil", "81"}};
+  for (const auto& [name, preferred] : preferences)
+    set_value(support::RootKey::CurrentUser, std::string(installation_key) + "\\PREFERENCES", name, preferred);
+  start();
+  int field = 0;
+  for (const auto& [name, preferred] : preferences) EXPECT_EQ(text("txtvorgabe", field++), preferred) << name;
 }
 
 TEST_F(Choices, OptionsArePresetFromTheRegistry) {
@@ -136,6 +148,9 @@ TEST_F(Charts, AreBuiltOnceFromTheCatalogue) {
 }
 
 TEST_F(Charts, LieThreeInARowAndScroll) {
+  std::string catalogue = "[setup]\ndisplay=INtro|pics|Fertig\n[CHARTS]\n";
+  for (int n = 0; n < 12; ++n) catalogue += "chart" + std::to_string(n) + "=1^2\n";
+  write("pelmar.ini", catalogue);
   start();
   next();
   const auto bounds = [&](int n) { return control("optThumb", n).bounds(); };
@@ -145,7 +160,9 @@ TEST_F(Charts, LieThreeInARowAndScroll) {
   EXPECT_EQ(bounds(3).left, bounds(0).left);
   EXPECT_GT(bounds(3).top, bounds(0).height);
   EXPECT_GE(control("picSlide").bounds().width, bounds(2).left + bounds(2).width);
+  EXPECT_GE(control("picSlide").bounds().height, bounds(11).top + bounds(11).height);
   const int maximum = control("vsbSlide").maximum();
+  EXPECT_GT(maximum, bounds(0).height);
   EXPECT_EQ(maximum, control("picSlide").bounds().height - control("picFrame").bounds().height);
   control("vsbSlide").set_value(maximum);
   wizard().change("vsbSlide");

@@ -1,4 +1,7 @@
 // What the finish writes, in which order, and what it leaves alone.
+#include <filesystem>
+
+#include "support/host.h"
 #include "tests/wizard/wizard_test.h"
 
 namespace wizard::testing {
@@ -67,6 +70,7 @@ TEST_F(Finish, ATypicalRunFromTheCommandLineToTheDatabaseAndBack) {
     EXPECT_EQ(preview.entries[n].name, wizard().report().entries[n].name);
     EXPECT_EQ(preview.entries[n].value, wizard().report().entries[n].value);
     EXPECT_FALSE(preview.entries[n].written);
+    EXPECT_EQ(preview.entries[n].problem + wizard().report().entries[n].problem, "") << preview.entries[n].name;
   }
   EXPECT_EQ(value(user_key, "BGUnit"), "1");
   EXPECT_EQ(value(std::string(user_key) + "\\DataEntry", "DefaultDataEntry"), "EDIT_QUICKENTRY");
@@ -185,12 +189,40 @@ TEST_F(Finish, TheProfessionalEditionReportsTheIndexThatItHadToCreate) {
   EXPECT_THAT(lines(wizard().report()), Contains(StartsWith("patient index (")));
 }
 
+/// The numbered names have no folder: they lie where the program runs.
+class InFolder {
+ public:
+  explicit InFolder(const std::string& windows_path) : before_(std::filesystem::current_path()) {
+    support::FileSystem& files = support::host_file_system();
+    EXPECT_TRUE(files.create_folder(windows_path));
+    const std::string host = files.host_path(windows_path);
+    std::filesystem::current_path(std::filesystem::path(std::u8string(host.begin(), host.end())));
+  }
+  ~InFolder() { std::filesystem::current_path(before_); }
+  InFolder(const InFolder&) = delete;
+  InFolder& operator=(const InFolder&) = delete;
+
+ private:
+  std::filesystem::path before_;
+};
+
 TEST_F(Finish, ANewFileNeverTakesAnExistingOnesPlace) {
   write("patients\\Muster_Max.das", "");
   start();
   enter_name();
   go_to("Fertig");
   EXPECT_THAT(lines(wizard().preview()), Contains("DataBaseName=_1. ()"));
+
+  const InFolder here{path("here")};
+  for (int number = 1; number <= 100; ++number) {
+    const std::string name = "_" + std::to_string(number) + ".";
+    EXPECT_THAT(lines(wizard().preview()), Contains("DataBaseName=" + name + " ()"));
+    write("here\\" + name, "somebody's data");
+  }
+  finish();
+  EXPECT_THAT(lines(wizard().report()), Contains("patient database (no name is free for the new database)"));
+  EXPECT_THAT(lines(wizard().report()), Not(Contains(StartsWith("patient="))));
+  EXPECT_EQ(read("here\\_100."), "somebody's data");
 }
 
 TEST_F(Finish, GoesOnWhereADatabaseCannotBeCreated) {
@@ -220,6 +252,15 @@ TEST_F(Finish, ASchemeThatChangedDiscardsToolbarsAndMenus) {
   ASSERT_GE(entries.size(), 3U);
   EXPECT_EQ(entries[entries.size() - 2].place, path("user\\a.tb"));
   EXPECT_EQ(entries.back().place, path("user\\b.mnu"));
+  EXPECT_TRUE(entries.back().written);
+
+  write("user\\d.mnu", "x");
+  user.recycles = false;
+  start("vantrix|known.das");
+  select("cbSchema", 0);
+  finish();
+  EXPECT_EQ(wizard().report().entries.back().place, path("user\\d.mnu"));
+  EXPECT_THAT(lines(wizard().report()), Contains(" (was not moved to the recycle bin)"));
 }
 
 class HomePage : public Finish {
@@ -246,10 +287,23 @@ class HomePage : public Finish {
 TEST_F(HomePage, HoldsTheChosenChartsInOrder) {
   set_value(support::RootKey::LocalMachine, "SOFTWARE\\Lumoraquant\\Pro", "PatientData", path("patients\\"));
   EXPECT_THAT(slots("CHART1=0|0|day|1\n", {0, 2}), ElementsAre("CHART1=0|0|day|1", "CHART2=||pie"));
-  EXPECT_THAT(slots("CHART1=a\nCHART2=1|2|odd\nCHART3=x|y|foreign\nCHART4=\n", {1}),
+  EXPECT_THAT(slots("CHART1=a\nCHART2=1|2|odd\nCHART3=x|y|foreign\nCHART4=\nCHART5=3|4\n", {1}),
               ElementsAre("CHART1=a||week", "CHART2=1|2|"))
       << "an unticked chart leaves, a foreign one stays, an empty slot stays empty";
   EXPECT_THAT(slots("CHART1=0|0|day|1\n", {}), ElementsAre("CHART1=0|0||1"));
+}
+
+TEST_F(HomePage, ReportsChartsWhereTheFileNamesNone) {
+  set_value(support::RootKey::LocalMachine, "SOFTWARE\\Lumoraquant\\Pro", "PatientData", path("patients\\"));
+  write("pelmar.ini", "[setup]\ndisplay=pics|Fertig\n[CHARTS]\nday=1^2\n");
+  write("patients\\index.mdb", "x");
+  for (const bool ticked : {false, true}) {
+    start("Pro");
+    tick(0, ticked);
+    finish();
+    EXPECT_EQ(wizard().report().complete(), !ticked);
+  }
+  EXPECT_THAT(lines(wizard().report()), Contains("charts (the file names no home page)"));
 }
 
 TEST_F(HomePage, StaysAsItIsWhereThePageWasNeverShown) {
@@ -263,19 +317,29 @@ TEST_F(HomePage, StaysAsItIsWhereThePageWasNeverShown) {
   EXPECT_EQ(read("home.ini"), content);
 }
 
-TEST_F(Finish, TheLastPageSumsUpTheChoices) {
-  texts->given[4831] = "Patient: %1";
-  texts->given[4839] = "Insulin: %1";
-  texts->given[4835] = "Ziel: %1 bis %2 %5";
-  texts->given[4847] = "Datei: %1";
+TEST_F(Finish, TheLastPageSumsUpEveryPagesChoices) {
+  for (long line = 4831; line < 4850; ++line) texts->given[line] = std::to_string(line) + " %1/%2/%3/%4/%5";
   texts->given[4850] = "keine";
+  write("pelmar.ini",
+        "[setup]\ndisplay=netpath|Maßeinheit|PatDat|Insulin|Medikamente|Therapie_BZ|Therapie_BP|Pics|Eingabe|"
+        "Darstellung|Schema|sidebar|start|Fertig\n[CHARTS]\nday=1^2\nweek=3^4\npie=5^6\n");
+  write("schemes.txt", "[a]\nDesc=A\n");
   start();
   enter_name("%2", "O'Hara");
+  select("cbDiabetesTyp", 2);
+  type("cbInsulin", "Actrapid", 0);
+  type("cbInsulin", "Lantus", 1);
+  go_to("Pics");
+  tick(0);
+  tick(2);
   go_to("Fertig");
   const std::string summary = text("lblSummary");
-  for (const std::string& line : {std::string("Patient: %2 O'Hara"), std::string("Insulin: keine"),
-                                  std::string("Ziel: 70 bis 150 mg/dl"), "Datei: " + path("patients\\O'Hara_%2.das")})
-    EXPECT_THAT(summary, ::testing::HasSubstr(line));
+  const std::string rest = "/%2/%3/%4/%5\r\n";
+  EXPECT_EQ(summary, "4849 " + path("patients\\") + rest + "4834 T4751" + rest + "4831 %2 O'Hara" + rest +
+                         "4832 T4812" + rest + "4833 keine" + rest + "4847 " + path("patients\\O'Hara_%2.das") + rest +
+                         "4839 Actrapid, Lantus" + rest + "4840 keine" + rest +
+                         "4835 70/150/50/170/mg/dl\r\n4838 100/130/70/90/mg/dl\r\n4841 T1, T5" + rest + "4842 T4777" +
+                         rest + "4843 T4784" + rest + "4844 A" + rest + "4845 T4789" + rest + "4846 T4794/%2/%3/%4/%5");
   back();
   go_to("Fertig");
   EXPECT_EQ(text("lblSummary"), summary);

@@ -18,12 +18,18 @@ class Therapy : public WizardTest {
     }
     return slots;
   }
-  std::vector<std::string> offered(int slot) {
+  std::vector<std::string> offered(std::string_view list, int slot = -1) {
     std::vector<std::string> names;
-    for (const auto& item : control("cbInsulin", slot).items()) names.push_back(item.text);
+    for (const auto& item : control(list, slot).items()) names.push_back(item.text);
     return names;
   }
 };
+
+TEST_F(Therapy, FourTypesAndFiveTherapiesAreToChooseFrom) {
+  start();
+  EXPECT_THAT(offered("cbDiabetesTyp"), ElementsAre("T4811", "T4812", "T4813", "T4814"));
+  EXPECT_THAT(offered("cbTherapie"), ElementsAre("T4821", "T4822", "T4823", "T4824", "T4825"));
+}
 
 TEST_F(Therapy, TheKindDecidesWhichSlotsAndPagesAreOffered) {
   struct Case {
@@ -51,11 +57,11 @@ TEST_F(Therapy, WithoutADatabaseTheLookupDatabaseOffersItsInsulins) {
     execute(lookup, "INSERT INTO preferredInsulin ([desc], bolusie, basalie, rapid, iSortOrder) VALUES (" +
                         std::string(row) + ")");
   start();
-  EXPECT_THAT(offered(0), ElementsAre("Actrapid"));
-  EXPECT_THAT(offered(1), ElementsAre("Lantus"));
-  EXPECT_THAT(offered(2), ElementsAre("Mix 30"));
-  EXPECT_THAT(offered(3), ElementsAre("Humalog"));
-  EXPECT_THAT(offered(4), ElementsAre("Humalog", "Actrapid"));
+  EXPECT_THAT(offered("cbInsulin", 0), ElementsAre("Actrapid"));
+  EXPECT_THAT(offered("cbInsulin", 1), ElementsAre("Lantus"));
+  EXPECT_THAT(offered("cbInsulin", 2), ElementsAre("Mix 30"));
+  EXPECT_THAT(offered("cbInsulin", 3), ElementsAre("Humalog"));
+  EXPECT_THAT(offered("cbInsulin", 4), ElementsAre("Humalog", "Actrapid"));
 }
 
 TEST_F(Therapy, AKnownDatabasePresetsThePages) {
@@ -158,6 +164,7 @@ class Folder : public WizardTest {
 TEST_F(Folder, IsShownWithItsPlace) {
   EXPECT_EQ(caption("lblFolder"), path("local\\"));
   EXPECT_EQ(caption("lblLocation"), "T4685");
+  EXPECT_EQ(control("imgOpen").picture(), control("imgNew").picture());
 }
 
 TEST_F(Folder, ACancelledChoiceChangesNothing) {

@@ -53,6 +53,7 @@ bool ScriptedUser::open_file(std::string_view path) {
 
 std::vector<std::string> ScriptedUser::recycle(std::string_view folder, std::string_view pattern) {
   log.push_back("recycle " + std::string(folder) + " " + std::string(pattern));
+  if (!recycles) return {};
   auto names = support::host_file_system().files(folder, pattern);
   for (const std::string& name : names) support::host_file_system().remove(std::string(folder) + name);
   return names;

@@ -37,6 +37,7 @@ class ScriptedUser : public UserPort {
 
   std::deque<int> answers;  ///< to message boxes; OK when there are no more
   std::optional<std::string> chosen_folder;
+  bool recycles = true;
   std::vector<std::string> log;  ///< "message TEXT STYLE TITLE", "folder TITLE", "open PATH", "recycle FOLDER PATTERN"…
 };
 
