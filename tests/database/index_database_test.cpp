@@ -48,13 +48,13 @@ TEST_F(IndexTest, WritesRefreshesAndRemovesAPatientsRow) {
   PatientRecord patient = record(0);
   const std::int32_t id = db_ProcessIndex(environment, index, patient, index_action::write, "");
   ASSERT_GT(id, 0);
-  const std::string columns = "SELECT name, firstname, externalid, diabetestyp, therapy FROM index";
-  EXPECT_EQ(rows(index, columns), Lines{patient.name + "|" + patient.firstname + "|4711|2|3"});
+  const std::string columns = "SELECT name, firstname, dateofbirth, externalid, diabetestyp, therapy FROM index";
+  EXPECT_EQ(rows(index, columns), Lines{patient.name + "|" + patient.firstname + "|1951-02-28 00:00:00|4711|2|3"});
 
-  execute(file, {"UPDATE patdat SET name='Neumann', typ=1"});
+  execute(file, {"UPDATE patdat SET name='Neumann', birthday=#3/1/1952#, typ=1"});
   patient.index_id = id;
   EXPECT_EQ(db_ProcessIndex(environment, index, patient, 10, file), id);
-  EXPECT_EQ(rows(index, columns), Lines{"Neumann|" + patient.firstname + "|4711|1|1"});
+  EXPECT_EQ(rows(index, columns), Lines{"Neumann|" + patient.firstname + "|1952-03-01 00:00:00|4711|1|1"});
   EXPECT_EQ(patient.name, "Neumann");
 
   for (const std::int16_t unused : {std::int16_t{3}, std::int16_t{9}, std::int16_t{20}}) {
@@ -63,6 +63,18 @@ TEST_F(IndexTest, WritesRefreshesAndRemovesAPatientsRow) {
   }
   EXPECT_EQ(db_ProcessIndex(environment, index, patient, index_action::remove, ""), 0);
   EXPECT_EQ(rows(index, columns), Lines{});
+}
+
+TEST_F(IndexTest, RefreshesFromAnOlderLayoutTheNewestPlanAndTheNumberElsewhere) {
+  const std::string file = patient_database();
+  execute(file, {"UPDATE db_info SET MinVersion=58", "ALTER TABLE patdat ADD COLUMN externalID LONG",
+                 "UPDATE patdat SET externalID=4712", "INSERT INTO therapieplan (vdate, [type]) VALUES (#3/1/2024#, 3)",
+                 "INSERT INTO therapieplan (vdate, [type]) VALUES (#3/9/2024#, 2)",
+                 "INSERT INTO therapieplan (vdate, [type]) VALUES (#2/1/2024#, 4)"});
+  PatientRecord patient = record(0);
+  ASSERT_GT(db_ProcessIndex(environment, index, patient, index_action::refresh, file), 0);
+  EXPECT_EQ(rows(index, "SELECT externalid, therapy FROM index"), Lines{"4712|2"});
+  EXPECT_EQ(rows(file, "SELECT MinVersion FROM db_info"), Lines{"60"});
 }
 
 TEST_F(IndexTest, AddsARowForAPatientThatHasNone) {

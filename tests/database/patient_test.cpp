@@ -22,21 +22,29 @@ std::string shown(const PatientRecord& patient) {
         int{patient.OADSince}, int{patient.InsulinSince}, int{patient.CPeptid}}) {
     text += std::to_string(number) + "|";
   }
-  return text + (patient.birthday ? engine::iso_text(*patient.birthday) : "no birthday");
+  return text + (patient.birthday ? engine::iso_text(*patient.birthday) : "Null");
 }
+/// The columns that hold what shown() shows.
+constexpr std::string_view shown_columns =
+    "SELECT firstname, name, street, zip, city, phone, fax, email, a1, a2, a3, number, insurance, insurancenumber, "
+    "therapy, gender, typ, height, DiabetesSince, OADSince, InsulinSince, CPeptid, birthday FROM patdat";
 
-TEST_F(Patient, ReadsBackWhatWasStored) {
+TEST_F(Patient, StandsInItsColumnsAndIsReadBack) {
   const std::string file = patient_database();
   PatientRecord changed = sample_patient();
   changed.city = "Görlitz";
+  changed.a3 = "dritte";
+  changed.typ = 3;
+  changed.OADSince = 2001;
+  changed.CPeptid = 5;
   changed.birthday.reset();
   for (const PatientRecord& stored : {sample_patient(), changed}) {
     ASSERT_EQ(db_AddPatient(environment, file, stored), 1);
+    EXPECT_EQ(rows(file, shown_columns), std::vector<std::string>{shown(stored)});
     PatientRecord read;
     ASSERT_TRUE(db_GetPatient(environment, file, 0, read));
     EXPECT_EQ(shown(read), shown(stored));
   }
-  EXPECT_EQ(rows(file, "SELECT count(*) FROM patdat"), std::vector<std::string>{"1"});
 }
 
 TEST_F(Patient, OverwritesTheRowOfTheSameIdAndAddsOthers) {
@@ -78,6 +86,7 @@ TEST_F(Patient, KeepsWhatCannotBeRead) {
     EXPECT_FALSE(db_GetPatient(environment, file, unknown_column_id, read));
   }
   EXPECT_FALSE(db_GetPatient(environment, path("missing.das"), 0, read));
+  EXPECT_EQ(db_AddPatient(environment, path("missing.das"), read), 0);
   EXPECT_EQ(read.street, "Am Wall 3");
 }
 

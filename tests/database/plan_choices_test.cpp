@@ -1,7 +1,7 @@
 // The plan made from what the therapy pages show.
-#include <gtest/gtest.h>
-
 #include "database/plan_choices.h"
+
+#include <gtest/gtest.h>
 
 namespace database::testing {
 namespace {
@@ -52,9 +52,12 @@ TEST(PlanChoices, CarryTheNewestPlanOn) {
   newest.items = {{"Actrapid|90|10|0", 0, 8, 1, "doses stay"},
                   {"Lantus|0|100|0", 1, 0, 0, ""},
                   {"", 400, 2, 0, ""},
-                  {"", 500, 70, 0, ""}};
+                  {"", 500, 70, 0, ""},
+                  {"", 506, 80, 0, "as high as the new lower glucose target"},
+                  {"Metformin", 801, 0, 0, "the drug chosen for another place"}};
   const TherapyPlan plan = following_plan(newest, sample_choices(), today);
-  EXPECT_EQ(shown(plan), "2024-05-17 #0; 0 Actrapid|90|10|0=8; 400 =2; 500 =80; 507 =85; 800 Metformin=0");
+  EXPECT_EQ(shown(plan),
+            "2024-05-17 #0; 0 Actrapid|90|10|0=8; 400 =2; 500 =80; 506 =80; 507 =85; 800 Metformin=0; 801 Metformin=0");
   EXPECT_EQ(plan.desc, "Alt");
   EXPECT_FALSE(same_content(newest, plan));
 

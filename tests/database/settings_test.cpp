@@ -13,7 +13,7 @@ SettingsRecord sample_settings() {
   SettingsRecord settings;
   settings.BGTargetMax = 160, settings.BGTargetMin = 80;
   settings.BPTargetSysMax = 135, settings.BPTargetSysMin = 105;
-  settings.BPTargetDiaMax = 85, settings.BPTargetDiaMin = 60;
+  settings.BPTargetDiaMax = 85, settings.BPTargetDiaMin = 62;
   settings.BGHyper = 240, settings.BGHypo = 60;
   settings.TargetWeight = 71000;
   settings.BUPerDayMax = 12.5;
@@ -32,15 +32,27 @@ std::string shown(const SettingsRecord& settings) {
   std::string text;
   for (const double number :
        {double{settings.TargetWeight}, settings.BUPerDayMax, settings.KCalPerDayMax, settings.CholPerDayMax}) {
-    text += std::to_string(number) + " ";
+    text += engine::to_text(number) + "|";
   }
-  for (const int number : {settings.BGTargetMax, settings.BGTargetMin, settings.BPTargetSysMax, settings.BPTargetSysMin,
-                           settings.BPTargetDiaMax, settings.BPTargetDiaMin, settings.BGHyper, settings.BGHypo,
-                           settings.KHPerDayMax, settings.FatPerDayMax, settings.ProtPerDayMax}) {
-    text += std::to_string(number) + " ";
+  for (const std::int32_t number :
+       {settings.BGTargetMax, settings.BGTargetMin, settings.BPTargetSysMax, settings.BPTargetSysMin,
+        settings.BPTargetDiaMax, settings.BPTargetDiaMin, settings.BGHyper, settings.BGHypo, settings.KHPerDayMax,
+        settings.FatPerDayMax, settings.ProtPerDayMax}) {
+    text += std::to_string(number) + "|";
   }
   return text;
 }
+
+/// The columns that hold what shown() shows, and those of the zones.
+constexpr std::string_view shown_columns =
+    "SELECT TargetWeight, BUPerDayMax, KCalPerDayMax, CholPerDayMax, BGTargetMax, BGTargetMin, BPTargetSysMax, "
+    "BPTargetSysMin, BPTargetDiaMax, BPTargetDiaMin, BGHyper, BGHypo, KHPerDayMax, FatPerDayMax, ProtPerDayMax, '' "
+    "FROM patdat_setup";
+constexpr std::string_view zone_columns =
+    "SELECT BB_From, BB_Until, AB_From, AB_Until, BL_From, BL_Until, AL_From, AL_Until, BS_From, BS_Until, AS_From, "
+    "AS_Until, BD_From, BD_Until, AD_From, AD_Until, BedTime_From, BedTime_Until, UTZ1_From, UTZ1_Until, UTZ2_From, "
+    "UTZ2_Until, UTZ3_From, UTZ3_Until, UTZ4_From, UTZ4_Until, UTZ1_Desc, UTZ2_Desc, UTZ3_Desc, UTZ4_Desc "
+    "FROM patdat_setup";
 
 std::string clock(engine::Date time) { return engine::iso_text(time).substr(11, 5); }
 
@@ -57,13 +69,18 @@ constexpr const char* default_zones =
     "14:00-14:59 Text 818 (Text 806)\n15:00-16:59 Text 819 (Text 806)\n17:00-18:29 Text 816\n18:30-21:59 Text 817\n"
     "22:00-05:59 Text 807\n06:00-10:59 \n11:00-16:59 \n17:00-21:59 \n22:00-05:59 \n";
 
-TEST_F(Settings, ReadBackAsStoredInOneRow) {
+TEST_F(Settings, StandInTheirColumnsAndAreReadBack) {
   const std::string file = patient_database();
   SettingsRecord stored = sample_settings();
   for (const float weight : {71000.0F, 69500.0F}) {
     stored.TargetWeight = weight;
     stored.zones[12].description = "Nacht & Frühdienst";
     ASSERT_EQ(db_SaveSettings(environment, file, stored), 1);
+    EXPECT_EQ(rows(file, shown_columns), std::vector<std::string>{shown(stored)});
+    std::string times;
+    for (const Zone& zone : stored.zones)
+      times += engine::iso_text(zone.from) + "|" + engine::iso_text(zone.until) + "|";
+    EXPECT_EQ(rows(file, zone_columns), std::vector<std::string>{times + "zone|zone|zone|Nacht & Frühdienst"});
     SettingsRecord read;
     ASSERT_TRUE(db_GetSettings(environment, file, read));
     EXPECT_EQ(shown(read), shown(stored));
@@ -71,7 +88,6 @@ TEST_F(Settings, ReadBackAsStoredInOneRow) {
     EXPECT_EQ(read.zones[12].description, "Nacht & Frühdienst");
     EXPECT_EQ(read.zones[5].description, "Text 819 (Text 806)");
   }
-  EXPECT_EQ(rows(file, "SELECT count(*) FROM patdat_setup"), std::vector<std::string>{"1"});
 }
 
 TEST_F(Settings, YieldToTheNewestPlan) {
@@ -166,8 +182,9 @@ TEST_F(Settings, FindTheZonesOfANewPatientInTheSettingsFile) {
   ASSERT_TRUE(GetTimeZones(environment, "", zones, true));
   EXPECT_EQ(shown(zones), default_zones);
 
-  zone_file.values = {{"FixTimeFrom1", "0515"}, {"FIxTimeUntil9", "0459"}, {"TimeFrom4", "2130"},
-                      {"TimeUntil4", "2460"},   {"FixTimeFrom2", "9"},     {"TimeSlotDesc", "Eigene Zeit"}};
+  zone_file.values = {{"FixTimeFrom1", "0515"},       {"FIxTimeUntil9", "0459"}, {"TimeFrom4", "2130"},
+                      {"TimeUntil4", "2400"},         {"TimeUntil3", "1760"},    {"FixTimeFrom2", "9"},
+                      {"TimeSlotDesc", "Eigene Zeit"}};
   ASSERT_TRUE(GetTimeZones(environment, "", zones, true));
   EXPECT_EQ(shown(zones),
             "05:15-08:59 Text 802\n09:00-11:29 Text 803\n11:30-11:59 Text 804\n12:00-13:59 Text 805\n"

@@ -23,20 +23,41 @@ TEST_F(Version, IsThatOfANewDatabase) {
   EXPECT_FALSE(record.LastArchive);
 }
 
+TEST_F(Version, StandsInItsColumnsAndIsReadBack) {
+  const std::string file = patient_database();
+  VersionRecord record = new_version_record(environment);
+  record.Type = 2;
+  record.LastChanged = engine::date_from(2024, 1, 1);
+  record.LastBackup = engine::date_from(2024, 1, 2);
+  record.Created = engine::date_from(2024, 1, 3);
+  record.LastCompressed = engine::date_from(2024, 1, 4);
+  record.LastArchive = engine::date_from(2024, 1, 5);
+  ASSERT_EQ(db_WriteDBInfo(environment, file, record), 1);
+  EXPECT_EQ(rows(file, "SELECT [Type], LastChanged, LastBackup, Created, LastCompressed, LastArchive FROM db_info"),
+            std::vector<std::string>{"2|2024-01-01 00:00:00|2024-01-02 00:00:00|2024-01-03 00:00:00|"
+                                     "2024-01-04 00:00:00|2024-01-05 00:00:00"});
+  VersionRecord read;
+  ASSERT_TRUE(db_ReadDBInfo(environment, file, read));
+  EXPECT_EQ(read.Type, 2);
+  EXPECT_EQ(read.LastChanged, record.LastChanged);
+  EXPECT_EQ(read.LastBackup, record.LastBackup);
+  EXPECT_EQ(read.Created, record.Created);
+  EXPECT_EQ(read.LastCompressed, record.LastCompressed);
+  EXPECT_EQ(read.LastArchive, record.LastArchive);
+}
+
 TEST_F(Version, KeepsABlankBehindTheTextsThatReadersTrim) {
   const std::string file = patient_database();
   VersionRecord record = new_version_record(environment);
   record.sAvailableData = " 1,2";
   record.lAvailableData = 6;
   record.LastUser = "Praxis";
-  record.LastArchive = engine::date_from(2020, 2, 29);
   ASSERT_EQ(db_WriteDBInfo(environment, file, record), 1);
   EXPECT_EQ(rows(file, "SELECT Password, sAvailableData FROM db_info"), std::vector<std::string>{"geheim | 1,2 "});
   VersionRecord read;
   ASSERT_TRUE(db_ReadDBInfo(environment, file, read));
   EXPECT_EQ(read.sAvailableData + "/" + read.LastUser, "1,2/Praxis");
   EXPECT_EQ(read.lAvailableData, 6);
-  EXPECT_EQ(read.LastArchive, record.LastArchive);
 }
 
 TEST_F(Version, IsWrittenBackForLayoutsThatAreNotUpgraded) {
