@@ -13,16 +13,6 @@ using testing::Not;
 
 class Files : public EngineTest {};
 
-/// Number of rows of `things`, each with a name that can be searched for in the file.
-void add_rows(Database& database, int count) {
-  const auto rows = database.open_recordset("things");
-  for (int i = 0; i < count; ++i) {
-    rows->add_new();
-    rows->set_value("name", std::string("Findling"));
-    rows->update();
-  }
-}
-
 /// A sound SQLite file of one page without tables, as another program makes it.
 std::string foreign_file() {
   std::string page(512, '\0');

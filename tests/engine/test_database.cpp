@@ -62,6 +62,15 @@ void EngineTest::add_things(Database& database) {
   database.table_defs().append(table);
 }
 
+void add_rows(Database& database, int count) {
+  const auto rows = database.open_recordset("things");
+  for (int i = 0; i < count; ++i) {
+    rows->add_new();
+    rows->set_value("name", std::string("Findling"));
+    rows->update();
+  }
+}
+
 std::vector<std::string> column(Database& database, std::string_view source, std::string_view field) {
   std::vector<std::string> values;
   const auto rows = database.open_recordset(source);

@@ -52,6 +52,9 @@ class EngineTest : public testing::Test {
   std::unique_ptr<Engine> engine_;
 };
 
+/// Adds rows to `things`, each with the name "Findling", which can be searched for in the file.
+void add_rows(Database& database, int count);
+
 /// The values of one column, as text; "NULL" for Null.
 std::vector<std::string> column(Database& database, std::string_view source, std::string_view field);
 

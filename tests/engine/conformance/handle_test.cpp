@@ -11,15 +11,6 @@ using testing::ElementsAre;
 
 class Handles : public ConformanceTest {};
 
-void add_rows(Database& database, int count) {
-  const auto rows = database.open_recordset("things");
-  for (int i = 0; i < count; ++i) {
-    rows->add_new();
-    rows->set_value("name", std::string("Findling"));
-    rows->update();
-  }
-}
-
 TEST_P(Handles, GiveTheirFileANewPassword) {
   {
     const auto database = create();

@@ -305,6 +305,12 @@ TEST_P(Rows, OfAQueryOverOneTableAreUpdated) {
   EXPECT_EQ(counted->value("n"), Value{3});
 }
 
+TEST_P(Rows, AreNotWhatAChangeGives) {
+  add({"a"});
+  EXPECT_EQ(error_number([&] { database().open_recordset("DELETE FROM things"); }), 3219);
+  EXPECT_THAT(names(), ElementsAre("a"));
+}
+
 TEST_P(Rows, TellTheirColumns) {
   const auto rows = things();
   ASSERT_EQ(rows->field_count(), 4);
