@@ -134,7 +134,7 @@ constexpr ControlRow glucose_target_page[] = {
     {"lblVorgabe", 3, Label, "contstep(6)", value_label(3), "Hyperglykämie: >=", "L4759"},
     {"txtvorgabe", 3, TextBox, "contstep(6)", value_field(3), "", "", true, true},
     {"lblUnit", 3, Label, "contstep(6)", unit(3), "mg/dl"},
-    {"lblTargetHint", -1, Label, "contstep(6)", {120, line(4) + 180, 6360, 1440}, "Hypoglykämie bedeutet Unterzuckerung, Hyperglykämie Überzuckerung.", "L4760"},
+    {"lblTargetHint", -1, Label, "contstep(6)", {120, line(4) + 180, 6360, 1440}, "Hypoglykämie (Unterzuckerung), Hyperglykämie (Überzuckerung)", "L4760"},
 };
 
 constexpr ControlRow pressure_target_page[] = {
