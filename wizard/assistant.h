@@ -16,13 +16,15 @@ namespace wizard {
 
 class frmAssistantFirstSteps {
  public:
+  /// What the ports point to must outlive the run.
   explicit frmAssistantFirstSteps(Ports ports);
   ~frmAssistantFirstSteps();
   frmAssistantFirstSteps(const frmAssistantFirstSteps&) = delete;
   frmAssistantFirstSteps& operator=(const frmAssistantFirstSteps&) = delete;
 
-  /// Form Load: discovers the installation, builds the step list, presets the controls and shows the first step. False
-  /// where the program must end at once (no installation name and no command line).
+  /// Form Load, once: discovers the installation, builds the step list, presets the controls and shows the first step.
+  /// What cannot be read keeps its default. False where the program must end at once (no installation name and no
+  /// command line). Never raises; neither do the events.
   bool load(std::string_view command_line);
 
   // Events, as a user's action on a control raises them. The control's own property is set first (value, text, list
@@ -34,14 +36,17 @@ class frmAssistantFirstSteps {
   form::Form& form() noexcept;
   const InstallationConfig& config() const noexcept;
 
+  /// Names of pages in the order of their display; one with a "-" in it is passed over.
   const std::vector<std::string>& StepNames() const noexcept;
+  /// Place of the step shown in StepNames(), from 0; behind LastStep() once the run has finished.
   int CurrentStep() const noexcept;
   int LastStep() const noexcept;
-  const std::string& StepName() const noexcept;  ///< page shown; "Fertig" on the last step
+  /// Name of the step shown; "Fertig" on the last one, whatever the list calls it.
+  const std::string& StepName() const noexcept;
 
   enum class State { Running, Finished, Cancelled };
   State state() const noexcept;
-  /// Filled by the finish.
+  /// What the finish wrote; empty before.
   const FinishReport& report() const noexcept;
   /// What the finish would write, choice by choice, without writing anything.
   FinishReport preview() const;

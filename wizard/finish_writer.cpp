@@ -10,25 +10,17 @@ namespace {
 
 using What = FinishReport::What;
 
-/// Keeps the last statement that was passed over, beside telling the listener that was there before.
+/// Why something failed: the last statement that was passed over meanwhile or, where none was, another reason.
 class LastSkipped {
  public:
-  /// `otherwise` is the reason where none was passed over.
-  explicit LastSkipped(std::string_view otherwise)
-      : previous_(
-            support::set_skipped_statement_listener([this](std::string_view label, const support::RuntimeError& error) {
-              text_ = "error " + std::to_string(error.number()) + ": " + error.what();
-              if (previous_) previous_(label, error);
-            })),
-        text_(otherwise) {}
-  ~LastSkipped() { support::set_skipped_statement_listener(std::move(previous_)); }
-  LastSkipped(const LastSkipped&) = delete;
-  LastSkipped& operator=(const LastSkipped&) = delete;
-  const std::string& reason() const noexcept { return text_; }
+  explicit LastSkipped(std::string_view otherwise) : reason_(otherwise) {}
+  const std::string& reason() const noexcept { return reason_; }
 
  private:
-  support::SkippedStatementListener previous_;
-  std::string text_;
+  std::string reason_;
+  support::SkippedStatementWatch watch_{[this](std::string_view, const support::RuntimeError& error) {
+    reason_ = "error " + std::to_string(error.number()) + ": " + error.what();
+  }};
 };
 
 }  // namespace
@@ -36,7 +28,7 @@ class LastSkipped {
 void FinishWriter::record(FinishReport::Entry entry) { report_.entries.push_back(std::move(entry)); }
 
 void FinishWriter::registry_value(std::string_view key, std::string_view name, std::string_view value) {
-  const LastSkipped skipped{"the registry cannot hold this text"};
+  LastSkipped skipped{"the registry cannot hold this text"};
   const bool written = !previewing() && support::WriteRegString(*context_.ports.registry, support::RootKey::CurrentUser,
                                                                 key, name, value);
   record({What::RegistryValue, "HKEY_CURRENT_USER\\" + std::string(key), std::string(name), std::string(value), written,
@@ -45,10 +37,10 @@ void FinishWriter::registry_value(std::string_view key, std::string_view name, s
 
 void FinishWriter::ini_key(std::string_view file, std::string_view section, std::string_view key,
                            std::string_view value) {
-  const LastSkipped skipped{""};
+  LastSkipped skipped{""};
   const bool written = !previewing() && support::Procedure{"wizard!FinishIni"}.step([&] {
     if (context_.ports.ini->write(file, section, key, value)) return;
-    throw support::RuntimeError(75, "Cannot write " + std::string(file));
+    throw support::RuntimeError(support::error_number::path_file_access, "Cannot write " + std::string(file));
   });
   record({What::IniKey, std::string(file), "[" + std::string(section) + "] " + std::string(key), std::string(value),
           written, written || previewing() ? "" : skipped.reason()});
@@ -59,7 +51,7 @@ bool FinishWriter::file(std::string_view path, std::string_view what, const std:
     record({What::File, std::string(path), std::string(what), "", false, ""});
     return true;
   }
-  const LastSkipped skipped{"could not be written"};
+  LastSkipped skipped{"could not be written"};
   bool written = false;
   support::Procedure{"wizard!FinishFile"}.step([&] { written = action(); });
   record({What::File, std::string(path), std::string(what), "", written, written ? "" : skipped.reason()});

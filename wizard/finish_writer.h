@@ -1,5 +1,5 @@
 // Writes one thing after the other at the finish and records each, or only records what would be written. A failure is
-// an entry of the report with its reason; nothing here throws.
+// an entry of the report with its reason; nothing here raises.
 #pragma once
 
 #include <functional>

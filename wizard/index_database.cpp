@@ -12,7 +12,7 @@ namespace {
 
 /// False where the index is missing afterwards.
 bool create_where_missing(Context& context) {
-  constexpr int folder = 1;
+  constexpr int folder = static_cast<int>(support::PathPart::Folder);
   const std::string& path = context.config.IndexDB;
   if (support::file_test(*context.ports.files, path)) return true;
   context.ports.files->create_folder(support::ExtractFromPath(path, folder));

@@ -14,7 +14,7 @@ std::string command_line_field(std::string_view command_line, int field);
 
 /// Fills `context.config`. False where the program must end at once: no installation name in "vantrix.ini"
 /// and no command line. Whatever cannot be read keeps its default. In the professional edition a missing index database
-/// is created. Never throws.
+/// is created. Never raises.
 bool discover_installation(Context& context, std::string_view command_line);
 
 }  // namespace wizard

@@ -167,7 +167,7 @@ class Control {
 };
 
 /// Whoever shows a form is told here what to show. Each call comes after the change, from the thread and inside the
-/// call that made it. Must not throw.
+/// call that made it. Must not raise.
 class FormObserver {
  public:
   virtual ~FormObserver() = default;
@@ -188,10 +188,10 @@ class Form {
   Form(const Form&) = delete;
   Form& operator=(const Form&) = delete;
 
-  /// Adds a control at the end of the order. Raises support::RuntimeError 360 where name and index are taken, 340 for
-  /// an unknown container; the form is unchanged then.
+  /// Adds a control at the end of the order. Raises 360 where name and index are taken, 340 for an unknown container;
+  /// the form is unchanged then.
   Control& add(const ControlRow& row);
-  /// The control; raises support::RuntimeError 340 where there is none.
+  /// The control; raises 340 where there is none.
   Control& at(std::string_view name, int index = -1);
   const Control& at(std::string_view name, int index = -1) const;
   /// The control; null where there is none.

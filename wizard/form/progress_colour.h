@@ -7,7 +7,7 @@
 
 namespace form {
 
-/// Bar colour as 0xBBGGRR; the background becomes white. Never throws.
+/// Bar colour as 0xBBGGRR; the background becomes white. Never raises.
 void SetProgressbarColor(Control& bar, std::uint32_t colour);
 
 }  // namespace form
