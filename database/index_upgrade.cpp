@@ -21,7 +21,7 @@ struct IndexField {
   bool marks_upgrade = false;
 };
 
-constexpr IndexField index_fields[] = {
+constexpr IndexField added_fields[] = {
     {"flag", DataType::Long, "0", true}, {"status", DataType::Long, "0", true}, {"last_open", DataType::Date, "0"},
     {"last_visit", DataType::Date, "0"}, {"last_import", DataType::Date, "0"},  {"last_telemed", DataType::Date, "0"},
     {"next_visit", DataType::Date, "0"}, {"last_hba1c", DataType::Date, "0"},   {"date_range", DataType::Text, ""},
@@ -50,7 +50,7 @@ void add_field(Procedure& procedure, engine::Database& database, std::string_vie
 /// True where the patient databases are due.
 bool add_index_fields(Procedure& procedure, engine::Database& index) {
   bool due = false;
-  for (const IndexField& row : index_fields) {
+  for (const IndexField& row : added_fields) {
     if (has_field(procedure, index, "index", row.name)) continue;
     add_field(procedure, index, "index", row);
     if (!row.marks_upgrade) continue;

@@ -18,7 +18,7 @@ constexpr TypeWord type_words[] = {
     {engine::DataType::Memo, "Memo"},
 };
 
-std::string quoted(std::string_view text) {
+std::string json_text(std::string_view text) {
   std::string json = "\"";
   for (const char character : text) {
     if (character == '"' || character == '\\') json += '\\';
@@ -33,15 +33,16 @@ std::string quoted(std::string_view text) {
   return json + '"';
 }
 
-std::string member(std::string_view name, const std::string& value) { return quoted(name) + ":" + value; }
+std::string member(std::string_view name, const std::string& value) { return json_text(name) + ":" + value; }
 
 std::string truth(bool value) { return value ? "true" : "false"; }
 
 std::string field_json(const engine::Field& field) {
-  return "{" + member("name", quoted(field.name())) + "," + member("type", quoted(type_word(field.type()))) + "," +
-         member("size", std::to_string(field.size())) + "," + member("attributes", std::to_string(field.attributes())) +
-         "," + member("default", quoted(field.default_value())) + "," + member("required", truth(field.required())) +
-         "," + member("allow_zero_length", truth(field.allow_zero_length())) + "," +
+  return "{" + member("name", json_text(field.name())) + "," + member("type", json_text(type_word(field.type()))) +
+         "," + member("size", std::to_string(field.size())) + "," +
+         member("attributes", std::to_string(field.attributes())) + "," +
+         member("default", json_text(field.default_value())) + "," + member("required", truth(field.required())) + "," +
+         member("allow_zero_length", truth(field.allow_zero_length())) + "," +
          member("ordinal", std::to_string(field.ordinal_position())) + "}";
 }
 
@@ -49,9 +50,9 @@ std::string index_json(engine::Index& index) {
   std::string fields;
   for (std::int32_t i = 0; i < index.fields().count(); ++i) {
     if (i > 0) fields += ",";
-    fields += quoted(index.fields().item(i)->name());
+    fields += json_text(index.fields().item(i)->name());
   }
-  return "{" + member("name", quoted(index.name())) + "," + member("fields", "[" + fields + "]") + "," +
+  return "{" + member("name", json_text(index.name())) + "," + member("fields", "[" + fields + "]") + "," +
          member("primary", truth(index.primary())) + "," + member("unique", truth(index.unique())) + "}";
 }
 
@@ -64,8 +65,8 @@ std::string list(const Collection& collection, Text text) {
 }
 
 std::string table_json(engine::TableDef& table) {
-  return "{" + member("name", quoted(table.name())) + "," + member("fields", list(table.fields(), field_json)) + "," +
-         member("indexes", list(table.indexes(), index_json)) + "}";
+  return "{" + member("name", json_text(table.name())) + "," + member("fields", list(table.fields(), field_json)) +
+         "," + member("indexes", list(table.indexes(), index_json)) + "}";
 }
 
 }  // namespace

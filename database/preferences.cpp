@@ -13,14 +13,14 @@ constexpr const char* preference_tables[] = {"[labdefs]", "[preferredinsulin]", 
 
 /// The path for a text literal: an apostrophe in it must not end the literal, or the copies fail and the tables are
 /// lost.
-std::string quoted(std::string_view path) {
+std::string with_doubled_quotes(std::string_view path) {
   std::string text;
   for (const char character : path) text.append(character == '\'' ? 2 : 1, character);
   return text;
 }
 
 bool exchange_preferences(support::Procedure& procedure, const OpenedTarget& opened, std::string_view other_path) {
-  const std::string other_file = " IN '" + quoted(other_path) + "'";
+  const std::string other_file = " IN '" + with_doubled_quotes(other_path) + "'";
   bool all_copied = true;
   const auto execute = [&](const std::string& sql) {
     const bool done = procedure.step([&] { opened.database().execute(sql); });

@@ -21,7 +21,7 @@ std::string full_path(RootKey root, std::string_view key) {
 }
 
 /// Fits one line of the file.
-bool is_storable(std::string_view text) {
+bool fits_line(std::string_view text) {
   return fits_cp1252(text) && text.find_first_of(std::string_view("\r\n\0", 3)) == std::string_view::npos;
 }
 
@@ -57,13 +57,13 @@ class HiveRegistry final : public Registry {
 
   CreateResult create_key(RootKey root, std::string_view key, std::string_view /*class_name*/) override {
     if (key_exists(root, key)) return CreateResult::Existed;
-    if (!is_storable(key)) return CreateResult::Failed;
+    if (!fits_line(key)) return CreateResult::Failed;
     store([&](HiveDocument& document) { return document.create_key(full_path(root, key)); });
     return CreateResult::Created;
   }
 
   bool write_text(RootKey root, std::string_view key, std::string_view name, std::string_view value) override {
-    if (!key_exists(root, key) || !is_storable(name) || !is_storable(value)) return false;
+    if (!key_exists(root, key) || !fits_line(name) || !fits_line(value)) return false;
     store([&](HiveDocument& document) { return document.set_data(full_path(root, key), name, hive_text_data(value)); });
     return true;
   }

@@ -31,9 +31,9 @@ constexpr Bounds value_label(int n) { return label(n, wide_label); }
 constexpr Bounds value_field(int n) { return field(n, beside_wide_label, 1200); }
 constexpr Bounds unit(int n) { return {4980, line(n) + 45, 1200, 300}; }
 /// The names of insulins take two lines: theirs lie further apart.
-constexpr std::int32_t insulin_line(int n) { return content_top + n * 720; }
-constexpr Bounds insulin_label(int n) { return {120, insulin_line(n) + 45, wide_label, 510}; }
-constexpr Bounds insulin_field(int n) { return {beside_wide_label, insulin_line(n), 2820, 330}; }
+constexpr std::int32_t insulin_top(int n) { return content_top + n * 720; }
+constexpr Bounds insulin_label(int n) { return {120, insulin_top(n) + 45, wide_label, 510}; }
+constexpr Bounds insulin_field(int n) { return {beside_wide_label, insulin_top(n), 2820, 330}; }
 /// An option inside a group box.
 constexpr Bounds option(int n) { return {180, 300 + n * line_pitch, 6000, 480}; }
 constexpr Bounds group(int options) { return {120, content_top, 6360, 360 + options * line_pitch}; }

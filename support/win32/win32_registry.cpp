@@ -43,7 +43,7 @@ class OpenKey {
 };
 
 /// What an A call takes without loss: it ends at a NUL.
-bool is_storable(std::string_view text) { return fits_cp1252(text) && text.find('\0') == std::string_view::npos; }
+bool fits_registry(std::string_view text) { return fits_cp1252(text) && text.find('\0') == std::string_view::npos; }
 
 std::optional<std::string> text_data(HKEY key, const std::string& name, DWORD size) {
   std::string buffer(std::size_t{size} + 1, ' ');
@@ -89,7 +89,7 @@ std::optional<RegistryValue> Win32Registry::read(RootKey root, std::string_view 
 }
 
 Registry::CreateResult Win32Registry::create_key(RootKey root, std::string_view key, std::string_view class_name) {
-  if (!is_storable(key)) return CreateResult::Failed;
+  if (!fits_registry(key)) return CreateResult::Failed;
   OpenKey created;
   DWORD disposition = 0;
   std::string class_text = cp1252_from_utf8(class_name);
@@ -101,7 +101,7 @@ Registry::CreateResult Win32Registry::create_key(RootKey root, std::string_view 
 }
 
 bool Win32Registry::write_text(RootKey root, std::string_view key, std::string_view name, std::string_view value) {
-  if (!is_storable(key) || !is_storable(name) || !is_storable(value)) return false;
+  if (!fits_registry(key) || !fits_registry(name) || !fits_registry(value)) return false;
   const OpenKey open(root, key, writing_rights);
   if (!open) return false;
   const std::string text = cp1252_from_utf8(value);
