@@ -1,5 +1,4 @@
 // The messages of the wizard's window.
-#include "support/win32/wide.h"
 #include "wizard/win32/assistant_window.h"
 #include "wizard/win32/page_images.h"
 
@@ -40,33 +39,49 @@ INT_PTR CALLBACK AssistantWindow::dialog_procedure(HWND window, UINT message, WP
     case WM_CTLCOLORBTN: {
       const HWND child = reinterpret_cast<HWND>(second);
       return reinterpret_cast<INT_PTR>(
-          colour_text(reinterpret_cast<HDC>(first), child, window, self->controls_.of(child)));
+          colour_text(reinterpret_cast<HDC>(first), child, window, self->view_.controls().of(child)));
     }
     default:
-      return self->handle_message(window, message, first, second) ? TRUE : FALSE;
+      return self->handle_user_message(window, message, first, second) ||
+                     self->handle_window_message(window, message, first, second)
+                 ? TRUE
+                 : FALSE;
   }
 }
 
-bool AssistantWindow::handle_message(HWND window, UINT message, WPARAM first, LPARAM second) {
+/// What the user does.
+bool AssistantWindow::handle_user_message(HWND window, UINT message, WPARAM first, LPARAM second) {
   switch (message) {
     case WM_COMMAND:
       command(second != 0 ? reinterpret_cast<HWND>(second) : GetDlgItem(window, LOWORD(first)), HIWORD(first));
       return true;
-    case WM_NOTIFY:
-      return tips_.answer(*reinterpret_cast<NMHDR*>(second), controls_);
-    case WM_TIMER:
-      assistant_.tick();
-      return true;
     case WM_VSCROLL: {
       const HWND bar = reinterpret_cast<HWND>(second);
-      if (const ShownControl* shown = controls_.of(bar)) scroll(*shown->control, LOWORD(first), thumb_position(bar));
+      if (const ShownControl* shown = view_.controls().of(bar))
+        scroll(*shown->control, LOWORD(first), thumb_position(bar));
       return true;
     }
     case WM_MOUSEWHEEL:
       turn_wheel(GET_WHEEL_DELTA_WPARAM(first));
       return true;
+    case WM_CLOSE:
+      close();
+      return true;
+    default:
+      return false;
+  }
+}
+
+/// What the system wants.
+bool AssistantWindow::handle_window_message(HWND window, UINT message, WPARAM first, LPARAM second) {
+  switch (message) {
+    case WM_NOTIFY:
+      return view_.answer_tip(*reinterpret_cast<NMHDR*>(second));
+    case WM_TIMER:
+      assistant_.tick();
+      return true;
     case WM_DRAWITEM:
-      draw_image(*reinterpret_cast<const DRAWITEMSTRUCT*>(second), controls_);
+      draw_image(*reinterpret_cast<const DRAWITEMSTRUCT*>(second), view_.controls());
       return true;
     case WM_ERASEBKGND:
       SetWindowLongPtrW(window, DWLP_MSGRESULT, TRUE);
@@ -75,10 +90,7 @@ bool AssistantWindow::handle_message(HWND window, UINT message, WPARAM first, LP
       paint_window(window);
       return true;
     case WM_DPICHANGED:
-      change_resolution(HIWORD(first), *reinterpret_cast<const RECT*>(second));
-      return true;
-    case WM_CLOSE:
-      close();
+      view_.change_resolution(HIWORD(first), *reinterpret_cast<const RECT*>(second));
       return true;
     case WM_DESTROY:
       window_ = nullptr;

@@ -8,7 +8,7 @@
 #include <utility>
 
 #include "support/win32/wide.h"
-#include "wizard/win32/control_window.h"
+#include "wizard/win32/control_properties.h"
 #include "wizard/win32/look.h"
 
 namespace wizard::win32 {
@@ -99,8 +99,7 @@ bool redraws(UINT message) {
   }
 }
 
-LRESULT CALLBACK chart_procedure(HWND window, UINT message, WPARAM wide_parameter, LPARAM long_parameter, UINT_PTR,
-                                 DWORD_PTR data) {
+LRESULT CALLBACK chart_procedure(HWND window, UINT message, WPARAM first, LPARAM second, UINT_PTR, DWORD_PTR data) {
   auto* chart = reinterpret_cast<Chart*>(data);
   if (message == WM_PAINT) {
     paint(window, *chart);
@@ -111,9 +110,9 @@ LRESULT CALLBACK chart_procedure(HWND window, UINT message, WPARAM wide_paramete
     RemoveWindowSubclass(window, chart_procedure, subclass_id);
     SetWindowLongPtrW(window, GWLP_USERDATA, 0);
     const std::unique_ptr<Chart> end(chart);
-    return DefSubclassProc(window, message, wide_parameter, long_parameter);
+    return DefSubclassProc(window, message, first, second);
   }
-  const LRESULT result = DefSubclassProc(window, message, wide_parameter, long_parameter);
+  const LRESULT result = DefSubclassProc(window, message, first, second);
   if (redraws(message)) InvalidateRect(window, nullptr, FALSE);
   return result;
 }

@@ -1,13 +1,10 @@
-// Owners of drawing objects, and the unit of the form on a screen.
+// Owners of drawing objects.
 #pragma once
 
 #include <windows.h>
 
-#include <cstdint>
 #include <memory>
 #include <type_traits>
-
-#include "wizard/form/form.h"
 
 namespace wizard::win32 {
 
@@ -49,13 +46,5 @@ class WindowContext {
   HWND window_;
   HDC context_;
 };
-
-/// Twips (1440 to the inch) to pixels of a screen.
-inline int pixels(std::int32_t twips, UINT dpi) { return MulDiv(twips, static_cast<int>(dpi), 1440); }
-
-inline RECT pixels(const form::Bounds& bounds, UINT dpi) {
-  return {pixels(bounds.left, dpi), pixels(bounds.top, dpi), pixels(bounds.left + bounds.width, dpi),
-          pixels(bounds.top + bounds.height, dpi)};
-}
 
 }  // namespace wizard::win32

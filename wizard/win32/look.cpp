@@ -10,8 +10,8 @@ namespace wizard::win32 {
 namespace {
 
 struct ColourRow {
-  COLORREF own;       ///< CLR_INVALID: always the system's
-  int high_contrast;  ///< the system colour's number
+  COLORREF own;  ///< CLR_INVALID: always the system's
+  int system;    ///< number of the system's colour
 };
 
 /// By Colour.
@@ -43,22 +43,9 @@ constexpr std::array<StyleRow, 4> styles = {{
     {"lblFolder", TextStyle::Emphasis},
 }};
 
-struct Shape {
-  int points;
-  LONG weight;
-};
-
-Shape shape(TextStyle style) {
-  switch (style) {
-    case TextStyle::Heading:
-      return {16, FW_NORMAL};
-    case TextStyle::Emphasis:
-      return {11, FW_NORMAL};
-    case TextStyle::Normal:
-      break;
-  }
-  return {10, FW_NORMAL};
-}
+/// By TextStyle.
+constexpr std::array<int, 3> points = {10, 16, 11};
+constexpr int points_to_the_inch = 72;
 
 /// The system's own font where none is named.
 LOGFONTW described_font(const std::string& face) {
@@ -76,10 +63,9 @@ LOGFONTW described_font(const std::string& face) {
 
 Font make_font(const std::string& face, TextStyle style, UINT dpi) {
   LOGFONTW description = described_font(face);
-  const auto [points, weight] = shape(style);
-  description.lfHeight = -MulDiv(points, static_cast<int>(dpi), 72);
+  description.lfHeight = -MulDiv(points[static_cast<std::size_t>(style)], static_cast<int>(dpi), points_to_the_inch);
   description.lfWidth = 0;
-  description.lfWeight = weight;
+  description.lfWeight = FW_NORMAL;
   description.lfQuality = CLEARTYPE_QUALITY;
   return Font(CreateFontIndirectW(&description));
 }
@@ -88,7 +74,7 @@ Font make_font(const std::string& face, TextStyle style, UINT dpi) {
 
 COLORREF colour(Colour which) {
   const ColourRow& row = colours[static_cast<std::size_t>(which)];
-  return row.own == CLR_INVALID || high_contrast() ? GetSysColor(row.high_contrast) : row.own;
+  return row.own == CLR_INVALID || high_contrast() ? GetSysColor(row.system) : row.own;
 }
 
 HBRUSH page_brush() { return GetSysColorBrush(COLOR_WINDOW); }

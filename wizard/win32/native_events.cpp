@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-#include "wizard/win32/control_window.h"
+#include "wizard/win32/control_properties.h"
 
 namespace wizard::win32 {
 namespace {

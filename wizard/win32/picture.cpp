@@ -5,7 +5,7 @@
 #include <algorithm>
 #include <charconv>
 #include <cstdint>
-#include <string>
+#include <utility>
 
 #include "support/win32/wide.h"
 

@@ -38,7 +38,7 @@ class PictureLoader {
 /// Draws a picture over what is there, without scaling where the sizes are the same.
 void draw_picture(HDC target, const RECT& place, const Picture& picture);
 
-/// An opaque copy in another size, in half-tone mode.
+/// An opaque copy over a background, in another size (pixels), in half-tone mode; empty where there is no picture.
 Picture scaled(const Picture& picture, int width, int height, COLORREF background);
 
 /// Copies a context's content into a place of another size, in half-tone mode.

@@ -3,6 +3,7 @@
 #include <commctrl.h>
 
 #include "support/win32/wide.h"
+#include "wizard/win32/twips.h"
 
 namespace wizard::win32 {
 namespace {

@@ -1,11 +1,12 @@
-// Long work shown to the user: a small window with a text and a bar that comes up when the work takes longer than a
-// moment. The work runs on this thread; the window is drawn whenever it is told something.
+// Long work shown to the user: a small window with a text and a bar that comes up when the work takes longer than 0.4
+// seconds. The work runs on this thread; the window is drawn whenever it is told something.
 #pragma once
 
 #include <windows.h>
 
 #include <cstdint>
 #include <string>
+#include <string_view>
 
 #include "database/environment.h"
 #include "wizard/win32/look.h"
@@ -19,7 +20,8 @@ class ProgressWindow : public database::Progress {
   ProgressWindow(const ProgressWindow&) = delete;
   ProgressWindow& operator=(const ProgressWindow&) = delete;
 
-  /// The window that it stands over, its title and its font (a face name).
+  /// The window that it stands over (null: the middle of the screen), its title and its font (a face name; empty: the
+  /// system's).
   void set_owner(HWND owner, std::string_view title, std::string_view font);
 
   void start(std::string_view caption, std::int32_t maximum) override;

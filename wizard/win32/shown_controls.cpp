@@ -2,6 +2,7 @@
 
 #include "wizard/form_layout.h"
 #include "wizard/win32/control_window.h"
+#include "wizard/win32/twips.h"
 
 namespace wizard::win32 {
 namespace {

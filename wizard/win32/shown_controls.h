@@ -16,8 +16,7 @@ struct ShownControl {
   form::Control* control = nullptr;
   HWND window = nullptr;  ///< null for a control that nobody sees, or that nobody has seen yet
   int id = 0;
-  Picture picture;               ///< of an image: the last one that was loaded
-  bool picture_to_load = false;  ///< the control has another one since
+  Picture picture;  ///< of an image: the last one that was loaded
 };
 
 class ShownControls {

@@ -2,6 +2,7 @@
 
 #include "support/shell.h"
 #include "support/win32/wide.h"
+#include "wizard/win32/twips.h"
 
 namespace wizard::win32 {
 
@@ -29,7 +30,7 @@ std::int32_t WindowUser::text_width(std::string_view text, std::string_view font
   const std::wstring characters = support::wide(text);
   SIZE size{};
   GetTextExtentPoint32W(context.get(), characters.c_str(), static_cast<int>(characters.size()), &size);
-  return MulDiv(size.cx, 1440, static_cast<int>(dpi));
+  return twips(size.cx, dpi);
 }
 
 void WindowUser::set_topmost(bool topmost) {

@@ -3,6 +3,12 @@
 
 #include <windows.h>
 
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
 #include "wizard/user_port.h"
 #include "wizard/win32/look.h"
 

@@ -1,0 +1,139 @@
+#include "wizard/win32/control_properties.h"
+
+#include <commctrl.h>
+#include <uxtheme.h>
+
+#include "support/win32/wide.h"
+#include "wizard/win32/control_window.h"
+
+namespace wizard::win32 {
+namespace {
+
+void show_text(HWND window, const std::string& text) {
+  if (window_text(window) != text) SetWindowTextW(window, support::wide(text).c_str());
+}
+
+void show_list(HWND window, const form::Control& control) {
+  SendMessageW(window, CB_RESETCONTENT, 0, 0);
+  for (const form::ListItem& item : control.items()) {
+    SendMessageW(window, CB_ADDSTRING, 0, reinterpret_cast<LPARAM>(support::wide(item.text).c_str()));
+  }
+}
+
+void show_selection(HWND window, const form::Control& control) {
+  if (SendMessageW(window, CB_GETCURSEL, 0, 0) == control.list_index()) return;
+  SendMessageW(window, CB_SETCURSEL, static_cast<WPARAM>(control.list_index()), 0);
+  if (control.editable()) show_text(window, control.text());
+}
+
+/// Told that it is not chosen, an option that was not chosen would lose its tab stop.
+void show_chosen(HWND window, int value) {
+  const WPARAM wanted = value != 0 ? BST_CHECKED : BST_UNCHECKED;
+  if (SendMessageW(window, BM_GETCHECK, 0, 0) != static_cast<LRESULT>(wanted))
+    SendMessageW(window, BM_SETCHECK, wanted, 0);
+}
+
+void show_value(HWND window, const form::Control& control) {
+  switch (control.kind()) {
+    case form::Kind::OptionButton:
+    case form::Kind::ChartOption:
+      show_chosen(window, control.value());
+      break;
+    case form::Kind::ScrollBar:
+      SetScrollPos(window, SB_CTL, control.value(), TRUE);
+      break;
+    case form::Kind::ProgressBar:
+      SendMessageW(window, PBM_SETPOS, static_cast<WPARAM>(control.value()), 0);
+      break;
+    default:
+      break;
+  }
+}
+
+/// Positions of the form's scroll bar are twips; a page is what the bar itself covers.
+void show_scroll_range(HWND window, const form::Control& control) {
+  const int page = control.bounds().height;
+  SCROLLINFO info{};
+  info.cbSize = sizeof info;
+  info.fMask = SIF_RANGE | SIF_PAGE;
+  info.nMax = control.maximum() + page - 1;
+  info.nPage = static_cast<UINT>(page);
+  SetScrollInfo(window, SB_CTL, &info, TRUE);
+}
+
+void show_maximum(HWND window, const form::Control& control) {
+  switch (control.kind()) {
+    case form::Kind::ScrollBar:
+      show_scroll_range(window, control);
+      break;
+    case form::Kind::ProgressBar:
+      SendMessageW(window, PBM_SETRANGE32, 0, control.maximum());
+      break;
+    case form::Kind::TextBox:
+      if (control.editable()) SendMessageW(window, EM_SETLIMITTEXT, static_cast<WPARAM>(control.maximum()), 0);
+      break;
+    case form::Kind::ComboBox:
+      if (control.editable()) SendMessageW(window, CB_LIMITTEXT, static_cast<WPARAM>(control.maximum()), 0);
+      break;
+    default:
+      break;
+  }
+}
+
+/// The themed bar has colours of its own; the plain one shows those asked for.
+void show_colours(HWND window, const form::Control& control) {
+  SetWindowTheme(window, L"", L"");
+  SendMessageW(window, PBM_SETBARCOLOR, 0, static_cast<LPARAM>(control.colours().bar));
+  SendMessageW(window, PBM_SETBKCOLOR, 0, static_cast<LPARAM>(control.colours().background));
+}
+
+}  // namespace
+
+void show_property(HWND window, const form::Control& control, form::Property property) {
+  using form::Property;
+  const bool is_list = control.kind() == form::Kind::ComboBox;
+  switch (property) {
+    case Property::Caption:
+      if (!shows_text(control)) show_text(window, control.caption());
+      break;
+    case Property::Text:
+      if (control.kind() == form::Kind::TextBox || (is_list && control.editable())) show_text(window, control.text());
+      break;
+    case Property::List:
+      if (is_list) show_list(window, control);
+      break;
+    case Property::ListIndex:
+      if (is_list) show_selection(window, control);
+      break;
+    case Property::Value:
+      show_value(window, control);
+      break;
+    case Property::Enabled:
+      EnableWindow(window, control.enabled());
+      break;
+    case Property::Visible:
+      ShowWindow(window, control.visible() ? SW_SHOWNA : SW_HIDE);
+      break;
+    case Property::Maximum:
+      show_maximum(window, control);
+      break;
+    case Property::Colours:
+      if (control.kind() == form::Kind::ProgressBar) show_colours(window, control);
+      break;
+    case Property::ToolTip:
+    case Property::Font:
+    case Property::Tag:
+    case Property::Picture:
+    case Property::Bounds:
+    case Property::Interval:
+      break;
+  }
+}
+
+std::string window_text(HWND window) {
+  std::wstring text(static_cast<std::size_t>(GetWindowTextLengthW(window)) + 1, L'\0');
+  text.resize(static_cast<std::size_t>(GetWindowTextW(window, text.data(), static_cast<int>(text.size()))));
+  return support::narrow(text);
+}
+
+}  // namespace wizard::win32

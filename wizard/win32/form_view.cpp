@@ -1,0 +1,202 @@
+#include "wizard/win32/form_view.h"
+
+#include <utility>
+
+#include "wizard/form_layout.h"
+#include "wizard/win32/chart_option.h"
+#include "wizard/win32/control_properties.h"
+#include "wizard/win32/control_window.h"
+#include "wizard/win32/page_images.h"
+#include "wizard/win32/twips.h"
+
+namespace wizard::win32 {
+namespace {
+
+constexpr UINT_PTR timer_id = 1;
+/// Beside the text of a field, in twips.
+constexpr std::int32_t text_margin = 45;
+
+/// What a new window is told, in this order: a list before what is selected in it, the page before what lies on it.
+constexpr form::Property told_to_new_window[] = {
+    form::Property::Font,    form::Property::List,      form::Property::Maximum, form::Property::Colours,
+    form::Property::Text,    form::Property::ListIndex, form::Property::Value,   form::Property::Enabled,
+    form::Property::Picture, form::Property::Visible,
+};
+
+/// What a new window shows without being told; the first page waits for every message.
+bool shows_from_the_start(const form::Control& control, form::Property property) {
+  switch (property) {
+    case form::Property::Font:
+      return is_container(control) || control.kind() == form::Kind::Image;
+    case form::Property::Text:
+      return control.kind() != form::Kind::ComboBox;
+    case form::Property::Value:
+      return control.value() == 0;
+    case form::Property::Enabled:
+      return control.enabled();
+    case form::Property::Visible:
+      return !control.visible();
+    default:
+      return false;
+  }
+}
+
+bool is_page(const form::Control& control) { return control.parent() == nullptr && is_container(control); }
+
+/// A chart below what its frame shows at first.
+bool can_wait(const form::Control& control) {
+  if (control.kind() != form::Kind::ChartOption || control.parent() == nullptr) return false;
+  const form::Control* frame = control.parent()->parent();
+  return frame != nullptr && control.bounds().top >= frame->bounds().height;
+}
+
+}  // namespace
+
+void FormView::open(HWND window) {
+  window_ = window;
+  dpi_ = GetDpiForWindow(window);
+  for (const auto& control : form_.controls()) controls_.add(*control);
+  for (const auto& shown : controls_) {
+    if (shown->control->kind() == form::Kind::Timer) show_timer(*shown->control);
+    if (shown->control->parent() == nullptr && (shown->control->visible() || !is_page(*shown->control))) create(*shown);
+    if (shown->window == nullptr) waiting_.push_back(shown.get());
+  }
+}
+
+bool FormView::work_ahead() {
+  if (pictures_.load_next(false, controls_) || tips_.create(window_)) return true;
+  if (waiting_.empty()) return pictures_.load_next(true, controls_);
+  ShownControl& shown = *waiting_.front();
+  waiting_.pop_front();
+  if (shown.window == nullptr) is_page(*shown.control) ? create_page(shown) : create(shown);
+  return true;
+}
+
+void FormView::create(ShownControl& shown) {
+  controls_.create_window(shown, window_, dpi_);
+  if (shown.window == nullptr) return;
+  if (shown.control->kind() == form::Kind::ChartOption) draw_as_chart(shown.window, pixels(chart_title_height, dpi_));
+  for (const form::Property property : told_to_new_window) {
+    if (!shows_from_the_start(*shown.control, property)) show(shown, property);
+  }
+  tips_.add(shown);
+}
+
+/// Tab goes through the page before it comes to the buttons.
+void FormView::create_page(ShownControl& page) {
+  create(page);
+  SetWindowPos(page.window, HWND_TOP, 0, 0, 0, 0, SWP_NOMOVE | SWP_NOSIZE | SWP_NOACTIVATE);
+}
+
+/// What lies on a page is there when the page is shown, whether or not there was time to create it before.
+void FormView::create_contents(const form::Control& page) {
+  for (const auto& shown : controls_) {
+    if (shown->window != nullptr || shown->control == &page || &outermost(*shown->control) != &page) continue;
+    if (can_wait(*shown->control)) {
+      waiting_.push_back(shown.get());
+    } else {
+      create(*shown);
+    }
+  }
+}
+
+void FormView::show(ShownControl& shown, form::Property property) {
+  const form::Control& control = *shown.control;
+  const bool nested = std::exchange(showing_, true);
+  switch (property) {
+    case form::Property::Font:
+      give_font(shown);
+      break;
+    case form::Property::Bounds:
+      place(shown, dpi_);
+      if (control.kind() == form::Kind::ScrollBar) show_property(shown.window, control, form::Property::Maximum);
+      break;
+    case form::Property::Picture:
+      pictures_.add(shown);
+      break;
+    case form::Property::Visible:
+      if (control.visible() && is_page(control)) create_contents(control);
+      show_property(shown.window, control, property);
+      break;
+    default:
+      show_property(shown.window, control, property);
+      if (property == form::Property::Value && control.value() != 0) give_tab_stop(control);
+      break;
+  }
+  showing_ = nested;
+}
+
+/// Tab goes to the chosen one of a group of options, not to the first one too.
+void FormView::give_tab_stop(const form::Control& chosen) const {
+  if (chosen.kind() != form::Kind::OptionButton) return;
+  for (const form::Control* member : form_.array(chosen.name())) {
+    const ShownControl* shown = controls_.of(*member);
+    if (shown == nullptr || shown->window == nullptr) continue;
+    const LONG_PTR style = GetWindowLongPtrW(shown->window, GWL_STYLE) & ~LONG_PTR{WS_TABSTOP};
+    SetWindowLongPtrW(shown->window, GWL_STYLE, member == &chosen ? style | WS_TABSTOP : style);
+  }
+}
+
+void FormView::show_timer(const form::Control& timer) const {
+  KillTimer(window_, timer_id);
+  if (timer.interval() > 0) SetTimer(window_, timer_id, static_cast<UINT>(timer.interval()), nullptr);
+}
+
+void FormView::give_font(const ShownControl& shown) {
+  const HFONT font = fonts_.font(shown.control->font(), text_style(*shown.control), dpi_);
+  SendMessageW(shown.window, WM_SETFONT, reinterpret_cast<WPARAM>(font), FALSE);
+  if (shown.control->kind() != form::Kind::TextBox) return;
+  const auto margin = static_cast<WORD>(pixels(text_margin, dpi_));
+  SendMessageW(shown.window, EM_SETMARGINS, EC_LEFTMARGIN | EC_RIGHTMARGIN, MAKELPARAM(margin, margin));
+}
+
+void FormView::show_change(const form::Control& control, form::Property property) {
+  if (property == form::Property::Interval) return show_timer(control);
+  ShownControl* shown = controls_.of(control);
+  if (shown != nullptr && shown->window == nullptr && is_page(control) && control.visible()) return create_page(*shown);
+  if (shown == nullptr || shown->window == nullptr) return;
+  // What is being typed is shown already; showing it again would move the caret.
+  const bool shown_already =
+      being_read_ == &control && (property == form::Property::Text || property == form::Property::ListIndex);
+  if (!shown_already) show(*shown, property);
+  if (control.kind() == form::Kind::Image) redraw_images_around(control, controls_);
+}
+
+void FormView::add(const form::Control& control) {
+  ShownControl& shown = controls_.add(control);
+  if (outermost(control).visible()) create(shown);
+}
+
+void FormView::redraw(const form::Control& control) const {
+  if (const ShownControl* shown = controls_.of(control))
+    RedrawWindow(shown->window, nullptr, nullptr, RDW_INVALIDATE | RDW_ALLCHILDREN);
+}
+
+void FormView::focus(const form::Control& control) const {
+  const ShownControl* shown = controls_.of(control);
+  if (shown != nullptr && shown->window != nullptr)
+    SendMessageW(window_, WM_NEXTDLGCTL, reinterpret_cast<WPARAM>(shown->window), TRUE);
+}
+
+void FormView::change_resolution(UINT dpi, const RECT& suggested) {
+  dpi_ = dpi;
+  SetWindowPos(window_, nullptr, suggested.left, suggested.top, suggested.right - suggested.left,
+               suggested.bottom - suggested.top, SWP_NOZORDER | SWP_NOACTIVATE);
+  for (const auto& shown : controls_) {
+    if (shown->window == nullptr) continue;
+    give_font(*shown);
+    if (shown->control->kind() == form::Kind::ChartOption)
+      draw_as_chart(shown->window, pixels(chart_title_height, dpi_));
+    place(*shown, dpi_);
+  }
+  RedrawWindow(window_, nullptr, nullptr, RDW_INVALIDATE | RDW_ERASE | RDW_ALLCHILDREN);
+}
+
+std::optional<FormEvent> FormView::read(const ShownControl& shown, UINT notification) {
+  being_read_ = shown.control;
+  const std::optional<FormEvent> event = event_of_command(shown, notification);
+  being_read_ = nullptr;
+  return event;
+}
+
+}  // namespace wizard::win32
