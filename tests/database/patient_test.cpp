@@ -60,6 +60,15 @@ TEST_F(Patient, OverwritesTheRowOfTheSameIdAndAddsOthers) {
             (std::vector<std::string>{"0|Stadt 0", "7|Stadt 7"}));
 }
 
+TEST_F(Patient, TellsThatARowWasRefused) {
+  const std::string file = patient_database();
+  execute(file, {"INSERT INTO patdat (id, city) VALUES (7, 'Leipziger')", "CREATE UNIQUE INDEX one ON patdat (city)"});
+  PatientRecord patient = sample_patient();
+  patient.city = "Leipziger";
+  EXPECT_EQ(db_AddPatient(environment, file, patient), 0);
+  EXPECT_EQ(rows(file, "SELECT city FROM patdat ORDER BY id"), (std::vector<std::string>{"Leipzig", "Leipziger"}));
+}
+
 TEST_F(Patient, PassesOverTheColumnsThatCannotBeStored) {
   const std::string file = patient_database();
   PatientRecord patient = sample_patient();

@@ -156,6 +156,13 @@ TEST_F(Settings, StoreWhatTheyCanBesideAColumnThatFails) {
             std::vector<std::string>{"-1|70||zone"});
 }
 
+TEST_F(Settings, TellThatTheirRowWasRefused) {
+  const std::string file = patient_database();
+  execute(file, {"DELETE * FROM patdat_setup", "ALTER TABLE patdat_setup ADD COLUMN needed TEXT(5) NOT NULL"});
+  EXPECT_EQ(db_SaveSettings(environment, file, sample_settings()), 0);
+  EXPECT_EQ(rows(file, "SELECT count(*) FROM patdat_setup"), std::vector<std::string>{"0"});
+}
+
 TEST_F(Settings, GiveAUsersZoneOfNoTimesItsDefaults) {
   const std::string file = patient_database();
   execute(file, {"UPDATE patdat_setup SET BB_From = 0, BB_Until = 0, UTZ1_From = 0, UTZ1_Until = 0, UTZ2_From = 0"});

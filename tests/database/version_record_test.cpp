@@ -79,6 +79,9 @@ TEST_F(Version, IsWrittenBackForLayoutsThatAreNotUpgraded) {
   EXPECT_EQ(db_WriteDBInfo(environment, file, record), 1);
   EXPECT_EQ(rows(file, "SELECT count(*) FROM db_info"), std::vector<std::string>{"1"});
   EXPECT_EQ(db_WriteDBInfo(environment, path("missing.das"), record), 0);
+  execute(file, {"INSERT INTO db_info (LastUser) VALUES ('X')", "CREATE UNIQUE INDEX one ON db_info (LastUser)"});
+  record.LastUser = "X";
+  EXPECT_EQ(db_WriteDBInfo(environment, file, record), 0);
 }
 
 TEST_F(Version, TellsForeignDatabasesByTheirDescription) {
