@@ -1,9 +1,10 @@
 #include "database/engine/date_text.h"
 
+#include <algorithm>
 #include <array>
-#include <cmath>
 #include <utility>
 
+#include "support/encoding.h"
 #include "support/user_locale.h"
 
 namespace engine {
@@ -37,7 +38,7 @@ class Scanner {
     return take();
   }
   void skip_blanks() {
-    while (one_of(" ")) {
+    while (one_of(" \t")) {
     }
   }
   bool at_end() const { return rest_.empty(); }
@@ -61,12 +62,17 @@ int full_year(Digits year) {
   return year.value + (year.value < 30 ? 2000 : 1900);
 }
 
-bool is_day(int year, int month, int day) {
-  if (year < 100 || month < 1 || month > 12 || day < 1 || day > 31) return false;
-  return calendar_time(date_from(year, month, day)).month == month;
+struct Day {
+  int year = 0, month = 0, day = 0;
+};
+
+bool is_day(const Day& day) {
+  return day.year >= 100 && day.month >= 1 && day.month <= 12 && day.day >= 1 &&
+         day.day <= days_in_month(day.year, day.month);
 }
 
-std::optional<Date> parse_day(Scanner& scanner) {
+/// Three numbers in the order, which need not be a day of the calendar.
+std::optional<Day> read_day(Scanner& scanner, std::string_view order) {
   std::array<Digits, 3> parts;
   char separator = '\0';
   for (std::size_t i = 0; i < parts.size(); ++i) {
@@ -76,22 +82,18 @@ std::optional<Date> parse_day(Scanner& scanner) {
     if (i == 0) separator = scanner.one_of("./-");
     if (i == 1 && scanner.one_of("./-") != separator) return std::nullopt;
   }
-  if (parts[0].count > 2) {
-    if (!is_day(parts[0].value, parts[1].value, parts[2].value)) return std::nullopt;
-    return date_from(parts[0].value, parts[1].value, parts[2].value);
+  if (parts[0].count > 2) order = "ymd";
+  Day day;
+  for (std::size_t i = 0; i < parts.size(); ++i) {
+    (order[i] == 'y'   ? day.year
+     : order[i] == 'm' ? day.month
+                       : day.day) = order[i] == 'y' ? full_year(parts[i]) : parts[i].value;
   }
-  int day = parts[0].value;
-  int month = parts[1].value;
-  const std::string& picture = support::user_locale().short_date;
-  if (picture.find('M') < picture.find('d')) std::swap(day, month);
-  const int year = full_year(parts[2]);
-  // A day that can only be meant the other way round is taken that way.
-  if (!is_day(year, month, day)) std::swap(day, month);
-  if (!is_day(year, month, day)) return std::nullopt;
-  return date_from(year, month, day);
+  return day;
 }
 
-std::optional<double> parse_time(Scanner& scanner) {
+/// In seconds.
+std::optional<int> read_time(Scanner& scanner) {
   const std::optional<Digits> hour = scanner.digits();
   if (!hour || !scanner.one_of(":")) return std::nullopt;
   const std::optional<Digits> minute = scanner.digits();
@@ -104,7 +106,37 @@ std::optional<double> parse_time(Scanner& scanner) {
     if (!scanner.one_of("Mm") || hours < 1 || hours > 12) return std::nullopt;
     hours = hours % 12 + (half == 'P' || half == 'p' ? 12 : 0);
   }
-  return (hours * 3600 + minute->value * 60 + second->value) / 86400.0;
+  return hours * 3600 + minute->value * 60 + second->value;
+}
+
+std::optional<Date> read_date(std::string_view text, std::string_view order, bool either_way) {
+  Scanner scanner{text};
+  scanner.skip_blanks();
+  std::int64_t seconds = 0;
+  if (scanner.after_number() != ':') {
+    std::optional<Day> day = read_day(scanner, order);
+    if (day && either_way && !is_day(*day)) std::swap(day->day, day->month);
+    if (!day || !is_day(*day)) return std::nullopt;
+    seconds = day_number(day->year, day->month, day->day) * seconds_per_day;
+    scanner.skip_blanks();
+  }
+  if (!scanner.at_end()) {
+    const std::optional<int> time = read_time(scanner);
+    if (!time) return std::nullopt;
+    seconds += *time;
+  }
+  scanner.skip_blanks();
+  if (!scanner.at_end()) return std::nullopt;
+  return date_of_seconds(seconds);
+}
+
+/// The letters of the user's short date in their order.
+std::string user_order() {
+  std::string order;
+  for (const char letter : support::to_lower(support::user_locale().short_date)) {
+    if ((letter == 'd' || letter == 'm' || letter == 'y') && order.find(letter) == std::string::npos) order += letter;
+  }
+  return order.size() == 3 ? order : "dmy";
 }
 
 std::string two_digits(int value, std::size_t width) {
@@ -141,32 +173,16 @@ std::string time_text(const CalendarTime& time) {
 
 }  // namespace
 
-std::optional<Date> parse_date(std::string_view text) {
-  Scanner scanner{text};
-  scanner.skip_blanks();
-  Date date;
-  if (scanner.after_number() != ':') {
-    const std::optional<Date> day = parse_day(scanner);
-    if (!day) return std::nullopt;
-    date = *day;
-    scanner.skip_blanks();
-  }
-  if (!scanner.at_end()) {
-    const std::optional<double> time = parse_time(scanner);
-    if (!time) return std::nullopt;
-    date.days += date.days < 0 ? -*time : *time;
-  }
-  scanner.skip_blanks();
-  if (!scanner.at_end()) return std::nullopt;
-  return date;
-}
+std::optional<Date> parse_date(std::string_view text, std::string_view order) { return read_date(text, order, false); }
+
+std::optional<Date> parse_user_date(std::string_view text) { return read_date(text, user_order(), true); }
 
 std::string date_text(Date date) {
   const CalendarTime time = calendar_time(date);
   const bool has_time = time.hour != 0 || time.minute != 0 || time.second != 0;
-  const double day = date_from(time.year, time.month, time.day).days;
+  const std::int64_t day = day_number(time.year, time.month, time.day);
   if (day == 0) return time_text(time);
-  const std::string text = support::short_date_text(day);
+  const std::string text = support::short_date_text(static_cast<double>(day));
   return has_time ? text + " " + time_text(time) : text;
 }
 

@@ -1,17 +1,22 @@
-// Dates as the user writes them, in the order and with the separators of the user's locale.
+// Dates as texts: in the order and with the separators of the user's locale, or in the order that is asked for.
 #pragma once
 
 #include <optional>
 #include <string>
 #include <string_view>
 
-#include "database/engine/value.h"
+#include "database/engine/date.h"
 
 namespace engine {
 
-/// Reads "day", "time" or "day time": the day in the locale's order or year first, separated by ".", "/" or "-"; years
-/// of two digits are 1930 to 2029; the time with or without seconds. Nothing where the text is not entirely a date.
-std::optional<Date> parse_date(std::string_view text);
+/// Reads "day", "time" or "day time". The day is three numbers in this order of "d", "m" and "y", or with a year of
+/// more than two digits first, separated by ".", "/" or "-"; years of two digits are 1930 to 2029. The time has seconds
+/// or not, AM and PM or neither. Nothing where the text is not entirely a date.
+std::optional<Date> parse_date(std::string_view text, std::string_view order);
+
+/// The same in the order of the user's short date. A day that can only be meant with day and month changed over is
+/// taken that way.
+std::optional<Date> parse_user_date(std::string_view text);
 
 /// The locale's short date, the time where there is one, and the time alone on day 0.
 std::string date_text(Date date);

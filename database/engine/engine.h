@@ -10,7 +10,6 @@
 #include <memory>
 #include <string>
 #include <string_view>
-#include <vector>
 
 #include "database/engine/value.h"
 #include "support/error.h"
@@ -29,6 +28,8 @@ enum class DataType : std::int16_t {
   Text = 10,
   Memo = 12,
 };
+
+constexpr bool is_text(DataType type) noexcept { return type == DataType::Text || type == DataType::Memo; }
 
 /// Field attributes, with the engine's numbers; they are a bit set.
 inline constexpr std::int32_t attribute_fixed = 1;
@@ -62,8 +63,10 @@ class Field {
   virtual void set_required(bool required) = 0;
   virtual bool allow_zero_length() const = 0;
   virtual void set_allow_zero_length(bool allow) = 0;
+  /// From 0; fields of equal positions stand in the order of appending.
   virtual std::int16_t ordinal_position() const = 0;
   virtual void set_ordinal_position(std::int16_t position) = 0;
+  /// Rule and text are kept; the embedded engine checks no value against them.
   virtual std::string validation_rule() const = 0;
   virtual void set_validation_rule(std::string_view rule) = 0;
   virtual std::string validation_text() const = 0;
@@ -78,43 +81,55 @@ class Fields {
   /// 3265 where there is none.
   virtual std::shared_ptr<Field> item(std::int32_t position) const = 0;
   virtual std::shared_ptr<Field> item(std::string_view name) const = 0;
-  /// 3191 where a field of this name exists.
+  /// 3191 where a field of this name exists, 3190 for the 256th, 3125 for a name that is none, 3259 for a type that is
+  /// none, 3219 for a field that is appended already, a second AutoNumber, or a field of another engine. In rows that
+  /// are there it is Null, an AutoNumber is counted from 1.
   virtual void append(const std::shared_ptr<Field>& field) = 0;
-  /// Deletes a field with its values; 3265 where there is none.
+  /// Deletes a field with its values; 3265 where there is none, 3280 where an index uses it, 3264 for the only one.
   virtual void remove(std::string_view name) = 0;
 };
 
+/// An index of a table. Properties and fields may be set until it is appended (3219 afterwards).
 class Index {
  public:
   virtual ~Index() = default;
   virtual std::string name() const = 0;
+  /// A primary index is unique and required, too.
   virtual bool primary() const = 0;
   virtual void set_primary(bool primary) = 0;
   virtual bool unique() const = 0;
   virtual void set_unique(bool unique) = 0;
   virtual bool required() const = 0;
   virtual void set_required(bool required) = 0;
+  /// This and "clustered" are kept; the embedded engine does nothing else for them.
   virtual bool ignore_nulls() const = 0;
   virtual void set_ignore_nulls(bool ignore) = 0;
   virtual bool clustered() const = 0;
   virtual void set_clustered(bool clustered) = 0;
+  /// A field of the index, by the name of the table's field; to be appended to fields().
   virtual std::shared_ptr<Field> create_field(std::string_view name) = 0;
   virtual std::shared_ptr<Field> create_field(std::string_view name, DataType type) = 0;
   virtual Fields& fields() = 0;
 };
 
+/// The indexes of a table definition, in the order of appending.
 class Indexes {
  public:
   virtual ~Indexes() = default;
   virtual std::int32_t count() const = 0;
+  /// 3265 where there is none.
   virtual std::shared_ptr<Index> item(std::int32_t position) const = 0;
   virtual std::shared_ptr<Index> item(std::string_view name) const = 0;
-  /// 3284 where an index of this name exists; 3022 where a unique one meets duplicate rows. An index of a table that is
-  /// not appended yet may name fields that are created later; 3409 when they are still missing at TableDefs append.
+  /// 3284 where an index of this name exists, 3283 for a second primary one, 3264 for one without fields; 3022 where a
+  /// unique one meets duplicate rows, 3058 where a required one meets Null. An index of a table that is not appended
+  /// yet may name fields that are created later; 3409 when they are still missing at TableDefs append.
   virtual void append(const std::shared_ptr<Index>& index) = 0;
+  /// 3265 where there is none.
   virtual void remove(std::string_view name) = 0;
 };
 
+/// A table. Like a field's, its properties may be set before and after appending; those below the name are kept and
+/// change nothing else.
 class TableDef {
  public:
   virtual ~TableDef() = default;
@@ -131,6 +146,8 @@ class TableDef {
   virtual void set_validation_rule(std::string_view rule) = 0;
   virtual std::string validation_text() const = 0;
   virtual void set_validation_text(std::string_view text) = 0;
+  /// A field or an index for this table, to be appended to fields() or indexes(). `size` is in characters and counts
+  /// for Text alone; 1 to 255, and 255 where it is not given or 0.
   virtual std::shared_ptr<Field> create_field(std::string_view name, DataType type) = 0;
   virtual std::shared_ptr<Field> create_field(std::string_view name, DataType type, std::int32_t size) = 0;
   virtual std::shared_ptr<Index> create_index(std::string_view name) = 0;
@@ -143,10 +160,13 @@ class TableDefs {
  public:
   virtual ~TableDefs() = default;
   virtual std::int32_t count() const = 0;
+  /// 3265 where there is none.
   virtual std::shared_ptr<TableDef> item(std::int32_t position) const = 0;
   virtual std::shared_ptr<TableDef> item(std::string_view name) const = 0;
-  /// 3010 where a table of this name exists; 3264 for a table without fields.
+  /// With its fields and indexes, all or nothing. 3010 where a table of this name exists, 3264 for a table without
+  /// fields, 3125 for a name that is none.
   virtual void append(const std::shared_ptr<TableDef>& table) = 0;
+  /// Deletes a table with its rows; 3265 where there is none.
   virtual void remove(std::string_view name) = 0;
 };
 
@@ -167,63 +187,70 @@ class Recordset {
   /// Starts a new row with its defaults; the AutoNumber can be read at once. The row that was current is current again
   /// after update().
   virtual void add_new() = 0;
+  /// Starts a change of the current row. This, add_new() and delete_row() raise 3027 where updatable() is false or the
+  /// file is read-only; the moves give an edit up without a word.
   virtual void edit() = 0;
   /// Stores the row being added or edited; on failure the edit stays open and the file is unchanged: 3314 where a
   /// required field is Null, 3058 where one of a primary index is, 3022 for a duplicate, 3167 for a row that is gone.
   virtual void update() = 0;
   virtual void cancel_update() = 0;
-  /// Deletes the current row ("Delete" of the engine).
+  /// Deletes the current row ("Delete" of the engine). Until the next move there is none: reading it raises 3167, as
+  /// for a row that is gone already.
   virtual void delete_row() = 0;
   virtual void close() = 0;
 
   virtual std::int32_t field_count() const = 0;
+  /// Positions count from 0; 3265 for an unknown position or name.
   virtual std::string field_name(std::int32_t position) const = 0;
   virtual DataType field_type(std::int32_t position) const = 0;
+  /// Of the row that is being added or edited, else of the current one.
   virtual Value value(std::int32_t position) const = 0;
-  /// 3265 for an unknown field.
   virtual Value value(std::string_view field) const = 0;
   /// Converts to the field's type at once: 3421 where that cannot be or the value is out of range, 3163 where a text is
   /// too long, 3315 where it is empty and the field takes none, 3164 for an AutoNumber or a column that is no field.
   virtual void set_value(std::string_view field, const Value& value) = 0;
 };
 
+/// An open database file; closed on destruction.
 class Database {
  public:
   virtual ~Database() = default;
+  /// The path that it was opened by.
   virtual std::string name() const = 0;
   /// Rolls an open transaction back. Closing twice does nothing.
   virtual void close() = 0;
   /// 3031 where the old password is wrong or the new one has more than 20 characters; "" clears. 3045 where the file is
   /// open elsewhere, 3246 in a transaction.
   virtual void new_password(std::string_view old_password, std::string_view new_password) = 0;
+  /// A new table, to be appended to table_defs().
   virtual std::shared_ptr<TableDef> create_table_def(std::string_view name) = 0;
   virtual TableDefs& table_defs() = 0;
-  /// A table name or a SELECT statement.
+  /// The rows of a table, or of a SELECT statement; 3078 where it is neither, and what else the statement raises.
   virtual std::unique_ptr<Recordset> open_recordset(std::string_view source) = 0;
-  /// One statement that changes data or layout. Text after its end is an error.
+  /// One statement that changes data or layout; 3065 for a query, 3142 for text after its end.
   virtual void execute(std::string_view sql) = 0;
-  /// Rows changed by the last execute().
+  /// Rows changed by the last execute(); 0 where it failed.
   virtual std::int32_t records_affected() const = 0;
 
-  /// One transaction per handle, not nested: 3034 for a commit or rollback without one.
+  /// One transaction per handle, not nested: 3219 for a second one, 3034 for a commit or rollback without one. A commit
+  /// that fails has rolled back.
   virtual void begin_transaction() = 0;
   virtual void commit_transaction() = 0;
   virtual void rollback_transaction() = 0;
 
   /// Copies what is committed to a new file of the same password and checks the copy; on failure no file is left. 3204
   /// where a file is there, 3044 where its folder is not, 3343 where the copy does not hold together, 3246 in a
-  /// transaction, 3251 from an engine that cannot copy.
-  virtual void save_copy(std::string_view path) {
-    static_cast<void>(path);
-    throw support::RuntimeError(3251, "Operation is not supported for this type of object.");
-  }
+  /// transaction, 3251 from the automation engine unless the database was opened exclusively.
+  virtual void save_copy(std::string_view path) = 0;
 };
 
+/// Opens and creates database files. Paths are Windows paths.
 class Engine {
  public:
   virtual ~Engine() = default;
-  /// A new, empty database without password. 3204 where the file exists, 3044 where its folder does not. Nothing is on
-  /// the disk before the first change is committed; a handle closed before that leaves no file.
+  /// A new, empty database without password. 3204 where the file exists, 3044 where its folder does not. Of the
+  /// embedded engine nothing is on the disk before the first change is committed, and a handle closed before that
+  /// leaves no file.
   virtual std::unique_ptr<Database> create_database(std::string_view path, std::string_view locale,
                                                     std::int32_t version) = 0;
   /// `connect` is "" or "MS Access;pwd=" + password. 3024 missing file, 3031 wrong password, 3343 no database,
@@ -248,10 +275,11 @@ class Transaction {
   Database* database_;
 };
 
+using EngineFactory = std::unique_ptr<Engine> (*)(std::string_view identifier);
+
 /// Creates an engine object by its programmatic identifier ("DAO.DBEngine.36", "DAO.DBEngine.35"): the automation
 /// object of this identifier, with the embedded engine for the files that this one wrote. The embedded engine answers
 /// alone, and to both, where neither is registered. Raises 429 where no engine answers.
-using EngineFactory = std::unique_ptr<Engine> (*)(std::string_view identifier);
 std::unique_ptr<Engine> open_engine(std::string_view identifier);
 
 }  // namespace engine

@@ -5,13 +5,9 @@
 #include <string>
 #include <variant>
 
-namespace engine {
+#include "database/engine/date.h"
 
-/// A moment: days since 1899-12-30; the fraction is the time of day. Range -657434 … 2958465.
-struct Date {
-  double days = 0;
-  friend bool operator==(const Date&, const Date&) = default;
-};
+namespace engine {
 
 struct Null {
   friend bool operator==(const Null&, const Null&) = default;
@@ -35,15 +31,5 @@ std::string to_text(const Value& value);
 /// A number other than 0 is true; the texts "True" and "False" are taken as well.
 bool to_bool(const Value& value);
 Date to_date(const Value& value);
-
-/// Calendar day of the proleptic Gregorian calendar to a Date, and a time of day.
-Date date_from(int year, int month, int day, int hour = 0, int minute = 0, int second = 0);
-struct CalendarTime {
-  int year, month, day, hour, minute, second;
-};
-/// Seconds are rounded to the nearest.
-CalendarTime calendar_time(Date date);
-/// "YYYY-MM-DD HH:MM:SS".
-std::string iso_text(Date date);
 
 }  // namespace engine

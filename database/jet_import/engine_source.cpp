@@ -1,21 +1,14 @@
 #include "database/jet_import/engine_source.h"
 
-#include <algorithm>
 #include <cmath>
 #include <utility>
+
+#include "database/engine/embedded/field_type.h"
 
 namespace jet_import {
 namespace {
 
-/// The engine's own tables, and tables that its window hides.
-constexpr std::uint32_t system_object = 0x80000002U;
-
-bool is_held_by_ours(engine::DataType type) {
-  using engine::DataType;
-  constexpr DataType types[] = {DataType::Boolean, DataType::Byte, DataType::Integer, DataType::Long, DataType::Single,
-                                DataType::Double,  DataType::Date, DataType::Text,    DataType::Memo};
-  return std::ranges::find(types, type) != std::end(types);
-}
+bool is_held_by_ours(engine::DataType type) { return engine::embedded::find_field_type(type) != nullptr; }
 
 /// A type of the automation objects alone; its values arrive as Double.
 constexpr auto money = static_cast<engine::DataType>(5);
@@ -108,7 +101,6 @@ class EngineSource : public Source {
 
  private:
   void add(engine::TableDef& table) {
-    if ((static_cast<std::uint32_t>(table.attributes()) & system_object) != 0) return;
     if (!table.connect().empty()) {
       linked_tables_.push_back(table.name());
       return;

@@ -36,6 +36,7 @@ class RefusingDatabase : public engine::Database {
   void begin_transaction() override { real_->begin_transaction(); }
   void commit_transaction() override { real_->commit_transaction(); }
   void rollback_transaction() override { real_->rollback_transaction(); }
+  void save_copy(std::string_view path) override { real_->save_copy(path); }
 
  private:
   std::unique_ptr<engine::Database> real_;

@@ -5,7 +5,7 @@
 
 #include "database/engine/embedded/connection.h"
 #include "database/engine/embedded/database_file.h"
-#include "database/engine/embedded/engine_error.h"
+#include "database/engine/engine_error.h"
 
 namespace faults {
 namespace {

@@ -2,6 +2,7 @@
 
 #include "database/engine/automation/automation_recordset.h"
 #include "database/engine/automation/file_copy.h"
+#include "database/engine/engine_error.h"
 #include "support/file_system.h"
 
 namespace engine::automation {
@@ -42,7 +43,7 @@ void AutomationDatabase::close() {
 }
 
 const Object& AutomationDatabase::open() const {
-  if (!database_) raise_object_closed();
+  if (!database_) raise(3420);
   return database_;
 }
 
@@ -75,16 +76,14 @@ void AutomationDatabase::execute(std::string_view sql) {
 void AutomationDatabase::begin_transaction() {
   open();
   // The engine would nest them.
-  if (in_transaction_) throw support::RuntimeError(3219, "Invalid operation.");
+  if (in_transaction_) raise(3219);
   workspace_.call(L"BeginTrans");
   in_transaction_ = true;
 }
 
 void AutomationDatabase::require_transaction() const {
   open();
-  if (in_transaction_) return;
-  throw support::RuntimeError(3034,
-                              "You tried to commit or rollback a transaction without first beginning a transaction.");
+  if (!in_transaction_) raise(3034);
 }
 
 void AutomationDatabase::commit_transaction() {
@@ -106,16 +105,14 @@ void AutomationDatabase::copy_closed_file(std::string_view path) const {
     exclusive_open_(workspace_, path, true).call(L"Close");
   } catch (const support::RuntimeError&) {
     support::host_file_system().remove(path);
-    throw support::RuntimeError(3343, "Unrecognized database format: the copy cannot be opened.");
+    raise(3343, "the copy cannot be opened");
   }
 }
 
 void AutomationDatabase::save_copy(std::string_view path) {
   open();
-  if (in_transaction_) throw support::RuntimeError(3246, "Operation is not supported in transactions.");
-  if (!exclusive_open_) {
-    throw support::RuntimeError(3251, "Operation is not supported for a database that was not opened exclusively.");
-  }
+  if (in_transaction_) raise(3246);
+  if (!exclusive_open_) raise(3251, "copying a database that was not opened exclusively");
   tables_.forget();
   database_.call(L"Close");
   database_.reset();

@@ -2,16 +2,11 @@
 
 #include <algorithm>
 
-#include "database/engine/automation/collection.h"
 #include "database/engine/automation/variant_value.h"
+#include "database/engine/engine_error.h"
 #include "support/encoding.h"
 
 namespace engine::automation {
-namespace {
-
-[[noreturn]] void raise_no_such_field() { throw support::RuntimeError(3265, "Item not found in this collection."); }
-
-}  // namespace
 
 AutomationRecordset::~AutomationRecordset() {
   try {
@@ -29,7 +24,7 @@ void AutomationRecordset::close() {
 }
 
 const Object& AutomationRecordset::open() const {
-  if (!object_) raise_object_closed();
+  if (!object_) raise(3420);
   return object_;
 }
 
@@ -51,7 +46,7 @@ const std::vector<AutomationRecordset::Column>& AutomationRecordset::columns() c
 
 const AutomationRecordset::Column& AutomationRecordset::column(std::int32_t position) const {
   const auto& known = columns();
-  if (position < 0 || static_cast<std::size_t>(position) >= known.size()) raise_no_such_field();
+  if (position < 0 || static_cast<std::size_t>(position) >= known.size()) raise(3265, std::to_string(position));
   return known[static_cast<std::size_t>(position)];
 }
 
@@ -59,7 +54,7 @@ const AutomationRecordset::Column& AutomationRecordset::column(std::string_view 
   const auto& known = columns();
   const auto found = std::ranges::find_if(
       known, [name](const Column& column) { return support::equal_ignoring_case(column.name, name); });
-  if (found == known.end()) raise_no_such_field();
+  if (found == known.end()) raise(3265, name);
   return *found;
 }
 

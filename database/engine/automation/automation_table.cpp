@@ -42,9 +42,7 @@ const std::vector<std::int32_t>& AutomationTableDefs::places() const {
 
 std::shared_ptr<TableDef> AutomationTableDefs::item(std::int32_t position) const {
   const auto& known = places();
-  if (position < 0 || static_cast<std::size_t>(position) >= known.size()) {
-    throw support::RuntimeError(3265, "Item not found in this collection.");
-  }
+  if (position < 0 || static_cast<std::size_t>(position) >= known.size()) raise(3265, std::to_string(position));
   return std::make_shared<AutomationTableDef>(tables_.item(Kind::TableDef, known[static_cast<std::size_t>(position)]),
                                               true);
 }

@@ -6,19 +6,15 @@
 #include <string_view>
 
 #include "database/engine/automation/object.h"
+#include "database/engine/engine_error.h"
 
 namespace engine::automation {
 
-/// 3420, for objects of a database that was closed.
-[[noreturn]] void raise_object_closed();
-/// 3219, for an object that another engine has made.
-[[noreturn]] void raise_other_engine();
-
-/// The object of this engine behind an object of the model.
+/// The object of this engine behind an object of the model; 3219 where another engine has made it.
 template <typename Ours, typename Interface>
 Ours& ours(const std::shared_ptr<Interface>& object) {
   auto* found = dynamic_cast<Ours*>(object.get());
-  if (found == nullptr) raise_other_engine();
+  if (found == nullptr) raise(3219);
   return *found;
 }
 

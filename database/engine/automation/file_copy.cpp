@@ -2,9 +2,11 @@
 
 #include <windows.h>
 
+#include <algorithm>
+#include <iterator>
 #include <vector>
 
-#include "support/error.h"
+#include "database/engine/engine_error.h"
 #include "support/win32/handle.h"
 #include "support/win32/wide.h"
 
@@ -15,26 +17,22 @@ using support::FileHandle;
 
 constexpr DWORD chunk_size = 1 << 20;
 
-support::RuntimeError error_of(DWORD failure) {
-  switch (failure) {
-    case ERROR_SHARING_VIOLATION:
-    case ERROR_LOCK_VIOLATION:
-      return {3045, "Could not use the database file; it is already in use."};
-    case ERROR_FILE_EXISTS:
-    case ERROR_ALREADY_EXISTS:
-      return {3204, "Database already exists."};
-    case ERROR_PATH_NOT_FOUND:
-    case ERROR_INVALID_NAME:
-      return {3044, "The folder of the database file is not a valid path."};
-    case ERROR_ACCESS_DENIED:
-      return {3051, "The database file cannot be opened: you need permission."};
-    default:
-      return {3043, "Disk or network error."};
-  }
-}
+struct FailureRow {
+  DWORD failure;
+  int number;
+};
 
+constexpr FailureRow failures[] = {
+    {ERROR_SHARING_VIOLATION, 3045}, {ERROR_LOCK_VIOLATION, 3045}, {ERROR_FILE_EXISTS, 3204},
+    {ERROR_ALREADY_EXISTS, 3204},    {ERROR_PATH_NOT_FOUND, 3044}, {ERROR_INVALID_NAME, 3044},
+    {ERROR_ACCESS_DENIED, 3051},
+};
+
+/// The engine's number of the system's last error; 3043 for those that the table lacks.
 void check(bool done) {
-  if (!done) throw error_of(GetLastError());
+  if (done) return;
+  const auto* row = std::ranges::find(failures, GetLastError(), &FailureRow::failure);
+  raise(row != std::end(failures) ? row->number : 3043);
 }
 
 void copy_content(HANDLE source, HANDLE target) {

@@ -13,6 +13,9 @@
 
 namespace engine::embedded {
 
+inline constexpr std::int32_t longest_text = 255;  ///< characters of a field of type Text
+inline constexpr std::size_t most_fields = 255;    ///< of a table, of an index, of a query
+
 struct FieldDefinition {
   std::string name;
   DataType type = DataType::Text;
@@ -26,6 +29,7 @@ struct FieldDefinition {
   std::string validation_text;
 
   bool auto_increment() const noexcept { return (attributes & attribute_auto_increment) != 0; }
+  bool holds_text() const noexcept { return is_text(type); }
 };
 
 struct IndexDefinition {
@@ -39,6 +43,8 @@ struct IndexDefinition {
 
   /// Null in one of the fields is error 3058.
   bool forbids_null() const noexcept { return primary || required; }
+  /// A second row of the same values is error 3022.
+  bool forbids_duplicates() const noexcept { return primary || unique; }
 };
 
 /// The definition of this name, without regard to case; null where there is none.

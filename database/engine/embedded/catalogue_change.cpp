@@ -4,7 +4,7 @@
 
 #include <utility>
 
-#include "database/engine/embedded/engine_error.h"
+#include "database/engine/engine_error.h"
 
 namespace engine::embedded {
 namespace {

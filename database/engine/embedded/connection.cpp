@@ -6,8 +6,8 @@
 #include <type_traits>
 #include <utility>
 
-#include "database/engine/embedded/engine_error.h"
 #include "database/engine/embedded/jet_sql/jet_sql.h"
+#include "database/engine/engine_error.h"
 
 namespace engine::embedded {
 namespace {
@@ -55,16 +55,6 @@ void choose_cipher(sqlite3* handle) {
 }
 
 }  // namespace
-
-std::string quoted(std::string_view name) {
-  std::string text = "\"";
-  for (const char c : name) {
-    if (c == '"') text += '"';
-    text += c;
-  }
-  text += '"';
-  return text;
-}
 
 Statement::Statement(sqlite3* connection, std::string_view sql) {
   sqlite3_stmt* statement = nullptr;

@@ -17,9 +17,6 @@
 
 namespace engine::embedded {
 
-/// A name as SQLite's text quotes it.
-std::string quoted(std::string_view name);
-
 /// A prepared statement. Must not outlive its connection. Parameters count from 1, columns from 0.
 class Statement {
  public:

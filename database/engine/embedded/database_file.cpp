@@ -5,7 +5,7 @@
 #include <string_view>
 #include <system_error>
 
-#include "database/engine/embedded/engine_error.h"
+#include "database/engine/engine_error.h"
 
 namespace engine::embedded {
 namespace {

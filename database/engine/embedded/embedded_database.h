@@ -7,7 +7,7 @@
 #include <string_view>
 
 #include "database/engine/embedded/session.h"
-#include "database/engine/embedded/table_objects.h"
+#include "database/engine/embedded/table_object.h"
 #include "database/engine/engine.h"
 
 namespace engine::embedded {

@@ -3,8 +3,10 @@
 #include <algorithm>
 #include <utility>
 
-#include "database/engine/embedded/engine_error.h"
 #include "database/engine/embedded/field_value.h"
+#include "database/engine/embedded/session_scope.h"
+#include "database/engine/embedded/sqlite_text.h"
+#include "database/engine/engine_error.h"
 
 namespace engine::embedded {
 namespace {
@@ -34,57 +36,9 @@ std::optional<std::size_t> auto_number_field(const TableDefinition& table) {
   return static_cast<std::size_t>(field - table.fields.data());
 }
 
-std::string_view without_outer_blanks(std::string_view text) {
-  constexpr std::string_view blanks = " \t\r\n";
-  const std::size_t begin = std::min(text.find_first_not_of(blanks), text.size());
-  return text.substr(begin, text.find_last_not_of(blanks) + 1 - begin);
-}
-
-std::string_view without_brackets(std::string_view name) {
-  if (name.size() > 2 && name.front() == '[' && name.back() == ']') return name.substr(1, name.size() - 2);
-  return name;
-}
-
-EmbeddedRecordset::Source table_source(Session& session, const TablePointer& table) {
-  if (table->definition.row_id_column().empty()) raise(3251);
-  EmbeddedRecordset::Source source;
-  source.table = table;
-  source.sqlite_sql = "SELECT ";
-  for (const FieldDefinition& field : table->definition.fields) {
-    source.sqlite_sql += quoted(field.name) + ",";
-    source.columns.push_back({field.name, field.type, field.size, field.name});
-  }
-  const std::string from = " FROM " + quoted(table->definition.name);
-  const std::string row_id{table->definition.row_id_column()};
-  source.sqlite_sql += row_id + from + " ORDER BY " + row_id;
-  source.count = static_cast<std::int32_t>(session.connection().integer("SELECT count(*)" + from));
-  return source;
-}
-
-EmbeddedRecordset::Source query_source(Session& session, const jet_sql::Query& query) {
-  EmbeddedRecordset::Source source{query.sqlite_sql, query.columns, nullptr, std::nullopt};
-  if (!query.base_table.empty()) source.table = session.catalogue().find(query.base_table);
-  return source;
-}
-
-bool is_one_word(std::string_view text) { return text.find_first_of(" \t\r\n") == std::string_view::npos; }
-
 }  // namespace
 
-std::unique_ptr<Recordset> open_recordset(const std::shared_ptr<Session>& session, std::string_view source) {
-  const ReadScope scope{*session};
-  const std::string_view name = without_brackets(without_outer_blanks(source));
-  if (const TablePointer table = session->catalogue().find(name)) {
-    return std::make_unique<EmbeddedRecordset>(session, table_source(*session, table));
-  }
-  if (is_one_word(name)) raise(3078, name);
-  const auto program = session->compile(source);
-  const auto* query = std::get_if<jet_sql::Query>(program.get());
-  if (!query) raise(3219);
-  return std::make_unique<EmbeddedRecordset>(session, query_source(*session, *query));
-}
-
-EmbeddedRecordset::EmbeddedRecordset(std::shared_ptr<Session> session, Source source)
+EmbeddedRecordset::EmbeddedRecordset(std::shared_ptr<Session> session, RecordsetSource source)
     : session_(session),
       columns_(std::move(source.columns)),
       table_fields_(bind_columns(columns_, source.table)),
@@ -228,12 +182,10 @@ void EmbeddedRecordset::check_nulls() const {
 }
 
 void EmbeddedRecordset::append_edited(std::int64_t row_id) {
-  RowBuffer& rows = reader_.rows();
   std::vector<Value> values;
   values.reserve(static_cast<std::size_t>(field_count()));
   for (std::int32_t i = 0; i < field_count(); ++i) values.push_back(value(i));
-  rows.begin_row(row_id);
-  for (const Value& content : values) rows.append(content);
+  reader_.rows().append(row_id, values);
 }
 
 std::int64_t EmbeddedRecordset::insert_row() {
@@ -256,13 +208,13 @@ void EmbeddedRecordset::update_row() {
   std::vector<const Value*> values;
   for (std::size_t i = 0; i < edited_.size(); ++i) {
     if (!edited_[i]) continue;
-    assignments += (assignments.empty() ? "" : ",") + quoted(table_->definition.fields[i].name) + "=?";
+    assignments += (assignments.empty() ? "" : ",") + quoted_name(table_->definition.fields[i].name) + "=?";
     values.push_back(&*edited_[i]);
   }
   if (values.empty()) return;
   Connection& connection = session_->connection();
   const PooledStatement change =
-      connection.statement("UPDATE " + quoted(table_->definition.name) + " SET " + assignments + where_row());
+      connection.statement("UPDATE " + quoted_name(table_->definition.name) + " SET " + assignments + where_row());
   int parameter = 0;
   for (const Value* content : values) change->bind(++parameter, *content);
   change->bind(++parameter, reader_.rows().row_id(row_));
@@ -296,7 +248,7 @@ void EmbeddedRecordset::delete_row() {
   begin_edit(Editing::None);
   AtomicChange change{*session_};
   session_->connection()
-      .statement("DELETE FROM " + quoted(table_->definition.name) + where_row())
+      .statement("DELETE FROM " + quoted_name(table_->definition.name) + where_row())
       ->with(reader_.rows().row_id(row_))
       .run();
   if (session_->connection().changes() == 0) raise(3167);

@@ -9,25 +9,16 @@
 #include <string_view>
 #include <vector>
 
+#include "database/engine/embedded/recordset_source.h"
 #include "database/engine/embedded/row_reader.h"
 #include "database/engine/embedded/session.h"
 #include "database/engine/engine.h"
 
 namespace engine::embedded {
 
-/// `source` is a table's name or a SELECT statement: 3078 where it is neither.
-std::unique_ptr<Recordset> open_recordset(const std::shared_ptr<Session>& session, std::string_view source);
-
 class EmbeddedRecordset : public Recordset {
  public:
-  struct Source {
-    std::string sqlite_sql;
-    std::vector<jet_sql::ResultColumn> columns;
-    TablePointer table;                 ///< null: cannot be updated
-    std::optional<std::int32_t> count;  ///< of a whole table
-  };
-
-  EmbeddedRecordset(std::shared_ptr<Session> session, Source source);
+  EmbeddedRecordset(std::shared_ptr<Session> session, RecordsetSource source);
 
   bool bof() const override;
   bool eof() const override;

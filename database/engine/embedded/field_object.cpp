@@ -1,7 +1,9 @@
+#include "database/engine/embedded/field_object.h"
+
 #include <utility>
 
-#include "database/engine/embedded/engine_error.h"
-#include "database/engine/embedded/table_objects.h"
+#include "database/engine/embedded/layout.h"
+#include "database/engine/engine_error.h"
 
 namespace engine::embedded {
 

@@ -3,7 +3,7 @@
 #include <cmath>
 #include <limits>
 
-#include "database/engine/embedded/engine_error.h"
+#include "database/engine/engine_error.h"
 
 namespace engine::embedded {
 namespace {
@@ -38,16 +38,6 @@ bool is_whole_type(DataType type) {
   return type == DataType::Byte || type == DataType::Integer || type == DataType::Long;
 }
 
-Value number_value(double number, DataType type) {
-  if (type == DataType::Boolean) return number != 0;
-  if (type == DataType::Single) return static_cast<float>(number);
-  if (type == DataType::Date) return Date{number};
-  const bool fits = std::trunc(number) == number && number >= std::numeric_limits<std::int32_t>::min() &&
-                    number <= std::numeric_limits<std::int32_t>::max();
-  if (is_whole_type(type) && fits) return static_cast<std::int32_t>(number);
-  return number;
-}
-
 }  // namespace
 
 Value value_for_field(const FieldDefinition& field, const Value& value) {
@@ -67,14 +57,24 @@ Value value_for_field(const FieldDefinition& field, const Value& value) {
   return result;
 }
 
+Value value_of_number(double number, DataType type) {
+  if (type == DataType::Boolean) return number != 0;
+  if (type == DataType::Single) return static_cast<float>(number);
+  if (type == DataType::Date) return Date{number};
+  const bool fits = std::trunc(number) == number && number >= std::numeric_limits<std::int32_t>::min() &&
+                    number <= std::numeric_limits<std::int32_t>::max();
+  if (is_whole_type(type) && fits) return static_cast<std::int32_t>(number);
+  return number;
+}
+
 Value column_value(const Statement& row, int column, DataType type) {
   switch (row.storage_class(column)) {
     case SQLITE_NULL:
       return Null{};
     case SQLITE_INTEGER:
     case SQLITE_FLOAT:
-      if (type == DataType::Text || type == DataType::Memo) return std::string(row.text(column));
-      return number_value(row.number(column), type);
+      if (is_text(type)) return std::string(row.text(column));
+      return value_of_number(row.number(column), type);
     default:
       return std::string(row.text(column));
   }

@@ -12,6 +12,9 @@ namespace engine::embedded {
 /// where a text is too long, 3315 where it is empty and the field takes none. Null stays Null.
 Value value_for_field(const FieldDefinition& field, const Value& value);
 
+/// A stored number, as a column of this type reads; Double where the type cannot hold it.
+Value value_of_number(double number, DataType type);
+
 /// A column of the statement's row, as a column of this type reads. A value that the type cannot hold is told as it is.
 Value column_value(const Statement& row, int column, DataType type);
 

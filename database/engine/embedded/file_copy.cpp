@@ -2,7 +2,8 @@
 
 #include <filesystem>
 
-#include "database/engine/embedded/engine_error.h"
+#include "database/engine/embedded/database_file.h"
+#include "database/engine/engine_error.h"
 
 namespace engine::embedded {
 namespace {

@@ -1,7 +1,9 @@
+#include "database/engine/embedded/index_object.h"
+
 #include <algorithm>
 
-#include "database/engine/embedded/engine_error.h"
-#include "database/engine/embedded/table_objects.h"
+#include "database/engine/embedded/field_type.h"
+#include "database/engine/engine_error.h"
 
 namespace engine::embedded {
 
@@ -9,7 +11,7 @@ IndexObject::IndexObject(std::string_view name) { definition_.name = name; }
 
 IndexObject::IndexObject(const IndexDefinition& definition) : definition_(definition), appended_(true) {
   for (const std::string& name : definition.fields) {
-    auto field = std::make_shared<FieldObject>(layout::new_field(name, DataType::Text, 0));
+    auto field = std::make_shared<FieldObject>(new_field(name, DataType::Text, 0));
     field->freeze();
     fields_.add(std::move(field));
   }
@@ -25,7 +27,7 @@ void IndexObject::set_primary(bool primary) { set(&IndexDefinition::primary, pri
 std::shared_ptr<Field> IndexObject::create_field(std::string_view name) { return create_field(name, DataType::Text); }
 
 std::shared_ptr<Field> IndexObject::create_field(std::string_view name, DataType type) {
-  return std::make_shared<FieldObject>(layout::new_field(name, type, 0));
+  return std::make_shared<FieldObject>(new_field(name, type, 0));
 }
 
 IndexDefinition IndexObject::definition() const {

@@ -2,42 +2,17 @@
 
 #include <algorithm>
 #include <string>
-#include <utility>
 
-#include "database/engine/embedded/engine_error.h"
+#include "database/engine/embedded/field_type.h"
 #include "database/engine/embedded/field_value.h"
+#include "database/engine/embedded/session_scope.h"
+#include "database/engine/embedded/sqlite_text.h"
+#include "database/engine/engine_error.h"
 
 namespace engine::embedded::layout {
 namespace {
 
 constexpr std::size_t maximum_name_characters = 64;
-constexpr std::size_t maximum_fields = 255;
-constexpr std::int32_t maximum_text_size = 255;
-
-/// How a field of a type is stored: the size it shows, and a declaration whose affinity changes no value.
-struct TypeTraits {
-  DataType type;
-  std::int32_t size;
-  std::string_view declaration;
-};
-
-constexpr TypeTraits type_traits[] = {
-    {DataType::Boolean, 1, "INTEGER"},
-    {DataType::Byte, 1, "INTEGER"},
-    {DataType::Integer, 2, "INTEGER"},
-    {DataType::Long, 4, "INTEGER"},
-    {DataType::Single, 4, "REAL"},
-    {DataType::Double, 8, "REAL"},
-    {DataType::Date, 8, "REAL"},
-    {DataType::Text, maximum_text_size, "TEXT COLLATE JET"},
-    {DataType::Memo, 0, "TEXT COLLATE JET"},
-};
-
-/// Null for a number that is no type.
-const TypeTraits* find_traits(DataType type) {
-  const auto* found = std::ranges::find(type_traits, type, &TypeTraits::type);
-  return found == std::end(type_traits) ? nullptr : found;
-}
 
 void check_name(std::string_view name) {
   const bool allowed =
@@ -55,31 +30,31 @@ void check_auto_number(const FieldDefinition& field, const TableDefinition& tabl
   if (field.auto_increment() && table.auto_number()) raise(3219);
 }
 
+/// Precondition: the field was checked.
 std::string column(const FieldDefinition& field) {
-  const TypeTraits* traits = find_traits(field.type);
-  return quoted(field.name) + " " + std::string(traits ? traits->declaration : "");
+  return quoted_name(field.name) + " " + std::string(find_field_type(field.type)->declaration);
 }
 
 /// Indexes share one name space in SQLite; the table's identity keeps them apart and outlives its renaming.
 std::string index_name(std::int64_t table, std::string_view index) {
-  return quoted(std::to_string(table) + "." + std::string(index));
+  return quoted_name(std::to_string(table) + "." + std::string(index));
 }
 
 void create_sqlite_index(Connection& connection, std::int64_t id, std::string_view table,
                          const IndexDefinition& index) {
-  std::string sql = index.unique || index.primary ? "CREATE UNIQUE INDEX " : "CREATE INDEX ";
-  sql += index_name(id, index.name) + " ON " + quoted(table) + "(";
-  for (const std::string& field : index.fields) sql += (&field == index.fields.data() ? "" : ",") + quoted(field);
+  std::string sql = index.forbids_duplicates() ? "CREATE UNIQUE INDEX " : "CREATE INDEX ";
+  sql += index_name(id, index.name) + " ON " + quoted_name(table) + "(";
+  for (const std::string& field : index.fields) sql += (&field == index.fields.data() ? "" : ",") + quoted_name(field);
   connection.run(sql + ")");
 }
 
 /// Fills an AutoNumber field that was added to a table with rows.
 void number_rows(Connection& connection, const TableDefinition& table, const FieldDefinition& field) {
   const std::string row_id{table.row_id_column()};
-  const std::string name = quoted(table.name);
+  const std::string name = quoted_name(table.name);
   const PooledStatement rows = connection.statement("SELECT " + row_id + " FROM " + name + " ORDER BY " + row_id);
   const PooledStatement update =
-      connection.statement("UPDATE " + name + " SET " + quoted(field.name) + "=? WHERE " + row_id + "=?");
+      connection.statement("UPDATE " + name + " SET " + quoted_name(field.name) + "=? WHERE " + row_id + "=?");
   for (std::int64_t number = 1; rows->step(); ++number) update->with(number, rows->integer(0)).run();
 }
 
@@ -87,11 +62,11 @@ void number_rows(Connection& connection, const TableDefinition& table, const Fie
 void convert_values(Connection& connection, const TableDefinition& table, const std::string& old_column,
                     DataType old_type, const FieldDefinition& field) {
   const std::string row_id{table.row_id_column()};
-  const std::string name = quoted(table.name);
+  const std::string name = quoted_name(table.name);
   const PooledStatement rows =
       connection.statement("SELECT " + row_id + ", " + old_column + " FROM " + name + " ORDER BY " + row_id);
   const PooledStatement update =
-      connection.statement("UPDATE " + name + " SET " + quoted(field.name) + "=?1 WHERE " + row_id + "=?2");
+      connection.statement("UPDATE " + name + " SET " + quoted_name(field.name) + "=?1 WHERE " + row_id + "=?2");
   while (rows->step()) {
     update->bind(1, value_for_field(field, column_value(*rows, 1, old_type)));
     update->bind(2, rows->integer(0));
@@ -103,9 +78,10 @@ void check_no_null(Connection& connection, const TableDefinition& table, const I
   if (!index.forbids_null()) return;
   std::string condition;
   for (const std::string& field : index.fields) {
-    condition += (condition.empty() ? "" : " OR ") + quoted(field) + " IS NULL";
+    condition += (condition.empty() ? "" : " OR ") + quoted_name(field) + " IS NULL";
   }
-  if (connection.integer("SELECT 1 FROM " + quoted(table.name) + " WHERE " + condition + " LIMIT 1") == 1) raise(3058);
+  if (connection.integer("SELECT 1 FROM " + quoted_name(table.name) + " WHERE " + condition + " LIMIT 1") == 1)
+    raise(3058);
 }
 
 /// The index with its fields spelled as the table spells them.
@@ -123,30 +99,11 @@ bool is_indexed(const TableDefinition& table, std::string_view field) {
 
 }  // namespace
 
-FieldDefinition new_field(std::string_view name, DataType type, std::int32_t size) {
-  FieldDefinition field;
-  field.name = name;
-  field.type = type;
-  field.attributes = type == DataType::Text || type == DataType::Memo ? attribute_variable : attribute_fixed;
-  const TypeTraits* traits = find_traits(type);
-  field.size = traits ? traits->size : 0;
-  if (type == DataType::Text && size > 0) field.size = size;
-  return field;
-}
-
-FieldDefinition completed(const FieldDefinition& field) {
-  const FieldDefinition usual = new_field(field.name, field.type, field.size);
-  FieldDefinition complete = field;
-  complete.size = usual.size;
-  if (!complete.auto_increment()) complete.attributes = usual.attributes;
-  return complete;
-}
-
 void check_field(const FieldDefinition& field) {
   check_name(field.name);
-  if (!find_traits(field.type)) raise(3259);
+  if (!find_field_type(field.type)) raise(3259);
   if (field.auto_increment() && field.type != DataType::Long) raise(3259);
-  if (field.type == DataType::Text && (field.size < 1 || field.size > maximum_text_size)) raise(3001);
+  if (field.type == DataType::Text && (field.size < 1 || field.size > longest_text)) raise(3001);
   jet_sql::compile_default(field);
 }
 
@@ -164,7 +121,7 @@ std::int64_t create_table(Session& session, const TableDefinition& table) {
   check_name(table.name);
   if (session.catalogue().find(table.name)) raise(3010, table.name);
   if (table.fields.empty()) raise(3264);
-  if (table.fields.size() > maximum_fields) raise(3190);
+  if (table.fields.size() > most_fields) raise(3190);
   TableDefinition checked = table;
   checked.fields.clear();
   checked.indexes.clear();
@@ -183,7 +140,7 @@ std::int64_t create_table(Session& session, const TableDefinition& table) {
   AtomicChange change{session};
   const std::int64_t id = session.change_catalogue().insert_table(checked);
   Connection& connection = session.connection();
-  connection.run("CREATE TABLE " + quoted(table.name) + "(" + columns + ")");
+  connection.run("CREATE TABLE " + quoted_name(table.name) + "(" + columns + ")");
   for (const IndexDefinition& index : checked.indexes) create_sqlite_index(connection, id, table.name, index);
   change.done();
   return id;
@@ -193,7 +150,7 @@ void drop_table(Session& session, std::int64_t table) {
   const TablePointer stored = session.table(table);
   AtomicChange change{session};
   session.change_catalogue().erase_table(table);
-  session.connection().run("DROP TABLE " + quoted(stored->definition.name));
+  session.connection().run("DROP TABLE " + quoted_name(stored->definition.name));
   change.done();
 }
 
@@ -208,8 +165,8 @@ void change_table(Session& session, std::int64_t table, const TableDefinition& p
   AtomicChange change{session};
   session.change_catalogue().update_table(table, properties);
   if (renamed) {
-    session.connection().run("ALTER TABLE " + quoted(stored->definition.name) + " RENAME TO " +
-                             quoted(properties.name));
+    session.connection().run("ALTER TABLE " + quoted_name(stored->definition.name) + " RENAME TO " +
+                             quoted_name(properties.name));
   }
   change.done();
 }
@@ -218,11 +175,11 @@ void add_field(Session& session, std::int64_t table, const FieldDefinition& fiel
   const TablePointer stored = session.table(table);
   check_field(field);
   if (stored->definition.find_field(field.name)) raise(3191, field.name);
-  if (stored->definition.fields.size() >= maximum_fields) raise(3190);
+  if (stored->definition.fields.size() >= most_fields) raise(3190);
   check_auto_number(field, stored->definition);
   AtomicChange change{session};
   session.change_catalogue().insert_field(table, field);
-  session.connection().run("ALTER TABLE " + quoted(stored->definition.name) + " ADD COLUMN " + column(field));
+  session.connection().run("ALTER TABLE " + quoted_name(stored->definition.name) + " ADD COLUMN " + column(field));
   if (field.auto_increment()) number_rows(session.connection(), session.table(table)->definition, field);
   change.done();
 }
@@ -238,8 +195,8 @@ void change_field(Session& session, std::int64_t table, std::string_view field, 
   AtomicChange change{session};
   session.change_catalogue().update_field(table, field, changed);
   if (current->name != changed.name) {
-    session.connection().run("ALTER TABLE " + quoted(stored->definition.name) + " RENAME COLUMN " +
-                             quoted(current->name) + " TO " + quoted(changed.name));
+    session.connection().run("ALTER TABLE " + quoted_name(stored->definition.name) + " RENAME COLUMN " +
+                             quoted_name(current->name) + " TO " + quoted_name(changed.name));
   }
   change.done();
 }
@@ -248,21 +205,21 @@ void convert_field(Session& session, std::int64_t table, const FieldDefinition& 
   const TablePointer stored = session.table(table);
   const FieldDefinition* current = stored->definition.find_field(changed.name);
   if (!current) raise(3265, changed.name);
-  if (stored->definition.row_id_column().empty()) raise(3251);
+  if (stored->definition.row_id_column().empty()) raise(3251, "rows without an identity");
   FieldDefinition complete = changed;
   complete.name = current->name;
   check_field(complete);
   if (!current->auto_increment()) check_auto_number(complete, stored->definition);
   AtomicChange change{session};
   Connection& connection = session.connection();
-  const std::string name = quoted(stored->definition.name);
+  const std::string name = quoted_name(stored->definition.name);
   // A name with a "." is no field's.
-  const std::string old_column = quoted("old." + current->name);
+  const std::string old_column = quoted_name("old." + current->name);
   session.change_catalogue().update_field(table, current->name, complete);
   for (const IndexDefinition& index : stored->definition.indexes) {
     connection.run("DROP INDEX " + index_name(table, index.name));
   }
-  connection.run("ALTER TABLE " + name + " RENAME COLUMN " + quoted(current->name) + " TO " + old_column);
+  connection.run("ALTER TABLE " + name + " RENAME COLUMN " + quoted_name(current->name) + " TO " + old_column);
   connection.run("ALTER TABLE " + name + " ADD COLUMN " + column(complete));
   convert_values(connection, stored->definition, old_column, current->type, complete);
   connection.run("ALTER TABLE " + name + " DROP COLUMN " + old_column);
@@ -280,7 +237,8 @@ void drop_field(Session& session, std::int64_t table, std::string_view field) {
   if (stored->definition.fields.size() == 1) raise(3264);
   AtomicChange change{session};
   session.change_catalogue().erase_field(table, field);
-  session.connection().run("ALTER TABLE " + quoted(stored->definition.name) + " DROP COLUMN " + quoted(current->name));
+  session.connection().run("ALTER TABLE " + quoted_name(stored->definition.name) + " DROP COLUMN " +
+                           quoted_name(current->name));
   change.done();
 }
 

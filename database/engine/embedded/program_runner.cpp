@@ -2,8 +2,9 @@
 
 #include <memory>
 
-#include "database/engine/embedded/engine_error.h"
+#include "database/engine/embedded/field_type.h"
 #include "database/engine/embedded/layout.h"
+#include "database/engine/engine_error.h"
 #include "support/file_system.h"
 
 namespace engine::embedded {
@@ -26,7 +27,7 @@ TableDefinition table_of_columns(const std::string& name, const std::vector<jet_
   TableDefinition table;
   table.name = name;
   for (const jet_sql::ResultColumn& column : columns) {
-    table.fields.push_back(layout::new_field(column.name, column.type, column.size));
+    table.fields.push_back(new_field(column.name, column.type, column.size));
   }
   return table;
 }
@@ -43,11 +44,8 @@ std::int32_t copy_rows(Connection& source, const jet_sql::Query& query, Session&
   return count;
 }
 
-std::int64_t table_id(Session& session, const std::string& name) {
-  const TablePointer table = session.catalogue().find(name);
-  if (!table) raise(3376, name);
-  return table->id;
-}
+/// Tables, fields and indexes that a program names are there: it was compiled against the catalogue of this moment.
+TablePointer named_table(Session& session, const std::string& name) { return session.catalogue().find(name); }
 
 /// Runs each kind of program; the result is the number of rows changed.
 struct Runner {
@@ -57,7 +55,7 @@ struct Runner {
 
   std::int32_t operator()(const jet_sql::Change& change) const {
     const PooledStatement statement = session.connection().statement(change.sqlite_sql);
-    if (change.takes_number) statement->with(session.next_number(*session.catalogue().find(change.table)));
+    if (change.takes_number) statement->with(session.next_number(*named_table(session, change.table)));
     statement->run();
     const std::int32_t count = session.connection().changes();
     // Other statements number their rows by themselves.
@@ -74,58 +72,49 @@ struct Runner {
     const auto* query = std::get_if<jet_sql::Query>(program.get());
     if (!query) raise(3219);
     const std::int64_t id = layout::create_table(session, table_of_columns(into.target, query->columns));
-    const std::int32_t count = copy_rows(source.connection(), *query, session, session.table(id));
-    return count;
+    return copy_rows(source.connection(), *query, session, session.table(id));
   }
 
   std::int32_t operator()(const jet_sql::CreateTable& create) const {
-    TableDefinition table = create.table;
-    for (FieldDefinition& field : table.fields) field = layout::completed(field);
-    layout::create_table(session, table);
+    layout::create_table(session, create.table);
     return 0;
   }
 
   std::int32_t operator()(const jet_sql::AddField& add) const {
-    layout::add_field(session, table_id(session, add.table), layout::completed(add.field));
+    layout::add_field(session, named_table(session, add.table)->id, add.field);
     return 0;
   }
 
   std::int32_t operator()(const jet_sql::AlterField& alter) const {
-    const std::int64_t id = table_id(session, alter.table);
-    const TablePointer table = session.table(id);
+    const TablePointer table = named_table(session, alter.table);
     const FieldDefinition* current = table->definition.find_field(alter.field.name);
-    if (!current) raise(3381, alter.field.name);
-    FieldDefinition changed = layout::completed(alter.field);
+    FieldDefinition changed = alter.field;
     // What the statement does not name stays.
     changed.ordinal_position = current->ordinal_position;
     changed.allow_zero_length = current->allow_zero_length;
     changed.required = changed.required || current->required;
     if (changed.default_value.empty()) changed.default_value = current->default_value;
-    layout::convert_field(session, id, changed);
+    layout::convert_field(session, table->id, changed);
     return 0;
   }
 
   std::int32_t operator()(const jet_sql::DropField& drop) const {
-    const std::int64_t id = table_id(session, drop.table);
-    if (!session.table(id)->definition.find_field(drop.field)) raise(3381, drop.field);
-    layout::drop_field(session, id, drop.field);
+    layout::drop_field(session, named_table(session, drop.table)->id, drop.field);
     return 0;
   }
 
   std::int32_t operator()(const jet_sql::DropTable& drop) const {
-    layout::drop_table(session, table_id(session, drop.table));
+    layout::drop_table(session, named_table(session, drop.table)->id);
     return 0;
   }
 
   std::int32_t operator()(const jet_sql::CreateIndex& create) const {
-    layout::create_index(session, table_id(session, create.table), create.index);
+    layout::create_index(session, named_table(session, create.table)->id, create.index);
     return 0;
   }
 
   std::int32_t operator()(const jet_sql::DropIndex& drop) const {
-    const std::int64_t id = table_id(session, drop.table);
-    if (!find_named(session.table(id)->definition.indexes, drop.index)) raise(3372, drop.index);
-    layout::drop_index(session, id, drop.index);
+    layout::drop_index(session, named_table(session, drop.table)->id, drop.index);
     return 0;
   }
 };

@@ -1,15 +1,25 @@
 #include "database/engine/embedded/row_buffer.h"
 
+#include <bit>
 #include <cstring>
+#include <limits>
 #include <type_traits>
+
+#include "database/engine/embedded/field_value.h"
 
 namespace engine::embedded {
 namespace {
 
+/// What a packed value begins with.
+enum class Packed : char { Null, Whole, Number, Text };
+
 template <typename Content>
-void put(std::string& bytes, const Content& content) {
+void put(std::string& bytes, Packed kind, const Content& content) {
   static_assert(std::is_trivially_copyable_v<Content>);
-  bytes.append(reinterpret_cast<const char*>(&content), sizeof content);
+  char packed[1 + sizeof content];
+  packed[0] = static_cast<char>(kind);
+  std::memcpy(packed + 1, &content, sizeof content);
+  bytes.append(packed, sizeof packed);
 }
 
 template <typename Content>
@@ -20,38 +30,31 @@ Content get(const char*& position) {
   return content;
 }
 
-/// A packed value begins with its position in the variant.
-template <typename Content>
-constexpr std::uint8_t kind_of = static_cast<std::uint8_t>(Value(Content{}).index());
-
-constexpr std::uint8_t text_kind = 6;
-static_assert(std::is_same_v<std::variant_alternative_t<text_kind, Value>, std::string>);
-static_assert(std::variant_size_v<Value> == text_kind + 1);
-
-/// Bytes of the contents before the text.
-constexpr std::size_t content_sizes[] = {0,           sizeof(bool), sizeof(std::int32_t), sizeof(float), sizeof(double),
-                                         sizeof(Date)};
-
 void skip(const char*& position) {
-  const auto kind = get<std::uint8_t>(position);
-  const std::size_t size = kind == text_kind ? get<std::size_t>(position) : content_sizes[kind];
-  position += size;
+  switch (get<Packed>(position)) {
+    case Packed::Null:
+      return;
+    case Packed::Whole:
+      position += sizeof(std::int32_t);
+      return;
+    case Packed::Number:
+      position += sizeof(double);
+      return;
+    case Packed::Text:
+      const auto size = get<std::uint32_t>(position);
+      position += size;
+      return;
+  }
 }
 
-Value unpack(const char* position) {
-  switch (get<std::uint8_t>(position)) {
-    case kind_of<bool>:
-      return get<bool>(position);
-    case kind_of<std::int32_t>:
-      return get<std::int32_t>(position);
-    case kind_of<float>:
-      return get<float>(position);
-    case kind_of<double>:
-      return get<double>(position);
-    case kind_of<Date>:
-      return get<Date>(position);
-    case text_kind: {
-      const auto size = get<std::size_t>(position);
+Value unpack(const char* position, DataType type) {
+  switch (get<Packed>(position)) {
+    case Packed::Whole:
+      return value_of_number(get<std::int32_t>(position), type);
+    case Packed::Number:
+      return value_of_number(get<double>(position), type);
+    case Packed::Text: {
+      const auto size = get<std::uint32_t>(position);
       return std::string(position, size);
     }
     default:
@@ -61,32 +64,59 @@ Value unpack(const char* position) {
 
 }  // namespace
 
-void RowBuffer::begin_row(std::int64_t row_id) { rows_.push_back({row_id, bytes_.size(), false}); }
+void RowBuffer::append(const Statement& row, bool has_row_id) {
+  const int columns = static_cast<int>(types_.size());
+  rows_.push_back({has_row_id ? row.integer(columns) : 0, bytes_.size(), false});
+  for (int column = 0; column < columns; ++column) append_column(row, column);
+}
 
-void RowBuffer::append(const Value& value) {
-  if (const auto* text = std::get_if<std::string>(&value)) {
-    append_text(*text);
-    return;
+void RowBuffer::append(std::int64_t row_id, const std::vector<Value>& values) {
+  rows_.push_back({row_id, bytes_.size(), false});
+  for (const Value& value : values) append_value(value);
+}
+
+void RowBuffer::append_column(const Statement& row, int column) {
+  switch (row.storage_class(column)) {
+    case SQLITE_NULL:
+      return append_null();
+    case SQLITE_INTEGER:
+    case SQLITE_FLOAT:
+      // A number in a column of texts reads as SQLite prints it.
+      if (is_text(types_[static_cast<std::size_t>(column)])) return append_text(row.text(column));
+      return append_number(row.number(column));
+    default:
+      return append_text(row.text(column));
   }
-  put(bytes_, static_cast<std::uint8_t>(value.index()));
-  std::visit(
-      [&](const auto& content) {
-        using Content = std::decay_t<decltype(content)>;
-        if constexpr (!std::is_same_v<Content, Null> && !std::is_same_v<Content, std::string>) put(bytes_, content);
-      },
-      value);
+}
+
+void RowBuffer::append_value(const Value& value) {
+  if (is_null(value)) return append_null();
+  if (const auto* text = std::get_if<std::string>(&value)) return append_text(*text);
+  append_number(to_double(value));
+}
+
+void RowBuffer::append_null() { bytes_ += static_cast<char>(Packed::Null); }
+
+void RowBuffer::append_number(double number) {
+  using Limits = std::numeric_limits<std::int32_t>;
+  const auto whole = number >= Limits::min() && number <= Limits::max() ? static_cast<std::int32_t>(number) : 0;
+  // By its bits: a negative zero is no whole number.
+  if (std::bit_cast<std::uint64_t>(static_cast<double>(whole)) == std::bit_cast<std::uint64_t>(number)) {
+    put(bytes_, Packed::Whole, whole);
+  } else {
+    put(bytes_, Packed::Number, number);
+  }
 }
 
 void RowBuffer::append_text(std::string_view text) {
-  put(bytes_, text_kind);
-  put(bytes_, text.size());
+  put(bytes_, Packed::Text, static_cast<std::uint32_t>(text.size()));
   bytes_ += text;
 }
 
 Value RowBuffer::value(std::size_t row, std::size_t column) const {
   const char* position = bytes_.data() + rows_[row].offset;
   for (std::size_t i = 0; i < column; ++i) skip(position);
-  return unpack(position);
+  return unpack(position, types_[column]);
 }
 
 void RowBuffer::replace_by_last(std::size_t row) {

@@ -1,23 +1,27 @@
-// Rows as a recordset keeps them: packed one behind the other in one block of memory, so that a long result costs
-// little more than its data.
+// Rows as a recordset keeps them: packed one behind the other in one block of memory, as they are stored. A value is
+// made of what is stored when it is asked for, so that a long result costs little more than its data.
 #pragma once
 
 #include <cstdint>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
+#include "database/engine/embedded/connection.h"
 #include "database/engine/engine.h"
 
 namespace engine::embedded {
 
 class RowBuffer {
  public:
+  /// Types of the columns, as they read.
+  explicit RowBuffer(std::vector<DataType> types) : types_(std::move(types)) {}
+
   std::size_t size() const noexcept { return rows_.size(); }
-  /// A row is begun, then gets its values in order.
-  void begin_row(std::int64_t row_id);
-  void append(const Value& value);
-  void append_text(std::string_view text);
+  /// The statement's row; with `has_row_id` its last column, one more than there are types, is the row's identity.
+  void append(const Statement& row, bool has_row_id);
+  void append(std::int64_t row_id, const std::vector<Value>& values);
 
   Value value(std::size_t row, std::size_t column) const;
   std::int64_t row_id(std::size_t row) const { return rows_[row].id; }
@@ -33,6 +37,13 @@ class RowBuffer {
     bool deleted;
   };
 
+  void append_column(const Statement& row, int column);
+  void append_value(const Value& value);
+  void append_null();
+  void append_number(double number);
+  void append_text(std::string_view text);
+
+  std::vector<DataType> types_;
   std::vector<Row> rows_;
   std::string bytes_;
 };

@@ -2,8 +2,6 @@
 
 #include <utility>
 
-#include "database/engine/embedded/field_value.h"
-
 namespace engine::embedded {
 namespace {
 
@@ -13,7 +11,7 @@ constexpr std::size_t rows_read_at_once = 200;
 
 RowReader::RowReader(std::shared_ptr<Session> session, std::string_view sqlite_sql, std::vector<DataType> types,
                      bool has_row_id)
-    : session_(std::move(session)), types_(std::move(types)), has_row_id_(has_row_id) {
+    : session_(std::move(session)), has_row_id_(has_row_id), rows_(std::move(types)) {
   statement_.emplace(session_->connection().statement(sqlite_sql));
   session_->add_reader(*this);
   reach(rows_read_at_once - 1);
@@ -53,15 +51,7 @@ bool RowReader::read_row() {
     let_go();
     return false;
   }
-  const int columns = static_cast<int>(types_.size());
-  rows_.begin_row(has_row_id_ ? statement.integer(columns) : 0);
-  for (int column = 0; column < columns; ++column) {
-    if (statement.storage_class(column) == SQLITE_TEXT) {
-      rows_.append_text(statement.text(column));
-    } else {
-      rows_.append(column_value(statement, column, types_[static_cast<std::size_t>(column)]));
-    }
-  }
+  rows_.append(statement, has_row_id_);
   return true;
 }
 

@@ -36,7 +36,6 @@ class RowReader : public PendingReader {
   void let_go() noexcept;
 
   std::shared_ptr<Session> session_;
-  std::vector<DataType> types_;
   bool has_row_id_;
   std::optional<PooledStatement> statement_;
   RowBuffer rows_;

@@ -1,10 +1,11 @@
 #include "database/engine/embedded/session.h"
 
 #include <algorithm>
-#include <limits>
 #include <utility>
 
-#include "database/engine/embedded/engine_error.h"
+#include "database/engine/embedded/database_file.h"
+#include "database/engine/embedded/session_scope.h"
+#include "database/engine/engine_error.h"
 #include "support/encoding.h"
 
 namespace engine::embedded {
@@ -175,7 +176,7 @@ TablePointer Session::table(std::int64_t id) {
 
 void Session::forget_catalogue() noexcept {
   catalogue_.reset();
-  last_numbers_.clear();
+  numbers_.forget();
 }
 
 void Session::remove_reader(PendingReader& reader) noexcept { std::erase(readers_, &reader); }
@@ -273,43 +274,8 @@ void Session::rollback_transaction() {
 
 const TableStatements& Session::statements_of(const TablePointer& table) {
   TableStatements& statements = statements_[table->id];
-  if (statements.table == table) return statements;
-  std::string defaults;
-  std::string names;
-  std::string parameters;
-  for (const FieldDefinition& field : table->definition.fields) {
-    defaults += (defaults.empty() ? "SELECT " : ",") + jet_sql::compile_default(field);
-    names += (names.empty() ? "" : ",") + quoted(field.name);
-    parameters += parameters.empty() ? "?" : ",?";
-  }
-  const std::string insert =
-      "INSERT INTO " + quoted(table->definition.name) + "(" + names + ") VALUES(" + parameters + ")";
-  statements = {table, defaults, insert};
+  if (statements.table != table) statements = write_statements(table);
   return statements;
-}
-
-std::int64_t Session::highest_number(const StoredTable& table) {
-  const std::string field = quoted(table.definition.auto_number()->name);
-  return connection().integer("SELECT max(" + field + ") FROM " + quoted(table.definition.name));
-}
-
-bool Session::numbers_are_current() {
-  const std::int64_t version = connection().integer("PRAGMA data_version");
-  return std::exchange(numbers_version_, version) == version;
-}
-
-std::int32_t Session::next_number(const StoredTable& table) {
-  if (!numbers_are_current()) last_numbers_.clear();
-  auto number = last_numbers_.find(table.id);
-  if (number == last_numbers_.end()) number = last_numbers_.emplace(table.id, highest_number(table)).first;
-  if (number->second >= std::numeric_limits<std::int32_t>::max()) throw support::RuntimeError(6, "Overflow");
-  return static_cast<std::int32_t>(++number->second);
-}
-
-std::int32_t Session::confirm_number(const StoredTable& table, std::int32_t number) {
-  if (numbers_are_current()) return number;
-  last_numbers_.clear();
-  return highest_number(table) < number ? number : next_number(table);
 }
 
 void Session::change_password(std::string_view old_password, std::string_view new_password) {
@@ -341,63 +307,6 @@ void Session::change_password(std::string_view old_password, std::string_view ne
   disconnect();
   password_ = new_password;
   connect_existing();
-}
-
-ReadScope::ReadScope(Session& session) : session_(session) {
-  session.require_open();
-  if (!session.has_catalogue() || session.connection_->in_transaction()) return;
-  session.connection_->run("BEGIN");
-  own_transaction_ = true;
-  try {
-    session.adopt_catalogue();
-  } catch (...) {
-    end();
-    throw;
-  }
-}
-
-void ReadScope::end() noexcept {
-  try {
-    if (std::exchange(own_transaction_, false)) session_.connection_->run("COMMIT");
-  } catch (const support::RuntimeError&) {
-    // Nothing was written; SQLite gives the lock back with the connection at the latest.
-  }
-}
-
-AtomicChange::AtomicChange(Session& session) : session_(session) {
-  session.prepare_change();
-  own_transaction_ = !session.connection_ || !session.connection_->in_transaction();
-  if (own_transaction_) {
-    session.begin_change();
-  } else {
-    session.connection_->run("SAVEPOINT change");
-    catalogue_before_ = session.catalogue_;
-  }
-}
-
-AtomicChange::~AtomicChange() {
-  if (finished_) return;
-  if (own_transaction_) {
-    session_.undo_change();
-    return;
-  }
-  try {
-    session_.connection_->run("ROLLBACK TO change");
-    session_.connection_->run("RELEASE change");
-  } catch (const support::RuntimeError&) {
-    // The whole transaction was rolled back already; its commit will say so.
-  }
-  session_.catalogue_ = catalogue_before_;
-  session_.forget_numbers();
-}
-
-void AtomicChange::done() {
-  finished_ = true;
-  if (own_transaction_) {
-    session_.end_change();
-  } else {
-    session_.connection_->run("RELEASE change");
-  }
 }
 
 }  // namespace engine::embedded

@@ -2,19 +2,18 @@
 // rows that recordsets are still reading. After close() every call raises 3420.
 #pragma once
 
-#include <chrono>
 #include <cstdint>
 #include <memory>
-#include <optional>
 #include <string>
 #include <string_view>
 #include <unordered_map>
 #include <vector>
 
+#include "database/engine/embedded/auto_numbers.h"
 #include "database/engine/embedded/catalogue_change.h"
 #include "database/engine/embedded/connection.h"
-#include "database/engine/embedded/database_file.h"
 #include "database/engine/embedded/stored_catalogue.h"
+#include "database/engine/embedded/table_statements.h"
 
 namespace engine::embedded {
 
@@ -28,17 +27,12 @@ class PendingReader {
   virtual void abandon() noexcept = 0;
 };
 
-/// Statements that every recordset of a table needs.
-struct TableStatements {
-  TablePointer table;
-  std::string defaults;  ///< SELECT: one row with the default of each field
-  std::string insert;    ///< a parameter for each field
-};
-
 class Session {
  public:
-  /// A new file, which is not created before the first change.
+  /// A new file, which is not created before the first change. Raises as check_place_of_new_file() does.
   static std::shared_ptr<Session> create(const std::string& host_path, const ConnectionOptions& options);
+  /// 3031 where the password does not fit; one given for a plain file is not asked for. 3045 where the file is in use
+  /// longer than the busy time; and as check_place_of_file() and identify_database_file() raise.
   static std::shared_ptr<Session> open(const std::string& host_path, std::string_view password,
                                        const ConnectionOptions& options);
   ~Session();
@@ -73,11 +67,13 @@ class Session {
   const TableStatements& statements_of(const TablePointer& table);
 
   /// The AutoNumber that the table's next row gets.
-  std::int32_t next_number(const StoredTable& table);
+  std::int32_t next_number(const StoredTable& table) { return numbers_.next(connection(), table); }
   /// The same number, or the next one where another handle has used it since.
-  std::int32_t confirm_number(const StoredTable& table, std::int32_t number);
+  std::int32_t confirm_number(const StoredTable& table, std::int32_t number) {
+    return numbers_.confirm(connection(), table, number);
+  }
   /// Numbers are to be looked up again.
-  void forget_numbers() noexcept { last_numbers_.clear(); }
+  void forget_numbers() noexcept { numbers_.forget(); }
 
   const std::string& password() const noexcept { return password_; }
   void change_password(std::string_view old_password, std::string_view new_password);
@@ -102,9 +98,6 @@ class Session {
   void undo_change() noexcept;
   /// 3043 where the open transaction is gone.
   void require_transaction() const;
-  std::int64_t highest_number(const StoredTable& table);
-  /// False where another connection has changed rows since the last call.
-  bool numbers_are_current();
   /// The catalogue was rolled back, or may have been.
   void forget_catalogue() noexcept;
   /// False for a new file as long as nothing is in it.
@@ -125,40 +118,7 @@ class Session {
   std::int64_t committed_stamp_ = 0;  ///< of the catalogue, when the change began
   std::vector<PendingReader*> readers_;
   std::unordered_map<std::int64_t, TableStatements> statements_;
-  std::unordered_map<std::int64_t, std::int64_t> last_numbers_;
-  std::int64_t numbers_version_ = -1;
-};
-
-/// Reads of one operation that see one state of the file, and look at it once to learn whether the layout has changed.
-class ReadScope {
- public:
-  explicit ReadScope(Session& session);
-  ~ReadScope() { end(); }
-  ReadScope(const ReadScope&) = delete;
-  ReadScope& operator=(const ReadScope&) = delete;
-
- private:
-  void end() noexcept;
-
-  Session& session_;
-  bool own_transaction_ = false;
-};
-
-/// One change that happens as a whole or not at all, inside the open transaction or in one of its own. Undone unless
-/// done() was reached.
-class AtomicChange {
- public:
-  explicit AtomicChange(Session& session);
-  ~AtomicChange();
-  AtomicChange(const AtomicChange&) = delete;
-  AtomicChange& operator=(const AtomicChange&) = delete;
-  void done();
-
- private:
-  Session& session_;
-  bool own_transaction_;
-  std::shared_ptr<const StoredCatalogue> catalogue_before_;
-  bool finished_ = false;
+  AutoNumbers numbers_;
 };
 
 }  // namespace engine::embedded

@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <utility>
 
-#include "database/engine/embedded/engine_error.h"
+#include "database/engine/engine_error.h"
 
 namespace engine::embedded {
 namespace {

@@ -1,8 +1,11 @@
+#include "database/engine/embedded/table_object.h"
+
 #include <algorithm>
 #include <utility>
 
-#include "database/engine/embedded/engine_error.h"
-#include "database/engine/embedded/table_objects.h"
+#include "database/engine/embedded/field_type.h"
+#include "database/engine/embedded/layout.h"
+#include "database/engine/engine_error.h"
 
 namespace engine::embedded {
 namespace {
@@ -83,7 +86,7 @@ std::shared_ptr<Field> TableObject::create_field(std::string_view name, DataType
 }
 
 std::shared_ptr<Field> TableObject::create_field(std::string_view name, DataType type, std::int32_t size) {
-  return std::make_shared<FieldObject>(layout::new_field(name, type, size));
+  return std::make_shared<FieldObject>(new_field(name, type, size));
 }
 
 std::shared_ptr<Index> TableObject::create_index(std::string_view name) { return std::make_shared<IndexObject>(name); }
@@ -163,7 +166,7 @@ void TableObject::TableIndexes::append(const std::shared_ptr<Index>& index) {
     // Its fields may still be created: they are looked for when the table is appended.
     TableDefinition table = table_.definition();
     for (const std::string& field : definition.fields) {
-      if (!table.find_field(field)) table.fields.push_back(layout::new_field(field, DataType::Long, 0));
+      if (!table.find_field(field)) table.fields.push_back(new_field(field, DataType::Long, 0));
     }
     layout::check_index(definition, table);
     table_.new_indexes_.push_back(object);

@@ -6,7 +6,7 @@
 #include <string>
 
 #include "database/engine/embedded/database_file.h"
-#include "database/engine/embedded/engine_error.h"
+#include "database/engine/engine_error.h"
 #include "support/posix/descriptor.h"
 
 namespace engine::embedded {

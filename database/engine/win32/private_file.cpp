@@ -1,7 +1,7 @@
 #include <windows.h>
 
 #include "database/engine/embedded/database_file.h"
-#include "database/engine/embedded/engine_error.h"
+#include "database/engine/engine_error.h"
 #include "support/encoding.h"
 
 namespace engine::embedded {

@@ -44,8 +44,8 @@ SourceField describe(const MdbColumn& column, const TypeRow& row, JetVersion ver
   field.type = row.type;
   field.size = row.size;
   if (column.col_type == MDB_TEXT) field.size = version == JetVersion::Jet3 ? column.col_size : column.col_size / 2;
-  const bool is_variable = row.type == engine::DataType::Text || row.type == engine::DataType::Memo;
-  field.attributes = is_variable && !column.is_fixed ? engine::attribute_variable : engine::attribute_fixed;
+  field.attributes =
+      engine::is_text(row.type) && !column.is_fixed ? engine::attribute_variable : engine::attribute_fixed;
   if (column.is_long_auto) field.attributes |= engine::attribute_auto_increment;
   field.ordinal_position = static_cast<std::int16_t>(column.col_num);
   field.default_value = property(column, "DefaultValue");

@@ -1,8 +1,8 @@
 #include <cmath>
 #include <iterator>
 
-#include "database/engine/embedded/jet_sql/function_call.h"
-#include "database/engine/embedded/jet_sql/jet_error.h"
+#include "database/engine/embedded/jet_sql/error_numbers.h"
+#include "database/engine/embedded/jet_sql/sqlite_functions.h"
 
 namespace engine::embedded::jet_sql {
 
@@ -60,7 +60,7 @@ void only_step(sqlite3_context* context, int count, sqlite3_value** arguments) n
   const auto* const kept = state_of<Kept>(context);
   if (kept == nullptr || !kept->any) return keep_step<false>(context, count, arguments);
   try {
-    fail(error_one_record);
+    raise(error_one_record);
   } catch (...) {
     report_current_exception(context);
   }

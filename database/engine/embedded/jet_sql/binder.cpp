@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <utility>
 
-#include "database/engine/embedded/jet_sql/jet_error.h"
+#include "database/engine/embedded/jet_sql/error_numbers.h"
 #include "support/encoding.h"
 
 namespace engine::embedded::jet_sql {
@@ -58,12 +58,12 @@ void Binder::bind_default(Expression& expression) {
 
 const TableDefinition& Binder::table(std::string_view name) const {
   const TableDefinition* const found = catalogue_.find_table(name);
-  if (found == nullptr) fail(error_unknown_table, name);
+  if (found == nullptr) raise(error_unknown_table, name);
   return *found;
 }
 
 void Binder::raise_unknown_names() const {
-  if (!unknown_names_.empty()) fail(error_too_few_parameters, std::to_string(unknown_names_.size()));
+  if (!unknown_names_.empty()) raise(error_too_few_parameters, std::to_string(unknown_names_.size()));
 }
 
 void Binder::bind_query(QueryTree& query, Scope* outer) {
@@ -96,7 +96,7 @@ void Binder::bind_select(QueryTree& query, Select& select, Scope* outer) {
   collect_outputs(select);
   if (query.selects.size() == 1) bind_order(query, select, scope);
   if (select.grouped) check_grouping(select, query);
-  if (select.distinct_row && select.sources.size() > 1) fail(error_not_supported, "DISTINCTROW over several tables");
+  if (select.distinct_row && select.sources.size() > 1) raise(error_not_supported, "DISTINCTROW over several tables");
 }
 
 void Binder::bind_items(Select& select, Scope& scope) {
@@ -155,7 +155,7 @@ void Binder::bind_join(Join& join, Scope& scope) {
 
 Source& Binder::add_source(Scope& scope, std::string name) {
   for (const Source* const other : scope.visible) {
-    if (!name.empty() && support::equal_ignoring_case(other->name, name)) fail(error_repeated_table, name);
+    if (!name.empty() && support::equal_ignoring_case(other->name, name)) raise(error_repeated_table, name);
   }
   Source& source = scope.select->sources.emplace_back();
   source.name = std::move(name);
@@ -167,7 +167,7 @@ Source& Binder::add_source(Scope& scope, std::string name) {
 void Binder::count_tables(Scope* scope, std::size_t tables) {
   if (scope->select == nullptr) return;
   scope->select->tables += tables;
-  if (scope->select->tables > most_tables) fail(error_too_complex);
+  if (scope->select->tables > most_tables) raise(error_too_complex);
 }
 
 }  // namespace engine::embedded::jet_sql

@@ -3,8 +3,8 @@
 #include <utility>
 
 #include "database/engine/embedded/jet_sql/binder.h"
+#include "database/engine/embedded/jet_sql/error_numbers.h"
 #include "database/engine/embedded/jet_sql/function_table.h"
-#include "database/engine/embedded/jet_sql/jet_error.h"
 #include "support/encoding.h"
 
 namespace engine::embedded::jet_sql {
@@ -13,14 +13,13 @@ namespace {
 
 /// Aliases may stack trees on each other; SQLite takes 1000 levels, of which one here needs at most four.
 constexpr int most_levels = 200;
-constexpr std::int32_t longest_text = 255;
 
 void check_comparable(const ValueType& left, const ValueType& right) {
-  if ((left.is_text() && right.is_number()) || (left.is_number() && right.is_text())) fail(error_criterion_mismatch);
+  if ((left.is_text() && right.is_number()) || (left.is_number() && right.is_text())) raise(error_criterion_mismatch);
 }
 
 void check_condition(const ValueType& type) {
-  if (type.is_text()) fail(error_criterion_mismatch);
+  if (type.is_text()) raise(error_criterion_mismatch);
 }
 
 ValueType boolean(bool nullable) { return type_of_kind(Kind::Boolean).with_null(nullable); }
@@ -164,7 +163,7 @@ void Binder::bind_criterion(const ExpressionPtr& expression, Scope& scope) {
 
 void Binder::contain(Expression& whole, int height) const {
   whole.height = std::max(whole.height, height + 1);
-  if (whole.height > most_levels) fail(error_too_complex);
+  if (whole.height > most_levels) raise(error_too_complex);
 }
 
 void Binder::contain(Expression& whole, const ExpressionPtr& part) {
@@ -181,7 +180,7 @@ void Binder::bind_node(Expression& expression, ColumnName& name, Scope& scope) {
       contain(expression, name.alias_of->height - 1);
       expression.type = name.alias_of->type;
       expression.has_aggregate = name.alias_of->has_aggregate;
-      if (expression.has_aggregate && scope.aggregate_error != 0) fail(scope.aggregate_error);
+      if (expression.has_aggregate && scope.aggregate_error != 0) raise(scope.aggregate_error);
       return;
     }
     expression.type = name.source->columns[name.index].type;
@@ -201,7 +200,7 @@ bool Binder::find_column(const Scope& scope, ColumnName& name) const {
     if (!name.table.empty() && !support::equal_ignoring_case(source->name, name.table)) continue;
     for (std::size_t index = 0; index < source->columns.size(); ++index) {
       if (!support::equal_ignoring_case(source->columns[index].name, name.column)) continue;
-      if (found) fail(error_ambiguous_field, name.column);
+      if (found) raise(error_ambiguous_field, name.column);
       found = true;
       name.source = source;
       name.index = index;
@@ -215,7 +214,7 @@ bool Binder::find_alias(Scope& scope, ColumnName& name) {
   if (!scope.aliases || !name.table.empty()) return false;
   for (SelectItem& item : scope.select->items) {
     if (item.alias.empty() || !support::equal_ignoring_case(item.alias, name.column)) continue;
-    if (item.state == SelectItem::State::InProgress) fail(error_circular_alias, name.column);
+    if (item.state == SelectItem::State::InProgress) raise(error_circular_alias, name.column);
     if (item.state == SelectItem::State::Unbound) bind_item(item, scope);
     name.alias_of = item.expression.get();
     return true;
@@ -296,7 +295,7 @@ void Binder::bind_node(Expression& expression, InSelect& in, Scope& scope) {
   count_tables(&scope, in.query->tables);
   contain(expression, in.value);
   contain(expression, in.query->height);
-  if (in.query->outputs.size() != 1) fail(error_subquery_columns);
+  if (in.query->outputs.size() != 1) raise(error_subquery_columns);
   check_comparable(in.value->type, in.query->outputs.front().type);
   expression.type = boolean(true);
 }
@@ -312,28 +311,28 @@ void Binder::bind_node(Expression& expression, ScalarSelect& select, Scope& scop
   bind_query(*select.query, &scope);
   count_tables(&scope, select.query->tables);
   contain(expression, select.query->height);
-  if (select.query->outputs.size() != 1) fail(error_subquery_columns);
+  if (select.query->outputs.size() != 1) raise(error_subquery_columns);
   expression.type = select.query->outputs.front().type.with_null(true);
 }
 
 void Binder::bind_node(Expression& expression, Call& call, Scope& scope) {
   call.row = find_function(call.function);
-  if (call.row == nullptr) fail(error_unknown_function, call.function);
+  if (call.row == nullptr) raise(error_unknown_function, call.function);
   const FunctionRow& row = *call.row;
   const bool counts_rows = call.star && row.name == "count";
   const bool one_too_many = !call.arguments.empty() && argument_letter(row, call.arguments.size() - 1) == '\0';
   if (!counts_rows && (call.star || call.arguments.size() < row.required || one_too_many))
-    fail(error_expression_syntax);
-  if (row.form == FunctionForm::Switch && call.arguments.size() % 2 != 0) fail(error_expression_syntax);
+    raise(error_expression_syntax);
+  if (row.form == FunctionForm::Switch && call.arguments.size() % 2 != 0) raise(error_expression_syntax);
   if (row.form == FunctionForm::Aggregate) {
-    if (scope.aggregate_error != 0) fail(scope.aggregate_error);
+    if (scope.aggregate_error != 0) raise(scope.aggregate_error);
     const std::size_t outer_columns = scope.select->outer_columns.size();
     const int aggregate_error = std::exchange(scope.aggregate_error, error_aggregate_in_expression);
     bind_arguments(call, scope);
     scope.aggregate_error = aggregate_error;
     // SQLite would make such an aggregate one of the query around this one.
-    if (scope.select->outer_columns.size() != outer_columns) fail(error_aggregate_in_expression);
-    if (row.arguments == "n" && call.arguments.front()->type.is_text()) fail(error_criterion_mismatch);
+    if (scope.select->outer_columns.size() != outer_columns) raise(error_aggregate_in_expression);
+    if (row.arguments == "n" && call.arguments.front()->type.is_text()) raise(error_criterion_mismatch);
     expression.has_aggregate = true;
   } else {
     bind_arguments(call, scope);

@@ -3,17 +3,16 @@
 #include <algorithm>
 #include <set>
 
-#include "database/engine/embedded/jet_sql/jet_error.h"
+#include "database/engine/embedded/field_type.h"
+#include "database/engine/embedded/jet_sql/error_numbers.h"
+#include "database/engine/embedded/sqlite_text.h"
 #include "support/encoding.h"
 
 namespace engine::embedded::jet_sql {
 
 namespace {
 
-constexpr int null_in_key = 3058;
 constexpr double largest_whole_of_single = 16777216;  // 2^24
-
-bool is_numeric_kind(const ValueType& type) noexcept { return type.is_number(); }
 
 /// True where the value may not be one of the field's as it stands. Texts are convert_text's matter.
 bool needs_conversion(const FieldDefinition& field, const ValueType& type) noexcept {
@@ -29,35 +28,12 @@ bool needs_conversion(const FieldDefinition& field, const ValueType& type) noexc
       return type.kind != Kind::Single &&
              (!type.is_whole() || type.low < -largest_whole_of_single || type.high > largest_whole_of_single);
     case Kind::Double:
-      return !is_numeric_kind(type);
+      return !type.is_number();
     case Kind::Date:
       return type.kind != Kind::Date || !type.in_calendar;
     default:
       return true;
   }
-}
-
-std::string_view conversion_of(const FieldDefinition& field) noexcept {
-  switch (field.type) {
-    case DataType::Boolean:
-      return "jet_store_boolean(";
-    case DataType::Byte:
-      return "jet_store_byte(";
-    case DataType::Integer:
-      return "jet_store_integer(";
-    case DataType::Long:
-      return "jet_store_long(";
-    case DataType::Single:
-      return "jet_store_single(";
-    case DataType::Double:
-      return "jet_store_double(";
-    default:
-      return "jet_store_date(";
-  }
-}
-
-bool is_text_field(const FieldDefinition& field) noexcept {
-  return field.type == DataType::Text || field.type == DataType::Memo;
 }
 
 /// The rows come one by one from the tables, so that what is stored can be written in place of what is selected.
@@ -94,13 +70,13 @@ std::vector<std::string> ChangeGenerator::field_names(const InsertStatement& sta
 std::vector<ChangeGenerator::Destination> ChangeGenerator::destinations(const InsertStatement& statement) const {
   const std::vector<std::string> names = field_names(statement);
   const std::size_t count = statement.query != nullptr ? statement.query->outputs.size() : statement.values.size();
-  if (names.size() != count) fail(error_value_count);
+  if (names.size() != count) raise(error_value_count);
   std::vector<Destination> fields;
   std::set<const FieldDefinition*> seen;
   for (std::size_t position = 0; position < names.size(); ++position) {
     const FieldDefinition* const field = table_.find_field(names[position]);
-    if (field == nullptr) fail(error_insert_unknown_field, names[position]);
-    if (!seen.insert(field).second) fail(error_duplicate_destination, field->name);
+    if (field == nullptr) raise(error_insert_unknown_field, names[position]);
+    if (!seen.insert(field).second) raise(error_duplicate_destination, field->name);
     fields.push_back({field, position, {}, false});
   }
   return fields;
@@ -134,8 +110,7 @@ void ChangeGenerator::next_number(const FieldDefinition& field, const QueryTree*
 }
 
 void ChangeGenerator::head(const std::vector<Destination>& fields, bool append) {
-  const bool unique = std::any_of(table_.indexes.begin(), table_.indexes.end(),
-                                  [](const IndexDefinition& index) { return index.unique || index.primary; });
+  const bool unique = std::ranges::any_of(table_.indexes, &IndexDefinition::forbids_duplicates);
   // Rows that a unique index refuses are passed over in an append.
   write(append && unique ? "INSERT OR IGNORE INTO " : "INSERT INTO ");
   name(table_.name);
@@ -214,8 +189,7 @@ void ChangeGenerator::append_filters(const QueryTree& query, const std::vector<D
       write(" IS NOT NULL)");
     }
     const bool text = column.type.is_text() || column.type.kind == Kind::Variant;
-    if (text && column.type.may_be_empty && is_text_field(*destination.field) &&
-        !destination.field->allow_zero_length) {
+    if (text && column.type.may_be_empty && destination.field->holds_text() && !destination.field->allow_zero_length) {
       open();
       write("ifnull(");
       write_column(column);
@@ -273,8 +247,8 @@ void ChangeGenerator::assignments(const UpdateStatement& statement) {
   std::set<const FieldDefinition*> seen;
   list(statement.assignments, ", ", [&](const Assignment& assignment) {
     const SourceColumn& column = assignment.target.source->columns[assignment.target.index];
-    if (column.field->auto_increment()) fail(error_field_not_updatable, column.name);
-    if (!seen.insert(column.field).second) fail(error_duplicate_destination, column.name);
+    if (column.field->auto_increment()) raise(error_field_not_updatable, column.name);
+    if (!seen.insert(column.field).second) raise(error_duplicate_destination, column.name);
     name(column.name);
     write(" = ");
     store(*column.field, assignment.value->type, StoreMode::Refuse, [&] { value(*assignment.value); });
@@ -284,7 +258,7 @@ void ChangeGenerator::assignments(const UpdateStatement& statement) {
 /// Takes an inner join apart; SQLite's UPDATE … FROM knows no other.
 void ChangeGenerator::joined_tables(const TableReference& reference, const Source& target) {
   if (const auto* join = std::get_if<Join>(&reference.node)) {
-    if (join->kind != JoinKind::Inner) fail(error_not_supported, "UPDATE over an outer join");
+    if (join->kind != JoinKind::Inner) raise(error_not_supported, "UPDATE over an outer join");
     joined_tables(*join->left, target);
     joined_tables(*join->right, target);
     conditions_.push_back(join->condition.get());
@@ -308,7 +282,7 @@ bool ChangeGenerator::may_violate_index(const UpdateStatement& statement) const 
     });
   };
   return std::any_of(table_.indexes.begin(), table_.indexes.end(), [&](const IndexDefinition& index) {
-    return (index.unique || index.primary) && std::any_of(index.fields.begin(), index.fields.end(), assigned);
+    return index.forbids_duplicates() && std::any_of(index.fields.begin(), index.fields.end(), assigned);
   });
 }
 
@@ -348,7 +322,7 @@ int ChangeGenerator::null_error(const FieldDefinition& field) const noexcept {
              return support::equal_ignoring_case(name, field.name);
            });
   });
-  return in_key ? null_in_key : 0;
+  return in_key ? error_null_in_key : 0;
 }
 
 template <typename Write>
@@ -372,10 +346,11 @@ template <typename Write>
 void ChangeGenerator::convert(const FieldDefinition& field, const ValueType& type, StoreMode mode, Write write_value) {
   if (type.kind == Kind::Null) {
     write("NULL");
-  } else if (is_text_field(field)) {
+  } else if (field.holds_text()) {
     convert_text(field, type, mode, write_value);
   } else if (needs_conversion(field, type)) {
-    write(conversion_of(field));
+    write(find_field_type(field.type)->store_function);
+    write("(");
     write_value();
     write(")");
   } else {

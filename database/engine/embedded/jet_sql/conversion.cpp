@@ -6,8 +6,7 @@
 #include <cstdint>
 #include <cstdio>
 
-#include "database/engine/embedded/jet_sql/calendar.h"
-#include "database/engine/embedded/jet_sql/jet_error.h"
+#include "database/engine/embedded/jet_sql/error_numbers.h"
 #include "support/user_locale.h"
 
 namespace engine::embedded::jet_sql {
@@ -42,7 +41,7 @@ double prefixed_number(std::string_view digits, int base) {
   for (const char digit : digits) {
     if (digit_value(digit) >= base) break;
     value = value * static_cast<std::uint64_t>(base) + static_cast<std::uint64_t>(digit_value(digit));
-    if (value > 0xFFFFFFFFU) fail(error_overflow);
+    if (value > 0xFFFFFFFFU) raise(error_overflow);
   }
   if (value <= 0xFFFF) return static_cast<std::int16_t>(value);
   return static_cast<std::int32_t>(value);
@@ -73,7 +72,7 @@ double decimal_number(std::string_view digits) {
   if (result.ec == std::errc::result_out_of_range) {
     // Too small counts as nothing.
     if (digits.find("e-") == std::string_view::npos && digits.find("E-") == std::string_view::npos) {
-      fail(error_overflow);
+      raise(error_overflow);
     }
     return 0;
   }
@@ -113,22 +112,6 @@ std::string number_text(double number, char decimal_separator) {
 }
 
 std::string number_text(double number) { return number_text(number, support::user_locale().decimal_separator); }
-
-std::string date_text(double days) {
-  const std::int64_t seconds = to_seconds(days);
-  const bool has_time = seconds % seconds_per_day != 0;
-  const Moment moment = to_moment(days);
-  std::array<char, 16> time{};
-  std::snprintf(time.data(), time.size(), "%02d:%02d:%02d", moment.hour, moment.minute, moment.second);
-  const std::int64_t day = days_from_civil(moment.year, moment.month, moment.day);
-  if (has_time && day == 0) return time.data();
-  const std::string date = support::short_date_text(static_cast<double>(day));
-  return has_time ? date + " " + time.data() : date;
-}
-
-std::optional<double> number_of(std::string_view text) { return support::parse_number(text); }
-
-std::optional<double> date_of(std::string_view text) { return parse_date(text, user_date_order()); }
 
 double widened(double single) {
   const auto narrow = static_cast<float>(single);

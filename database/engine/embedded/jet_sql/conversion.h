@@ -1,7 +1,6 @@
-// Values to texts and back, as the dialect converts them; numbers and dates of texts in the user's locale.
+// Numbers to texts and back, as the dialect converts them.
 #pragma once
 
-#include <optional>
 #include <string>
 #include <string_view>
 
@@ -11,11 +10,6 @@ namespace engine::embedded::jet_sql {
 std::string number_text(double number, char decimal_separator);
 /// In the user's locale.
 std::string number_text(double number);
-/// The day where there is one, the time where there is one.
-std::string date_text(double days);
-/// Nothing where the text is not entirely a number.
-std::optional<double> number_of(std::string_view text);
-std::optional<double> date_of(std::string_view text);
 /// The number that a Single's shortest text stands for.
 double widened(double single);
 /// The number a Val takes from the text's beginning; 6 where it is too large.

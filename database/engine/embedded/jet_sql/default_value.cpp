@@ -55,7 +55,7 @@ bool is_empty_text(const Expression& expression) noexcept {
 
 std::string compile_default(const FieldDefinition& field) {
   if (is_blank(field.default_value)) return "NULL";
-  const bool text = field.type == DataType::Text || field.type == DataType::Memo;
+  const bool text = field.holds_text();
   const ExpressionPtr expression = parse_default(field, text);
   if (!text && is_empty_text(*expression)) return "NULL";
   take_word(*expression, field, text);

@@ -1,16 +1,14 @@
 // Format(value, picture): named pictures and pictures of digits ("0.0", "000000", "#,##0.00", "0%") and of date parts
 // ("dd.mm.yyyy hh:nn:ss"), with sections for positive, negative and zero. Names of days and months are not spelled.
 #include <algorithm>
-#include <array>
 #include <cmath>
-#include <cstdio>
 #include <iterator>
 #include <vector>
 
-#include "database/engine/embedded/jet_sql/calendar.h"
+#include "database/engine/date_text.h"
 #include "database/engine/embedded/jet_sql/conversion.h"
-#include "database/engine/embedded/jet_sql/function_call.h"
-#include "database/engine/embedded/jet_sql/jet_error.h"
+#include "database/engine/embedded/jet_sql/error_numbers.h"
+#include "database/engine/embedded/jet_sql/sqlite_functions.h"
 #include "support/encoding.h"
 #include "support/user_locale.h"
 
@@ -71,37 +69,37 @@ std::string padded(std::int64_t value, std::size_t width) {
 }
 
 /// "m" behind an hour means minutes.
-std::string date_piece(const Piece& piece, const Moment& moment, bool behind_hour) {
+std::string date_piece(const Piece& piece, const CalendarTime& time, bool behind_hour) {
   const std::size_t length = piece.text.size();
   const std::size_t width = length > 1 ? 2 : 1;
-  if (length > 2 && piece.letter != 'y') fail(error_invalid_call);
+  if (length > 2 && piece.letter != 'y') raise(error_invalid_call);
   switch (piece.letter) {
     case 'd':
-      return padded(moment.day, width);
+      return padded(time.day, width);
     case 'm':
-      return padded(behind_hour ? moment.minute : moment.month, width);
+      return padded(behind_hour ? time.minute : time.month, width);
     case 'y':
-      return length > 2 ? padded(moment.year, 4) : padded(moment.year % 100, 2);
+      return length > 2 ? padded(time.year, 4) : padded(time.year % 100, 2);
     case 'h':
-      return padded(moment.hour, width);
+      return padded(time.hour, width);
     case 'n':
-      return padded(moment.minute, width);
+      return padded(time.minute, width);
     default:
-      return padded(moment.second, width);
+      return padded(time.second, width);
   }
 }
 
-std::string format_date(double days, std::string_view picture) {
+std::string format_date(Date date, std::string_view picture) {
   if (const NamedPicture* const named = find_named(date_pictures, picture)) {
-    if (named->name == "general date") return date_text(days);
-    if (named->name == "short date") return support::short_date_text(std::trunc(days));
+    if (named->name == "general date") return date_text(date);
+    if (named->name == "short date") return support::short_date_text(std::trunc(date.days));
     picture = named->picture;
   }
-  const Moment moment = to_moment(days);
+  const CalendarTime time = calendar_time(date);
   std::string text;
   bool behind_hour = false;
   for (const Piece& piece : split(picture, "dmyhns")) {
-    text += piece.letter == 0 ? piece.text : date_piece(piece, moment, behind_hour);
+    text += piece.letter == 0 ? piece.text : date_piece(piece, time, behind_hour);
     if (piece.letter != 0) behind_hour = piece.letter == 'h';
   }
   return text;
@@ -200,7 +198,7 @@ bool is_date_picture(std::string_view picture) {
 
 std::string picture_of(FunctionCall& call) {
   std::string picture(call.has(1) ? call.text(1) : std::string_view());
-  if (picture.size() > longest_picture) fail(error_invalid_call);
+  if (picture.size() > longest_picture) raise(error_invalid_call);
   return picture;
 }
 
@@ -210,17 +208,17 @@ void format(FunctionCall& call) {
     return call.result(std::string_view(format_date(call.date(0), picture)));
   }
   // A text that is no number stays as it is.
-  if (call.is_text(0) && !number_of(call.text(0))) return call.result_argument(0);
+  if (call.is_text(0) && !support::parse_number(call.text(0))) return call.result_argument(0);
   call.result(std::string_view(format_number(call.number(0), picture)));
 }
 
 /// Of a date: a picture of digits shows it as the number that it is.
 void format_as_date(FunctionCall& call) {
   const std::string picture = picture_of(call);
-  const double days = call.date(0);
-  if (picture.empty()) return call.result(std::string_view(date_text(days)));
-  const bool date = find_named(number_pictures, picture) == nullptr && is_date_picture(picture);
-  call.result(std::string_view(date ? format_date(days, picture) : format_number(days, picture)));
+  const Date date = call.date(0);
+  if (picture.empty()) return call.result(std::string_view(date_text(date)));
+  const bool shows_date = find_named(number_pictures, picture) == nullptr && is_date_picture(picture);
+  call.result(std::string_view(shows_date ? format_date(date, picture) : format_number(date.days, picture)));
 }
 
 constexpr ScalarRow functions[] = {

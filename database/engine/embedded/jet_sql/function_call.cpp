@@ -1,27 +1,16 @@
 #include "database/engine/embedded/jet_sql/function_call.h"
 
-#include <cmath>
 #include <exception>
 #include <limits>
 #include <new>
+#include <optional>
 
-#include "database/engine/embedded/jet_sql/calendar.h"
-#include "database/engine/embedded/jet_sql/collation.h"
+#include "database/engine/date_text.h"
 #include "database/engine/embedded/jet_sql/conversion.h"
-#include "database/engine/embedded/jet_sql/jet_error.h"
-#include "database/engine/embedded/jet_sql/jet_sql.h"
+#include "database/engine/embedded/jet_sql/error_numbers.h"
 #include "support/user_locale.h"
 
 namespace engine::embedded::jet_sql {
-
-namespace {
-
-int collate(void*, int left_size, const void* left, int right_size, const void* right) noexcept {
-  return compare_texts({static_cast<const char*>(left), static_cast<std::size_t>(left_size)},
-                       {static_cast<const char*>(right), static_cast<std::size_t>(right_size)});
-}
-
-}  // namespace
 
 bool FunctionCall::any_null() const noexcept {
   for (int position = 0; position < count_; ++position) {
@@ -32,37 +21,33 @@ bool FunctionCall::any_null() const noexcept {
 
 double FunctionCall::number(int position) const {
   if (!is_text(position)) return sqlite3_value_double(arguments_[position]);
-  const auto* const text = reinterpret_cast<const char*>(sqlite3_value_text(arguments_[position]));
-  const auto size = static_cast<std::size_t>(sqlite3_value_bytes(arguments_[position]));
-  const auto value = number_of({text != nullptr ? text : "", text != nullptr ? size : 0});
-  if (!value) fail(error_type_mismatch);
-  return *value;
+  const std::optional<double> number = support::parse_number(stored_text(position));
+  if (!number) raise(error_type_mismatch);
+  return *number;
 }
 
 std::int32_t FunctionCall::whole(int position) const {
   const double rounded = support::round_half_even(number(position));
   if (!(rounded >= std::numeric_limits<std::int32_t>::min() && rounded <= std::numeric_limits<std::int32_t>::max())) {
-    fail(error_overflow);
+    raise(error_overflow);
   }
   return static_cast<std::int32_t>(rounded);
 }
 
-double FunctionCall::date(int position) const {
-  double days = 0;
-  if (is_text(position)) {
-    const auto* const text = reinterpret_cast<const char*>(sqlite3_value_text(arguments_[position]));
-    const auto parsed = date_of(text != nullptr ? text : "");
-    if (!parsed) fail(error_type_mismatch);
-    days = *parsed;
-  } else {
-    days = sqlite3_value_double(arguments_[position]);
-  }
-  if (!is_date(days)) fail(error_overflow);
-  return days;
+Date FunctionCall::date(int position) const {
+  const std::optional<Date> date =
+      is_text(position) ? parse_user_date(stored_text(position)) : Date{sqlite3_value_double(arguments_[position])};
+  if (!date) raise(error_type_mismatch);
+  if (!in_calendar(date->days)) raise(error_overflow);
+  return *date;
 }
 
 std::string_view FunctionCall::text(int position) {
-  if (!is_text(position)) return buffer_ = number_text(sqlite3_value_double(arguments_[position]));
+  if (is_text(position)) return stored_text(position);
+  return buffer_ = number_text(sqlite3_value_double(arguments_[position]));
+}
+
+std::string_view FunctionCall::stored_text(int position) const {
   const auto* const text = reinterpret_cast<const char*>(sqlite3_value_text(arguments_[position]));
   if (text == nullptr) throw std::bad_alloc();
   return {text, static_cast<std::size_t>(sqlite3_value_bytes(arguments_[position]))};
@@ -78,7 +63,7 @@ void report_current_exception(sqlite3_context* context) noexcept {
     throw;
   } catch (const support::RuntimeError& error) {
     try {
-      const std::string text = "jet:" + std::to_string(error.number()) + ":" + error.what();
+      const std::string text = std::string(own_error_mark) + std::to_string(error.number()) + ":" + error.what();
       sqlite3_result_error(context, text.c_str(), -1);
     } catch (...) {
       sqlite3_result_error_nomem(context);
@@ -86,24 +71,6 @@ void report_current_exception(sqlite3_context* context) noexcept {
   } catch (...) {
     sqlite3_result_error_nomem(context);
   }
-}
-
-void check_registered(int result) {
-  constexpr int out_of_memory = 7;
-  if (result != SQLITE_OK) throw support::RuntimeError(out_of_memory, "Out of memory.");
-}
-
-void register_functions(sqlite3* connection) {
-  check_registered(sqlite3_create_collation_v2(connection, collation_name, SQLITE_UTF8, nullptr, collate, nullptr));
-  for (const auto functions :
-       {number_functions(), text_functions(), date_functions(), format_functions(), store_functions()}) {
-    for (const ScalarRow& function : functions) {
-      check_registered(sqlite3_create_function_v2(connection, function.name, function.count, function_flags, nullptr,
-                                                  function.function, nullptr, nullptr, nullptr));
-    }
-  }
-  register_aggregates(connection);
-  register_numbering(connection);
 }
 
 }  // namespace engine::embedded::jet_sql

@@ -4,7 +4,8 @@
 #include <charconv>
 #include <cmath>
 
-#include "database/engine/embedded/jet_sql/jet_error.h"
+#include "database/engine/embedded/jet_sql/error_numbers.h"
+#include "database/engine/embedded/sqlite_text.h"
 #include "support/encoding.h"
 
 namespace engine::embedded::jet_sql {
@@ -17,21 +18,14 @@ constexpr std::size_t longest_text = 4 << 20;
 }  // namespace
 
 Generator& Generator::write(std::string_view text) {
-  if (out_.size() + text.size() > longest_text) fail(error_too_complex);
+  if (out_.size() + text.size() > longest_text) raise(error_too_complex);
   out_ += text;
   return *this;
 }
 
 void Generator::name(std::string_view name) { write(quoted_name(name)); }
 
-void Generator::text_literal(std::string_view text) {
-  std::string quoted = "'";
-  for (const char character : text) {
-    quoted += character;
-    if (character == '\'') quoted += '\'';
-  }
-  write(quoted += '\'');
-}
+void Generator::text_literal(std::string_view text) { write(quoted_text(text)); }
 
 void Generator::number_literal(double number) {
   std::array<char, 40> buffer{};
@@ -46,15 +40,6 @@ void Generator::number_literal(double number) {
 void Generator::whole_literal(std::int64_t number) {
   const std::string text = std::to_string(number);
   write(number < 0 ? "(" + text + ")" : text);
-}
-
-std::string quoted_name(std::string_view name) {
-  std::string quoted = "\"";
-  for (const char character : name) {
-    quoted += character;
-    if (character == '"') quoted += '"';
-  }
-  return quoted += '"';
 }
 
 }  // namespace engine::embedded::jet_sql

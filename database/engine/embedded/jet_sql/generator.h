@@ -111,7 +111,4 @@ class Generator {
   std::string out_;
 };
 
-/// The name between double quotes, as SQLite takes it.
-std::string quoted_name(std::string_view name);
-
 }  // namespace engine::embedded::jet_sql

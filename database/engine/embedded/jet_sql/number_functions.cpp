@@ -1,11 +1,10 @@
-#include <algorithm>
 #include <cmath>
 #include <limits>
 
 #include "database/engine/embedded/jet_sql/collation.h"
 #include "database/engine/embedded/jet_sql/conversion.h"
-#include "database/engine/embedded/jet_sql/function_call.h"
-#include "database/engine/embedded/jet_sql/jet_error.h"
+#include "database/engine/embedded/jet_sql/error_numbers.h"
+#include "database/engine/embedded/jet_sql/sqlite_functions.h"
 #include "support/encoding.h"
 #include "support/user_locale.h"
 
@@ -16,7 +15,7 @@ namespace {
 constexpr int most_decimals = 22;
 
 double finite(double value) {
-  if (!std::isfinite(value)) fail(error_overflow);
+  if (!std::isfinite(value)) raise(error_overflow);
   return value;
 }
 
@@ -37,28 +36,28 @@ void widen(FunctionCall& call) { call.result(widened(call.number(0))); }
 
 void divide(FunctionCall& call) {
   const double divisor = call.number(1);
-  if (divisor == 0) fail(error_division_by_zero);
+  if (divisor == 0) raise(error_division_by_zero);
   call.result(finite(call.number(0) / divisor));
 }
 
 void whole_divide(FunctionCall& call) {
   const std::int64_t divisor = call.whole(1);
-  if (divisor == 0) fail(error_division_by_zero);
+  if (divisor == 0) raise(error_division_by_zero);
   call.result(call.whole(0) / divisor);
 }
 
 void modulo(FunctionCall& call) {
   const std::int64_t divisor = call.whole(1);
-  if (divisor == 0) fail(error_division_by_zero);
+  if (divisor == 0) raise(error_division_by_zero);
   call.result(call.whole(0) % divisor);
 }
 
 void power(FunctionCall& call) {
   const double base = call.number(0);
   const double exponent = call.number(1);
-  if (base == 0 && exponent < 0) fail(error_division_by_zero);
+  if (base == 0 && exponent < 0) raise(error_division_by_zero);
   const double value = std::pow(base, exponent);
-  if (std::isnan(value)) fail(error_invalid_call);
+  if (std::isnan(value)) raise(error_invalid_call);
   call.result(finite(value));
 }
 
@@ -73,7 +72,7 @@ void add(FunctionCall& call) {
 
 /// Negative, 0 or positive; a text beside a number is error 3464.
 void compare(FunctionCall& call) {
-  if (call.is_text(0) != call.is_text(1)) fail(error_criterion_mismatch);
+  if (call.is_text(0) != call.is_text(1)) raise(error_criterion_mismatch);
   if (call.is_text(0)) {
     call.result(compare_texts(call.text(0), call.text(1)));
   } else {
@@ -85,11 +84,11 @@ void compare(FunctionCall& call) {
 
 void round(FunctionCall& call) {
   const int decimals = call.has(1) ? call.whole(1) : 0;
-  if (decimals < 0 || decimals > most_decimals) fail(error_invalid_call);
+  if (decimals < 0 || decimals > most_decimals) raise(error_invalid_call);
   if (call.is_whole(0)) return call.result_argument(0);
   const double scale = std::pow(10.0, decimals);
   // The decimal number that the user sees is rounded: 2.675 is not a little less.
-  const double scaled = number_of(number_text(call.number(0) * scale)).value_or(call.number(0) * scale);
+  const double scaled = support::parse_number(number_text(call.number(0) * scale)).value_or(call.number(0) * scale);
   call.result(support::round_half_even(scaled) / scale);
 }
 
@@ -108,13 +107,13 @@ void sign(FunctionCall& call) {
 
 void square_root(FunctionCall& call) {
   const double value = call.number(0);
-  if (value < 0) fail(error_invalid_call);
+  if (value < 0) raise(error_invalid_call);
   call.result(std::sqrt(value));
 }
 
 void logarithm(FunctionCall& call) {
   const double value = call.number(0);
-  if (value <= 0) fail(error_invalid_call);
+  if (value <= 0) raise(error_invalid_call);
   call.result(std::log(value));
 }
 
@@ -131,7 +130,7 @@ double arc_tangent(double value) { return std::atan(value); }
 template <int low, int high>
 void rounded(FunctionCall& call) {
   const std::int32_t value = call.whole(0);
-  if (value < low || value > high) fail(error_overflow);
+  if (value < low || value > high) raise(error_overflow);
   call.result(value);
 }
 
@@ -164,7 +163,7 @@ void str(FunctionCall& call) {
 
 void is_numeric(FunctionCall& call) {
   if (call.is_null(0)) return call.result(0);
-  call.result(!call.is_text(0) || number_of(call.text(0)) ? -1 : 0);
+  call.result(!call.is_text(0) || support::parse_number(call.text(0)) ? -1 : 0);
 }
 
 constexpr ScalarRow functions[] = {

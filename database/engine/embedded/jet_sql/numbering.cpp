@@ -3,8 +3,8 @@
 #include <limits>
 #include <memory>
 
-#include "database/engine/embedded/jet_sql/function_call.h"
-#include "database/engine/embedded/jet_sql/jet_error.h"
+#include "database/engine/embedded/jet_sql/error_numbers.h"
+#include "database/engine/embedded/jet_sql/sqlite_functions.h"
 
 namespace engine::embedded::jet_sql {
 
@@ -24,7 +24,7 @@ void start_numbers(FunctionCall& call) {
 }
 
 void next_number(FunctionCall& call) {
-  if (last_number(call) >= std::numeric_limits<std::int32_t>::max()) fail(error_overflow);
+  if (last_number(call) >= std::numeric_limits<std::int32_t>::max()) raise(error_overflow);
   call.result(++last_number(call));
 }
 

@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <array>
 
-#include "database/engine/embedded/jet_sql/jet_error.h"
+#include "database/engine/embedded/jet_sql/error_numbers.h"
 
 namespace engine::embedded::jet_sql {
 
@@ -20,7 +20,7 @@ constexpr auto reserved_words = std::to_array<std::string_view>(
 }  // namespace
 
 Parser::Level::Level(int& depth) : depth_(depth) {
-  if (depth_ >= max_tree_height) fail(error_too_complex);
+  if (depth_ >= max_tree_height) raise(error_too_complex);
   ++depth_;
 }
 
@@ -94,7 +94,7 @@ void Parser::expect_symbol(std::string_view symbol) {
   if (!accept_symbol(symbol)) fail_here();
 }
 
-void Parser::fail_here() const { fail(clause_); }
+void Parser::fail_here() const { raise(clause_); }
 
 bool Parser::at_name(std::size_t ahead) const noexcept {
   const Token& token = peek(ahead);
@@ -116,7 +116,7 @@ std::string Parser::expect_any_name() {
 void Parser::expect_end() {
   const bool ended = accept_symbol(";");
   if (peek().kind == TokenKind::End) return;
-  fail(ended ? error_text_after_end : clause_);
+  raise(ended ? error_text_after_end : clause_);
 }
 
 }  // namespace engine::embedded::jet_sql

@@ -97,7 +97,7 @@ class Parser {
   CreateIndex parse_create_index(bool unique);
   void parse_index_option(IndexDefinition& index);
   FieldDefinition parse_field(std::vector<IndexDefinition>& indexes);
-  void parse_field_type(FieldDefinition& field);
+  FieldDefinition parse_typed_field();
   void parse_field_size(FieldDefinition& field);
   void parse_field_option(FieldDefinition& field, std::vector<IndexDefinition>& indexes);
   void parse_default(FieldDefinition& field);

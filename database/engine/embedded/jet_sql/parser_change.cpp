@@ -1,6 +1,6 @@
 #include <utility>
 
-#include "database/engine/embedded/jet_sql/jet_error.h"
+#include "database/engine/embedded/jet_sql/error_numbers.h"
 #include "database/engine/embedded/jet_sql/parser.h"
 
 namespace engine::embedded::jet_sql {
@@ -10,7 +10,7 @@ InsertStatement Parser::parse_insert() {
   expect_word("INTO");
   InsertStatement insert;
   insert.table = expect_name();
-  if (at_word("IN")) fail(error_not_supported, "INSERT INTO another database");
+  if (at_word("IN")) raise(error_not_supported, "INSERT INTO another database");
   if (peek().is_symbol("(")) insert.fields = parse_names();
   if (accept_word("VALUES")) {
     expect_symbol("(");

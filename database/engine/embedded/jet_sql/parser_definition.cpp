@@ -2,15 +2,13 @@
 #include <iterator>
 #include <utility>
 
-#include "database/engine/embedded/jet_sql/jet_error.h"
+#include "database/engine/embedded/field_type.h"
+#include "database/engine/embedded/jet_sql/error_numbers.h"
 #include "database/engine/embedded/jet_sql/parser.h"
 
 namespace engine::embedded::jet_sql {
 
 namespace {
-
-constexpr std::int32_t longest_text = 255;
-constexpr std::size_t most_fields = 255;
 
 struct TypeWord {
   std::string_view word;
@@ -60,7 +58,7 @@ CreateTable Parser::parse_create_table() {
       create.table.indexes.push_back(parse_constraint());
       if (create.table.indexes.back().fields.empty()) fail_here();
     } else {
-      if (create.table.fields.size() >= most_fields) fail(error_too_many_fields);
+      if (create.table.fields.size() >= most_fields) raise(error_too_many_fields);
       create.table.fields.push_back(parse_field(create.table.indexes));
       create.table.fields.back().ordinal_position = static_cast<std::int16_t>(create.table.fields.size() - 1);
     }
@@ -72,9 +70,7 @@ CreateTable Parser::parse_create_table() {
 
 FieldDefinition Parser::parse_field(std::vector<IndexDefinition>& indexes) {
   clause_ = error_field_definition_syntax;
-  FieldDefinition field;
-  field.name = expect_name();
-  parse_field_type(field);
+  FieldDefinition field = parse_typed_field();
   const auto ends = [this] {
     return peek().is_symbol(",") || peek().is_symbol(")") || peek().is_symbol(";") || peek().kind == TokenKind::End;
   };
@@ -82,24 +78,24 @@ FieldDefinition Parser::parse_field(std::vector<IndexDefinition>& indexes) {
   return field;
 }
 
-void Parser::parse_field_type(FieldDefinition& field) {
+FieldDefinition Parser::parse_typed_field() {
+  const std::string name = expect_name();
   const Token word = take();
   if (word.kind != TokenKind::Word) fail_here();
   const auto* const row = std::find_if(std::begin(type_words), std::end(type_words),
                                        [&](const TypeWord& candidate) { return word.is_word(candidate.word); });
-  if (row == std::end(type_words)) fail(error_invalid_data_type);
-  field.type = row->type;
-  field.attributes = row->type == DataType::Text || row->type == DataType::Memo ? attribute_variable : attribute_fixed;
+  if (row == std::end(type_words)) raise(error_invalid_data_type);
+  FieldDefinition field = new_field(name, row->type);
   if (row->counter) field.attributes |= attribute_auto_increment;
-  field.size = row->type == DataType::Text ? longest_text : storage_size(row->type);
   if (row->type == DataType::Text) parse_field_size(field);
+  return field;
 }
 
 void Parser::parse_field_size(FieldDefinition& field) {
   if (!accept_symbol("(")) return;
   const Token size = take();
   if (size.kind != TokenKind::Number || !size.whole) fail_here();
-  if (size.number < 1 || size.number > longest_text) fail(error_field_size, field.name);
+  if (size.number < 1 || size.number > longest_text) raise(error_field_size, field.name);
   field.size = static_cast<std::int32_t>(size.number);
   expect_symbol(")");
 }
@@ -114,7 +110,7 @@ void Parser::parse_field_option(FieldDefinition& field, std::vector<IndexDefinit
     parse_default(field);
   } else if (at_constraint()) {
     IndexDefinition index = parse_constraint();
-    if (!index.fields.empty()) fail(error_constraint_syntax);
+    if (!index.fields.empty()) raise(error_constraint_syntax);
     if (index.name.empty()) index.name = index.primary ? "PrimaryKey" : field.name;
     index.fields.push_back(field.name);
     indexes.push_back(std::move(index));
@@ -148,7 +144,7 @@ IndexDefinition Parser::parse_constraint() {
     index.primary = true;
     index.required = true;
   } else if (!accept_word("UNIQUE")) {
-    fail(error_not_supported, "constraints other than PRIMARY KEY and UNIQUE");
+    raise(error_not_supported, "constraints other than PRIMARY KEY and UNIQUE");
   }
   index.unique = true;
   if (peek().is_symbol("(")) index.fields = parse_names();
@@ -161,7 +157,7 @@ std::vector<std::string> Parser::parse_names() {
   std::vector<std::string> names;
   expect_symbol("(");
   do {
-    if (names.size() >= most_fields) fail(error_too_many_fields);
+    if (names.size() >= most_fields) raise(error_too_many_fields);
     names.push_back(expect_name());
     if (accept_symbol(".") || accept_symbol("!")) names.back() = expect_any_name();
     if (!accept_word("ASC")) accept_word("DESC");
@@ -211,13 +207,13 @@ Statement Parser::parse_alter() {
     }
     if (at_word("COLUMN") && peek(1).kind != TokenKind::Symbol) take();
     AddField add{table, parse_field(indexes)};
-    if (!indexes.empty()) fail(error_not_supported, "ALTER TABLE ADD COLUMN with a constraint");
+    if (!indexes.empty()) raise(error_not_supported, "ALTER TABLE ADD COLUMN with a constraint");
     return add;
   }
   if (accept_word("ALTER")) {
     accept_word("COLUMN");
     AlterField alter{table, parse_field(indexes)};
-    if (!indexes.empty()) fail(error_not_supported, "ALTER TABLE ALTER COLUMN with a constraint");
+    if (!indexes.empty()) raise(error_not_supported, "ALTER TABLE ALTER COLUMN with a constraint");
     return alter;
   }
   expect_word("DROP");

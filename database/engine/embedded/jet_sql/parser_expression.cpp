@@ -1,8 +1,7 @@
 #include <algorithm>
-#include <limits>
 #include <utility>
 
-#include "database/engine/embedded/jet_sql/jet_error.h"
+#include "database/engine/embedded/jet_sql/error_numbers.h"
 #include "database/engine/embedded/jet_sql/parser.h"
 
 namespace engine::embedded::jet_sql {
@@ -64,7 +63,7 @@ int height_of(const std::vector<ExpressionPtr>& expressions) noexcept {
 
 template <typename Node>
 ExpressionPtr make(Node node, int height_below) {
-  if (height_below >= max_tree_height) fail(error_too_complex);
+  if (height_below >= max_tree_height) raise(error_too_complex);
   auto expression = std::make_unique<Expression>();
   expression->node = std::move(node);
   expression->height = height_below + 1;

@@ -1,7 +1,7 @@
 #include <algorithm>
 #include <utility>
 
-#include "database/engine/embedded/jet_sql/jet_error.h"
+#include "database/engine/embedded/jet_sql/error_numbers.h"
 #include "database/engine/embedded/jet_sql/parser.h"
 
 namespace engine::embedded::jet_sql {
@@ -10,12 +10,11 @@ namespace {
 
 constexpr int deepest_select = 30;
 constexpr std::size_t most_unions = 100;
-constexpr std::size_t most_items = 255;
 constexpr std::size_t most_groups = 64;
 
 void raise_height(int& height, int below) {
   height = std::max(height, below + 1);
-  if (height > max_tree_height) fail(error_too_complex);
+  if (height > max_tree_height) raise(error_too_complex);
 }
 
 void raise_height(int& height, const ExpressionPtr& expression) {
@@ -32,7 +31,7 @@ void raise_height(int& height, const Select& select) {
 
 template <typename Node>
 TableReferencePtr make_reference(Node node, int height_below) {
-  if (height_below >= max_tree_height) fail(error_too_complex);
+  if (height_below >= max_tree_height) raise(error_too_complex);
   auto reference = std::make_unique<TableReference>();
   reference->node = std::move(node);
   reference->height = height_below + 1;
@@ -43,12 +42,12 @@ TableReferencePtr make_reference(Node node, int height_below) {
 
 QueryPtr Parser::parse_query(SelectStatement* into) {
   const int clause = clause_;
-  if (select_depth_ >= deepest_select) fail(error_too_complex);
+  if (select_depth_ >= deepest_select) raise(error_too_complex);
   ++select_depth_;
   auto query = std::make_unique<QueryTree>();
   query->selects.push_back(parse_select(into));
   while (accept_word("UNION")) {
-    if (query->selects.size() >= most_unions) fail(error_too_complex);
+    if (query->selects.size() >= most_unions) raise(error_too_complex);
     query->union_all.push_back(accept_word("ALL"));
     query->selects.push_back(parse_select(nullptr));
   }
@@ -98,7 +97,7 @@ void Parser::parse_predicates(Select& select) {
 
 void Parser::parse_items(Select& select) {
   do {
-    if (select.items.size() >= most_items) fail(error_too_many_fields);
+    if (select.items.size() >= most_fields) raise(error_too_many_fields);
     select.items.push_back(parse_item());
   } while (accept_symbol(","));
 }
@@ -126,12 +125,12 @@ void Parser::parse_into(SelectStatement& statement) {
   expect_word("INTO");
   statement.into = expect_name();
   statement.into_clause.end = peek().begin;
-  if (at_word("IN")) fail(error_not_supported, "SELECT INTO another database");
+  if (at_word("IN")) raise(error_not_supported, "SELECT INTO another database");
 }
 
 void Parser::parse_external(SelectStatement* statement) {
   if (statement == nullptr || statement->into.empty()) {
-    fail(error_not_supported, "a query on another database, except SELECT INTO");
+    raise(error_not_supported, "a query on another database, except SELECT INTO");
   }
   statement->in_clause.begin = peek().begin;
   expect_word("IN");
@@ -145,7 +144,7 @@ void Parser::parse_groups(Select& select) {
     clause_ = error_group_by_syntax;
     expect_word("BY");
     do {
-      if (select.group_by.size() >= most_groups) fail(error_too_complex);
+      if (select.group_by.size() >= most_groups) raise(error_too_complex);
       select.group_by.push_back(parse_expression());
     } while (accept_symbol(","));
   }
@@ -161,7 +160,7 @@ std::vector<OrderItem> Parser::parse_order_by() {
   clause_ = error_order_by_syntax;
   expect_word("BY");
   do {
-    if (items.size() >= most_groups) fail(error_too_complex);
+    if (items.size() >= most_groups) raise(error_too_complex);
     OrderItem item;
     item.expression = parse_expression();
     if (!accept_word("ASC")) item.descending = accept_word("DESC");

@@ -1,11 +1,11 @@
 // What is stored in a field is converted and checked by these; ChangeGenerator writes them around the values.
 #include <cmath>
 #include <limits>
+#include <optional>
 
-#include "database/engine/embedded/jet_sql/calendar.h"
-#include "database/engine/embedded/jet_sql/conversion.h"
-#include "database/engine/embedded/jet_sql/function_call.h"
-#include "database/engine/embedded/jet_sql/jet_error.h"
+#include "database/engine/date_text.h"
+#include "database/engine/embedded/jet_sql/error_numbers.h"
+#include "database/engine/embedded/jet_sql/sqlite_functions.h"
 #include "support/encoding.h"
 #include "support/user_locale.h"
 
@@ -15,8 +15,8 @@ namespace {
 
 double number_to_store(FunctionCall& call) {
   if (!call.is_text(0)) return call.number(0);
-  const auto number = number_of(call.text(0));
-  if (!number) fail(error_conversion);
+  const std::optional<double> number = support::parse_number(call.text(0));
+  if (!number) raise(error_conversion);
   return *number;
 }
 
@@ -24,7 +24,7 @@ template <typename Whole>
 void store_whole(FunctionCall& call) {
   const double rounded = support::round_half_even(number_to_store(call));
   if (!(rounded >= std::numeric_limits<Whole>::min() && rounded <= std::numeric_limits<Whole>::max())) {
-    fail(error_conversion);
+    raise(error_conversion);
   }
   call.result(static_cast<std::int32_t>(rounded));
 }
@@ -40,30 +40,30 @@ void store_boolean(FunctionCall& call) {
 
 void store_single(FunctionCall& call) {
   const auto single = static_cast<float>(number_to_store(call));
-  if (!std::isfinite(single)) fail(error_conversion);
+  if (!std::isfinite(single)) raise(error_conversion);
   call.result(static_cast<double>(single));
 }
 
 void store_double(FunctionCall& call) {
   const double number = number_to_store(call);
-  if (!std::isfinite(number)) fail(error_conversion);
+  if (!std::isfinite(number)) raise(error_conversion);
   call.result(number);
 }
 
 void store_date(FunctionCall& call) {
-  const auto days = call.is_text(0) ? date_of(call.text(0)) : call.number(0);
-  if (!days || !is_date(*days)) fail(error_conversion);
-  call.result(*days);
+  const std::optional<Date> date = call.is_text(0) ? parse_user_date(call.text(0)) : Date{call.number(0)};
+  if (!date || !in_calendar(date->days)) raise(error_conversion);
+  call.result(*date);
 }
 
 /// Text, most characters (0: any number), whether it may be empty, the field's name.
 void store_text(FunctionCall& call) {
   const std::string_view text = call.text(0);
   const std::int64_t size = call.whole64(1);
-  if (text.empty() && call.whole64(2) == 0) fail(error_zero_length, call.text(3));
+  if (text.empty() && call.whole64(2) == 0) raise(error_zero_length, call.text(3));
   if (size > 0 && text.size() > static_cast<std::size_t>(size) &&
       support::character_count(text) > static_cast<std::size_t>(size)) {
-    fail(error_field_too_small, call.text(3));
+    raise(error_field_too_small, call.text(3));
   }
   call.result_argument(0);
 }
@@ -76,7 +76,7 @@ void cut_text(FunctionCall& call) {
 
 /// Value, error for Null, the field's name.
 void required(FunctionCall& call) {
-  if (call.is_null(0)) fail(static_cast<int>(call.whole64(1)), call.text(2));
+  if (call.is_null(0)) raise(static_cast<int>(call.whole64(1)), call.text(2));
   call.result_argument(0);
 }
 

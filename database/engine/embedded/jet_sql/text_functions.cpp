@@ -1,11 +1,11 @@
 #include <algorithm>
 #include <memory>
 
+#include "database/engine/date_text.h"
 #include "database/engine/embedded/jet_sql/collation.h"
-#include "database/engine/embedded/jet_sql/conversion.h"
-#include "database/engine/embedded/jet_sql/function_call.h"
-#include "database/engine/embedded/jet_sql/jet_error.h"
+#include "database/engine/embedded/jet_sql/error_numbers.h"
 #include "database/engine/embedded/jet_sql/like_pattern.h"
+#include "database/engine/embedded/jet_sql/sqlite_functions.h"
 #include "support/encoding.h"
 
 namespace engine::embedded::jet_sql {
@@ -47,7 +47,7 @@ void like(FunctionCall& call) {
 
 std::size_t length_argument(const FunctionCall& call, int position) {
   const std::int32_t length = call.whole(position);
-  if (length < 0) fail(error_invalid_call);
+  if (length < 0) raise(error_invalid_call);
   return static_cast<std::size_t>(length);
 }
 
@@ -63,7 +63,7 @@ void right(FunctionCall& call) {
 void mid(FunctionCall& call) {
   const std::string_view whole = call.text(0);
   const std::size_t start = length_argument(call, 1);
-  if (start == 0) fail(error_invalid_call);
+  if (start == 0) raise(error_invalid_call);
   const std::string_view rest = whole.substr(support::first_characters(whole, start - 1).size());
   call.result(call.has(2) ? support::first_characters(rest, length_argument(call, 2)) : rest);
 }
@@ -91,7 +91,7 @@ void length(FunctionCall& call) { call.result(static_cast<std::int64_t>(support:
 void position_of(FunctionCall& call) {
   const bool has_start = call.count() > 2;
   const std::size_t start = has_start ? length_argument(call, 0) : 1;
-  if (start == 0) fail(error_invalid_call);
+  if (start == 0) raise(error_invalid_call);
   const std::string whole(call.text(has_start ? 1 : 0));
   const std::string wanted(call.text(has_start ? 2 : 1));
   const bool exact = call.has(3) && call.whole(3) == 0;
@@ -121,7 +121,7 @@ void replace(FunctionCall& call) {
 
 std::size_t fill_length(FunctionCall& call) {
   const std::size_t length = length_argument(call, 0);
-  if (length > longest_fill) fail(error_overflow);
+  if (length > longest_fill) raise(error_overflow);
   return length;
 }
 
@@ -129,7 +129,7 @@ void space(FunctionCall& call) { call.result(std::string_view(std::string(fill_l
 
 void repeat(FunctionCall& call) {
   const std::string_view first = support::first_characters(call.text(1), 1);
-  if (first.empty()) fail(error_invalid_call);
+  if (first.empty()) raise(error_invalid_call);
   std::string whole;
   for (std::size_t i = fill_length(call); i > 0; --i) whole += first;
   call.result(std::string_view(whole));
@@ -145,13 +145,13 @@ void compare(FunctionCall& call) {
 
 void code_of(FunctionCall& call) {
   const std::string code = support::cp1252_from_utf8(support::first_characters(call.text(0), 1));
-  if (code.empty()) fail(error_invalid_call);
+  if (code.empty()) raise(error_invalid_call);
   call.result(static_cast<std::int32_t>(static_cast<unsigned char>(code.front())));
 }
 
 void character_of(FunctionCall& call) {
   const std::int32_t code = call.whole(0);
-  if (code < 1 || code > 255) fail(error_invalid_call);
+  if (code < 1 || code > 255) raise(error_invalid_call);
   call.result(std::string_view(support::utf8_from_cp1252(std::string(1, static_cast<char>(code)))));
 }
 

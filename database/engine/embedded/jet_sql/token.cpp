@@ -1,10 +1,11 @@
 #include "database/engine/embedded/jet_sql/token.h"
 
 #include <charconv>
+#include <optional>
 #include <system_error>
 
-#include "database/engine/embedded/jet_sql/calendar.h"
-#include "database/engine/embedded/jet_sql/jet_error.h"
+#include "database/engine/date_text.h"
+#include "database/engine/embedded/jet_sql/error_numbers.h"
 #include "support/encoding.h"
 
 namespace engine::embedded::jet_sql {
@@ -72,7 +73,7 @@ class Tokenizer {
     while (position_ < statement_.size() && continues_word(statement_[position_])) ++position_;
     token.kind = TokenKind::Word;
     token.text = statement_.substr(begin, position_ - begin);
-    if (token.text.size() > longest_name) fail(error_invalid_name, "…");
+    if (token.text.size() > longest_name) raise(error_invalid_name, "…");
   }
 
   void skip_digits() {
@@ -98,7 +99,7 @@ class Tokenizer {
     token.kind = TokenKind::Number;
     token.text = statement_.substr(begin, position_ - begin);
     const auto result = std::from_chars(token.text.data(), token.text.data() + token.text.size(), token.number);
-    if (result.ec != std::errc{}) fail(error_overflow);
+    if (result.ec != std::errc{}) raise(error_overflow);
   }
 
   /// A quote inside is written twice.
@@ -111,25 +112,25 @@ class Tokenizer {
       }
       content += statement_[position_];
     }
-    fail(error_expression_syntax);
+    raise(error_expression_syntax);
   }
 
   void read_quoted_name(Token& token, char closing) {
     const std::size_t end = statement_.find(closing, position_ + 1);
-    if (end == std::string_view::npos) fail(error_invalid_bracketing);
+    if (end == std::string_view::npos) raise(error_invalid_bracketing);
     token.kind = TokenKind::QuotedName;
     token.text = statement_.substr(position_ + 1, end - position_ - 1);
-    if (token.text.empty() || token.text.size() > longest_name) fail(error_invalid_bracketing);
+    if (token.text.empty() || token.text.size() > longest_name) raise(error_invalid_bracketing);
     position_ = end + 1;
   }
 
   void read_date(Token& token) {
     const std::size_t end = statement_.find('#', position_ + 1);
-    if (end == std::string_view::npos) fail(error_expression_syntax);
-    const auto days = parse_date(statement_.substr(position_ + 1, end - position_ - 1), "mdy");
-    if (!days) fail(error_expression_syntax);
+    if (end == std::string_view::npos) raise(error_expression_syntax);
+    const std::optional<Date> date = parse_date(statement_.substr(position_ + 1, end - position_ - 1), "mdy");
+    if (!date) raise(error_expression_syntax);
     token.kind = TokenKind::Date;
-    token.number = *days;
+    token.number = date->days;
     position_ = end + 1;
   }
 
@@ -142,7 +143,7 @@ class Tokenizer {
       position_ += symbol.size();
       return;
     }
-    fail(error_expression_syntax);
+    raise(error_expression_syntax);
   }
 
   std::string_view statement_;
@@ -160,9 +161,9 @@ bool Token::is_word(std::string_view keyword) const noexcept {
 }
 
 std::vector<Token> tokenize(std::string_view statement) {
-  if (statement.size() > longest_statement) fail(error_too_complex);
+  if (statement.size() > longest_statement) raise(error_too_complex);
   // SQLite takes neither; nothing that the user means is written with them.
-  if (statement.find('\0') != std::string_view::npos || !support::is_utf8(statement)) fail(error_expression_syntax);
+  if (statement.find('\0') != std::string_view::npos || !support::is_utf8(statement)) raise(error_expression_syntax);
   Tokenizer tokenizer(statement);
   std::vector<Token> tokens;
   do {

@@ -1,55 +1,46 @@
 #include "database/engine/embedded/jet_sql/value_type.h"
 
+#include <algorithm>
+#include <iterator>
 #include <limits>
+
+#include "database/engine/embedded/field_type.h"
 
 namespace engine::embedded::jet_sql {
 
 namespace {
 
-constexpr std::int32_t longest_text = 255;
-
-struct Range {
-  double low;
-  double high;
+struct KindRow {
+  Kind kind;
+  /// How a value of the kind is presented.
+  DataType type;
+  /// Bounds of a whole number.
+  double low = 0;
+  double high = 0;
 };
 
-Range range_of(Kind kind) noexcept {
-  switch (kind) {
-    case Kind::Boolean:
-      return {-1, 0};
-    case Kind::Byte:
-      return {0, 255};
-    case Kind::Integer:
-      return {-32768, 32767};
-    case Kind::Long:
-      return {std::numeric_limits<std::int32_t>::min(), std::numeric_limits<std::int32_t>::max()};
-    default:
-      return {0, 0};
-  }
-}
+// In the order of Kind.
+constexpr KindRow kinds[] = {
+    {Kind::Null, DataType::Text},
+    {Kind::Boolean, DataType::Boolean, -1, 0},
+    {Kind::Byte, DataType::Byte, 0, 255},
+    {Kind::Integer, DataType::Integer, -32768, 32767},
+    {Kind::Long, DataType::Long, std::numeric_limits<std::int32_t>::min(), std::numeric_limits<std::int32_t>::max()},
+    {Kind::Single, DataType::Single},
+    {Kind::Double, DataType::Double},
+    {Kind::Date, DataType::Date},
+    {Kind::Text, DataType::Text},
+    {Kind::Memo, DataType::Memo},
+    {Kind::Variant, DataType::Text},
+};
+static_assert(std::ranges::is_sorted(kinds, {}, &KindRow::kind));
+static_assert(std::size(kinds) == static_cast<std::size_t>(Kind::Variant) + 1);
+
+const KindRow& row_of(Kind kind) noexcept { return kinds[static_cast<std::size_t>(kind)]; }
 
 Kind kind_of(DataType type) noexcept {
-  switch (type) {
-    case DataType::Boolean:
-      return Kind::Boolean;
-    case DataType::Byte:
-      return Kind::Byte;
-    case DataType::Integer:
-      return Kind::Integer;
-    case DataType::Long:
-      return Kind::Long;
-    case DataType::Single:
-      return Kind::Single;
-    case DataType::Double:
-      return Kind::Double;
-    case DataType::Date:
-      return Kind::Date;
-    case DataType::Text:
-      return Kind::Text;
-    case DataType::Memo:
-      return Kind::Memo;
-  }
-  return Kind::Variant;
+  const auto* const row = std::ranges::find(std::begin(kinds) + 1, std::end(kinds), type, &KindRow::type);
+  return row == std::end(kinds) ? Kind::Variant : row->kind;
 }
 
 Kind wider_number(const ValueType& left, const ValueType& right) noexcept {
@@ -65,12 +56,11 @@ Kind wider_number(const ValueType& left, const ValueType& right) noexcept {
 }  // namespace
 
 ValueType type_of_kind(Kind kind, std::int32_t size) noexcept {
-  const Range range = range_of(kind);
   ValueType type;
   type.kind = kind;
   type.size = size;
-  type.low = range.low;
-  type.high = range.high;
+  type.low = row_of(kind).low;
+  type.high = row_of(kind).high;
   return type;
 }
 
@@ -83,8 +73,7 @@ ValueType type_of_field(const FieldDefinition& field) noexcept {
 
 ValueType type_of_whole(double low, double high) noexcept {
   for (const Kind kind : {Kind::Integer, Kind::Long}) {
-    const Range range = range_of(kind);
-    if (low < range.low || high > range.high) continue;
+    if (low < row_of(kind).low || high > row_of(kind).high) continue;
     ValueType type;
     type.kind = kind;
     type.low = low;
@@ -116,56 +105,12 @@ ValueType common_type(const ValueType& left, const ValueType& right) noexcept {
   return common.with_null(nullable);
 }
 
-DataType data_type_of(const ValueType& type) noexcept {
-  switch (type.kind) {
-    case Kind::Boolean:
-      return DataType::Boolean;
-    case Kind::Byte:
-      return DataType::Byte;
-    case Kind::Integer:
-      return DataType::Integer;
-    case Kind::Long:
-      return DataType::Long;
-    case Kind::Single:
-      return DataType::Single;
-    case Kind::Double:
-      return DataType::Double;
-    case Kind::Date:
-      return DataType::Date;
-    case Kind::Memo:
-      return DataType::Memo;
-    case Kind::Text:
-    case Kind::Null:
-    case Kind::Variant:
-      return DataType::Text;
-  }
-  return DataType::Text;
-}
+DataType data_type_of(const ValueType& type) noexcept { return row_of(type.kind).type; }
 
 std::int32_t field_size_of(const ValueType& type) noexcept {
   const DataType data_type = data_type_of(type);
-  if (data_type != DataType::Text) return storage_size(data_type);
+  if (data_type != DataType::Text) return find_field_type(data_type)->size;
   return type.size > 0 && type.size < longest_text ? type.size : longest_text;
-}
-
-std::int32_t storage_size(DataType type) noexcept {
-  switch (type) {
-    case DataType::Boolean:
-    case DataType::Byte:
-      return 1;
-    case DataType::Integer:
-      return 2;
-    case DataType::Long:
-    case DataType::Single:
-      return 4;
-    case DataType::Double:
-    case DataType::Date:
-      return 8;
-    case DataType::Text:
-    case DataType::Memo:
-      return 0;
-  }
-  return 0;
 }
 
 }  // namespace engine::embedded::jet_sql

@@ -2,7 +2,6 @@
 // can be Null. Conversions and checks are left out where this proves them needless.
 #pragma once
 
-#include <algorithm>
 #include <cstdint>
 
 #include "database/engine/embedded/catalogue.h"
@@ -60,7 +59,5 @@ ValueType common_type(const ValueType& left, const ValueType& right) noexcept;
 DataType data_type_of(const ValueType& type) noexcept;
 /// Size of a field of this type, as FieldDefinition gives it.
 std::int32_t field_size_of(const ValueType& type) noexcept;
-/// Bytes of a number, 0 for Text and Memo.
-std::int32_t storage_size(DataType type) noexcept;
 
 }  // namespace engine::embedded::jet_sql

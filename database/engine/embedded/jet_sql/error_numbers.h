@@ -1,28 +1,25 @@
-// The engine's error numbers that the SQL front end raises, with their texts. A text may name a table, a field or a
-// function, never a value: descriptions reach the error journal.
+// Names of the error numbers that the SQL front end raises.
 #pragma once
 
-#include <string>
-#include <string_view>
-
-#include "support/error.h"
+#include "database/engine/engine_error.h"
 
 namespace engine::embedded::jet_sql {
 
+inline constexpr int error_invalid_call = 5;
 inline constexpr int error_overflow = 6;
 inline constexpr int error_division_by_zero = 11;
 inline constexpr int error_type_mismatch = 13;
-inline constexpr int error_invalid_call = 5;
 inline constexpr int error_invalid_pattern = 93;
 inline constexpr int error_table_exists = 3010;
 inline constexpr int error_duplicate_value = 3022;
+inline constexpr int error_null_in_key = 3058;
+inline constexpr int error_too_few_parameters = 3061;
 inline constexpr int error_duplicate_destination = 3063;
 inline constexpr int error_no_input = 3067;
 inline constexpr int error_repeated_table = 3074;
 inline constexpr int error_expression_syntax = 3075;
 inline constexpr int error_unknown_table = 3078;
 inline constexpr int error_ambiguous_field = 3079;
-inline constexpr int error_too_few_parameters = 3061;
 inline constexpr int error_unknown_function = 3085;
 inline constexpr int error_order_with_distinct = 3093;
 inline constexpr int error_aggregate_in_expression = 3095;
@@ -37,6 +34,7 @@ inline constexpr int error_not_in_aggregate = 3122;
 inline constexpr int error_invalid_name = 3125;
 inline constexpr int error_invalid_bracketing = 3126;
 inline constexpr int error_insert_unknown_field = 3127;
+inline constexpr int error_no_table_to_delete_from = 3128;
 inline constexpr int error_no_statement = 3129;
 inline constexpr int error_delete_syntax = 3130;
 inline constexpr int error_from_syntax = 3131;
@@ -72,14 +70,9 @@ inline constexpr int error_index_exists = 3375;
 inline constexpr int error_no_such_table = 3376;
 inline constexpr int error_field_exists = 3380;
 inline constexpr int error_no_such_field = 3381;
-inline constexpr int error_field_size = 3411;
 inline constexpr int error_index_field = 3409;
+inline constexpr int error_field_size = 3411;
 inline constexpr int error_conversion = 3421;
 inline constexpr int error_criterion_mismatch = 3464;
-
-/// The engine's text of a number; `name` stands where the text names something. "" where the number is unknown.
-std::string description_of(int number, std::string_view name = {});
-
-[[noreturn]] void fail(int number, std::string_view name = {});
 
 }  // namespace engine::embedded::jet_sql

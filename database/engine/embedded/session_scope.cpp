@@ -1,0 +1,64 @@
+#include "database/engine/embedded/session_scope.h"
+
+#include <utility>
+
+namespace engine::embedded {
+
+ReadScope::ReadScope(Session& session) : session_(session) {
+  session.require_open();
+  if (!session.has_catalogue() || session.connection_->in_transaction()) return;
+  session.connection_->run("BEGIN");
+  own_transaction_ = true;
+  try {
+    session.adopt_catalogue();
+  } catch (...) {
+    end();
+    throw;
+  }
+}
+
+void ReadScope::end() noexcept {
+  try {
+    if (std::exchange(own_transaction_, false)) session_.connection_->run("COMMIT");
+  } catch (const support::RuntimeError&) {
+    // Nothing was written; SQLite gives the lock back with the connection at the latest.
+  }
+}
+
+AtomicChange::AtomicChange(Session& session) : session_(session) {
+  session.prepare_change();
+  own_transaction_ = !session.connection_ || !session.connection_->in_transaction();
+  if (own_transaction_) {
+    session.begin_change();
+  } else {
+    session.connection_->run("SAVEPOINT change");
+    catalogue_before_ = session.catalogue_;
+  }
+}
+
+AtomicChange::~AtomicChange() {
+  if (finished_) return;
+  if (own_transaction_) {
+    session_.undo_change();
+    return;
+  }
+  try {
+    session_.connection_->run("ROLLBACK TO change");
+    session_.connection_->run("RELEASE change");
+  } catch (const support::RuntimeError&) {
+    // The whole transaction was rolled back already; its commit will say so.
+  }
+  session_.catalogue_ = catalogue_before_;
+  session_.forget_numbers();
+}
+
+void AtomicChange::done() {
+  finished_ = true;
+  if (own_transaction_) {
+    session_.end_change();
+  } else {
+    session_.connection_->run("RELEASE change");
+  }
+}
+
+}  // namespace engine::embedded

@@ -1,0 +1,22 @@
+#include "database/engine/embedded/table_statements.h"
+
+#include "database/engine/embedded/jet_sql/jet_sql.h"
+#include "database/engine/embedded/sqlite_text.h"
+
+namespace engine::embedded {
+
+TableStatements write_statements(const TablePointer& table) {
+  std::string defaults;
+  std::string names;
+  std::string parameters;
+  for (const FieldDefinition& field : table->definition.fields) {
+    defaults += (defaults.empty() ? "SELECT " : ",") + jet_sql::compile_default(field);
+    names += (names.empty() ? "" : ",") + quoted_name(field.name);
+    parameters += parameters.empty() ? "?" : ",?";
+  }
+  const std::string insert =
+      "INSERT INTO " + quoted_name(table->definition.name) + "(" + names + ") VALUES(" + parameters + ")";
+  return {table, defaults, insert};
+}
+
+}  // namespace engine::embedded
