@@ -12,6 +12,9 @@ namespace support {
 class IniFiles;
 class FileSystem;
 
+/// A decimal digit, whatever the locale.
+constexpr bool is_digit(char character) noexcept { return character >= '0' && character <= '9'; }
+
 /// Without outer blanks and characters below 20; empty where the text begins with NUL.
 std::string trim(std::string_view text);
 

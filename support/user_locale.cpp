@@ -43,8 +43,6 @@ UserLocale& current_locale() {
   return locale;
 }
 
-bool is_digit(char character) { return character >= '0' && character <= '9'; }
-
 /// Takes the digits at the front of `rest`.
 std::string take_digits(std::string_view& rest) {
   std::size_t count = 0;

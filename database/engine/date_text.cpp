@@ -4,13 +4,12 @@
 #include <array>
 #include <utility>
 
+#include "support/common_code.h"
 #include "support/encoding.h"
 #include "support/user_locale.h"
 
 namespace engine {
 namespace {
-
-bool is_digit(char c) { return c >= '0' && c <= '9'; }
 
 /// A number of at most 4 digits, and how many digits it had.
 struct Digits {
@@ -25,7 +24,7 @@ class Scanner {
 
   std::optional<Digits> digits() {
     Digits digits;
-    while (!rest_.empty() && is_digit(rest_.front()) && digits.count < 5) {
+    while (!rest_.empty() && support::is_digit(rest_.front()) && digits.count < 5) {
       digits.value = digits.value * 10 + (take() - '0');
       ++digits.count;
     }

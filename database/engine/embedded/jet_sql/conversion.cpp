@@ -7,6 +7,7 @@
 #include <cstdio>
 
 #include "database/engine/embedded/jet_sql/error_numbers.h"
+#include "support/common_code.h"
 #include "support/user_locale.h"
 
 namespace engine::embedded::jet_sql {
@@ -16,10 +17,8 @@ namespace {
 constexpr int significant_digits = 15;
 constexpr double beyond_digits = 1e15;
 
-bool is_digit(char character) noexcept { return character >= '0' && character <= '9'; }
-
 int digit_value(char character) noexcept {
-  if (is_digit(character)) return character - '0';
+  if (support::is_digit(character)) return character - '0';
   const char letter = static_cast<char>(character | 0x20);
   return letter >= 'a' && letter <= 'f' ? letter - 'a' + 10 : 16;
 }
@@ -52,15 +51,15 @@ std::size_t number_length(std::string_view text) noexcept {
   const auto at = [&](std::size_t position) { return position < text.size() ? text[position] : '\0'; };
   std::size_t end = at(0) == '-' || at(0) == '+' ? 1 : 0;
   bool digits = false;
-  for (; is_digit(at(end)); ++end) digits = true;
+  for (; support::is_digit(at(end)); ++end) digits = true;
   if (at(end) == '.') {
-    for (++end; is_digit(at(end)); ++end) digits = true;
+    for (++end; support::is_digit(at(end)); ++end) digits = true;
   }
   if (!digits) return 0;
   const char exponent = static_cast<char>(at(end) | 0x20);
   const std::size_t sign = at(end + 1) == '-' || at(end + 1) == '+' ? 1 : 0;
-  if ((exponent == 'e' || exponent == 'd') && is_digit(at(end + 1 + sign))) {
-    for (end += 1 + sign; is_digit(at(end)); ++end) {
+  if ((exponent == 'e' || exponent == 'd') && support::is_digit(at(end + 1 + sign))) {
+    for (end += 1 + sign; support::is_digit(at(end)); ++end) {
     }
   }
   return end;

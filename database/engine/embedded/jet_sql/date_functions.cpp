@@ -209,7 +209,7 @@ void to_date(FunctionCall& call) { call.result(call.date(0)); }
 void is_date_text(FunctionCall& call) { call.result(call.is_text(0) && parse_user_date(call.text(0)) ? -1 : 0); }
 void is_date_value(FunctionCall& call) { call.result(call.is_null(0) ? 0 : -1); }
 
-constexpr ScalarRow functions[] = {
+constexpr ScalarRow date_rows[] = {
     row<to_date>("jet_date", 1),
     row<to_date>("jet_cdate", 1),
     row<date_add>("jet_dateadd", 3),
@@ -237,6 +237,6 @@ constexpr ScalarRow functions[] = {
 
 }  // namespace
 
-std::span<const ScalarRow> date_functions() noexcept { return functions; }
+std::span<const ScalarRow> date_functions() noexcept { return date_rows; }
 
 }  // namespace engine::embedded::jet_sql

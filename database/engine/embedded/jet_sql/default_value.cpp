@@ -14,7 +14,9 @@ class NoTables final : public Catalogue {
   const TableDefinition* find_table(std::string_view) const override { return nullptr; }
 };
 
-bool is_blank(std::string_view text) noexcept { return text.find_first_not_of(" \t\r\n") == std::string_view::npos; }
+bool is_blank_text(std::string_view text) noexcept {
+  return text.find_first_not_of(" \t\r\n") == std::string_view::npos;
+}
 
 /// A word that is no function: a text field's own text, Yes or No of a Yes/No field.
 void take_word(Expression& expression, const FieldDefinition& field, bool text) {
@@ -54,7 +56,7 @@ bool is_empty_text(const Expression& expression) noexcept {
 }  // namespace
 
 std::string compile_default(const FieldDefinition& field) {
-  if (is_blank(field.default_value)) return "NULL";
+  if (is_blank_text(field.default_value)) return "NULL";
   const bool text = field.holds_text();
   const ExpressionPtr expression = parse_default(field, text);
   if (!text && is_empty_text(*expression)) return "NULL";

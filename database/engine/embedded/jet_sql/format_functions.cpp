@@ -26,7 +26,7 @@ constexpr NamedPicture number_pictures[] = {
 constexpr NamedPicture date_pictures[] = {
     {"short time", "hh:nn"}, {"long time", "hh:nn:ss"}, {"general date", ""}, {"short date", ""}};
 constexpr std::size_t longest_picture = 255;
-constexpr std::size_t most_decimals = 20;
+constexpr std::size_t most_picture_decimals = 20;
 
 const NamedPicture* find_named(std::span<const NamedPicture> pictures, std::string_view name) {
   const auto found = std::find_if(pictures.begin(), pictures.end(), [&](const NamedPicture& picture) {
@@ -137,7 +137,7 @@ NumberPicture read_number_picture(std::string_view section) {
       picture.whole_digits += piece.text.size();
     }
   }
-  picture.decimals = std::min(picture.decimals, most_decimals);
+  picture.decimals = std::min(picture.decimals, most_picture_decimals);
   return picture;
 }
 
@@ -221,7 +221,7 @@ void format_as_date(FunctionCall& call) {
   call.result(std::string_view(shows_date ? format_date(date, picture) : format_number(date.days, picture)));
 }
 
-constexpr ScalarRow functions[] = {
+constexpr ScalarRow format_rows[] = {
     row<format>("jet_format", 1),
     row<format>("jet_format", 2),
     row<format_as_date>("jet_format_date", 1),
@@ -230,6 +230,6 @@ constexpr ScalarRow functions[] = {
 
 }  // namespace
 
-std::span<const ScalarRow> format_functions() noexcept { return functions; }
+std::span<const ScalarRow> format_functions() noexcept { return format_rows; }
 
 }  // namespace engine::embedded::jet_sql

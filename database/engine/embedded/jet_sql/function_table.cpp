@@ -13,7 +13,7 @@ using enum FunctionForm;
 using enum ResultRule;
 
 // In the order of their names, which find_function relies on.
-constexpr FunctionRow functions[] = {
+constexpr FunctionRow function_rows[] = {
     {"abs", Plain, "abs", "n", 1, FirstArgument, Kind::Variant},
     {"asc", Plain, "jet_asc", "t", 1, Fixed, Kind::Integer},
     {"atn", Plain, "jet_atn", "n", 1, Fixed, Kind::Double},
@@ -91,7 +91,7 @@ constexpr FunctionRow functions[] = {
     {"year", Plain, "jet_year", "d", 1, Fixed, Kind::Integer},
 };
 
-static_assert(std::ranges::is_sorted(functions, std::less{}, &FunctionRow::name));
+static_assert(std::ranges::is_sorted(function_rows, std::less{}, &FunctionRow::name));
 
 constexpr std::size_t most_arguments = 60;
 
@@ -104,8 +104,8 @@ const FunctionRow* find_function(std::string_view name) noexcept {
   for (char& character : lower) {
     if (character >= 'A' && character <= 'Z') character = static_cast<char>(character - 'A' + 'a');
   }
-  const auto* const found = std::ranges::lower_bound(functions, lower, std::less{}, &FunctionRow::name);
-  return found != std::end(functions) && found->name == lower ? found : nullptr;
+  const auto* const found = std::ranges::lower_bound(function_rows, lower, std::less{}, &FunctionRow::name);
+  return found != std::end(function_rows) && found->name == lower ? found : nullptr;
 }
 
 char argument_letter(const FunctionRow& row, std::size_t position) noexcept {

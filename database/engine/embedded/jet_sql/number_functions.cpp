@@ -12,7 +12,7 @@ namespace engine::embedded::jet_sql {
 
 namespace {
 
-constexpr int most_decimals = 22;
+constexpr int most_round_decimals = 22;
 
 double finite(double value) {
   if (!std::isfinite(value)) raise(error_overflow);
@@ -71,7 +71,7 @@ void add(FunctionCall& call) {
 }
 
 /// Negative, 0 or positive; a text beside a number is error 3464.
-void compare(FunctionCall& call) {
+void compare_values(FunctionCall& call) {
   if (call.is_text(0) != call.is_text(1)) raise(error_criterion_mismatch);
   if (call.is_text(0)) {
     call.result(compare_texts(call.text(0), call.text(1)));
@@ -84,7 +84,7 @@ void compare(FunctionCall& call) {
 
 void round(FunctionCall& call) {
   const int decimals = call.has(1) ? call.whole(1) : 0;
-  if (decimals < 0 || decimals > most_decimals) raise(error_invalid_call);
+  if (decimals < 0 || decimals > most_round_decimals) raise(error_invalid_call);
   if (call.is_whole(0)) return call.result_argument(0);
   const double scale = std::pow(10.0, decimals);
   // The decimal number that the user sees is rounded: 2.675 is not a little less.
@@ -166,7 +166,7 @@ void is_numeric(FunctionCall& call) {
   call.result(!call.is_text(0) || support::parse_number(call.text(0)) ? -1 : 0);
 }
 
-constexpr ScalarRow functions[] = {
+constexpr ScalarRow number_rows[] = {
     row<number>("jet_number", 1),
     row<single>("jet_single", 1),
     row<single>("jet_csng", 1),
@@ -176,7 +176,7 @@ constexpr ScalarRow functions[] = {
     row<modulo>("jet_modulo", 2),
     row<power>("jet_power", 2),
     row<add>("jet_add", 2),
-    row<compare>("jet_compare", 2),
+    row<compare_values>("jet_compare", 2),
     row<round>("jet_round", 1),
     row<round>("jet_round", 2),
     row<to_whole<down>>("jet_int", 1),
@@ -201,6 +201,6 @@ constexpr ScalarRow functions[] = {
 
 }  // namespace
 
-std::span<const ScalarRow> number_functions() noexcept { return functions; }
+std::span<const ScalarRow> number_functions() noexcept { return number_rows; }
 
 }  // namespace engine::embedded::jet_sql

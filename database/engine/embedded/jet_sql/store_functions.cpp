@@ -80,7 +80,7 @@ void required(FunctionCall& call) {
   call.result_argument(0);
 }
 
-constexpr ScalarRow functions[] = {
+constexpr ScalarRow store_rows[] = {
     row<store_boolean>("jet_store_boolean", 1),
     row<store_whole<std::uint8_t>>("jet_store_byte", 1),
     row<store_whole<std::int16_t>>("jet_store_integer", 1),
@@ -95,6 +95,6 @@ constexpr ScalarRow functions[] = {
 
 }  // namespace
 
-std::span<const ScalarRow> store_functions() noexcept { return functions; }
+std::span<const ScalarRow> store_functions() noexcept { return store_rows; }
 
 }  // namespace engine::embedded::jet_sql

@@ -135,7 +135,7 @@ void repeat(FunctionCall& call) {
   call.result(std::string_view(whole));
 }
 
-void compare(FunctionCall& call) {
+void compare_as_asked(FunctionCall& call) {
   const std::string first(call.text(0));
   const std::string second(call.text(1));
   const bool exact = call.has(2) && call.whole(2) == 0;
@@ -157,7 +157,7 @@ void character_of(FunctionCall& call) {
 
 void date_as_text(FunctionCall& call) { call.result(std::string_view(date_text(call.date(0)))); }
 
-constexpr ScalarRow functions[] = {
+constexpr ScalarRow text_rows[] = {
     row<text>("jet_text", 1),
     row<text>("jet_cstr", 1),
     row<date_as_text>("jet_date_text", 1),
@@ -179,14 +179,14 @@ constexpr ScalarRow functions[] = {
     row<replace>("jet_replace", 3),
     row<space>("jet_space", 1),
     row<repeat>("jet_string", 2),
-    row<compare>("jet_strcomp", 2),
-    row<compare>("jet_strcomp", 3),
+    row<compare_as_asked>("jet_strcomp", 2),
+    row<compare_as_asked>("jet_strcomp", 3),
     row<code_of>("jet_asc", 1),
     row<character_of>("jet_chr", 1),
 };
 
 }  // namespace
 
-std::span<const ScalarRow> text_functions() noexcept { return functions; }
+std::span<const ScalarRow> text_functions() noexcept { return text_rows; }
 
 }  // namespace engine::embedded::jet_sql

@@ -6,6 +6,7 @@
 
 #include "database/engine/date_text.h"
 #include "database/engine/embedded/jet_sql/error_numbers.h"
+#include "support/common_code.h"
 #include "support/encoding.h"
 
 namespace engine::embedded::jet_sql {
@@ -17,7 +18,6 @@ constexpr std::size_t longest_name = std::size_t{64} * 4;  // 64 characters
 constexpr std::string_view symbol_tokens[] = {"<=", ">=", "<>", "(", ")", ",", ".",  "!", ";", "=",
                                               "<",  ">",  "+",  "-", "*", "/", "\\", "^", "&"};
 
-bool is_digit(char character) noexcept { return character >= '0' && character <= '9'; }
 bool is_blank(char character) noexcept {
   return character == ' ' || character == '\t' || character == '\r' || character == '\n';
 }
@@ -29,7 +29,7 @@ bool begins_word(char character) noexcept {
   return (letter >= 'A' && letter <= 'Z') || character == '_' || static_cast<unsigned char>(character) >= 0x80;
 }
 bool continues_word(char character) noexcept {
-  return begins_word(character) || is_digit(character) || character == '$';
+  return begins_word(character) || support::is_digit(character) || character == '$';
 }
 
 class Tokenizer {
@@ -54,7 +54,7 @@ class Tokenizer {
     const char first = peek();
     if (begins_word(first)) {
       read_word(token);
-    } else if (is_digit(first) || (first == '.' && is_digit(peek(1)))) {
+    } else if (support::is_digit(first) || (first == '.' && support::is_digit(peek(1)))) {
       read_number(token);
     } else if (first == '\'' || first == '"') {
       token.kind = TokenKind::Text;
@@ -77,7 +77,7 @@ class Tokenizer {
   }
 
   void skip_digits() {
-    while (is_digit(peek())) ++position_;
+    while (support::is_digit(peek())) ++position_;
   }
 
   /// A letter after the digits begins the next token ("1AND"), except an exponent that has digits.
@@ -91,7 +91,7 @@ class Tokenizer {
       skip_digits();
     }
     const std::size_t sign = peek(1) == '+' || peek(1) == '-' ? 1 : 0;
-    if (upper(peek()) == 'E' && is_digit(peek(1 + sign))) {
+    if (upper(peek()) == 'E' && support::is_digit(peek(1 + sign))) {
       token.whole = false;
       position_ += 1 + sign;
       skip_digits();
