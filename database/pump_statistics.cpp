@@ -113,15 +113,24 @@ float db_IP_CalcBasal(const Environment& environment, const Target& target, cons
   const OpenedTarget opened{environment, target, OpenedTarget::Access::Read};
   const std::int64_t start = moment_in(period.date_from, period.times ? &period.times->first : nullptr);
   const std::int64_t end = moment_in(period.date_until, period.times ? &period.times->second : nullptr);
+  std::optional<BasalEntries> entries;
+  bool begins_with_entry = false;
+  procedure.step([&] {
+    entries.emplace(opened.database(), basal_selection(period));
+    begins_with_entry = !entries->eof() && entries->entry().second == start;
+  });
   std::optional<BasalEntry> at_start;
-  procedure.step([&] { at_start = entry_before(opened.database(), start); });
-  if (!at_start) procedure.step([&] { at_start = entry_within(opened.database(), start, end); });
+  // Such an entry leaves no time to the rate before it, which takes two selections to find.
+  if (!begins_with_entry) {
+    procedure.step([&] { at_start = entry_before(opened.database(), start); });
+    if (!at_start) procedure.step([&] { at_start = entry_within(opened.database(), start, end); });
+  }
   basal::Sum sum;
   if (at_start) sum.add(start, at_start->rate, at_start->duration);
   procedure.step([&] {
-    for (BasalEntries entries{opened.database(), basal_selection(period)}; !entries.eof(); entries.move_next()) {
+    for (; entries && !entries->eof(); entries->move_next()) {
       procedure.step([&] {
-        const BasalEntry entry = entries.entry();
+        const BasalEntry entry = entries->entry();
         sum.add(entry.second, entry.rate, entry.duration);
       });
     }
