@@ -5,6 +5,7 @@
 #include <filesystem>
 
 #include "apps/firststeps_batch/answer_controls.h"
+#include "database/create_database.h"
 #include "database/open_database.h"
 #include "database/patient.h"
 #include "support/common_code.h"
