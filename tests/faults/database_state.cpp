@@ -54,7 +54,7 @@ std::string database_state(const std::string& host_path, std::string_view passwo
     const PooledStatement layout = file.statement("SELECT sql FROM sqlite_schema WHERE tbl_name=? ORDER BY name");
     layout->with(std::string_view(name));
     append_rows(state, layout);
-    append_rows(state, file.statement("SELECT * FROM " + engine::embedded::quoted(name)));
+    append_rows(state, file.statement("SELECT * FROM " + engine::embedded::quoted_name(name)));
   }
   return state;
 }

@@ -45,7 +45,7 @@ class Comparison {
   bool same_node(const Like& left, const Like& right) noexcept {
     return left.negated == right.negated && same(left.value, right.value) && same(left.pattern, right.pattern);
   }
-  bool same_node(const IsNull& left, const IsNull& right) noexcept {
+  bool same_node(const NullTest& left, const NullTest& right) noexcept {
     return left.negated == right.negated && same(left.value, right.value);
   }
   bool same_node(const InList& left, const InList& right) noexcept {

@@ -103,7 +103,7 @@ struct Like {
   bool negated = false;
 };
 
-struct IsNull {
+struct NullTest {
   ExpressionPtr value;
   bool negated = false;
 };
@@ -137,7 +137,8 @@ struct Call {
 };
 
 struct Expression {
-  std::variant<Literal, ColumnName, Unary, Binary, Between, Like, IsNull, InList, InSelect, Exists, ScalarSelect, Call>
+  std::variant<Literal, ColumnName, Unary, Binary, Between, Like, NullTest, InList, InSelect, Exists, ScalarSelect,
+               Call>
       node;
   /// Levels of the tree from here down; bounded, so that walking it may recurse.
   int height = 1;
@@ -295,7 +296,7 @@ void visit_parts(const Expression& expression, VisitPart visit_part, VisitQuery 
                  [&](const Binary& node) { visit_all(node.left, node.right); },
                  [&](const Between& node) { visit_all(node.value, node.low, node.high); },
                  [&](const Like& node) { visit_all(node.value, node.pattern); },
-                 [&](const IsNull& node) { visit_all(node.value); },
+                 [&](const NullTest& node) { visit_all(node.value); },
                  [&](const InList& node) {
                    visit_all(node.value);
                    for (const ExpressionPtr& item : node.items) visit_part(*item);

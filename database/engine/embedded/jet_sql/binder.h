@@ -69,7 +69,7 @@ class Binder {
   void bind_node(Expression& expression, Binary& binary, Scope& scope);
   void bind_node(Expression& expression, Between& between, Scope& scope);
   void bind_node(Expression& expression, Like& like, Scope& scope);
-  void bind_node(Expression& expression, IsNull& test, Scope& scope);
+  void bind_node(Expression& expression, NullTest& test, Scope& scope);
   void bind_node(Expression& expression, InList& list, Scope& scope);
   void bind_node(Expression& expression, InSelect& in, Scope& scope);
   void bind_node(Expression& expression, Exists& exists, Scope& scope);

@@ -272,7 +272,7 @@ void Binder::bind_node(Expression& expression, Like& like, Scope& scope) {
   expression.type = boolean(true);
 }
 
-void Binder::bind_node(Expression& expression, IsNull& test, Scope& scope) {
+void Binder::bind_node(Expression& expression, NullTest& test, Scope& scope) {
   bind(test.value, scope);
   contain(expression, test.value);
   expression.type = boolean(false);

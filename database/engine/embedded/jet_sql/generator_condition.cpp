@@ -80,7 +80,7 @@ void Generator::predicate(const Expression& expression) {
                         },
                         [&](const Binary& node) { is_logical(node.op) ? logical(node) : comparison(node); },
                         [&](const Between& node) { between(node); }, [&](const Like& node) { like(node); },
-                        [&](const IsNull& node) {
+                        [&](const NullTest& node) {
                           write("(");
                           value(*node.value);
                           write(node.negated ? " IS NOT NULL)" : " IS NULL)");

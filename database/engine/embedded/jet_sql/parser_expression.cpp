@@ -229,7 +229,7 @@ ExpressionPtr Parser::parse_predicate(ExpressionPtr value) {
     const bool negated = accept_word("NOT");
     expect_word("NULL");
     const int height = value->height;
-    return make(IsNull{std::move(value), negated}, height);
+    return make(NullTest{std::move(value), negated}, height);
   }
   const bool negated = accept_word("NOT");
   if (accept_word("BETWEEN")) return parse_between(std::move(value), negated);
