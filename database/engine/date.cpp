@@ -32,8 +32,8 @@ int days_in_month(std::int64_t year, int month) noexcept {
 
 std::int64_t seconds_of(Date date) noexcept {
   const double day = std::trunc(date.days);
-  const double time = std::abs(date.days - day) * static_cast<double>(seconds_per_day);
-  return static_cast<std::int64_t>(day) * seconds_per_day + static_cast<std::int64_t>(time + 0.5);
+  const auto time = std::llround(std::abs(date.days - day) * static_cast<double>(seconds_per_day));
+  return static_cast<std::int64_t>(day) * seconds_per_day + time;
 }
 
 Date date_of_seconds(std::int64_t seconds) noexcept {
