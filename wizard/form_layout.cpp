@@ -1,6 +1,5 @@
 #include "wizard/form_layout.h"
 
-#include <algorithm>
 #include <span>
 #include <string>
 

@@ -83,12 +83,12 @@ TEST_F(Figures, OfTheDaysThatHaveEntries) {
             HasSubstr(R"(},{"typ":9,"count":1,"first":"2024-03-02","last":"2024-03-02","checksum":null},{"typ":13,)")));
   EXPECT_THAT(said({"summary", file_, "--mask", "1"}), HasSubstr("\n       0     2  2024-03-04  2024-03-05  122.88"));
   const std::vector<std::string> days{"--from", "2024-03-04", "--until", "2024-03-31"};
-  for (const auto& [options, count] : std::vector<std::pair<std::vector<std::string>, std::string>>{
+  for (const auto& [choice, count] : std::vector<std::pair<std::vector<std::string>, std::string>>{
            {{}, "2"}, {{"--time-from", "06:00", "--time-until", "11:59:59"}, "1"}, {{"--weekdays", "2,7"}, "1"}}) {
     std::vector<std::string> arguments{"summary", file_, "--mask", "1", "--json"};
     arguments.insert(arguments.end(), days.begin(), days.end());
-    arguments.insert(arguments.end(), options.begin(), options.end());
-    EXPECT_THAT(said(arguments), HasSubstr("\"count\":" + count + ",")) << testing::PrintToString(options);
+    arguments.insert(arguments.end(), choice.begin(), choice.end());
+    EXPECT_THAT(said(arguments), HasSubstr("\"count\":" + count + ",")) << testing::PrintToString(choice);
   }
   EXPECT_EQ(said({"summary", file_, "--import-id", "5", "--mask", "1", "--json"}), "[]\n");
 }

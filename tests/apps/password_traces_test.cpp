@@ -20,7 +20,7 @@ using testing::Not;
 
 namespace fs = std::filesystem;
 
-const std::string secret = "Xylofön7Geheim";
+const std::string sought = "Xylofön7Geheim";
 
 /// The ways in which a password could lie in a file.
 std::vector<std::string> spellings(const std::string& password) {
@@ -70,14 +70,14 @@ class PasswordTraces : public apps_test::ProcessTest {
     const auto database = engine->create_database(support::host_file_system().windows_path(file),
                                                   engine::locale_general, engine::version_30);
     database->execute("CREATE TABLE temporary (n LONG)");
-    database->new_password("", secret);
+    database->new_password("", sought);
   }
 };
 
 TEST_F(PasswordTraces, ASessionOfTheConsoleToolLeavesNone) {
   const apps_test::TemporaryFolder keys;
-  keys.write("environment", secret);
-  keys.write("wrong", secret + "x");
+  keys.write("environment", sought);
+  keys.write("wrong", sought + "x");
   make_old_database(folder_.file("old.das"));
   const Outcome outcome = shell("cd '" + folder_.path().string() + "'; KEYS='" + keys.path().string() +
                                 "'; LAYOUTS='" TEST_DATA_DIR R"sh(/layouts'
@@ -98,7 +98,7 @@ TEST_F(PasswordTraces, ASessionOfTheConsoleToolLeavesNone) {
   EXPECT_THAT(outcome.err, HasSubstr("error 3031"));
   EXPECT_THAT(content_of(folder_.file("journal.log")), HasSubstr(" sql!"));
   EXPECT_THAT(content_of(folder_.file("old.4.0.das")), Not(IsEmpty()));
-  EXPECT_THAT(traces(secret), IsEmpty());
+  EXPECT_THAT(traces(sought), IsEmpty());
   EXPECT_THAT(open_to_others(), IsEmpty());
   EXPECT_TRUE(fs::is_empty(folder_.path() / "tmp"));
 }
@@ -124,7 +124,7 @@ TEST_F(PasswordTraces, ARunOfTheBatchProgramLeavesNoneOfTheDefaultOne) {
 
 TEST_F(PasswordTraces, ARunningProcessShowsNoneAndHasNoFileOpenButTheDatabase) {
   const std::string file = folder_.file("P.das");
-  ASSERT_EQ(apps_test::run_patientdb({"create", file}, {{"PATIENTDB_PASSWORD", secret}}).code, 0);
+  ASSERT_EQ(apps_test::run_patientdb({"create", file}, {{"PATIENTDB_PASSWORD", sought}}).code, 0);
   int ends[2];
   ASSERT_EQ(pipe2(ends, O_CLOEXEC), 0);
   // More is said than the pipe takes: the process waits in the middle of its work.
@@ -134,7 +134,7 @@ TEST_F(PasswordTraces, ARunningProcessShowsNoneAndHasNoFileOpenButTheDatabase) {
     dup2(ends[1], STDOUT_FILENO);
     // What this process was given by whoever runs the tests is not the program's.
     close_range(STDERR_FILENO + 1, ~0U, 0);
-    setenv("PATIENTDB_PASSWORD", secret.c_str(), 1);
+    setenv("PATIENTDB_PASSWORD", sought.c_str(), 1);
     execl(BUILD_DIR "/bin/patientdb", "patientdb", "schema", file.c_str(), "--json", nullptr);
     _exit(127);
   }
@@ -143,7 +143,7 @@ TEST_F(PasswordTraces, ARunningProcessShowsNoneAndHasNoFileOpenButTheDatabase) {
   EXPECT_EQ(read(ends[0], &byte, 1), 1);
   const std::string process = "/proc/" + std::to_string(child);
   const std::string command_line = content_of(process + "/cmdline");
-  EXPECT_THAT(command_line, testing::AllOf(HasSubstr("schema"), Not(HasSubstr(secret))));
+  EXPECT_THAT(command_line, testing::AllOf(HasSubstr("schema"), Not(HasSubstr(sought))));
   std::vector<std::string> open_files;
   for (const auto& entry : fs::directory_iterator(process + "/fd")) {
     const fs::path target = fs::read_symlink(entry.path());

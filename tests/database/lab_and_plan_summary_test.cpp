@@ -6,7 +6,7 @@
 namespace database {
 namespace {
 
-using Lines = std::vector<std::string>;
+using Texts = std::vector<std::string>;
 class LabTest : public testing::DatabaseTest {};
 class PlanSummaryTest : public testing::DatabaseTest {};
 
@@ -17,11 +17,11 @@ TEST_F(LabTest, DefaultRangesAreResetNotDoubled) {
   EXPECT_EQ(db_SetDefaultLabRanges(environment, file, 3), 13);
   EXPECT_EQ(db_SetDefaultLabRanges(environment, file, 4), 13);
   EXPECT_EQ(rows(file, "SELECT LaborID, count(*) FROM Labordefinitionen GROUP BY LaborID ORDER BY LaborID"),
-            (Lines{"3|13", "4|13"}));
+            (Texts{"3|13", "4|13"}));
   EXPECT_EQ(rows(file,
                  "SELECT BDTKEY, unit, displayunit, rangefrom, rangeuntil, criticalthreshold FROM Labordefinitionen "
                  "WHERE LaborID=3 AND field IN ('iHDL','INR','dKetones') ORDER BY field"),
-            (Lines{"KETONE|1|0|-1|1,5|0,6", "HDL|0|0|35|50|-1", "INR|4|4|2,5|4,5|-1"}));
+            (Texts{"KETONE|1|0|-1|1,5|0,6", "HDL|0|0|35|50|-1", "INR|4|4|2,5|4,5|-1"}));
 }
 
 TEST_F(LabTest, AddsTheLaboratoryWhereAnOldTableLacksIt) {

@@ -25,7 +25,7 @@ std::string shown(const PatientRecord& patient) {
   return text + (patient.birthday ? engine::iso_text(*patient.birthday) : "Null");
 }
 /// The columns that hold what shown() shows.
-constexpr std::string_view shown_columns =
+constexpr std::string_view patient_columns =
     "SELECT firstname, name, street, zip, city, phone, fax, email, a1, a2, a3, number, insurance, insurancenumber, "
     "therapy, gender, typ, height, DiabetesSince, OADSince, InsulinSince, CPeptid, birthday FROM patdat";
 
@@ -40,7 +40,7 @@ TEST_F(Patient, StandsInItsColumnsAndIsReadBack) {
   changed.birthday.reset();
   for (const PatientRecord& stored : {sample_patient(), changed}) {
     ASSERT_EQ(db_AddPatient(environment, file, stored), 1);
-    EXPECT_EQ(rows(file, shown_columns), std::vector<std::string>{shown(stored)});
+    EXPECT_EQ(rows(file, patient_columns), std::vector<std::string>{shown(stored)});
     PatientRecord read;
     ASSERT_TRUE(db_GetPatient(environment, file, 0, read));
     EXPECT_EQ(shown(read), shown(stored));

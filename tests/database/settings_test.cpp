@@ -44,7 +44,7 @@ std::string shown(const SettingsRecord& settings) {
 }
 
 /// The columns that hold what shown() shows, and those of the zones.
-constexpr std::string_view shown_columns =
+constexpr std::string_view settings_columns =
     "SELECT TargetWeight, BUPerDayMax, KCalPerDayMax, CholPerDayMax, BGTargetMax, BGTargetMin, BPTargetSysMax, "
     "BPTargetSysMin, BPTargetDiaMax, BPTargetDiaMin, BGHyper, BGHypo, KHPerDayMax, FatPerDayMax, ProtPerDayMax, '' "
     "FROM patdat_setup";
@@ -76,7 +76,7 @@ TEST_F(Settings, StandInTheirColumnsAndAreReadBack) {
     stored.TargetWeight = weight;
     stored.zones[12].description = "Nacht & Frühdienst";
     ASSERT_EQ(db_SaveSettings(environment, file, stored), 1);
-    EXPECT_EQ(rows(file, shown_columns), std::vector<std::string>{shown(stored)});
+    EXPECT_EQ(rows(file, settings_columns), std::vector<std::string>{shown(stored)});
     std::string times;
     for (const Zone& zone : stored.zones)
       times += engine::iso_text(zone.from) + "|" + engine::iso_text(zone.until) + "|";

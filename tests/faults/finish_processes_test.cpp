@@ -13,7 +13,7 @@ using ::testing::Contains;
 using ::testing::Each;
 using ::testing::StartsWith;
 
-constexpr int rounds = 12;
+constexpr int finishes = 12;
 
 class FinishProcesses : public WizardTest {
  protected:
@@ -43,7 +43,7 @@ TEST_F(FinishProcesses, OfAKnownPatientBothWriteEverything) {
   };
   const std::vector<std::string> items_of_first_plan = items();
   faults::run_together(2, [&](int process) {
-    for (int round = 0; round < rounds; ++round) {
+    for (int round = 0; round < finishes; ++round) {
       start("vantrix|known.das");
       type("txtCity", "Stadt " + std::to_string(process));
       type("txtvorgabe", std::to_string(80 + 2 * round + process), 0);
@@ -61,7 +61,7 @@ TEST_F(FinishProcesses, OfAKnownPatientBothWriteEverything) {
 }
 
 TEST_F(FinishProcesses, OfOneNewPatientEachThatReportsADatabaseHasOne) {
-  for (int round = 0; round < rounds; ++round) {
+  for (int round = 0; round < finishes; ++round) {
     const std::string name = "Neu" + std::to_string(round);
     faults::run_together(2, [&](int process) {
       // A second database gets a name without a folder.

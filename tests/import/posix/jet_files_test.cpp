@@ -18,7 +18,7 @@ using apps_test::run_patientdb;
 using testing::HasSubstr;
 using testing::StartsWith;
 
-const Environment no_password{{"PATIENTDB_PASSWORD", ""}};
+const Environment unprotected{{"PATIENTDB_PASSWORD", ""}};
 
 std::string jet_file(const std::string& name) { return std::string(JET_FILES_DIR "/") + name; }
 
@@ -62,7 +62,7 @@ class JetFiles : public testing::Test {
  protected:
   /// Path of the new database.
   std::string import(const std::string& source) const {
-    const Outcome outcome = run_patientdb({"import", source, folder_.file("new.das")}, no_password);
+    const Outcome outcome = run_patientdb({"import", source, folder_.file("new.das")}, unprotected);
     EXPECT_EQ(outcome.code, 0) << outcome.err;
     EXPECT_EQ(outcome.err, "");
     return folder_.file("new.das");
@@ -92,7 +92,7 @@ INSTANTIATE_TEST_SUITE_P(Real, JetFilesRows, testing::Values("fruit.mdb", "users
 
 TEST_F(JetFiles, BringTheirFieldsAndIndexesAlong) {
   const std::string users = import(jet_file("users.mdb"));
-  const std::string layout = run_patientdb({"schema", users}, no_password).out;
+  const std::string layout = run_patientdb({"schema", users}, unprotected).out;
   EXPECT_EQ(layout,
             "Users\n\n"
             "Field         Type     Size  Attributes  Default  Required  Empty  Ordinal\n"
@@ -105,13 +105,13 @@ TEST_F(JetFiles, BringTheirFieldsAndIndexesAlong) {
             "Index PrimaryKey (UserId) primary unique\n\n");
   EXPECT_THAT(run_patientdb({"sql", users, "INSERT INTO Users (UserName) VALUES ('new')",
                              "SELECT UserId, UserMarried FROM Users WHERE UserName = 'new'", "--json"},
-                            no_password)
+                            unprotected)
                   .out,
               HasSubstr("[[4,0]]"));
 }
 
 TEST_F(JetFiles, FindTheFieldsOfAnIndexWhereColumnsWereDeleted) {
-  EXPECT_THAT(run_patientdb({"schema", import(jet_file("states.mdb"))}, no_password).out,
+  EXPECT_THAT(run_patientdb({"schema", import(jet_file("states.mdb"))}, unprotected).out,
               HasSubstr("Index PrimaryKey (State) primary unique\n"));
 }
 
@@ -160,7 +160,7 @@ TEST_F(JetFiles, LeaveNothingBehindWhereTheyCannotBeRead) {
   };
   const auto before = folder_.snapshot();
   for (const auto& [file, message] : cases) {
-    const Outcome outcome = run_patientdb({"import", file, folder_.file("new.das")}, no_password);
+    const Outcome outcome = run_patientdb({"import", file, folder_.file("new.das")}, unprotected);
     EXPECT_EQ(outcome.code, 1) << file;
     EXPECT_THAT(outcome.err, StartsWith(message)) << file;
     EXPECT_TRUE(folder_.snapshot() == before) << file;
