@@ -50,6 +50,16 @@ TEST_F(PagesTest, ThumbnailsComeInWithoutBeingAskedFor) {
   EXPECT_TRUE(wait_until([&] { return colours("optThumb(0)") > 8 && colours("optThumb(2)") > 8; }));
 }
 
+TEST_F(PagesTest, EnterGoesOnWhereAPageHasButtonsOnly) {
+  demo_.set_ini("pelmar.ini", "setup", "display", "INtro|netpath|Fertig");
+  start();
+  wizard().next();
+  ASSERT_EQ(wizard().page(), "netpath");
+  ASSERT_TRUE(wait_until([&] { return wizard().focus() == "Command1(0)"; })) << wizard().focus();
+  press_key(VK_RETURN);
+  EXPECT_TRUE(wait_until([&] { return wizard().page() == "Fertig"; })) << wizard().page();
+}
+
 struct Moving {
   std::string_view page, control;
 };

@@ -5,10 +5,10 @@
 namespace wizard::win32 {
 namespace {
 
-/// The chosen one of a group of options stands for the group: focusing another would choose it.
+/// A button is none: Enter is to go on, not to press it. The chosen one of a group of options stands for the group:
+/// focusing another would choose it.
 bool is_filled_in(const form::Control& control) {
   switch (control.kind()) {
-    case form::Kind::Button:
     case form::Kind::ChartOption:
     case form::Kind::ComboBox:
       return true;
