@@ -139,8 +139,7 @@ void Finish::merge_preferences() {
       std::unique_ptr<engine::Database> readable;
       support::RuntimeError failure{0, ""};
       database::OpenPatientDatabase(environment, lookup, true, false, engine, readable, &failure);
-      constexpr int unknown_format = 3343;
-      if (!readable && (failure.number() != unknown_format || !environment.readable_copy)) return false;
+      if (!readable && (failure.number() != database::error_unknown_format || !environment.readable_copy)) return false;
     }
     return database::db_MergePreferences(environment, database_, lookup);
   });
