@@ -22,7 +22,7 @@ void unlock(Connection& file, std::string_view password) {
     file.use_key(key);
     key.remember(password);
   }
-  if (!file.first_read()) engine::embedded::raise(3343);
+  if (!file.first_read()) engine::raise(3343);
 }
 
 std::vector<std::string> table_names(Connection& file) {
