@@ -1,5 +1,6 @@
 #include "database/engine/embedded/row_buffer.h"
 
+#include <algorithm>
 #include <bit>
 #include <cstring>
 #include <limits>
@@ -9,6 +10,9 @@
 
 namespace engine::embedded {
 namespace {
+
+/// Small enough for the heap to give it again and again: a block that grew with the rows would be new memory each time.
+constexpr std::size_t block_size = std::size_t{64} << 10;
 
 /// What a packed value begins with.
 enum class Packed : char { Null, Whole, Number, Text };
@@ -66,13 +70,27 @@ Value unpack(const char* position, DataType type) {
 
 void RowBuffer::append(const Statement& row, bool has_row_id) {
   const int columns = static_cast<int>(types_.size());
-  rows_.push_back({has_row_id ? row.integer(columns) : 0, bytes_.size(), false});
   for (int column = 0; column < columns; ++column) append_column(row, column);
+  end_row(has_row_id ? row.integer(columns) : 0);
 }
 
 void RowBuffer::append(std::int64_t row_id, const std::vector<Value>& values) {
-  rows_.push_back({row_id, bytes_.size(), false});
   for (const Value& value : values) append_value(value);
+  end_row(row_id);
+}
+
+void RowBuffer::end_row(std::int64_t row_id) {
+  const std::size_t size = packed_.size();
+  if (size > room_) {
+    room_ = std::max(size, block_size);
+    blocks_.push_back(std::make_unique_for_overwrite<char[]>(room_));
+    end_ = blocks_.back().get();
+  }
+  std::memcpy(end_, packed_.data(), size);
+  rows_.push_back({row_id, end_, false});
+  end_ += size;
+  room_ -= size;
+  packed_.clear();
 }
 
 void RowBuffer::append_column(const Statement& row, int column) {
@@ -95,26 +113,26 @@ void RowBuffer::append_value(const Value& value) {
   append_number(to_double(value));
 }
 
-void RowBuffer::append_null() { bytes_ += static_cast<char>(Packed::Null); }
+void RowBuffer::append_null() { packed_ += static_cast<char>(Packed::Null); }
 
 void RowBuffer::append_number(double number) {
   using Limits = std::numeric_limits<std::int32_t>;
   const auto whole = number >= Limits::min() && number <= Limits::max() ? static_cast<std::int32_t>(number) : 0;
   // By its bits: a negative zero is no whole number.
   if (std::bit_cast<std::uint64_t>(static_cast<double>(whole)) == std::bit_cast<std::uint64_t>(number)) {
-    put(bytes_, Packed::Whole, whole);
+    put(packed_, Packed::Whole, whole);
   } else {
-    put(bytes_, Packed::Number, number);
+    put(packed_, Packed::Number, number);
   }
 }
 
 void RowBuffer::append_text(std::string_view text) {
-  put(bytes_, Packed::Text, static_cast<std::uint32_t>(text.size()));
-  bytes_ += text;
+  put(packed_, Packed::Text, static_cast<std::uint32_t>(text.size()));
+  packed_ += text;
 }
 
 Value RowBuffer::value(std::size_t row, std::size_t column) const {
-  const char* position = bytes_.data() + rows_[row].offset;
+  const char* position = rows_[row].values;
   for (std::size_t i = 0; i < column; ++i) skip(position);
   return unpack(position, types_[column]);
 }

@@ -1,8 +1,10 @@
-// Rows as a recordset keeps them: packed one behind the other in one block of memory, as they are stored. A value is
-// made of what is stored when it is asked for, so that a long result costs little more than its data.
+// Rows as a recordset keeps them: packed one behind the other in blocks of memory, as they are stored. A value is made
+// of what is stored when it is asked for, so that a long result costs little more than its data.
 #pragma once
 
 #include <cstdint>
+#include <deque>
+#include <memory>
 #include <string>
 #include <string_view>
 #include <utility>
@@ -33,7 +35,7 @@ class RowBuffer {
  private:
   struct Row {
     std::int64_t id;
-    std::size_t offset;
+    const char* values;
     bool deleted;
   };
 
@@ -42,10 +44,15 @@ class RowBuffer {
   void append_null();
   void append_number(double number);
   void append_text(std::string_view text);
+  /// Moves the row that was packed to its place.
+  void end_row(std::int64_t row_id);
 
   std::vector<DataType> types_;
-  std::vector<Row> rows_;
-  std::string bytes_;
+  std::deque<Row> rows_;
+  std::vector<std::unique_ptr<char[]>> blocks_;
+  std::size_t room_ = 0;  ///< bytes that are free at the end of the last block
+  char* end_ = nullptr;   ///< where they begin
+  std::string packed_;    ///< the row that is being appended
 };
 
 }  // namespace engine::embedded
