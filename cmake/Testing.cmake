@@ -31,5 +31,5 @@ function(firststeps_test name)
     ${ARG_DEFINITIONS})
   # One process per test program: its tests are quick, starting a process under Wine is not.
   add_test(NAME ${name} COMMAND ${name} --gtest_brief=1)
-  set_tests_properties(${name} PROPERTIES TIMEOUT 300 ENVIRONMENT UBSAN_OPTIONS=print_stacktrace=1)
+  set_tests_properties(${name} PROPERTIES TIMEOUT 900 ENVIRONMENT UBSAN_OPTIONS=print_stacktrace=1)
 endfunction()
