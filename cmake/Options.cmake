@@ -56,9 +56,6 @@ function(firststeps_library name)
     add_library(${name} STATIC ${sources})
     target_link_libraries(${name} PRIVATE firststeps_options PUBLIC ${ARG_LIBRARIES})
     target_include_directories(${name} PUBLIC ${CMAKE_SOURCE_DIR})
-    # Where the preset joins sources, clang-tidy has to know that it is meant.
-    set_target_properties(${name} PROPERTIES
-      UNITY_BUILD_CODE_BEFORE_INCLUDE "// NOLINTNEXTLINE(bugprone-suspicious-include)")
   else()
     add_library(${name} INTERFACE)
     target_link_libraries(${name} INTERFACE ${ARG_LIBRARIES})

@@ -9,7 +9,7 @@ namespace wizard {
 
 namespace {
 
-constexpr std::string_view section = "CHARTS";
+constexpr std::string_view catalogue_section = "CHARTS";
 
 long text_number(const std::vector<std::string>& fields, std::size_t field) {
   long number = -1;
@@ -25,14 +25,14 @@ long text_number(const std::vector<std::string>& fields, std::size_t field) {
 std::vector<std::string> ChartCatalogue::keys() const {
   std::vector<std::string> keys;
   support::Split(support::ReadIni(*context_.ports.ini, *context_.ports.registry, context_.config.RegKey,
-                                  {.section = section, .key = "KEYS", .file = file(), .delimiter = "|"}),
+                                  {.section = catalogue_section, .key = "KEYS", .file = file(), .delimiter = "|"}),
                  keys, "|");
   return keys;
 }
 
 ChartCatalogue::Texts ChartCatalogue::texts(std::string_view key) const {
   std::vector<std::string> fields;
-  support::Split(context_.ini_value(file(), section, key), fields, "^");
+  support::Split(context_.ini_value(file(), catalogue_section, key), fields, "^");
   const auto text = [&](std::size_t field) {
     const long number = text_number(fields, field);
     return number < 0 ? std::string() : context_.config.text(number);

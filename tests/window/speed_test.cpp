@@ -18,7 +18,9 @@ using Clock = std::chrono::steady_clock;
 constexpr int least_rounds = 9, most_rounds = 45;  // starts
 constexpr int least_walks = 3, most_walks = 15;    // over all pages
 constexpr double start_limit = 1.5;                // of the bare program's start
-constexpr Milliseconds page_limit{50};
+// On a machine where a bare window is there within 90 ms, as on the one that the limit was set on. On a slower one a
+// page may take longer in proportion.
+constexpr Milliseconds page_limit{50}, usual_bare_start{90};
 
 /// From the start of the process until its window is there and answers.
 Milliseconds start_time(const std::string& command_line, const wchar_t* window_class) {
@@ -47,13 +49,23 @@ class SpeedTest : public WindowTest {
   }
 };
 
+const std::string bare_program = "\"" PROGRAMS_DIR "/bare_window.exe\"";
+
+/// What a page may take here.
+Milliseconds page_limit_here() {
+  Milliseconds bare = patience;
+  for (int n = 0; n < least_rounds; ++n) bare = std::min(bare, start_time(bare_program, L"FirstStepsBare"));
+  const Milliseconds limit = page_limit * std::max(1.0, bare / usual_bare_start);
+  std::cout << "bare window " << bare.count() << " ms, limit of a page " << limit.count() << " ms\n";
+  return limit;
+}
+
 TEST_F(SpeedTest, TheFirstPageIsThereAboutAsSoonAsABareWindow) {
-  const std::string bare = "\"" PROGRAMS_DIR "/bare_window.exe\"";
   const std::string own = "\"" PROGRAMS_DIR "/firststeps.exe\" " + demo_.arguments();
   Milliseconds bare_best = patience, own_best = patience;
   const auto is_within_limit = [&] { return own_best.count() <= start_limit * bare_best.count(); };
   for (int n = 0; n < most_rounds && (n < least_rounds || !is_within_limit()); ++n) {
-    bare_best = std::min(bare_best, start_time(bare, L"FirstStepsBare"));
+    bare_best = std::min(bare_best, start_time(bare_program, L"FirstStepsBare"));
     own_best = std::min(own_best, start_time(own, L"FirstStepsAssistant"));
   }
   std::cout << "start to first page " << own_best.count() << " ms, bare window " << bare_best.count() << " ms\n";
@@ -70,9 +82,10 @@ Milliseconds turn_time(const WizardProgram& wizard) {
 
 TEST_F(SpeedTest, EveryPageComesUpAtOnceWithSixtyChartsToo) {
   fill_catalogue();
+  const Milliseconds limit = page_limit_here();
   std::map<std::string, Milliseconds> best;
   const auto all_are_within_limit = [&] {
-    return std::ranges::all_of(best, [](const auto& page) { return page.second <= page_limit; });
+    return std::ranges::all_of(best, [&](const auto& page) { return page.second <= limit; });
   };
   for (int n = 0; n < most_walks && (n < least_walks || !all_are_within_limit()); ++n) {
     start();
@@ -85,7 +98,7 @@ TEST_F(SpeedTest, EveryPageComesUpAtOnceWithSixtyChartsToo) {
   }
   for (const auto& [page, time] : best) {
     std::cout << "page " << page << ' ' << time.count() << " ms\n";
-    EXPECT_LE(time, page_limit) << page;
+    EXPECT_LE(time, limit) << page;
   }
 }
 
