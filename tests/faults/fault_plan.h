@@ -50,4 +50,7 @@ class FaultPlan {
   int count_ = 0;
 };
 
+/// Whether the operation that is about to happen fails.
+inline bool fails(Operation operation) { return FaultPlan::current().meet(operation) != Verdict::Proceed; }
+
 }  // namespace faults

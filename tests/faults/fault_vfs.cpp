@@ -24,8 +24,6 @@ bool tracks() {
   return fault == Fault::PowerCut || fault == Fault::TornPowerCut;
 }
 
-bool fails(Operation operation) { return FaultPlan::current().meet(operation) != Verdict::Proceed; }
-
 /// Followed in memory by the file of the machine's own VFS.
 struct FaultFile {
   sqlite3_file base;

@@ -9,8 +9,6 @@
 
 namespace faults {
 
-inline bool fails(Operation operation) { return FaultPlan::current().meet(operation) != Verdict::Proceed; }
-
 class FaultyRegistry : public support::Registry {
  public:
   support::Registry* real = nullptr;
