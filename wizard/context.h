@@ -5,20 +5,28 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "database/environment.h"
+#include "support/error.h"
 #include "wizard/form/form.h"
 #include "wizard/installation_config.h"
 #include "wizard/ports.h"
 
 namespace wizard {
 
+/// A patient index that this run created, or tried to.
+struct CreatedIndex {
+  std::string path;
+  std::optional<support::RuntimeError> failure;  ///< nothing where it was created
+};
+
 struct Context {
   Ports ports;
   InstallationConfig config;
   form::Form form;
-  /// Whether the patient index could be created; nothing while none was missing.
-  std::optional<bool> index_created;
+  /// The patient indexes that were missing, in the order in which this run came upon them; each path once.
+  std::vector<CreatedIndex> created_indexes;
 
   /// What the database procedures need, as things stand now: it points into this context and is not to be kept.
   database::Environment environment() const;

@@ -60,8 +60,12 @@ class Finish {
 
 FinishReport Finish::run() {
   support::Procedure procedure{"wizard!Finish"};
-  if (const auto created = context_.index_created)
-    writer_.file(context_.config.IndexDB, "patient index", [&] { return *created; });
+  for (const CreatedIndex& index : context_.created_indexes) {
+    writer_.file(index.path, "patient index", [&] {
+      if (index.failure) throw support::RuntimeError(*index.failure);
+      return true;
+    });
+  }
   for (std::string_view value : {"OutlookStyle", "DefaultDataEntry", "BGUnit"})
     procedure.step([&] { write_option(value); });
   save_profile();

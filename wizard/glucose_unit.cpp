@@ -1,5 +1,6 @@
 #include "wizard/glucose_unit.h"
 
+#include <cmath>
 #include <limits>
 
 #include "support/common_code.h"
@@ -33,6 +34,14 @@ std::optional<std::string> converted(std::string_view text, GlucoseUnit to) {
   if (result.empty()) return std::nullopt;
   return result;
 }
+
+std::string largest_value(GlucoseUnit unit) {
+  constexpr double most = std::numeric_limits<std::int16_t>::max();
+  if (unit == GlucoseUnit::MgDl) return support::number_text(most);
+  return support::number_text(std::floor(most / support::mg_dl_per_mmol_l * 10) / 10);
+}
+
+std::string smallest_value(GlucoseUnit unit) { return support::number_text(unit == GlucoseUnit::MgDl ? 1 : 0.1); }
 
 std::string shown_value(std::int16_t mg_dl, GlucoseUnit unit) {
   return unit == GlucoseUnit::MgDl ? std::to_string(mg_dl) : support::to_mmol_l(mg_dl);

@@ -18,6 +18,10 @@ std::optional<std::string> converted(std::string_view text, GlucoseUnit to);
 /// The value in mg/dl as a whole number, halves to even; nothing as above.
 std::optional<std::int16_t> in_mg_dl(std::string_view text, GlucoseUnit unit);
 
+/// The largest value that in_mg_dl() takes, as it is shown in a unit; and the smallest that a target may have.
+std::string largest_value(GlucoseUnit unit);
+std::string smallest_value(GlucoseUnit unit);
+
 /// A value in mg/dl as it is shown in a unit.
 std::string shown_value(std::int16_t mg_dl, GlucoseUnit unit);
 

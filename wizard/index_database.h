@@ -1,6 +1,7 @@
 // The shared patient index of the professional edition, as the wizard needs it.
 #pragma once
 
+#include <optional>
 #include <string>
 #include <string_view>
 
@@ -11,13 +12,16 @@ namespace wizard {
 /// Path of the index in a folder of patients.
 std::string index_in(std::string_view folder);
 
+/// Why the index that is there cannot be used; nothing where it can, and where there is none. Only looks at it.
+std::optional<support::RuntimeError> index_failure(const Context& context);
+
 /// Start-up: where the file is missing it is created and brought to the current layout; one that is there is left
 /// alone.
 void provide_index_database(Context& context);
 
 /// A folder was chosen: its index is created where it is missing and in any case brought up to date, with the patient
-/// databases that it lists where they are due. Progress is shown. Whether a missing one could be created is kept for
-/// the report (`index_created`).
+/// databases that it lists where they are due. Progress is shown. That a missing one was created, or why it could not
+/// be, is kept for the report (`created_indexes`).
 void bring_index_up_to_date(Context& context);
 
 }  // namespace wizard

@@ -45,7 +45,7 @@ void fill_patient_lists(Context& context) {
 
 void show_patient(Context& context, const database::PatientRecord& patient) {
   for (const TextField& field : text_fields) context.form.at(field.control).set_text(patient.*field.member);
-  context.form.at("optGender", patient.gender == 1 ? 1 : 0).set_value(1);
+  if (form::Control* gender = context.form.find("optGender", patient.gender)) gender->set_value(1);
   for (const NumberedList& list : lists)
     form::MatchList(context.form.at(list.control), std::to_string(patient.*list.member));
 }

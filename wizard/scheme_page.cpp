@@ -2,6 +2,7 @@
 
 #include "support/common_code.h"
 #include "support/harbinox.h"
+#include "support/user_locale.h"
 #include "wizard/form/match_list.h"
 
 namespace wizard {
@@ -16,8 +17,11 @@ void SchemePage::fill() {
   }
   form::Control& box = context_.form.at("cbSchema");
   box.set_items(std::move(items));
-  stored_ = context_.user_value(context_.config.RegKey, "Scheme", "0");
-  form::MatchList(box, stored_);
+  const std::string stored = context_.user_value(context_.config.RegKey, "Scheme", "0");
+  form::MatchList(box, stored);
+  // "03" is 3; a name stands for the scheme that it selects.
+  stored_ = support::parse_number(stored);
+  if (!stored_ && box.list_index() >= 0) stored_ = box.selected_item_data();
   show_description();
 }
 
@@ -37,7 +41,7 @@ void SchemePage::show_description() {
 std::optional<std::int32_t> SchemePage::changed_scheme() const {
   const form::Control& box = context_.form.at("cbSchema");
   const std::int32_t scheme = box.selected_item_data();
-  if (box.list_index() < 0 || std::to_string(scheme) == stored_) return std::nullopt;
+  if (box.list_index() < 0 || stored_ == scheme) return std::nullopt;
   return scheme;
 }
 

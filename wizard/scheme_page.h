@@ -27,7 +27,7 @@ class SchemePage {
 
   Context& context_;
   std::vector<std::string> names_;
-  std::string stored_;  ///< the identifier in the registry at start-up
+  std::optional<double> stored_;  ///< the identifier in the registry at start-up; nothing where it is none
 };
 
 }  // namespace wizard

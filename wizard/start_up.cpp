@@ -30,14 +30,23 @@ void discover_font(Context& context) {
   config.DefaultFont = context.ini_value(config.own_folder + "setup.ini", "setup", "font", config.DefaultFont);
 }
 
-void discover_names(Context& context, std::string_view command_line) {
+std::string installation_name(const Ports& ports, std::string_view command_line) {
   constexpr std::size_t buffer_size = 101;  // 100 characters and the NUL
+  if (std::string name = support::trim(command_line_field(command_line, 1)); !name.empty()) return name;
+  const std::string name =
+      ports.ini->value(with_backslash(ports.own_folder) + "vantrix.ini", "setup", "RegPath", "", buffer_size);
+  return name.substr(0, name.find('\0'));
+}
+
+std::string registry_key(std::string_view installation) {
+  return "SOFTWARE\\Lumoraquant\\" + std::string(installation);
+}
+
+void discover_names(Context& context, std::string_view command_line) {
   InstallationConfig& config = context.config;
-  config.RegPath = context.ports.ini->value(config.own_folder + "vantrix.ini", "setup", "RegPath", "", buffer_size);
-  config.RegPath = config.RegPath.substr(0, config.RegPath.find('\0'));
-  if (const std::string name = support::trim(command_line_field(command_line, 1)); !name.empty()) config.RegPath = name;
+  config.RegPath = installation_name(context.ports, command_line);
   config.ProEdition = support::to_upper(config.RegPath).find("PRO") != std::string::npos;
-  config.RegKey = "SOFTWARE\\Lumoraquant\\" + config.RegPath;
+  config.RegKey = registry_key(config.RegPath);
   config.ProfilesKey = config.RegKey + "\\Profiles\\";
 }
 
@@ -88,6 +97,7 @@ void discover_current_database(Context& context, std::string_view command_line) 
   config.CurrentDB = support::trim(context.ini_value(config.Path + "setup.ini", "setup", "CurrentDB"));
   if (config.CurrentDB.empty())
     config.CurrentDB = join_path(config.PatientData, support::trim(command_line_field(command_line, 2)));
+  support::RemoveSlashes(config.CurrentDB);
   if (!support::file_test(*context.ports.files, config.CurrentDB)) config.CurrentDB.clear();
 }
 
@@ -101,6 +111,12 @@ std::string command_line_field(std::string_view command_line, int field) {
     if (bar == std::string_view::npos) return {};
     command_line.remove_prefix(bar + 1);
   }
+}
+
+std::string installation_key(const Ports& ports, std::string_view command_line) {
+  std::string name;
+  support::Procedure{"wizard!InstallationKey"}.step([&] { name = installation_name(ports, command_line); });
+  return name.empty() ? name : registry_key(name);
 }
 
 bool discover_installation(Context& context, std::string_view command_line) {

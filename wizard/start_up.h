@@ -12,6 +12,10 @@ namespace wizard {
 /// patient database; empty for any other.
 std::string command_line_field(std::string_view command_line, int field);
 
+/// The registry key of the installation that a run with this command line configures (`RegKey`); empty where none is
+/// named. Only reads "vantrix.ini". Never raises.
+std::string installation_key(const Ports& ports, std::string_view command_line);
+
 /// Fills `context.config`. False where the program must end at once: no installation name in "vantrix.ini"
 /// and no command line. Whatever cannot be read keeps its default. In the professional edition a missing index database
 /// is created. Never raises.

@@ -1,6 +1,32 @@
 #include "wizard/targets_page.h"
 
+#include <algorithm>
+
+#include "support/common_code.h"
+#include "support/harbinox.h"
+#include "support/user_locale.h"
+
 namespace wizard {
+
+namespace {
+
+constexpr long no_number = 611, number_wanted = 621, separator_meant = 622, range_meant = 623;
+
+/// The text with the user's decimal separator in place of the other one.
+std::string with_separator(std::string text) {
+  const char separator = support::user_locale().decimal_separator;
+  std::ranges::replace(text, separator == ',' ? '.' : ',', separator);
+  return text;
+}
+
+/// What a field is called on the page.
+std::string field_name(const form::Control& label) {
+  std::string name = label.caption().substr(0, label.caption().rfind(':'));
+  support::replace(name, "&", "");
+  return name;
+}
+
+}  // namespace
 
 form::Control& TargetsPage::box(std::size_t field) const {
   return context_.form.at("txtvorgabe", static_cast<int>(field));
@@ -33,23 +59,37 @@ std::optional<std::int16_t> TargetsPage::value(std::size_t field) const {
   return in_mg_dl(text, unit_);
 }
 
-bool TargetsPage::refuse(std::size_t field, long message) {
-  context_.message(message, message_style::critical_system_modal);
+bool TargetsPage::refuse(std::size_t field, const std::string& message) {
+  context_.ports.user->message_box(message, message_style::critical_system_modal, context_.config.Productname);
   context_.form.request_focus(box(field));
   return false;
+}
+
+/// Which field has no number, and the separator or the range that is meant.
+std::string TargetsPage::number_message(std::size_t field) const {
+  const InstallationConfig& config = context_.config;
+  const std::string text(support::trim(box(field).text())), mended = with_separator(text);
+  std::string hint = config.text(number_wanted, {unit_ == GlucoseUnit::MgDl ? "120" : with_separator("5.6")});
+  if (support::parse_number(text))
+    hint = config.text(range_meant, {smallest_value(unit_), largest_value(unit_), unit_caption(unit_)});
+  else if (support::parse_number(mended))
+    hint = config.text(separator_meant, {std::string(1, support::user_locale().decimal_separator), mended});
+  const form::Control& label = context_.form.at("lblVorgabe", static_cast<int>(field));
+  return config.text(no_number, {field_name(label), hint});
 }
 
 bool TargetsPage::check_glucose() {
   std::array<std::int16_t, glucose_fields> values{};
   for (std::size_t field = 0; field < glucose_fields; ++field) {
-    const auto typed = value(field);
-    if (!typed) return refuse(field, 611);
-    values[field] = *typed;
+    const auto shown = in_mg_dl(box(field).text(), unit_);
+    if (!shown) return refuse(field, number_message(field));
+    values[field] = *shown;
   }
   const auto [lower, upper, hypo, hyper] = values;
-  if (lower <= 0 || lower >= upper) return refuse(0, 608);
-  if (hypo <= 0 || hypo > lower) return refuse(2, 609);
-  if (hyper < upper) return refuse(3, 610);
+  const InstallationConfig& config = context_.config;
+  if (lower <= 0 || lower >= upper) return refuse(0, config.text(608));
+  if (hypo <= 0 || hypo > lower) return refuse(2, config.text(609));
+  if (hyper < upper) return refuse(3, config.text(610));
   return true;
 }
 

@@ -33,7 +33,7 @@ class TargetsPage {
   void change_unit(GlucoseUnit unit);
 
   /// False, after saying why, where the glucose targets are no numbers or contradict each other; the field at fault has
-  /// the focus then.
+  /// the focus then. They are compared as they are shown: two equal texts are equal, whatever is stored behind them.
   bool check_glucose();
 
   /// Takes the fields over into the record (mg/dl, mmHg); a field that is no number leaves the record's value. A field
@@ -52,7 +52,8 @@ class TargetsPage {
 
   form::Control& box(std::size_t field) const;
   std::optional<std::int16_t> value(std::size_t field) const;
-  bool refuse(std::size_t field, long message);
+  bool refuse(std::size_t field, const std::string& message);
+  std::string number_message(std::size_t field) const;
 
   Context& context_;
   GlucoseUnit unit_ = GlucoseUnit::MgDl;

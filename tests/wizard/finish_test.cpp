@@ -186,7 +186,37 @@ TEST_F(Finish, TheProfessionalEditionReportsTheIndexThatItHadToCreate) {
   write("file", "a file where the folder should be");
   start("Pro");
   finish();
-  EXPECT_THAT(lines(wizard().report()), Contains(StartsWith("patient index (")));
+  EXPECT_THAT(lines(wizard().report()), Contains(StartsWith("patient index (error ")));
+}
+
+/// Files that the report calls patient indexes, with "!" before those that were not written.
+std::vector<std::string> reported_indexes(const FinishReport& report) {
+  std::vector<std::string> found;
+  for (const auto& entry : report.entries)
+    if (entry.name == "patient index") found.push_back((entry.written ? "" : "!") + entry.place);
+  return found;
+}
+
+TEST_F(Finish, AnIndexIsReportedUnderThePathThatItWasWrittenTo) {
+  set_value(support::RootKey::LocalMachine, "SOFTWARE\\Lumoraquant\\Pro", "PatientData", path("local\\"));
+  write("old\\index.mdb", "no database");
+  write("file", "a file where a folder should be");
+  start("Pro");
+  const auto choose_folder = [this](int button, std::string_view folder) {
+    user.chosen_folder = path(folder);
+    wizard().click("cmdPath", button);
+  };
+  choose_folder(1, "old");
+  finish();
+  EXPECT_THAT(reported_indexes(wizard().report()), ElementsAre(path("local\\index.mdb")));
+  EXPECT_EQ(read("old\\index.mdb"), "no database");
+
+  start("Pro");
+  support::host_file_system().create_folder(path("new"));
+  choose_folder(0, "file");
+  choose_folder(0, "new");
+  finish();
+  EXPECT_THAT(reported_indexes(wizard().report()), ElementsAre("!" + path("file\\index.mdb"), path("new\\index.mdb")));
 }
 
 /// The numbered names have no folder: they lie where the program runs.
@@ -261,6 +291,33 @@ TEST_F(Finish, ASchemeThatChangedDiscardsToolbarsAndMenus) {
   finish();
   EXPECT_EQ(wizard().report().entries.back().place, path("user\\d.mnu"));
   EXPECT_THAT(lines(wizard().report()), Contains(" (was not moved to the recycle bin)"));
+}
+
+TEST_F(Finish, ASchemeIsComparedAsANumber) {
+  write("schemes.txt", "[a]\n[b]\n[c]\n");
+  write("user\\a.tb", "x");
+  known_database();
+  for (const char* stored : {"02", " 2 ", "c"}) {
+    set_value(support::RootKey::CurrentUser, installation_key, "Scheme", stored);
+    start("vantrix|known.das");
+    EXPECT_EQ(text("cbSchema"), "c") << stored;
+    finish();
+    EXPECT_EQ(value(installation_key, "Scheme"), stored) << "nothing was chosen";
+  }
+  EXPECT_EQ(read("user\\a.tb"), "x");
+}
+
+TEST_F(Finish, AGenderThatThePageDoesNotKnowIsKept) {
+  const std::string database = known_database();
+  execute(database, "UPDATE patdat SET gender = 2");
+  start("vantrix|known.das");
+  EXPECT_EQ(control("optGender", 0).value() + control("optGender", 1).value(), 0);
+  finish();
+  EXPECT_THAT(rows(database, "SELECT gender FROM patdat"), ElementsAre("2"));
+  start("vantrix|known.das");
+  choose("optGender", 1);
+  finish();
+  EXPECT_THAT(rows(database, "SELECT gender FROM patdat"), ElementsAre("1"));
 }
 
 class HomePage : public Finish {

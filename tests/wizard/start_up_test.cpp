@@ -91,7 +91,7 @@ TEST_F(StartUp, FindsTheCurrentDatabaseInTheSettingsThenOnTheCommandLine) {
   EXPECT_EQ(start("vantrix|empty.das").config().CurrentDB, "") << "an empty file counts as missing";
   EXPECT_EQ(start("vantrix").config().CurrentDB, "");
   write("mine.das", "x");
-  write("setup.ini", "[setup]\nCurrentDB=" + path("mine.das") + "\n");
+  write("setup.ini", "[setup]\nCurrentDB=" + path("\\mine.das") + "\n");
   EXPECT_EQ(start("vantrix|P1.das").config().CurrentDB, path("mine.das"));
 }
 

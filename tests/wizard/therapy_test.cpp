@@ -119,6 +119,71 @@ TEST_F(Therapy, ContradictingTargetsAreRefused) {
   }
 }
 
+/// A preset in the registry is whole mg/dl; what a user compares is what the page shows of it.
+TEST_F(Therapy, TargetsAreComparedAsTheyAreShownAndStoredAsTheyWere) {
+  struct Case {
+    const char* value;  ///< of the registry
+    const char* preset;
+    const char* shown;
+    int preset_field;
+    int typed_field;
+    const char* typed;
+    bool accepted;
+    const char* stored;  ///< BGTargetMin|BGTargetMax|BGHypo|BGHyper
+  };
+  for (const Case& row : {
+           Case{"BGTargetUntil", "170", "9,4", 1, 3, "9,4", true, "70|170|50|169"},
+           Case{"BGTargetUntil", "170", "9,4", 1, 3, "9,40", true, "70|170|50|169"},
+           Case{"BGTargetUntil", "170", "9,4", 1, 3, "9,3", false, ""},
+           Case{"BGTargetFrom", "100", "5,6", 0, 2, "5,6", true, "100|150|101|180"},
+           Case{"BGTargetFrom", "100", "5,6", 0, 1, "5,6", false, ""},
+       }) {
+    write("pelmar.ini", "[setup]\ndisplay=Therapie_BZ|PatDat|Fertig\n");
+    set_value(support::RootKey::CurrentUser, user_key, "BGUnit", "1");
+    const std::string preferences = std::string(installation_key) + "\\PREFERENCES";
+    for (const auto& [name, value] : {std::pair{"BGTargetFrom", "70"}, {"BGTargetUntil", "150"}, {"BGHyper", "180"}})
+      set_value(support::RootKey::CurrentUser, preferences, name, value);
+    set_value(support::RootKey::CurrentUser, preferences, row.value, row.preset);
+    start();
+    EXPECT_EQ(text("txtvorgabe", row.preset_field), row.shown);
+    type("txtvorgabe", row.typed, row.typed_field);
+    next();
+    EXPECT_EQ(wizard().StepName(), row.accepted ? "PatDat" : "Therapie_BZ") << row.preset << " " << row.typed;
+    if (!row.accepted) continue;
+    enter_name("Max", "Muster" + std::string(row.typed));
+    finish();
+    EXPECT_THAT(rows(wizard().config().CurrentDB, "SELECT BGTargetMin, BGTargetMax, BGHypo, BGHyper FROM patdat_setup"),
+                ElementsAre(row.stored));
+  }
+}
+
+TEST_F(Therapy, AFieldWithoutANumberIsNamedWithWhatIsMeant) {
+  texts->given = {{611, "%1/%2"}, {621, "%1"}, {622, "sep %1 %2"}, {623, "range %1 %2 %3"}, {4757, "Bereich &bis:"}};
+  struct Case {
+    int unit;
+    const char* typed;
+    const char* message;
+  };
+  for (const Case& row : {
+           Case{0, "", "Bereich bis/120"},
+           Case{1, " ", "Bereich bis/5,6"},
+           Case{0, "viel", "Bereich bis/120"},
+           Case{1, "5.6", "Bereich bis/sep , 5,6"},
+           Case{0, "150.5", "Bereich bis/sep , 150,5"},
+           Case{0, "40000", "Bereich bis/range 1 32767 mg/dl"},
+           Case{1, "2000,5", "Bereich bis/range 0,1 1818,7 mmol/l"},
+           Case{0, "-40000", "Bereich bis/range 1 32767 mg/dl"},
+       }) {
+    write("pelmar.ini", "[setup]\ndisplay=Therapie_BZ|Maßeinheit|Fertig\n");
+    start();
+    choose("optBGUnit", row.unit);
+    type("txtvorgabe", row.typed, 1);
+    user.log.clear();
+    next();
+    EXPECT_THAT(user.log, ElementsAre("message " + std::string(row.message) + " 4112 vantrix")) << row.typed;
+  }
+}
+
 class Scheme : public WizardTest {
  protected:
   Scheme() {
