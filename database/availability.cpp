@@ -99,7 +99,7 @@ std::string category_query(const AvailabilityRequest& request, std::size_t numbe
 /// The category's line; nothing where it has no rows.
 std::optional<Availability> read_category(engine::Database& database, const AvailabilityRequest& request,
                                           std::size_t number) {
-  const auto row = database.open_recordset(category_query(request, number));
+  const auto row = database.open_forward_only(category_query(request, number));
   Availability entry;
   entry.category = static_cast<std::int16_t>(number);
   entry.count = engine::to_int32(row->value("ncount"));

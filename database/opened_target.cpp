@@ -36,7 +36,8 @@ std::unique_ptr<engine::Recordset> try_open_recordset(support::Procedure& proced
 
 std::unique_ptr<engine::Recordset> try_open_row(support::Procedure& procedure, const OpenedTarget& target,
                                                 std::string_view source) {
-  auto rows = try_open_recordset(procedure, target, source);
+  std::unique_ptr<engine::Recordset> rows;
+  procedure.step([&] { rows = target.database().open_forward_only(source); });
   bool found = false;
   if (rows) procedure.step([&] { found = !rows->eof(); });
   if (!found) rows.reset();

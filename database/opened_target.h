@@ -34,7 +34,7 @@ class OpenedTarget {
 std::unique_ptr<engine::Recordset> try_open_recordset(support::Procedure& procedure, const OpenedTarget& target,
                                                       std::string_view source);
 
-/// The same on its first row; null also where there is none.
+/// The same on its first row, to be read forward only; null also where there is none.
 std::unique_ptr<engine::Recordset> try_open_row(support::Procedure& procedure, const OpenedTarget& target,
                                                 std::string_view source);
 

@@ -11,7 +11,7 @@ namespace {
 
 /// The days with their boluses and counts, basal insulin not yet.
 std::vector<PumpDay> days_without_basal(engine::Database& database) {
-  const auto rows = database.open_recordset(
+  const auto rows = database.open_forward_only(
       "SELECT vdate, sum(iif(type>1,amount,null)), sum(iif(type>1,1,0)), sum(iif(type=1,1,0)) FROM insulinpump "
       "WHERE isnull(vdate)=0 GROUP BY vdate ORDER BY vdate");
   std::vector<PumpDay> days;
@@ -30,7 +30,7 @@ std::vector<PumpDay> days_without_basal(engine::Database& database) {
 class BasalByDay {
  public:
   explicit BasalByDay(engine::Database& database)
-      : rows_(database.open_recordset(
+      : rows_(database.open_forward_only(
             "SELECT vdate, vdate+vtime, amount, iif(comment<>'calc',1,0) FROM insulinpump WHERE amount>=0 AND "
             "len(desc)>0 AND (desc<>'-1' or amount=0) AND type=1 AND isnull(vdate)=0 AND "
             "vtime BETWEEN #00:00:00# AND #23:59:59# ORDER BY vdate, vdate+vtime, id, amount")) {}

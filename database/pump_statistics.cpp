@@ -33,7 +33,8 @@ struct BasalEntry {
 /// Basal entries of a selection of all columns, whose places are looked up once.
 class BasalEntries {
  public:
-  BasalEntries(engine::Database& database, const std::string& selection) : rows_(database.open_recordset(selection)) {
+  BasalEntries(engine::Database& database, const std::string& selection)
+      : rows_(database.open_forward_only(selection)) {
     for (std::int32_t i = 0; i < rows_->field_count(); ++i) {
       for (std::size_t column = 0; column < std::size(columns); ++column) {
         if (support::equal_ignoring_case(rows_->field_name(i), columns[column])) places_[column] = i;

@@ -36,7 +36,7 @@ class Runner {
       report_change();
       return;
     }
-    const auto rows = database_.open_recordset(statement);
+    const auto rows = database_.open_forward_only(statement);
     json_ ? write_json_rows(*rows) : write_table(*rows);
   }
 

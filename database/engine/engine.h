@@ -227,6 +227,10 @@ class Database {
   virtual TableDefs& table_defs() = 0;
   /// The rows of a table, or of a SELECT statement; 3078 where it is neither, and what else the statement raises.
   virtual std::unique_ptr<Recordset> open_recordset(std::string_view source) = 0;
+  /// The same for rows that are read once, from the first to the last: the embedded engine keeps none of those that lie
+  /// behind, so that a long result takes no more memory than a short one. There, moving anywhere but on raises 3219,
+  /// and updatable() is false; other engines give what open_recordset() gives.
+  virtual std::unique_ptr<Recordset> open_forward_only(std::string_view source) { return open_recordset(source); }
   /// One statement that changes data or layout; 3065 for a query, 3142 for text after its end.
   virtual void execute(std::string_view sql) = 0;
   /// Rows changed by the last execute(); 0 where it failed.

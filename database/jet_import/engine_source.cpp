@@ -96,7 +96,7 @@ class EngineSource : public Source {
   const std::vector<SourceTable>& tables() const override { return tables_; }
   const std::vector<std::string>& linked_tables() const override { return linked_tables_; }
   std::unique_ptr<SourceRows> rows(std::size_t table) override {
-    return std::make_unique<EngineRows>(database_->open_recordset(query_of(tables_[table])));
+    return std::make_unique<EngineRows>(database_->open_forward_only(query_of(tables_[table])));
   }
 
  private:

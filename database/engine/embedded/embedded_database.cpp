@@ -2,6 +2,7 @@
 
 #include "database/engine/embedded/embedded_recordset.h"
 #include "database/engine/embedded/file_copy.h"
+#include "database/engine/embedded/forward_recordset.h"
 #include "database/engine/embedded/program_runner.h"
 #include "database/engine/embedded/session_scope.h"
 #include "support/file_system.h"
@@ -21,6 +22,11 @@ TableDefs& EmbeddedDatabase::table_defs() {
 std::unique_ptr<Recordset> EmbeddedDatabase::open_recordset(std::string_view source) {
   const ReadScope scope{*session_};
   return std::make_unique<EmbeddedRecordset>(session_, recordset_source(*session_, source));
+}
+
+std::unique_ptr<Recordset> EmbeddedDatabase::open_forward_only(std::string_view source) {
+  const ReadScope scope{*session_};
+  return std::make_unique<ForwardRecordset>(session_, recordset_source(*session_, source));
 }
 
 void EmbeddedDatabase::execute(std::string_view sql) {

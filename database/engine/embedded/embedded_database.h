@@ -26,6 +26,7 @@ class EmbeddedDatabase : public Database {
   std::shared_ptr<TableDef> create_table_def(std::string_view name) override;
   TableDefs& table_defs() override;
   std::unique_ptr<Recordset> open_recordset(std::string_view source) override;
+  std::unique_ptr<Recordset> open_forward_only(std::string_view source) override;
   void execute(std::string_view sql) override;
   std::int32_t records_affected() const override { return affected_; }
   void begin_transaction() override { session_->begin_transaction(); }

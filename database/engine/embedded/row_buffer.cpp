@@ -82,7 +82,7 @@ void RowBuffer::append(std::int64_t row_id, const std::vector<Value>& values) {
 void RowBuffer::end_row(std::int64_t row_id) {
   const std::size_t size = packed_.size();
   if (size > room_) {
-    room_ = std::max(size, block_size);
+    room_ = last_block_size_ = std::max(size, block_size);
     blocks_.push_back(std::make_unique_for_overwrite<char[]>(room_));
     end_ = blocks_.back().get();
   }
@@ -135,6 +135,15 @@ Value RowBuffer::value(std::size_t row, std::size_t column) const {
   const char* position = rows_[row].values;
   for (std::size_t i = 0; i < column; ++i) skip(position);
   return unpack(position, types_[column]);
+}
+
+void RowBuffer::clear() noexcept {
+  rows_.clear();
+  if (blocks_.empty()) return;
+  // The last block serves again.
+  blocks_.erase(blocks_.begin(), blocks_.end() - 1);
+  end_ = blocks_.back().get();
+  room_ = last_block_size_;
 }
 
 void RowBuffer::replace_by_last(std::size_t row) {

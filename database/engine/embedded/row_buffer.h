@@ -25,6 +25,9 @@ class RowBuffer {
   void append(const Statement& row, bool has_row_id);
   void append(std::int64_t row_id, const std::vector<Value>& values);
 
+  /// Forgets all rows; the next one appended is row 0.
+  void clear() noexcept;
+
   Value value(std::size_t row, std::size_t column) const;
   std::int64_t row_id(std::size_t row) const { return rows_[row].id; }
   /// The last row takes the place of an earlier one.
@@ -50,6 +53,7 @@ class RowBuffer {
   std::vector<DataType> types_;
   std::deque<Row> rows_;
   std::vector<std::unique_ptr<char[]>> blocks_;
+  std::size_t last_block_size_ = 0;
   std::size_t room_ = 0;  ///< bytes that are free at the end of the last block
   char* end_ = nullptr;   ///< where they begin
   std::string packed_;    ///< the row that is being appended

@@ -27,6 +27,9 @@ class RowReader : public PendingReader {
   void read_to_end() override;
   void abandon() noexcept override;
 
+  /// Forgets the rows that were read; the next one is row 0 then.
+  void forget_rows() noexcept { rows_.clear(); }
+
   RowBuffer& rows() noexcept { return rows_; }
   const RowBuffer& rows() const noexcept { return rows_; }
 

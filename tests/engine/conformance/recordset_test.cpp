@@ -191,6 +191,25 @@ TEST_P(Rows, TooManyToReadAtOnceStayWholeWhileTheyChange) {
   EXPECT_EQ(count, 1000);
 }
 
+TEST_P(Rows, ReadForwardOnlyAreTheSameRowsWhileTheyChange) {
+  EXPECT_TRUE(database().open_forward_only("things")->eof());
+  std::vector<std::string> many;
+  for (int i = 0; i < 1000; ++i) many.push_back(std::to_string(i));
+  add(many);
+  const auto rows = database().open_forward_only("SELECT id, name FROM things ORDER BY id");
+  int count = 0;
+  for (; !rows->eof(); rows->move_next()) {
+    ASSERT_EQ(text(*rows, "name"), std::to_string(count++));
+    if (count == 300) database().execute("UPDATE things SET name = 'x'");
+    if (count == 700) database().execute("DELETE FROM things WHERE id > 800");
+  }
+  EXPECT_EQ(count, 1000);
+  EXPECT_EQ(error_number([&] { rows->value("name"); }), 3021);
+  EXPECT_EQ(error_number([&] { rows->move_next(); }), 3021);
+  rows->close();
+  EXPECT_EQ(error_number([&] { rows->move_next(); }), 3420);
+}
+
 TEST_P(Rows, AddedGetTheirDefaultsAndTheirNumber) {
   add({"a", "b"});
   const auto rows = things();

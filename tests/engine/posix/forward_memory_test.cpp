@@ -1,0 +1,61 @@
+// What a long result costs in memory: all of its rows where one can go back to them, nearly nothing where one cannot.
+#include <malloc.h>
+
+#include "tests/engine/test_database.h"
+
+namespace engine::test {
+namespace {
+
+std::size_t bytes_in_use() { return mallinfo2().uordblks + mallinfo2().hblkhd; }
+
+class ForwardMemory : public EngineTest {
+ protected:
+  static constexpr int table_rows = 40, result_rows = table_rows * table_rows * table_rows;
+
+  ForwardMemory() : database_(create()) {
+    add_things(*database_);
+    add_rows(*database_, table_rows);
+  }
+  std::unique_ptr<Recordset> open(bool forward) {
+    const std::string_view many = "SELECT a.id, b.name, c.amount FROM things AS a, things AS b, things AS c";
+    return forward ? database_->open_forward_only(many) : database_->open_recordset(many);
+  }
+
+  std::unique_ptr<Database> database_;
+};
+
+TEST_F(ForwardMemory, GrowsOnlyWithRowsThatOneCanGoBackTo) {
+  struct Case {
+    bool forward;
+    std::size_t least, most;
+  };
+  for (const Case& row : {Case{false, 2'000'000, 20'000'000}, Case{true, 0, 200'000}}) {
+    const auto rows = open(row.forward);
+    const std::size_t before = bytes_in_use();
+    int count = 1;
+    std::size_t grown = 0;
+    for (; count < result_rows; ++count) rows->move_next();
+    grown = bytes_in_use() - std::min(bytes_in_use(), before);
+    EXPECT_FALSE(rows->eof());
+    EXPECT_GE(grown, row.least) << "forward: " << row.forward;
+    EXPECT_LE(grown, row.most) << "forward: " << row.forward;
+    rows->move_next();
+    EXPECT_TRUE(rows->eof());
+  }
+}
+
+TEST_F(ForwardMemory, RefusesEveryOtherMoveAndEveryChange) {
+  const auto rows = open(true);
+  for (const auto& move : {&Recordset::move_first, &Recordset::move_last, &Recordset::move_previous}) {
+    EXPECT_EQ(error_number([&] { (*rows.*move)(); }), 3219);
+  }
+  for (const auto& change : {&Recordset::add_new, &Recordset::edit, &Recordset::delete_row}) {
+    EXPECT_EQ(error_number([&] { (*rows.*change)(); }), 3027);
+  }
+  EXPECT_FALSE(rows->updatable());
+  EXPECT_EQ(error_number([&] { rows->value("none"); }), 3265);
+  EXPECT_EQ(error_number([&] { rows->value(3); }), 3265);
+}
+
+}  // namespace
+}  // namespace engine::test
