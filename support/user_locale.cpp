@@ -17,24 +17,41 @@ struct NamedLocale {
   UserLocale locale;
 };
 
+std::array<NamedLocale, 12> make_named_locales() {
+  const UserLocale german{};
+  UserLocale swiss{'.', '\'', "dd.MM.yyyy", "HH:mm:ss"};
+  swiss.currency = {"CHF", "c n", "c-n"};
+  UserLocale austrian{};
+  austrian.currency = {"€", "c n", "-c n"};
+  UserLocale french{',', ' ', "dd/MM/yyyy", "HH:mm:ss", "dddd d MMMM yyyy"};
+  french.names = french_names();
+  UserLocale american{'.', ',', "M/d/yyyy", "h:mm:ss tt", "dddd, MMMM d, yyyy"};
+  american.names = english_names();
+  american.currency = {"$", "cn", "(cn)"};
+  UserLocale british{'.', ',', "dd/MM/yyyy", "HH:mm:ss", "dd MMMM yyyy"};
+  british.names = english_names();
+  british.currency = {"£", "cn", "-cn"};
+  UserLocale irish = british;
+  irish.currency.symbol = "€";
+  UserLocale plain{'.', '\0', "MM/dd/yyyy", "HH:mm:ss", "dddd, MMMM d, yyyy"};
+  plain.names = english_names();
+  plain.currency = {"", "n", "-n"};
+  return {{{"de", german},
+           {"de_DE", german},
+           {"de_AT", austrian},
+           {"de_CH", swiss},
+           {"fr", french},
+           {"fr_FR", french},
+           {"en", american},
+           {"en_US", american},
+           {"en_GB", british},
+           {"en_IE", irish},
+           {"C", plain},
+           {"POSIX", plain}}};
+}
+
 const std::array<NamedLocale, 12>& named_locales() {
-  static const UserLocale german{};
-  static const UserLocale french{',', ' ', "dd/MM/yyyy", "HH:mm:ss"};
-  static const UserLocale american{'.', ',', "M/d/yyyy", "h:mm:ss tt"};
-  static const UserLocale british{'.', ',', "dd/MM/yyyy", "HH:mm:ss"};
-  static const UserLocale plain{'.', '\0', "MM/dd/yyyy", "HH:mm:ss"};
-  static const std::array<NamedLocale, 12> table = {{{"de", german},
-                                                     {"de_DE", german},
-                                                     {"de_AT", german},
-                                                     {"de_CH", {'.', '\'', "dd.MM.yyyy", "HH:mm:ss"}},
-                                                     {"fr", french},
-                                                     {"fr_FR", french},
-                                                     {"en", american},
-                                                     {"en_US", american},
-                                                     {"en_GB", british},
-                                                     {"en_IE", british},
-                                                     {"C", plain},
-                                                     {"POSIX", plain}}};
+  static const std::array<NamedLocale, 12> table = make_named_locales();
   return table;
 }
 
@@ -149,6 +166,7 @@ struct CivilDate {
   int year = 0;
   int month = 0;
   int day = 0;
+  int weekday = 0;  ///< 0 Sunday … 6 Saturday
 };
 
 constexpr double first_day = -657434;  // 0100-01-01
@@ -164,7 +182,8 @@ CivilDate civil_date(int day) {
   const int month_from_march = (5 * day_of_year + 2) / 153;
   const int month = month_from_march < 10 ? month_from_march + 3 : month_from_march - 9;
   const int year = year_of_era + era * 400 + (month <= 2 ? 1 : 0);
-  return {year, month, day_of_year - (153 * month_from_march + 2) / 5 + 1};
+  // Day 1 was a Sunday.
+  return {year, month, day_of_year - (153 * month_from_march + 2) / 5 + 1, ((day - 1) % 7 + 7) % 7};
 }
 
 std::string padded(int number, std::size_t width) {
@@ -174,8 +193,14 @@ std::string padded(int number, std::size_t width) {
 }
 
 std::string date_field(const CivilDate& date, char letter, std::size_t width) {
-  if (letter == 'd') return padded(date.day, std::min<std::size_t>(width, 2));
-  if (letter == 'M') return padded(date.month, std::min<std::size_t>(width, 2));
+  const LocaleNames& names = user_locale().names;
+  if (letter == 'd' && width > 2) {
+    return (width == 3 ? names.short_weekdays : names.weekdays)[static_cast<std::size_t>(date.weekday)];
+  }
+  if (letter == 'M' && width > 2) {
+    return (width == 3 ? names.short_months : names.months)[static_cast<std::size_t>(date.month) - 1];
+  }
+  if (letter == 'd' || letter == 'M') return padded(letter == 'd' ? date.day : date.month, width);
   return width > 2 ? padded(date.year, 4) : padded(date.year % 100, 2);
 }
 
@@ -196,6 +221,11 @@ std::string date_by_picture(const CivilDate& date, std::string_view picture) {
     i += run;
   }
   return text;
+}
+
+std::string day_text(double day, std::string_view picture) {
+  if (!(day > first_day - 1 && day < last_day + 1)) return {};
+  return date_by_picture(civil_date(static_cast<int>(day)), picture);
 }
 
 }  // namespace
@@ -250,10 +280,9 @@ std::string fixed_text(double value, int decimals) {
   return negative ? "-" + digits : digits;
 }
 
-std::string short_date_text(double day) {
-  if (!(day > first_day - 1 && day < last_day + 1)) return {};
-  return date_by_picture(civil_date(static_cast<int>(day)), user_locale().short_date);
-}
+std::string short_date_text(double day) { return day_text(day, user_locale().short_date); }
+
+std::string long_date_text(double day) { return day_text(day, user_locale().long_date); }
 
 double round_half_even(double value) noexcept { return std::nearbyint(value); }
 

@@ -5,15 +5,21 @@
 #include <string>
 #include <string_view>
 
+#include "support/locale_names.h"
+
 namespace support {
 
 struct UserLocale {
   char decimal_separator = ',';
   /// NUL where numbers are not grouped.
   char thousands_separator = '.';
-  /// "Short Date" as a picture of d, dd, M, MM, yy, yyyy and literals ('quoted' where they hold such letters).
+  /// "Short Date" as a picture of d to dddd, M to MMMM, yy, yyyy and literals ('quoted' where they hold such letters).
   std::string short_date = "dd.MM.yyyy";
   std::string long_time = "HH:mm:ss";
+  /// "Long Date", likewise.
+  std::string long_date = "dddd, d. MMMM yyyy";
+  LocaleNames names = german_names();
+  CurrencyPicture currency = {};
 };
 
 /// The locale by name: "de", "de_DE", "de_AT", "de_CH", "fr", "fr_FR", "en", "en_US", "en_GB", "en_IE", "C", "POSIX",
@@ -41,6 +47,8 @@ std::string fixed_text(double value, int decimals);
 
 /// A day (days since 1899-12-30, the fraction is the time) as "Short Date"; empty outside the years 100 to 9999.
 std::string short_date_text(double day);
+/// The same as "Long Date".
+std::string long_date_text(double day);
 
 /// The nearest whole number, halves to even.
 double round_half_even(double value) noexcept;

@@ -4,6 +4,7 @@
 #include <array>
 #include <utility>
 
+#include "database/engine/week.h"
 #include "support/common_code.h"
 #include "support/encoding.h"
 #include "support/user_locale.h"
@@ -144,6 +145,14 @@ std::string two_digits(int value, std::size_t width) {
   return text;
 }
 
+/// "AM" and "PM" also where the locale has no words for them: hours of a clock alone would be ambiguous.
+std::string half_text(const CalendarTime& time, std::size_t width) {
+  const support::LocaleNames& names = support::user_locale().names;
+  std::string half = time.hour < 12 ? names.morning : names.afternoon;
+  if (half.empty()) half = time.hour < 12 ? "AM" : "PM";
+  return width == 1 ? std::string(support::first_characters(half, 1)) : half;
+}
+
 /// Fills in a picture of H, h, m, s, tt and literals.
 std::string time_text(const CalendarTime& time) {
   std::string text;
@@ -161,7 +170,7 @@ std::string time_text(const CalendarTime& time) {
     } else if (letter == 's') {
       text += two_digits(time.second, width);
     } else if (letter == 't') {
-      text += time.hour < 12 ? "AM" : "PM";
+      text += half_text(time, width);
     } else {
       text += picture.substr(i, width);
     }
@@ -184,5 +193,11 @@ std::string date_text(Date date) {
   const std::string text = support::short_date_text(static_cast<double>(day));
   return has_time ? text + " " + time_text(time) : text;
 }
+
+std::string short_day_text(Date date) { return support::short_date_text(static_cast<double>(day_of(date))); }
+
+std::string long_day_text(Date date) { return support::long_date_text(static_cast<double>(day_of(date))); }
+
+std::string long_time_text(Date date) { return time_text(calendar_time(date)); }
 
 }  // namespace engine

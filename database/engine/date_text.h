@@ -21,4 +21,9 @@ std::optional<Date> parse_user_date(std::string_view text);
 /// The locale's short date, the time where there is one, and the time alone on day 0.
 std::string date_text(Date date);
 
+/// The locale's short date, long date and long time, whatever the rest of the moment is.
+std::string short_day_text(Date date);
+std::string long_day_text(Date date);
+std::string long_time_text(Date date);
+
 }  // namespace engine

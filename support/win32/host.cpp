@@ -2,8 +2,10 @@
 
 #include <windows.h>
 
+#include <algorithm>
 #include <array>
 
+#include "support/common_code.h"
 #include "support/hive_registry.h"
 #include "support/win32/wide.h"
 #include "support/win32/win32_registry.h"
@@ -27,6 +29,51 @@ char thousands_separator() {
   return text.empty() ? '\0' : ' ';
 }
 
+/// Takes `count` texts whose types follow each other.
+template <std::size_t count>
+void take_names(std::array<std::string, count>& names, LCTYPE first) {
+  for (std::size_t i = 0; i < count; ++i) {
+    const std::string text = locale_text(first + static_cast<LCTYPE>(i));
+    if (!text.empty()) names[i] = text;
+  }
+}
+
+LocaleNames names_of_calendar() {
+  LocaleNames names = german_names();
+  take_names(names.months, LOCALE_SMONTHNAME1);
+  take_names(names.short_months, LOCALE_SABBREVMONTHNAME1);
+  // The system's weeks begin on Monday.
+  take_names(names.weekdays, LOCALE_SDAYNAME1);
+  take_names(names.short_weekdays, LOCALE_SABBREVDAYNAME1);
+  for (auto* const days : {&names.weekdays, &names.short_weekdays})
+    std::rotate(days->begin(), days->end() - 1, days->end());
+  names.morning = locale_text(LOCALE_S1159);
+  names.afternoon = locale_text(LOCALE_S2359);
+  return names;
+}
+
+std::size_t locale_number(LCTYPE type) {
+  const std::string text = locale_text(type);
+  return text.size() == 1 && is_digit(text.front()) ? static_cast<std::size_t>(text.front() - '0')
+         : text.size() == 2 && text.front() == '1'  ? 10 + static_cast<std::size_t>(text.back() - '0')
+                                                    : 99;
+}
+
+CurrencyPicture currency_picture() {
+  // By the numbers that the system gives its pictures.
+  constexpr std::array positive = {"cn", "nc", "c n", "n c"};
+  constexpr std::array negative = {"(cn)", "-cn",  "c-n",  "cn-",  "(nc)", "-nc",  "n-c",   "nc-",
+                                   "-n c", "-c n", "n c-", "c n-", "c -n", "n- c", "(c n)", "(n c)"};
+  CurrencyPicture picture;
+  const std::size_t above = locale_number(LOCALE_ICURRENCY), below = locale_number(LOCALE_INEGCURR);
+  const std::size_t decimals = locale_number(LOCALE_ICURRDIGITS);
+  picture.symbol = locale_text(LOCALE_SCURRENCY);
+  if (above < positive.size()) picture.positive = positive[above];
+  if (below < negative.size()) picture.negative = negative[below];
+  if (decimals < 10) picture.decimals = static_cast<int>(decimals);
+  return picture;
+}
+
 }  // namespace
 
 std::unique_ptr<Registry> host_registry(std::string_view hive_path) {
@@ -44,7 +91,11 @@ UserLocale host_locale() {
   const std::string short_date = locale_text(LOCALE_SSHORTDATE);
   const std::string long_time = locale_text(LOCALE_STIMEFORMAT);
   if (!short_date.empty()) locale.short_date = short_date;
+  const std::string long_date = locale_text(LOCALE_SLONGDATE);
   if (!long_time.empty()) locale.long_time = long_time;
+  if (!long_date.empty()) locale.long_date = long_date;
+  locale.names = names_of_calendar();
+  locale.currency = currency_picture();
   return locale;
 }
 

@@ -4,9 +4,9 @@
 #include <charconv>
 #include <cmath>
 #include <cstdint>
-#include <cstdio>
 
 #include "database/engine/embedded/jet_sql/error_numbers.h"
+#include "database/engine/format/decimal_number.h"
 #include "support/common_code.h"
 #include "support/user_locale.h"
 
@@ -14,7 +14,6 @@ namespace engine::embedded::jet_sql {
 
 namespace {
 
-constexpr int significant_digits = 15;
 constexpr double beyond_digits = 1e15;
 
 int digit_value(char character) noexcept {
@@ -102,12 +101,7 @@ std::string number_text(double number, char decimal_separator) {
     const auto end = std::to_chars(buffer.data(), buffer.data() + buffer.size(), static_cast<std::int64_t>(number)).ptr;
     return {buffer.data(), end};
   }
-  const int length = std::snprintf(buffer.data(), buffer.size(), "%.*G", significant_digits, number);
-  std::string text(buffer.data(), static_cast<std::size_t>(length));
-  for (char& character : text) {
-    if (character == '.' || character == ',') character = decimal_separator;
-  }
-  return text;
+  return pictures::general_text(pictures::decimal_number(number), decimal_separator);
 }
 
 std::string number_text(double number) { return number_text(number, support::user_locale().decimal_separator); }

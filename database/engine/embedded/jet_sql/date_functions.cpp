@@ -4,6 +4,7 @@
 #include "database/engine/date_text.h"
 #include "database/engine/embedded/jet_sql/error_numbers.h"
 #include "database/engine/embedded/jet_sql/sqlite_functions.h"
+#include "database/engine/week.h"
 #include "support/encoding.h"
 
 namespace engine::embedded::jet_sql {
@@ -29,10 +30,6 @@ Unit unit_of(std::string_view text) {
   if (found == std::end(interval_units)) raise(error_invalid_call);
   return found->unit;
 }
-
-std::int64_t day_of(Date date) noexcept { return divide_down(seconds_of(date), seconds_per_day); }
-
-std::int64_t time_of(Date date) noexcept { return seconds_of(date) - day_of(date) * seconds_per_day; }
 
 void result_date(FunctionCall& call, Date date) {
   if (!in_calendar(date.days)) raise(error_invalid_call);
@@ -78,21 +75,8 @@ void date_add(FunctionCall& call) {
   result_date(call, date_of_seconds(seconds_of(date) + count * length_of(unit)));
 }
 
-/// 1 Sunday … 7 Saturday; 0, the system's setting, counts as Sunday.
 int first_weekday(const FunctionCall& call, int position) {
-  const int first = call.has(position) ? call.whole(position) : 1;
-  if (first < 0 || first > 7) raise(error_invalid_call);
-  return first == 0 ? 1 : first;
-}
-
-int weekday_from(std::int64_t day, int first) noexcept {
-  // Day 1 was a Sunday.
-  const std::int64_t days = day - first;
-  return static_cast<int>(days - divide_down(days, 7) * 7) + 1;
-}
-
-std::int64_t week_number(std::int64_t day, int first) noexcept {
-  return divide_down(day - weekday_from(day, first), 7);
+  return first_weekday_of(call.has(position) ? call.whole(position) : 1);
 }
 
 void date_difference(FunctionCall& call) {
@@ -126,30 +110,6 @@ void date_difference(FunctionCall& call) {
   }
 }
 
-enum class FirstWeek { System, January1, FourDays, FullWeek };
-
-/// The day on which the first week of the year begins.
-std::int64_t first_week_start(std::int64_t year, int first, FirstWeek rule) noexcept {
-  const std::int64_t new_year = day_number(year, 1, 1);
-  const int weekday = weekday_from(new_year, first);
-  const std::int64_t start = new_year - (weekday - 1);
-  const int days_of_year = 8 - weekday;
-  const bool counts = rule == FirstWeek::FourDays   ? days_of_year >= 4
-                      : rule == FirstWeek::FullWeek ? days_of_year == 7
-                                                    : true;
-  return counts ? start : start + 7;
-}
-
-std::int64_t week_of_year(Date date, int first, FirstWeek rule) noexcept {
-  const std::int64_t day = day_of(date);
-  const std::int64_t year = calendar_time(date).year;
-  const std::int64_t start = first_week_start(year, first, rule);
-  if (day < start) return (day - first_week_start(year - 1, first, rule)) / 7 + 1;
-  const bool next_year =
-      rule != FirstWeek::January1 && rule != FirstWeek::System && day >= first_week_start(year + 1, first, rule);
-  return next_year ? 1 : (day - start) / 7 + 1;
-}
-
 void date_part(FunctionCall& call) {
   const Unit unit = unit_of(call.text(0));
   const Date date = call.date(1);
@@ -168,9 +128,8 @@ void date_part(FunctionCall& call) {
     case Unit::Weekday:
       return call.result(weekday_from(day_of(date), first_weekday(call, 2)));
     case Unit::Week: {
-      const int rule = call.has(3) ? call.whole(3) : 1;
-      if (rule < 0 || rule > 3) raise(error_invalid_call);
-      return call.result(week_of_year(date, first_weekday(call, 2), static_cast<FirstWeek>(rule)));
+      const FirstWeek first_week = first_week_of(call.has(3) ? call.whole(3) : 1);
+      return call.result(week_of_year(date, {first_weekday(call, 2), first_week}));
     }
     case Unit::Hour:
       return call.result(moment.hour);

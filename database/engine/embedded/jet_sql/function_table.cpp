@@ -41,7 +41,7 @@ constexpr FunctionRow function_rows[] = {
     {"exp", Plain, "jet_exp", "n", 1, Fixed, Kind::Double},
     {"first", Aggregate, "jet_first", "x", 1, FirstArgument, Kind::Variant},
     {"fix", Plain, "jet_fix", "n", 1, FirstArgument, Kind::Variant},
-    {"format", Plain, "jet_format", "vt", 1, Fixed, Kind::Text},
+    {"format", Plain, "jet_format", "vtnn", 1, Fixed, Kind::Text},
     {"hour", Plain, "jet_hour", "d", 1, Fixed, Kind::Integer},
     {"iif", IIf, "", "cxx", 3, CommonType, Kind::Variant},
     {"instr", Plain, "jet_instr", "xttn", 2, Fixed, Kind::Long},

@@ -1,0 +1,14 @@
+// Pictures of date parts: "dd.mm.yyyy hh:nn:ss", "dddd, d. mmmm yyyy", "h:nn AM/PM", "c", "ww".
+#pragma once
+
+#include <string>
+
+#include "database/engine/format/picture.h"
+#include "database/engine/week.h"
+
+namespace engine::pictures {
+
+/// Raises error_picture for what it does not know. Precondition: the date is in the calendar.
+std::string print_date(Date date, const Picture& picture, WeekRule weeks);
+
+}  // namespace engine::pictures

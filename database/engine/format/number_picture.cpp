@@ -1,0 +1,180 @@
+#include "database/engine/format/number_picture.h"
+
+#include <algorithm>
+
+#include "database/engine/engine_error.h"
+#include "support/common_code.h"
+#include "support/user_locale.h"
+
+namespace engine::pictures {
+namespace {
+
+constexpr std::size_t most_sections = 4;
+
+bool is_placeholder(const PictureCharacter& character) { return character.is_one_of("0#"); }
+
+}  // namespace
+
+NumberSection::NumberSection(const Section& section) {
+  for (std::size_t i = 0; i < section.size(); ++i) {
+    const PictureCharacter& character = section[i];
+    if (is_placeholder(character)) {
+      read_digit(character);
+    } else if (character.is('.')) {
+      if (std::exchange(has_point_, true)) raise(error_picture);
+      elements_.push_back({Part::Point, {}});
+    } else if (character.is(',')) {
+      read_comma(section, i);
+    } else if (character.letter() == 'e') {
+      i = read_exponent(section, i);
+    } else {
+      if (character.is('%')) {
+        if (std::exchange(percent_, true)) raise(error_picture);
+        shift_ += 2;
+      }
+      elements_.push_back({Part::Sign, {}});
+      print_sign(elements_.back().text, character);
+    }
+  }
+  check();
+}
+
+void NumberSection::read_digit(const PictureCharacter& placeholder) {
+  if (scientific_) raise(error_picture);
+  has_digits_ = true;
+  elements_.push_back({Part::Digit, {}});
+  const bool zero = placeholder.is('0');
+  if (has_point_) {
+    ++decimals_;
+    if (zero) fixed_decimals_ = decimals_;
+  } else {
+    ++whole_places_;
+    if (zero || whole_digits_ > 0) ++whole_digits_;
+  }
+}
+
+/// Between digits it groups; behind the last one before the point it divides by 1000.
+void NumberSection::read_comma(const Section& section, std::size_t position) {
+  if (whole_places_ == 0 || has_point_ || scientific_) raise(error_picture);
+  const auto rest = section.begin() + static_cast<std::ptrdiff_t>(position);
+  const auto point = std::find_if(rest, section.end(), [](const PictureCharacter& next) { return next.is('.'); });
+  if (std::any_of(rest, point, is_placeholder)) {
+    grouped_ = true;
+  } else {
+    shift_ -= 3;
+  }
+}
+
+std::size_t NumberSection::read_exponent(const Section& section, std::size_t position) {
+  const std::size_t sign = position + 1;
+  if (scientific_ || sign >= section.size() || !section[sign].is_one_of("+-")) raise(error_picture);
+  scientific_ = true;
+  positive_sign_ = section[sign].is('+');
+  exponent_letter_ = section[position].text.front();
+  std::size_t end = sign + 1;
+  while (end < section.size() && is_placeholder(section[end])) ++end;
+  exponent_digits_ = end - sign - 1;
+  elements_.push_back({Part::Exponent, {}});
+  return end - 1;
+}
+
+void NumberSection::check() const {
+  if (has_point_ && !has_digits_) raise(error_picture);
+  // Of more places before the point, or of commas, nothing is said.
+  if (scientific_ && (exponent_digits_ == 0 || whole_places_ != 1 || grouped_ || shift_ < 0)) raise(error_picture);
+}
+
+DecimalNumber NumberSection::shifted(DecimalNumber number) const {
+  number.exponent += shift_;
+  return number;
+}
+
+bool NumberSection::shows(const DecimalNumber& number) const {
+  if (scientific_) return !number.digits.empty();
+  return has_digits_ && shifted(number).scaled(static_cast<int>(decimals_)).find_first_not_of('0') != std::string::npos;
+}
+
+/// With its separators, at least as many digits as the picture has.
+std::string NumberSection::whole_text(std::string digits) const {
+  digits.erase(0, std::min(digits.find_first_not_of('0'), digits.size()));
+  if (digits.size() < whole_digits_) digits.insert(0, whole_digits_ - digits.size(), '0');
+  return digits;
+}
+
+std::vector<std::string> NumberSection::whole_places(const std::string& digits) const {
+  const char separator = support::user_locale().thousands_separator;
+  std::vector<std::string> places(std::max<std::size_t>(whole_places_, 1));
+  for (std::size_t i = 0; i < digits.size(); ++i) {
+    const std::size_t from_right = digits.size() - 1 - i;
+    // What exceeds the places stands in the first.
+    std::string& place = places[places.size() - 1 - std::min(from_right, places.size() - 1)];
+    place += digits[i];
+    if (grouped_ && separator != '\0' && from_right > 0 && from_right % 3 == 0) place += separator;
+  }
+  return places;
+}
+
+std::string NumberSection::exponent_text(int exponent) const {
+  std::string text = std::to_string(exponent < 0 ? -exponent : exponent);
+  if (text.size() < exponent_digits_) text.insert(0, exponent_digits_ - text.size(), '0');
+  const std::string_view sign = exponent < 0 ? "-" : positive_sign_ ? "+" : "";
+  return std::string(1, exponent_letter_) + std::string(sign) + text;
+}
+
+std::string NumberSection::print(const DecimalNumber& number) const {
+  DecimalNumber shown = shifted(number);
+  int exponent = 0;
+  if (scientific_ && !shown.digits.empty()) {
+    exponent = shown.exponent - 1;
+    shown.exponent = 1;
+    // 9.99 may round up to 10.
+    if (shown.scaled(static_cast<int>(decimals_)).size() > decimals_ + 1) {
+      shown = {"1", 1, shown.negative};
+      ++exponent;
+    }
+  }
+  std::string digits = has_digits_ ? shown.scaled(static_cast<int>(decimals_)) : std::string();
+  if (digits.size() < decimals_) digits.insert(0, decimals_ - digits.size(), '0');
+  std::string decimals = digits.substr(digits.size() - decimals_);
+  while (decimals.size() > fixed_decimals_ && decimals.ends_with('0')) decimals.pop_back();
+  const std::vector<std::string> whole = whole_places(whole_text(digits.substr(0, digits.size() - decimals_)));
+  std::string text;
+  std::size_t place = 0;
+  for (const Element& element : elements_) {
+    if (element.part == Part::Sign) {
+      text += element.text;
+    } else if (element.part == Part::Point) {
+      // Without a place before the point the whole digits stand here.
+      if (whole_places_ == 0) text += whole.front();
+      text += support::user_locale().decimal_separator;
+    } else if (element.part == Part::Exponent) {
+      text += exponent_text(exponent);
+    } else {
+      if (place < whole_places_) text += whole[place];
+      if (place >= whole_places_ && place - whole_places_ < decimals.size()) text += decimals[place - whole_places_];
+      ++place;
+    }
+  }
+  return text;
+}
+
+std::string print_number(const DecimalNumber& number, const Picture& picture) {
+  const std::vector<Section>& sections = picture.sections;
+  if (sections.size() > most_sections || sections.front().empty()) raise(error_picture);
+  std::vector<NumberSection> known;
+  for (const Section& section : sections) known.emplace_back(section);
+  const bool own_negative = number.negative && sections.size() > 1 && !sections[1].empty();
+  const bool own_zero = number.digits.empty() && sections.size() > 2 && !sections[2].empty();
+  const NumberSection& section = known[own_zero ? 2 : own_negative ? 1 : 0];
+  const bool minus = number.negative && !own_negative && section.shows(number);
+  return (minus ? "-" : "") + section.print(number);
+}
+
+std::string print_null_number(const Picture& picture) {
+  if (picture.sections.size() != most_sections) return {};
+  const NumberSection section(picture.sections.back());
+  if (section.has_digits()) raise(error_picture);
+  return section.print({});
+}
+
+}  // namespace engine::pictures

@@ -1,0 +1,44 @@
+// A picture of Format, read as far as all kinds of pictures have in common: quotes, escapes and sections.
+#pragma once
+
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace engine::pictures {
+
+inline constexpr int error_picture = 5;
+
+struct PictureCharacter {
+  /// One character; of what was quoted, all of it.
+  std::string text;
+  /// Quoted or escaped: printed as it stands.
+  bool literal = false;
+
+  bool is(char wanted) const noexcept { return !literal && text.size() == 1 && text.front() == wanted; }
+  /// True for one of these; never for a literal.
+  bool is_one_of(std::string_view wanted) const noexcept {
+    return !literal && text.size() == 1 && wanted.find(text.front()) != std::string_view::npos;
+  }
+  /// An ASCII letter in lower case; '\0' for anything else.
+  char letter() const noexcept;
+};
+
+using Section = std::vector<PictureCharacter>;
+
+enum class PictureKind { Number, Date, Text };
+
+struct Picture {
+  PictureKind kind = PictureKind::Number;
+  /// Parted by ";"; at least one.
+  std::vector<Section> sections;
+};
+
+/// Raises error_picture for a quote that is not closed and a "\" at the end.
+Picture read_picture(std::string_view text);
+
+/// Prints what is no placeholder: a literal, a sign, the locale's separators for ":" and "/". Raises error_picture for
+/// a letter.
+void print_sign(std::string& out, const PictureCharacter& character);
+
+}  // namespace engine::pictures
