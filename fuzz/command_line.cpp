@@ -14,7 +14,7 @@ constexpr console::Option options[] = {{"--journal", "FILE", ""}, {"--json", "",
 
 void walk(std::string_view configured) {
   wizard::StepList steps;
-  steps.choose(configured.size() % 2 == 0, configured);
+  steps.choose(configured);
   const std::size_t most = steps.names().size() + 1;
   std::size_t moves = 0;
   while (steps.current() <= steps.last() && moves <= most) {

@@ -1,17 +1,19 @@
-// The pages whose pictures move: what each tick of the timer changes.
+// What moves on a page while it is shown.
 #pragma once
 
 #include <string_view>
 
-#include "wizard/context.h"
+#include "wizard/page.h"
 
 namespace wizard {
 
-/// Starts `Timer1` with the interval of the step's page, or leaves it stopped where nothing moves on that page.
-void start_animation(form::Form& form, std::string_view step);
+/// Starts `Timer1` with the page's interval, or leaves it stopped where nothing moves or there is no page (null).
+void start_animation(form::Form& form, const Page* page);
 
-/// One tick. The number of the picture shown is kept in the tag of a sequence's first picture, so an animation goes on
-/// where it was when its page is shown again.
-void advance_animation(Context& context, std::string_view step);
+/// One tick; nothing where nothing moves.
+void advance_animation(Context& context, const Page* page);
+
+/// Shows the picture, or hides it where it is shown.
+void blink(form::Form& form, std::string_view picture);
 
 }  // namespace wizard

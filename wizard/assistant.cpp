@@ -1,6 +1,5 @@
 #include "wizard/assistant.h"
 
-#include <algorithm>
 #include <array>
 
 #include "support/encoding.h"
@@ -8,17 +7,13 @@
 #include "wizard/animation.h"
 #include "wizard/context.h"
 #include "wizard/finish.h"
-#include "wizard/folder_page.h"
 #include "wizard/form/apply_texts.h"
 #include "wizard/form/progress_colour.h"
 #include "wizard/form_layout.h"
-#include "wizard/page_display.h"
+#include "wizard/page_list.h"
 #include "wizard/pages.h"
-#include "wizard/patient_page.h"
 #include "wizard/presets.h"
 #include "wizard/start_up.h"
-#include "wizard/summary_page.h"
-#include "wizard/therapy_kind.h"
 
 namespace wizard {
 
@@ -35,22 +30,14 @@ struct frmAssistantFirstSteps::Run {
   void dress_form();
   bool may_leave_page();
   void show_step();
+  void show_page(const Page* page);
+  void tell_pages(std::span<const PageEvent> Page::*events, std::string_view control, int index);
   void finish();
 
-  // Handlers, each with the index of the control.
   void navigate(int button);
   void next();
   void back();
   void cancel();
-  void choose_unit(int option);
-  void choose_sidebar(int option);
-  void choose_style(int option);
-  void choose_therapy(int);
-  void choose_scheme(int);
-  void choose_path(int button) { choose_folder(context, button); }
-  void choose_chart(int option) { pages.charts.click(option); }
-  void view_chart(int) { pages.charts.open_screenshot(); }
-  void scroll_charts(int) { pages.charts.scroll(); }
 };
 
 namespace {
@@ -86,17 +73,20 @@ void frmAssistantFirstSteps::Run::show_step() {
   const bool on_last = steps.current() == steps.last();
   if (on_last) StepName = "Fertig";
   context.show_text(form.at("Command1", 0), on_last ? finish_caption : next_caption);
-  if (support::equal_ignoring_case(StepName, "pics")) {
-    pages.charts.build();
-    steps.mark_built(steps.current());
-  }
-  show_style_preview(form);
   form.at("Command1", 1).set_enabled(steps.current() != 0);
   form.at("pbar").set_value(steps.current());
-  if (on_last) show_summary(context, pages);
-  show_page(form, StepName);
-  show_illustration(form);
-  start_animation(form, steps.name_at(steps.current()));
+  const Page* page = find_page(StepName);
+  if (page && page->enter) page->enter(context, pages);
+  show_page(page);
+  start_animation(form, find_page(steps.name_at(steps.current())));
+}
+
+/// Without a page (null) none is shown.
+void frmAssistantFirstSteps::Run::show_page(const Page* page) {
+  for (form::Control* container : context.form.array("contstep"))
+    container->set_visible(page && container->tag() == page->tag);
+  const Illustration illustration = page ? page->illustration : Illustration::Other;
+  context.form.at("Image1").set_picture(std::to_string(static_cast<int>(illustration)));
 }
 
 void frmAssistantFirstSteps::Run::finish() {
@@ -105,9 +95,8 @@ void frmAssistantFirstSteps::Run::finish() {
 }
 
 bool frmAssistantFirstSteps::Run::may_leave_page() {
-  if (support::equal_ignoring_case(StepName, "PATDAT")) return check_patient(context);
-  if (support::equal_ignoring_case(StepName, "THERAPIE_BZ")) return pages.targets.check_glucose();
-  return true;
+  const Page* page = find_page(StepName);
+  return !page || !page->leave || page->leave(context, pages);
 }
 
 void frmAssistantFirstSteps::Run::next() {
@@ -133,19 +122,13 @@ void frmAssistantFirstSteps::Run::navigate(int button) {
   (this->*handler)();
 }
 
-void frmAssistantFirstSteps::Run::choose_unit(int option) {
-  if (option == 0 || option == 1) pages.targets.change_unit(GlucoseUnit{static_cast<std::int16_t>(option)});
+/// Raises the event of whichever page has the control; one that no page listens to is ignored.
+void frmAssistantFirstSteps::Run::tell_pages(std::span<const PageEvent> Page::*events, std::string_view control,
+                                             int index) {
+  for (const Page* page : all_pages())
+    for (const PageEvent& event : page->*events)
+      if (support::equal_ignoring_case(event.control, control)) event.handle(context, pages, index);
 }
-
-void frmAssistantFirstSteps::Run::choose_sidebar(int option) {
-  form::Control& picture = context.form.at("imgSidebar");
-  picture.set_visible(option == 1);
-  context.form.request_redraw(picture);
-}
-
-void frmAssistantFirstSteps::Run::choose_style(int) { show_style_preview(context.form); }
-void frmAssistantFirstSteps::Run::choose_therapy(int) { choose_therapy_kind(context, pages.steps); }
-void frmAssistantFirstSteps::Run::choose_scheme(int) { pages.scheme.show_description(); }
 
 frmAssistantFirstSteps::frmAssistantFirstSteps(Ports ports) : run_(std::make_unique<Run>(std::move(ports))) {}
 frmAssistantFirstSteps::~frmAssistantFirstSteps() = default;
@@ -157,37 +140,23 @@ bool frmAssistantFirstSteps::load(std::string_view command_line) {
 }
 
 void frmAssistantFirstSteps::click(std::string_view control, int index) {
-  struct Event {
-    std::string_view control;
-    void (Run::*handler)(int index);
-  };
-  static constexpr Event events[] = {
-      {"Command1", &Run::navigate},
-      {"optBGUnit", &Run::choose_unit},
-      {"optShowSideBar", &Run::choose_sidebar},
-      {"optDisplayStyle", &Run::choose_style},
-      {"cbTherapie", &Run::choose_therapy},
-      {"cbSchema", &Run::choose_scheme},
-      {"cmdPath", &Run::choose_path},
-      {"optThumb", &Run::choose_chart},
-      {"cmdViwPic", &Run::view_chart},
-  };
-  const auto event = std::ranges::find_if(
-      events, [&](const Event& row) { return support::equal_ignoring_case(row.control, control); });
-  if (event == std::end(events) || state() != State::Running) return;
-  support::Procedure{"wizard!Click"}.step([&] { (run_.get()->*event->handler)(index); });
+  if (state() != State::Running) return;
+  support::Procedure{"wizard!Click"}.step([&] {
+    if (support::equal_ignoring_case(control, "Command1")) return run_->navigate(index);
+    run_->tell_pages(&Page::clicks, control, index);
+  });
 }
 
 void frmAssistantFirstSteps::change(std::string_view control, int index) {
-  if (state() != State::Running || !support::equal_ignoring_case(control, "vsbSlide")) return;
-  support::Procedure{"wizard!Change"}.step([&] { run_->scroll_charts(index); });
+  if (state() != State::Running) return;
+  support::Procedure{"wizard!Change"}.step([&] { run_->tell_pages(&Page::changes, control, index); });
 }
 
 void frmAssistantFirstSteps::tick() {
   if (state() != State::Running) return;
   const StepList& steps = run_->pages.steps;
   support::Procedure{"wizard!Timer1_Tick"}.step(
-      [&] { advance_animation(run_->context, steps.name_at(steps.current())); });
+      [&] { advance_animation(run_->context, find_page(steps.name_at(steps.current()))); });
 }
 
 form::Form& frmAssistantFirstSteps::form() noexcept { return run_->context.form; }

@@ -7,6 +7,8 @@
 #include "support/user_locale.h"
 #include "wizard/form_layout.h"
 #include "wizard/home_page_slots.h"
+#include "wizard/page_grid.h"
+#include "wizard/pages.h"
 
 namespace wizard {
 
@@ -148,5 +150,61 @@ void ChartPage::open_screenshot() {
   const std::string file = catalogue_.screenshot(context_.form.at("lblChartInfoTitle").tag());
   if (!file.empty()) context_.ports.user->open_file(file);
 }
+
+extern const Page chart_page;
+
+namespace {
+
+using enum form::Kind;
+
+constexpr int chart_limit = 4;
+
+// `picLoad` and `picThumb` are the buffers a thumbnail is loaded and scaled in; they are never seen.
+// One control, one line.
+// clang-format off
+constexpr form::ControlRow chart_controls[] = {
+    grid::heading("Diagramme der Startseite", "L4709"),
+    grid::purpose("Wählen Sie bis zu vier Diagramme für Ihre Startseite.", "L4729"),
+    {"picFrame", -1, PictureBox, "", {120, 1440, 6360, 2580}, "Verfügbare Diagramme", "L4775"},
+    {"picSlide", -1, PictureBox, "picFrame", {0, 0, 6090, 2580}, "Verfügbare Diagramme", "L4775"},
+    {"optThumb", 0, ChartOption, "picSlide", {0, 0, 2025, 1335}, "", "", false},
+    {"vsbSlide", -1, ScrollBar, "picFrame", {6090, 0, 270, 2580}, "Weitere Diagramme", "L4817"},
+    {"picLoad", -1, PictureBox, "", {0, 0, 15, 15}, "", "", false},
+    {"picThumb", -1, PictureBox, "", {0, 0, 15, 15}, "", "", false},
+    {"lblChartInfoTitle", -1, Label, "", {120, 4140, 4080, 300}},
+    {"lblChartInfo", -1, Label, "", {120, 4440, 4080, 960}},
+    {"lblPicsTitle", -1, Label, "", {4320, 4140, 1560, 300}, "Gewählt:", "L4776"},
+    {"lblPics", -1, Label, "", {5940, 4140, 540, 300}, "0/4"},
+    {"cmdViwPic", -1, Button, "", {4320, 4500, 2160, 480}, "Bild &vergrößern", "L4774"},
+};
+// clang-format on
+
+void preset_charts(Context&, Pages& pages, const Stored&) { pages.charts.prepare(chart_limit); }
+
+/// The step is marked where its page is built, and only there: one that was configured with a "-" is passed over.
+void enter_charts(Context&, Pages& pages) {
+  StepList& steps = pages.steps;
+  if (!support::equal_ignoring_case(steps.name_at(steps.current()), chart_page.tag)) return;
+  pages.charts.build();
+  steps.mark_built(steps.current());
+}
+
+void choose_chart(Context&, Pages& pages, int option) { pages.charts.click(option); }
+void view_chart(Context&, Pages& pages, int) { pages.charts.open_screenshot(); }
+void scroll_charts(Context&, Pages& pages, int) { pages.charts.scroll(); }
+
+constexpr PageEvent chart_clicks[] = {{"optThumb", choose_chart}, {"cmdViwPic", view_chart}};
+constexpr PageEvent chart_changes[] = {{"vsbSlide", scroll_charts}};
+
+}  // namespace
+
+constinit const Page chart_page{.tag = "Pics",
+                                .step = "pics",
+                                .shown_in = Edition::Both,
+                                .controls = chart_controls,
+                                .clicks = chart_clicks,
+                                .changes = chart_changes,
+                                .preset = preset_charts,
+                                .enter = enter_charts};
 
 }  // namespace wizard

@@ -1,6 +1,8 @@
 #include "wizard/drug_page.h"
 
 #include "support/common_code.h"
+#include "wizard/page_grid.h"
+#include "wizard/stored.h"
 
 namespace wizard {
 
@@ -15,5 +17,37 @@ std::array<std::string, 3> gather_drugs(const form::Form& form) {
     drugs[n] = support::trim(form.at("txtMedik", static_cast<int>(n)).text());
   return drugs;
 }
+
+namespace {
+
+using enum form::Kind;
+
+// One control, one line.
+// clang-format off
+constexpr form::ControlRow drug_controls[] = {
+    grid::heading("Ihre Medikamente", "L4706"),
+    grid::purpose("Nehmen Sie Tabletten oder andere Medikamente gegen Diabetes?", "L4726"),
+    {"lblMedik", 0, Label, "", grid::label(0), "Medikament 1:", "L4771"},
+    {"txtMedik", 0, TextBox, "", grid::field(0), "", "", true, true},
+    {"lblMedik", 1, Label, "", grid::label(1), "Medikament 2:", "L4772"},
+    {"txtMedik", 1, TextBox, "", grid::field(1), "", "", true, true},
+    {"lblMedik", 2, Label, "", grid::label(2), "Medikament 3:", "L4773"},
+    {"txtMedik", 2, TextBox, "", grid::field(2), "", "", true, true},
+};
+// clang-format on
+
+constexpr TextLimit drug_limits[] = {{"txtMedik", 100}};
+
+void preset_drugs(Context& context, Pages&, const Stored& stored) { show_drugs(context, stored.drugs); }
+
+}  // namespace
+
+extern const Page drug_page;
+constinit const Page drug_page{.tag = "Medikamente",
+                               .shown_in = Edition::Standard,
+                               .controls = drug_controls,
+                               .illustration = Illustration::Medicines,
+                               .limits = drug_limits,
+                               .preset = preset_drugs};
 
 }  // namespace wizard

@@ -36,7 +36,7 @@ class Finish {
 
  private:
   bool professional() const noexcept { return context_.config.ProEdition; }
-  void write_option(std::string_view value_name);
+  void write_option(const OptionGroup& group);
   void save_profile();
   void gather();
   void create_database();
@@ -66,17 +66,16 @@ FinishReport Finish::run() {
       return true;
     });
   }
-  for (std::string_view value : {"OutlookStyle", "DefaultDataEntry", "BGUnit"})
-    procedure.step([&] { write_option(value); });
+  for (const OptionGroup* group : option_groups())
+    if (group->order <= last_before_profile) procedure.step([&] { write_option(*group); });
   save_profile();
   procedure.step([&] { writer_.registry_value(context_.config.user_key(), "FirstRun", "0"); });
   procedure.step([&] { apply_scheme(); });
   return writer_.take();
 }
 
-void Finish::write_option(std::string_view value_name) {
-  const OptionGroup& group = option_group(value_name);
-  writer_.registry_value(context_.config.user_key() + std::string(group.written_below), value_name,
+void Finish::write_option(const OptionGroup& group) {
+  writer_.registry_value(context_.config.user_key() + std::string(group.written_below), group.value_name,
                          chosen_word(context_.form, group));
 }
 
@@ -87,8 +86,8 @@ void Finish::save_profile() {
   procedure.step([&] {
     if (!professional()) writer_.registry_value(config.RegKey, "PATIENTDATA", config.PatientData);
   });
-  procedure.step([&] { write_option("RunOnStart"); });
-  procedure.step([&] { write_option("ShowOutlookbar"); });
+  for (const OptionGroup* group : option_groups())
+    if (group->order > last_before_profile) procedure.step([&] { write_option(*group); });
   procedure.step([&] {
     if (!pages_.HasCurrentDB && database_.empty()) create_database();
   });

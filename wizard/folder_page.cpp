@@ -1,6 +1,7 @@
 #include "wizard/folder_page.h"
 
 #include "wizard/index_database.h"
+#include "wizard/page_grid.h"
 #include "wizard/windows_path.h"
 
 namespace wizard {
@@ -46,5 +47,36 @@ void choose_folder(Context& context, int button) {
   bring_index_up_to_date(context);
   show_folder(context);
 }
+
+namespace {
+
+using enum form::Kind;
+
+// One control, one line.
+// clang-format off
+constexpr form::ControlRow folder_controls[] = {
+    grid::heading("Ordner der Patientendaten", "L4702"),
+    grid::purpose("Legen Sie fest, wo die Patientendaten liegen.", "L4722"),
+    {"lblFolderTitle", -1, Label, "", grid::label(0), "Ordner:", "L4797"},
+    {"lblFolder", -1, Label, "", {1920, grid::line(0) + 45, 4560, 720}},
+    {"lblLocation", -1, Label, "", {1920, 2280, 4560, 720}},
+    {"cmdPath", 0, Button, "", {120, 3180, 6360, 600}, "&Neue gemeinsame Datenbank anlegen …", "L4799"},
+    {"cmdPath", 1, Button, "", {120, 3900, 6360, 600}, "&Vorhandene gemeinsame Datenbank verwenden …", "L4800"},
+};
+// clang-format on
+
+void preset_folder(Context& context, Pages&, const Stored&) { show_folder(context); }
+void click_path(Context& context, Pages&, int button) { choose_folder(context, button); }
+
+constexpr PageEvent folder_clicks[] = {{"cmdPath", click_path}};
+
+}  // namespace
+
+extern const Page folder_page;
+constinit const Page folder_page{.tag = "netpath",
+                                 .shown_in = Edition::Professional,
+                                 .controls = folder_controls,
+                                 .clicks = folder_clicks,
+                                 .preset = preset_folder};
 
 }  // namespace wizard

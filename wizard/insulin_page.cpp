@@ -5,6 +5,9 @@
 #include "support/common_code.h"
 #include "support/encoding.h"
 #include "support/harbinox.h"
+#include "wizard/page_grid.h"
+#include "wizard/pages.h"
+#include "wizard/stored.h"
 
 namespace wizard {
 
@@ -91,5 +94,50 @@ std::array<std::optional<std::string>, 5> InsulinPage::insulins() const {
   for (std::int16_t slot = 0; slot < 5; ++slot) texts[static_cast<std::size_t>(slot)] = insulin_in(slot);
   return texts;
 }
+
+namespace {
+
+using enum form::Kind;
+
+/// The names of insulins take two lines: theirs lie further apart.
+constexpr std::int32_t insulin_top(int n) { return grid::content_top + n * 720; }
+constexpr form::Bounds insulin_label(int n) { return {120, insulin_top(n) + 45, grid::wide_label, 510}; }
+constexpr form::Bounds insulin_field(int n) { return {grid::beside_wide_label, insulin_top(n), 2820, 330}; }
+
+// One control, one line.
+// clang-format off
+constexpr form::ControlRow insulin_controls[] = {
+    grid::heading("Ihre Insuline", "L4705"),
+    grid::purpose("Wählen Sie Ihre Insuline aus, oder tippen Sie den Namen ein.", "L4725"),
+    {"lblInsulin", 0, Label, "", insulin_label(0), "Bolus-Insulin (Normal-Insulin):", "L4766"},
+    {"cbInsulin", 0, ComboBox, "", insulin_field(0), "", "", true, true},
+    {"lblInsulin", 1, Label, "", insulin_label(1), "Verzögerungs-Insulin (Basal-Insulin):", "L4767"},
+    {"cbInsulin", 1, ComboBox, "", insulin_field(1), "", "", true, true},
+    {"lblInsulin", 2, Label, "", insulin_label(2), "Misch-Insulin (Basal-Insulin):", "L4768"},
+    {"cbInsulin", 2, ComboBox, "", insulin_field(2), "", "", true, true},
+    {"lblInsulin", 3, Label, "", insulin_label(3), "Schnell-Insulin (Humalog):", "L4769"},
+    {"cbInsulin", 3, ComboBox, "", insulin_field(3), "", "", true, true},
+    {"lblInsulin", 4, Label, "", insulin_label(4), "Pumpeninsulin:", "L4770"},
+    {"cbInsulin", 4, ComboBox, "", insulin_field(4), "", "", true, true},
+};
+// clang-format on
+
+/// With its numbers a plan item's text holds 255.
+constexpr TextLimit insulin_limits[] = {{"cbInsulin", 100}};
+
+void preset_insulins(Context&, Pages& pages, const Stored& stored) {
+  pages.insulin.offer(stored.insulins);
+  pages.insulin.show(stored.usual, stored.newest);
+}
+
+}  // namespace
+
+extern const Page insulin_page;
+constinit const Page insulin_page{.tag = "Insulin",
+                                  .shown_in = Edition::Standard,
+                                  .controls = insulin_controls,
+                                  .illustration = Illustration::Insulin,
+                                  .limits = insulin_limits,
+                                  .preset = preset_insulins};
 
 }  // namespace wizard

@@ -3,25 +3,11 @@
 #include <algorithm>
 
 #include "support/encoding.h"
+#include "wizard/page_list.h"
 
 namespace wizard {
 
 namespace {
-
-// "OutlookStyle" and, in the standard edition, "RunOnStart" have no page in the usual lists. They are preset all the
-// same, so that the finish writes back what it found.
-constexpr OptionGroup groups[] = {
-    {"OutlookStyle", "", "", "optDisplayStyle", {"0", "1"}, 0},
-    {"DefaultDataEntry",
-     "\\DataEntry",
-     "\\dataentry",
-     "optDataEntry",
-     {"EDIT_DIARY", "EDIT_QUICKENTRY", "EDIT_LOG"},
-     0},
-    {"BGUnit", "", "", "optBGUnit", {"0", "1"}, 0},
-    {"RunOnStart", "", "", "optShowStart", {"mnu_home", "mnu_patreview", "mnu_last"}, 1},
-    {"ShowOutlookbar", "", "", "optShowSideBar", {"0", "1"}, 0},
-};
 
 int option_for(const OptionGroup& group, std::string_view word) {
   const auto match = std::ranges::find_if(group.words, [&](std::string_view candidate) {
@@ -38,15 +24,19 @@ int chosen_option(const form::Form& form, std::string_view controls) {
   return -1;
 }
 
-const OptionGroup& option_group(std::string_view value_name) {
-  return *std::ranges::find(groups, value_name, &OptionGroup::value_name);
+std::vector<const OptionGroup*> option_groups() {
+  std::vector<const OptionGroup*> groups;
+  for (const Page* page : all_pages())
+    for (const OptionGroup& group : page->options) groups.push_back(&group);
+  std::ranges::sort(groups, {}, &OptionGroup::order);
+  return groups;
 }
 
 void preset_options(Context& context) {
-  for (const OptionGroup& group : groups) {
-    const std::string key = context.config.user_key() + std::string(group.read_below);
-    const std::string word = context.user_value(key, group.value_name, "");
-    context.form.at(group.controls, option_for(group, word)).set_value(1);
+  for (const OptionGroup* group : option_groups()) {
+    const std::string key = context.config.user_key() + std::string(group->read_below);
+    const std::string word = context.user_value(key, group->value_name, "");
+    context.form.at(group->controls, option_for(*group, word)).set_value(1);
   }
 }
 

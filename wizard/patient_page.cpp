@@ -3,6 +3,10 @@
 #include "support/common_code.h"
 #include "wizard/form/match_list.h"
 #include "wizard/option_groups.h"
+#include "wizard/page_grid.h"
+#include "wizard/pages.h"
+#include "wizard/stored.h"
+#include "wizard/therapy_kind.h"
 
 namespace wizard {
 
@@ -73,5 +77,61 @@ bool check_patient(Context& context) {
   }
   return true;
 }
+
+namespace {
+
+using enum form::Kind;
+
+// One control, one line.
+// clang-format off
+constexpr form::ControlRow patient_controls[] = {
+    grid::heading("Ihre Daten", "L4704"),
+    grid::purpose("Vorname und Nachname werden gebraucht.", "L4724"),
+    {"lblFirstName", -1, Label, "", grid::label(0), "&Vorname:", "L4740"},
+    {"txtFirstName", -1, TextBox, "", grid::field(0), "", "", true, true},
+    {"lblName", -1, Label, "", grid::label(1), "&Nachname:", "L4741"},
+    {"txtName", -1, TextBox, "", grid::field(1), "", "", true, true},
+    {"lblStreet", -1, Label, "", grid::label(2), "&Straße:", "L4742"},
+    {"txtStreet", -1, TextBox, "", grid::field(2), "", "", true, true},
+    {"lblZIP", -1, Label, "", grid::label(3), "P&LZ:", "L4743"},
+    {"txtZIP", -1, TextBox, "", grid::field(3, 1920, 960), "", "", true, true},
+    {"lblCity", -1, Label, "", {3060, grid::line(3) + 45, 780, 480}, "&Ort:", "L4744"},
+    {"txtCity", -1, TextBox, "", grid::field(3, 3900, 2580), "", "", true, true},
+    {"lblGender", -1, Label, "", grid::label(4), "Geschlecht:", "L4745"},
+    {"optGender", 0, OptionButton, "", grid::field(4, 1920, 1860), "&Weiblich", "L4746"},
+    {"optGender", 1, OptionButton, "", grid::field(4, 3900, 2580), "&Männlich", "L4747"},
+    {"lblDiabetesTyp", -1, Label, "", grid::label(5), "&Diabetestyp:", "L4748"},
+    {"cbDiabetesTyp", -1, ComboBox, "", grid::field(5)},
+    {"lblTherapie", -1, Label, "", grid::label(6), "T&herapie:", "L4749"},
+    {"cbTherapie", -1, ComboBox, "", grid::field(6)},
+};
+// clang-format on
+
+/// What the columns of `patdat` hold.
+constexpr TextLimit patient_limits[] = {
+    {"txtFirstName", 50}, {"txtName", 50}, {"txtStreet", 50}, {"txtZIP", 50}, {"txtCity", 50}};
+
+void preset_patient(Context& context, Pages& pages, const Stored& stored) {
+  fill_patient_lists(context);
+  show_patient(context, stored.patient);
+  show_therapy_kind(context, pages.steps);
+}
+
+bool leave_patient(Context& context, Pages&) { return check_patient(context); }
+void choose_therapy(Context& context, Pages& pages, int) { choose_therapy_kind(context, pages.steps); }
+
+constexpr PageEvent patient_clicks[] = {{"cbTherapie", choose_therapy}};
+
+}  // namespace
+
+extern const Page patient_page;
+constinit const Page patient_page{.tag = "PatDat",
+                                  .step = "Patdat",
+                                  .shown_in = Edition::Standard,
+                                  .controls = patient_controls,
+                                  .limits = patient_limits,
+                                  .clicks = patient_clicks,
+                                  .preset = preset_patient,
+                                  .leave = leave_patient};
 
 }  // namespace wizard

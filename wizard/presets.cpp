@@ -6,18 +6,13 @@
 #include "database/file_failure.h"
 #include "database/open_database.h"
 #include "support/error.h"
-#include "wizard/drug_page.h"
-#include "wizard/folder_page.h"
 #include "wizard/option_groups.h"
-#include "wizard/page_display.h"
-#include "wizard/patient_page.h"
-#include "wizard/therapy_kind.h"
+#include "wizard/page_list.h"
+#include "wizard/stored.h"
 
 namespace wizard {
 
 namespace {
-
-constexpr int chart_limit = 4;
 
 struct PreferenceRow {
   std::string_view value_name;
@@ -49,55 +44,40 @@ database::SettingsRecord preferred_settings(const Context& context) {
   return settings;
 }
 
-/// Without a database, or where one cannot be read, the fields stay empty and the targets are the preferred ones.
-void preset_patient(Context& context, Pages& pages, engine::Database* known) {
-  fill_patient_lists(context);
-  database::PatientRecord patient;
-  database::SettingsRecord settings = preferred_settings(context);
-  if (known) {
-    database::db_GetPatient(context.environment(), *known, 0, patient);
-    database::db_GetSettings(context.environment(), *known, settings);
-  }
-  show_patient(context, patient);
-  show_therapy_kind(context, pages.steps);
-  pages.targets.show(settings, GlucoseUnit{static_cast<std::int16_t>(chosen_option(context.form, "optBGUnit"))});
-}
-
-void offer_insulins(Context& context, Pages& pages, const database::Target& source) {
+std::vector<database::PreferredInsulin> offered_insulins(const Context& context, const database::Target& source) {
   std::vector<database::PreferredInsulin> insulins;
   database::db_GetPreferredInsulin(context.environment(), source, insulins);
-  pages.insulin.offer(insulins);
+  return insulins;
 }
 
-void preset_insulins(Context& context, Pages& pages, engine::Database& known) {
+void read_database(const Context& context, engine::Database& known, Stored& stored) {
   const database::Environment environment = context.environment();
-  offer_insulins(context, pages, known);
-  database::DefaultInsulin usual;
-  database::TherapyPlan newest;
-  std::array<std::string, 3> drugs;
-  database::db_GetDefaultInsulin(environment, known, usual);
-  database::db_GetTherapyPlan(environment, known, std::nullopt, newest);
-  database::db_GetDefaultOAD(environment, known, drugs);
-  pages.insulin.show(usual, newest);
-  show_drugs(context, drugs);
+  database::db_GetPatient(environment, known, 0, stored.patient);
+  database::db_GetSettings(environment, known, stored.settings);
+  stored.insulins = offered_insulins(context, known);
+  database::db_GetDefaultInsulin(environment, known, stored.usual);
+  database::db_GetTherapyPlan(environment, known, std::nullopt, stored.newest);
+  database::db_GetDefaultOAD(environment, known, stored.drugs);
 }
 
 /// Everything that is kept in a database, read in one opening.
-void preset_from_databases(Context& context, Pages& pages) {
+Stored read_stored(Context& context, Pages& pages) {
   support::Procedure procedure{"wizard!PresetDatabase"};
+  Stored stored;
   std::unique_ptr<engine::Engine> engine;
   std::unique_ptr<engine::Database> known;
   const std::string& path = context.config.CurrentDB;
   const database::FileFailures failures;
   procedure.step([&] { database::OpenPatientDatabase(context.environment(), path, true, false, engine, known); });
-  procedure.step([&] { preset_patient(context, pages, known.get()); });
+  procedure.step([&] { stored.settings = preferred_settings(context); });
   procedure.step([&] {
     if (known)
-      preset_insulins(context, pages, *known);
+      read_database(context, *known, stored);
     else if (path.empty() && support::file_test(*context.ports.files, context.config.LookupDB))
-      offer_insulins(context, pages, context.config.LookupDB);
+      stored.insulins = offered_insulins(context, context.config.LookupDB);
   });
   pages.database_read = known != nullptr && !failures.any();
+  return stored;
 }
 
 void build_steps(Context& context, Pages& pages) {
@@ -105,7 +85,8 @@ void build_steps(Context& context, Pages& pages) {
   for (form::Control* page : context.form.array("contstep")) page->set_visible(false);
   config.DBPassword = database::default_password;
   pages.HasCurrentDB = config.ProEdition || !config.CurrentDB.empty();
-  pages.steps.choose(config.ProEdition, context.ini_value(config.Path + "pelmar.ini", "setup", "display"));
+  const std::string configured = context.ini_value(config.Path + "pelmar.ini", "setup", "display");
+  pages.steps.choose(configured.empty() ? default_steps(config.ProEdition) : configured);
   context.form.at("pbar").set_maximum(std::max(pages.steps.last(), 1));
 }
 
@@ -113,18 +94,11 @@ void build_steps(Context& context, Pages& pages) {
 
 void build_and_preset(Context& context, Pages& pages) {
   support::Procedure procedure{"wizard!Presets"};
-  form::Form& form = context.form;
   procedure.step([&] { build_steps(context, pages); });
-  procedure.step([&] { pages.charts.prepare(chart_limit); });
-  procedure.step([&] {
-    if (context.config.ProEdition) form.at("imgOpen").set_picture(form.at("imgNew").picture());
-  });
   procedure.step([&] { preset_options(context); });
-  procedure.step([&] { preset_from_databases(context, pages); });
-  procedure.step([&] { pages.scheme.fill(); });
-  procedure.step([&] { show_folder(context); });
-  procedure.step([&] { form.at("imgSidebar").set_visible(chosen_option(form, "optShowSideBar") == 1); });
-  procedure.step([&] { show_style_preview(form); });
+  const Stored stored = read_stored(context, pages);
+  for (const Page* page : all_pages())
+    if (page->preset) procedure.step([&] { page->preset(context, pages, stored); });
 }
 
 }  // namespace wizard

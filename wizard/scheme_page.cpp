@@ -4,6 +4,8 @@
 #include "support/harbinox.h"
 #include "support/user_locale.h"
 #include "wizard/form/match_list.h"
+#include "wizard/page_grid.h"
+#include "wizard/pages.h"
 
 namespace wizard {
 
@@ -44,5 +46,34 @@ std::optional<std::int32_t> SchemePage::changed_scheme() const {
   if (box.list_index() < 0 || stored_ == scheme) return std::nullopt;
   return scheme;
 }
+
+namespace {
+
+using enum form::Kind;
+
+// One control, one line.
+// clang-format off
+constexpr form::ControlRow scheme_controls[] = {
+    grid::heading("Therapieschema", "L4712"),
+    grid::purpose("Nach welchem Schema behandeln Sie Ihren Diabetes?", "L4732"),
+    {"lblSchema", -1, Label, "", grid::label(0), "&Schema:", "L4787"},
+    {"cbSchema", -1, ComboBox, "", grid::field(0)},
+    {"lblSchemaDesc", -1, Label, "", {1920, 2040, 4560, 3240}},
+};
+// clang-format on
+
+void preset_scheme(Context&, Pages& pages, const Stored&) { pages.scheme.fill(); }
+void choose_scheme(Context&, Pages& pages, int) { pages.scheme.show_description(); }
+
+constexpr PageEvent scheme_clicks[] = {{"cbSchema", choose_scheme}};
+
+}  // namespace
+
+extern const Page scheme_page;
+constinit const Page scheme_page{.tag = "Schema",
+                                 .controls = scheme_controls,
+                                 .illustration = Illustration::Therapy,
+                                 .clicks = scheme_clicks,
+                                 .preset = preset_scheme};
 
 }  // namespace wizard

@@ -5,20 +5,9 @@
 
 namespace wizard {
 
-namespace {
-
-constexpr std::string_view professional_list =
-    "INtro|netpath|Maßeinheit|pics|sidebar|start|tip_navbar|tip_splits|tip_stats|Fertig";
-constexpr std::string_view standard_list =
-    "INtro|Maßeinheit|Patdat|Insulin|Medikamente|Therapie_bz|Therapie_bp|pics|eingabe|sidebar|"
-    "tip_navbar|tip_splits|tip_stats|Fertig";
-
-}  // namespace
-
-void StepList::choose(bool professional, std::string_view configured) {
-  const std::string_view by_edition = professional ? professional_list : standard_list;
+void StepList::choose(std::string_view steps) {
   names_.clear();
-  support::Split(configured.empty() ? by_edition : configured, names_, "|");
+  support::Split(steps, names_, "|");
   current_ = 0;
   built_ = -1;
 }

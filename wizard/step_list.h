@@ -10,8 +10,8 @@ namespace wizard {
 
 class StepList {
  public:
-  /// The edition's default list, or the "|"-separated configured one where it is not empty. Starts at step 0.
-  void choose(bool professional, std::string_view configured);
+  /// Takes a list separated by "|" and starts at its first step.
+  void choose(std::string_view steps);
 
   const std::vector<std::string>& names() const noexcept { return names_; }
   /// Position of the step shown; behind last() once the walk has ended.

@@ -6,6 +6,8 @@
 #include "wizard/drug_page.h"
 #include "wizard/new_database_path.h"
 #include "wizard/option_groups.h"
+#include "wizard/page_grid.h"
+#include "wizard/pages.h"
 #include "wizard/patient_page.h"
 
 namespace wizard {
@@ -115,5 +117,37 @@ void show_summary(Context& context, const Pages& pages) {
   }
   context.form.at("lblSummary").set_text(summary);
 }
+
+namespace {
+
+using enum form::Kind;
+
+// One control, one line.
+// clang-format off
+constexpr form::ControlRow summary_controls[] = {
+    grid::heading("Fertig", "L4718", {120, 120, 5820, 480}),
+    {"imgOpen", -1, Image, "", {6000, 120, 480, 480}, "Illustration", "L4808"},
+    {"imgNew", -1, Image, "", {6000, 120, 480, 480}, "Illustration", "L4808", false},
+    grid::purpose("Diese Einstellungen werden jetzt gespeichert:", "L4738"),
+    {"lblSummary", -1, TextBox, "", {120, 1440, 6360, 3900}},
+};
+// clang-format on
+
+constexpr PagePicture summary_pictures[] = {{"imgOpen", 0, "open"}, {"imgNew", 0, "new"}};
+
+void preset_summary(Context& context, Pages&, const Stored&) {
+  if (context.config.ProEdition) context.form.at("imgOpen").set_picture(context.form.at("imgNew").picture());
+}
+void enter_summary(Context& context, Pages& pages) { show_summary(context, pages); }
+
+}  // namespace
+
+extern const Page summary_page;
+constinit const Page summary_page{.tag = "Fertig",
+                                  .shown_in = Edition::Both,
+                                  .controls = summary_controls,
+                                  .pictures = summary_pictures,
+                                  .preset = preset_summary,
+                                  .enter = enter_summary};
 
 }  // namespace wizard

@@ -5,6 +5,10 @@
 #include "support/common_code.h"
 #include "support/harbinox.h"
 #include "support/user_locale.h"
+#include "wizard/option_groups.h"
+#include "wizard/page_grid.h"
+#include "wizard/pages.h"
+#include "wizard/stored.h"
 
 namespace wizard {
 
@@ -101,5 +105,75 @@ void TargetsPage::gather(database::SettingsRecord& settings) const {
 void TargetsPage::gather_presets(database::SettingsRecord& settings) const {
   for (std::size_t field = 0; field < all_fields; ++field) settings.*target_members[field] = shown_[field].value;
 }
+
+namespace {
+
+using enum form::Kind;
+
+// `txtvorgabe` runs over both pages: one array cannot start twice, so 0 to 3 are the glucose values and 4 to 7 the
+// blood pressure values. One control, one line.
+// clang-format off
+constexpr form::ControlRow glucose_target_controls[] = {
+    grid::heading("Blutzuckerziele", "L4707"),
+    grid::purpose("Tragen Sie die Werte ein, die Ihr Arzt mit Ihnen vereinbart hat.", "L4727"),
+    {"lblVorgabe", 0, Label, "", grid::value_label(0), "Zielbereich &von:", "L4756"},
+    {"txtvorgabe", 0, TextBox, "", grid::value_field(0), "", "", true, true},
+    {"lblUnit", 0, Label, "", grid::unit(0), "mg/dl"},
+    {"lblVorgabe", 1, Label, "", grid::value_label(1), "Zielbereich &bis:", "L4757"},
+    {"txtvorgabe", 1, TextBox, "", grid::value_field(1), "", "", true, true},
+    {"lblUnit", 1, Label, "", grid::unit(1), "mg/dl"},
+    {"lblVorgabe", 2, Label, "", grid::value_label(2), "Hypoglykämie: <=", "L4758"},
+    {"txtvorgabe", 2, TextBox, "", grid::value_field(2), "", "", true, true},
+    {"lblUnit", 2, Label, "", grid::unit(2), "mg/dl"},
+    {"lblVorgabe", 3, Label, "", grid::value_label(3), "Hyperglykämie: >=", "L4759"},
+    {"txtvorgabe", 3, TextBox, "", grid::value_field(3), "", "", true, true},
+    {"lblUnit", 3, Label, "", grid::unit(3), "mg/dl"},
+    {"lblTargetHint", -1, Label, "", {120, grid::line(4) + 180, 6360, 1440}, "Hypoglykämie (Unterzuckerung), Hyperglykämie (Überzuckerung)", "L4760"},
+};
+// clang-format on
+
+// clang-format off
+constexpr form::ControlRow pressure_target_controls[] = {
+    grid::heading("Blutdruckziele", "L4708"),
+    grid::purpose("Tragen Sie die Werte ein, die Ihr Arzt mit Ihnen vereinbart hat.", "L4728"),
+    {"lblVorgabe", 4, Label, "", grid::value_label(0), "Oberer Wert (systolisch) &von:", "L4761"},
+    {"txtvorgabe", 4, TextBox, "", grid::value_field(0), "", "", true, true},
+    {"lblPressureUnit", 0, Label, "", grid::unit(0), "mmHg", "L4765"},
+    {"lblVorgabe", 5, Label, "", grid::value_label(1), "Oberer Wert (systolisch) &bis:", "L4762"},
+    {"txtvorgabe", 5, TextBox, "", grid::value_field(1), "", "", true, true},
+    {"lblPressureUnit", 1, Label, "", grid::unit(1), "mmHg", "L4765"},
+    {"lblVorgabe", 6, Label, "", grid::value_label(2), "Unterer Wert (diastolisch) v&on:", "L4763"},
+    {"txtvorgabe", 6, TextBox, "", grid::value_field(2), "", "", true, true},
+    {"lblPressureUnit", 2, Label, "", grid::unit(2), "mmHg", "L4765"},
+    {"lblVorgabe", 7, Label, "", grid::value_label(3), "Unterer Wert (diastolisch) b&is:", "L4764"},
+    {"txtvorgabe", 7, TextBox, "", grid::value_field(3), "", "", true, true},
+    {"lblPressureUnit", 3, Label, "", grid::unit(3), "mmHg", "L4765"},
+};
+// clang-format on
+
+constexpr TextLimit target_limits[] = {{"txtvorgabe", 10}};
+
+void preset_targets(Context& context, Pages& pages, const Stored& stored) {
+  pages.targets.show(stored.settings, GlucoseUnit{static_cast<std::int16_t>(chosen_option(context.form, "optBGUnit"))});
+}
+
+bool leave_glucose_targets(Context&, Pages& pages) { return pages.targets.check_glucose(); }
+
+}  // namespace
+
+extern const Page glucose_target_page, pressure_target_page;
+constinit const Page glucose_target_page{.tag = "Therapie_BZ",
+                                         .step = "Therapie_bz",
+                                         .shown_in = Edition::Standard,
+                                         .controls = glucose_target_controls,
+                                         .illustration = Illustration::Therapy,
+                                         .limits = target_limits,
+                                         .preset = preset_targets,
+                                         .leave = leave_glucose_targets};
+constinit const Page pressure_target_page{.tag = "Therapie_BP",
+                                          .step = "Therapie_bp",
+                                          .shown_in = Edition::Standard,
+                                          .controls = pressure_target_controls,
+                                          .illustration = Illustration::Therapy};
 
 }  // namespace wizard

@@ -158,17 +158,16 @@ TEST(Texts, CoverEveryNumberThatTheSourcesName) {
 TEST(Texts, GiveEachPageDistinctAccessKeys) {
   for (const std::string& language : languages()) {
     Texts texts = content::texts(language);
-    for (std::size_t n = 0; n < wizard::page_tags.size(); ++n) {
-      const form::Control& page = layout().at("contstep", static_cast<int>(n));
-      std::set<long> numbers{back, cancel, wizard::page_tags[n] == "Fertig" ? finish : next};
+    for (const form::Control* page : layout().array("contstep")) {
+      std::set<long> numbers{back, cancel, page->tag() == "Fertig" ? finish : next};
       for (const auto& control : layout().controls())
-        if (const long number = tag_number(control->tag()); number && lies_in(*control, page)) numbers.insert(number);
+        if (const long number = tag_number(control->tag()); number && lies_in(*control, *page)) numbers.insert(number);
       std::map<std::string, long> taken;
       for (const long number : numbers) {
         const std::string key = access_key(texts[number]);
         if (key.empty()) continue;
         const auto [other, free] = taken.emplace(key, number);
-        EXPECT_TRUE(free) << language << ", page " << wizard::page_tags[n] << ": " << texts[number] << " and "
+        EXPECT_TRUE(free) << language << ", page " << page->tag() << ": " << texts[number] << " and "
                           << texts[other->second];
       }
     }

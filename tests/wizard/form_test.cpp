@@ -8,6 +8,7 @@
 #include "wizard/form/apply_texts.h"
 #include "wizard/form/match_list.h"
 #include "wizard/form_layout.h"
+#include "wizard/page_list.h"
 
 namespace {
 
@@ -199,8 +200,8 @@ TEST(TheLayout, LaysNoTwoControlsOverEachOther) {
 TEST(TheLayout, HasAHeadingAndASentenceOnEveryPage) {
   Form form;
   wizard::build_form(form);
-  for (int n = 0; n < static_cast<int>(wizard::page_tags.size()); ++n) {
-    EXPECT_EQ(form.at("contstep", n).tag(), wizard::page_tags[static_cast<std::size_t>(n)]);
+  for (int n = 0; n < static_cast<int>(wizard::all_pages().size()); ++n) {
+    EXPECT_EQ(form.at("contstep", n).tag(), wizard::all_pages()[static_cast<std::size_t>(n)]->tag);
     EXPECT_EQ(form.at("lblPurpose", n).parent(), &form.at("contstep", n));
     EXPECT_EQ((n == 0 ? form.at("Label2") : form.at("lblHeading", n)).parent(), &form.at("contstep", n));
   }

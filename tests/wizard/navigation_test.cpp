@@ -123,7 +123,7 @@ TEST_F(Navigation, CancelAsksOnEveryPageAndLeavesEverythingAsItWas) {
 
 TEST(AStepList, FindsOffersAndLeavesOutByTheFirstCharacters) {
   StepList steps;
-  steps.choose(false, "INtro|Insulin-|medikamente|Fertig");
+  steps.choose("INtro|Insulin-|medikamente|Fertig");
   EXPECT_TRUE(steps.offers("INtro"));
   for (const char* page : {"Insulin", "pics"}) EXPECT_FALSE(steps.offers(page)) << page;
   steps.offer("Insulin", true);

@@ -1,0 +1,44 @@
+// Page "start": what the diary shows when it is started.
+#include "wizard/animation.h"
+#include "wizard/page_grid.h"
+
+namespace wizard {
+
+namespace {
+
+using enum form::Kind;
+
+// The highlight lies above the picture and blinks.
+// One control, one line.
+// clang-format off
+constexpr form::ControlRow start_controls[] = {
+    grid::heading("Beim Start", "L4714"),
+    grid::purpose("Was soll das Programm nach dem Start zeigen?", "L4734"),
+    {"optShowStart", 0, OptionButton, "", {120, 1500, 6360, 360}, "Startseite", "L4793"},
+    {"optShowStart", 1, OptionButton, "", {120, 1920, 6360, 360}, "Patientenübersicht", "L4794"},
+    {"optShowStart", 2, OptionButton, "", {120, 2340, 6360, 360}, "Zuletzt verwendete Ansicht", "L4795"},
+    {"imgStart", -1, Image, "", {120, 2820, 3360, 2520}, "Das Hauptfenster nach dem Start", "L4796"},
+    {"imgStartMark", -1, Image, "", {960, 3240, 2520, 2100}, "Hervorhebung", "L4810", false},
+};
+// clang-format on
+
+constexpr OptionGroup start_options[] = {{.order = 4,
+                                          .value_name = "RunOnStart",
+                                          .controls = "optShowStart",
+                                          .words = {"mnu_home", "mnu_patreview", "mnu_last"},
+                                          .default_option = 1}};
+constexpr PagePicture start_pictures[] = {{"imgStart", 0, "start"}, {"imgStartMark", 0, "start_mark"}};
+
+void blink_start_page(Context& context) { blink(context.form, "imgStartMark"); }
+
+}  // namespace
+
+extern const Page start_page;
+constinit const Page start_page{.tag = "start",
+                                .shown_in = Edition::Professional,
+                                .controls = start_controls,
+                                .pictures = start_pictures,
+                                .options = start_options,
+                                .animation = {600, blink_start_page}};
+
+}  // namespace wizard
