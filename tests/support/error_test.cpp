@@ -34,12 +34,17 @@ TEST(Procedure, PassesOverAFailingStatementAndKeepsItsErrorPending) {
 
 TEST(Procedure, EndsAGuardedBodyAtItsFirstErrorAndGivesForeignErrorsNumbers) {
   Procedure procedure("ddg!test");
-  bool reached = false;
+  int statements = 0;
+  const auto statement = [&statements](bool fails) {
+    ++statements;
+    if (fails) throw std::logic_error("odd");
+  };
   EXPECT_FALSE(procedure.guarded([&] {
-    throw std::logic_error("odd");
-    reached = true;
+    statement(false);
+    statement(true);
+    statement(false);
   }));
-  EXPECT_FALSE(reached);
+  EXPECT_EQ(statements, 2);
   EXPECT_EQ(procedure.error().number(), 51);
   EXPECT_STREQ(procedure.error().what(), "odd");
   EXPECT_FALSE(procedure.step([] { throw std::bad_alloc(); }));

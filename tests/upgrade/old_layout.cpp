@@ -24,6 +24,28 @@ std::string read_script(std::int16_t version) {
   return text;
 }
 
+/// "--! glucose: Comment 7 2 empty, ID 0 16": place and attributes of fields, "empty" where a text may be, "blank"
+/// where the default is a blank.
+void set_properties(engine::Database& database, const std::string& line) {
+  const std::size_t colon = line.find(':');
+  const auto table = database.table_defs().item(line.substr(4, colon - 4));
+  std::istringstream fields(line.substr(colon + 1));
+  for (std::string text; std::getline(fields, text, ',');) {
+    std::istringstream words(text);
+    std::string name;
+    std::int16_t place = 0;
+    std::int32_t attributes = 0;
+    words >> name >> place >> attributes;
+    const auto field = table->fields().item(name);
+    field->set_ordinal_position(place);
+    field->set_attributes(attributes);
+    for (std::string word; words >> word;) {
+      if (word == "empty") field->set_allow_zero_length(true);
+      if (word == "blank") field->set_default_value(" ");
+    }
+  }
+}
+
 /// The script's first line names the layout that it goes on from; the oldest goes on from none.
 void run_scripts(engine::Database& database, std::int16_t version) {
   const std::string script = read_script(version);
@@ -35,6 +57,7 @@ void run_scripts(engine::Database& database, std::int16_t version) {
   std::istringstream lines(script);
   std::string statement;
   for (std::string line; std::getline(lines, line);) {
+    if (line.starts_with("--!")) set_properties(database, line);
     if (line.starts_with("--") || line.empty()) continue;
     statement += line + "\n";
     if (line.back() != ';') continue;

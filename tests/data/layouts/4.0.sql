@@ -238,3 +238,91 @@ INSERT INTO Comments ([desc]) VALUES ('vergessen');
 INSERT INTO Behandlungsprofil (pat_id, DATUM, Quartal, LIPID_S) VALUES (1, #3/31/2009#, '1/2009', 'J');
 INSERT INTO Labordefinitionen ([Field], LongDesc, BDTKEY, UNIT) VALUES ('SKREA', 'Kreatinin', 'KREA', 1);
 INSERT INTO imports (ImportFrom, [method], MeterID, DateOfImport) VALUES (4, 'seriell', 'M-1', #2/1/2009#);
+
+-- What SQL has no words for: place, attributes, and whether a text may be empty.
+--! db_info: MajVersion 0 2, MinVersion 0 2, Desc 2 2, Type 0 2, LastBackup 0 1, lastchanged 4 1, Created 4 1
+--! activities: ID 0 16, vDate 2 1, vTime 3 1, value 4 1, desc 5 2 empty, Event 6 1, Method 7 1, Comment 8 2 empty
+--! glucose: ID 0 16, vDate 2 1, vTime 3 1, Value 4 1, Event 5 1, Method 6 1, Comment 7 2 empty
+--! pressure: ID 0 16, vDate 2 1, vTime 3 1, BPSYS 4 1, BPDIA 4 1, BPMAP 4 1, BPPulse 4 1, Event 5 1, Method 6 1
+--! pressure: Comment 7 2 empty
+--! insulin: ID 0 16, vDate 2 1, vTime 3 1, BolusIE 4 1, BasalIE 5 1, desc 6 2 empty, Event 7 1, Method 8 1
+--! insulin: Comment 9 2 empty, Rapid 0 2
+--! intakes: ID 0 16, vDate 2 1, vTime 3 1, Value 4 1, desc 5 2 empty, Event 6 1, AdditionalInfo 7 1
+--! intakes: Comment 8 2 empty, Method 0 1
+--! detailed_intakes: ID 0 16, lID 1 1, desc 2 2 empty, BE 3 1, KH 4 1, KCal 4 1, Protein 4 1, Chol 4 1, Fett 4 1
+--! detailed_intakes: Wasser 4 1, Ballast 4 1
+--! medicaldata: ID 0 16, vDate 2 1, vTime 3 1, value 4 1, desc 5 2 empty, Event 6 1, Method 7 1, Comment 8 2 empty
+--! insulinpump: ID 0 16, vDate 2 1, vTime 3 1, Amount 4 1, Type 7 1, Profile 7 1, Temp 7 1, desc 6 2 empty
+--! insulinpump: Event 7 1, Comment 9 2 empty
+--! patdat: id 1 1, name 2 2, firstname 3 2, street 4 2 empty, zip 5 2 empty, city 6 2 empty, phone 7 2 empty
+--! patdat: fax 8 2 empty, email 9 2 empty, number 10 2 empty, gender 11 1, birthday 12 1, height 13 1, typ 0 1
+--! patdat_doctor: ID 0 16, Typ 0 1, vdate 4 1, vtime 5 1, Desc 0 2 empty, mMemo 0 2 empty, Method 0 1, bIsOk 0 1
+--! patdat_labs: ID 0 16, vdate 0 1, sComment 0 2 empty, dHbA 0 1, dHbAc 0 1, iChol 0 1, iAlbu 0 1, iHDL 0 1
+--! patdat_labs: iLDL 0 1, iTri 0 1, iCreatinin 0 1, sKetones 11 2 empty
+--! patdat_setup: BGTargetMax 0 1, BGTargetMin 0 1, BPTargetSysMax 0 1, BPTargetSysMin 0 1, BPTargetDiaMax 0 1
+--! patdat_setup: BPTargetDiaMin 0 1, BGHyper 5 1, BGHypo 6 1, BUPerDayMax 0 1, KHPerDayMax 0 1, CholPerDayMax 0 1
+--! patdat_setup: KCalPerDayMax 0 1, FatPerDayMax 0 1, ProtPerDayMax 0 1, TargetWeight 0 1
+--! day_info: vDate 2 1, iWeight 0 1, bMenstruation 0 1, bIllness 0 1, bHospital 0 1, bPumpInsulinChanged 0 1
+--! day_info: bPumpBatteryChanged 0 1, bPumpNeedleChanged 0 1
+--! healthpass: ID 0 16, Quarter 0 1, Year 0 1, iWeight 0 1, iPressureSys 0 1, iPressureDia 0 1
+--! healthpass: iGlucoseMin_sober 0 1, iGlucoseMax_sober 0 1, iGlucoseMin 0 1, iGlucoseMax 0 1, dHba 0 1, dHbac 0 1
+--! healthpass: nBPMeasures 0 1, nBGMeasures 0 1, iAlbuminury 0 1, iCholesterol 0 1, iHypos 0 1, iHDL 0 1, iLDL 0 1
+--! healthpass: iTriglycerids 0 1, iCreatinin 0 1
+--! reminder: ID 0 16, vTime 0 1, Action 0 1, days 5 2 empty
+--! CustomEvents: EvNo 0 2 empty, Event 0 2 empty
+--! Comments: desc 0 2 empty
+--! preferredInsulin: ID 0 16, BolusIE 0 1, BasalIE 0 1, desc 0 2, manufacturer 0 2 empty, Comment 7 2 empty
+--! preferredInsulin: Rapid 0 2
+--! preferredMedicals: desc 0 2, type 0 1
+--! templates: TEMPLATE_ID 0 16, desc 0 2 empty, ApplyOn 0 2 empty, Comment 0 2 empty, Action 0 2, IsActive 0 2
+--! template_activities: TEMPLATE_ID 0 1, ID 0 16, vTime 3 1, Value 4 1, desc 5 2 empty, Event 6 1
+--! template_activities: Comment 8 2 empty
+--! template_insulin: TEMPLATE_ID 2 1, ID 0 16, vTime 3 1, bolusie 4 1, basalie 5 1, desc 6 2 empty, Event 7 1
+--! template_insulin: Method 8 1, Comment 9 2 empty, Rapid 0 2
+--! template_intakes: TEMPLATE_ID 1 1, ID 0 16, vDate 3 1, vTime 4 1, Value 5 1, desc 6 2 empty, Event 7 1
+--! template_intakes: AdditionalInfo 8 1, Comment 9 2 empty
+--! template_detailed_intakes: ID 0 16, lID 1 1, desc 2 2 empty, BE 3 1, KH 4 1, KCal 4 1, Protein 4 1, Chol 4 1
+--! template_detailed_intakes: Fett 4 1, Wasser 4 1, Ballast 4 1
+--! template_medicaldata: TEMPLATE_ID 0 1, ID 0 16, vTime 3 1, Value 4 1, desc 5 2 empty, Event 6 1
+--! template_medicaldata: Comment 8 2 empty
+--! Behandlungsprofil: id 0 17, pat_id 0 1, DATUM 0 1, Quartal 0 2, GEWICHT 0 1, GROESSE 0 1
+--! Behandlungsprofil: DAUERDIAGNOSE1 0 2 empty, DAUERDIAGNOSE1_DATUM 0 1, DAUERDIAGNOSE1_ICD 0 2 empty
+--! Behandlungsprofil: DAUERDIAGNOSE2 0 2 empty, DAUERDIAGNOSE2_DATUM 0 1, DAUERDIAGNOSE2_ICD 0 2 empty
+--! Behandlungsprofil: DAUERDIAGNOSE3 0 2 empty, DAUERDIAGNOSE3_DATUM 0 1, DAUERDIAGNOSE3_ICD 0 2 empty
+--! Behandlungsprofil: RAUCHERANAMNESE 0 2, INSULINVERORDNUNG 0 2 empty, INSULINVERORDNUNG_DATUM 0 1
+--! Behandlungsprofil: THERAPIEZIEL 0 1, SCHULUNG 0 1, SCHULUNG_PROGRAMM 0 1, SCHULUNG_INSTITUTION 0 1
+--! Behandlungsprofil: SCHULUNG_DATUM 0 1, SCHULUNG_KEINE_BEGR 0 1, KINDERWUNSCH 0 1, SCHWANGERSCHAFT 0 1
+--! Behandlungsprofil: MITGLIED_SHG 0 1, UEBERWEISUNG_DATUM 0 1, UEBERWEISUNG_VERANLASST 0 1
+--! Behandlungsprofil: UEBERWEISUNG_KEINE_BEGR 0 1, UEBERWEISUNG_GRUND 0 1, ANG_PECT 0 2 empty, CLAUDI 0 2 empty
+--! Behandlungsprofil: NEUR_BES 0 2 empty, ORTHOSTASE 0 2 empty, PRURITUS 0 2 empty, POLYURIE 0 2 empty
+--! Behandlungsprofil: SEHBESCHWERDEN 0 2 empty, POLYDIPSIE 0 2 empty, BZ_SK_HW 0 1, BZ_SK_CO 0 2 empty
+--! Behandlungsprofil: UZ_SK_HW 0 1, UZ_SK_CO 0 2 empty, LQ 0 2 empty, LQ_SEEL 0 1, LQ_KOEPR 0 1, DIAB_TYP 0 1
+--! Behandlungsprofil: DIAB_BEGINN 0 1, DIAB_ICD 0 2 empty, SENS_LINKS 0 2 empty, SENS_RECHTS 0 2 empty
+--! Behandlungsprofil: STIGA_LINKS 0 2, STIGA_RECHTS 0 2, VIBRA_LINKS 0 2 empty, VIBRA_RECHTS 0 2 empty
+--! Behandlungsprofil: BEINREFL_LINKS 0 2 empty, BEINREFL_RECHTS 0 2 empty, FUSSINSP_LINKS 0 2 empty
+--! Behandlungsprofil: FUSSINSP_RECHTS 0 2 empty, FUSSPULS_LINKS 0 2 empty, FUSSPULS_RECHTS 0 2 empty
+--! Behandlungsprofil: DOPPLER_LINKS 0 2 empty, DOPPLER_RECHTS 0 2 empty, VISUS_LINKS 0 1, VISUS_RECHTS 0 1
+--! Behandlungsprofil: FUNDUS_V 0 2 empty, FUNDUS_D 0 2 empty, RR_SYST 0 1, RR_DIAS 0 1, GLUC_NUE 0 1, GLUC_PP 0 1
+--! Behandlungsprofil: BHBAC 0 1, SKREA 0 1, SCHOL 0 1, SHDL 0 1, SLDL 0 1, STRIG 0 1, UGLUC 0 1, INS_PUMP 0 2 empty
+--! Behandlungsprofil: INS_PUMP_BEGINN 0 1, OR_ANTID 0 2 empty, OR_BIGUANID 0 2 empty, OR_SULFONYL 0 2 empty
+--! Behandlungsprofil: OR_GLUCOSIDASE 0 2 empty, OR_ANDERE 0 2 empty, OR_SENSITIZER 0 2 empty
+--! Behandlungsprofil: OR_BIGUANID_BEGINN 0 1, OR_SULFONYL_BEGINN 0 1, OR_GLUCOSIDASE_BEGINN 0 1
+--! Behandlungsprofil: OR_ANDERE_BEGINN 0 1, OR_SENSITIZER_BEGINN 0 1, OR_BIGUANID_ENDE 0 1, OR_SULFONYL_ENDE 0 1
+--! Behandlungsprofil: OR_GLUCOSIDASE_ENDE 0 1, OR_ANDERE_ENDE 0 1, OR_SENSITIZER_ENDE 0 1, BLUTDR_S 0 2
+--! Behandlungsprofil: BLUTDR_S_BEGINN 0 1, BLUTDR_S_MEDIKATION 0 2 empty, BLUTDR_A 0 2 empty
+--! Behandlungsprofil: BLUTDR_A_KOCHSALZ 0 2 empty, BLUTDR_A_ERNAEHRUNG 0 2 empty, BLUTDR_A_AKTIVITAET 0 2 empty
+--! Behandlungsprofil: BLUTDR_A_DIAET 0 2 empty, BLUTDR_A_SONST 0 2 empty, BLUTDR_A_KOCHSALZ_BEGINN 0 1
+--! Behandlungsprofil: BLUTDR_A_ERNAEHRUNG_BEGINN 0 1, BLUTDR_A_AKTIVITAET_BEGINN 0 1, BLUTDR_A_DIAET_BEGINN 0 1
+--! Behandlungsprofil: BLUTDR_A_SONST_BEGINN 0 1, BLUTDR_A_BEGINN 0 1, LIPID_S 0 2 empty
+--! Behandlungsprofil: LIPID_S_MEDIKATION 0 2 empty, LIPID_S_BEGINN 0 1, BE_ERN 0 2 empty, BE_RAUCH 0 2 empty
+--! Behandlungsprofil: SP_HYP 0 2 empty, GEW_RED 0 2 empty, FUSS_ULC_LINKS 0 2 empty, FUSS_ULC_RECHTS 0 2 empty
+--! Behandlungsprofil: AMPUTA_S_LINKS 0 1, AMPUTA_S_RECHTS 0 1, RETINOPA_LINKS 0 2 empty, RETINOPA_RECHTS 0 2 empty
+--! Behandlungsprofil: RETINOPA_LINKS_S 0 1, RETINOPA_RECHTS_S 0 1, ERBLIND_LINKS 0 2 empty
+--! Behandlungsprofil: ERBLIND_RECHTS 0 2 empty, HERZ_INF 0 2 empty, APOPLEX 0 2 empty, NEUROP_A 0 2 empty
+--! Behandlungsprofil: NEUROP_P 0 2 empty, KETOAZID 0 1, HYPGLY_S 0 1, NI_INS_T 0 1, KH_EINW 0 1, KH_TAGE 0 1
+--! Behandlungsprofil: AU_TAGE 0 1, LQ_EIN 0 2 empty, STATFALL 0 2 empty, PErcentComplete 0 1
+--! Labordefinitionen: Field 0 2, LongDesc 0 2, BDTKEY 0 2, UNIT 0 1, DisplayUnit 0 1, RangeFrom 0 1, RangeUntil 0 1
+--! Labordefinitionen: CriticalThreshold 0 1, Display 0 1, Comments 0 2
+--! labdefs: ID 0 16, type 0 1, unit 0 1, displayunit 0 1, field 0 1, units_allowed 0 1, LongDesc 0 1, BDTKey 0 1
+--! labdefs: rangefrom 0 1, rangeuntil 0 1, criticalThreshold 0 1, sComment 0 2 empty
+--! imports: id 0 16, ImportFrom 3 1, MeterID 4 2, DateOfImport 5 1, DateFirstImported 6 1, DateLastImported 7 1

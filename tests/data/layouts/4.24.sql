@@ -28,3 +28,12 @@ UPDATE day_info SET memo=
 ALTER TABLE medicaldata ADD COLUMN OadType SHORT DEFAULT 0;
 ALTER TABLE template_medicaldata ADD COLUMN OadType SHORT DEFAULT 0;
 UPDATE medicaldata SET OadType=2;
+
+-- What SQL has no words for: place, attributes, and whether a text may be empty.
+--! EventProt: ID 0 16, vdate 0 1, vtime 0 1, event 0 1, Source 0 1 empty, Comment 0 1 empty
+--! defaultinsulin: DefaultBolus 3 2, DefaultBasal 3 2, DefaultMix 3 2, DefaultRapid 3 2, BolusPercentage 0 1
+--! defaultoad: DefaultOAD1 3 2, DefaultOAD2 3 2, DefaultOAD3 3 2
+--! template_insulin: TypeOfEntry 0 1
+--! day_info: memo 0 2 empty
+--! medicaldata: OadType 0 1 empty
+--! template_medicaldata: OadType 0 1 empty

@@ -45,3 +45,12 @@ DELETE * FROM imports;
 INSERT INTO imports (ImportFrom, [method], MeterID, DateOfImport, ImportDesc, ImportType)
   VALUES (7, 'USB', 'M-2', #3/6/2009#, 'Messgerät', 1);
 INSERT INTO imports (ImportFrom, MeterID, DateOfImport) VALUES (8, 'P-1', #3/8/2009#);
+
+-- What SQL has no words for: place, attributes, and whether a text may be empty.
+--! patdat_setup: BB_From 0 1, BB_Until 0 1, AB_From 0 1, AB_Until 0 1, BL_From 0 1, BL_Until 0 1, AL_From 0 1
+--! patdat_setup: AL_Until 0 1, BS_From 0 1, BS_Until 0 1, AS_From 0 1, AS_Until 0 1, BD_From 0 1, BD_Until 0 1
+--! patdat_setup: AD_From 0 1, AD_Until 0 1, BedTime_From 0 1, BedTime_Until 0 1, UTZ1_From 0 1, UTZ1_Until 0 1
+--! patdat_setup: UTZ1_Desc 0 2 empty, UTZ2_From 0 1, UTZ2_Until 0 1, UTZ2_Desc 0 2 empty, UTZ3_From 0 1
+--! patdat_setup: UTZ3_Until 0 1, UTZ3_Desc 0 2 empty, UTZ4_From 0 1, UTZ4_Until 0 1, UTZ4_Desc 0 2 empty
+--! glucose: Bloodtype 0 1
+--! imports: ImportDesc 0 1, ImportType 0 1

@@ -18,3 +18,11 @@ CREATE TABLE [eventlog] ([ID] COUNTER, [vDate] DATETIME, [vTime] DATETIME, [even
 CREATE INDEX [vDate] ON [eventlog] ([vDate]);
 CREATE INDEX [vTime] ON [eventlog] ([vTime]);
 INSERT INTO eventlog (vDate, vTime, [event], DeviceSerialID) VALUES (#3/8/2009#, #11:00:00#, 3, 'SN-9');
+
+-- What SQL has no words for: place, attributes, and whether a text may be empty.
+--! eventlog: ID 0 16, vDate 2 1, vTime 3 1, event 4 1, typeofevent 0 1, Comment 7 2 empty, DeviceSerialID 0 2 empty
+--! eventlog: DeviceID 0 1
+--! patdat_labs: method 0 1, importid 0 1
+--! patdat: smokerstatus 0 1
+--! imports: importid 0 1
+--! glucose: mark 0 1

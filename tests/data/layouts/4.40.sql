@@ -24,3 +24,17 @@ CREATE TABLE [therapieplan_details] ([ID] COUNTER, [lID] SHORT DEFAULT 0, [desc]
 CREATE INDEX [lID] ON [therapieplan_details] ([lID]);
 INSERT INTO therapieplan (vDate, [desc]) VALUES (#3/10/2009#, 'Frühjahr');
 INSERT INTO therapieplan_details (lID, [desc], ItemType, ItemValue, TimeSlot) VALUES (1, 'Insulin C', 0, 6.5, 1);
+
+-- What SQL has no words for: place, attributes, and whether a text may be empty.
+--! callback: ID 0 16, vDate 0 1, vDateFrom 0 1, vDateUntil 2 1, vTimeFrom 0 1, vTimeuntil 0 1, days 0 2 empty
+--! callback: crit 0 2 empty, user 0 2 empty, display 0 2 empty, pos 0 1, desc 0 2 empty, control 0 2 empty
+--! therapieplan: ID 0 16, vDate 2 1, desc 5 2 empty, Type 6 1, Comment 8 2 empty
+--! therapieplan_details: ID 0 16, lID 0 1, desc 5 2 empty, ItemType 0 1, ItemValue 0 1, TimeSlot 0 1
+--! therapieplan_details: Comment 8 2 empty
+--! activities: extdata 0 2 empty
+--! glucose: extdata 0 2 empty
+--! insulin: extdata 0 2 empty
+--! pressure: extdata 0 2 empty
+--! intakes: extdata 0 2 empty
+--! medicaldata: extdata 0 2 empty
+--! templates: type 0 1

@@ -37,3 +37,18 @@ ALTER TABLE callback ADD COLUMN WhatColumns TEXT(255);
 ALTER TABLE callback ADD COLUMN [Display] TEXT(255);
 ALTER TABLE callback ADD COLUMN WhatMarkers LONG DEFAULT 0;
 UPDATE callback SET WhatColumns='1,2', [Display]='Liste';
+
+-- What SQL has no words for: place, attributes, and whether a text may be empty.
+--! labvalues: ID 0 16, labor_id 0 1, labor_desc 0 1 empty, vdate 0 1, vtime 0 1, sComment 0 2 empty, value 0 1
+--! labvalues: importid 0 1, flag 0 1, type 0 1, method 0 1
+--! import: id 0 16, ImportFrom 3 1, ImportDesc 0 1, ImportID 0 1, ImportType 0 1, Flags 0 1, MeterID 4 2
+--! import: DateOfImport 5 1, DateFirstImported 6 1, DateLastImported 7 1
+--! glucose: flag 0 1, importid 0 1
+--! pressure: flag 0 1, importid 0 1
+--! insulin: flag 0 1, importid 0 1
+--! intakes: flag 0 1, importid 0 1
+--! medicaldata: flag 0 1, importid 0 1
+--! activities: flag 0 1, importid 0 1, intensity 0 1
+--! eventlog: flag 0 1, importid 0 1
+--! insulinpump: flag 0 1, importid 0 1
+--! callback: WhatColumns 0 2 empty, Display 0 2 empty, WhatMarkers 0 2 empty

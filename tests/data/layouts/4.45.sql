@@ -39,3 +39,7 @@ INSERT INTO labvalues ([type], [value], vdate, vtime, [method], sComment)
   SELECT 21, Quick, vdate, vtime, [method], sComment FROM patdat_labs WHERE Quick>0;
 INSERT INTO labvalues ([type], [value], vdate, vtime, [method], sComment)
   SELECT 22, INR, vdate, vtime, [method], sComment FROM patdat_labs WHERE INR>0;
+
+-- What SQL has no words for: place, attributes, and whether a text may be empty.
+--! labdefs: ID 0 16, type 0 1, unit 0 1, displayunit 0 1, field 0 1, units_allowed 0 1, LongDesc 0 1, BDTKey 0 1
+--! labdefs: rangefrom 0 1, rangeuntil 0 1, criticalThreshold 0 1, sComment 0 2 empty

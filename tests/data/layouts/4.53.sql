@@ -20,3 +20,10 @@ UPDATE patdat SET A1='Station 3';
 ALTER TABLE callback ADD COLUMN [type] SHORT;
 ALTER TABLE callback ADD COLUMN category SHORT DEFAULT 0;
 UPDATE callback SET [type]=1, category=1;
+
+-- What SQL has no words for: place, attributes, and whether a text may be empty.
+--! db_info: LastCompressed 0 1 empty, LastArchive 0 1 empty, lAvailableData 0 1 empty, sAvailableData 0 2 empty
+--! day_info: HealthState 0 1, PsychoState 0 1
+--! preferredMedicals: manufacturer 0 2 empty, Comment 0 2 empty
+--! patdat: A1 0 2 empty, A2 0 2 empty, A3 0 2 empty
+--! callback: type 0 1, category 0 1

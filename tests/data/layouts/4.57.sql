@@ -15,3 +15,9 @@ CREATE TABLE [steps] ([ID] COUNTER, [vDate] DATETIME, [vTime] DATETIME, [total_n
 CREATE INDEX [vDate] ON [steps] ([vDate]);
 CREATE INDEX [vTime] ON [steps] ([vTime]);
 INSERT INTO steps (vDate, vTime, total_ns) VALUES (#3/12/2009#, #21:00:00#, 8123);
+
+-- What SQL has no words for: place, attributes, and whether a text may be empty.
+--! sysevents: ID 0 16, vDate 2 1, event 4 1, Comment 7 2 empty, param1 0 2 empty, param2 0 2 empty, flag 0 1
+--! steps: ID 0 16, vDate 2 1, vTime 3 1, total_ns 0 1, total_sns 0 1, total_tns 0 1, total_cns 0 1, total_fatbu 0 1
+--! steps: total_distance 0 1, intensity 4 1, Event 6 1, RSType 7 1, Comment 8 2 empty, importid 0 1, flag 0 1
+--! patdat: therapy 0 1

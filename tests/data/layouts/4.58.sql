@@ -9,3 +9,7 @@ CREATE INDEX [vDate] ON [ip] ([vDate]);
 CREATE INDEX [vHour] ON [ip] ([vHour]);
 INSERT INTO ip (vDate, TotalBolus, TotalBasal, NoBR, NoBls) VALUES (#3/1/2009#, 5.5, 18.4, 2, 1);
 UPDATE insulinpump SET [desc]=str(val([desc])*60) WHERE [desc]<>'';
+
+-- What SQL has no words for: place, attributes, and whether a text may be empty.
+--! ip: ID 0 16, vDate 2 1, vHour 0 1, TotalBolus 0 1, TotalBasal 0 1, PercentBolus 0 1, PercentBasal 0 1, NoBR 0 1
+--! ip: NoBls 0 1

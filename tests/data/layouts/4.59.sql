@@ -8,3 +8,8 @@ CREATE TABLE [PumpConfiguration] ([ID] COUNTER, [vDate] DATETIME, [vTime] DATETI
 CREATE INDEX [vDate] ON [PumpConfiguration] ([vDate]);
 CREATE INDEX [vTime] ON [PumpConfiguration] ([vTime]);
 INSERT INTO PumpConfiguration (vDate, vTime, itype, Data1) VALUES (#3/12/2009#, #09:00:00#, 1, 'Basal 1');
+
+-- What SQL has no words for: place, attributes, and whether a text may be empty.
+--! PumpConfiguration: ID 0 16, vDate 2 1, vTime 3 1, itype 4 1, Data1 0 2 empty, Data2 0 2 empty, Data3 0 2 empty
+--! PumpConfiguration: Comment 7 2 empty, Desc 0 2 empty, DeviceSerialID 0 2 empty, DeviceID 0 1, importid 0 1
+--! PumpConfiguration: flag 0 1

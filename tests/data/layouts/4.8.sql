@@ -21,3 +21,10 @@ ALTER TABLE preferredInsulin ADD COLUMN iSortOrder SHORT DEFAULT 0;
 UPDATE preferredInsulin SET bSelectable=True, iSortOrder=0 WHERE manufacturer='Alpha';
 UPDATE preferredInsulin SET bSelectable=True, iSortOrder=1 WHERE manufacturer='Beta';
 UPDATE preferredInsulin SET bSelectable=False, iSortOrder=2 WHERE manufacturer='Zeta';
+
+-- What SQL has no words for: place, attributes, and whether a text may be empty.
+--! Memos: ID 0 16, Typ 0 1, vdate 4 1, vtime 5 1, mMemo 0 2 empty
+--! db_info: Password 0 2
+--! patdat_labs: dKetones 14 1, vtime 4 1
+--! day_info: dBodyFat 0 1
+--! preferredInsulin: bSelectable 0 1, iSortOrder 0 1
