@@ -11,7 +11,7 @@ namespace database {
 /// Of a file that is damaged, or that another engine wrote.
 inline constexpr int error_unknown_format = 3343;
 
-/// Disk error or full disk, in use elsewhere, cannot be opened, unknown format.
+/// Disk or network error, full disk, in use or locked elsewhere, cannot be opened, unknown format.
 bool is_file_failure(const support::RuntimeError& error) noexcept;
 
 /// Notices them among the statements that are passed over while it lives.

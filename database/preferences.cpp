@@ -1,15 +1,24 @@
 #include "database/preferences.h"
 
+#include <algorithm>
+#include <cstdint>
+#include <iterator>
 #include <memory>
 #include <string>
 
+#include "database/engine/engine_error.h"
 #include "database/file_failure.h"
 #include "database/opened_target.h"
 
 namespace database {
 namespace {
 
-constexpr const char* preference_tables[] = {"[labdefs]", "[preferredinsulin]", "[preferredmedicals]"};
+constexpr std::string_view preference_tables[] = {"labdefs", "preferredinsulin", "preferredmedicals"};
+
+/// What says that the other database lacks a table: 3011, 3078 and 3376 by engine and place.
+constexpr int no_such_table[] = {3011, 3078, 3376};
+
+std::string copy_of(std::string_view table) { return std::string(table) + "_copy"; }
 
 /// The path for a text literal: an apostrophe in it must not end the literal, or the copies fail and the tables are
 /// lost.
@@ -19,37 +28,74 @@ std::string with_doubled_quotes(std::string_view path) {
   return text;
 }
 
-bool exchange_preferences(support::Procedure& procedure, const OpenedTarget& opened, std::string_view other_path) {
-  const std::string other_file = " IN '" + with_doubled_quotes(other_path) + "'";
-  bool all_copied = true;
-  const auto execute = [&](const std::string& sql) {
-    const bool done = procedure.step([&] { opened.database().execute(sql); });
-    // A table that the other database lacks is passed over; a disk that fails must not cost the tables dropped already.
-    if (!done && is_file_failure(procedure.error())) throw support::RuntimeError(procedure.error());
-    return done;
-  };
-  // The tables that were there and the copies change places at once, or not at all.
-  const bool committed = procedure.guarded([&] {
-    engine::Transaction transaction{opened.database()};
-    for (const std::string table : preference_tables) execute("DROP TABLE " + table);
-    for (const std::string table : preference_tables) {
-      all_copied &= execute("SELECT * INTO " + table + " FROM " + table + other_file);
+class Exchange {
+ public:
+  Exchange(support::Procedure& procedure, const OpenedTarget& opened, std::string_view other_path)
+      : procedure_(procedure), opened_(opened), other_file_(" IN '" + with_doubled_quotes(other_path) + "'") {}
+
+  /// True when all tables were copied. The tables that were there and the copies change places at once, or not at all.
+  bool run() {
+    bool all_copied = true;
+    const bool committed = procedure_.guarded([&] {
+      engine::Transaction transaction{opened_.database()};
+      // Nothing is dropped before all copies are there: not every engine keeps a large transaction one.
+      for (const std::string_view table : preference_tables) all_copied &= copy(table);
+      for (const std::string_view table : preference_tables) take_place(table);
+      transaction.commit();
+    });
+    return committed && all_copied;
+  }
+
+ private:
+  /// True when it is done, or nothing was there to do it with; every other failure ends the exchange.
+  bool execute(const std::string& sql) {
+    if (procedure_.step([&] { opened_.database().execute(sql); })) return true;
+    const support::RuntimeError error = procedure_.error();
+    if (std::ranges::find(no_such_table, error.number()) == std::end(no_such_table)) throw support::RuntimeError(error);
+    return false;
+  }
+
+  /// False where the other database lacks the table.
+  bool copy(std::string_view table) {
+    const std::string target = "[" + copy_of(table) + "]";
+    if (has(copy_of(table))) execute("DROP TABLE " + target);
+    if (!execute("SELECT * INTO " + target + " FROM [" + std::string(table) + "]" + other_file_)) return false;
+    const std::int32_t read = opened_.database().records_affected();
+    const auto counted = opened_.database().open_recordset("SELECT COUNT(*) AS stored FROM " + target);
+    if (std::get<std::int32_t>(counted->value("stored")) != read) engine::raise(3043, "a copy is not whole");
+    return true;
+  }
+
+  void take_place(std::string_view table) {
+    execute("DROP TABLE [" + std::string(table) + "]");
+    if (has(copy_of(table))) opened_.database().table_defs().item(copy_of(table))->set_name(table);
+  }
+
+  bool has(const std::string& table) {
+    try {
+      opened_.database().table_defs().item(table);
+      return true;
+    } catch (const support::RuntimeError& error) {
+      if (error.number() != 3265) throw;
+      return false;
     }
-    transaction.commit();
-  });
-  return committed && all_copied;
-}
+  }
+
+  support::Procedure& procedure_;
+  const OpenedTarget& opened_;
+  std::string other_file_;
+};
 
 }  // namespace
 
 bool db_MergePreferences(const Environment& environment, const Target& target, std::string_view other_path) {
   support::Procedure procedure{"sql!db_MergePreferences"};
   const OpenedTarget opened{environment, target, OpenedTarget::Access::Write};
-  if (exchange_preferences(procedure, opened, other_path)) return true;
+  if (Exchange(procedure, opened, other_path).run()) return true;
   if (procedure.error().number() != error_unknown_format || !environment.readable_copy) return false;
   std::unique_ptr<ReadableCopy> copy;
   procedure.step([&] { copy = environment.readable_copy(environment, other_path); });
-  return copy && exchange_preferences(procedure, opened, copy->path());
+  return copy && Exchange(procedure, opened, copy->path()).run();
 }
 
 }  // namespace database

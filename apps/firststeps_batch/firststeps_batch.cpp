@@ -9,6 +9,7 @@
 #include "apps/firststeps_batch/report.h"
 #include "apps/firststeps_batch/walk.h"
 #include "apps/ports/host_ports.h"
+#include "database/engine/engine_choice.h"
 #include "support/host.h"
 #include "support/shell.h"
 
@@ -126,6 +127,7 @@ int run(const std::vector<std::string>& arguments, console::Console& console) {
       console.out << "Usage: " << usage << "\n\n" << help_text << console::options_text(options) << answers_help;
       return console::exit_done;
     }
+    const auto shared = engine::share_automation_objects();
     try {
       return run_batch(console::Arguments(options, arguments), console);
     } catch (const PageRefused& refused) {

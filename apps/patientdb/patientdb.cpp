@@ -6,6 +6,7 @@
 #include "apps/console/journal.h"
 #include "apps/patientdb/command.h"
 #include "apps/patientdb/engine_option.h"
+#include "database/engine/engine_choice.h"
 #include "support/file_system.h"
 
 namespace patientdb {
@@ -59,6 +60,7 @@ int run_command(const Command& command, std::span<const std::string> words, cons
     }
     const console::Arguments arguments(options_of(command), words);
     engine_of(arguments);  // a wrong name is told by every command
+    const auto shared = engine::share_automation_objects();
     const auto journal = open_journal(arguments, console);
     return command.run(arguments, console);
   });

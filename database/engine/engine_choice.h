@@ -19,4 +19,8 @@ std::unique_ptr<Engine> open_automation_engine(std::string_view identifier);
 /// Opens a file by the engine that wrote it, and creates new ones by the automation objects.
 std::unique_ptr<Engine> both_engines(std::unique_ptr<Engine> automation, std::unique_ptr<Engine> embedded);
 
+/// As long as the result lives, all engines of one identifier share one automation object, which is made when the first
+/// is opened and let go of with the result. A program holds one for its life. Nothing where there are no such objects.
+std::shared_ptr<void> share_automation_objects();
+
 }  // namespace engine

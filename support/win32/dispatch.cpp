@@ -65,6 +65,8 @@ class ExceptionInfo {
 [[noreturn]] void raise_call_error(HRESULT outcome) {
   const auto* found = std::ranges::find(call_errors, outcome, &CallError::outcome);
   if (found != std::end(call_errors)) throw RuntimeError(found->number, found->text);
+  // A component may return its number instead of telling of it.
+  if (HRESULT_FACILITY(outcome) == FACILITY_CONTROL) throw RuntimeError(HRESULT_CODE(outcome), "Automation error");
   throw RuntimeError(automation_error, "Automation error");
 }
 

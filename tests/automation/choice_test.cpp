@@ -4,6 +4,7 @@
 
 #include "apps/patientdb/patientdb.h"
 #include "database/create_database.h"
+#include "database/engine/engine_choice.h"
 #include "database/open_database.h"
 #include "database/patient.h"
 #include "database/schema/schema.h"
@@ -80,7 +81,15 @@ TEST_F(Choice, OfAnObjectThatIsRegisteredButBrokenIsTheEmbeddedEngine) {
 }
 
 /// The whole of a patient's file, through the automation objects.
-TEST_F(Choice, MakesAPatientDatabaseThroughAutomation) {
+class StrictChoice : public Choice, public testing::WithParamInterface<bool> {
+ protected:
+  StrictChoice() { set_strict(GetParam()); }
+  ~StrictChoice() override { set_strict(false); }
+};
+INSTANTIATE_TEST_SUITE_P(Objects, StrictChoice, testing::Bool(),
+                         [](const auto& row) { return row.param ? "Strict" : "AsDocumented"; });
+
+TEST_P(StrictChoice, MakesAPatientDatabaseThroughAutomation) {
   const Registration registration({newer_engine});
   const long before = living_objects();
   database::Environment environment;
@@ -105,7 +114,7 @@ std::string complaint_of_tool(std::vector<std::string> arguments) {
   return err.str();
 }
 
-TEST_F(Choice, UpgradesAPatientDatabaseThroughAutomationAfterACopy) {
+TEST_P(StrictChoice, UpgradesAPatientDatabaseThroughAutomationAfterACopy) {
   const Registration registration({newer_engine});
   const std::string file = path("old.das");
   EXPECT_EQ(complaint_of_tool({"create", file, "--name", "M", "--firstname", "J"}), "");
@@ -118,6 +127,26 @@ TEST_F(Choice, UpgradesAPatientDatabaseThroughAutomationAfterACopy) {
   EXPECT_EQ(engine::test::column(*upgraded, "db_info", "MinVersion"),
             std::vector<std::string>{std::to_string(database::current_minor_version)});
   EXPECT_EQ(error_number([&] { upgraded->table_defs().item("insulinpump")->fields().item("importid"); }), 0);
+}
+
+TEST_F(Choice, OfOneProgramIsOneObject) {
+  const Registration registration({newer_engine});
+  const std::size_t start = released_objects().size();
+  const auto released_engines = [start] {
+    const std::wstring released = released_objects().substr(start);
+    std::size_t count = 0;
+    for (std::size_t place = 0; (place = released.find(L"DBEngine", place)) != std::wstring::npos; ++place) ++count;
+    return count;
+  };
+  {
+    const auto shared = engine::share_automation_objects();
+    make("one.das");
+    make("two.das");
+    EXPECT_EQ(released_engines(), 0U);
+  }
+  EXPECT_EQ(released_engines(), 1U) << "of both";
+  make("three.das");
+  EXPECT_EQ(released_engines(), 2U) << "without it each has its own";
 }
 
 TEST_F(Choice, IsTheUsersWhereTheToolIsToldOf) {

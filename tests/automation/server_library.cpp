@@ -27,6 +27,8 @@ std::wstring server_path() {
   return path.substr(0, path.rfind(L'\\') + 1) + support::wide(SERVER_NAME);
 }
 
+void set_strict(bool strict) { function_of<void(long)>("SetStrict")(strict ? 1 : 0); }
+
 long living_objects() { return function_of<long()>("LivingObjects")(); }
 
 std::wstring released_objects() { return function_of<const wchar_t*()>("ReleasedObjects")(); }

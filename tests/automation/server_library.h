@@ -7,6 +7,9 @@ namespace automation_test {
 
 std::wstring server_path();
 
+/// Whether the server does what real objects may do beside what they are documented to. Off at first.
+void set_strict(bool strict);
+
 /// Objects of the server that were not released.
 long living_objects();
 

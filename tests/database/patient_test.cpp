@@ -153,12 +153,15 @@ TEST_F(Patient, TakesThePreferencesOfTheLookupDatabase) {
   }
 }
 
-TEST_F(Patient, ADiskThatFillsDuringTheExchangeCostsNoPreferences) {
+TEST_F(Patient, NoFailureDuringTheExchangeCostsPreferences) {
   const std::string file = patient_database(), lookup = patient_database("defs.mdb");
+  // A full disk, a table that somebody holds, a lookup database that is gone, and one that is no database any more.
+  const int failures[] = {3043, 3218, 3024, 3049, 3031, 51};
   for (int failing = 1; failing <= 6; ++failing) {
     int statement = 0;
+    const int failure = failures[failing - 1];
     RefusingDatabase database(std::move(open(file).database), [&](std::string_view) {
-      if (++statement == failing) throw support::RuntimeError(3043, "disk full");
+      if (++statement == failing) throw support::RuntimeError(failure, "failed");
     });
     EXPECT_FALSE(db_MergePreferences(environment, database, lookup)) << failing;
     EXPECT_EQ(statement, failing) << "nothing more is tried";
@@ -166,6 +169,15 @@ TEST_F(Patient, ADiskThatFillsDuringTheExchangeCostsNoPreferences) {
     EXPECT_EQ(rows(file, "SELECT COUNT(*) FROM labdefs"), std::vector<std::string>{"15"}) << failing;
     for (const std::string table : {"preferredInsulin", "preferredMedicals"})
       EXPECT_EQ(rows(file, "SELECT COUNT(*) FROM " + table), std::vector<std::string>{"0"}) << failing;
+  }
+}
+
+TEST_F(Patient, PreferencesAreNotLostToALookupDatabaseThatCannotBeRead) {
+  const std::string file = patient_database();
+  write_file(path("torn.mdb"), "no database at all");
+  for (const auto* name : {"missing.mdb", "torn.mdb"}) {
+    EXPECT_FALSE(db_MergePreferences(environment, file, path(name))) << name;
+    EXPECT_EQ(rows(file, "SELECT COUNT(*) FROM labdefs"), std::vector<std::string>{"15"}) << name;
   }
 }
 

@@ -7,6 +7,7 @@
 
 #include "database/upgrade/step.h"
 #include "support/error.h"
+#include "tests/database/refusing_database.h"
 #include "tests/upgrade/old_layout.h"
 
 namespace database::testing {
@@ -206,6 +207,21 @@ TEST_F(Ladder, ChangesNothingWhereItCannotGoToItsEnd) {
   write_file(file, damaged);
   EXPECT_EQ(upgrade(file), 0);
   EXPECT_TRUE(read_file(file) == damaged);
+}
+
+TEST_F(Ladder, EndsAtALockThatAnotherUserHolds) {
+  answer(1);
+  for (const int lock : {3008, 3052, 3189, 3218, 3262}) {
+    const std::string file = old_database(40);
+    VersionRecord record;
+    ASSERT_TRUE(db_ReadDBInfo(environment, file, record));
+    RefusingDatabase database(open(file).database, [&](std::string_view statement) {
+      if (statement.starts_with("INSERT INTO import")) throw support::RuntimeError(lock, "locked");
+    });
+    EXPECT_EQ(db_WriteDBInfo(environment, database, record), 0) << lock;
+    database.close();
+    EXPECT_EQ(stored_version(file), 40) << lock;
+  }
 }
 
 TEST(LayoutHistory, TellsEveryStepInItsOwnWords) {

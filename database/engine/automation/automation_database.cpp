@@ -1,6 +1,10 @@
 #include "database/engine/automation/automation_database.h"
 
+#include <algorithm>
+#include <iterator>
+
 #include "database/engine/automation/automation_recordset.h"
+#include "database/engine/automation/bracketed_words.h"
 #include "database/engine/automation/file_copy.h"
 #include "database/engine/engine_error.h"
 #include "support/file_system.h"
@@ -15,6 +19,22 @@ namespace {
 constexpr std::int32_t fail_on_error = 128;
 // A commit returns when the file has been written, not some time before.
 constexpr std::int32_t force_write = 1;
+
+/// What an engine says of a statement that it cannot read, or in which a name is not what it takes it for.
+constexpr int unreadable_statement[] = {3061, 3075, 3078, 3129, 3130, 3131, 3134, 3138, 3141, 3144};
+constexpr int wrong_password = 3031;
+
+/// The statement with another way to name the file that it reads: with the password of this database. Empty where the
+/// statement names no file, or the password cannot stand there.
+std::string with_password(std::string_view sql, std::string_view connect) {
+  constexpr std::string_view mark = " IN '";
+  const std::size_t place = sql.rfind(mark);
+  if (place == std::string_view::npos || !sql.ends_with('\'') || connect.find(']') != std::string_view::npos) return {};
+  std::string path(sql.substr(place + mark.size(), sql.size() - place - mark.size() - 1));
+  for (std::size_t quote = 0; (quote = path.find("''", quote)) != std::string::npos;) path.erase(quote++, 1);
+  if (path.find(']') != std::string::npos || path.find(';') != std::string::npos) return {};
+  return std::string(sql.substr(0, place)) + " IN '' [" + std::string(connect) + ";DATABASE=" + path + "]";
+}
 
 /// Closing goes on with the next object whatever happens to one.
 template <typename Call>
@@ -49,6 +69,7 @@ const Object& AutomationDatabase::open() const {
 
 void AutomationDatabase::new_password(std::string_view old_password, std::string_view new_password) {
   open().call(L"NewPassword", Variant::of_text(old_password), Variant::of_text(new_password));
+  connect_ = new_password.empty() ? std::string() : "MS Access;pwd=" + std::string(new_password);
 }
 
 std::shared_ptr<TableDef> AutomationDatabase::create_table_def(std::string_view name) {
@@ -61,14 +82,49 @@ TableDefs& AutomationDatabase::table_defs() {
   return tables_;
 }
 
+template <typename Run>
+auto AutomationDatabase::with_statement(std::string_view sql, Run run) const {
+  try {
+    return run(Variant::of_text(sql));
+  } catch (const support::RuntimeError& error) {
+    if (std::ranges::find(unreadable_statement, error.number()) == std::end(unreadable_statement)) throw;
+    const std::string bracketed = with_bracketed_words(sql);
+    if (bracketed == sql) throw;
+    try {
+      return run(Variant::of_text(bracketed));
+    } catch (const support::RuntimeError&) {
+      throw support::RuntimeError(error);
+    }
+  }
+}
+
 std::unique_ptr<Recordset> AutomationDatabase::open_recordset(std::string_view source) {
-  return std::make_unique<AutomationRecordset>(
-      open().object(Kind::Recordset, L"OpenRecordset", Variant::of_text(source)));
+  const Object& database = open();
+  return with_statement(source, [&database](const Variant& statement) {
+    return std::make_unique<AutomationRecordset>(database.object(Kind::Recordset, L"OpenRecordset", statement));
+  });
+}
+
+void AutomationDatabase::run_statement(std::string_view sql) {
+  with_statement(sql, [this](const Variant& statement) {
+    return database_.call(L"Execute", statement, Variant::of_long(fail_on_error));
+  });
 }
 
 void AutomationDatabase::execute(std::string_view sql) {
   affected_ = 0;
-  open().call(L"Execute", Variant::of_text(sql), Variant::of_long(fail_on_error));
+  open();
+  try {
+    run_statement(sql);
+  } catch (const support::RuntimeError& error) {
+    const std::string other = error.number() == wrong_password ? with_password(sql, connect_) : std::string();
+    if (other.empty()) throw;
+    try {
+      run_statement(other);
+    } catch (const support::RuntimeError&) {
+      throw support::RuntimeError(error);
+    }
+  }
   tables_.forget();
   affected_ = database_.number(L"RecordsAffected");
 }

@@ -19,12 +19,15 @@ using OpenFile = std::function<Object(const Object& workspace, std::string_view 
 
 class AutomationDatabase : public Database {
  public:
-  /// `exclusive_open` opens files as this one was opened; empty where it was not opened exclusively.
-  AutomationDatabase(Object engine, Object workspace, Object database, std::string_view path, OpenFile exclusive_open)
+  /// `connect` is what the file can be opened with; `exclusive_open` opens files as this one was opened, and is empty
+  /// where it was not opened exclusively.
+  AutomationDatabase(Object engine, Object workspace, Object database, std::string_view path, std::string_view connect,
+                     OpenFile exclusive_open)
       : engine_(std::move(engine)),
         workspace_(std::move(workspace)),
         database_(std::move(database)),
         path_(path),
+        connect_(connect),
         exclusive_open_(std::move(exclusive_open)) {}
   ~AutomationDatabase() override;
   AutomationDatabase(const AutomationDatabase&) = delete;
@@ -48,6 +51,11 @@ class AutomationDatabase : public Database {
  private:
   /// The database; 3420 once it is closed.
   const Object& open() const;
+  /// Calls `run` with the statement; where the engine takes names in it for words of its language, once more with
+  /// brackets around them. The error is that of the statement as it was given.
+  template <typename Run>
+  auto with_statement(std::string_view sql, Run run) const;
+  void run_statement(std::string_view sql);
   /// 3034 without a transaction.
   void require_transaction() const;
   /// The copy of the closed file; on failure none is left.
@@ -59,6 +67,7 @@ class AutomationDatabase : public Database {
   Object database_;
   AutomationTableDefs tables_{database_};
   std::string path_;
+  std::string connect_;
   OpenFile exclusive_open_;
   std::int32_t affected_ = 0;
   bool in_transaction_ = false;

@@ -1,5 +1,8 @@
 #include "database/engine/automation/automation_engine.h"
 
+#include <map>
+#include <string>
+
 #include "database/engine/automation/automation_database.h"
 #include "database/engine/automation/object.h"
 
@@ -9,28 +12,58 @@ using support::Variant;
 
 namespace {
 
+/// Locks that one file may have at a time. The engine's own limit is 9,500: a transaction that meets it is committed in
+/// parts.
+constexpr std::int32_t max_locks_per_file_option = 62, max_locks_per_file = 5'000'000;
+
+using SharedObjects = std::map<std::string, Object, std::less<>>;
+
+std::weak_ptr<SharedObjects>& shared_objects() {
+  static std::weak_ptr<SharedObjects> objects;
+  return objects;
+}
+
+Object new_engine_object(std::string_view identifier) {
+  if (!support::is_registered(identifier)) support::raise_not_installed(identifier);
+  Object engine(identifier);
+  try {
+    engine.call(L"SetOption", Variant::of_long(max_locks_per_file_option), Variant::of_long(max_locks_per_file));
+  } catch (const support::RuntimeError&) {
+    // An engine without this option has the limit of the registry.
+  }
+  return engine;
+}
+
+Object engine_object(std::string_view identifier) {
+  const auto shared = shared_objects().lock();
+  if (!shared) return new_engine_object(identifier);
+  auto found = shared->find(identifier);
+  if (found == shared->end()) found = shared->emplace(identifier, new_engine_object(identifier)).first;
+  return found->second;
+}
+
 class AutomationEngine : public Engine {
  public:
-  explicit AutomationEngine(std::string_view identifier) : engine_(identifier) {}
+  explicit AutomationEngine(Object engine) : engine_(std::move(engine)) {}
 
   std::unique_ptr<Database> create_database(std::string_view path, std::string_view locale,
                                             std::int32_t version) override {
     Object space = workspace();
     Object database = space.object(Kind::Database, L"CreateDatabase", Variant::of_text(path), Variant::of_text(locale),
                                    Variant::of_long(version));
-    return std::make_unique<AutomationDatabase>(engine_, std::move(space), std::move(database), path, OpenFile());
+    return std::make_unique<AutomationDatabase>(engine_, std::move(space), std::move(database), path, "", OpenFile());
   }
 
   std::unique_ptr<Database> open_database(std::string_view path, bool exclusive, bool read_only,
                                           std::string_view connect) override {
-    const auto open = [exclusive, connect = std::string(connect)](const Object& space, std::string_view file,
-                                                                  bool only_read) {
+    const auto open = [exclusive, connect_text = std::string(connect)](const Object& space, std::string_view file,
+                                                                       bool only_read) {
       return space.object(Kind::Database, L"OpenDatabase", Variant::of_text(file), Variant::of_flag(exclusive),
-                          Variant::of_flag(only_read), Variant::of_text(connect));
+                          Variant::of_flag(only_read), Variant::of_text(connect_text));
     };
     Object space = workspace();
     Object database = open(space, path, read_only);
-    return std::make_unique<AutomationDatabase>(engine_, std::move(space), std::move(database), path,
+    return std::make_unique<AutomationDatabase>(engine_, std::move(space), std::move(database), path, connect,
                                                 exclusive && !read_only ? OpenFile(open) : OpenFile());
   }
 
@@ -47,8 +80,16 @@ class AutomationEngine : public Engine {
 }  // namespace
 
 std::unique_ptr<Engine> create_automation_engine(std::string_view identifier) {
-  if (!support::is_registered(identifier)) support::raise_not_installed(identifier);
-  return std::make_unique<AutomationEngine>(identifier);
+  return std::make_unique<AutomationEngine>(engine_object(identifier));
+}
+
+std::shared_ptr<void> share_objects() {
+  auto objects = shared_objects().lock();
+  if (!objects) {
+    objects = std::make_shared<SharedObjects>();
+    shared_objects() = objects;
+  }
+  return objects;
 }
 
 }  // namespace engine::automation

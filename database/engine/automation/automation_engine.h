@@ -13,4 +13,7 @@ namespace engine::automation {
 /// process, as one of 32 bits cannot in a program of 64.
 std::unique_ptr<Engine> create_automation_engine(std::string_view identifier);
 
+/// As long as the result lives, create_automation_engine makes one object of each identifier and shares it.
+std::shared_ptr<void> share_objects();
+
 }  // namespace engine::automation

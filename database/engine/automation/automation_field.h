@@ -62,7 +62,7 @@ class AutomationFields : public Fields {
   std::shared_ptr<Field> item(std::string_view name) const override {
     return std::make_shared<AutomationField>(fields_.item(Kind::Field, name));
   }
-  void append(const std::shared_ptr<Field>& field) override { fields_.append(ours<AutomationField>(field).object()); }
+  void append(const std::shared_ptr<Field>& field) override;
   void remove(std::string_view name) override { fields_.remove(name); }
 
  private:

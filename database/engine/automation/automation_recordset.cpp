@@ -28,16 +28,29 @@ const Object& AutomationRecordset::open() const {
   return object_;
 }
 
+AutomationRecordset::Column AutomationRecordset::column_of(Object field) {
+  constexpr std::int32_t fixed_size = 1;
+  Column column{std::move(field), {}, DataType::Text};
+  column.name = column.field.text(L"Name");
+  column.type = static_cast<DataType>(column.field.number(L"Type"));
+  try {
+    if (column.type == DataType::Text || column.type == DataType::Memo) {
+      column.is_padded = column.type == DataType::Text && (column.field.number(L"Attributes") & fixed_size) != 0;
+      column.takes_empty_text = column.field.flag(L"AllowZeroLength");
+    }
+  } catch (const support::RuntimeError&) {
+    // A column that a query computes has no such properties, and nothing is stored in it.
+  }
+  return column;
+}
+
 const std::vector<AutomationRecordset::Column>& AutomationRecordset::columns() const {
   if (!columns_) {
     const Object fields = open().object(Kind::RecordsetFields, L"Fields");
     const std::int32_t count = fields.number(L"Count");
     std::vector<Column> found;
     for (std::int32_t position = 0; position < count; ++position) {
-      Object field = fields.object(Kind::RecordsetField, L"Item", support::Variant::of_long(position));
-      std::string name = field.text(L"Name");
-      const auto type = static_cast<DataType>(field.number(L"Type"));
-      found.push_back({std::move(field), std::move(name), type});
+      found.push_back(column_of(fields.object(Kind::RecordsetField, L"Item", support::Variant::of_long(position))));
     }
     columns_ = std::move(found);
   }
@@ -58,14 +71,23 @@ const AutomationRecordset::Column& AutomationRecordset::column(std::string_view 
   return *found;
 }
 
-Value AutomationRecordset::value(std::int32_t position) const {
-  return to_value(column(position).field.call(L"Value"));
+Value AutomationRecordset::value_of(const Column& column) {
+  Value value = to_value(column.field.call(L"Value"));
+  if (auto* const text = std::get_if<std::string>(&value); text != nullptr && column.is_padded) {
+    text->erase(text->find_last_not_of(' ') + 1);
+  }
+  return value;
 }
 
-Value AutomationRecordset::value(std::string_view field) const { return to_value(column(field).field.call(L"Value")); }
+Value AutomationRecordset::value(std::int32_t position) const { return value_of(column(position)); }
+
+Value AutomationRecordset::value(std::string_view field) const { return value_of(column(field)); }
 
 void AutomationRecordset::set_value(std::string_view field, const Value& value) {
   const Column& target = column(field);
+  // The engine may refuse it as late as at Update, and the whole row with it.
+  const auto* const text = std::get_if<std::string>(&value);
+  if (text != nullptr && text->empty() && !target.takes_empty_text) raise(3315, target.name);
   target.field.put(L"Value", to_variant(value, target.type));
 }
 

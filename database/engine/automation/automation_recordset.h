@@ -46,11 +46,16 @@ class AutomationRecordset : public Recordset {
     Object field;
     std::string name;
     DataType type;
+    /// Texts of a fixed size come padded with blanks.
+    bool is_padded = false;
+    bool takes_empty_text = true;
   };
 
   /// The recordset; 3420 once it is closed.
   const Object& open() const;
   const std::vector<Column>& columns() const;
+  static Column column_of(Object field);
+  static Value value_of(const Column& column);
   const Column& column(std::int32_t position) const;
   const Column& column(std::string_view name) const;
 

@@ -4,11 +4,19 @@
 
 namespace engine::automation {
 
+void Collection::refresh() const {
+  try {
+    collection_.call(L"Refresh");
+  } catch (const support::RuntimeError&) {
+    // A list that cannot be read anew is the one that the engine has: what it lacks is an error when it is asked for.
+  }
+}
+
 const Object& Collection::get() const {
   if (collection_) return collection_;
   if (!owner_) raise(3420);
   collection_ = owner_.object(kind_, member_);
-  if (stored_) collection_.call(L"Refresh");
+  if (stored_) refresh();
   return collection_;
 }
 

@@ -38,6 +38,7 @@ class Collection {
 
  private:
   const Object& get() const;
+  void refresh() const;
 
   const Object& owner_;
   Kind kind_;

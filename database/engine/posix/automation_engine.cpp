@@ -6,4 +6,6 @@ std::unique_ptr<Engine> open_automation_engine(std::string_view identifier) {
   throw support::RuntimeError(429, std::string(identifier) + " is an automation object, which only Windows has.");
 }
 
+std::shared_ptr<void> share_automation_objects() { return nullptr; }
+
 }  // namespace engine

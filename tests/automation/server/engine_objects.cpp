@@ -1,5 +1,7 @@
 #include "tests/automation/server/engine_objects.h"
 
+#include <regex>
+
 #include "database/engine/embedded/embedded_engine.h"
 #include "tests/automation/server/jet_file.h"
 #include "tests/automation/server/recordset_objects.h"
@@ -8,15 +10,47 @@ namespace test_server {
 namespace {
 
 constexpr std::int32_t fail_on_error = 128;
+constexpr std::int32_t max_locks_per_file = 62;
+std::int32_t locks_option = 0, locks_per_file = 0;
 
 void expect(bool condition) {
   if (!condition) throw support::RuntimeError(3001, "Invalid argument.");
+}
+
+/// Where `index` or `desc` stands unbracketed in the place of a name, as statements of the program have them.
+void refuse_words(const std::string& statement) {
+  static const std::regex words(
+      R"((\b(from|into|update|join)\s+index\b)|(\(desc\))|(\bdesc\s*(<|=))|(\b(set|select)\s+desc\b))",
+      std::regex::icase);
+  if (strict && std::regex_search(statement, words)) throw support::RuntimeError(3131, "Syntax error in FROM clause.");
+}
+
+/// A statement that names another file with its password, by the name alone, once the password is seen to fit. One that
+/// gives none is refused where the file has one.
+std::string without_password(const std::string& statement) {
+  static const std::regex by_name(" IN '([^']+)'"), by_connect(R"( IN '' \[(.*);DATABASE=(.*)\])");
+  std::smatch found;
+  const auto open = [](const std::string& path, const std::string& connect) {
+    engine::embedded::create_embedded_engine()->open_database(database_of_jet_file(path), false, true, connect);
+  };
+  if (std::regex_search(statement, found, by_connect)) {
+    open(found[2], found[1]);
+    return found.prefix().str() + " IN '" + found[2].str() + "'";
+  }
+  if (std::regex_search(statement, found, by_name)) open(found[1], "");
+  return statement;
 }
 
 }  // namespace
 
 std::span<const Member<EngineObject>> EngineObject::members() {
   static constexpr Member<EngineObject> table[] = {
+      {L"SetOption",
+       [](EngineObject&, const Arguments& call) {
+         locks_option = number_of(call[0]);
+         locks_per_file = number_of(call[1]);
+         return Variant();
+       }},
       {L"CreateWorkspace",
        [](EngineObject&, const Arguments& call) {
          expect(!call.text(0).empty() && call.text(1) == "admin" && call.text(2).empty());
@@ -57,7 +91,11 @@ std::span<const Member<WorkspaceObject>> WorkspaceObject::members() {
                          call.text(0));
        }},
       {L"BeginTrans",
-       [](Self& self, const Arguments&) { return self.for_each_database(&engine::Database::begin_transaction); }},
+       [](Self& self, const Arguments&) {
+         // With the limit that it has of itself, a large transaction is none.
+         expect(locks_option == max_locks_per_file && locks_per_file >= 1'000'000);
+         return self.for_each_database(&engine::Database::begin_transaction);
+       }},
       {L"CommitTrans",
        [](Self& self, const Arguments&) { return self.for_each_database(&engine::Database::commit_transaction); }},
       {L"Rollback",
@@ -88,12 +126,15 @@ std::span<const Member<DatabaseObject>> DatabaseObject::members() {
       {L"TableDefs", [](Self& self, const Arguments&) { return new_object<TableDefsObject>(self.tables()); }},
       {L"OpenRecordset",
        [](Self& self, const Arguments& call) {
-         return new_object<RecordsetObject>(self.database->open_recordset(call.text(0)));
+         refuse_words(call.text(0));
+         return new_object<RecordsetObject>(
+             Rows{self.database->open_recordset(call.text(0)), self.database, call.text(0)});
        }},
       {L"Execute",
        [](Self& self, const Arguments& call) {
          expect(number_of(call[1]) == fail_on_error);
-         self.database->execute(with_databases(call.text(0)));
+         refuse_words(call.text(0));
+         self.database->execute(with_databases(strict ? without_password(call.text(0)) : call.text(0)));
          return Variant();
        }},
       {L"RecordsAffected",

@@ -13,6 +13,20 @@ auto item_of(Collection& collection, const VARIANT& which) {
   return V_VT(&which) == VT_BSTR ? collection.item(text_of(which)) : collection.item(number_of(which));
 }
 
+Variant refreshed() {
+  if (strict) throw support::RuntimeError(3001, "Invalid argument.");
+  return {};
+}
+
+void append_field(engine::Fields& fields, const std::shared_ptr<engine::Field>& field) {
+  try {
+    fields.append(field);
+  } catch (const support::RuntimeError& error) {
+    if (strict && error.number() == 3191) throw support::RuntimeError(3380, "Field already exists.");
+    throw;
+  }
+}
+
 // A table's row of each kind of property.
 template <typename Self, auto held, auto read, auto write>
 constexpr Member<Self> text_property(const wchar_t* name) {
@@ -91,7 +105,7 @@ std::span<const Member<FieldsObject>> FieldsObject::members() {
        [](Self& self, const Arguments& call) { return new_object<FieldObject>(item_of(*self.fields, call[0])); }},
       {L"Append",
        [](Self& self, const Arguments& call) {
-         self.fields->append(object_of<FieldObject>(call[0]).field);
+         append_field(*self.fields, object_of<FieldObject>(call[0]).field);
          return Variant();
        }},
       {L"Delete",
@@ -99,7 +113,7 @@ std::span<const Member<FieldsObject>> FieldsObject::members() {
          self.fields->remove(call.text(0));
          return Variant();
        }},
-      {L"Refresh", [](Self&, const Arguments&) { return Variant(); }},
+      {L"Refresh", [](Self&, const Arguments&) { return refreshed(); }},
   };
   return table;
 }
@@ -146,7 +160,7 @@ std::span<const Member<IndexesObject>> IndexesObject::members() {
          self.indexes->remove(call.text(0));
          return Variant();
        }},
-      {L"Refresh", [](Self&, const Arguments&) { return Variant(); }},
+      {L"Refresh", [](Self&, const Arguments&) { return refreshed(); }},
   };
   return table;
 }
@@ -216,7 +230,7 @@ std::span<const Member<TableDefsObject>> TableDefsObject::members() {
       {L"Refresh",
        [](Self& self, const Arguments&) {
          self.tables->read();
-         return Variant();
+         return refreshed();
        }},
   };
   return rows;

@@ -1,5 +1,8 @@
 #include "tests/automation/server/recordset_objects.h"
 
+#include <regex>
+#include <utility>
+
 namespace test_server {
 namespace {
 
@@ -50,20 +53,60 @@ Value value_of(const VARIANT& value) {
   }
 }
 
+constexpr std::int32_t fixed_size = 1;
+
+Variant value_of_field(const RowFieldObject& self) {
+  const Value value = self.shared->rows->value(self.position);
+  const DataType type = self.shared->rows->field_type(self.position);
+  const auto field = self.shared->stored_field(self.name);
+  if (!strict || engine::is_null(value) || type != DataType::Text || !field) return variant_of(value, type);
+  std::string text = std::get<std::string>(value);
+  const auto size = static_cast<std::size_t>(field->size());
+  if ((field->attributes() & fixed_size) != 0 && text.size() < size) text.resize(size, ' ');
+  return Variant::of_text(text);
+}
+
+void set_field(RowFieldObject& self, const VARIANT& value) {
+  try {
+    self.shared->rows->set_value(self.name, value_of(value));
+  } catch (const support::RuntimeError& error) {
+    if (!strict || error.number() != 3315) throw;
+    self.shared->refused_empty_text = self.name;
+  }
+}
+
+engine::Field& stored_field(const RowFieldObject& self, std::shared_ptr<engine::Field>& found) {
+  found = self.shared->stored_field(self.name);
+  if (!found) throw support::RuntimeError(3267, "Property can be set only when the Field is part of a table.");
+  return *found;
+}
+
 template <auto method>
 constexpr Member<RecordsetObject> row_method(const wchar_t* name) {
   return {name, [](RecordsetObject& self, const Arguments&) {
-            ((*self.rows).*method)();
+            ((*self.shared->rows).*method)();
             return Variant();
           }};
 }
 
 template <auto method>
 constexpr Member<RecordsetObject> row_flag(const wchar_t* name) {
-  return {name, [](RecordsetObject& self, const Arguments&) { return Variant::of_flag(((*self.rows).*method)()); }};
+  return {name,
+          [](RecordsetObject& self, const Arguments&) { return Variant::of_flag(((*self.shared->rows).*method)()); }};
 }
 
 }  // namespace
+
+std::shared_ptr<engine::Field> Rows::stored_field(const std::string& name) const {
+  std::smatch table;
+  static const std::regex from(R"(\bFROM\s+\[?(\w+))", std::regex::icase);
+  const std::string read = std::regex_search(source, table, from) ? table[1].str() : source;
+  try {
+    return database->table_defs().item(read)->fields().item(name);
+  } catch (const support::RuntimeError&) {
+    return nullptr;
+  }
+}
 
 std::span<const Member<RecordsetObject>> RecordsetObject::members() {
   using R = engine::Recordset;
@@ -72,18 +115,25 @@ std::span<const Member<RecordsetObject>> RecordsetObject::members() {
       row_flag<&R::bof>(L"BOF"),
       row_flag<&R::eof>(L"EOF"),
       row_flag<&R::updatable>(L"Updatable"),
-      {L"RecordCount", [](Self& self, const Arguments&) { return Variant::of_long(self.rows->record_count()); }},
+      {L"RecordCount",
+       [](Self& self, const Arguments&) { return Variant::of_long(self.shared->rows->record_count()); }},
       row_method<&R::move_first>(L"MoveFirst"),
       row_method<&R::move_last>(L"MoveLast"),
       row_method<&R::move_next>(L"MoveNext"),
       row_method<&R::move_previous>(L"MovePrevious"),
       row_method<&R::add_new>(L"AddNew"),
       row_method<&R::edit>(L"Edit"),
-      row_method<&R::update>(L"Update"),
+      {L"Update",
+       [](Self& self, const Arguments&) {
+         const std::string refused = std::exchange(self.shared->refused_empty_text, {});
+         if (!refused.empty()) throw support::RuntimeError(3315, "Field '" + refused + "' cannot be empty.");
+         self.shared->rows->update();
+         return Variant();
+       }},
       row_method<&R::cancel_update>(L"CancelUpdate"),
       row_method<&R::delete_row>(L"Delete"),
       row_method<&R::close>(L"Close"),
-      {L"Fields", [](Self& self, const Arguments&) { return new_object<RowFieldsObject>(self.rows); }},
+      {L"Fields", [](Self& self, const Arguments&) { return new_object<RowFieldsObject>(self.shared); }},
   };
   return table;
 }
@@ -93,10 +143,10 @@ std::span<const Member<RowFieldsObject>> RowFieldsObject::members() {
   static constexpr Member<Self> table[] = {
       {L"Count",
        [](Self& self, const Arguments&) {
-         return Variant::of_short(static_cast<std::int16_t>(self.rows->field_count()));
+         return Variant::of_short(static_cast<std::int16_t>(self.shared->rows->field_count()));
        }},
       {L"Item",
-       [](Self& self, const Arguments& call) { return new_object<RowFieldObject>(self.rows, number_of(call[0])); }},
+       [](Self& self, const Arguments& call) { return new_object<RowFieldObject>(self.shared, number_of(call[0])); }},
   };
   return table;
 }
@@ -107,13 +157,19 @@ std::span<const Member<RowFieldObject>> RowFieldObject::members() {
       {L"Name", [](Self& self, const Arguments&) { return Variant::of_text(self.name); }},
       {L"Type",
        [](Self& self, const Arguments&) {
-         return Variant::of_short(static_cast<std::int16_t>(self.rows->field_type(self.position)));
+         return Variant::of_short(static_cast<std::int16_t>(self.shared->rows->field_type(self.position)));
        }},
-      {L"Value",
+      {L"Attributes",
        [](Self& self, const Arguments&) {
-         return variant_of(self.rows->value(self.position), self.rows->field_type(self.position));
-       },
-       [](Self& self, const VARIANT& value) { self.rows->set_value(self.name, value_of(value)); }},
+         std::shared_ptr<engine::Field> field;
+         return Variant::of_long(stored_field(self, field).attributes());
+       }},
+      {L"AllowZeroLength",
+       [](Self& self, const Arguments&) {
+         std::shared_ptr<engine::Field> field;
+         return Variant::of_flag(stored_field(self, field).allow_zero_length());
+       }},
+      {L"Value", [](Self& self, const Arguments&) { return value_of_field(self); }, set_field},
   };
   return table;
 }

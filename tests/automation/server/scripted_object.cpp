@@ -5,6 +5,8 @@ namespace test_server {
 std::atomic<long> Counted::living = 0;
 std::wstring Counted::released;
 
+std::atomic<bool> strict = false;
+
 Counted::~Counted() {
   --living;
   released.append(kind_).append(L" ");
@@ -32,12 +34,14 @@ bool flag_of(const VARIANT& value) {
 }
 
 HRESULT report(const support::RuntimeError& error, EXCEPINFO* exception) {
+  const HRESULT own_number = MAKE_HRESULT(SEVERITY_ERROR, FACILITY_CONTROL, error.number());
+  if (strict) return own_number;
   if (exception == nullptr) return E_FAIL;
   const std::wstring text = support::wide(error.what());
   *exception = {};
   exception->bstrSource = SysAllocString(L"test server");
   exception->bstrDescription = SysAllocStringLen(text.data(), static_cast<UINT>(text.size()));
-  exception->scode = MAKE_HRESULT(SEVERITY_ERROR, FACILITY_CONTROL, error.number());
+  exception->scode = own_number;
   return DISP_E_EXCEPTION;
 }
 

@@ -74,6 +74,12 @@ class Counted {
   const wchar_t* kind_;
 };
 
+/// Whether the objects do what real ones may do beside what they are documented to: give the number of an error as the
+/// result of the call, fail at reading a list anew, refuse an empty text as late as at Update, pad texts of a fixed
+/// size, take `index` and `desc` for words of the language, have another number for a field that is there, and read no
+/// file with a password by its name alone.
+extern std::atomic<bool> strict;
+
 /// What a failed member tells its caller.
 HRESULT report(const support::RuntimeError& error, EXCEPINFO* exception);
 

@@ -70,5 +70,7 @@ HRESULT STDAPICALLTYPE DllCanUnloadNow() { return test_server::Counted::living =
 
 long LivingObjects() { return test_server::Counted::living; }
 
+void SetStrict(long strict) { test_server::strict = strict != 0; }
+
 const wchar_t* ReleasedObjects() { return test_server::Counted::released.c_str(); }
 }
