@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <array>
+#include <optional>
 
 namespace support {
 
@@ -74,6 +75,41 @@ int cp1252_byte(char32_t code) {
   return found == high_controls.end() ? -1 : static_cast<int>(0x80 + (found - high_controls.begin()));
 }
 
+struct NearestLetters {
+  char32_t first;  ///< the letter that `nearest` begins with; the others follow
+  std::u16string_view nearest;
+};
+
+/// Latin Extended-A and -B and Latin Extended Additional: the letter without as many of its marks as CP1252 lacks; "_"
+/// for a letter that is like none.
+constexpr NearestLetters nearest_letters[] = {
+    {0x100,
+     u"AaAaAaCcCcCcCcDdDdEeEeEeEeEeGgGgGgGgHhHhIiIiIiIiIiIiJjKkkLlLlLlL"
+     u"lLlNnNnNnnNnOoOoOoŒœRrRrRrSsSsSsŠšTtTtTtUuUuUuUuUuUuWwYyŸZzZzŽžs"},
+    {0x180,
+     u"bBBb__OCcDDDd_EAEFƒG__IIKkl_MNnOOo__Pp_____tTtTUu_VYyZz_________"
+     u"_____________AaIiOoUuÜüÜüÜüÜüeÄäAaÆæGgGgKkOoOo__j___Gg__NnÅåÆæØø"
+     u"AaAaEeEeIiIiOoOoRrRrUuUuSsTt__HhNd__ZzAaEeÖöÕõOoOoYylntj__ACcLTs"
+     u"z__BU_EeJj__RrYy"},
+    {0x1E00,
+     u"AaBbBbBbÇçDdDdDdDdDdÈèÉéEeEeEeFfGgHhHhHhHhHhIiÏïKkKkKkLlLlLlLlMm"
+     u"MmMmNnNnNnNnÕõÕõÒòÓóPpPpRrRrRrRrSsSsSsŠšSsTtTtTtTtUuUuUuÚúÜüVvVv"
+     u"WwWwWwWwWwXxXxYyZzZzZzhtwyasssßdAaAaÂâÂâÂâÂâÂâÁáÀàAaÃãAaEeEeEeÊê"
+     u"ÊêÊêÊêÊêIiIiOoOoÔôÔôÔôÔôÔôÓóÒòOoÕõOoUuUuÚúÙùUuUuUuYyYyYyYyLlVvYy"},
+};
+
+bool is_combining_mark(char32_t code) { return code >= 0x300 && code <= 0x36F; }
+
+/// A character of CP1252; nothing where it has none that is near.
+std::optional<char32_t> nearest(char32_t code) {
+  if (cp1252_byte(code) >= 0) return code;
+  for (const auto& [first, letters] : nearest_letters) {
+    if (code < first || code - first >= letters.size()) continue;
+    if (const char16_t letter = letters[code - first]; letter != u'_') return letter;
+  }
+  return std::nullopt;
+}
+
 // Both cases of a letter take the same number of bytes in UTF-8, for all letters of CP1252.
 char32_t lower(char32_t code) {
   if (code >= U'A' && code <= U'Z') return code + 0x20;
@@ -136,6 +172,18 @@ bool fits_cp1252(std::string_view text) noexcept {
     position += character.length;
   }
   return true;
+}
+
+std::string nearest_in_cp1252(std::string_view text, char otherwise) {
+  std::string out;
+  for (std::size_t position = 0; position < text.size();) {
+    const Decoded character = decode(text, position);
+    position += character.length;
+    if (character.well_formed && is_combining_mark(character.code)) continue;
+    const auto near = character.well_formed ? nearest(character.code) : std::nullopt;
+    append_utf8(out, near ? *near : static_cast<unsigned char>(otherwise));
+  }
+  return out;
 }
 
 std::u16string utf16_from_utf8(std::string_view text) {

@@ -17,6 +17,10 @@ std::string cp1252_from_utf8(std::string_view text);
 /// True where cp1252_from_utf8 loses nothing. What cannot be written as it is must not be written.
 bool fits_cp1252(std::string_view text) noexcept;
 
+/// The text in characters of CP1252: a Latin letter that it lacks becomes the nearest one that it has ("Ş" is "S", "Ấ"
+/// is "Â"), a combining mark goes, and anything else becomes `otherwise`, a malformed byte too.
+std::string nearest_in_cp1252(std::string_view text, char otherwise);
+
 /// UTF-8 to UTF-16 and back. Malformed input becomes U+FFFD.
 std::u16string utf16_from_utf8(std::string_view text);
 std::string utf8_from_utf16(std::u16string_view text);

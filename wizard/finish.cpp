@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <string>
+#include <utility>
 
 #include "database/create_database.h"
 #include "database/file_failure.h"
@@ -10,6 +11,7 @@
 #include "database/plan_choices.h"
 #include "database/preferences.h"
 #include "database/settings.h"
+#include "support/encoding.h"
 #include "support/error.h"
 #include "wizard/drug_page.h"
 #include "wizard/home_page.h"
@@ -121,6 +123,12 @@ void Finish::create_database() {
   if (database_.empty()) {
     writer_.problem(FinishReport::What::File, context_.config.PatientData, "patient database",
                     "no name is free for the new database");
+    return;
+  }
+  if (!support::fits_cp1252(database_)) {
+    // The registry could not name it: nothing would ever find the database again.
+    writer_.problem(FinishReport::What::File, std::exchange(database_, ""), "patient database",
+                    "the registry cannot hold the path of this folder");
     return;
   }
   database_usable_ = writer_.file(database_, "patient database", [&] {

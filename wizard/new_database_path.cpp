@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <string_view>
 
+#include "support/encoding.h"
 #include "wizard/windows_path.h"
 
 namespace wizard {
@@ -11,7 +12,9 @@ namespace {
 
 constexpr int last_number = 100;
 
-std::string without_forbidden_characters(std::string name) {
+/// The registry and the diary name files in code page 1252.
+std::string file_name_part(std::string_view text) {
+  std::string name = support::nearest_in_cp1252(text, '_');
   const auto is_forbidden = [](unsigned char c) {
     return c < ' ' || c == 0x7F || std::string_view("\\/:*?\"<>|").find(static_cast<char>(c)) != std::string_view::npos;
   };
@@ -23,8 +26,7 @@ std::string without_forbidden_characters(std::string name) {
 
 std::string new_database_path(const Context& context, const database::PatientRecord& patient) {
   const support::FileSystem& files = *context.ports.files;
-  const std::string name =
-      without_forbidden_characters(patient.name) + "_" + without_forbidden_characters(patient.firstname) + ".das";
+  const std::string name = file_name_part(patient.name) + "_" + file_name_part(patient.firstname) + ".das";
   std::string path = join_path(context.config.PatientData, name);
   // The numbered names have no stem, no extension and no folder ("_1."): the diary knows them so.
   for (int number = 1; files.file_size(path); ++number) {

@@ -9,7 +9,8 @@
 namespace wizard {
 
 /// "NAME_FIRSTNAME.das" in the patients' folder or, where that file exists, the first of the numbered names that no
-/// file has; empty where all of them are taken. Characters that no file name may hold become "_".
+/// file has; empty where all of them are taken. Letters that code page 1252 lacks become the nearest ones that it has,
+/// characters that no file name may hold "_".
 std::string new_database_path(const Context& context, const database::PatientRecord& patient);
 
 }  // namespace wizard

@@ -25,6 +25,27 @@ TEST(Cp1252, WritesAQuestionMarkForWhatItHasNot) {
   EXPECT_TRUE(fits_cp1252("Größe €"));
 }
 
+TEST(Cp1252, TakesTheNearestLetterThatItHas) {
+  for (const auto& [text, nearest] : {
+           std::pair{"Şahinoğlu", "Sahinoglu"},
+           {"Żó Łódź Ćwikła", "Zó Lódz Cwikla"},
+           {"Đỗ Trọng Ấn ƯỚC", "Dô Trong Ân UÓC"},
+           {"Müller-Lüdenscheidt €", "Müller-Lüdenscheidt €"},
+           {"Őrsi Űző İ ı ẞ ſ", "Orsi Uzo I i ß s"},
+           {"S\u0327ahin", "Sahin"},
+           {"Иван 中 😀\xC3", "____ _ __"},
+           {"Ƣǀ\u0250", "___"},
+           {"", ""},
+       }) {
+    EXPECT_EQ(nearest_in_cp1252(text, '_'), nearest) << text;
+  }
+  // Every letter of the tables has one that can be written.
+  for (char32_t code = 0xA0; code < 0x2000; ++code) {
+    const std::u16string letter(1, static_cast<char16_t>(code));
+    EXPECT_TRUE(fits_cp1252(nearest_in_cp1252(utf8_from_utf16(letter), '_'))) << static_cast<unsigned>(code);
+  }
+}
+
 struct Utf8Row {
   std::string_view text;
   bool well_formed;

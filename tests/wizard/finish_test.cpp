@@ -255,6 +255,47 @@ TEST_F(Finish, ANewFileNeverTakesAnExistingOnesPlace) {
   EXPECT_EQ(read("here\\_100."), "somebody's data");
 }
 
+TEST_F(Finish, NamesBeyondTheCodePageAreKeptInTheRecordAndFoundAgain) {
+  struct Case {
+    const char* first_name;
+    const char* name;
+    const char* file;
+  };
+  for (const Case& row : {Case{"Ayşe", "Şahinoğlu", "Sahinoglu_Ayse.das"}, Case{"Ania", "Żó", "Zó_Ania.das"},
+                          Case{"Иван", "/O?", "_O______.das"}}) {
+    start();
+    enter_name(row.first_name, row.name);
+    go_to("Fertig");
+    const std::string database = path("patients\\") + row.file;
+    EXPECT_THAT(lines(wizard().preview()), Contains("DataBaseName=" + database + " ()"));
+    finish();
+    EXPECT_TRUE(wizard().report().complete()) << row.name;
+    EXPECT_EQ(value(installation_key, "DataBaseName"), database);
+    EXPECT_THAT(rows(database, "SELECT firstname, name FROM patdat"),
+                ElementsAre(std::string(row.first_name) + "|" + row.name));
+    start("vantrix|" + std::string(row.file));
+    EXPECT_EQ(wizard().config().CurrentDB, database);
+    EXPECT_EQ(text("txtName"), row.name);
+  }
+}
+
+/// An installation in a folder whose name the registry cannot hold.
+class FinishBelowAForeignName : public Finish {
+ protected:
+  FinishBelowAForeignName() { write("Şahin\\vantrix.ini", "[setup]\nRegPath=vantrix\n"); }
+  void adapt(Ports& ports) override { ports.own_folder = path("Şahin\\"); }
+};
+
+TEST_F(FinishBelowAForeignName, NoDatabaseIsMadeThatNothingPointsTo) {
+  start();
+  enter_name();
+  finish();
+  EXPECT_THAT(lines(wizard().report()),
+              Contains("patient database (the registry cannot hold the path of this folder)"));
+  EXPECT_FALSE(support::host_file_system().folder_exists(path("Şahin\\patients")));
+  EXPECT_EQ(value(installation_key, "DataBaseName"), " ");
+}
+
 TEST_F(Finish, GoesOnWhereADatabaseCannotBeCreated) {
   write("patients", "a file where the folder should be");
   start();
