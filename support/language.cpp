@@ -6,6 +6,7 @@
 
 #include "support/encoding.h"
 #include "support/file_system.h"
+#include "support/german_table.h"
 #include "support/ini_document.h"
 
 namespace support {
@@ -67,6 +68,11 @@ std::unique_ptr<LanguageComponent> open_text_table(std::string_view folder, std:
   Texts texts = bytes ? texts_of(*bytes) : Texts();
   if (texts.empty()) return nullptr;
   return std::make_unique<TextTable>(std::move(texts));
+}
+
+const LanguageComponent& german_texts() {
+  static const TextTable texts(texts_of(german_table));
+  return texts;
 }
 
 std::unique_ptr<LanguageComponent> create_language(std::string_view class_name, std::string_view folder) {

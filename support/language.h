@@ -20,6 +20,9 @@ class LanguageComponent {
 /// holds no text, or where the name would lead out of the folder.
 std::unique_ptr<LanguageComponent> open_text_table(std::string_view folder, std::string_view name);
 
+/// The German texts that every program carries, for where nothing else has a text.
+const LanguageComponent& german_texts();
+
 /// The component of a class name: the one installed on this machine, else the text table named by the class name
 /// without its ending ".LanguageDLL". Null where there is neither.
 std::unique_ptr<LanguageComponent> create_language(std::string_view class_name, std::string_view folder);

@@ -61,7 +61,7 @@ void frmAssistantFirstSteps::Run::dress_form() {
   InstallationConfig& config = context.config;
   form::apply_texts(context.form, config.LanguageObject.get(), config.DefaultFont);
   context.ports.user->set_topmost(true);
-  if (config.LanguageObject) context.form.at("Label2").set_caption(config.text(welcome, {config.Productname}));
+  context.form.at("Label2").set_caption(config.text(welcome, {config.Productname}));
   form::SetProgressbarColor(context.form.at("pbar"), blue);
 }
 

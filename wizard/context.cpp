@@ -10,7 +10,7 @@ database::Environment Context::environment() const {
   environment.files = ports.files;
   environment.ini = ports.ini;
   environment.settings_file = config.Path + "setup.ini";
-  environment.language = config.LanguageObject.get();
+  environment.language = config.LanguageObject ? config.LanguageObject.get() : &support::german_texts();
   environment.now = ports.now;
   if (ports.open_engine) environment.open_engine = ports.open_engine;
   environment.readable_copy = ports.readable_copy;
@@ -34,9 +34,7 @@ std::string Context::user_value(std::string_view key, std::string_view name, std
   return support::trim(value);
 }
 
-void Context::show_text(form::Control& control, long number) const {
-  if (config.LanguageObject) control.set_caption(config.LanguageObject->loadres(number));
-}
+void Context::show_text(form::Control& control, long number) const { control.set_caption(config.text(number)); }
 
 int Context::message(long number, std::uint32_t style) const {
   return ports.user->message_box(config.text(number), style, config.Productname);

@@ -37,7 +37,7 @@ struct Context {
   /// A text value under the current user root, trimmed; `fallback` where it is missing or blank.
   std::string user_value(std::string_view key, std::string_view name, std::string_view fallback) const;
 
-  /// Gives the control the text as its caption; without a language component the caption stays.
+  /// Gives the control the text as its caption.
   void show_text(form::Control& control, long number) const;
   /// Shows the text under the product's name, in a style of `message_style`; returns the button.
   int message(long number, std::uint32_t style) const;

@@ -2,6 +2,11 @@
 
 namespace wizard {
 
+std::string InstallationConfig::text(long number) const {
+  const std::string text = LanguageObject ? LanguageObject->loadres(number) : std::string();
+  return text.empty() ? support::german_texts().loadres(number) : text;
+}
+
 std::string InstallationConfig::text(long number, std::initializer_list<std::string_view> values) const {
   const std::string text = this->text(number);
   std::string filled;

@@ -40,8 +40,9 @@ struct InstallationConfig {
   bool ProEdition = false;
 
   std::string user_key() const { return ProfilesKey + User + "\\User Configuration"; }
-  /// A text in the user's language; empty for an unknown number, and without a language component.
-  std::string text(long number) const { return LanguageObject ? LanguageObject->loadres(number) : std::string(); }
+  /// A text in the user's language or, where that lacks it or there is none, in German; empty for a number that neither
+  /// has.
+  std::string text(long number) const;
   /// The same, with its "%1", "%2" … filled in; one without a value stays as it stands. At most 9 values.
   std::string text(long number, std::initializer_list<std::string_view> values) const;
 };

@@ -117,6 +117,41 @@ TEST_F(StartUp, DressesTheFormWithTextsAndColours) {
   EXPECT_THAT(user.log, Contains("topmost"));
 }
 
+TEST_F(StartUp, SpeaksGermanWithoutALanguageComponent) {
+  texts = nullptr;
+  write("pelmar.ini", "[setup]\ndisplay=Intro|PatDat|Pics|Fertig\n[CHARTS]\nday=5100^5101\n");
+  start();
+  EXPECT_EQ(caption("Label2"), "Willkommen bei vantrix");
+  EXPECT_EQ(caption("lblIntro"), "Sie brauchen dafür nur wenige Minuten.") << "as designed";
+  EXPECT_EQ(caption("Command1", 0), "Wei&ter >");
+  EXPECT_EQ(caption("lblLocation"), "Die Patientendaten liegen auf diesem Computer.");
+  go_to("PatDat");
+  next();
+  EXPECT_EQ(user.log.back(), "message Bitte geben Sie Ihren Vornamen ein. 4112 vantrix");
+  EXPECT_EQ(control("cbDiabetesTyp").items().front().text, "Typ 1");
+  enter_name();
+  go_to("Pics");
+  wizard().click("optThumb", 0);
+  EXPECT_EQ(caption("lblChartInfoTitle"), "Blutzucker des Tages");
+  go_to("Fertig");
+  EXPECT_EQ(caption("Command1", 0), "&Fertigstellen");
+  EXPECT_THAT(text("lblSummary"), ::testing::HasSubstr("Name: Max Muster"));
+  EXPECT_THAT(text("lblSummary"), ::testing::HasSubstr("Diagramme der Startseite: "));
+  cancel();
+  EXPECT_THAT(user.log.back(), ::testing::StartsWith("message Möchten Sie die Einrichtung wirklich abbrechen?"));
+}
+
+TEST_F(StartUp, ATextThatTheLanguageComponentLacksIsGerman) {
+  texts->given[607] = "";
+  start();
+  go_to("PatDat");
+  next();
+  EXPECT_EQ(user.log.back(), "message Bitte geben Sie Ihren Vornamen ein. 4112 vantrix");
+  enter_name("Max", "");
+  next();
+  EXPECT_EQ(user.log.back(), "message T606 4112 vantrix");
+}
+
 TEST_F(StartUp, SurvivesFilesThatHoldRubbish) {
   const std::string rubbish = std::string(20000, '\x01') + "[setup]\nRegPath=" + std::string(5000, 'x') + '\0';
   for (const char* file : {"setup.ini", "pelmar.ini", "home.ini", "schemes.txt"}) write(file, rubbish);
