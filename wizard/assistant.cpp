@@ -44,6 +44,8 @@ namespace {
 
 constexpr std::uint32_t blue = 0xFF0000;
 constexpr long next_caption = 905, finish_caption = 908, welcome = 4651, cancel_question = 693;
+// The professional edition creates a missing patient index at once.
+constexpr long shared_index_intro = 4819;
 
 }  // namespace
 
@@ -62,6 +64,7 @@ void frmAssistantFirstSteps::Run::dress_form() {
   form::apply_texts(context.form, config.LanguageObject.get(), config.DefaultFont);
   context.ports.user->set_topmost(true);
   context.form.at("Label2").set_caption(config.text(welcome, {config.Productname}));
+  if (config.ProEdition && config.LanguageObject) context.show_text(context.form.at("lblIntro"), shared_index_intro);
   form::SetProgressbarColor(context.form.at("pbar"), blue);
 }
 
@@ -157,6 +160,15 @@ void frmAssistantFirstSteps::tick() {
   const StepList& steps = run_->pages.steps;
   support::Procedure{"wizard!Timer1_Tick"}.step(
       [&] { advance_animation(run_->context, find_page(steps.name_at(steps.current()))); });
+}
+
+void frmAssistantFirstSteps::help() {
+  const Context& context = run_->context;
+  if (state() != State::Running) return;
+  support::Procedure{"wizard!Help"}.step([&] {
+    if (support::file_test(*context.ports.files, context.config.Helpfile))
+      context.ports.user->open_file(context.config.Helpfile);
+  });
 }
 
 form::Form& frmAssistantFirstSteps::form() noexcept { return run_->context.form; }

@@ -32,6 +32,7 @@ class frmAssistantFirstSteps {
   void click(std::string_view control, int index = -1);   ///< buttons, options, charts; an entry chosen from a list
   void change(std::string_view control, int index = -1);  ///< texts, scroll bars
   void tick();                                            ///< Timer1
+  void help();                                            ///< F1: opens the help file where it exists
 
   form::Form& form() noexcept;
   const InstallationConfig& config() const noexcept;

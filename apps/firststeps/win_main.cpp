@@ -4,6 +4,7 @@
 #include <commctrl.h>
 
 #include <string>
+#include <utility>
 
 #include "apps/console/journal.h"
 #include "apps/firststeps/options.h"
@@ -11,9 +12,11 @@
 #include "apps/ports/host_ports.h"
 #include "support/host.h"
 #include "support/win32/wide.h"
+#include "wizard/start_up.h"
 #include "wizard/win32/assistant_window.h"
 #include "wizard/win32/com.h"
 #include "wizard/win32/progress_window.h"
+#include "wizard/win32/running_wizard.h"
 #include "wizard/win32/window_user.h"
 
 namespace {
@@ -34,6 +37,26 @@ bool conclude(const firststeps::Options& options, const wizard::frmAssistantFirs
   return false;
 }
 
+enum ExitCode { done = 0, not_everything_written = 1, runs_already = 4 };
+
+/// Walks the user through the pages and writes what they say.
+int configure(HINSTANCE instance, const firststeps::Options& options, wizard::Ports ports,
+              wizard::win32::WindowUser& user, const wizard::win32::RunningWizard& claim) {
+  wizard::win32::ProgressWindow progress;
+  ports.progress = &progress;
+  wizard::frmAssistantFirstSteps assistant(std::move(ports));
+  if (!assistant.load(options.command_line)) return done;
+  wizard::win32::AssistantWindow window(instance, assistant);
+  claim.set_window(window.handle());
+  user.set_owner(window.handle());
+  progress.set_owner(window.handle(), assistant.config().Productname, assistant.config().DefaultFont);
+  window.run();
+  const bool complete =
+      assistant.state() != wizard::frmAssistantFirstSteps::State::Finished || conclude(options, assistant, user);
+  user.set_owner(nullptr);
+  return complete ? done : not_everything_written;
+}
+
 int run(HINSTANCE instance, const firststeps::Options& options) {
   const wizard::win32::ComSession com;
   support::set_user_locale(support::host_locale());
@@ -42,18 +65,12 @@ int run(HINSTANCE instance, const firststeps::Options& options) {
   const auto journal = console::open_journal("firststeps.exe", options.journal, own);
   const auto registry = support::host_registry(options.hive);
   wizard::win32::WindowUser user;
-  wizard::win32::ProgressWindow progress;
   wizard::Ports ports = apps::host_ports(*registry, user, own, program);
-  ports.progress = &progress;
-  wizard::frmAssistantFirstSteps assistant(ports);
-  if (!assistant.load(options.command_line)) return 0;
-  wizard::win32::AssistantWindow window(instance, assistant);
-  user.set_owner(window.handle());
-  progress.set_owner(window.handle(), assistant.config().Productname, assistant.config().DefaultFont);
-  window.run();
-  user.set_owner(nullptr);
-  if (assistant.state() != wizard::frmAssistantFirstSteps::State::Finished) return 0;
-  return conclude(options, assistant, user) ? 0 : 1;
+  // A hive is a registry of its own.
+  const wizard::win32::RunningWizard claim(wizard::installation_key(ports, options.command_line) + "|" + options.hive);
+  if (claim.is_first()) return configure(instance, options, std::move(ports), user, claim);
+  claim.show_first();
+  return runs_already;
 }
 
 }  // namespace

@@ -117,6 +117,25 @@ TEST_F(StartUp, DressesTheFormWithTextsAndColours) {
   EXPECT_THAT(user.log, Contains("topmost"));
 }
 
+TEST_F(StartUp, TheProfessionalEditionSaysThatTheIndexIsCreatedAtOnce) {
+  EXPECT_EQ((start("vantrix"), caption("lblIntro")), "T4803");
+  EXPECT_EQ((start("vantrix Pro"), caption("lblIntro")), "T4819");
+}
+
+TEST_F(StartUp, F1OpensTheHelpFileWhereItExists) {
+  set_value(RootKey::LocalMachine, installation_key, "Helpfile", path("help\\\\diary.chm"));
+  start();
+  user.log.clear();
+  wizard().help();
+  EXPECT_THAT(user.log, ::testing::IsEmpty());
+  write("help\\diary.chm", "x");
+  for (const char* page : {"Intro", "Maßeinheit"}) {
+    go_to(page);
+    wizard().help();
+    EXPECT_EQ(user.log.back(), "open " + path("help\\diary.chm")) << page;
+  }
+}
+
 TEST_F(StartUp, SpeaksGermanWithoutALanguageComponent) {
   texts = nullptr;
   write("pelmar.ini", "[setup]\ndisplay=Intro|PatDat|Pics|Fertig\n[CHARTS]\nday=5100^5101\n");

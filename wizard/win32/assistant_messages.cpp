@@ -77,6 +77,9 @@ bool AssistantWindow::handle_window_message(HWND window, UINT message, WPARAM fi
   switch (message) {
     case WM_NOTIFY:
       return view_.answer_tip(*reinterpret_cast<NMHDR*>(second));
+    case WM_HELP:
+      assistant_.help();
+      return true;
     case WM_TIMER:
       assistant_.tick();
       return true;

@@ -8,9 +8,16 @@
 #include "wizard/win32/container_window.h"
 #include "wizard/win32/focus.h"
 #include "wizard/win32/frame_window.h"
+#include "wizard/win32/repeated_key.h"
 #include "wizard/win32/twips.h"
 
 namespace wizard::win32 {
+
+namespace {
+
+constexpr int cancel_button = 2;
+
+}  // namespace
 
 AssistantWindow::AssistantWindow(HINSTANCE instance, frmAssistantFirstSteps& assistant)
     : assistant_(assistant), view_(assistant.form()) {
@@ -23,6 +30,7 @@ AssistantWindow::AssistantWindow(HINSTANCE instance, frmAssistantFirstSteps& ass
   SetWindowPos(window_, HWND_TOPMOST, 0, 0, 0, 0, SWP_NOMOVE | SWP_NOSIZE | SWP_SHOWWINDOW);
   focus_first_of_page();
   RedrawWindow(window_, nullptr, nullptr, RDW_UPDATENOW | RDW_ALLCHILDREN);
+  page_shown_ = GetTickCount64();
 }
 
 AssistantWindow::~AssistantWindow() {
@@ -33,6 +41,7 @@ AssistantWindow::~AssistantWindow() {
 void AssistantWindow::run() {
   MSG message;
   while (next_message(message)) {
+    key_is_repeated_ = is_repeated_key(message);
     if (IsDialogMessageW(window_, &message) != 0) continue;
     TranslateMessage(&message);
     DispatchMessageW(&message);
@@ -72,9 +81,17 @@ void AssistantWindow::command(HWND child, UINT notification) {
   if (const auto event = view_.read(*shown, notification)) raise(*event);
 }
 
+/// The second click of a double click and a key that is held down press what the page before had there.
+bool AssistantWindow::is_meant_for_page_before(const form::Control& control) const {
+  const bool asks_first = control.name() == "Command1" && control.index() == cancel_button;
+  if (control.kind() != form::Kind::Button || asks_first) return false;
+  return key_is_repeated_ || GetTickCount64() - page_shown_ < GetDoubleClickTime();
+}
+
 void AssistantWindow::raise(const FormEvent& event) {
   const form::Control& control = *event.control;
   if (event.kind == FormEvent::Kind::Change) return assistant_.change(control.name(), control.index());
+  if (is_meant_for_page_before(control)) return;
   // Long work lets input through; a second click must not begin the same work inside the first.
   if (std::exchange(in_event_, true)) return;
   const int step_before = assistant_.CurrentStep();
@@ -82,17 +99,19 @@ void AssistantWindow::raise(const FormEvent& event) {
   assistant_.click(control.name(), control.index());
   in_event_ = false;
   if (assistant_.state() != frmAssistantFirstSteps::State::Running) {
-    DestroyWindow(window_);
+    PostQuitMessage(0);
   } else if (assistant_.CurrentStep() != step_before) {
     if (!focus_asked_for_) focus_first_of_page();
     // The page comes up in one go.
     RedrawWindow(window_, nullptr, nullptr, RDW_UPDATENOW | RDW_ALLCHILDREN);
+    page_shown_ = GetTickCount64();
   }
 }
 
 /// The cross of the frame is the button Cancel.
 void AssistantWindow::close() {
-  if (form::Control* cancel = assistant_.form().find("Command1", 2)) raise({FormEvent::Kind::Click, cancel});
+  if (form::Control* cancel = assistant_.form().find("Command1", cancel_button))
+    raise({FormEvent::Kind::Click, cancel});
 }
 
 void AssistantWindow::scroll(form::Control& bar, int request, int thumb) {

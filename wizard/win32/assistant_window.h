@@ -17,7 +17,7 @@ class AssistantWindow : public form::FormObserver {
   AssistantWindow(const AssistantWindow&) = delete;
   AssistantWindow& operator=(const AssistantWindow&) = delete;
 
-  /// The message loop; returns when the run has ended.
+  /// The message loop; returns when the run has ended, the window still being there.
   void run();
   HWND handle() const noexcept { return window_; }
 
@@ -32,6 +32,7 @@ class AssistantWindow : public form::FormObserver {
   bool handle_user_message(HWND window, UINT message, WPARAM first, LPARAM second);
   bool handle_window_message(HWND window, UINT message, WPARAM first, LPARAM second);
   bool next_message(MSG& message);
+  bool is_meant_for_page_before(const form::Control& control) const;
 
   void command(HWND child, UINT notification);
   void scroll(form::Control& bar, int request, int thumb);
@@ -45,7 +46,9 @@ class AssistantWindow : public form::FormObserver {
   frmAssistantFirstSteps& assistant_;
   FormView view_;
   HWND window_ = nullptr;
-  int wheel_rest_ = 0;  ///< turned, but not yet a whole notch
+  int wheel_rest_ = 0;            ///< turned, but not yet a whole notch
+  ULONGLONG page_shown_ = 0;      ///< when the page came up, in milliseconds of the system's clock
+  bool key_is_repeated_ = false;  ///< the message that is handled now comes from a key held down
   bool in_event_ = false;
   bool focus_asked_for_ = false;  ///< by the event that is handled now
 };

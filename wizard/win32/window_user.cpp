@@ -7,7 +7,9 @@
 namespace wizard::win32 {
 
 int WindowUser::message_box(std::string_view text, std::uint32_t style, std::string_view title) {
-  return MessageBoxW(owner_, support::wide(text).c_str(), support::wide(title).c_str(), style);
+  // Enter alone is to give nothing up.
+  const UINT buttons = style == message_style::yes_no_system_modal ? style | MB_DEFBUTTON2 : style;
+  return MessageBoxW(owner_, support::wide(text).c_str(), support::wide(title).c_str(), buttons);
 }
 
 std::optional<std::string> WindowUser::choose_folder(std::string_view title) {
