@@ -77,7 +77,9 @@ Milliseconds turn_time(const WizardProgram& wizard) {
   const HWND next = wizard.control("Command1(0)");
   const auto begin = Clock::now();
   SendMessageW(next, BM_CLICK, 0, 0);
-  return Clock::now() - begin;
+  const Milliseconds time = Clock::now() - begin;
+  wizard.let_page_settle();
+  return time;
 }
 
 TEST_F(SpeedTest, EveryPageComesUpAtOnceWithSixtyChartsToo) {
@@ -107,7 +109,7 @@ TEST_F(SpeedTest, TheChartPageAnswersWhileThumbnailsComeIn) {
   start();
   enter_patient();
   wizard().go_to("Therapie_BP");
-  turn_time(wizard());
+  SendMessageW(wizard().control("Command1(0)"), BM_CLICK, 0, 0);
   Milliseconds longest{0};
   for (int n = 0; n < 40; ++n) {
     const auto begin = Clock::now();

@@ -29,6 +29,8 @@ class WindowTest : public ::testing::Test {
   DemoInstallation demo_;
 
  private:
+  // Nobody waits for pages to settle.
+  const DoubleClickTime double_click_time_{1};
   std::optional<WizardProgram> wizard_;
 };
 

@@ -37,6 +37,10 @@ void point_at(HWND window, POINT place) {
   SetCursorPos(place.x, place.y);
 }
 
+void set_double_click_time(UINT milliseconds) {
+  SystemParametersInfoW(SPI_SETDOUBLECLICKTIME, milliseconds, nullptr, SPIF_UPDATEINIFILE);
+}
+
 POINT middle(HWND window) {
   RECT inside;
   GetClientRect(window, &inside);
@@ -54,6 +58,17 @@ void press_key(WORD key, WORD held) {
   send(inputs);
 }
 
+void hold_key(WORD key, int repetitions, WORD held) {
+  constexpr DWORD interval = 20;
+  if (held != 0) send({key_input(held, 0, 0)});
+  for (int n = 0; n <= repetitions; ++n) {
+    send({key_input(key, 0, 0)});
+    Sleep(interval);
+  }
+  send({key_input(key, 0, KEYEVENTF_KEYUP)});
+  if (held != 0) send({key_input(held, 0, KEYEVENTF_KEYUP)});
+}
+
 void type_keys(std::string_view text) {
   std::vector<INPUT> inputs;
   for (const wchar_t unit : support::wide(text)) {
@@ -69,6 +84,17 @@ void click_mouse(HWND window, POINT place) {
   point_at(window, place);
   send({mouse_input(MOUSEEVENTF_LEFTDOWN), mouse_input(MOUSEEVENTF_LEFTUP)});
 }
+
+void double_click_mouse(HWND window) {
+  point_at(window, middle(window));
+  send({mouse_input(MOUSEEVENTF_LEFTDOWN), mouse_input(MOUSEEVENTF_LEFTUP), mouse_input(MOUSEEVENTF_LEFTDOWN),
+        mouse_input(MOUSEEVENTF_LEFTUP)});
+}
+
+DoubleClickTime::DoubleClickTime(UINT milliseconds) : before_(GetDoubleClickTime()) {
+  set_double_click_time(milliseconds);
+}
+DoubleClickTime::~DoubleClickTime() { set_double_click_time(before_); }
 
 void turn_wheel(HWND window, int notches) {
   point_at(window, middle(window));

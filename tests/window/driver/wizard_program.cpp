@@ -44,6 +44,7 @@ WizardProgram::WizardProgram(std::string_view arguments)
     return window_ != nullptr || !process_.is_running();
   };
   if (!wait_until(shown) || window_ == nullptr) throw std::runtime_error("the wizard shows no window");
+  let_page_settle();
   wizard::build_form(form_);
   for (int chart = 1; chart < most_charts; ++chart) {
     form_.add({"optThumb", chart, form::Kind::ChartOption, "picSlide", {}, "", "", false});
@@ -64,8 +65,14 @@ std::string WizardProgram::page() const {
   return {};
 }
 
+void WizardProgram::let_page_settle() const {
+  // Answered once the page is there as a whole.
+  SendMessageW(window_, WM_NULL, 0, 0);
+  Sleep(GetDoubleClickTime() + 1);
+}
+
 void WizardProgram::wait_for_page(std::string_view tag) const {
-  if (wait_until([&] { return support::equal_ignoring_case(page(), tag); })) return;
+  if (wait_until([&] { return support::equal_ignoring_case(page(), tag); })) return let_page_settle();
   throw std::runtime_error("the page " + std::string(tag) + " does not come up: " + page() + " is shown" +
                            (asks() ? ", with the message: " + message() : ""));
 }
@@ -151,7 +158,7 @@ void WizardProgram::turn_page(std::string_view button) const {
     const std::string now = page();
     return !now.empty() && now != before;
   };
-  if (wait_until([&] { return turned() || asks() || !process_.is_running(); }) && turned()) return;
+  if (wait_until([&] { return turned() || asks() || !process_.is_running(); }) && turned()) return let_page_settle();
   throw std::runtime_error("the page " + before + " cannot be left" + (asks() ? ": " + message() : ""));
 }
 

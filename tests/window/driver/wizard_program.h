@@ -29,7 +29,7 @@ class WizardProgram {
 
   /// The tag of the page shown; empty where none is.
   std::string page() const;
-  /// Fails (std::runtime_error, naming the page that is shown) where it does not come up.
+  /// Until it has settled. Fails (std::runtime_error, naming the page that is shown) where it does not come up.
   void wait_for_page(std::string_view tag) const;
 
   /// Throws std::runtime_error where there is no such control.
@@ -48,7 +48,9 @@ class WizardProgram {
   void press(std::string_view path) const;
   void type(std::string_view path, std::string_view text) const;
   void choose(std::string_view path, int entry) const;
-  /// Presses Next or Back and waits until another page is shown.
+  /// Waits until a click on a page that has just come up is taken for one that is meant for it.
+  void let_page_settle() const;
+  /// Presses Next or Back and waits until another page is shown and has settled.
   void next() const { turn_page("Command1(0)"); }
   void back() const { turn_page("Command1(1)"); }
   /// Next until the page is shown.
