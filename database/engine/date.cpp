@@ -12,6 +12,7 @@ namespace {
 constexpr std::int64_t days_of_era = 146097;
 /// From 0000-03-01 to 1899-12-30.
 constexpr std::int64_t days_before_day_zero = 693899;
+constexpr int error_outside_calendar = 6;
 
 }  // namespace
 
@@ -45,14 +46,13 @@ Date date_of_seconds(std::int64_t seconds) noexcept {
 Date date_from(int year, int month, int day, int hour, int minute, int second) {
   const std::int64_t time = (std::int64_t{hour} * 60 + minute) * 60 + second;
   const Date date = date_of_seconds(day_number(year, month, day) * seconds_per_day + time);
-  constexpr int overflow = 6;
-  if (!in_calendar(date.days)) raise(overflow);
+  if (!in_calendar(date.days)) raise(error_outside_calendar);
   return date;
 }
 
 CalendarTime calendar_time(Date date) {
-  const auto nearer_end = static_cast<double>(date.days < 0 ? first_day : last_day);
-  const std::int64_t seconds = seconds_of({in_calendar(date.days) ? date.days : nearer_end});
+  if (!in_calendar(date.days)) raise(error_outside_calendar);
+  const std::int64_t seconds = seconds_of(date);
   const std::int64_t number = divide_down(seconds, seconds_per_day);
   const std::int64_t time = seconds - number * seconds_per_day;
   const std::int64_t day = number + days_before_day_zero;

@@ -28,7 +28,7 @@ struct CalendarTime {
 
 /// Months, days and times beyond their ranges run on. Raises 6 outside the calendar.
 Date date_from(int year, int month, int day, int hour = 0, int minute = 0, int second = 0);
-/// To the nearest second. A moment outside the calendar counts as its nearer end.
+/// To the nearest second. Raises 6 outside the calendar.
 CalendarTime calendar_time(Date date);
 /// "YYYY-MM-DD HH:MM:SS".
 std::string iso_text(Date date);

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <array>
 #include <utility>
+#include <vector>
 
 #include "database/engine/week.h"
 #include "support/common_code.h"
@@ -37,15 +38,28 @@ class Scanner {
     if (rest_.empty() || characters.find(rest_.front()) == std::string_view::npos) return '\0';
     return take();
   }
-  void skip_blanks() {
-    while (one_of(" \t")) {
+  void skip_blanks() { skip(" \t"); }
+  bool at_end() const { return rest_.empty(); }
+  void skip(std::string_view characters) {
+    while (one_of(characters)) {
     }
   }
-  bool at_end() const { return rest_.empty(); }
-  /// The character after the first number, which tells a day from a time.
-  char after_number() const {
-    const std::size_t end = rest_.find_first_not_of("0123456789");
-    return end == std::string_view::npos ? '\0' : rest_[end];
+  /// The letters at the front, or "".
+  std::string_view word() {
+    const auto is_letter = [](char character) {
+      return (character >= 'a' && character <= 'z') || (character >= 'A' && character <= 'Z') ||
+             static_cast<unsigned char>(character) >= 0x80;
+    };
+    const auto end = std::ranges::find_if_not(rest_, is_letter);
+    const std::string_view letters(rest_.begin(), end);
+    rest_.remove_prefix(letters.size());
+    return letters;
+  }
+  /// Passes over the word, whatever its case; false where it does not stand here.
+  bool accept(std::string_view wanted) {
+    if (wanted.empty() || !support::equal_ignoring_case(rest_.substr(0, wanted.size()), wanted)) return false;
+    rest_.remove_prefix(wanted.size());
+    return true;
   }
 
  private:
@@ -92,42 +106,110 @@ std::optional<Day> read_day(Scanner& scanner, std::string_view order) {
   return day;
 }
 
-/// In seconds.
-std::optional<int> read_time(Scanner& scanner) {
+/// Before or after noon, as the names or English have it; nothing where neither follows.
+std::optional<bool> read_afternoon(Scanner& scanner, const support::LocaleNames& names) {
+  for (const std::string_view morning : {std::string_view(names.morning), std::string_view("AM")}) {
+    if (scanner.accept(morning)) return false;
+  }
+  for (const std::string_view afternoon : {std::string_view(names.afternoon), std::string_view("PM")}) {
+    if (scanner.accept(afternoon)) return true;
+  }
+  return std::nullopt;
+}
+
+/// In seconds. The minutes may be missing where AM or PM follows.
+std::optional<int> read_time(Scanner& scanner, const support::LocaleNames& names) {
   const std::optional<Digits> hour = scanner.digits();
-  if (!hour || !scanner.one_of(":")) return std::nullopt;
-  const std::optional<Digits> minute = scanner.digits();
-  std::optional<Digits> second = Digits{};
-  if (scanner.one_of(":")) second = scanner.digits();
-  if (!minute || !second || hour->value > 23 || minute->value > 59 || second->value > 59) return std::nullopt;
-  int hours = hour->value;
+  std::optional<Digits> minute = Digits{}, second = Digits{};
+  const bool has_minutes = scanner.one_of(":") != '\0';
+  if (has_minutes) minute = scanner.digits();
+  if (has_minutes && scanner.one_of(":")) second = scanner.digits();
+  if (!hour || !minute || !second || hour->value > 23 || minute->value > 59 || second->value > 59) return std::nullopt;
   scanner.skip_blanks();
-  if (const char half = scanner.one_of("AaPp")) {
-    if (!scanner.one_of("Mm") || hours < 1 || hours > 12) return std::nullopt;
-    hours = hours % 12 + (half == 'P' || half == 'p' ? 12 : 0);
+  int hours = hour->value;
+  const std::optional<bool> afternoon = read_afternoon(scanner, names);
+  if (!afternoon && !has_minutes) return std::nullopt;
+  if (afternoon) {
+    if (hours < 1 || hours > 12) return std::nullopt;
+    hours = hours % 12 + (*afternoon ? 12 : 0);
   }
   return hours * 3600 + minute->value * 60 + second->value;
 }
 
-std::optional<Date> read_date(std::string_view text, std::string_view order, bool either_way) {
-  Scanner scanner{text};
-  scanner.skip_blanks();
-  std::int64_t seconds = 0;
-  if (scanner.after_number() != ':') {
-    std::optional<Day> day = read_day(scanner, order);
-    if (day && either_way && !is_day(*day)) std::swap(day->day, day->month);
-    if (!day || !is_day(*day)) return std::nullopt;
-    seconds = day_number(day->year, day->month, day->day) * seconds_per_day;
-    scanner.skip_blanks();
+/// Position of the name in one of the lists, full stops at its end left out; nothing where none has it.
+template <std::size_t count>
+std::optional<int> find_name(std::string_view word, const std::array<std::string, count>& names,
+                             const std::array<std::string, count>& short_names) {
+  for (std::size_t i = 0; i < count; ++i) {
+    for (const std::string_view name : {std::string_view(names[i]), std::string_view(short_names[i])}) {
+      if (support::equal_ignoring_case(support::strip(name, "."), word)) return static_cast<int>(i);
+    }
   }
-  if (!scanner.at_end()) {
-    const std::optional<int> time = read_time(scanner);
-    if (!time) return std::nullopt;
-    seconds += *time;
+  return std::nullopt;
+}
+
+/// A day with its month as a word: "7. März 2024", "Donnerstag, 7. März 2024", "March 7, 2024", "7-Mrz-24".
+std::optional<Day> read_worded_day(Scanner& scanner, const support::LocaleNames& names) {
+  std::optional<int> weekday, month;
+  std::vector<Digits> numbers;
+  while (!month || numbers.size() < 2) {
+    scanner.skip(" \t.,/-");
+    const std::string_view word = scanner.word();
+    if (word.empty()) {
+      const std::optional<Digits> number = scanner.digits();
+      if (!number || numbers.size() == 2) return std::nullopt;
+      numbers.push_back(*number);
+    } else if (!weekday && !month && numbers.empty() && find_name(word, names.weekdays, names.short_weekdays)) {
+      weekday = find_name(word, names.weekdays, names.short_weekdays);
+    } else if (!month) {
+      month = find_name(word, names.months, names.short_months);
+      if (!month) return std::nullopt;
+    } else {
+      return std::nullopt;
+    }
   }
+  if (numbers.front().count > 2) std::swap(numbers.front(), numbers.back());
+  const Day day{full_year(numbers.back()), *month + 1, numbers.front().value};
+  if (numbers.front().count > 2 || !is_day(day)) return std::nullopt;
+  const bool fits = !weekday || weekday_from(day_number(day.year, day.month, day.day), 1) == *weekday + 1;
+  return fits ? std::optional(day) : std::nullopt;
+}
+
+/// How a text's day is written.
+struct DayForm {
+  std::string_view order;
+  /// A day that can only be meant with day and month changed over is taken that way.
+  bool either_way = false;
+  const support::LocaleNames& names;
+};
+
+std::optional<Day> read_numbered_day(Scanner& scanner, const DayForm& form) {
+  std::optional<Day> day = read_day(scanner, form.order);
+  if (day && form.either_way && !is_day(*day)) std::swap(day->day, day->month);
+  return day && is_day(*day) ? day : std::nullopt;
+}
+
+/// Seconds of the time of day up to the text's end.
+std::optional<int> read_rest(Scanner& scanner, const support::LocaleNames& names) {
   scanner.skip_blanks();
-  if (!scanner.at_end()) return std::nullopt;
-  return date_of_seconds(seconds);
+  std::optional<int> time = 0;
+  if (!scanner.at_end()) time = read_time(scanner, names);
+  scanner.skip_blanks();
+  return scanner.at_end() ? time : std::nullopt;
+}
+
+std::optional<Date> read_date(std::string_view text, const DayForm& form) {
+  Scanner begin{text};
+  begin.skip_blanks();
+  for (const bool worded : {false, true}) {
+    Scanner scanner = begin;
+    const std::optional<Day> day = worded ? read_worded_day(scanner, form.names) : read_numbered_day(scanner, form);
+    const std::optional<int> time = day ? read_rest(scanner, form.names) : std::nullopt;
+    if (time) return date_of_seconds(day_number(day->year, day->month, day->day) * seconds_per_day + *time);
+  }
+  if (begin.at_end()) return std::nullopt;
+  const std::optional<int> time = read_rest(begin, form.names);
+  return time ? std::optional(date_of_seconds(*time)) : std::nullopt;
 }
 
 /// The letters of the user's short date in their order.
@@ -181,9 +263,15 @@ std::string time_text(const CalendarTime& time) {
 
 }  // namespace
 
-std::optional<Date> parse_date(std::string_view text, std::string_view order) { return read_date(text, order, false); }
+std::optional<Date> parse_date(std::string_view text, std::string_view order) {
+  static const support::LocaleNames english = support::english_names();
+  return read_date(text, {order, false, english});
+}
 
-std::optional<Date> parse_user_date(std::string_view text) { return read_date(text, user_order(), true); }
+std::optional<Date> parse_user_date(std::string_view text) {
+  const std::string order = user_order();
+  return read_date(text, {order, true, support::user_locale().names});
+}
 
 std::string date_text(Date date) {
   const CalendarTime time = calendar_time(date);

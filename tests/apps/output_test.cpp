@@ -28,6 +28,17 @@ TEST(ValueOutput, ShowsEachKindInJsonAndAsACell) {
     engine::Value value;
     std::string json, cell;
   };
+  // Numbers in full as long as that is readable.
+  for (const auto& [number, text] : {std::pair{100000.0, "100000"},
+                                     {1e14, "100000000000000"},
+                                     {-2e6, "-2000000"},
+                                     {1e15, "1e+15"},
+                                     {0.00002, "0.00002"},
+                                     {1e-6, "1e-06"},
+                                     {-0.0, "0"}}) {
+    EXPECT_EQ(json_of(number), text);
+    EXPECT_EQ(json_of(static_cast<float>(number)), text);
+  }
   const Case cases[] = {
       {engine::Null{}, "null", ""},
       {true, "-1", "-1"},

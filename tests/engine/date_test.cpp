@@ -16,7 +16,7 @@ TEST(Dates, CountOverTheWholeCalendar) {
   for (const Case& row :
        {Case{0, "1899-12-30 00:00:00"}, Case{-1.25, "1899-12-29 06:00:00"}, Case{-657434, "0100-01-01 00:00:00"},
         Case{2958465, "9999-12-31 00:00:00"}, Case{60, "1900-02-28 00:00:00"}, Case{36585, "2000-02-29 00:00:00"},
-        Case{45000.999999, "2023-03-16 00:00:00"}, Case{1e300, "9999-12-31 00:00:00"}}) {
+        Case{45000.999999, "2023-03-16 00:00:00"}}) {
     EXPECT_EQ(iso_text(Date{row.days}), row.text);
   }
   for (double days = -657434; days <= 2958465; days += 371.5) {
@@ -26,6 +26,9 @@ TEST(Dates, CountOverTheWholeCalendar) {
   EXPECT_EQ(date_from(2023, 14, 31), date_from(2024, 3, 2)) << "months and days beyond the end run on";
   EXPECT_EQ(date_from(2024, -12, 0), date_from(2022, 11, 30));
   EXPECT_EQ(error_number([] { date_from(99, 12, 31); }), 6);
+  for (const double days : {1e300, 2958466.0, -657435.0}) {
+    EXPECT_EQ(error_number([=] { iso_text(Date{days}); }), 6) << days;
+  }
 }
 
 TEST(Dates, KeepEverySecondBeforeAndAfterDayZero) {

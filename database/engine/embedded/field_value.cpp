@@ -60,7 +60,7 @@ Value value_for_field(const FieldDefinition& field, const Value& value) {
 Value value_of_number(double number, DataType type) {
   if (type == DataType::Boolean) return number != 0;
   if (type == DataType::Single) return static_cast<float>(number);
-  if (type == DataType::Date) return Date{number};
+  if (type == DataType::Date && in_calendar(number)) return Date{number};
   const bool fits = std::trunc(number) == number && number >= std::numeric_limits<std::int32_t>::min() &&
                     number <= std::numeric_limits<std::int32_t>::max();
   if (is_whole_type(type) && fits) return static_cast<std::int32_t>(number);

@@ -21,6 +21,14 @@ State* state_of(sqlite3_context* context) noexcept {
   return static_cast<State*>(sqlite3_aggregate_context(context, sizeof(State)));
 }
 
+void report_overflow(sqlite3_context* context) noexcept {
+  try {
+    raise(error_overflow);
+  } catch (...) {
+    report_current_exception(context);
+  }
+}
+
 void spread_step(sqlite3_context* context, int, sqlite3_value** arguments) noexcept {
   auto* const spread = state_of<Spread>(context);
   if (spread == nullptr) return sqlite3_result_error_nomem(context);
@@ -37,7 +45,36 @@ void spread_result(sqlite3_context* context) noexcept {
   const std::int64_t fewest = sample ? 2 : 1;
   if (spread == nullptr || spread->count < fewest) return sqlite3_result_null(context);
   const double variance = spread->squares / static_cast<double>(spread->count - (sample ? 1 : 0));
+  if (!std::isfinite(variance)) return report_overflow(context);
   sqlite3_result_double(context, root ? std::sqrt(variance) : variance);
+}
+
+/// A sum, and what adding up has lost of it: of many small values beside a large one nothing is left out.
+struct Total {
+  std::int64_t count;
+  double sum;
+  double lost;
+};
+
+void total_step(sqlite3_context* context, int, sqlite3_value** arguments) noexcept {
+  auto* const total = state_of<Total>(context);
+  if (total == nullptr) return sqlite3_result_error_nomem(context);
+  if (sqlite3_value_type(arguments[0]) == SQLITE_NULL) return;
+  const double value = sqlite3_value_double(arguments[0]);
+  const double sum = total->sum + value;
+  if (!std::isfinite(sum)) return report_overflow(context);
+  total->lost += std::abs(total->sum) > std::abs(value) ? (total->sum - sum) + value : (value - sum) + total->sum;
+  total->sum = sum;
+  ++total->count;
+}
+
+template <bool mean>
+void total_result(sqlite3_context* context) noexcept {
+  const auto* const total = static_cast<const Total*>(sqlite3_aggregate_context(context, 0));
+  if (total == nullptr || total->count == 0) return sqlite3_result_null(context);
+  const double sum = total->sum + total->lost;
+  const double value = mean ? sum / static_cast<double>(total->count) : sum;
+  std::isfinite(value) ? sqlite3_result_double(context, value) : report_overflow(context);
 }
 
 struct Kept {
@@ -81,6 +118,8 @@ struct AggregateRow {
 };
 
 constexpr AggregateRow aggregate_table[] = {
+    {"jet_sum", total_step, total_result<false>},
+    {"jet_avg", total_step, total_result<true>},
     {"jet_stdev", spread_step, spread_result<true, true>},
     {"jet_stdevp", spread_step, spread_result<false, true>},
     {"jet_var", spread_step, spread_result<true, false>},

@@ -77,6 +77,16 @@ const Literal* as_literal(const Expression& expression) noexcept {
   return std::get_if<Literal>(&behind_alias(expression).node);
 }
 
+bool is_same_for_all_rows(const Expression& expression) noexcept {
+  const Expression& shown = behind_alias(expression);
+  if (std::holds_alternative<ColumnName>(shown.node)) return false;
+  bool same = true;
+  visit_parts(
+      shown, [&](const Expression& part) { same = same && is_same_for_all_rows(part); },
+      [&](const QueryTree&) { same = false; });
+  return same;
+}
+
 bool is_predicate(const Expression& expression) noexcept {
   return std::visit(Overloaded{[](const Literal&) { return false; }, [](const ColumnName&) { return false; },
                                [](const ScalarSelect&) { return false; },

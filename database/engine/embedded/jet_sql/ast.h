@@ -319,6 +319,9 @@ const Expression& behind_alias(const Expression& expression) noexcept;
 /// The literal that an expression is, seen through aliases; null where it is none.
 const Literal* as_literal(const Expression& expression) noexcept;
 
+/// True where no column and no subselect is in it: the same for every row.
+bool is_same_for_all_rows(const Expression& expression) noexcept;
+
 /// True for a condition by its form: a comparison, a logical operator, LIKE, IN, IsNull(…), ….
 bool is_predicate(const Expression& expression) noexcept;
 

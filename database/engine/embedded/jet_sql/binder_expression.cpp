@@ -124,7 +124,10 @@ ValueType type_of_first(const FunctionRow& row, const ValueType& first) {
   if (row.name == "abs" && first.is_whole()) {
     return type_of_whole(0, std::max(std::abs(first.low), std::abs(first.high))).with_null(first.nullable);
   }
-  return first.with_null(true);
+  ValueType type = first.with_null(true);
+  // The whole number below the first moment of the calendar is no date.
+  if (number) type.in_calendar = false;
+  return type;
 }
 
 ValueType type_of_text(const FunctionRow& row, const ValueType& first) {
@@ -338,6 +341,10 @@ void Binder::bind_node(Expression& expression, Call& call, Scope& scope) {
     bind_arguments(call, scope);
   }
   for (const ExpressionPtr& argument : call.arguments) contain(expression, argument);
+  if (row.form == FunctionForm::Conversion && call.arguments.front()->type.kind == Kind::Null &&
+      is_same_for_all_rows(*call.arguments.front())) {
+    raise(error_invalid_null);
+  }
   expression.type = counts_rows ? type_of_kind(Kind::Long).with_null(false) : type_of_call(call);
 }
 

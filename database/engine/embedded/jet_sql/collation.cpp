@@ -1,18 +1,10 @@
 #include "database/engine/embedded/jet_sql/collation.h"
 
 #include <array>
-#include <cstdint>
-#include <cstring>
 
 namespace engine::embedded::jet_sql {
 
 namespace {
-
-/// What a character counts as: the letter or sign that orders it, then the accent that tells it from its likes.
-struct Weight {
-  std::uint32_t primary;
-  std::uint16_t secondary;
-};
 
 // Signs go by their code, before all others.
 constexpr std::uint32_t sign_weight = 0;
@@ -21,15 +13,15 @@ constexpr std::uint32_t digit_weight = 0x3000;
 constexpr std::uint32_t letter_weight = 0x3100;
 constexpr std::uint32_t other_weight = 0x10000;
 
-constexpr Weight weight_of_ascii(unsigned char code) noexcept {
+constexpr CharacterWeight weight_of_ascii(unsigned char code) noexcept {
   if (code >= 'A' && code <= 'Z') return {letter_weight + code, 0};
   if (code >= 'a' && code <= 'z') return {letter_weight + code - 'a' + 'A', 0};
   if (code >= '0' && code <= '9') return {digit_weight + code, 0};
   return {sign_weight + code, 0};
 }
 
-constexpr std::array<Weight, 128> ascii_weights = [] {
-  std::array<Weight, 128> weights{};
+constexpr std::array<CharacterWeight, 128> ascii_weights = [] {
+  std::array<CharacterWeight, 128> weights{};
   for (std::size_t code = 0; code < weights.size(); ++code) {
     weights[code] = weight_of_ascii(static_cast<unsigned char>(code));
   }
@@ -50,7 +42,7 @@ constexpr Extra extra_letters[] = {
     {0x152, 'O', 0x41}, {0x153, 'O', 0x41}, {0x178, 'Y', 0x5F}, {0x192, 'F', 0x40},
 };
 
-Weight weight_of(char32_t code) noexcept {
+CharacterWeight weight_of(char32_t code) noexcept {
   if (code >= 0xC0 && code <= 0xFF) {
     const char plain = plain_letters[code - 0xC0];
     if (plain == '*' || plain == '/') return {sign_weight + static_cast<std::uint32_t>(code), 0};
@@ -66,7 +58,7 @@ Weight weight_of(char32_t code) noexcept {
 }
 
 /// Reads the next character's weight. Precondition: the text is not empty.
-Weight take(std::string_view& text) noexcept {
+CharacterWeight take(std::string_view& text) noexcept {
   const auto lead = static_cast<unsigned char>(text.front());
   if (lead < 0x80) {
     text.remove_prefix(1);
@@ -106,6 +98,10 @@ int sign_of(std::int64_t difference) noexcept { return difference < 0 ? -1 : dif
 
 }  // namespace
 
+CharacterWeight weight_of_character(char32_t code) noexcept {
+  return code < 0x80 ? ascii_weights[code] : weight_of(code);
+}
+
 int compare_texts(std::string_view left, std::string_view right) noexcept {
   if (left == right) return 0;
   left = without_trailing_blanks(left);
@@ -115,8 +111,8 @@ int compare_texts(std::string_view left, std::string_view right) noexcept {
   right.remove_prefix(equal);
   int accents = 0;
   while (!left.empty() && !right.empty()) {
-    const Weight one = take(left);
-    const Weight other = take(right);
+    const CharacterWeight one = take(left);
+    const CharacterWeight other = take(right);
     if (one.primary != other.primary) return one.primary < other.primary ? -1 : 1;
     if (accents == 0) accents = sign_of(std::int64_t{one.secondary} - other.secondary);
   }

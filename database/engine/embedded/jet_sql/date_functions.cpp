@@ -79,35 +79,40 @@ int first_weekday(const FunctionCall& call, int position) {
   return first_weekday_of(call.has(position) ? call.whole(position) : 1);
 }
 
-void date_difference(FunctionCall& call) {
-  const Unit unit = unit_of(call.text(0));
-  const Date from = call.date(1);
-  const Date until = call.date(2);
+std::int64_t difference_of(const FunctionCall& call, Unit unit, Date from, Date until) {
   const CalendarTime first = calendar_time(from);
   const CalendarTime second = calendar_time(until);
   const std::int64_t years = std::int64_t{second.year} - first.year;
   const std::int64_t days = day_of(until) - day_of(from);
   switch (unit) {
     case Unit::Year:
-      return call.result(years);
+      return years;
     case Unit::Quarter:
-      return call.result(years * 4 + (second.month - 1) / 3 - (first.month - 1) / 3);
+      return years * 4 + (second.month - 1) / 3 - (first.month - 1) / 3;
     case Unit::Month:
-      return call.result(years * 12 + second.month - first.month);
+      return years * 12 + second.month - first.month;
     case Unit::Day:
     case Unit::DayOfYear:
-      return call.result(days);
+      return days;
     case Unit::Weekday:
-      return call.result(days / 7);
+      return days / 7;
     case Unit::Week: {
       const int start = first_weekday(call, 3);
-      return call.result(week_number(day_of(until), start) - week_number(day_of(from), start));
+      return week_number(day_of(until), start) - week_number(day_of(from), start);
     }
     default: {
       const std::int64_t length = length_of(unit);
-      return call.result(divide_down(seconds_of(until), length) - divide_down(seconds_of(from), length));
+      return divide_down(seconds_of(until), length) - divide_down(seconds_of(from), length);
     }
   }
+}
+
+/// A Long.
+void date_difference(FunctionCall& call) {
+  const Unit unit = unit_of(call.text(0));
+  const std::int64_t difference = difference_of(call, unit, call.date(1), call.date(2));
+  if (difference != static_cast<std::int32_t>(difference)) raise(error_overflow);
+  call.result(difference);
 }
 
 void date_part(FunctionCall& call) {

@@ -10,6 +10,7 @@ inline constexpr int error_overflow = 6;
 inline constexpr int error_division_by_zero = 11;
 inline constexpr int error_type_mismatch = 13;
 inline constexpr int error_invalid_pattern = 93;
+inline constexpr int error_invalid_null = 94;
 inline constexpr int error_table_exists = 3010;
 inline constexpr int error_duplicate_value = 3022;
 inline constexpr int error_null_in_key = 3058;

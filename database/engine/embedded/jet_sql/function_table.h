@@ -9,8 +9,9 @@
 namespace engine::embedded::jet_sql {
 
 enum class FunctionForm {
-  Plain,      ///< one call of the SQLite function
-  Aggregate,  ///< the same, over the rows of a group
+  Plain,       ///< one call of the SQLite function
+  Conversion,  ///< the same; Null of a constant is error 94, of a column Null
+  Aggregate,   ///< the same, over the rows of a group
   // Written out as SQLite operators
   IsNull,
   IIf,

@@ -10,13 +10,19 @@ namespace {
 // Local time in whole seconds since 1899-12-30; SQLite gives one moment for the whole statement.
 constexpr std::string_view seconds_now = "CAST(round((julianday('now', 'localtime') - 2415018.5) * 86400) AS INTEGER)";
 
-/// A number other than 0 that a constant surely is.
-bool is_nonzero_literal(const Expression& expression) noexcept {
+/// A number of 1 or more that a constant surely is: dividing by it makes no number larger, nor another sign of it.
+bool is_safe_divisor(const Expression& expression) noexcept {
   const Literal* const literal = as_literal(expression);
   if (literal == nullptr) return false;
-  if (const auto* whole = std::get_if<std::int64_t>(&literal->value)) return *whole != 0;
+  if (const auto* whole = std::get_if<std::int64_t>(&literal->value)) return *whole >= 1;
   const auto* number = std::get_if<double>(&literal->value);
-  return number != nullptr && *number != 0;
+  return number != nullptr && *number >= 1;
+}
+
+/// No sum or product of two such values is infinite.
+bool is_bounded(const ValueType& type) noexcept {
+  return type.is_whole() || type.kind == Kind::Single || type.kind == Kind::Null ||
+         (type.kind == Kind::Date && type.in_calendar);
 }
 
 bool is_whole_type(const Expression& expression) noexcept { return expression.type.is_whole(); }
@@ -116,8 +122,13 @@ void Generator::add(const ValueType& type, const Binary& binary) {
 }
 
 void Generator::operation(const ValueType& type, std::string_view sqlite_operator, const Binary& binary) {
+  const bool checked = !is_bounded(binary.left->type) || !is_bounded(binary.right->type);
   if (type.kind == Kind::Single) write("jet_single");
+  if (type.kind == Kind::Double && checked) write("jet_finite");
+  if (type.kind == Kind::Date && checked) write("jet_in_calendar");
   write("(");
+  // SQLite would give all digits of a product that a Double does not hold.
+  if (type.kind == Kind::Double && binary.op == BinaryOperator::Multiply) write("1.0 * ");
   number(*binary.left);
   write(sqlite_operator);
   number(*binary.right);
@@ -133,7 +144,7 @@ void Generator::function(std::string_view sqlite_name, const Binary& binary) {
 }
 
 void Generator::divide(const Binary& binary) {
-  if (!is_nonzero_literal(*binary.right)) return function("jet_divide(", binary);
+  if (!is_safe_divisor(*binary.right)) return function("jet_divide(", binary);
   write("(1.0 * ");
   number(*binary.left);
   write(" / ");
@@ -144,7 +155,7 @@ void Generator::divide(const Binary& binary) {
 void Generator::whole_divide(const Binary& binary) {
   const bool divide = binary.op == BinaryOperator::WholeDivide;
   // SQLite's own operators cut towards 0 as well, but only where nothing has to be rounded first.
-  if (is_whole_type(*binary.left) && is_whole_type(*binary.right) && is_nonzero_literal(*binary.right)) {
+  if (is_whole_type(*binary.left) && is_whole_type(*binary.right) && is_safe_divisor(*binary.right)) {
     return operation(type_of_kind(Kind::Long), divide ? " / " : " % ", binary);
   }
   function(divide ? "jet_whole_divide(" : "jet_modulo(", binary);
@@ -153,6 +164,7 @@ void Generator::whole_divide(const Binary& binary) {
 void Generator::call(const Call& call) {
   switch (call.row->form) {
     case FunctionForm::Plain:
+    case FunctionForm::Conversion:
     case FunctionForm::Aggregate:
       return plain_call(call);
     case FunctionForm::IIf:
@@ -177,6 +189,10 @@ void Generator::call(const Call& call) {
 }
 
 void Generator::plain_call(const Call& call) {
+  // What rounds a Single works with the decimal number that the user sees.
+  const bool single = call.row->rule == ResultRule::FirstArgument && argument_letter(*call.row, 0) == 'w' &&
+                      call.arguments.front()->type.kind == Kind::Single;
+  if (single) write("jet_single(");
   write(call.row->sqlite_name);
   const bool has_date_form = argument_letter(*call.row, 0) == 'v';
   if (has_date_form && call.arguments.front()->type.kind == Kind::Date) write("_date");
@@ -185,11 +201,16 @@ void Generator::plain_call(const Call& call) {
   bool first = true;
   for (std::size_t i = 0; i < call.arguments.size(); ++i) {
     if (!std::exchange(first, false)) write(", ");
-    argument(*call.arguments[i], argument_letter(*call.row, i));
+    const Expression& given = *call.arguments[i];
+    const bool refuses_null =
+        call.row->form == FunctionForm::Conversion && given.type.nullable && is_same_for_all_rows(given);
+    if (refuses_null) write("jet_required(");
+    argument(given, argument_letter(*call.row, i));
+    if (refuses_null) write(", 94, '')");
   }
   const bool aggregate = call.row->form == FunctionForm::Aggregate;
   if (aggregate && !call.star && call.arguments.front()->type.is_text()) write(" COLLATE JET");
-  write(")");
+  write(single ? "))" : ")");
 }
 
 void Generator::argument(const Expression& expression, char letter) {

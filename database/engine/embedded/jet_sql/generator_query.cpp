@@ -166,8 +166,13 @@ void Generator::output_at(const Select& select, std::size_t position, const Valu
 }
 
 void Generator::output_as(const OutputColumn& shown, const ValueType& type, bool collate) {
+  const bool date = type.kind == Kind::Date && shown.type.kind != Kind::Null;
   if (type.is_text() || shown.type.kind == Kind::Variant) {
     as_text(shown.type, [&] { output(shown); });
+  } else if (date && (shown.type.kind != Kind::Date || !shown.type.in_calendar)) {
+    write("jet_in_calendar(");
+    output(shown);
+    write(")");
   } else {
     output(shown);
   }

@@ -67,9 +67,10 @@ std::size_t LikePattern::read_list(const std::u32string& pattern, std::size_t po
   }
   while (current < end) {
     const bool range = current + 2 < end && pattern[current + 1] == U'-';
-    const char32_t until = pattern[range ? current + 2 : current];
-    if (until < pattern[current]) raise(error_invalid_pattern);
-    list.ranges.push_back({pattern[current], until});
+    const CharacterWeight from = weight_of_character(pattern[current]);
+    const CharacterWeight until = weight_of_character(pattern[range ? current + 2 : current]);
+    if (until < from) raise(error_invalid_pattern);
+    list.ranges.push_back({from, until});
     current += range ? 3 : 1;
   }
   if (!list.ranges.empty()) elements_.push_back(std::move(list));
@@ -82,10 +83,12 @@ bool LikePattern::accepts(const Element& element, char32_t character) {
       return element.character == character;
     case Element::Kind::Digit:
       return character >= U'0' && character <= U'9';
-    case Element::Kind::List:
+    case Element::Kind::List: {
+      const CharacterWeight weight = weight_of_character(character);
       return element.negated != std::any_of(element.ranges.begin(), element.ranges.end(), [&](const Range& range) {
-               return character >= range.from && character <= range.until;
+               return weight >= range.from && weight <= range.until;
              });
+    }
     default:
       return true;
   }

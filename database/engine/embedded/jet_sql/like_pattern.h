@@ -1,10 +1,12 @@
 // A pattern of LIKE: "*" any characters, "?" one character, "#" one digit, "[a-z]" one of a list, "[!a-z]" none of it.
-// Without regard to case.
+// Without regard to case; a range holds what the collation orders between its ends, "ä" between "a" and "b".
 #pragma once
 
 #include <string>
 #include <string_view>
 #include <vector>
+
+#include "database/engine/embedded/jet_sql/collation.h"
 
 namespace engine::embedded::jet_sql {
 
@@ -17,8 +19,8 @@ class LikePattern {
 
  private:
   struct Range {
-    char32_t from;
-    char32_t until;
+    CharacterWeight from;
+    CharacterWeight until;
   };
   struct Element {
     enum class Kind { Character, AnyOne, AnyMany, Digit, List } kind;

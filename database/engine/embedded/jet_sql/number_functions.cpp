@@ -43,7 +43,9 @@ void divide(FunctionCall& call) {
 void whole_divide(FunctionCall& call) {
   const std::int64_t divisor = call.whole(1);
   if (divisor == 0) raise(error_division_by_zero);
-  call.result(call.whole(0) / divisor);
+  const std::int64_t quotient = call.whole(0) / divisor;
+  if (quotient > std::numeric_limits<std::int32_t>::max()) raise(error_overflow);
+  call.result(quotient);
 }
 
 void modulo(FunctionCall& call) {
@@ -66,9 +68,14 @@ void add(FunctionCall& call) {
     std::string text(call.text(0));
     call.result(text += call.text(1));
   } else {
-    call.result(call.number(0) + call.number(1));
+    call.result(finite(call.number(0) + call.number(1)));
   }
 }
+
+/// What an operator of SQLite's gave. Its own arithmetic goes on with infinity, and makes Null of what is no number.
+void check_finite(FunctionCall& call) { call.result(finite(call.number(0))); }
+
+void check_date(FunctionCall& call) { call.result(call.date(0)); }
 
 /// Negative, 0 or positive; a text beside a number is error 3464.
 void compare_values(FunctionCall& call) {
@@ -87,6 +94,8 @@ void round(FunctionCall& call) {
   if (decimals < 0 || decimals > most_round_decimals) raise(error_invalid_call);
   if (call.is_whole(0)) return call.result_argument(0);
   const double scale = std::pow(10.0, decimals);
+  // A number of this size has no such decimals.
+  if (!std::isfinite(call.number(0) * scale)) return call.result_argument(0);
   // The decimal number that the user sees is rounded: 2.675 is not a little less.
   const double scaled = support::parse_number(number_text(call.number(0) * scale)).value_or(call.number(0) * scale);
   call.result(support::round_half_even(scaled) / scale);
@@ -176,6 +185,8 @@ constexpr ScalarRow number_rows[] = {
     row<modulo>("jet_modulo", 2),
     row<power>("jet_power", 2),
     row<add>("jet_add", 2),
+    row<check_finite>("jet_finite", 1),
+    row<check_date>("jet_in_calendar", 1),
     row<compare_values>("jet_compare", 2),
     row<round>("jet_round", 1),
     row<round>("jet_round", 2),

@@ -119,6 +119,11 @@ void replace(FunctionCall& call) {
   call.result(std::string_view(changed.append(whole, from)));
 }
 
+/// Precondition: a code of CP1252 but 0.
+std::string character_of_code(std::int32_t code) {
+  return support::utf8_from_cp1252(std::string(1, static_cast<char>(code)));
+}
+
 std::size_t fill_length(FunctionCall& call) {
   const std::size_t length = length_argument(call, 0);
   if (length > longest_fill) raise(error_overflow);
@@ -128,7 +133,12 @@ std::size_t fill_length(FunctionCall& call) {
 void space(FunctionCall& call) { call.result(std::string_view(std::string(fill_length(call), ' '))); }
 
 void repeat(FunctionCall& call) {
-  const std::string_view first = support::first_characters(call.text(1), 1);
+  constexpr int codes = 256;
+  // A number is the code of a character; of one beyond the codes, what is left when they are counted off.
+  const std::int32_t code = call.is_text(1) ? 0 : call.whole(1);
+  if (code < 0 || (!call.is_text(1) && code % codes == 0)) raise(error_invalid_call);
+  const std::string first(call.is_text(1) ? support::first_characters(call.text(1), 1)
+                                          : character_of_code(code % codes));
   if (first.empty()) raise(error_invalid_call);
   std::string whole;
   for (std::size_t i = fill_length(call); i > 0; --i) whole += first;
@@ -152,7 +162,7 @@ void code_of(FunctionCall& call) {
 void character_of(FunctionCall& call) {
   const std::int32_t code = call.whole(0);
   if (code < 1 || code > 255) raise(error_invalid_call);
-  call.result(std::string_view(support::utf8_from_cp1252(std::string(1, static_cast<char>(code)))));
+  call.result(std::string_view(character_of_code(code)));
 }
 
 void date_as_text(FunctionCall& call) { call.result(std::string_view(date_text(call.date(0)))); }
