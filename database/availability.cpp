@@ -19,6 +19,7 @@ struct Category {
   std::string_view checksum;
   bool knows_imports = true;
   std::string_view day_column = "vdate";
+  bool has_times = true;
 };
 
 constexpr std::string_view value_checksum = "avg(value)+count(vdate)+typ+stdev(vdate)+stdev(vtime)";
@@ -50,18 +51,27 @@ constexpr std::array<Category, 28> categories = {{
     {"insulin", "(bolusie>0 and basalie=0 and rapid=0)", insulin_checksum},
     {"insulin", "(bolusie=0 and basalie>0)", insulin_checksum},
     {"insulin", "(bolusie>0 and basalie=0 and rapid<>0)", insulin_checksum},
-    {"import", "", "avg(typ)+count(dateofimport)", false, "dateofimport"},
-    {"callback", "category=0", note_checksum, false},
+    {"import", "", "avg(typ)+count(dateofimport)", false, "dateofimport", false},
+    {"callback", "category=0", note_checksum, false, "vdate", false},
     {"insulinpump", "type=1 and amount >0 ", pump_checksum},
     {"insulinpump", "type>1 and amount>0 ", pump_checksum},
     {"insulin", "(bolusie>0 and basalie>0 and rapid=0)", insulin_checksum},
-    {"callback", "category=2", note_checksum, false},
-    {"callback", "category=1", note_checksum, false},
+    {"callback", "category=2", note_checksum, false, "vdate", false},
+    {"callback", "category=1", note_checksum, false, "vdate", false},
     {"steps", "", "avg(total_ns)+count(vdate)+typ+stdev(vdate)+stdev(vtime)"},
 }};
 
-bool selected(const AvailabilityRequest& request, std::size_t category) {
+bool is_asked_for(const AvailabilityRequest& request, std::size_t category) {
   return (static_cast<std::uint32_t>(request.categories) >> category & 1U) != 0;
+}
+
+/// An entry without a time of day lies in no range of times.
+bool is_left_out(const AvailabilityRequest& request, std::size_t category) {
+  return request.days && request.times && !categories[category].has_times;
+}
+
+bool selected(const AvailabilityRequest& request, std::size_t category) {
+  return is_asked_for(request, category) && !is_left_out(request, category);
 }
 
 std::string day_range(const AvailabilityRequest& request) {
@@ -69,8 +79,7 @@ std::string day_range(const AvailabilityRequest& request) {
   std::string text =
       " AND  (vdate BETWEEN " + date_literal(request.days->first) + " AND " + date_literal(request.days->second) + ") ";
   if (request.times) {
-    text += "  AND (vtime BETWEEN " + time_literal(request.times->first) + " AND " +
-            time_literal(request.times->second) + ") ";
+    text += "  AND " + times_condition(request.times->first, request.times->second) + " ";
   }
   return text;
 }
@@ -127,6 +136,16 @@ std::string availability_query(const AvailabilityRequest& request) {
     text += category_query(request, number);
   }
   return text + " ORDER BY typ ASC";
+}
+
+std::vector<std::int16_t> categories_without_times(const AvailabilityRequest& request) {
+  std::vector<std::int16_t> numbers;
+  for (std::size_t number = 0; number < categories.size(); ++number) {
+    if (is_asked_for(request, number) && is_left_out(request, number)) {
+      numbers.push_back(static_cast<std::int16_t>(number));
+    }
+  }
+  return numbers;
 }
 
 std::vector<Availability> find_availability(const Environment& environment, const Target& target,

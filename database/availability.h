@@ -17,7 +17,8 @@ struct AvailabilityRequest {
   std::int32_t categories = -1;
   /// First and last day.
   std::optional<std::pair<engine::Date, engine::Date>> days;
-  /// Times of day; taken only together with days. Tables without a time column make the whole summary fail then.
+  /// Times of day, crossing midnight where the second is before the first; taken only together with days. Categories
+  /// whose entries have no time of day are left out then.
   std::optional<std::pair<engine::Date, engine::Date>> times;
   /// Weekday numbers, comma-separated, 1 Sunday … 7 Saturday; empty or "0": all days.
   std::string weekdays;
@@ -31,6 +32,9 @@ struct Availability {
   engine::Date first, last;
   std::optional<double> checksum;  ///< nothing where the rows have none (a single row has no deviation)
 };
+
+/// The categories asked for that are left out, because times are asked for and their entries have none.
+std::vector<std::int16_t> categories_without_times(const AvailabilityRequest& request);
 
 /// The categories' union as one statement, in category order.
 std::string availability_query(const AvailabilityRequest& request);

@@ -88,23 +88,46 @@ std::optional<BasalEntry> entry_within(engine::Database& database, std::int64_t 
   return first;
 }
 
-std::string basal_selection(const PumpPeriod& period) {
-  Filter filter;
-  filter.date_from = period.date_from;
-  filter.date_until = period.date_until;
-  filter.weekdays = period.weekdays;
-  std::string text = "SELECT * from insulinpump WHERE  amount>=0 AND len(desc) >0 AND (desc<>'-1' or amount=0) AND (" +
-                     filter_text(filter) + ") AND type=1 ";
-  if (period.times) {
-    text += " AND (vtime BETWEEN " + time_literal(period.times->first) + " AND " + time_literal(period.times->second) +
-            ") ";
-  }
-  return text + " ORDER BY vdate+vtime ASC, id ASC, amount ASC";
-}
+/// The seconds that a period begins and ends at.
+struct Span {
+  std::int64_t start = 0, end = 0;
+  bool contains(std::int64_t second) const { return second >= start && second <= end; }
+};
 
 /// The day and the time of day, which is midnight where none is given.
 std::int64_t moment_in(engine::Date day, const engine::Date* time) {
   return basal::seconds(day) + (time ? basal::seconds(*time) : 0);
+}
+
+bool crosses_midnight(const PumpPeriod& period) {
+  return period.times && period.times->second.days < period.times->first.days;
+}
+
+Span span_of(const PumpPeriod& period) {
+  Span span{moment_in(period.date_from, period.times ? &period.times->first : nullptr),
+            moment_in(period.date_until, period.times ? &period.times->second : nullptr)};
+  if (crosses_midnight(period) && span.end < span.start) span.end += basal::seconds_of_day;
+  return span;
+}
+
+std::string basal_selection(const PumpPeriod& period, const Span& span) {
+  Filter filter;
+  filter.date_from = period.date_from;
+  filter.date_until = period.date_until;
+  if (crosses_midnight(period)) filter.date_until = basal::moment_of(span.end - span.end % basal::seconds_of_day);
+  filter.weekdays = period.weekdays;
+  std::string text = "SELECT * from insulinpump WHERE  amount>=0 AND len(desc) >0 AND (desc<>'-1' or amount=0) AND (" +
+                     filter_text(filter) + ") AND type=1 ";
+  if (period.times) {
+    text += " AND " + times_condition(period.times->first, period.times->second) + " ";
+  }
+  return text + " ORDER BY vdate+vtime ASC, id ASC, amount ASC";
+}
+
+/// The selection tells days and times of day, but not that its first day begins in the evening.
+void pass_over_earlier(BasalEntries& entries, const PumpPeriod& period, const Span& span) {
+  if (!crosses_midnight(period)) return;
+  while (!entries.eof() && entries.entry().second < span.start) entries.move_next();
 }
 
 }  // namespace
@@ -112,31 +135,32 @@ std::int64_t moment_in(engine::Date day, const engine::Date* time) {
 float db_IP_CalcBasal(const Environment& environment, const Target& target, const PumpPeriod& period) {
   support::Procedure procedure{"sql!db_IP_CalcBasal"};
   const OpenedTarget opened{environment, target, OpenedTarget::Access::Read};
-  const std::int64_t start = moment_in(period.date_from, period.times ? &period.times->first : nullptr);
-  const std::int64_t end = moment_in(period.date_until, period.times ? &period.times->second : nullptr);
+  const Span span = span_of(period);
   std::optional<BasalEntries> entries;
   bool begins_with_entry = false;
   procedure.step([&] {
-    entries.emplace(opened.database(), basal_selection(period));
-    begins_with_entry = !entries->eof() && entries->entry().second == start;
+    entries.emplace(opened.database(), basal_selection(period, span));
+    pass_over_earlier(*entries, period, span);
+    begins_with_entry = !entries->eof() && entries->entry().second == span.start;
   });
   std::optional<BasalEntry> at_start;
   // Such an entry leaves no time to the rate before it, which takes two selections to find.
   if (!begins_with_entry) {
-    procedure.step([&] { at_start = entry_before(opened.database(), start); });
-    if (!at_start) procedure.step([&] { at_start = entry_within(opened.database(), start, end); });
+    procedure.step([&] { at_start = entry_before(opened.database(), span.start); });
+    if (!at_start) procedure.step([&] { at_start = entry_within(opened.database(), span.start, span.end); });
   }
   basal::Sum sum;
-  if (at_start) sum.add(start, at_start->rate, at_start->duration);
+  if (at_start) sum.add(span.start, at_start->rate, at_start->duration);
   procedure.step([&] {
     for (; entries && !entries->eof(); entries->move_next()) {
       procedure.step([&] {
         const BasalEntry entry = entries->entry();
+        if (crosses_midnight(period) && !span.contains(entry.second)) return;
         sum.add(entry.second, entry.rate, entry.duration);
       });
     }
   });
-  return static_cast<float>(sum.total(end));
+  return static_cast<float>(sum.total(span.end));
 }
 
 namespace {
@@ -162,8 +186,7 @@ std::string statistics_filter(const PumpPeriod& period, std::optional<std::int32
   std::string text =
       " (vdate BETWEEN " + day_literal(period.date_from) + " AND " + day_literal(period.date_until) + ") ";
   if (period.times) {
-    text += " AND (vtime BETWEEN " + minute_literal(period.times->first) + " AND " +
-            minute_literal(period.times->second) + ") ";
+    text += " AND " + times_condition(period.times->first, period.times->second, minute_literal) + " ";
   }
   // The parenthesis stands before the AND, and always has.
   if (profile) text += " (AND profile =" + std::to_string(*profile) + ") ";
@@ -253,12 +276,12 @@ void read_hours(support::Procedure& procedure, const OpenedTarget& opened, const
   } while (next_row(procedure, *rows));
 }
 
+}  // namespace
+
 PumpPeriod with_whole_days(PumpPeriod period) {
   if (!period.times) period.times.emplace(basal::moment_of(0), basal::moment_of(basal::end_of_day));
   return period;
 }
-
-}  // namespace
 
 PumpStatistics db_GetIGPumpStats(const Environment& environment, const Target& target, const PumpPeriod& period,
                                  std::optional<std::int32_t> profile) {

@@ -14,12 +14,16 @@ namespace database {
 
 struct PumpPeriod {
   engine::Date date_from, date_until;
-  /// Times of day: the period begins and ends at them, and entries at other times of each day do not count. Without
-  /// them both days count from their midnight, so that the last day itself is not in the period.
+  /// Times of day: the period begins and ends at them, and entries at other times of each day do not count. Where the
+  /// second is before the first they cross midnight; a period within one day then ends on the next. Without times both
+  /// days count from their midnight, so that the last day itself is not in the period.
   std::optional<std::pair<engine::Date, engine::Date>> times;
   /// Weekday numbers, comma-separated, 1 Sunday … 7 Saturday; empty or "0": all days.
   std::string weekdays;
 };
+
+/// The period with its last day whole, where it has no times.
+PumpPeriod with_whole_days(PumpPeriod period);
 
 /// Basal insulin of a period in units. It begins with the rate of the newest entry of the seven days before; where
 /// there is none, with that of the period's first entry. An entry's rate lasts until the next entry or the period's
@@ -48,8 +52,9 @@ struct PumpStatistics {
   std::vector<Hour> hours;
 };
 
-/// Figures of a period; what cannot be read stays 0. A profile's clause has always been written so that the engine
-/// refuses it: with one, nothing but the basal total is found.
+/// Figures of a period; what cannot be read stays 0. All but the basal total count entries of its days, at its times
+/// without their seconds, to the end of the last day where no times are given. A profile's clause has always been
+/// written so that the engine refuses it: with one, nothing but the basal total is found.
 PumpStatistics db_GetIGPumpStats(const Environment& environment, const Target& target, const PumpPeriod& period,
                                  std::optional<std::int32_t> profile = {});
 

@@ -69,6 +69,12 @@ std::string weekday_clause(const std::string& weekdays) {
   return all_weekdays(weekdays) ? "" : " AND (weekday(vdate) IN (" + weekdays + ")) ";
 }
 
+std::string times_condition(engine::Date from, engine::Date until, std::string (*literal)(engine::Date)) {
+  if (until.days >= from.days) return "(vtime BETWEEN " + literal(from) + " AND " + literal(until) + ")";
+  return "((vtime BETWEEN " + literal(from) + " AND " + time_literal(time_of_day(23, 59, 59)) + ") OR (vtime BETWEEN " +
+         literal(time_of_day(0, 0)) + " AND " + literal(until) + "))";
+}
+
 void put_in(std::string& text, std::string_view placeholder, std::string_view content) {
   for (auto at = text.find(placeholder); at != std::string::npos; at = text.find(placeholder, at + content.size())) {
     text.replace(at, placeholder.size(), content);

@@ -30,6 +30,10 @@ struct Filter {
 /// " AND (weekday(vdate) IN (…)) " for weekday numbers as above; empty for all days.
 std::string weekday_clause(const std::string& weekdays);
 
+/// The times of day of a range as a condition on `vtime`; an until before from crosses midnight, to the day's last
+/// second. `literal` writes a bound.
+std::string times_condition(engine::Date from, engine::Date until, std::string (*literal)(engine::Date) = time_literal);
+
 /// Puts the content in the place of each placeholder; what a content holds is not looked at again.
 void put_in(std::string& text, std::string_view placeholder, std::string_view content);
 

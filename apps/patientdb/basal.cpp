@@ -13,7 +13,7 @@ int run(const console::Arguments& arguments, console::Console& console) {
   const ToolEnvironment environment(arguments, console);
   const OpenDatabase open = open_database(arguments, console, Access::ReadOnly);
   const SkippedStatementLines skipped(console.err);
-  const engine::Value units = database::db_IP_CalcBasal(environment.get(), *open.database, period);
+  const engine::Value units = database::db_IP_CalcBasal(environment.get(), *open.database, with_whole_days(period));
   if (arguments.has(json_option.name)) {
     console::JsonWriter json(console.out);
     json.begin_object();
@@ -28,8 +28,11 @@ int run(const console::Arguments& arguments, console::Console& console) {
 
 }  // namespace
 
-const Command basal_command{
-    "basal", pump_period_usage,   "Tells how much basal insulin the pump delivered in a period.",
-    "",      pump_period_options, run};
+const Command basal_command{"basal",
+                            pump_period_usage,
+                            "Tells how much basal insulin the pump delivered in a period.",
+                            pump_period_details,
+                            pump_period_options,
+                            run};
 
 }  // namespace patientdb

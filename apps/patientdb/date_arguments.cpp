@@ -65,7 +65,11 @@ std::optional<engine::Date> time_argument(const console::Arguments& arguments, s
 }
 
 Range day_range(const console::Arguments& arguments, std::string_view from, std::string_view until) {
-  return range(day_argument(arguments, from), day_argument(arguments, until), from, until);
+  const Range days = range(day_argument(arguments, from), day_argument(arguments, until), from, until);
+  if (days && days->second.days < days->first.days) {
+    throw console::UsageError(std::string(until) + " lies before " + std::string(from) + ".");
+  }
+  return days;
 }
 
 Range time_range(const console::Arguments& arguments, std::string_view from, std::string_view until) {

@@ -25,7 +25,7 @@ std::optional<engine::Date> day_argument(const console::Arguments& arguments, st
 /// The option as a time of day, "HH:MM" or "HH:MM:SS".
 std::optional<engine::Date> time_argument(const console::Arguments& arguments, std::string_view option);
 
-/// A pair of options that are given together or not at all.
+/// A pair of options that are given together or not at all. Days stand in order; times may cross midnight.
 using Range = std::optional<std::pair<engine::Date, engine::Date>>;
 Range day_range(const console::Arguments& arguments, std::string_view from, std::string_view until);
 Range time_range(const console::Arguments& arguments, std::string_view from, std::string_view until);

@@ -10,8 +10,10 @@ database::PumpPeriod pump_period(const console::Arguments& arguments) {
   database::PumpPeriod period;
   period.date_from = days->first;
   period.date_until = days->second;
-  period.times.emplace(time_argument(arguments, time_from_option.name).value_or(database::time_of_day(0, 0)),
-                       time_argument(arguments, time_until_option.name).value_or(database::time_of_day(23, 59, 59)));
+  if (arguments.has(time_from_option.name) || arguments.has(time_until_option.name)) {
+    period.times.emplace(time_argument(arguments, time_from_option.name).value_or(database::time_of_day(0, 0)),
+                         time_argument(arguments, time_until_option.name).value_or(database::time_of_day(23, 59, 59)));
+  }
   period.weekdays = weekdays_argument(arguments, weekdays_option.name);
   return period;
 }

@@ -7,6 +7,11 @@
 namespace patientdb {
 namespace {
 
+constexpr std::string_view details =
+    "Entries count by their day and time of day: without times to the end of the last day, with an until time before\n"
+    "the from time late and early on each day. The basal units count from the first moment to the last: from 22:00\n"
+    "until 06:00 of one day ends on the next.";
+
 struct Line {
   std::string_view key, title;
   engine::Value value;
@@ -60,11 +65,23 @@ void write_json_object(std::ostream& out, const database::PumpStatistics& statis
   out << '\n';
 }
 
+/// Times are compared without their seconds.
+void tell_of_seconds(console::Console& console, const database::PumpPeriod& period) {
+  if (!period.times) return;
+  for (const engine::Date time : {period.times->first, period.times->second}) {
+    const std::string text = engine::iso_text(time).substr(11);
+    if (text.ends_with(":00")) continue;
+    console.err << "Times count without their seconds here: " << text << " is taken as " << text.substr(0, 5)
+                << ":00 (the basal units take it as it is).\n";
+  }
+}
+
 int run(const console::Arguments& arguments, console::Console& console) {
   arguments.expect_operands(1, 1, pump_period_usage);
   const database::PumpPeriod period = pump_period(arguments);
   const ToolEnvironment environment(arguments, console);
   const OpenDatabase open = open_database(arguments, console, Access::ReadOnly);
+  tell_of_seconds(console, period);
   const SkippedStatementLines skipped(console.err);
   const auto statistics = database::db_GetIGPumpStats(environment.get(), *open.database, period);
   arguments.has(json_option.name) ? write_json_object(console.out, statistics) : write_text(console.out, statistics);
@@ -74,6 +91,6 @@ int run(const console::Arguments& arguments, console::Console& console) {
 }  // namespace
 
 const Command pump_stats_command{"pump-stats", pump_period_usage,   "Gathers what the pump delivered in a period.",
-                                 "",           pump_period_options, run};
+                                 details,      pump_period_options, run};
 
 }  // namespace patientdb

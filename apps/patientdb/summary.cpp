@@ -11,6 +11,10 @@ namespace {
 constexpr std::string_view usage =
     "FILE [--mask M] [--from D --until D [--time-from T --time-until T]] [--weekdays LIST] [--import-id N] [--json]";
 
+constexpr std::string_view details =
+    "An until time before the from time crosses midnight: late and early on each day. With times, categories whose\n"
+    "entries have no time of day are left out, and named.";
+
 constexpr console::Option options[] = {
     {"--mask", "M", "The categories: bit n selects category n; -1, the default, all."},
     from_option,
@@ -61,11 +65,19 @@ void write_json_lines(std::ostream& out, const std::vector<database::Availabilit
   out << '\n';
 }
 
+void tell_what_is_left_out(std::ostream& err, const std::vector<std::int16_t>& categories) {
+  if (categories.empty()) return;
+  err << "Left out, since their entries have no time of day: categories";
+  for (const std::int16_t number : categories) err << ' ' << number;
+  err << '\n';
+}
+
 int run(const console::Arguments& arguments, console::Console& console) {
   arguments.expect_operands(1, 1, usage);
   const database::AvailabilityRequest request = request_of(arguments);
   const ToolEnvironment environment(arguments, console);
   const OpenDatabase open = open_database(arguments, console, Access::ReadOnly);
+  tell_what_is_left_out(console.err, database::categories_without_times(request));
   const SkippedStatementLines skipped(console.err);
   const auto found = database::find_availability(environment.get(), *open.database, request);
   arguments.has(json_option.name) ? write_json_lines(console.out, found) : write_text(console.out, found);
@@ -75,6 +87,7 @@ int run(const console::Arguments& arguments, console::Console& console) {
 }  // namespace
 
 const Command summary_command{
-    "summary", usage, "Tells which kinds of data a database holds, with their days and checksums.", "", options, run};
+    "summary", usage,   "Tells which kinds of data a database holds, with their days and checksums.",
+    details,   options, run};
 
 }  // namespace patientdb

@@ -93,6 +93,31 @@ TEST_F(Figures, OfTheDaysThatHaveEntries) {
   EXPECT_EQ(said({"summary", file_, "--import-id", "5", "--mask", "1", "--json"}), "[]\n");
 }
 
+TEST_F(Figures, OfDaysNameTheCategoriesWithoutTimes) {
+  const std::vector<std::string> period{"summary",    file_,         "--from", "2024-03-04",   "--until",
+                                        "2024-03-31", "--time-from", "22:00",  "--time-until", "06:00"};
+  const Outcome outcome = run_patientdb(period);
+  EXPECT_EQ(outcome.code, 0);
+  EXPECT_THAT(outcome.out, HasSubstr("\n       0     1  2024-03-04  2024-03-04"));
+  EXPECT_EQ(outcome.err, "Left out, since their entries have no time of day: categories 20 21 25 26\n");
+}
+
+TEST_F(Figures, OfThePumpReachToTheEndOfTheDay) {
+  change(
+      {"INSERT INTO insulinpump (vdate, vtime, amount, [type], [desc], comment) "
+       "VALUES (#3/4/2024#, #00:00:00#, 1, 1, '60', 'x')",
+       "INSERT INTO insulinpump (vdate, vtime, amount, [type], [desc], comment) "
+       "VALUES (#3/4/2024#, #23:59:30#, 5, 2, '', 'x')"});
+  const std::vector<std::string> day{"pump-stats", file_, "--from", "2024-03-04", "--until", "2024-03-04", "--json"};
+  EXPECT_THAT(said(day), AllOf(HasSubstr("\"boluses\":1,"), HasSubstr("\"basal_total\":24,")));
+  EXPECT_THAT(said({"basal", file_, "--from", "2024-03-04", "--until", "2024-03-04"}), "24\n");
+  std::vector<std::string> evening = day;
+  evening.insert(evening.end(), {"--time-from", "12:00"});
+  const Outcome outcome = run_patientdb(evening);
+  EXPECT_THAT(outcome.out, HasSubstr("\"boluses\":0,"));
+  EXPECT_THAT(outcome.err, HasSubstr("23:59:59 is taken as 23:59:00"));
+}
+
 TEST_F(Figures, OfThePatientsInTheIndex) {
   const std::string index = folder_.file("index.mdb");
   said({"index", index, "create"});
@@ -119,6 +144,9 @@ TEST_F(Figures, AreNotShownForArgumentsThatCannotBe) {
       {{"summary", file_, "--from", "2024-03-01"}, "--from and --until go together"},
       {{"summary", file_, "--from", "1.3.2024", "--until", "2024-03-02"}, "--from takes a day as YYYY-MM-DD"},
       {{"summary", file_, "--from", "2024-03-01", "--until", "2024-02-30"}, "--until takes a day of the calendar"},
+      {{"summary", file_, "--from", "2024-03-02", "--until", "2024-03-01"}, "--until lies before --from"},
+      {{"basal", file_, "--from", "2024-03-02", "--until", "2024-03-01"}, "--until lies before --from"},
+      {{"pump-stats", file_, "--from", "2024-03-02", "--until", "2024-03-01"}, "--until lies before --from"},
       {{"summary", file_, "--time-from", "06:00", "--time-until", "12:00"}, "Times of day need --from and --until"},
       {{"summary", file_, "--time-from", "24:00"}, "--time-from takes a time as HH:MM"},
       {{"summary", file_, "--time-from", "06:60"}, "--time-from takes a time as HH:MM"},

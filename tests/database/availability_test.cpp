@@ -73,9 +73,31 @@ TEST_F(AvailabilityTest, NarrowsByMaskDaysTimesWeekdaysAndImport) {
   request.days = {engine::date_from(2024, 3, 1), engine::date_from(2024, 3, 31)};
   request.times = {engine::date_from(1899, 12, 30, 5), engine::date_from(1899, 12, 30, 13)};
   EXPECT_EQ(found(request), (Lines{"0 2 2024-03-04 2024-03-05"}));
-  // The notes have no time of day: their statement fails, and with it the whole union.
-  request.categories |= 1 << 21;
-  EXPECT_EQ(found(request), Lines{});
+}
+
+TEST_F(AvailabilityTest, LeavesOutEntriesWithoutATimeOfDayWhereTimesAreAskedFor) {
+  execute(file, three_weeks);
+  AvailabilityRequest request;
+  request.days = {engine::date_from(2024, 3, 1), engine::date_from(2024, 3, 31)};
+  EXPECT_EQ(categories_without_times(request), std::vector<std::int16_t>{});
+  request.times = {engine::date_from(1899, 12, 30, 5), engine::date_from(1899, 12, 30, 13)};
+  EXPECT_EQ(found(request),
+            (Lines{"0 2 2024-03-04 2024-03-05", "1 3 2024-03-04 2024-03-07", "9 1 2024-03-01 2024-03-01",
+                   "12 1 2024-03-02 2024-03-02", "13 1 2024-03-01 2024-03-01", "15 1 2024-03-04 2024-03-04",
+                   "16 1 2024-03-05 2024-03-05", "17 1 2024-03-04 2024-03-04", "19 1 2024-03-06 2024-03-06",
+                   "24 1 2024-03-07 2024-03-07"}));
+  EXPECT_EQ(categories_without_times(request), (std::vector<std::int16_t>{20, 21, 25, 26}));
+  request.categories = 1 << 21 | 1 << 0;
+  EXPECT_EQ(categories_without_times(request), std::vector<std::int16_t>{21});
+}
+
+TEST_F(AvailabilityTest, LetsTimesCrossMidnight) {
+  execute(file, three_weeks);
+  AvailabilityRequest request;
+  request.categories = 1 << 0 | 1 << 1;
+  request.days = {engine::date_from(2024, 3, 1), engine::date_from(2024, 3, 31)};
+  request.times = {engine::date_from(1899, 12, 30, 22), engine::date_from(1899, 12, 30, 6)};
+  EXPECT_EQ(found(request), (Lines{"0 2 2024-03-04 2024-03-09", "1 1 2024-03-04 2024-03-04"}));
 }
 
 TEST_F(AvailabilityTest, GivesTheSameAsTheUnionItself) {

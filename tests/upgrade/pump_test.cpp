@@ -1,4 +1,6 @@
 // Basal insulin of a period, the pump's statistics, and the days of `ip` beside them.
+#include <algorithm>
+#include <map>
 #include <random>
 
 #include "database/pump_days.h"
@@ -190,6 +192,107 @@ TEST_F(Pump, GathersItsStatistics) {
   EXPECT_EQ(db_GetIGPumpStats(environment, file, evening).basal_entries, 1);
   evening.weekdays = "2";
   EXPECT_EQ(db_GetIGPumpStats(environment, file, evening).basal_entries, 0);
+}
+
+constexpr std::int64_t day_length = 86400;
+
+struct PlainEntry {
+  std::int64_t second = 0;  ///< from the first day's midnight on
+  double amount = 0;
+  bool basal = true;
+};
+
+bool in_night(std::int64_t second, std::int64_t from, std::int64_t until) {
+  return second % day_length >= from || second % day_length <= until;
+}
+
+/// The rates of the entries, each from its second on.
+double plain_basal(const std::vector<PlainEntry>& sorted, std::int64_t start, std::int64_t end, std::int64_t from,
+                   std::int64_t until) {
+  std::vector<PlainEntry> rates;
+  const PlainEntry* newest = nullptr;
+  const PlainEntry* first = nullptr;
+  for (const PlainEntry& entry : sorted) {
+    if (!entry.basal) continue;
+    if (entry.second < start && entry.second >= start - 7 * day_length) newest = &entry;
+    if (!first && entry.second >= start && entry.second <= end) first = &entry;
+    if (entry.second >= start && entry.second <= end && in_night(entry.second, from, until)) rates.push_back(entry);
+  }
+  if (!newest) newest = first;
+  if (newest && (rates.empty() || rates[0].second != start)) rates.insert(rates.begin(), {start, newest->amount});
+  double units = 0;
+  for (std::size_t i = 0; i < rates.size(); ++i) {
+    const std::int64_t lasted = (i + 1 < rates.size() ? rates[i + 1].second : end) - rates[i].second;
+    units += rates[i].amount / 3600 * static_cast<double>(lasted > day_length ? 3600 : lasted);
+  }
+  return units;
+}
+
+/// One entry a moment; a second before the hour is among them, since bounds are whole minutes or have seconds.
+std::vector<PlainEntry> plain_entries(std::mt19937& random) {
+  std::map<std::int64_t, PlainEntry> entries;
+  for (int i = 0; i < 120; ++i) {
+    const std::int64_t second = static_cast<std::int64_t>(random() % (12 * 96)) * 900 - random() % 2;
+    entries[std::abs(second)] = {std::abs(second), static_cast<double>(random() % 30) / 10, random() % 3 != 0};
+  }
+  std::vector<PlainEntry> sorted;
+  for (const auto& [second, entry] : entries) sorted.push_back(entry);
+  return sorted;
+}
+
+std::string moment_literals(std::int64_t second) {
+  const engine::Date time{static_cast<double>(second % day_length) / day_length};
+  return "#5/" + std::to_string(1 + second / day_length) + "/2020#, " + time_literal(time);
+}
+
+TEST_F(Pump, CountsPeriodsThatCrossMidnightAsAPlainModelDoes) {
+  std::mt19937 random{31};
+  for (int round = 0; round < 4; ++round) {
+    const std::vector<PlainEntry> entries = plain_entries(random);
+    std::vector<std::string> moments;
+    for (const PlainEntry& entry : entries) moments.push_back(moment_literals(entry.second));
+    std::vector<PumpRow> stored;
+    for (std::size_t i = 0; i < entries.size(); ++i) {
+      stored.push_back({moments[i], entries[i].amount, entries[i].basal ? 1 : 2});
+    }
+    const std::string file = database_with(stored);
+    const Opened opened = open(file);
+    for (int i = 0; i < 30; ++i) {
+      const auto first = static_cast<int>(random() % 11), last = first + static_cast<int>(random() % 3);
+      const std::int64_t until = static_cast<std::int64_t>(random() % 48) * 900;
+      const std::int64_t from = until + 900 * (1 + static_cast<std::int64_t>(random() % (95 - until / 900)));
+      PumpPeriod period = days(first + 1, last + 1);
+      period.times.emplace(engine::Date{static_cast<double>(from) / day_length},
+                           engine::Date{static_cast<double>(until) / day_length});
+      const std::int64_t end = (first == last ? last + 1 : last) * day_length + until;
+      const PumpStatistics found = db_GetIGPumpStats(environment, *opened.database, period);
+      EXPECT_NEAR(found.basal_total, plain_basal(entries, first * day_length + from, end, from, until), 0.05)
+          << round << "/" << i << " days " << first << "-" << last << " " << from << "-" << until;
+      const auto counted = [&](bool basal) {
+        return std::ranges::count_if(entries, [&](const PlainEntry& entry) {
+          const std::int64_t day = entry.second / day_length;
+          return entry.basal == basal && entry.amount > 0 && day >= first && day <= last &&
+                 in_night(entry.second, from, until);
+        });
+      };
+      EXPECT_EQ(found.basal_entries, counted(true));
+      EXPECT_EQ(found.boluses, counted(false));
+    }
+  }
+}
+
+TEST_F(Pump, CountsANightFromItsEveningToItsMorning) {
+  const std::string file = database_with({{"#5/3/2020#, #12:00:00#", 1},
+                                          {"#5/4/2020#, #03:00:00#", 9},
+                                          {"#5/4/2020#, #12:00:00#", 1},
+                                          {"#5/5/2020#, #03:00:00#", 2},
+                                          {"#5/5/2020#, #12:00:00#", 9},
+                                          {"#5/5/2020#, #23:00:00#", 9}});
+  for (const int last : {4, 5}) {
+    PumpPeriod night = days(4, last);
+    night.times.emplace(database::time_of_day(22, 0), database::time_of_day(6, 0));
+    EXPECT_FLOAT_EQ(db_IP_CalcBasal(environment, file, night), 5 + 3 * 2) << last;
+  }
 }
 
 TEST_F(Pump, FindsNothingButTheBasalTotalForAProfile) {
