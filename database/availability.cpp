@@ -1,11 +1,13 @@
 #include "database/availability.h"
 
+#include <algorithm>
 #include <array>
 #include <string_view>
 
-#include "database/formatted.h"
+#include "database/engine/format/format.h"
 #include "database/opened_target.h"
 #include "database/query_filter.h"
+#include "support/user_locale.h"
 
 namespace database {
 namespace {
@@ -122,8 +124,12 @@ std::optional<Availability> read_category(engine::Database& database, const Avai
 
 std::string day_text(engine::Date day) { return engine::iso_text(day).substr(0, 10); }
 
+/// With "." whatever the user's locale.
 std::string checksum_text(const std::optional<double>& checksum) {
-  return checksum ? formatted("%.11f", *checksum) : std::string();
+  if (!checksum) return {};
+  std::string text = engine::format(*checksum, "0.00000000000");
+  std::ranges::replace(text, support::user_locale().decimal_separator, '.');
+  return text;
 }
 
 }  // namespace

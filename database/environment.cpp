@@ -17,6 +17,11 @@ engine::Date machine_time() {
 
 }  // namespace
 
+std::string sentence(const RowsLeft& rows) {
+  return std::to_string(rows.left) + " of " + std::to_string(rows.all) + " rows of " + rows.table +
+         " could not be brought over and stay there" + (rows.reason.empty() ? "" : ": " + rows.reason);
+}
+
 engine::Date Environment::present() const { return now ? now() : machine_time(); }
 
 std::string_view Environment::patient_password() const {

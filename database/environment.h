@@ -40,6 +40,16 @@ class Progress {
   }
 };
 
+/// Rows that an upgrade could not bring over; they stay in their old table.
+struct RowsLeft {
+  std::string table;
+  std::int32_t left = 0, all = 0;
+  std::string reason;  ///< of the first one; may be empty
+};
+
+/// "1 of 3 rows of imports could not be brought over and stay there: reason".
+std::string sentence(const RowsLeft& rows);
+
 /// A copy of a database that another engine wrote, for the one that works; its file goes with the object.
 class ReadableCopy {
  public:
@@ -68,6 +78,10 @@ struct Environment {
   MessageBox message_box;
   /// Null: no progress is shown.
   Progress* progress = nullptr;
+  /// Told of rows that an upgrade leaves behind. Empty: nobody is. Must not raise.
+  std::function<void(const RowsLeft& rows)> rows_left;
+  /// The sound before the message of a failure. Empty: none.
+  std::function<void()> beep;
   /// Data folder with "meters.mdb" (index processing).
   std::string data_folder;
 

@@ -3,9 +3,11 @@
 #include <string_view>
 #include <utility>
 
-#include "database/formatted.h"
+#include "database/engine/format/format.h"
 #include "database/opened_target.h"
 #include "database/query_filter.h"
+#include "database/settings.h"
+#include "database/therapy_plan.h"
 
 namespace database {
 namespace {
@@ -76,6 +78,30 @@ void add_row(Procedure& procedure, const engine::Recordset& row, PlanSummary& su
   }
 }
 
+/// The numbers of a slot that the plan leaves out, by slot. That of basal insulin has its first number empty here.
+constexpr std::string_view insulin_defaults[] = {"|100|0|0", "||100", "|100|0|-1", "|100|0|0", "|100|0|0"};
+
+void read_insulins(const Environment& environment, const Target& target, PlanSummary& summary) {
+  TherapyPlan plan;
+  db_GetTherapyPlan(environment, target, summary.id, plan);
+  for (const PlanItem& item : plan.items) {
+    if (item.ItemType < plan_item::bolus || item.ItemType > plan_item::pump || item.desc.empty()) continue;
+    summary.insulins[static_cast<std::size_t>(item.ItemType)] = item.desc;
+  }
+  for (std::size_t slot = 0; slot < summary.insulins.size(); ++slot) {
+    if (summary.insulins[slot].empty()) summary.insulins[slot] = insulin_defaults[slot];
+  }
+}
+
+void divide_by_weight(const Environment& environment, const Target& target, PlanSummary& summary) {
+  constexpr double grams = 1000;
+  SettingsRecord settings;
+  db_GetSettings(environment, target, settings);
+  const double weight = static_cast<double>(settings.TargetWeight);
+  // Nobody weighs less than a kilogram: such a number is no weight in grams.
+  if (weight >= grams) summary.basal_per_kilogram = summary.basal_rates[0] / (weight / grams);
+}
+
 }  // namespace
 
 std::string plan_summary_query() {
@@ -100,6 +126,8 @@ bool db_GetPlanSummary(const Environment& environment, const Target& target, std
       if (engine::to_int32(rows->value("lid")) == found.id) add_row(procedure, *rows, found);
     });
   }
+  read_insulins(environment, *opened.get(), found);
+  divide_by_weight(environment, *opened.get(), found);
   summary = found;
   return true;
 }
@@ -111,7 +139,13 @@ std::string plan_summary_text(const PlanSummary& summary) {
                                            {402, summary.basal_rates[2]}, {500, summary.glucose_from},
                                            {501, summary.glucose_until},  {502, summary.hypoglycaemia},
                                            {503, summary.hyperglycaemia}};
-  for (const auto& [type, value] : values) text += "|" + std::to_string(type) + formatted("=%.1f", value);
+  for (const auto& [type, value] : values) {
+    text += "|" + std::to_string(type) + "=" + engine::format(value, "0.0");
+  }
+  if (summary.basal_per_kilogram) text += "|400/kg=" + engine::format(*summary.basal_per_kilogram, "0.00");
+  for (std::size_t slot = 0; slot < summary.insulins.size(); ++slot) {
+    text += "|" + std::to_string(slot) + "=" + summary.insulins[slot];
+  }
   return text;
 }
 

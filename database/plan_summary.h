@@ -1,6 +1,7 @@
 // The therapy plan in force as one text, for the diary's overview.
 #pragma once
 
+#include <array>
 #include <cstdint>
 #include <optional>
 #include <string>
@@ -16,14 +17,19 @@ struct PlanSummary {
   double basal_rates[3] = {};  ///< sums of the items of the plan's basal rates 1 to 3, in units of insulin
   /// mg/dl; 0 where the plan has none.
   double glucose_from = 0, glucose_until = 0, hypoglycaemia = 0, hyperglycaemia = 0;
+  /// Texts of the insulin slots 0 to 4; a slot that the plan leaves out has its numbers without a name.
+  std::array<std::string, 5> insulins;
+  /// Basal rate 1 by the target weight of the patient's settings, in units a kilogram; nothing where there is none.
+  std::optional<double> basal_per_kilogram;
 };
 
 /// The plan in force on a day, or the newest one. False and `summary` untouched where there is none.
 bool db_GetPlanSummary(const Environment& environment, const Target& target, std::optional<engine::Date> day,
                        PlanSummary& summary);
 
-/// The three counts joined by "|", then each value with one decimal and ".":
-/// "2|0|0|400=0.9|401=0.0|402=0.0|500=80.0|501=140.0|502=60.0|503=180.0".
+/// The three counts joined by "|", then each value by the picture "0.0" in the user's locale, the basal rate a kilogram
+/// by "0.00" where there is one, and the insulins:
+/// "2|0|0|400=0,9|401=0,0|402=0,0|500=80,0|501=140,0|502=60,0|503=180,0|400/kg=0,01|0=Name|100|0|0|1=||100|2=…".
 std::string plan_summary_text(const PlanSummary& summary);
 
 /// The union that a plan's figures are read from, one row a plan and kind of item.

@@ -113,6 +113,7 @@ bool db_SaveTherapyPlan(const Environment& environment, const Target& target, Th
     transaction.commit();
   });
   if (!stored) {
+    if (environment.beep) environment.beep();
     environment.show_message(environment.text(text_plan_not_saved), style_exclamation);
     return false;
   }

@@ -30,6 +30,19 @@ constexpr Column<VersionRecord> version_columns[] = {
 
 constexpr std::string_view product_words[] = {"vantrix", "trenmoor"};
 
+/// Without them nobody knows the layout, and a default would pass for the current one.
+bool is_version(std::string_view column) { return column == "MajVersion" || column == "MinVersion"; }
+
+/// Older layouts lack some columns, and their rows hold Null in those added since: neither makes them foreign.
+void read_column(const engine::Recordset& row, const Column<VersionRecord>& column, VersionRecord& record) {
+  const std::string name(column.name);
+  const bool there = has_column(row, name);
+  if (!there && is_version(name)) throw support::RuntimeError(3265, "The version record has no " + name + ".");
+  const engine::Value value = there ? row.value(name) : engine::Value(engine::Null{});
+  if (!engine::is_null(value)) return assign_column(record, column, value);
+  if (there && is_version(name)) throw support::RuntimeError(94, name + " of the version record is Null.");
+}
+
 bool is_product(std::string_view description) {
   return std::any_of(std::begin(product_words), std::end(product_words), [&](std::string_view word) {
     return support::find_ignoring_case(description, word) != std::string_view::npos;
@@ -66,12 +79,7 @@ bool db_ReadDBInfo(const Environment& environment, const Target& target, Version
   std::string description;
   procedure.step([&] { description = engine::to_text(row->value("Desc")); });
   for (const auto& column : version_columns) {
-    procedure.step([&] {
-      // Older layouts lack some columns, and their rows hold Null in those added since: neither makes them foreign.
-      if (!has_column(*row, column.name)) return;
-      const engine::Value value = row->value(column.name);
-      if (!engine::is_null(value)) assign_column(record, column, value);
-    });
+    procedure.step([&] { read_column(*row, column, record); });
   }
   record.Password = support::trim(record.Password);
   record.sAvailableData = support::trim(record.sAvailableData);

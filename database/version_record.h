@@ -31,7 +31,8 @@ struct VersionRecord {
 VersionRecord new_version_record(const Environment& environment);
 
 /// Reads the record; what cannot be read, and what an older layout does not have, stays as it was. True only without
-/// error and for a description that holds the product word.
+/// error and for a description that holds the product word. A version that is missing (3265), Null (94) or no number
+/// (13) is an error: its database must not be taken for a current one.
 bool db_ReadDBInfo(const Environment& environment, const Target& target, VersionRecord& record);
 
 /// Brings the layout up to date where the record calls for it, raising its MinVersion, and writes the record, all in

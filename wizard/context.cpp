@@ -1,6 +1,7 @@
 #include "wizard/context.h"
 
 #include "support/common_code.h"
+#include "support/harbinox.h"
 
 namespace wizard {
 
@@ -16,6 +17,16 @@ database::Environment Context::environment() const {
   environment.readable_copy = ports.readable_copy;
   environment.message_box = [user = ports.user](std::string_view text, std::uint32_t style, std::string_view title) {
     return user->message_box(text, style, title);
+  };
+  environment.beep = [user = ports.user] { user->beep(); };
+  environment.rows_left = [user = ports.user, text = config.text(4883),
+                           title = config.Productname](const database::RowsLeft& rows) {
+    std::string message = text;
+    support::replace(message, "%1", std::to_string(rows.left));
+    support::replace(message, "%2", std::to_string(rows.all));
+    support::replace(message, "%3", rows.table);
+    support::replace(message, "%4", rows.reason);
+    user->message_box(message, message_style::exclamation, title);
   };
   environment.progress = ports.progress;
   environment.data_folder = config.DataDir;

@@ -109,8 +109,9 @@ void Finish::gather() {
   if (known) database::db_GetPatient(environment, database_, 0, patient_);
   stored_therapy_ = patient_.therapy;
   gather_patient(context_.form, patient_);
+  // Zones that the row does not have, in a database of an old layout, get their defaults.
+  database::GetTimeZones(environment, "", stored_settings_.zones, true);
   const bool read = known && database::db_GetSettings(environment, database_, stored_settings_);
-  if (!read) database::GetTimeZones(environment, "", stored_settings_.zones, true);
   // What could not be read would be written back empty.
   if (known && failures.any()) database_usable_ = false;
   settings_ = stored_settings_;

@@ -11,6 +11,7 @@ namespace wizard {
 
 /// Styles of message boxes, as the platform counts them.
 namespace message_style {
+inline constexpr std::uint32_t exclamation = 48;
 inline constexpr std::uint32_t critical_system_modal = 4112;
 inline constexpr std::uint32_t critical_foreground = 65552;
 inline constexpr std::uint32_t yes_no_system_modal = 4100;
@@ -25,6 +26,8 @@ class UserPort {
   virtual ~UserPort() = default;
   /// Returns the button that was pressed (OK 1, Cancel 2, Yes 6, No 7).
   virtual int message_box(std::string_view text, std::uint32_t style, std::string_view title) = 0;
+  /// The sound of a failure.
+  virtual void beep() {}
   /// The chosen folder; nothing when cancelled.
   virtual std::optional<std::string> choose_folder(std::string_view title) = 0;
   /// Opens a file with the user's program for it (verb "open"). False where that did not work.

@@ -2,7 +2,9 @@
 
 #include "apps/patientdb/command.h"
 #include "apps/patientdb/database_file.h"
+#include "apps/patientdb/tool_environment.h"
 #include "apps/patientdb/value_output.h"
+#include "database/columns.h"
 #include "database/version_record.h"
 
 namespace patientdb {
@@ -17,11 +19,16 @@ struct Line {
   engine::Value value;
 };
 
+/// A version as it is stored: one that cannot be read is not the current one.
+engine::Value version(const engine::Recordset& row, std::string_view column) {
+  return database::has_column(row, column) ? row.value(column) : engine::Value(engine::Null{});
+}
+
 /// The record under its field names, but for the password, which is never shown.
-std::vector<Line> lines_of(const database::VersionRecord& record) {
+std::vector<Line> lines_of(const engine::Recordset& row, const database::VersionRecord& record) {
   return {
-      {"MajVersion", std::int32_t{record.MajVersion}},
-      {"MinVersion", std::int32_t{record.MinVersion}},
+      {"MajVersion", version(row, "MajVersion")},
+      {"MinVersion", version(row, "MinVersion")},
       {"Type", std::int32_t{record.Type}},
       {"Desc", record.Desc},
       {"LastBackup", date_or_null(record.LastBackup)},
@@ -54,13 +61,15 @@ void write_record_json(std::ostream& out, std::span<const Line> lines) {
 int run(const console::Arguments& arguments, console::Console& console) {
   arguments.expect_operands(1, 1, usage);
   const OpenDatabase open = open_database(arguments, console, Access::ReadOnly);
-  open.database->open_recordset("SELECT * FROM db_info")->move_first();
+  const auto row = open.database->open_recordset("SELECT * FROM db_info");
+  row->move_first();
+  const SkippedStatementLines skipped(console.err);
   database::VersionRecord record;
   const bool known = database::db_ReadDBInfo(database::Environment{}, *open.database, record);
-  const std::vector<Line> lines = lines_of(record);
+  const std::vector<Line> lines = lines_of(*row, record);
   arguments.has(json_option.name) ? write_record_json(console.out, lines) : write_record_text(console.out, lines);
-  if (!known) console.err << "The description names another product, or a part of the record could not be read.\n";
-  return console::exit_done;
+  if (!known && skipped.count() == 0) console.err << "The description names another product.\n";
+  return skipped.count() == 0 ? console::exit_done : console::exit_failed;
 }
 
 }  // namespace

@@ -32,10 +32,14 @@ void write_text(std::ostream& out, const database::TherapyPlan& plan, const std:
   table.write(out);
 }
 
-void write_json_plan(std::ostream& out, const database::TherapyPlan& plan, const std::string& summary) {
+void write_json_plan(std::ostream& out, const database::TherapyPlan& plan, const database::PlanSummary& summary) {
   console::JsonWriter json(out);
   json.begin_object().key("id").integer(plan.id).key("date").text(day_text(plan.vDate)).key("type").integer(plan.Type);
-  json.key("summary").text(summary).key("items").begin_array();
+  json.key("summary").text(plan_summary_text(summary)).key("basal_per_kilogram");
+  summary.basal_per_kilogram ? json.number(*summary.basal_per_kilogram) : json.null();
+  json.key("insulins").begin_array();
+  for (const std::string& insulin : summary.insulins) json.text(insulin);
+  json.end_array().key("items").begin_array();
   for (const auto& item : plan.items) {
     json.begin_object().key("itemtype").integer(item.ItemType).key("itemvalue").number(item.ItemValue);
     json.key("timeslot").integer(item.TimeSlot).key("desc").text(item.desc).key("comment").text(item.Comment);
@@ -58,8 +62,11 @@ int run(const console::Arguments& arguments, console::Console& console) {
     console.err << (date ? "No therapy plan is in force on this day.\n" : "The database holds no therapy plan.\n");
     return console::exit_failed;
   }
-  const std::string text = database::plan_summary_text(summary);
-  arguments.has(json_option.name) ? write_json_plan(console.out, plan, text) : write_text(console.out, plan, text);
+  if (arguments.has(json_option.name)) {
+    write_json_plan(console.out, plan, summary);
+  } else {
+    write_text(console.out, plan, plan_summary_text(summary));
+  }
   return skipped.count() == 0 ? console::exit_done : console::exit_failed;
 }
 

@@ -15,6 +15,7 @@ ToolEnvironment::ToolEnvironment(const console::Arguments& arguments, const cons
   environment_.password = password(arguments, console);
   environment_.language = texts_.get();
   environment_.open_engine = engine_of(arguments);
+  environment_.rows_left = [&err = console.err](const database::RowsLeft& rows) { err << sentence(rows) << '\n'; };
 }
 
 SkippedStatementLines::SkippedStatementLines(std::ostream& err)

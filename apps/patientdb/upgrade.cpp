@@ -40,6 +40,7 @@ struct Outcome {
   std::string layout;      ///< before
   std::string copy;        ///< its name; empty where none was made
   std::optional<support::RuntimeError> error;
+  std::vector<std::string> notes;  ///< what was left behind
   bool good() const { return state == "upgraded" || state == "current"; }
 };
 
@@ -71,6 +72,7 @@ std::string save_copy(engine::Database& database, const std::string& path, const
 /// The last error that a procedure passed over, which is the one that ended it.
 class LastError {
  public:
+  bool any() const { return error_.has_value(); }
   support::RuntimeError error() const {
     return error_.value_or(support::RuntimeError(51, "The record could not be written."));
   }
@@ -98,12 +100,16 @@ class Upgrader {
   }
 
   Outcome upgrade(const std::string& file) {
-    Outcome outcome{file, "failed", {}, {}, {}};
+    Outcome outcome{file, "failed", {}, {}, {}, {}};
+    environment_.get().rows_left = [&outcome](const database::RowsLeft& rows) {
+      outcome.notes.push_back(sentence(rows));
+    };
     try {
       upgrade(database_path(file), outcome);
     } catch (const support::RuntimeError& error) {
       outcome.error = error;
     }
+    environment_.get().rows_left = {};
     progress_.clear();
     return outcome;
   }
@@ -115,8 +121,10 @@ class Upgrader {
     const auto engine = database::create_engine(environment_.get(), false);
     const auto database = engine->open_database(path, true, false, database::connect_text(word_));
     database->open_recordset("SELECT * FROM db_info")->move_first();
+    const LastError last;
     database::VersionRecord record;
     const bool ours = database::db_ReadDBInfo(environment_.get(), *database, record);
+    if (!ours && last.any()) throw last.error();
     outcome.layout = layout_text(record);
     outcome.state = !ours                             ? "foreign"
                     : database::needs_upgrade(record) ? "failed"
@@ -124,7 +132,6 @@ class Upgrader {
                                                       : "newer";
     if (!ours || !database::needs_upgrade(record)) return;
     if (makes_copies_) outcome.copy = save_copy(*database, path, outcome.layout);
-    const LastError last;
     if (database::db_WriteDBInfo(environment_.get(), *database, record) != 1) throw last.error();
     outcome.state = "upgraded";
   }
@@ -158,6 +165,7 @@ class Upgrader {
 };
 
 void write_text(console::Console& console, const Outcome& outcome) {
+  for (const std::string& note : outcome.notes) console.err << outcome.file << ": " << note << '\n';
   if (outcome.error) {
     console.err << outcome.file << ": error " << outcome.error->number() << ": " << outcome.error->what() << '\n';
   } else if (outcome.state == "upgraded") {
@@ -177,7 +185,9 @@ void write_json(console::Console& console, const Outcome& outcome) {
   json.begin_object().key("file").text(outcome.file).key("state").text(outcome.state);
   json.key("layout").text(outcome.layout).key("copy").text(outcome.copy);
   json.key("error").integer(outcome.error ? outcome.error->number() : 0);
-  json.key("text").text(outcome.error ? outcome.error->what() : "").end_object();
+  json.key("text").text(outcome.error ? outcome.error->what() : "").key("notes").begin_array();
+  for (const std::string& note : outcome.notes) json.text(note);
+  json.end_array().end_object();
   console.out << '\n';
 }
 

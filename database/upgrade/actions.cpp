@@ -4,13 +4,13 @@
 
 #include "database/create_database.h"
 #include "database/schema/table_builder.h"
+#include "database/settings.h"
 #include "database/upgrade/step.h"
+#include "database/zone_table.h"
 #include "support/encoding.h"
 
 namespace database::upgrade {
 namespace {
-
-constexpr int error_unknown_field = 3127;
 
 /// Null where there is none; the failed statement is pending then.
 std::shared_ptr<engine::TableDef> find_table(Run& run, std::string_view name) {
@@ -121,33 +121,19 @@ void number_insulins(Run& run, const Action&, std::string_view) {
   });
 }
 
-namespace {
-
-/// "[a],[b]": the fields that both tables have.
-std::string common_fields(engine::Database& database, std::string_view source, std::string_view target) {
-  const auto from = database.table_defs().item(source), to = database.table_defs().item(target);
-  std::string names;
-  for (std::int32_t i = 0; i < from->fields().count(); ++i) {
-    const std::string name = from->fields().item(i)->name();
-    if (schema::has_field(*to, name)) names += (names.empty() ? "[" : ",[") + name + "]";
-  }
-  return names;
-}
-
-}  // namespace
-
-void move_imports(Run& run, const Action&, std::string_view table) {
-  support::Procedure& procedure = run.procedure;
-  engine::Database& database = run.database;
-  procedure.guarded([&] {
-    const std::int32_t rows = database.open_recordset(table)->record_count();
-    bool copied = procedure.step([&] { database.execute("INSERT INTO import SELECT * FROM imports"); });
-    if (!copied && procedure.error().number() == error_unknown_field) {
-      const std::string names = common_fields(database, table, "import");
-      copied = procedure.step(
-          [&] { database.execute("INSERT INTO import (" + names + ") SELECT " + names + " FROM imports"); });
+void add_zone_times(Run& run, const Action&, std::string_view table) {
+  run.procedure.step([&] {
+    std::string untouched;
+    for (const ZoneRow& zone : zone_rows) {
+      for (const std::string_view column : {zone.from_column, zone.until_column}) {
+        untouched += (untouched.empty() ? "[" : " AND [") + std::string(column) + "] IS NULL";
+      }
     }
-    if (copied && database.records_affected() == rows) database.table_defs().remove(table);
+    const auto row = run.database.open_recordset("SELECT * FROM [" + std::string(table) + "] WHERE " + untouched);
+    if (row->eof()) return;
+    ZoneTable zones;
+    GetTimeZones(run.environment, run.database, zones, true);
+    db_AddTimeZonesToPatient(run.environment, run.database, zones);
   });
 }
 

@@ -64,11 +64,13 @@ void order_fields(Run& run, const Action& action, std::string_view table);
 void allow_empty_texts(Run& run, const Action& action, std::string_view table);
 /// Defaults "X" become blank.
 void blank_marked_defaults(Run& run, const Action& action, std::string_view table);
+/// Gives the patient's row the zone times of the settings file or their defaults, unless it has any.
+void add_zone_times(Run& run, const Action& action, std::string_view table);
 /// Executes the action's text.
 void execute(Run& run, const Action& action, std::string_view table);
 /// Running numbers from 0 by order and manufacturer.
 void number_insulins(Run& run, const Action& action, std::string_view table);
-/// Moves the rows of the old import list, and deletes it once all of them have arrived.
+/// Moves the rows of the old import list, and deletes it once all of them have arrived. What remains is told.
 void move_imports(Run& run, const Action& action, std::string_view table);
 /// Asks where there are many days; passes the step over where the answer is not OK.
 void convert_pump_data(Run& run, const Action& action, std::string_view table);

@@ -144,6 +144,7 @@ constexpr Action ladder[] = {
         add("patdat_Setup", {"UTZ4_From",  Date}),
         add("patdat_Setup", {"UTZ4_Until", Date}),
         add("patdat_Setup", {"UTZ4_Desc",  Text, 50, none, "", none, yes}),
+        {.act = add_zone_times, .table = "patdat_Setup"},
     step(26, "where the blood was taken"),
         add("glucose", {"Bloodtype", Integer, 0, fixed, "0", no}),
     step(27, "description and kind of an import"),

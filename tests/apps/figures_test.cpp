@@ -44,13 +44,17 @@ class Figures : public testing::Test {
 };
 
 TEST_F(Figures, OfThePlanInForce) {
-  const std::string summary = "1|0|0|400=0.0|401=0.0|402=0.0|500=80.0|501=0.0|502=0.0|503=0.0";
-  EXPECT_EQ(said({"plan", file_, "--json"}),
-            R"({"id":1,"date":"2024-03-01","type":2,"summary":")" + summary +
-                R"(","items":[{"itemtype":0,"itemvalue":8.5,"timeslot":2,"desc":"Actrapid|100|0|0",)"
-                R"("comment":"vor dem Essen"},{"itemtype":500,"itemvalue":80,"timeslot":0,"desc":"von",)"
-                R"("comment":"mg/dl"}]})"
-                "\n");
+  const std::string summary =
+      "1|0|0|400=0,0|401=0,0|402=0,0|500=80,0|501=0,0|502=0,0|503=0,0|0=Actrapid|100|0|0|1=||100|2=|100|0|-1|"
+      "3=|100|0|0|4=|100|0|0";
+  EXPECT_EQ(
+      said({"plan", file_, "--json"}),
+      R"({"id":1,"date":"2024-03-01","type":2,"summary":")" + summary +
+          R"(","basal_per_kilogram":null,"insulins":["Actrapid|100|0|0","||100","|100|0|-1","|100|0|0","|100|0|0"])"
+          R"(,"items":[{"itemtype":0,"itemvalue":8.5,"timeslot":2,"desc":"Actrapid|100|0|0",)"
+          R"("comment":"vor dem Essen"},{"itemtype":500,"itemvalue":80,"timeslot":0,"desc":"von",)"
+          R"("comment":"mg/dl"}]})"
+          "\n");
   EXPECT_EQ(said({"plan", file_, "--date", "2024-03-01"}), "Plan 1 of 2024-03-01, type 2\n" + summary +
                                                                "\n\n"
                                                                "Type  Value  Time slot  Text\n"

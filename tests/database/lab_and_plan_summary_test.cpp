@@ -69,10 +69,42 @@ TEST_F(PlanSummaryTest, SumsUpThePlanInForce) {
   ASSERT_TRUE(db_SaveTherapyPlan(environment, file, second));
   ASSERT_TRUE(db_GetPlanSummary(environment, file, engine::date_from(2024, 3, 8), summary));
   EXPECT_EQ(summary.id, first.id);
-  EXPECT_EQ(plan_summary_text(summary), "2|1|1|400=0.9|401=0.0|402=1.2|500=80.0|501=140.0|502=60.0|503=180.0");
+  const std::string missing = "|0=|100|0|0|1=||100|2=|100|0|-1|3=|100|0|0|4=|100|0|0";
+  EXPECT_EQ(plan_summary_text(summary),
+            "2|1|1|400=0,9|401=0,0|402=1,3|500=80,0|501=140,0|502=60,0|503=180,0" + missing);
   ASSERT_TRUE(db_GetPlanSummary(environment, file, std::nullopt, summary));
-  EXPECT_EQ(plan_summary_text(summary), "1|0|0|400=0.0|401=0.0|402=0.0|500=90.0|501=0.0|502=0.0|503=0.0");
+  EXPECT_EQ(plan_summary_text(summary), "1|0|0|400=0,0|401=0,0|402=0,0|500=90,0|501=0,0|502=0,0|503=0,0" + missing);
   EXPECT_FALSE(db_GetPlanSummary(environment, file, engine::date_from(2024, 2, 28), summary));
+}
+
+TEST_F(PlanSummaryTest, RoundsAsTheUserSeesIt) {
+  PlanSummary summary;
+  for (const auto& [value, text] : std::initializer_list<std::pair<double, std::string>>{{0.85, "=0,9"},
+                                                                                         {0.1 + 0.75, "=0,9"},
+                                                                                         {7.25, "=7,3"},
+                                                                                         {0.05, "=0,1"},
+                                                                                         {-0.04, "=0,0"},
+                                                                                         {123456.75, "=123456,8"}}) {
+    summary.basal_rates[0] = value;
+    EXPECT_NE(plan_summary_text(summary).find("|400" + text + "|"), std::string::npos) << plan_summary_text(summary);
+  }
+}
+
+TEST_F(PlanSummaryTest, NamesInsulinsAndDividesByTheTargetWeight) {
+  const std::string file = patient_database();
+  TherapyPlan plan = plan_of(1, {{"Lispro|90|0|0", plan_item::bolus, 0, 0, ""}, item(400, 12), item(400, 15.5)});
+  ASSERT_TRUE(db_SaveTherapyPlan(environment, file, plan));
+  PlanSummary summary;
+  // Grams; 78 is no weight in grams.
+  for (const auto& [weight, part] : std::initializer_list<std::pair<std::string_view, std::string>>{
+           {"UPDATE patdat_setup SET TargetWeight = 0", ""},
+           {"UPDATE patdat_setup SET TargetWeight = 78", ""},
+           {"UPDATE patdat_setup SET TargetWeight = 80000", "|400/kg=0,34"}}) {
+    execute(file, {weight});
+    ASSERT_TRUE(db_GetPlanSummary(environment, file, std::nullopt, summary));
+    EXPECT_EQ(plan_summary_text(summary), "1|0|0|400=27,5|401=0,0|402=0,0|500=0,0|501=0,0|502=0,0|503=0,0" + part +
+                                              "|0=Lispro|90|0|0|1=||100|2=|100|0|-1|3=|100|0|0|4=|100|0|0");
+  }
 }
 
 }  // namespace

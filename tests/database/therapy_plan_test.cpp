@@ -72,12 +72,17 @@ TEST_F(Plans, ShowAMessageAndStayAsTheyWereWhereSavingFails) {
   missing.id = plan.id + 100;
   too_long.desc = std::string(256, 'x');
   too_long.items.clear();
+  // The sound comes before the message.
+  std::vector<std::size_t> messages_at_beep;
+  environment.beep = [&] { messages_at_beep.push_back(messages.size()); };
   for (TherapyPlan* failing : {&missing, &too_long}) {
     messages.clear();
+    messages_at_beep.clear();
     EXPECT_FALSE(db_SaveTherapyPlan(environment, file, *failing));
     ASSERT_EQ(messages.size(), 1U);
     EXPECT_EQ(messages[0].text, "Text 4880");
     EXPECT_EQ(messages[0].style, 48U);
+    EXPECT_EQ(messages_at_beep, std::vector<std::size_t>{0});
   }
   TherapyPlan read;
   ASSERT_TRUE(db_GetTherapyPlan(environment, file, std::nullopt, read));

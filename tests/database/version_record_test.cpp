@@ -110,5 +110,31 @@ TEST_F(Version, TellsForeignDatabasesByTheirDescription) {
   }
 }
 
+TEST_F(Version, ThatNobodyCanReadIsNotTheCurrentOne) {
+  struct Case {
+    std::string_view statement;
+    int error;
+  };
+  const Case cases[] = {
+      {"UPDATE db_info SET MinVersion = Null", 94},
+      {"UPDATE db_info SET MinVersion = 27, MajVersion = Null", 94},
+      {"ALTER TABLE db_info ALTER COLUMN MajVersion TEXT(9)", 94},
+      {"UPDATE db_info SET MajVersion = 'four'", 13},
+      {"UPDATE db_info SET MajVersion = '4'", 0},
+      {"ALTER TABLE db_info DROP COLUMN MinVersion", 3265},
+  };
+  const std::string file = patient_database();
+  int error = 0;
+  const support::SkippedStatementWatch watch{
+      [&](std::string_view, const support::RuntimeError& passed_over) { error = passed_over.number(); }};
+  for (const Case& row : cases) {
+    execute(file, {row.statement});
+    error = 0;
+    VersionRecord record;
+    EXPECT_EQ(db_ReadDBInfo(environment, file, record), row.error == 0) << row.statement;
+    EXPECT_EQ(error, row.error) << row.statement;
+  }
+}
+
 }  // namespace
 }  // namespace database::testing

@@ -121,6 +121,29 @@ TEST_F(UpgradeCommand, TellsOfEveryFileThatItCannotUpgrade) {
   EXPECT_EQ(run({"upgrade"}).code, 2);
 }
 
+TEST_F(UpgradeCommand, TakesNoVersionThatItCannotReadForTheCurrentOne) {
+  const std::string file = old_database(40);
+  execute(file, {"UPDATE db_info SET MinVersion = Null"});
+  const std::string content = read_file(file);
+  const Said said = run({"upgrade", file, "--yes"});
+  EXPECT_EQ(said.code, 1);
+  EXPECT_EQ(said.err, host(file) + ": error 94: MinVersion of the version record is Null.\n");
+  EXPECT_TRUE(read_file(file) == content);
+  EXPECT_THAT(files(), ElementsAre("4.40.das"));
+  const Said info = run({"info", file, "--json"});
+  EXPECT_EQ(info.code, 1);
+  EXPECT_THAT(info.out, HasSubstr("\"MinVersion\":null,"));
+}
+
+TEST_F(UpgradeCommand, SaysWhichRowsItLeavesBehind) {
+  const std::string file = old_database(33);
+  execute(file, {"CREATE TABLE import (id COUNTER, ImportFrom SHORT)",
+                 "CREATE UNIQUE INDEX once ON import (ImportFrom)", "INSERT INTO imports (ImportFrom) VALUES (7)"});
+  const Said said = run({"upgrade", file, "--yes", "--no-backup", "--json"});
+  EXPECT_EQ(said.code, 0);
+  EXPECT_THAT(said.out, HasSubstr("\"notes\":[\"1 of 3 rows of imports could not be brought over"));
+}
+
 TEST_F(UpgradeCommand, MakesNoCopyOfADamagedDatabaseAndLeavesItAsItIs) {
   const std::string file = old_database(0);
   std::string damaged = read_file(file);

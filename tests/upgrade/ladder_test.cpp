@@ -146,17 +146,50 @@ TEST_F(Ladder, LeavesOtherMajorVersionsAndNewerOnesAlone) {
   }
 }
 
-TEST_F(Ladder, KeepsOldImportsUntilAllOfThemHaveArrived) {
-  const std::string file = old_database(33);
-  {
-    const Opened opened = open(file);
-    opened.database->table_defs().item("imports")->fields().item("MeterID")->set_allow_zero_length(true);
-    // The new table takes no empty device.
-    opened.database->execute("INSERT INTO imports (ImportFrom, MeterID) VALUES (9, '')");
-  }
+TEST_F(Ladder, GivesTheRowThatItWidensTheZonesOfTheSettingsFile) {
+  zone_file.values = {{"FixTimeFrom1", "0515"}, {"TimeUntil4", "0430"}};
+  const std::string file = old_database(24);
   ASSERT_EQ(upgrade(file), 1);
-  EXPECT_EQ(rows(file, "SELECT ImportFrom FROM import ORDER BY id"), (std::vector<std::string>{"7", "8"}));
-  EXPECT_EQ(rows(file, "SELECT ImportFrom FROM imports ORDER BY id"), (std::vector<std::string>{"7", "8", "9"}));
+  EXPECT_EQ(rows(file, "SELECT BB_From, BB_Until, UTZ4_Until FROM patdat_setup"),
+            std::vector<std::string>{"1899-12-30 05:15:00|1899-12-30 08:59:00|1899-12-30 04:30:00"});
+
+  // A file whose upgrade was interrupted by another program has the columns already, and zones of the user's.
+  const std::string widened = old_database(27);
+  execute(widened, {"UPDATE db_info SET MinVersion=24"});
+  ASSERT_EQ(upgrade(widened), 1);
+  EXPECT_EQ(rows(widened, "SELECT BB_From, AB_From FROM patdat_setup"),
+            std::vector<std::string>{"1899-12-30 05:00:00|Null"});
+}
+
+TEST_F(Ladder, BringsImportsOverWhateverTextIsEmpty) {
+  for (const std::string_view column : {"MeterID", "ImportDesc"}) {
+    const std::string file = old_database(33);
+    {
+      const Opened opened = open(file);
+      opened.database->table_defs().item("imports")->fields().item(column)->set_allow_zero_length(true);
+      opened.database->execute("INSERT INTO imports (ImportFrom, [" + std::string(column) + "]) VALUES (9, '')");
+    }
+    ASSERT_EQ(upgrade(file), 1);
+    EXPECT_EQ(rows(file, "SELECT ImportFrom, [" + std::string(column) + "] FROM import WHERE ImportFrom=9"),
+              std::vector<std::string>{"9|Null"});
+    EXPECT_EQ(rows(file, "SELECT count(*) FROM import"), std::vector<std::string>{"3"});
+    EXPECT_FALSE(has_table(file, "imports"));
+  }
+}
+
+TEST_F(Ladder, KeepsOldImportsUntilAllOfThemHaveArrivedAndSaysWhyNot) {
+  const std::string file = old_database(33);
+  execute(file, {"CREATE TABLE import (id COUNTER, ImportFrom SHORT, MeterID TEXT(50))",
+                 "CREATE UNIQUE INDEX once ON import (ImportFrom)",
+                 "INSERT INTO imports (ImportFrom, MeterID) VALUES (7, 'twice')"});
+  std::vector<std::string> told;
+  environment.rows_left = [&](const RowsLeft& rows) { told.push_back(sentence(rows)); };
+  ASSERT_EQ(upgrade(file), 1);
+  EXPECT_EQ(rows(file, "SELECT ImportFrom FROM import ORDER BY ImportFrom"), (std::vector<std::string>{"7", "8"}));
+  EXPECT_EQ(rows(file, "SELECT count(*) FROM imports"), std::vector<std::string>{"3"});
+  ASSERT_EQ(told.size(), 1U);
+  EXPECT_EQ(told[0].rfind("1 of 3 rows of imports could not be brought over and stay there: ", 0), 0U) << told[0];
+  EXPECT_NE(told[0].find("duplicate"), std::string::npos) << told[0];
 }
 
 TEST_F(Ladder, CopiesLaboratoryValuesWhateverTheirComment) {

@@ -140,6 +140,19 @@ TEST_F(Finish, ChangesOfAKnownDatabaseBecomeANewPlanThatKeepsTheRest) {
               ElementsAre("0|Novorapid|100|0|0|0", "400||0,9", "500||80", "501||150"));
 }
 
+TEST_F(Finish, ZonesThatAKnownDatabaseLacksGetTheirDefaults) {
+  const std::string database = known_database();
+  for (const std::string column : {"BB_From", "BB_Until"}) {
+    execute(database, "ALTER TABLE patdat_setup DROP COLUMN " + column);
+    execute(database, "ALTER TABLE patdat_setup ADD COLUMN " + column + " DATETIME");
+  }
+  start("vantrix|known.das");
+  go_to("Fertig");
+  next();
+  EXPECT_THAT(rows(database, "SELECT BB_From, BB_Until FROM patdat_setup"),
+              ElementsAre("1899-12-30 06:00:00|1899-12-30 08:59:00"));
+}
+
 TEST_F(Finish, InsulinThatAnUnchangedTherapyDoesNotShowStaysInThePlan) {
   const std::string database = known_database();
   execute(database,

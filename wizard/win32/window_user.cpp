@@ -12,6 +12,8 @@ int WindowUser::message_box(std::string_view text, std::uint32_t style, std::str
   return MessageBoxW(owner_, support::wide(text).c_str(), support::wide(title).c_str(), buttons);
 }
 
+void WindowUser::beep() { MessageBeep(0xFFFFFFFF); }
+
 std::optional<std::string> WindowUser::choose_folder(std::string_view title) {
   return support::choose_folder(title, owner_);
 }

@@ -20,6 +20,7 @@ class WindowUser : public UserPort {
   void set_owner(HWND owner) noexcept { owner_ = owner; }
 
   int message_box(std::string_view text, std::uint32_t style, std::string_view title) override;
+  void beep() override;
   std::optional<std::string> choose_folder(std::string_view title) override;
   bool open_file(std::string_view path) override;
   std::vector<std::string> recycle(std::string_view folder, std::string_view pattern) override;
