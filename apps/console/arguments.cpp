@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <charconv>
 
+#include "support/encoding.h"
+
 namespace console {
 namespace {
 
@@ -24,6 +26,7 @@ Arguments::Arguments(std::span<const Option> options, std::span<const std::strin
   bool options_ended = false;
   for (std::size_t i = 0; i < words.size(); ++i) {
     const std::string& word = words[i];
+    if (!support::is_utf8(word)) throw UsageError("Argument " + std::to_string(i + 1) + " is not UTF-8.");
     if (options_ended || word.size() < 2 || !word.starts_with('-')) {
       operands_.push_back(word);
       continue;

@@ -22,7 +22,8 @@ struct Option {
 inline constexpr Option help_option{"--help", "", "Show this help."};
 
 /// Options may stand anywhere, as "--name value" or "--name=value"; "--" ends them. Raises UsageError for an option
-/// that is unknown, given twice, without its value, or with one that it does not take.
+/// that is unknown, given twice, without its value, or with one that it does not take, and for a word that is not
+/// UTF-8.
 class Arguments {
  public:
   Arguments(std::span<const Option> options, std::span<const std::string> words);

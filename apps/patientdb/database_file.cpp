@@ -24,6 +24,10 @@ std::string password_from_file(const std::string& host_path) {
     throw console::InputError("The first line of the password file " + host_path +
                               " is empty. A database without password needs an empty PATIENTDB_PASSWORD.");
   }
+  if (line.find('\0') != std::string_view::npos) {
+    throw console::InputError("The password file " + host_path +
+                              " holds a NUL in its first line: no password has one.");
+  }
   if (!support::is_utf8(line)) throw console::InputError("The password file " + host_path + " is not UTF-8.");
   return std::string(line);
 }

@@ -15,7 +15,7 @@ namespace patientdb {
 /// InputError where the password file cannot be read or holds no password.
 std::string password(const console::Arguments& arguments, const console::Console& console);
 
-/// The first line of a file. Raises InputError where it cannot be read, is empty or no UTF-8.
+/// The first line of a file. Raises InputError where it cannot be read, is empty, no UTF-8 or holds a NUL.
 std::string password_from_file(const std::string& host_path);
 
 /// Raises UsageError unless a new database may have this password: 3 to 20 characters, or none.

@@ -39,7 +39,10 @@ void write_indexes(std::ostream& out, engine::Indexes& indexes) {
     for (std::int32_t j = 0; j < index->fields().count(); ++j) {
       out << (j > 0 ? ", " : "") << index->fields().item(j)->name();
     }
-    out << ')' << (index->primary() ? " primary" : "") << (index->unique() ? " unique" : "") << '\n';
+    // A primary index is required anyway.
+    out << ')' << (index->primary() ? " primary" : "") << (index->unique() ? " unique" : "")
+        << (index->required() && !index->primary() ? " required" : "") << (index->ignore_nulls() ? " ignores Null" : "")
+        << '\n';
   }
 }
 

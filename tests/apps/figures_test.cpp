@@ -122,6 +122,13 @@ TEST_F(Figures, OfThePumpReachToTheEndOfTheDay) {
   EXPECT_THAT(outcome.err, HasSubstr("23:59:59 is taken as 23:59:00"));
 }
 
+TEST_F(Figures, OfAnIndexTellWhatItRequiresAndIgnores) {
+  change({"CREATE TABLE t (a LONG, b LONG)", "CREATE INDEX needed ON t (a) WITH DISALLOW NULL",
+          "CREATE UNIQUE INDEX loose ON t (b) WITH IGNORE NULL"});
+  EXPECT_THAT(said({"schema", file_, "t"}),
+              AllOf(HasSubstr("Index needed (a) required\n"), HasSubstr("Index loose (b) unique ignores Null\n")));
+}
+
 TEST_F(Figures, OfThePatientsInTheIndex) {
   const std::string index = folder_.file("index.mdb");
   said({"index", index, "create"});
@@ -157,11 +164,16 @@ TEST_F(Figures, AreNotShownForArgumentsThatCannotBe) {
       {{"summary", file_, "--weekdays", "1,8"}, "--weekdays takes weekday numbers"},
       {{"summary", file_, "--weekdays", "1,"}, "--weekdays takes weekday numbers"},
       {{"summary", file_, "--import-id", "-2"}, "--import-id takes"},
+      {{"summary", "M\xFCller.das"}, "Argument 1 is not UTF-8"},
       {{"plan", file_, "--date", "2023-02-29"}, "--date takes a day of the calendar"},
       {{"index", folder_.file("index.mdb"), "write", "1x"}, "number is a whole number from 0"},
       {{"index", folder_.file("index.mdb"), "erase"}, "no action \"erase\""},
   };
   said({"index", folder_.file("index.mdb"), "create"});
+  const std::string torn = folder_.write("torn.txt", std::string("bri\0mol", 7));
+  const Outcome password = run_patientdb({"info", file_, "--password-file", torn});
+  EXPECT_EQ(password.code, 2);
+  EXPECT_THAT(password.err, HasSubstr("holds a NUL"));
   for (const auto& row : cases) {
     const Outcome outcome = run_patientdb(row.arguments);
     EXPECT_EQ(outcome.code, 2) << testing::PrintToString(row.arguments);

@@ -76,23 +76,33 @@ double decimal(const char* text) {
 
 using MdbText = std::unique_ptr<char, decltype([](char* text) { g_free(text); })>;
 
+/// "{00112233-4455-6677-8899-AABBCCDDEEFF}": the first three groups are stored as numbers, the others byte by byte.
+std::string replication_number(std::string_view bytes) {
+  constexpr std::size_t order[] = {3, 2, 1, 0, 5, 4, 7, 6, 8, 9, 10, 11, 12, 13, 14, 15};
+  constexpr std::string_view digits = "0123456789ABCDEF";
+  if (bytes.size() < std::size(order)) damaged();
+  std::string text = "{";
+  for (std::size_t i = 0; i < std::size(order); ++i) {
+    if (i == 4 || i == 6 || i == 8 || i == 10) text += '-';
+    const auto byte = static_cast<std::uint8_t>(bytes[order[i]]);
+    text.append({digits[byte >> 4U], digits[byte & 15U]});
+  }
+  return text + "}";
+}
+
 /// libmdb reads these from the row's page.
 std::string page_text(MdbHandle& file, const MdbColumn& column, const MdbField& field) {
-  constexpr int decimal_bytes = 17, money_bytes = 8, guid_bytes = 16;
+  constexpr int decimal_bytes = 17, money_bytes = 8;
   const auto text = [&](int size, auto&& convert) {
     if (field.siz < size) damaged();
     const MdbText made(convert());
     return std::string(made ? made.get() : "");
   };
-  switch (column.col_type) {
-    case MDB_MONEY:
-      return text(money_bytes, [&] { return mdb_money_to_string(&file, field.start); });
-    case MDB_NUMERIC:
-      return text(decimal_bytes,
-                  [&] { return mdb_numeric_to_string(&file, field.start, column.col_scale, column.col_prec); });
-    default:
-      return text(guid_bytes, [&] { return mdb_uuid_to_string(file.pg_buf, field.start); });
+  if (column.col_type == MDB_MONEY) {
+    return text(money_bytes, [&] { return mdb_money_to_string(&file, field.start); });
   }
+  return text(decimal_bytes,
+              [&] { return mdb_numeric_to_string(&file, field.start, column.col_scale, column.col_prec); });
 }
 
 }  // namespace
@@ -120,7 +130,7 @@ engine::Value mdb_value(MdbHandle& file, JetVersion version, const MdbColumn& co
     case MDB_MEMO:
       return jet_text(version, long_value(file, bytes));
     case MDB_REPID:
-      return page_text(file, column, field);
+      return replication_number(bytes);
     default:
       return decimal(page_text(file, column, field).c_str());
   }

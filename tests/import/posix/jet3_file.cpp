@@ -12,10 +12,11 @@ constexpr std::size_t page_size = 2048;
 constexpr std::uint32_t usage_page = 1, objects_page = 2, objects_data_page = 3;
 constexpr std::uint32_t inside = 0x80000000U, one_row = 0x40000000U;
 
-bool is_fixed(Type type) { return type < Type::Text; }
+bool is_fixed(Type type) { return type < Type::Text || type == Type::ReplicationNumber; }
 
 std::uint16_t size_of(const Column& column) {
   constexpr std::uint16_t sizes[] = {0, 0, 1, 2, 4, 8, 4, 8, 8};
+  if (column.type == Type::ReplicationNumber) return 16;
   return is_fixed(column.type) ? sizes[static_cast<std::size_t>(column.type)] : column.size;
 }
 

@@ -22,6 +22,7 @@ enum class Type : std::uint8_t {
   Text = 10,
   Ole = 11,
   Memo = 12,
+  ReplicationNumber = 15,
 };
 
 struct Column {

@@ -66,6 +66,14 @@ TEST_F(Jet3, FilesBringEachTypeOfValue) {
   EXPECT_THAT(rows("SELECT max(id) FROM Werte"), HasSubstr("[[10]]"));
 }
 
+TEST_F(Jet3, FilesBringReplicationNumbersWithTheirHyphens) {
+  jet3::File file("");
+  const std::string number("\x33\x22\x11\x00\x55\x44\x77\x66\x88\x99\xAA\xBB\xCC\xDD\xEE\xFF", 16);
+  file.add({"t", {{"n", Type::Long}, {"r", Type::ReplicationNumber}}, {{bytes_of<std::int32_t>(1), number}}, ""});
+  ASSERT_EQ(import(write(file)).code, 0);
+  EXPECT_THAT(rows("SELECT r FROM t"), HasSubstr("[[\"{00112233-4455-6677-8899-AABBCCDDEEFF}\"]]"));
+}
+
 TEST_F(Jet3, FilesBringLongTextsFromOtherPages) {
   std::string text;
   for (int i = 0; i < 700; ++i) text += "Zeile " + std::to_string(i) + "\r\n";
