@@ -31,7 +31,7 @@ class Practice {
     fs::remove(index());
     const std::string name = windows_path(index());
     if (database::CreateIndexDatabase(environment(), name) != 1 ||
-        !database::db_UpgradeIndexDatabase(environment(), name, {})) {
+        !database::db_UpgradeIndexDatabase(environment(), name, {}).complete()) {
       throw std::runtime_error("no index database");
     }
   }

@@ -33,6 +33,10 @@ class Progress {
   virtual void set_caption(std::string_view caption) = 0;
   virtual void set_value(std::int32_t value) = 0;
   virtual void finish() = 0;
+  /// Work that can be ended between two of its parts offers that, between start() and finish(), under this caption.
+  virtual void offer_cancel(std::string_view caption) { static_cast<void>(caption); }
+  /// True once the user has taken that offer.
+  virtual bool cancelled() const { return false; }
   /// An upgrade works towards a minor version on a table; the table is empty where it works on none.
   virtual void upgrade_step(std::int16_t version, std::string_view table) {
     static_cast<void>(version);
@@ -74,7 +78,8 @@ struct Environment {
   std::function<std::unique_ptr<engine::Engine>(std::string_view identifier)> open_engine = engine::open_engine;
   /// Makes a copy of a file that the engine does not know, or raises. Empty: such files cannot be read.
   std::function<std::unique_ptr<ReadableCopy>(const Environment& environment, std::string_view path)> readable_copy;
-  /// Empty: a question counts as declined, a message is dropped.
+  /// May raise 3059 where a question finds no answer. Empty: nobody can be asked, so that what needs an answer raises
+  /// 3059; a message is dropped.
   MessageBox message_box;
   /// Null: no progress is shown.
   Progress* progress = nullptr;

@@ -2,6 +2,7 @@
 // reasons could succeed the next time, and what was read or written so far is not to be taken for the whole.
 #pragma once
 
+#include <optional>
 #include <string_view>
 
 #include "support/error.h"
@@ -17,12 +18,14 @@ bool is_file_failure(const support::RuntimeError& error) noexcept;
 /// Notices them among the statements that are passed over while it lives.
 class FileFailures {
  public:
-  bool any() const noexcept { return any_; }
+  bool any() const noexcept { return first_.has_value(); }
+  const std::optional<support::RuntimeError>& first() const noexcept { return first_; }
 
  private:
-  bool any_ = false;
-  support::SkippedStatementWatch watch_{
-      [this](std::string_view, const support::RuntimeError& error) { any_ |= is_file_failure(error); }};
+  std::optional<support::RuntimeError> first_;
+  support::SkippedStatementWatch watch_{[this](std::string_view, const support::RuntimeError& error) {
+    if (!first_ && is_file_failure(error)) first_ = error;
+  }};
 };
 
 }  // namespace database

@@ -9,16 +9,20 @@
 #include "database/columns.h"
 #include "database/file_failure.h"
 #include "database/formatted.h"
+#include "database/open_database.h"
 #include "database/opened_target.h"
 #include "database/upgrade/ladder.h"
 #include "database/version_record.h"
 #include "support/common_code.h"
+#include "support/encoding.h"
 #include "support/user_locale.h"
 
 namespace database {
 namespace {
 
 using support::Procedure;
+
+constexpr int no_current_record = 3021;
 
 /// Categories that count as a patient's data: the eight kinds of entries and the laboratory values.
 constexpr std::int32_t counted_categories = 0xFF | 1 << 9;
@@ -33,22 +37,56 @@ bool keeps_devices(std::int16_t action) { return action < index_action::remove |
 /// What is to stand in a row: field and value.
 using RowValues = std::vector<std::pair<std::string_view, engine::Value>>;
 
+std::unique_ptr<engine::Recordset> row_of(engine::Database& index, std::int32_t number) {
+  return index.open_recordset("SELECT * FROM index WHERE id=" + std::to_string(number));
+}
+
+/// A new row. A number whose patient file is there is passed over: the row would be taken for that patient's.
+std::unique_ptr<engine::Recordset> new_row(const Environment& environment, engine::Database& index,
+                                           std::unique_ptr<engine::Recordset> rows) {
+  const std::string path = index.name();
+  rows->add_new();
+  std::int32_t id = engine::to_int32(rows->value("id"));
+  if (patient_file(environment, path, id).empty()) return rows;
+  rows->cancel_update();
+  do ++id;
+  while (!patient_file(environment, path, id).empty() || !row_of(index, id)->eof());
+  index.execute("INSERT INTO index (id) VALUES (" + std::to_string(id) + ")");
+  auto row = row_of(index, id);
+  row->edit();
+  return row;
+}
+
+/// Fields that an index has only since its upgrade.
+constexpr std::string_view fields_of_upgrade[] = {"last_open", "flag", "date_range", "last_hba1c", "hba1c"};
+
+/// True for one of these that the index lacks.
+bool waits_for_upgrade(const engine::Recordset& row, std::string_view field) {
+  const auto is_same = [field](std::string_view name) { return support::equal_ignoring_case(name, field); };
+  return std::ranges::any_of(fields_of_upgrade, is_same) && !has_column(row, field);
+}
+
 /// Stores the values in the patient's row, or a new one where there is none, and returns its id. A value that the row
 /// does not take is left out. The transaction keeps the number that a new row gets from others until it is stored.
-std::int32_t store_row(Procedure& procedure, engine::Database& index, std::int32_t number, const RowValues& values) {
-  std::int32_t id = 0;
-  const bool stored = procedure.guarded([&] {
-    engine::Transaction transaction{index};
-    const auto row = index.open_recordset("SELECT * FROM index WHERE id=" + std::to_string(number));
-    row->eof() ? row->add_new() : row->edit();
-    id = engine::to_int32(row->value("id"));
-    for (const auto& [field, value] : values) {
-      procedure.step([&, &field = field, &value = value] { row->set_value(field, value); });
-    }
-    row->update();
-    transaction.commit();
-  });
-  return stored ? id : 0;
+/// Raises 3021 where there is no row and none may be added.
+std::int32_t store_row(const Environment& environment, Procedure& procedure, engine::Database& index,
+                       std::int32_t number, const RowValues& values, bool may_add) {
+  engine::Transaction transaction{index};
+  auto row = row_of(index, number);
+  if (row->eof()) {
+    if (!may_add) throw support::RuntimeError(no_current_record, "The database holds no patient.");
+    row = new_row(environment, index, std::move(row));
+  } else {
+    row->edit();
+  }
+  const std::int32_t id = engine::to_int32(row->value("id"));
+  for (const auto& [field, value] : values) {
+    if (waits_for_upgrade(*row, field)) continue;
+    procedure.step([&, &field = field, &value = value] { row->set_value(field, value); });
+  }
+  row->update();
+  transaction.commit();
+  return id;
 }
 
 RowValues values_of(const PatientRecord& patient) {
@@ -67,9 +105,8 @@ class PatientReader {
   PatientReader(const Environment& environment, Procedure& procedure, engine::Database& database)
       : environment_(environment), procedure_(procedure), opened_(environment, database, OpenedTarget::Access::Read) {}
 
-  void bring_up_to_date();
-  /// Also puts the name into the record, for the devices.
-  void read_patient(PatientRecord& patient);
+  /// Also puts the name into the record, for the devices. False where there is no patient.
+  bool read_patient(PatientRecord& patient);
   void read_therapy();
   void read_last_change();
   void read_span();
@@ -89,16 +126,9 @@ class PatientReader {
   RowValues values_;
 };
 
-void PatientReader::bring_up_to_date() {
-  VersionRecord record;
-  if (db_ReadDBInfo(environment_, *opened_.get(), record) && needs_upgrade(record)) {
-    db_WriteDBInfo(environment_, *opened_.get(), record);
-  }
-}
-
-void PatientReader::read_patient(PatientRecord& patient) {
+bool PatientReader::read_patient(PatientRecord& patient) {
   const auto row = first_row("SELECT * FROM patdat");
-  if (!row) return;
+  if (!row) return false;
   copy(*row, "name", "name");
   copy(*row, "firstname", "firstname");
   copy(*row, "birthday", "dateofbirth");
@@ -110,6 +140,7 @@ void PatientReader::read_patient(PatientRecord& patient) {
   });
   procedure_.step([&] { patient.name = engine::to_text(row->value("name")); });
   procedure_.step([&] { patient.firstname = engine::to_text(row->value("firstname")); });
+  return true;
 }
 
 void PatientReader::read_therapy() {
@@ -160,24 +191,57 @@ void PatientReader::read_hba1c() {
   });
 }
 
-std::int32_t refresh_row(const Environment& environment, Procedure& procedure, engine::Database& index,
-                         PatientRecord& patient, std::string_view patient_database) {
-  RowValues values;
+struct OpenPatient {
+  std::unique_ptr<engine::Engine> engine;
+  std::unique_ptr<engine::Database> database;
+};
+
+/// One that may not be written can still be read. Raises what keeps it from being opened.
+OpenPatient open_patient(const Environment& environment, std::string_view file) {
+  constexpr int read_only = 3027, not_opened = 3051, missing = 3024;
+  OpenPatient open;
+  support::RuntimeError failure{missing, "File not found."};
+  OpenPatientDatabase(environment, file, false, false, open.engine, open.database, &failure);
+  if (!open.database && (failure.number() == read_only || failure.number() == not_opened)) {
+    OpenPatientDatabase(environment, file, true, false, open.engine, open.database, &failure);
+  }
+  if (!open.database) throw failure;
+  return open;
+}
+
+/// The patient's database, upgraded before where its layout calls for that. Raises what kept it from being read or
+/// upgraded.
+OpenPatient open_current_patient(const Environment& environment, std::string_view file, IndexOutcome& outcome) {
+  OpenPatient open = open_patient(environment, file);
+  VersionRecord record;
   const FileFailures failures;
-  const OpenedTarget opened(environment, patient_database, OpenedTarget::Access::Write);
-  if (opened.get()) {
-    PatientReader reader(environment, procedure, *opened.get());
-    reader.bring_up_to_date();
-    reader.read_patient(patient);
+  const bool is_due = db_ReadDBInfo(environment, *open.database, record) && needs_upgrade(record);
+  if (failures.first()) throw support::RuntimeError(*failures.first());
+  if (!is_due) return open;
+  std::unique_ptr<engine::Recordset> none;
+  db_cleanup(open.engine, open.database, none);
+  outcome.upgrade = upgrade_file(environment, file);
+  return open_patient(environment, file);
+}
+
+std::int32_t refresh_row(const Environment& environment, Procedure& procedure, engine::Database& index,
+                         PatientRecord& patient, std::string_view patient_database, IndexOutcome& outcome) {
+  RowValues values;
+  bool holds_patient = false;
+  {
+    const OpenPatient open = open_current_patient(environment, patient_database, outcome);
+    const FileFailures failures;
+    PatientReader reader(environment, procedure, *open.database);
+    holds_patient = reader.read_patient(patient);
     reader.read_therapy();
     reader.read_last_change();
     reader.read_span();
     reader.read_hba1c();
     values = reader.values();
+    if (failures.first()) throw support::RuntimeError(*failures.first());
   }
-  if (failures.any()) return 0;
-  const std::int32_t id = store_row(procedure, index, patient.index_id, values);
-  if (id != 0) patient.index_id = id;
+  const std::int32_t id = store_row(environment, procedure, index, patient.index_id, values, holds_patient);
+  patient.index_id = id;
   return id;
 }
 
@@ -203,21 +267,24 @@ void update_devices(const Environment& environment, Procedure& procedure, const 
 }  // namespace
 
 std::int32_t db_ProcessIndex(const Environment& environment, const Target& index, PatientRecord& patient,
-                             std::int16_t action, std::string_view patient_database) {
+                             std::int16_t action, std::string_view patient_database, IndexOutcome* outcome) {
   Procedure procedure{"sql!db_ProcessIndex"};
+  IndexOutcome own;
+  IndexOutcome& told = outcome ? *outcome : own;
   std::int32_t id = 0;
   {
     const OpenedTarget opened(environment, index, OpenedTarget::Access::Write);
-    if (opened.get() && writes(action)) {
-      id = store_row(procedure, *opened.get(), patient.index_id, values_of(patient));
-    }
-    if (opened.get() && refreshes(action)) {
-      id = refresh_row(environment, procedure, *opened.get(), patient, patient_database);
-    }
-    if (action == index_action::remove) {
-      procedure.step(
-          [&] { opened.database().execute("DELETE * FROM index WHERE id=" + std::to_string(patient.index_id)); });
-    }
+    const bool done = procedure.guarded([&] {
+      engine::Database& database = opened.database();
+      if (writes(action)) {
+        id = store_row(environment, procedure, database, patient.index_id, values_of(patient), true);
+      } else if (refreshes(action)) {
+        id = refresh_row(environment, procedure, database, patient, patient_database, told);
+      } else if (action == index_action::remove) {
+        database.execute("DELETE * FROM index WHERE id=" + std::to_string(patient.index_id));
+      }
+    });
+    if (!done) told.failure = procedure.error();
   }
   update_devices(environment, procedure, patient, action);
   return id;

@@ -2,13 +2,16 @@
 // the devices database that is kept in step with it.
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 #include <functional>
+#include <optional>
 #include <string>
 #include <string_view>
 
 #include "database/environment.h"
 #include "database/patient.h"
+#include "database/upgrade/file_upgrade.h"
 
 namespace database {
 
@@ -19,23 +22,55 @@ inline constexpr std::int16_t remove = 2;
 inline constexpr std::int16_t write = 21;  ///< and above: from the patient record
 }  // namespace index_action
 
+/// What became of a patient's row beside its id.
+struct IndexOutcome {
+  /// Of the patient's database, where its layout called for that.
+  std::optional<FileUpgrade> upgrade;
+  /// Why no row was stored or removed: what the patient's database or the index raised.
+  std::optional<support::RuntimeError> failure;
+};
+
 /// Adds, refreshes or removes the patient's row, and keeps the patient's name on the devices of "meters.mdb" in the
 /// data folder. `patient.index_id` is the patient's number; a refresh sets it to the row's. Returns the row's id; 0
-/// where there is none. A patient database of an older layout is brought up to date by a refresh; one that is foreign
-/// or does not open is left alone, and the row keeps what it held; where a disk fails, no row is touched. Never raises.
+/// where none was stored. A new row never gets the number of a patient's file that is there.
+///
+/// A refresh first brings a patient database of an older layout up to date, after a checked copy and with the question
+/// about the pump data asked. One that cannot be, that does not open, or whose disk fails, changes no row; nor does one
+/// without a patient add one. A field that the index lacks until its upgrade is left out without a word. Never raises.
 std::int32_t db_ProcessIndex(const Environment& environment, const Target& index, PatientRecord& patient,
-                             std::int16_t action, std::string_view patient_database);
-
-/// Told what is being done, for a status line.
-using StatusCaption = std::function<void(const std::string& caption)>;
+                             std::int16_t action, std::string_view patient_database, IndexOutcome* outcome = nullptr);
 
 /// The file of a patient by number, beside the index database or, where it is not there, in the data folder; empty
 /// where neither has it.
 std::string patient_file(const Environment& environment, std::string_view index_path, std::int32_t patient_id);
 
+/// How the upgrade of an index goes on; each may be empty.
+struct IndexUpgradeWatch {
+  /// Told what is being done, for a status line.
+  std::function<void(const std::string& caption)> status = {};
+  /// The same as 0 to 100.
+  std::function<void(std::int32_t percentage)> percentage = {};
+  /// Asked before each patient: true ends the walk there. The next upgrade goes on with this patient.
+  std::function<bool()> cancelled = {};
+  /// Told of each patient whose database was upgraded or could not be refreshed.
+  std::function<void(std::int32_t id, const std::string& file, const IndexOutcome& outcome)> patient = {};
+};
+
+struct IndexUpgrade {
+  std::size_t due = 0;        ///< patients whose databases were due
+  std::size_t refreshed = 0;  ///< of these
+  std::size_t failed = 0;     ///< of these; they stay due
+  std::size_t removed = 0;    ///< rows whose patient file is gone
+  bool cancelled = false;
+  /// What kept the index itself from being opened, changed or walked.
+  std::optional<support::RuntimeError> failure;
+  bool complete() const noexcept { return failed == 0 && !cancelled && !failure; }
+};
+
 /// Brings the index database, and where that calls for it every patient database that it lists, up to date, then
-/// removes the rows whose patient file is in neither folder. False where the index database cannot be opened. Never
-/// raises.
-bool db_UpgradeIndexDatabase(const Environment& environment, std::string_view index_path, const StatusCaption& status);
+/// removes the rows whose patient file is in neither folder. What was interrupted at any point, cancelled, or failed
+/// for a patient is gone on with by the next upgrade, which walks those patients that are still due. Never raises.
+IndexUpgrade db_UpgradeIndexDatabase(const Environment& environment, std::string_view index_path,
+                                     const IndexUpgradeWatch& watch);
 
 }  // namespace database

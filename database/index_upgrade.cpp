@@ -1,8 +1,11 @@
+#include <optional>
 #include <vector>
 
 #include "database/index_database.h"
+#include "database/open_database.h"
 #include "database/opened_target.h"
 #include "database/schema/table_builder.h"
+#include "support/encoding.h"
 #include "support/yield_to_input.h"
 
 namespace database {
@@ -12,6 +15,10 @@ using engine::DataType;
 using support::Procedure;
 
 constexpr float current_index_version = 1.0F;
+
+/// The patients whose databases are due and not yet walked, by id. It is there from the change of the index's layout
+/// until all are done: who is interrupted, or fails, is found here the next time.
+constexpr std::string_view pending_table = "upgrade_pending";
 
 struct IndexField {
   std::string_view name;
@@ -30,94 +37,182 @@ constexpr IndexField added_fields[] = {
 
 constexpr IndexField version_field{"version", DataType::Single, "0"};
 
-/// False also where the table is missing.
-bool has_field(Procedure& procedure, engine::Database& database, std::string_view table, std::string_view field) {
-  bool found = false;
-  procedure.step([&] { found = schema::has_field(*database.table_defs().item(table), field); });
-  return found;
+bool has_table(engine::Database& index, std::string_view name) {
+  engine::TableDefs& tables = index.table_defs();
+  for (std::int32_t i = 0; i < tables.count(); ++i) {
+    if (support::equal_ignoring_case(tables.item(i)->name(), name)) return true;
+  }
+  return false;
 }
 
-void add_field(Procedure& procedure, engine::Database& database, std::string_view table, const IndexField& row) {
-  procedure.step([&] {
-    const auto definition = database.table_defs().item(table);
-    const auto field = definition->create_field(row.name, row.type);
-    field->set_allow_zero_length(true);
-    field->set_default_value(row.default_value);
-    definition->fields().append(field);
-  });
+bool lacks(engine::Database& index, std::string_view table, const IndexField& row) {
+  return !schema::has_field(*index.table_defs().item(table), row.name);
 }
 
-/// True where the patient databases are due.
-bool add_index_fields(Procedure& procedure, engine::Database& index) {
+void add_field(engine::Database& index, std::string_view table, const IndexField& row) {
+  const auto definition = index.table_defs().item(table);
+  const auto field = definition->create_field(row.name, row.type);
+  field->set_allow_zero_length(true);
+  field->set_default_value(row.default_value);
+  definition->fields().append(field);
+}
+
+void write_version(engine::Database& index) {
+  if (!has_table(index, "dbinfo")) return;
+  const auto row = index.open_recordset("dbinfo");
+  row->eof() ? row->add_new() : row->edit();
+  row->set_value("version", current_index_version);
+  row->update();
+}
+
+void mark_all_patients(engine::Database& index) {
+  const std::string name{pending_table};
+  index.execute(has_table(index, name) ? "DELETE * FROM " + name : "CREATE TABLE " + name + " (id LONG)");
+  index.execute("INSERT INTO " + name + " (id) SELECT id FROM index");
+}
+
+/// Fields, version and the list of who is due: all of it, or nothing and an error.
+void change_layout(engine::Database& index, const std::vector<const IndexField*>& missing, bool version_missing) {
+  engine::Transaction transaction{index};
+  if (version_missing) add_field(index, "dbinfo", version_field);
   bool due = false;
-  for (const IndexField& row : added_fields) {
-    if (has_field(procedure, index, "index", row.name)) continue;
-    add_field(procedure, index, "index", row);
-    if (!row.marks_upgrade) continue;
+  for (const IndexField* field : missing) {
+    add_field(index, "index", *field);
+    if (!field->marks_upgrade) continue;
     due = true;
-    procedure.step([&] { index.execute("UPDATE index set " + std::string(row.name) + "=0"); });
+    index.execute("UPDATE index set " + std::string(field->name) + "=0");
   }
-  return due;
+  if (due) {
+    mark_all_patients(index);
+    write_version(index);
+  }
+  transaction.commit();
 }
 
-std::vector<std::int32_t> patient_ids(Procedure& procedure, const OpenedTarget& index) {
-  std::vector<std::int32_t> ids;
-  const auto rows = try_open_row(procedure, index, "SELECT id FROM index");
-  for (bool more = rows != nullptr; more; more = next_row(procedure, *rows)) {
-    procedure.step([&] { ids.push_back(engine::to_int32(rows->value("id"))); });
+void bring_layout_up_to_date(engine::Database& index) {
+  std::vector<const IndexField*> missing;
+  for (const IndexField& row : added_fields) {
+    if (lacks(index, "index", row)) missing.push_back(&row);
   }
+  const bool version_missing = has_table(index, "dbinfo") && lacks(index, "dbinfo", version_field);
+  if (!missing.empty() || version_missing) change_layout(index, missing, version_missing);
+}
+
+std::vector<std::int32_t> patient_ids(engine::Database& index, const std::string& condition) {
+  std::vector<std::int32_t> ids;
+  const auto rows = index.open_forward_only("SELECT id FROM index" + condition);
+  for (; !rows->eof(); rows->move_next()) ids.push_back(engine::to_int32(rows->value(0)));
   return ids;
 }
 
-/// The rows of a walk, each told of with the percentage done.
-template <typename Row>
-void walk(const std::vector<std::int32_t>& ids, const StatusCaption& status, std::string_view caption, Row&& row) {
+/// Walks over the patients that are due.
+class PatientWalk {
+ public:
+  PatientWalk(const Environment& environment, engine::Database& index, std::string_view index_path,
+              const IndexUpgradeWatch& watch, IndexUpgrade& upgrade)
+      : environment_(environment), index_(index), index_path_(index_path), watch_(watch), upgrade_(upgrade) {}
+
+  void run();
+
+ private:
+  std::string file_of(std::int32_t id) const { return patient_file(environment_, index_path_, id); }
+  void announce(engine::OpeningsAhead& ahead, const std::vector<std::int32_t>& ids);
+  void refresh(std::int32_t id);
+
+  const Environment& environment_;
+  engine::Database& index_;
+  std::string index_path_;
+  const IndexUpgradeWatch& watch_;
+  IndexUpgrade& upgrade_;
+  std::size_t announced_ = 0;
+};
+
+void tell_percentage(const IndexUpgradeWatch& watch, std::string_view caption, std::size_t done, std::size_t all) {
+  const std::size_t percentage = done * 100 / all;
+  if (watch.status) watch.status(std::string(caption) + std::to_string(percentage) + "%");
+  if (watch.percentage) watch.percentage(static_cast<std::int32_t>(percentage));
+}
+
+void PatientWalk::run() {
+  const std::string pending{pending_table};
+  // Also ends the walk before it has touched a patient's file where the index cannot be written.
+  index_.execute("DELETE * FROM " + pending + " WHERE id NOT IN (SELECT id FROM index)");
+  const std::vector<std::int32_t> ids = patient_ids(index_, " WHERE id IN (SELECT id FROM " + pending + ")");
+  upgrade_.due = ids.size();
+  const auto engine = create_engine(environment_, false);
+  const auto ahead = engine->openings_ahead(connect_text(environment_.patient_password()));
   for (std::size_t i = 0; i < ids.size(); ++i) {
-    if (status) status(std::string(caption) + std::to_string((i + 1) * 100 / ids.size()) + "%");
-    row(ids[i]);
+    upgrade_.cancelled = watch_.cancelled && watch_.cancelled();
+    if (upgrade_.cancelled) return;
+    tell_percentage(watch_, "Aktualisiere Datenbank...", i + 1, ids.size());
+    if (ahead) announce(*ahead, ids);
+    refresh(ids[i]);
+    if (ahead) ahead->pass();
     support::YieldToInput();
   }
+  if (upgrade_.failed == 0) index_.table_defs().remove(pending);
 }
 
-void write_version(Procedure& procedure, engine::Database& index) {
-  std::unique_ptr<engine::Recordset> row;
-  if (!procedure.step([&] { row = index.open_recordset("dbinfo"); })) return;
-  procedure.step([&] { row->eof() ? row->add_new() : row->edit(); });
-  procedure.step([&] { row->set_value("version", current_index_version); });
-  procedure.step([&] { row->update(); });
+void PatientWalk::announce(engine::OpeningsAhead& ahead, const std::vector<std::int32_t>& ids) {
+  for (; announced_ < ids.size() && ahead.has_room(); ++announced_) ahead.announce(file_of(ids[announced_]));
 }
 
-void remove_rows_without_file(const Environment& environment, Procedure& procedure, const OpenedTarget& index,
-                              std::string_view index_path, const StatusCaption& status) {
+void PatientWalk::refresh(std::int32_t id) {
+  PatientRecord patient;
+  patient.index_id = id;
+  const std::string file = file_of(id);
+  IndexOutcome outcome;
+  if (!file.empty()) db_ProcessIndex(environment_, index_, patient, index_action::refresh, file, &outcome);
+  if (watch_.patient && (outcome.failure || outcome.upgrade)) watch_.patient(id, file, outcome);
+  if (outcome.failure) {
+    ++upgrade_.failed;
+    return;
+  }
+  ++upgrade_.refreshed;
+  index_.execute("DELETE * FROM " + std::string(pending_table) + " WHERE id=" + std::to_string(id));
+}
+
+void remove_rows_without_file(const Environment& environment, engine::Database& index, std::string_view index_path,
+                              const IndexUpgradeWatch& watch, IndexUpgrade& upgrade) {
   std::string missing;
-  walk(patient_ids(procedure, index), status, "Bereinige Datenbank...", [&](std::int32_t id) {
-    if (!patient_file(environment, index_path, id).empty()) return;
-    missing += (missing.empty() ? "" : ",") + std::to_string(id);
-  });
-  if (missing.empty()) return;
-  procedure.step([&] { index.database().execute("DELETE * FROM INDEX WHERE id IN (" + missing + ")"); });
+  const std::vector<std::int32_t> ids = patient_ids(index, "");
+  for (std::size_t i = 0; i < ids.size(); ++i) {
+    tell_percentage(watch, "Bereinige Datenbank...", i + 1, ids.size());
+    support::YieldToInput();
+    if (!patient_file(environment, index_path, ids[i]).empty()) continue;
+    missing += (missing.empty() ? "" : ",") + std::to_string(ids[i]);
+    ++upgrade.removed;
+  }
+  if (!missing.empty()) index.execute("DELETE * FROM INDEX WHERE id IN (" + missing + ")");
 }
 
 }  // namespace
 
-bool db_UpgradeIndexDatabase(const Environment& environment, std::string_view index_path, const StatusCaption& status) {
+IndexUpgrade db_UpgradeIndexDatabase(const Environment& environment, std::string_view index_path,
+                                     const IndexUpgradeWatch& watch) {
   Procedure procedure{"sql!db_UpgradeIndexDatabase"};
-  const OpenedTarget index(environment, index_path, OpenedTarget::Access::Write);
-  if (!index.get()) return false;
-  if (!has_field(procedure, *index.get(), "dbinfo", "version")) {
-    add_field(procedure, *index.get(), "dbinfo", version_field);
+  IndexUpgrade upgrade;
+  std::unique_ptr<engine::Engine> engine;
+  std::unique_ptr<engine::Database> index;
+  std::unique_ptr<engine::Recordset> none;
+  support::RuntimeError not_opened{support::error_number::no_object, "no index database is open"};
+  OpenPatientDatabase(environment, index_path, false, false, engine, index, &not_opened);
+  if (!index) {
+    upgrade.failure = not_opened;
+    return upgrade;
   }
-  if (add_index_fields(procedure, *index.get())) {
-    walk(patient_ids(procedure, index), status, "Aktualisiere Datenbank...", [&](std::int32_t id) {
-      PatientRecord patient;
-      patient.index_id = id;
-      const std::string file = patient_file(environment, index_path, id);
-      if (!file.empty()) db_ProcessIndex(environment, *index.get(), patient, index_action::refresh, file);
+  const bool changed = procedure.guarded([&] { bring_layout_up_to_date(*index); });
+  if (changed) {
+    procedure.guarded([&] {
+      if (has_table(*index, pending_table)) PatientWalk{environment, *index, index_path, watch, upgrade}.run();
     });
-    write_version(procedure, *index.get());
+    if (!upgrade.cancelled) {
+      procedure.guarded([&] { remove_rows_without_file(environment, *index, index_path, watch, upgrade); });
+    }
   }
-  remove_rows_without_file(environment, procedure, index, index_path, status);
-  return true;
+  if (procedure.pending()) upgrade.failure = procedure.error();
+  db_cleanup(engine, index, none);
+  return upgrade;
 }
 
 }  // namespace database

@@ -27,6 +27,9 @@ struct Context {
   form::Form form;
   /// The patient indexes that were missing, in the order in which this run came upon them; each path once.
   std::vector<CreatedIndex> created_indexes;
+  /// Why patient databases of the index in use are not all of the current layout: the first failure, or 3059 where the
+  /// user ended the work. Nothing where they are.
+  std::optional<support::RuntimeError> patients_failure = {};
 
   /// What the database procedures need, as things stand now: it points into this context and is not to be kept.
   database::Environment environment() const;

@@ -68,6 +68,10 @@ FinishReport Finish::run() {
       return true;
     });
   }
+  if (context_.patients_failure) {
+    writer_.file(context_.config.IndexDB, "patient databases",
+                 [&]() -> bool { throw support::RuntimeError(*context_.patients_failure); });
+  }
   for (const OptionGroup* group : option_groups())
     if (group->order <= last_before_profile) procedure.step([&] { write_option(*group); });
   save_profile();

@@ -1,6 +1,9 @@
 #include "wizard/index_database.h"
 
+#include <algorithm>
+#include <string>
 #include <utility>
+#include <vector>
 
 #include "database/create_database.h"
 #include "database/index_database.h"
@@ -12,6 +15,8 @@
 namespace wizard {
 
 namespace {
+
+constexpr long cancel_caption = 901, how_far = 4886, goes_on = 4887, not_upgraded = 4888;
 
 /// Why the index could not be created; nothing where it was.
 std::optional<support::RuntimeError> create(Context& context, const std::string& path) {
@@ -35,6 +40,61 @@ bool create_where_missing(Context& context) {
   return created;
 }
 
+/// The walk over the patients as the user sees it. What a single patient's upgrade shows meanwhile stands behind it.
+class WalkProgress : public database::Progress {
+ public:
+  /// `shown` is null where no progress is shown.
+  WalkProgress(database::Progress* shown, std::string cancel) : shown_(shown), cancel_(std::move(cancel)) {}
+
+  void at(const std::string& caption) {
+    caption_ = caption;
+    if (!shown_) return;
+    if (!started_) {
+      shown_->start(caption, whole);
+      shown_->offer_cancel(cancel_);
+    }
+    started_ = true;
+    shown_->set_caption(caption);
+  }
+  void at(std::int32_t percentage) {
+    if (shown_) shown_->set_value(percentage);
+  }
+  void end() {
+    if (started_) shown_->finish();
+    started_ = false;
+  }
+
+  void start(std::string_view caption, std::int32_t) override { set_caption(caption); }
+  void set_caption(std::string_view caption) override {
+    if (started_) shown_->set_caption(caption_ + " " + std::string(caption));
+  }
+  void set_value(std::int32_t) override {}
+  void finish() override {
+    if (started_) shown_->set_caption(caption_);
+  }
+  bool cancelled() const override { return shown_ && shown_->cancelled(); }
+
+ private:
+  static constexpr std::int32_t whole = 100;
+  database::Progress* shown_;
+  std::string cancel_, caption_;
+  bool started_ = false;
+};
+
+std::string failure_line(const Context& context, const std::string& file, const support::RuntimeError& failure) {
+  return context.config.text(not_upgraded, {file, std::to_string(failure.number())});
+}
+
+/// How far the walk came, and what failed.
+void tell(Context& context, const database::IndexUpgrade& upgrade, const std::vector<std::string>& failures) {
+  constexpr std::size_t most_lines = 10;
+  std::string text = context.config.text(how_far, {std::to_string(upgrade.refreshed), std::to_string(upgrade.due)});
+  if (upgrade.cancelled) text += "\r\n" + context.config.text(goes_on);
+  for (std::size_t i = 0; i < std::min(failures.size(), most_lines); ++i) text += "\r\n" + failures[i];
+  if (failures.size() > most_lines) text += "\r\n…";
+  context.ports.user->message_box(text, message_style::information_foreground, context.config.Productname);
+}
+
 }  // namespace
 
 std::string index_in(std::string_view folder) { return join_path(folder, "index.mdb"); }
@@ -56,18 +116,27 @@ void provide_index_database(Context& context) {
 }
 
 void bring_index_up_to_date(Context& context) {
+  constexpr int cancelled_by_user = 3059;
   if (!create_where_missing(context)) return;
-  const database::Environment environment = context.environment();
-  database::Progress* progress = environment.progress;
-  bool shown = false;
-  const auto show = [&](const std::string& caption) {
-    if (!progress) return;
-    if (!shown) progress->start(caption, 100);
-    shown = true;
-    progress->set_caption(caption);
+  database::Environment environment = context.environment();
+  WalkProgress progress(environment.progress, context.config.text(cancel_caption));
+  if (environment.progress) environment.progress = &progress;
+  std::vector<std::string> failures;
+  std::optional<support::RuntimeError> first_failure;
+  database::IndexUpgradeWatch watch;
+  watch.status = [&](const std::string& caption) { progress.at(caption); };
+  watch.percentage = [&](std::int32_t percentage) { progress.at(percentage); };
+  watch.cancelled = [&] { return progress.cancelled(); };
+  watch.patient = [&](std::int32_t, const std::string& file, const database::IndexOutcome& outcome) {
+    if (!outcome.failure) return;
+    if (!first_failure) first_failure = outcome.failure;
+    failures.push_back(failure_line(context, file, *outcome.failure));
   };
-  database::db_UpgradeIndexDatabase(environment, context.config.IndexDB, show);
-  if (shown) progress->finish();
+  const database::IndexUpgrade upgrade = database::db_UpgradeIndexDatabase(environment, context.config.IndexDB, watch);
+  progress.end();
+  context.patients_failure = first_failure;
+  if (upgrade.cancelled) context.patients_failure.emplace(cancelled_by_user, "The user has ended the work.");
+  if (upgrade.cancelled || upgrade.failed > 0) tell(context, upgrade, failures);
 }
 
 }  // namespace wizard

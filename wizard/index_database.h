@@ -20,8 +20,10 @@ std::optional<support::RuntimeError> index_failure(const Context& context);
 void provide_index_database(Context& context);
 
 /// A folder was chosen: its index is created where it is missing and in any case brought up to date, with the patient
-/// databases that it lists where they are due. Progress is shown. That a missing one was created, or why it could not
-/// be, is kept for the report (`created_indexes`).
+/// databases that it lists where they are due. Progress is shown, and can be cancelled between two patients. What was
+/// cancelled or failed is told in a message, and gone on with the next time. That a missing one was created, or why it
+/// could not be, is kept for the report (`created_indexes`), and so is what keeps patient databases from being of the
+/// current layout (`patients_failure`).
 void bring_index_up_to_date(Context& context);
 
 }  // namespace wizard

@@ -14,6 +14,7 @@ namespace message_style {
 inline constexpr std::uint32_t exclamation = 48;
 inline constexpr std::uint32_t critical_system_modal = 4112;
 inline constexpr std::uint32_t critical_foreground = 65552;
+inline constexpr std::uint32_t information_foreground = 65600;
 inline constexpr std::uint32_t yes_no_system_modal = 4100;
 }  // namespace message_style
 

@@ -3,13 +3,14 @@
 #include <utility>
 
 #include "support/encoding.h"
+#include "support/error.h"
 #include "support/shell.h"
 
 namespace firststeps_batch {
 namespace {
 
 constexpr int ok = 1, cancel = 2, no = 7;
-constexpr std::uint32_t buttons_mask = 0xF, ok_only = 0, yes_no = 4;
+constexpr std::uint32_t buttons_mask = 0xF, ok_only = 0, ok_cancel = 1, yes_no = 4;
 constexpr std::int32_t twips_per_character = 105;
 
 /// The answer that changes nothing.
@@ -23,6 +24,7 @@ int careful_answer(std::uint32_t style) {
 
 int BatchUser::message_box(std::string_view text, std::uint32_t style, std::string_view) {
   messages_.emplace_back(text);
+  if ((style & buttons_mask) == ok_cancel) throw support::RuntimeError(3059, "There is nobody to answer the question.");
   return careful_answer(style);
 }
 

@@ -18,6 +18,7 @@ class BatchUser : public wizard::UserPort {
   /// Without a `recycle` nothing is moved.
   explicit BatchUser(Recycle recycle = {}) : recycle_(std::move(recycle)) {}
 
+  /// Raises 3059 for OK or Cancel: declining that would be an answer for good.
   int message_box(std::string_view text, std::uint32_t style, std::string_view title) override;
   std::optional<std::string> choose_folder(std::string_view title) override;
   bool open_file(std::string_view path) override;

@@ -2,13 +2,17 @@
 #include <array>
 #include <charconv>
 
+#include "apps/console/interrupt.h"
 #include "apps/patientdb/command.h"
 #include "apps/patientdb/database_file.h"
 #include "apps/patientdb/date_arguments.h"
 #include "apps/patientdb/patient_arguments.h"
+#include "apps/patientdb/pump_question.h"
 #include "apps/patientdb/tool_environment.h"
+#include "apps/patientdb/upgrade_progress.h"
 #include "database/create_database.h"
 #include "database/index_database.h"
+#include "support/encoding.h"
 
 namespace patientdb {
 namespace {
@@ -17,10 +21,16 @@ constexpr std::string_view usage =
     "INDEX create | INDEX refresh ID FILE | INDEX write ID --name N --firstname F … | INDEX delete ID | INDEX upgrade";
 
 constexpr std::string_view details =
-    "refresh fills the patient's row from the patient's database; an ID of 0 adds a row.\n"
-    "write fills it from the options. delete removes it and releases the patient's devices.\n"
-    "upgrade brings the index, and where that is due every patient database, up to date, and removes rows whose\n"
-    "patient database is gone.";
+    R"(refresh fills the patient's row from the patient's database; an ID of 0 adds a row.
+write fills it from the options; an ID of 0 adds a row. delete removes it and releases the patient's devices.
+upgrade brings the index, and where that is due every patient database, up to date, and removes rows whose
+patient database is gone. Ctrl+C ends it between two patients; the next upgrade goes on there.
+
+refresh and upgrade bring a patient database of an older layout up to the current one. First a copy is made beside
+it, checked, and named with the old layout. Ten days of pump data or more are converted only after a question, which
+is asked on the terminal unless --yes or --no answers it. Where nobody answers, that database stays as it was.
+
+Exit code 1 where the index, a row or one of the patient databases is not as it was to be.)";
 
 constexpr console::Option options[] = {
     {"--data-dir", "DIR", "The folder with meters.mdb and, where they do not lie beside the index, the patients."},
@@ -30,6 +40,8 @@ constexpr console::Option options[] = {
     {"--external-id", "X", "The patient's number in another system."},
     diabetes_type_option,
     therapy_option,
+    yes_option,
+    no_option,
     password_file_option,
     console::help_option,
 };
@@ -38,37 +50,64 @@ struct Call {
   const console::Arguments& arguments;
   console::Console& console;
   database::Environment environment;
+  UpgradeProgress& progress;
   std::string index;
 };
 
-database::PatientRecord patient_of(const Call& call) {
+std::int32_t patient_number(const Call& call) {
   const std::string& text = call.arguments.operands()[2];
-  database::PatientRecord patient = patient_argument(call.arguments);
-  const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), patient.index_id);
-  if (error != std::errc() || end != text.data() + text.size() || patient.index_id < 0) {
+  std::int32_t number = 0;
+  const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), number);
+  if (error != std::errc() || end != text.data() + text.size() || number < 0) {
     throw console::UsageError("The patient's number is a whole number from 0, not \"" + text + "\".");
   }
+  return number;
+}
+
+database::PatientRecord patient_of(const Call& call) {
+  database::PatientRecord patient = patient_argument(call.arguments);
+  patient.index_id = patient_number(call);
   patient.birthday = day_argument(call.arguments, "--birthday");
   patient.external_id = call.arguments.value("--external-id").value_or("");
   return patient;
 }
 
-int create(Call& call) {
-  if (database::CreateIndexDatabase(call.environment, call.index) != 1) return console::exit_failed;
-  call.console.out << call.arguments.operands().front() << " created\n";
-  return console::exit_done;
+/// Raises 3163 where the index has no room for it.
+void require_room(engine::TableDef& table, std::string_view field, const std::string& text) {
+  const auto size = static_cast<std::size_t>(table.fields().item(field)->size());
+  if (support::character_count(text) <= size) return;
+  throw support::RuntimeError(3163, std::string(field) + " takes at most " + std::to_string(size) + " characters.");
 }
 
-/// The index must open before a patient's file is touched.
-void require_index(const Call& call) {
+/// What is wrong with the row is told before it, the devices or a patient's file are touched.
+void check_row(const Call& call, const database::PatientRecord& patient, bool may_add) {
   const OpenDatabase open = open_database(call.arguments, call.console, Access::ReadWrite);
+  const auto row =
+      open.database->open_forward_only("SELECT id FROM index WHERE id=" + std::to_string(patient.index_id));
+  if (row->eof() && !may_add) {
+    throw support::RuntimeError(3021, "The index has no patient " + std::to_string(patient.index_id) + ".");
+  }
+  const auto table = open.database->table_defs().item("index");
+  require_room(*table, "Name", patient.name);
+  require_room(*table, "FirstName", patient.firstname);
+  require_room(*table, "ExternalID", patient.external_id);
 }
 
-int process(Call& call, std::int16_t action, std::string_view patient_database) {
-  require_index(call);
+void tell_upgrade(const Call& call, const std::string& file, const database::IndexOutcome& outcome) {
+  if (!outcome.upgrade) return;
+  call.progress.clear();
+  call.console.out << support::host_file_system().host_path(file) << ": upgraded from " << outcome.upgrade->layout
+                   << ", copy in " << outcome.upgrade->copy << '\n';
+}
+
+/// `may_add`: the patient need not have a row yet.
+int process(Call& call, std::int16_t action, const std::string& file, bool may_add) {
   database::PatientRecord patient = patient_of(call);
-  const std::int32_t id = database::db_ProcessIndex(call.environment, call.index, patient, action, patient_database);
-  if (id == 0 && action != database::index_action::remove) return console::exit_failed;
+  check_row(call, patient, may_add);
+  database::IndexOutcome outcome;
+  const std::int32_t id = database::db_ProcessIndex(call.environment, call.index, patient, action, file, &outcome);
+  tell_upgrade(call, file, outcome);
+  if (outcome.failure) throw support::RuntimeError(*outcome.failure);
   call.console.out << "patient " << (id != 0 ? id : patient.index_id) << '\n';
   return console::exit_done;
 }
@@ -76,17 +115,51 @@ int process(Call& call, std::int16_t action, std::string_view patient_database) 
 int refresh(Call& call) {
   const std::string file = database_path(call.arguments.operands()[3]);
   if (!support::file_test(support::host_file_system(), file)) throw support::RuntimeError(3024, "File not found.");
-  return process(call, database::index_action::refresh, file);
+  return process(call, database::index_action::refresh, file, true);
 }
 
-int write(Call& call) { return process(call, database::index_action::write, ""); }
+int write(Call& call) { return process(call, database::index_action::write, "", patient_number(call) == 0); }
 
-int remove(Call& call) { return process(call, database::index_action::remove, ""); }
+int remove(Call& call) { return process(call, database::index_action::remove, "", false); }
+
+void tell_result(const Call& call, const database::IndexUpgrade& result) {
+  std::ostream& out = call.console.out;
+  if (result.due > 0) {
+    out << result.refreshed << " of " << result.due << " patient databases brought up to date";
+    if (result.failed > 0) out << ", " << result.failed << " could not be";
+    if (result.cancelled) out << ", cancelled: the next upgrade goes on there";
+    out << '\n';
+  }
+  if (result.removed > 0) {
+    out << result.removed << (result.removed == 1 ? " row" : " rows") << " without a patient database removed\n";
+  }
+}
 
 int upgrade(Call& call) {
-  const auto show = [&](const std::string& caption) { call.console.out << caption << '\n'; };
-  return database::db_UpgradeIndexDatabase(call.environment, call.index, show) ? console::exit_done
-                                                                               : console::exit_failed;
+  const console::Interrupt interrupt;
+  database::IndexUpgradeWatch watch;
+  watch.status = [&](const std::string& caption) { call.progress.start(caption, 100); };
+  watch.percentage = [&](std::int32_t percentage) { call.progress.set_value(percentage); };
+  watch.cancelled = [] { return console::Interrupt::wanted(); };
+  watch.patient = [&](std::int32_t id, const std::string& file, const database::IndexOutcome& outcome) {
+    tell_upgrade(call, file, outcome);
+    if (!outcome.failure) return;
+    call.progress.clear();
+    call.console.err << "patient " << id << ": error " << outcome.failure->number() << ": " << outcome.failure->what()
+                     << '\n';
+  };
+  const database::IndexUpgrade result = database::db_UpgradeIndexDatabase(call.environment, call.index, watch);
+  call.progress.clear();
+  tell_result(call, result);
+  if (result.failure) throw support::RuntimeError(*result.failure);
+  return result.complete() ? console::exit_done : console::exit_failed;
+}
+
+int create(Call& call) {
+  const std::string& name = call.arguments.operands().front();
+  if (database::CreateIndexDatabase(call.environment, call.index) != 1) return console::exit_failed;
+  call.console.out << name << " created\n";
+  return upgrade(call);
 }
 
 struct Action {
@@ -108,9 +181,13 @@ int run(const console::Arguments& arguments, console::Console& console) {
   if (action == actions.end()) throw console::UsageError("The index has no action \"" + name + "\".");
   arguments.expect_operands(action->operands, action->operands, usage);
   ToolEnvironment environment(arguments, console);
+  UpgradeProgress progress(console.err, console.err_is_terminal);
+  PumpQuestion question(arguments, console, [&] { progress.clear(); });
+  environment.get().message_box = question.message_box();
+  environment.get().progress = &progress;
   if (const auto folder = arguments.value("--data-dir")) environment.get().data_folder = database_path(*folder);
   const SkippedStatementLines skipped(console.err);
-  Call call{arguments, console, environment.get(), database_path(arguments.operands().front())};
+  Call call{arguments, console, environment.get(), progress, database_path(arguments.operands().front())};
   return action->run(call);
 }
 

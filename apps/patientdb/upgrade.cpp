@@ -3,6 +3,7 @@
 #include "apps/console/json_writer.h"
 #include "apps/patientdb/command.h"
 #include "apps/patientdb/database_file.h"
+#include "apps/patientdb/pump_question.h"
 #include "apps/patientdb/tool_environment.h"
 #include "apps/patientdb/upgrade_progress.h"
 #include "database/open_database.h"
@@ -24,8 +25,8 @@ Ten days of pump data or more are converted only after a question, which is aske
 Exit code 1 where one of the files could not be brought to the current layout.)";
 
 constexpr console::Option options[] = {
-    {"--yes", "", "Convert pump data without asking."},
-    {"--no", "", "Leave pump data as they are, without asking."},
+    yes_option,
+    no_option,
     {"--backup", "", "Make a copy first; the default."},
     {"--no-backup", "", "Make no copy."},
     json_option,
@@ -86,17 +87,13 @@ class LastError {
 class Upgrader {
  public:
   Upgrader(const console::Arguments& arguments, console::Console& console)
-      : console_(console),
-        environment_(arguments, console),
+      : environment_(arguments, console),
         word_(password(arguments, console)),
         progress_(console.err, console.err_is_terminal),
+        question_(arguments, console, [this] { progress_.clear(); }),
         makes_copies_(!arguments.has("--no-backup")) {
-    if (arguments.has("--yes")) answer_ = button_ok;
-    if (arguments.has("--no")) answer_ = button_cancel;
     environment_.get().progress = &progress_;
-    environment_.get().message_box = [this](std::string_view text, std::uint32_t, std::string_view title) {
-      return answer_ ? *answer_ : ask(text, title);
-    };
+    environment_.get().message_box = question_.message_box();
   }
 
   Outcome upgrade(const std::string& file) {
@@ -115,8 +112,6 @@ class Upgrader {
   }
 
  private:
-  static constexpr int button_ok = 1, button_cancel = 2;
-
   void upgrade(const std::string& path, Outcome& outcome) {
     const auto engine = database::create_engine(environment_.get(), false);
     const auto database = engine->open_database(path, true, false, database::connect_text(word_));
@@ -140,28 +135,11 @@ class Upgrader {
     return record.MajVersion == database::current_major_version && record.MinVersion == database::current_minor_version;
   }
 
-  /// Raises where nobody answers: going on as if the question had been declined would never ask it again.
-  int ask(std::string_view text, std::string_view title) {
-    progress_.clear();
-    console_.err << title << "\n" << text << "\n";
-    for (std::string line;;) {
-      console_.err << "[O]K / [A]bbruch: " << std::flush;
-      if (!console_.in || !std::getline(*console_.in, line)) {
-        console_.err << '\n';
-        throw support::RuntimeError(3059, "The question about the pump data needs an answer: --yes or --no.");
-      }
-      const std::string answer = support::to_lower(line.substr(0, line.find_last_not_of(" \r") + 1));
-      if (answer == "o" || answer == "ok") return button_ok;
-      if (answer == "a" || answer == "abbruch") return button_cancel;
-    }
-  }
-
-  console::Console& console_;
   ToolEnvironment environment_;
   std::string word_;
   UpgradeProgress progress_;
+  PumpQuestion question_;
   bool makes_copies_;
-  std::optional<int> answer_;
 };
 
 void write_text(console::Console& console, const Outcome& outcome) {
@@ -193,7 +171,6 @@ void write_json(console::Console& console, const Outcome& outcome) {
 
 int run(const console::Arguments& arguments, console::Console& console) {
   arguments.expect_operands(1, SIZE_MAX, usage);
-  if (arguments.has("--yes") && arguments.has("--no")) throw console::UsageError("--yes and --no exclude each other.");
   if (arguments.has("--backup") && arguments.has("--no-backup")) {
     throw console::UsageError("--backup and --no-backup exclude each other.");
   }

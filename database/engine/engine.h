@@ -248,6 +248,20 @@ class Database {
   virtual void save_copy(std::string_view path) = 0;
 };
 
+/// Openings that an engine prepares while the program works on the files before them. Files are passed in the order in
+/// which they were announced.
+class OpeningsAhead {
+ public:
+  virtual ~OpeningsAhead() = default;
+  /// False while as many files are announced as are worth preparing at once.
+  virtual bool has_room() const = 0;
+  /// Prepares the opening of a file. What is wrong with it is told by its opening; an empty path announces a file that
+  /// will not be opened.
+  virtual void announce(std::string_view path) = 0;
+  /// Done with the file that was announced first: what was prepared for it is wiped.
+  virtual void pass() = 0;
+};
+
 /// Opens and creates database files. Paths are Windows paths.
 class Engine {
  public:
@@ -261,6 +275,12 @@ class Engine {
   /// 3045 in use elsewhere (after the busy time), 3051/3027 where rights are missing.
   virtual std::unique_ptr<Database> open_database(std::string_view path, bool exclusive, bool read_only,
                                                   std::string_view connect) = 0;
+  /// For many files that are opened with this connect string one after the other: the embedded engine derives their
+  /// keys ahead, on all processors. Null where an engine has nothing to prepare.
+  virtual std::unique_ptr<OpeningsAhead> openings_ahead(std::string_view connect) {
+    static_cast<void>(connect);
+    return nullptr;
+  }
 };
 
 /// Runs its transaction unless committed: rolls back on destruction.

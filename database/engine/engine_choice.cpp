@@ -33,6 +33,10 @@ class BothEngines : public Engine {
     }
   }
 
+  std::unique_ptr<OpeningsAhead> openings_ahead(std::string_view connect) override {
+    return embedded_->openings_ahead(connect);
+  }
+
  private:
   std::unique_ptr<Engine> automation_;
   std::unique_ptr<Engine> embedded_;

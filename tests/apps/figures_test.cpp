@@ -142,7 +142,7 @@ TEST_F(Figures, OfThePatientsInTheIndex) {
             "\n");
   EXPECT_EQ(said({"index", index, "delete", "1"}), "patient 1\n");
   EXPECT_THAT(said({"sql", index, "SELECT id FROM index", "--json"}), HasSubstr("\"rows\":[[2]],"));
-  EXPECT_EQ(said({"index", index, "upgrade"}), "Bereinige Datenbank...100%\n");
+  EXPECT_EQ(said({"index", index, "upgrade"}), "1 row without a patient database removed\n");
   EXPECT_THAT(said({"sql", index, "SELECT id FROM index", "--json"}), HasSubstr("\"rows\":[],"))
       << "no patient database lies beside the index";
 }

@@ -1,6 +1,9 @@
 #include "database/index_database.h"
 
+#include <filesystem>
+
 #include "database/create_database.h"
+#include "database/formatted.h"
 #include "support/user_locale.h"
 #include "tests/database/database_test.h"
 
@@ -18,7 +21,7 @@ class IndexTest : public testing::DatabaseTest {
   }
 
   /// An index as the upgrade leaves it.
-  void add_upgraded_fields() { EXPECT_TRUE(db_UpgradeIndexDatabase(environment, index, {})); }
+  void add_upgraded_fields() { EXPECT_TRUE(db_UpgradeIndexDatabase(environment, index, {}).complete()); }
 
   void create_devices() {
     const auto engine = environment.open_engine("DAO.DBEngine.36");
@@ -141,7 +144,8 @@ TEST_F(IndexTest, UpgradeAddsFieldsRefreshesPatientsAndRemovesRowsWithoutFile) {
   ASSERT_EQ(patient_database("old\\db4_000042.das"), path("old\\db4_000042.das"));
   patient_database("db4_000044.das");
   Lines captions;
-  EXPECT_TRUE(db_UpgradeIndexDatabase(environment, old, [&](const std::string& text) { captions.push_back(text); }));
+  const IndexUpgradeWatch watch{.status = [&](const std::string& text) { captions.push_back(text); }};
+  EXPECT_TRUE(db_UpgradeIndexDatabase(environment, old, watch).complete());
   const std::string name = testing::sample_patient().name;
   EXPECT_EQ(rows(old, "SELECT id, name, flag, status FROM index ORDER BY id"),
             (Lines{"42|" + name + "|0|0", "44|" + name + "|0|0"}));
@@ -150,9 +154,121 @@ TEST_F(IndexTest, UpgradeAddsFieldsRefreshesPatientsAndRemovesRowsWithoutFile) {
             (Lines{"Aktualisiere Datenbank...33%", "Aktualisiere Datenbank...66%", "Aktualisiere Datenbank...100%",
                    "Bereinige Datenbank...33%", "Bereinige Datenbank...66%", "Bereinige Datenbank...100%"}));
   captions.clear();
-  EXPECT_TRUE(db_UpgradeIndexDatabase(environment, old, [&](const std::string& text) { captions.push_back(text); }));
+  EXPECT_TRUE(db_UpgradeIndexDatabase(environment, old, watch).complete());
   EXPECT_EQ(captions, (Lines{"Bereinige Datenbank...50%", "Bereinige Datenbank...100%"})) << "nothing is due now";
-  EXPECT_FALSE(db_UpgradeIndexDatabase(environment, path("none.mdb"), {}));
+  EXPECT_EQ(db_UpgradeIndexDatabase(environment, path("none.mdb"), {}).failure->number(), 3024);
+}
+
+/// An index that was not brought up to date yet, and patients whose databases are of an older layout.
+class IndexOfOldPatients : public IndexTest {
+ public:
+  IndexOfOldPatients() {
+    support::host_file_system().create_folder(path("old"));
+    EXPECT_EQ(CreateIndexDatabase(environment, old), 1);
+    add_patient(1);
+    for (const int id : {2, 3}) {
+      std::filesystem::copy_file(host(file(1)), host(file(id)));
+      execute(old, {"INSERT INTO index (id) VALUES (" + std::to_string(id) + ")"});
+    }
+  }
+  void add_patient(int id) {
+    patient_database("old\\" + formatted("db4_%06d.das", id));
+    execute(file(id), {"UPDATE db_info SET MinVersion=57"});
+    execute(old, {"INSERT INTO index (id) VALUES (" + std::to_string(id) + ")"});
+  }
+  void wear_pump(int id) {
+    for (int day = 1; day <= 10; ++day) {
+      execute(file(id), {"INSERT INTO insulinpump (vdate, [type]) VALUES (#3/" + std::to_string(day) + "/2024#, 1)"});
+    }
+  }
+  std::string file(int id) const { return path("old\\" + formatted("db4_%06d.das", id)); }
+  static std::string host(const std::string& name) { return support::host_file_system().host_path(name); }
+  std::string layouts() const {
+    std::string all;
+    for (const int id : {1, 2, 3}) all += rows(file(id), "SELECT MinVersion FROM db_info")[0] + " ";
+    return all;
+  }
+  Lines names() const { return rows(old, "SELECT id FROM index WHERE name<>'' ORDER BY id"); }
+
+  std::string old = path("old\\index.mdb");
+};
+
+TEST_F(IndexOfOldPatients, AreUpgradedAfterACopy) {
+  Lines told;
+  const IndexUpgradeWatch watch{.patient = [&](std::int32_t id, const std::string&, const IndexOutcome& outcome) {
+    told.push_back(std::to_string(id) + " " + outcome.upgrade->layout + " " + outcome.upgrade->copy);
+  }};
+  EXPECT_TRUE(db_UpgradeIndexDatabase(environment, old, watch).complete());
+  EXPECT_EQ(told, (Lines{"1 4.57 db4_000001.4.57.das", "2 4.57 db4_000002.4.57.das", "3 4.57 db4_000003.4.57.das"}));
+  EXPECT_EQ(layouts(), "60 60 60 ");
+  EXPECT_EQ(rows(path("old\\db4_000002.4.57.das"), "SELECT MinVersion FROM db_info"), Lines{"57"});
+}
+
+TEST_F(IndexOfOldPatients, WhoseQuestionNobodyAnswersStayAsTheyAreAndStayDue) {
+  wear_pump(2);
+  environment.message_box = {};
+  std::string told;
+  const IndexUpgradeWatch watch{.patient = [&](std::int32_t id, const std::string&, const IndexOutcome& outcome) {
+    if (outcome.failure) told += std::to_string(id) + ":" + std::to_string(outcome.failure->number()) + " ";
+  }};
+  const IndexUpgrade first = db_UpgradeIndexDatabase(environment, old, watch);
+  EXPECT_FALSE(first.complete());
+  EXPECT_EQ(first.refreshed, 2U);
+  EXPECT_EQ(told, "2:3059 ");
+  EXPECT_EQ(layouts(), "60 57 60 ");
+  EXPECT_EQ(names(), (Lines{"1", "3"}));
+  EXPECT_FALSE(support::file_test(support::host_file_system(), path("old\\db4_000002.4.57.das")));
+  environment.message_box = [](std::string_view, std::uint32_t, std::string_view) { return 1; };
+  const IndexUpgrade second = db_UpgradeIndexDatabase(environment, old, watch);
+  EXPECT_TRUE(second.complete());
+  EXPECT_EQ(second.due, 1U);
+  EXPECT_EQ(layouts(), "60 60 60 ");
+  EXPECT_EQ(db_UpgradeIndexDatabase(environment, old, watch).due, 0U);
+}
+
+TEST_F(IndexOfOldPatients, CancelledBetweenTwoAreWholeAndGoneOnWith) {
+  int asked = 0;
+  const IndexUpgrade cancelled = db_UpgradeIndexDatabase(environment, old, {.cancelled = [&] { return ++asked == 2; }});
+  EXPECT_TRUE(cancelled.cancelled);
+  EXPECT_EQ(cancelled.refreshed, 1U);
+  EXPECT_EQ(layouts(), "60 57 57 ");
+  const IndexUpgrade rest = db_UpgradeIndexDatabase(environment, old, {});
+  EXPECT_EQ(rest.due, 2U);
+  EXPECT_TRUE(rest.complete());
+  EXPECT_EQ(layouts(), "60 60 60 ");
+  EXPECT_EQ(names().size(), 3U);
+}
+
+TEST_F(IndexTest, ANewRowNeverGetsTheNumberOfAPatientsFile) {
+  const std::string file = patient_database("db4_000001.das");
+  patient_database("db4_000003.das");
+  PatientRecord patient = record(0);
+  EXPECT_EQ(db_ProcessIndex(environment, index, patient, index_action::write, ""), 2);
+  PatientRecord other;
+  EXPECT_EQ(db_ProcessIndex(environment, index, other, index_action::refresh, file), 4);
+  EXPECT_EQ(rows(index, "SELECT id, flag, hba1c FROM index ORDER BY id"), (Lines{"2|0|Null", "4|0|Null"}));
+}
+
+TEST_F(IndexTest, AFileThatCannotBeReadAddsNoRow) {
+  write_file(path("damaged.das"), "no database");
+  for (const auto& [name, number] :
+       std::vector<std::pair<std::string, int>>{{"damaged.das", 3343}, {"none.das", 3024}, {"index.mdb", 3021}}) {
+    PatientRecord patient;
+    IndexOutcome outcome;
+    EXPECT_EQ(db_ProcessIndex(environment, index, patient, index_action::refresh, path(name), &outcome), 0) << name;
+    EXPECT_EQ(outcome.failure ? outcome.failure->number() : 0, number) << name;
+  }
+  EXPECT_EQ(rows(index, "SELECT id FROM index"), Lines{});
+}
+
+TEST_F(IndexTest, LeavesOutWithoutAWordWhatTheUpgradeOfTheIndexAdds) {
+  const std::string plain = path("plain.mdb");
+  ASSERT_EQ(CreateIndexDatabase(environment, plain), 1);
+  int passed_over = 0;
+  const support::SkippedStatementWatch watch([&](std::string_view, const support::RuntimeError&) { ++passed_over; });
+  PatientRecord patient;
+  EXPECT_EQ(db_ProcessIndex(environment, plain, patient, index_action::refresh, patient_database()), 1);
+  EXPECT_EQ(passed_over, 0);
 }
 
 }  // namespace

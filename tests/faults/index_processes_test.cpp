@@ -1,7 +1,11 @@
 // Eight processes at work on one index database: no row is lost, none waits too long, nobody sees half a change.
+#include <unistd.h>
+
 #include <chrono>
+#include <filesystem>
 #include <iostream>
 
+#include "database/formatted.h"
 #include "database/index_database.h"
 #include "tests/database/database_test.h"
 #include "tests/faults/processes.h"
@@ -70,6 +74,82 @@ TEST_F(IndexProcesses, LoseNoRowAndSeeNoHalfOfAChange) {
   EXPECT_EQ(rows(index, "SELECT harbinoxid FROM index WHERE id = 1"), std::vector<std::string>{total});
   std::cout << "    " << processes * rounds * 5 << " operations of " << processes << " processes in " << seconds
             << " s\n";
+}
+
+/// Patients of an older layout in an index that was not brought up to date.
+class KilledIndexUpgrade : public DatabaseTest {
+ protected:
+  static constexpr int patients = 3;
+  KilledIndexUpgrade() {
+    EXPECT_EQ(CreateIndexDatabase(environment, index), 1);
+    execute(index, {"CREATE TABLE dbinfo (remark TEXT(10))"});
+    patient_database(name(1));
+    execute(path(name(1)), {"UPDATE db_info SET MinVersion=57"});
+    for (int id = 1; id <= patients; ++id) {
+      if (id > 1) std::filesystem::copy_file(host(name(1)), host(name(id)));
+      execute(index, {"INSERT INTO index (id) VALUES (" + std::to_string(id) + ")"});
+    }
+  }
+  static std::string name(int id) { return formatted("db4_%06d.das", id); }
+  std::string host(const std::string& file) const { return support::host_file_system().host_path(path(file)); }
+  /// Ends its process without a word as soon as it has been told something for the `calls`th time.
+  IndexUpgradeWatch killed_after(int calls) {
+    const auto die = [this, calls] {
+      if (++calls_ == calls) _exit(killed);
+    };
+    return {.status = [die](const std::string&) { die(); },
+            .cancelled =
+                [die] {
+                  die();
+                  return false;
+                },
+            .patient = [die](std::int32_t, const std::string&, const IndexOutcome&) { die(); }};
+  }
+  int upgraded() const {
+    int count = 0;
+    for (int id = 1; id <= patients; ++id) {
+      count += rows(path(name(id)), "SELECT MinVersion FROM db_info")[0] == "60" ? 1 : 0;
+    }
+    return count;
+  }
+
+  static constexpr int killed = 9;
+  std::string index = path("index.mdb");
+  int calls_ = 0;
+};
+
+TEST_F(KilledIndexUpgrade, GoesOnWhereItWasKilled) {
+  // Told of once before a patient, once with the percentage, and once of the upgrade.
+  constexpr int calls_a_patient = 3;
+  int before = 0;
+  for (int done = 0; done <= patients; ++done) {
+    const int call = calls_a_patient * (done == 0 ? 0 : 1) + 1;
+    const auto process = faults::start_process([&] {
+      db_UpgradeIndexDatabase(environment, index, killed_after(call));
+      return 0;
+    });
+    ASSERT_EQ(faults::wait_for(process), killed) << done;
+    EXPECT_EQ(upgraded(), done);
+    EXPECT_GE(upgraded(), before);
+    before = upgraded();
+    EXPECT_EQ(rows(index, "SELECT id FROM index").size(), static_cast<std::size_t>(patients));
+    EXPECT_EQ(rows(index, "SELECT version FROM dbinfo"), std::vector<std::string>{"1"});
+  }
+  const IndexUpgrade last = db_UpgradeIndexDatabase(environment, index, {});
+  EXPECT_TRUE(last.complete());
+  EXPECT_EQ(last.due, 0U);
+  EXPECT_EQ(rows(index, "SELECT id FROM index WHERE name<>'' AND flag=0 AND status=0").size(),
+            static_cast<std::size_t>(patients));
+}
+
+TEST_F(KilledIndexUpgrade, WalksOnlyThosePatientsThatItHasNotWalked) {
+  const auto process = faults::start_process([&] {
+    db_UpgradeIndexDatabase(environment, index, killed_after(5));
+    return 0;
+  });
+  ASSERT_EQ(faults::wait_for(process), killed);
+  EXPECT_EQ(db_UpgradeIndexDatabase(environment, index, {}).due, static_cast<std::size_t>(patients - 1));
+  EXPECT_EQ(upgraded(), patients);
 }
 
 }  // namespace

@@ -1,6 +1,7 @@
 // The console tool's commands for old databases and pump data.
 #include <gmock/gmock.h>
 
+#include <filesystem>
 #include <sstream>
 
 #include "apps/patientdb/patientdb.h"
@@ -184,6 +185,78 @@ TEST_F(UpgradeCommand, TellsPumpData) {
                     HasSubstr(R"({"hour":12,"type":2,"entries":2,"total":11,"average":5.5})")));
   EXPECT_THAT(with({"pump-stats", file}).out, HasSubstr("Bolus units a day"));
   EXPECT_EQ(run({"basal", file, "--from", "2009-03-01"}).code, 2);
+}
+
+/// `index` where patients are of old layouts; options that exclude a question say so.
+class IndexCommand : public UpgradeCommand {
+ protected:
+  IndexCommand() { EXPECT_EQ(run({"index", index, "create"}).out, index + " created\n"); }
+  std::string index = host(path("index.mdb"));
+  std::vector<std::string> row(const std::string& fields) const {
+    return rows(path("index.mdb"), "SELECT " + fields + " FROM index ORDER BY id");
+  }
+};
+
+TEST_F(IndexCommand, CreatesAnIndexOfTheCurrentLayout) {
+  EXPECT_EQ(run({"index", index, "upgrade"}).out, "");
+  EXPECT_EQ(run({"sql", index, "SELECT flag, status, last_open, date_range, hba1c FROM index", "--json"}).code, 0);
+}
+
+TEST_F(IndexCommand, RefreshesFromAnOldLayoutOnlyWithAnAnswer) {
+  const std::string file = old_database(0);
+  const Said unanswered = run({"index", index, "refresh", "0", file});
+  EXPECT_EQ(unanswered.code, 1);
+  EXPECT_THAT(unanswered.err, HasSubstr("error 3059: The question about the pump data needs an answer"));
+  EXPECT_EQ(unanswered.out, "");
+  EXPECT_EQ(stored_version(file), 0);
+  EXPECT_THAT(files(), ElementsAre("4.0.das", "index.mdb"));
+  EXPECT_TRUE(row("id").empty());
+  const Said answered = run({"index", index, "refresh", "0", file, "--yes"});
+  EXPECT_EQ(answered.code, 0) << answered.err;
+  EXPECT_EQ(answered.out, host(file) + ": upgraded from 4.0, copy in 4.0.4.0.das\npatient 1\n");
+  EXPECT_EQ(stored_version(file), current_minor_version);
+  EXPECT_EQ(rows(file, "SELECT count(*) FROM ip"), std::vector<std::string>{"12"});
+  EXPECT_EQ(rows_of("4.0.4.0.das"), "0");
+}
+
+TEST_F(IndexCommand, TellsEachPatientThatCannotBeUpgradedAndGoesOn) {
+  for (const auto& [number, version] : std::vector<std::pair<int, std::int16_t>>{{1, 57}, {2, 58}}) {
+    std::filesystem::rename(host(old_database(version)), host(path("db4_00000" + std::to_string(number) + ".das")));
+    execute(path("index.mdb"), {"INSERT INTO index (id) VALUES (" + std::to_string(number) + ")"});
+  }
+  execute(path("index.mdb"), {"ALTER TABLE index DROP COLUMN status"});
+  const Said said = run({"index", index, "upgrade"});
+  EXPECT_EQ(said.code, 1);
+  EXPECT_THAT(said.err, HasSubstr("patient 1: error 3059: The question about the pump data needs an answer"));
+  EXPECT_EQ(said.out, host(path("db4_000002.das")) +
+                          ": upgraded from 4.58, copy in db4_000002.4.58.das\n"
+                          "1 of 2 patient databases brought up to date, 1 could not be\n");
+  const Said rest = run({"index", index, "upgrade", "--no"});
+  EXPECT_EQ(rest.code, 0) << rest.err;
+  EXPECT_THAT(rest.out, EndsWith("1 of 1 patient databases brought up to date\n"));
+  EXPECT_EQ(row("id, status"), (std::vector<std::string>{"1|0", "2|0"}));
+}
+
+TEST_F(IndexCommand, RefusesRowsThatAreNotThereAndTextsThatAreTooLong) {
+  struct Case {
+    std::vector<std::string> arguments;
+    std::string_view error;
+  };
+  const std::string long_name(101, 'x');
+  for (const Case& row : {Case{{"delete", "7"}, "error 3021: The index has no patient 7."},
+                          {{"delete", "0"}, "error 3021: The index has no patient 0."},
+                          {{"write", "7", "--name", "N", "--firstname", "F"}, "error 3021: The index has no patient 7"},
+                          {{"write", "0", "--name", long_name}, "error 3163: Name takes at most 100 characters."},
+                          {{"write", "0", "--name", "N", "--external-id", long_name}, "error 3163: ExternalID takes"},
+                          {{"refresh", "0", index}, "error 3021: The database holds no patient."}}) {
+    std::vector<std::string> arguments{"index", index};
+    arguments.insert(arguments.end(), row.arguments.begin(), row.arguments.end());
+    const Said said = run(arguments);
+    EXPECT_EQ(said.code, 1) << row.error;
+    EXPECT_THAT(said.err, HasSubstr(std::string(row.error)));
+    EXPECT_EQ(said.out, "") << row.error;
+  }
+  EXPECT_TRUE(row("id").empty());
 }
 
 }  // namespace

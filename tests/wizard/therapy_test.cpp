@@ -1,4 +1,8 @@
 // The therapy pages: kinds of therapy, insulins, the check of the targets, the scheme and the patients' folder.
+#include <algorithm>
+#include <filesystem>
+
+#include "database/create_database.h"
 #include "tests/wizard/wizard_test.h"
 
 namespace wizard::testing {
@@ -6,7 +10,9 @@ namespace {
 
 using ::testing::Contains;
 using ::testing::ElementsAre;
+using ::testing::HasSubstr;
 using ::testing::IsEmpty;
+using ::testing::Not;
 
 class Therapy : public WizardTest {
  protected:
@@ -257,6 +263,70 @@ TEST_F(Folder, ANewSharedDatabaseGetsItsIndex) {
   EXPECT_EQ(wizard().config().IndexDB, path("new\\index.mdb"));
   EXPECT_TRUE(support::file_test(support::host_file_system(), path("new\\index.mdb")));
   EXPECT_EQ(caption("lblFolder"), path("new\\"));
+}
+
+/// Shows the walk over a shared folder's patients; the user may end it before the second one.
+struct WatchedProgress : database::Progress {
+  void start(std::string_view caption, std::int32_t maximum) override {
+    log.push_back("start " + std::string(caption) + " " + std::to_string(maximum));
+  }
+  void set_caption(std::string_view) override {}
+  void set_value(std::int32_t value) override { log.push_back(std::to_string(value)); }
+  void finish() override { log.emplace_back("finish"); }
+  void offer_cancel(std::string_view caption) override { log.push_back("offer " + std::string(caption)); }
+  bool cancelled() const override { return ends && std::ranges::count(log, "50") > 0; }
+  std::vector<std::string> log;
+  bool ends = false;
+};
+
+/// Two patients in an index that was not brought up to date: one whose database is whole, one whose database is not.
+class SharedFolder : public Folder {
+ protected:
+  SharedFolder() {
+    texts->given = {{4886, "%1/%2"}, {4888, "%1 %2"}};
+    known_database("shared\\db4_000001.das");
+    write("shared\\db4_000002.das", "damaged");
+    database::CreateIndexDatabase({}, path("shared\\index.mdb"));
+    for (const std::string id : {"1", "2"}) {
+      execute(path("shared\\index.mdb"), "INSERT INTO index (id) VALUES (" + id + ")");
+    }
+    user.chosen_folder = path("shared");
+    start("Pro");
+    user.log.clear();
+    progress.log.clear();
+  }
+  void adapt(Ports& ports) override { ports.progress = &progress; }
+  std::vector<std::string> due() const {
+    return rows(path("shared\\index.mdb"), "SELECT id FROM upgrade_pending ORDER BY id");
+  }
+  WatchedProgress progress;
+};
+
+TEST_F(SharedFolder, TellsWhichPatientsCouldNotBeUpgraded) {
+  wizard().click("cmdPath", 1);
+  EXPECT_THAT(progress.log,
+              ElementsAre("start Aktualisiere Datenbank...50% 100", "offer T901", "50", "100", "50", "100", "finish"));
+  EXPECT_THAT(user.log, Contains("message 1/2\r\n" + path("shared\\db4_000002.das") + " 3343 65600 vantrix"));
+  EXPECT_THAT(due(), ElementsAre("2"));
+  enter_name();
+  finish();
+  EXPECT_FALSE(wizard().report().complete());
+  EXPECT_THAT(lines(wizard().report()), Contains(HasSubstr("3343")));
+}
+
+TEST_F(SharedFolder, GoesOnAfterAWalkThatWasCancelled) {
+  progress.ends = true;
+  wizard().click("cmdPath", 1);
+  EXPECT_THAT(user.log, Contains("message 1/2\r\nT4887 65600 vantrix"));
+  EXPECT_THAT(due(), ElementsAre("2"));
+  progress.ends = false;
+  std::filesystem::copy_file(support::host_file_system().host_path(path("shared\\db4_000001.das")),
+                             support::host_file_system().host_path(path("shared\\db4_000002.das")),
+                             std::filesystem::copy_options::overwrite_existing);
+  user.log.clear();
+  wizard().click("cmdPath", 1);
+  EXPECT_THAT(user.log, Not(Contains(HasSubstr("message"))));
+  EXPECT_EQ(rows(path("shared\\index.mdb"), "SELECT name FROM index").size(), 2U);
 }
 
 TEST_F(Folder, ANetworkPathIsNamedAsShared) {

@@ -1,5 +1,6 @@
 // Long work shown to the user: a small window with a text and a bar that comes up when the work takes longer than 0.4
-// seconds. The work runs on this thread; the window is drawn whenever it is told something.
+// seconds. The work runs on this thread; the window is drawn whenever it is told something. Work that can be
+// cancelled has a button for that, and the window below takes no input until the work is done.
 #pragma once
 
 #include <windows.h>
@@ -28,13 +29,17 @@ class ProgressWindow : public database::Progress {
   void set_caption(std::string_view caption) override;
   void set_value(std::int32_t value) override;
   void finish() override;
+  void offer_cancel(std::string_view caption) override { cancel_caption_ = caption; }
+  bool cancelled() const override { return cancelled_; }
 
  private:
+  static LRESULT CALLBACK handle(HWND window, UINT message, WPARAM wparam, LPARAM lparam);
   void show_when_due();
   void create();
 
   HWND owner_ = nullptr, window_ = nullptr, text_ = nullptr, bar_ = nullptr;
-  std::string title_, font_, caption_;
+  std::string title_, font_, caption_, cancel_caption_;  ///< the last is empty where there is nothing to cancel
+  bool cancelled_ = false;
   Fonts fonts_;
   std::int32_t maximum_ = 0, value_ = 0;
   ULONGLONG begun_ = 0;  ///< milliseconds of the system's clock; 0: no work goes on

@@ -1,6 +1,7 @@
 #include "database/engine/embedded/embedded_engine.h"
 
 #include "database/engine/embedded/embedded_database.h"
+#include "database/engine/embedded/openings.h"
 #include "support/encoding.h"
 #include "support/file_system.h"
 
@@ -28,6 +29,10 @@ class EmbeddedEngine : public Engine {
     const std::string host_path = support::host_file_system().host_path(path);
     const ConnectionOptions options{.read_only = read_only, .exclusive = exclusive, .busy_time = busy_time_};
     return std::make_unique<EmbeddedDatabase>(path, Session::open(host_path, password_of(connect), options));
+  }
+
+  std::unique_ptr<OpeningsAhead> openings_ahead(std::string_view connect) override {
+    return std::make_unique<EmbeddedOpenings>(password_of(connect));
   }
 
  private:

@@ -5,12 +5,13 @@
 #include <algorithm>
 #include <list>
 
+#include "database/engine/embedded/keys_ahead.h"
+
 namespace engine::embedded {
 namespace {
 
 struct KnownKey {
-  KnownKey(std::string_view password_text, const FileSalt& file_salt,
-           const std::array<unsigned char, SQLCIPHER4_KEY_SIZE>& derived)
+  KnownKey(std::string_view password_text, const FileSalt& file_salt, const KeyBytes& derived)
       : password(password_text), salt(file_salt), key(derived) {}
   KnownKey(const KnownKey&) = delete;
   KnownKey& operator=(const KnownKey&) = delete;
@@ -21,7 +22,7 @@ struct KnownKey {
 
   std::string password;
   FileSalt salt;
-  std::array<unsigned char, SQLCIPHER4_KEY_SIZE> key;
+  KeyBytes key;
 };
 
 std::list<KnownKey>& known_keys() {
@@ -42,6 +43,8 @@ FileKey::FileKey(std::string_view password, const FileSalt& salt) : salt_(salt) 
     key_ = known->key;
     return;
   }
+  ahead_ = KeysAhead::find(password, salt_, key_);
+  if (ahead_) return;
   sqlcipher4_derive_key(reinterpret_cast<const unsigned char*>(password.data()), password.size(), salt_.data(),
                         key_.data());
 }
@@ -49,8 +52,12 @@ FileKey::FileKey(std::string_view password, const FileSalt& salt) : salt_(salt) 
 FileKey::~FileKey() { wipe_memory(key_.data(), key_.size()); }
 
 void FileKey::remember(std::string_view password) const {
-  if (!find_known(password, salt_)) known_keys().emplace_front(password, salt_, key_);
+  if (!ahead_ && !find_known(password, salt_)) known_keys().emplace_front(password, salt_, key_);
 }
+
+bool is_key_known(std::string_view password, const FileSalt& salt) { return find_known(password, salt) != nullptr; }
+
+void forget_known_keys() noexcept { known_keys().clear(); }
 
 FileSalt new_salt() {
   FileSalt salt;

@@ -12,25 +12,34 @@ namespace engine::embedded {
 
 using FileSalt = std::array<unsigned char, SQLCIPHER4_SALT_SIZE>;
 
+using KeyBytes = std::array<unsigned char, SQLCIPHER4_KEY_SIZE>;
+
 /// A derived key together with the salt that stands at the beginning of its file.
 class FileKey {
  public:
-  /// From the process's memory, else derived.
+  /// From the process's memory, from those that are derived ahead, else derived.
   FileKey(std::string_view password, const FileSalt& salt);
   ~FileKey();
   FileKey(const FileKey&) = delete;
   FileKey& operator=(const FileKey&) = delete;
 
-  /// Keeps the key for the next opening. Called when it has proved right.
+  /// Keeps the key for the next opening. Called when it has proved right. One that was derived ahead is not kept: it
+  /// lives as long as its file is expected.
   void remember(std::string_view password) const;
 
   const FileSalt& salt() const noexcept { return salt_; }
-  const std::array<unsigned char, SQLCIPHER4_KEY_SIZE>& key() const noexcept { return key_; }
+  const KeyBytes& key() const noexcept { return key_; }
 
  private:
   FileSalt salt_;
-  std::array<unsigned char, SQLCIPHER4_KEY_SIZE> key_;
+  KeyBytes key_;
+  bool ahead_ = false;
 };
+
+/// True where the process keeps the key.
+bool is_key_known(std::string_view password, const FileSalt& salt);
+/// Wipes the keys that the process keeps: each file's is derived anew at its next opening.
+void forget_known_keys() noexcept;
 
 /// A random salt for a new file.
 FileSalt new_salt();

@@ -1,5 +1,7 @@
 // The key of an encrypted file from its password, as the SQLCipher 4 scheme has it: PBKDF2 with HMAC-SHA512 and 256000
 // rounds, which take about a tenth of a second. Cannot fail. C, because it is compiled together with the amalgamation.
+// Neither function touches memory beside its arguments and its stack: both may run on several threads at once, unlike
+// everything else of SQLite, which is built for one thread.
 #pragma once
 
 #include <stddef.h>

@@ -1,0 +1,116 @@
+#include "database/engine/embedded/keys_ahead.h"
+
+#include <algorithm>
+#include <system_error>
+
+namespace engine::embedded {
+namespace {
+
+std::size_t processors() noexcept { return std::max(1U, std::thread::hardware_concurrency()); }
+
+}  // namespace
+
+KeysAhead::KeysAhead(std::string_view password) : password_(password) { all().push_back(this); }
+
+KeysAhead::~KeysAhead() {
+  {
+    const std::lock_guard lock{mutex_};
+    ending_ = true;
+  }
+  work_is_there_.notify_all();
+  for (std::thread& thread : threads_) thread.join();
+  while (!slots_.empty()) wipe(slots_.begin());
+  wipe_memory(password_.data(), password_.size());
+  std::erase(all(), this);
+}
+
+std::vector<KeysAhead*>& KeysAhead::all() {
+  static std::vector<KeysAhead*> objects;
+  return objects;
+}
+
+std::size_t KeysAhead::most_expected() noexcept { return 2 * processors(); }
+
+void KeysAhead::expect(const FileSalt& salt) {
+  {
+    const std::lock_guard lock{mutex_};
+    if (const auto known = slot_of(salt); known != slots_.end()) {
+      ++known->files;
+      return;
+    }
+    slots_.push_back(Slot{salt});
+  }
+  work_is_there_.notify_one();
+  if (threads_.size() < processors()) start_thread();
+}
+
+void KeysAhead::start_thread() noexcept {
+  try {
+    threads_.emplace_back([this] { work(); });
+  } catch (const std::exception&) {
+    // Where the system has no thread left, keys are derived when they are asked for.
+  }
+}
+
+void KeysAhead::pass(const FileSalt& salt) noexcept {
+  const std::lock_guard lock{mutex_};
+  const auto slot = slot_of(salt);
+  if (slot == slots_.end() || --slot->files > 0) return;
+  // What is being derived is wiped by the thread that derives it.
+  if (slot->state != State::Deriving) wipe(slot);
+}
+
+bool KeysAhead::find(std::string_view password, const FileSalt& salt, KeyBytes& key) {
+  for (KeysAhead* ahead : all()) {
+    if (ahead->password_ != password) continue;
+    std::unique_lock lock{ahead->mutex_};
+    const auto slot = ahead->slot_of(salt);
+    if (slot == ahead->slots_.end()) continue;
+    ahead->wait_for(*slot, lock);
+    key = slot->key;
+    return true;
+  }
+  return false;
+}
+
+KeysAhead::Slots::iterator KeysAhead::slot_of(const FileSalt& salt) {
+  return std::ranges::find_if(slots_, [&](const Slot& slot) { return slot.files > 0 && slot.salt == salt; });
+}
+
+void KeysAhead::wait_for(Slot& slot, std::unique_lock<std::mutex>& lock) {
+  // One that no thread has begun is derived here: waiting for a thread would take as long.
+  if (slot.state == State::Waiting) derive(slot, lock);
+  key_is_ready_.wait(lock, [&] { return slot.state == State::Ready; });
+}
+
+void KeysAhead::derive(Slot& slot, std::unique_lock<std::mutex>& lock) {
+  slot.state = State::Deriving;
+  lock.unlock();
+  sqlcipher4_derive_key(reinterpret_cast<const unsigned char*>(password_.data()), password_.size(), slot.salt.data(),
+                        slot.key.data());
+  lock.lock();
+  slot.state = State::Ready;
+  key_is_ready_.notify_all();
+}
+
+void KeysAhead::work() {
+  std::unique_lock lock{mutex_};
+  Slots::iterator next;
+  const auto is_there = [&] {
+    next = std::ranges::find(slots_, State::Waiting, &Slot::state);
+    return ending_ || next != slots_.end();
+  };
+  for (;;) {
+    work_is_there_.wait(lock, is_there);
+    if (ending_) return;
+    derive(*next, lock);
+    if (next->files == 0) wipe(next);
+  }
+}
+
+void KeysAhead::wipe(Slots::iterator slot) noexcept {
+  wipe_memory(slot->key.data(), slot->key.size());
+  slots_.erase(slot);
+}
+
+}  // namespace engine::embedded
