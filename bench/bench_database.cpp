@@ -33,7 +33,7 @@ constexpr bench::Job (*jobs[])(const std::filesystem::path&) = {
     bench::pump_conversion_job, bench::pump_conversion_growth_job,
     bench::pump_statistics_job, bench::pump_statistics_growth_job,
     bench::summary_job,         bench::summary_growth_job,
-    bench::index_growth_job,
+    bench::index_growth_job,    bench::index_ahead_job,
 };
 
 bool run(const bench::Job& job) {

@@ -20,5 +20,7 @@ Job pump_statistics_growth_job(const std::filesystem::path& folder);
 Job summary_job(const std::filesystem::path& folder);
 Job summary_growth_job(const std::filesystem::path& folder);
 Job index_growth_job(const std::filesystem::path& folder);
+// The walk with keys derived ahead beside the one without; the limit is that of two processors.
+Job index_ahead_job(const std::filesystem::path& folder);
 
 }  // namespace bench
