@@ -1,4 +1,5 @@
 #include <algorithm>
+#include <cstdio>
 #include <filesystem>
 #include <fstream>
 #include <system_error>
@@ -11,6 +12,22 @@ namespace jet_import {
 namespace {
 
 constexpr int western_code_page = 1252;
+
+/// While it lives libmdb is not heard: it writes what it stumbles over to the standard error stream, and what is raised
+/// here says it to the user.
+class Quiet {
+ public:
+  Quiet() {
+    static FILE* const nowhere = std::fopen("/dev/null", "w");
+    if (nowhere) stderr = nowhere;
+  }
+  ~Quiet() { stderr = before_; }
+  Quiet(const Quiet&) = delete;
+  Quiet& operator=(const Quiet&) = delete;
+
+ private:
+  FILE* before_ = stderr;
+};
 
 /// Walks the rows of a table; `fields` are the present row's, in no order.
 class MdbWalk {
@@ -47,9 +64,13 @@ class MdbRows : public SourceRows {
   MdbRows(MdbHandle& file, JetVersion version, MdbTableDef& table)
       : file_(file), version_(version), columns_(held_columns(table)), walk_(file, table) {}
 
-  bool next() override { return walk_.next(); }
+  bool next() override {
+    const Quiet quiet;
+    return walk_.next();
+  }
 
   engine::Value value(std::size_t field) override {
+    const Quiet quiet;
     for (const MdbField& candidate : walk_.fields()) {
       if (walk_.column(candidate) == columns_[field]) return mdb_value(file_, version_, *columns_[field], candidate);
     }
@@ -136,6 +157,7 @@ std::unique_ptr<Source> open_source(const database::Environment& environment, st
     throw support::RuntimeError(3343,
                                 "Texts of code page " + std::to_string(header.code_page) + " are not understood.");
   }
+  const Quiet quiet;
   MdbFilePointer file(mdb_open(host_path.c_str(), MDB_NOFLAGS));
   if (!file || !mdb_read_catalog(file.get(), MDB_ANY)) {
     throw support::RuntimeError(3343, "Unrecognized database format: the list of tables cannot be read.");

@@ -160,7 +160,9 @@ TEST_F(JetFiles, LeaveNothingBehindWhereTheyCannotBeRead) {
   };
   const auto before = folder_.snapshot();
   for (const auto& [file, message] : cases) {
+    testing::internal::CaptureStderr();
     const Outcome outcome = run_patientdb({"import", file, folder_.file("new.das")}, unprotected);
+    EXPECT_EQ(testing::internal::GetCapturedStderr(), "") << "what libmdb says to itself";
     EXPECT_EQ(outcome.code, 1) << file;
     EXPECT_THAT(outcome.err, StartsWith(message)) << file;
     EXPECT_TRUE(folder_.snapshot() == before) << file;
