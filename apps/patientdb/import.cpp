@@ -9,7 +9,8 @@
 namespace patientdb {
 namespace {
 
-constexpr std::string_view usage = "SOURCE TARGET [--source-password-file PATHNAME] [--leave-out-bytes]";
+constexpr std::string_view usage =
+    "SOURCE TARGET [--source-password-file PATHNAME] [--leave-out-bytes] [--leave-out-indexes]";
 
 constexpr std::string_view details =
     R"(SOURCE, a database of the Jet engine (version 3 or 4), is copied into the new database TARGET: its tables with their fields
@@ -17,7 +18,8 @@ and indexes, and all rows; queries, forms and relations stay behind. SOURCE is n
 many as the file says, or anything cannot be read or held, nothing is left of TARGET.
 
 Money becomes Double. A field of bytes or embedded objects is error 3259 unless it is left out. Decimal and replication
-numbers become Double and Text on Linux; on Windows they are as those fields.
+numbers become Double and Text on Linux; on Windows they are as those fields. An index whose fields cannot be read is error
+3343 unless such indexes are left out.
 
 TARGET's password is that of the other commands. SOURCE's is the same one, unless PATIENTDB_SOURCE_PASSWORD or
 --source-password-file gives another.)";
@@ -26,8 +28,10 @@ constexpr console::Option source_password_option{"--source-password-file", "PATH
                                                  "Read SOURCE's password from the first line of this file."};
 constexpr console::Option leave_out_option{"--leave-out-bytes", "", "Leave out fields of bytes or embedded objects."};
 
-constexpr console::Option options[] = {source_password_option, leave_out_option, password_file_option,
-                                       console::help_option};
+constexpr console::Option leave_out_indexes_option{"--leave-out-indexes", "", "Leave out indexes that cannot be read."};
+
+constexpr console::Option options[] = {source_password_option, leave_out_option, leave_out_indexes_option,
+                                       password_file_option, console::help_option};
 
 std::string source_password(const console::Arguments& arguments, const console::Console& console) {
   if (const auto file = arguments.value(source_password_option.name)) return password_from_file(*file);
@@ -55,6 +59,7 @@ int run(const console::Arguments& arguments, console::Console& console) {
   choices.password = password(arguments, console);
   check_new_password(choices.password);
   choices.leave_out_foreign_fields = arguments.has(leave_out_option.name);
+  choices.leave_out_unreadable_indexes = arguments.has(leave_out_indexes_option.name);
   const auto source =
       jet_import::open_source(environment.get(), database_path(source_file), source_password(arguments, console));
   const auto report = jet_import::import_database(environment.get(), *source, database_path(target_file), choices);

@@ -36,7 +36,10 @@ class Import {
       : progress_(progress), source_(source), target_(target) {}
 
   Report run(const Choices& choices) {
-    for (const SourceTable& table : source_.tables()) check_foreign_fields(table, choices.leave_out_foreign_fields);
+    for (const SourceTable& table : source_.tables()) {
+      check_foreign_fields(table, choices.leave_out_foreign_fields);
+      check_indexes(table, choices.leave_out_unreadable_indexes);
+    }
     for (const std::string& name : source_.linked_tables()) note(name + ": leads to another file, not copied");
     engine::Transaction transaction(target_);
     for (std::size_t i = 0; i < source_.tables().size(); ++i) copy_table(i);
@@ -53,6 +56,14 @@ class Import {
       const std::string place = table.name + "." + field;
       if (!leave_out) throw support::RuntimeError(3259, place + ": a field of bytes or objects cannot be held");
       note(place + ": bytes or objects, left out");
+    }
+  }
+
+  void check_indexes(const SourceTable& table, bool leave_out) {
+    for (const std::string& index : table.unreadable_indexes) {
+      const std::string place = table.name + ": index " + index;
+      if (!leave_out) throw support::RuntimeError(3343, place + " cannot be read");
+      note(place + " cannot be read, left out");
     }
   }
 

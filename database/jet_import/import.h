@@ -27,6 +27,8 @@ struct Choices {
   std::string password;
   /// Leave out the fields that a database of ours cannot hold. Otherwise they are error 3259.
   bool leave_out_foreign_fields = false;
+  /// Leave out the indexes that cannot be read. Otherwise they are error 3343.
+  bool leave_out_unreadable_indexes = false;
 };
 
 /// The new file appears under its name when every table has as many rows as were read, and as the source announced;

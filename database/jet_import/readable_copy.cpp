@@ -47,7 +47,8 @@ std::unique_ptr<database::ReadableCopy> readable_copy(const database::Environmen
   database::Environment quiet = environment;
   quiet.progress = nullptr;
   auto copy = std::make_unique<TemporaryCopy>(environment.file_system(), temporary_path(environment.file_system()));
-  import_database(quiet, *source, copy->path(), {.password = "", .leave_out_foreign_fields = true});
+  const Choices choices{.password = "", .leave_out_foreign_fields = true, .leave_out_unreadable_indexes = true};
+  import_database(quiet, *source, copy->path(), choices);
   return copy;
 }
 

@@ -45,6 +45,8 @@ struct SourceTable {
   std::optional<std::int64_t> row_count = {};
   /// Fields of types that a database of ours cannot hold (bytes, embedded objects), by name.
   std::vector<std::string> foreign_fields = {};
+  /// Indexes whose fields the file does not tell, by name.
+  std::vector<std::string> unreadable_indexes = {};
 };
 
 /// The rows of one table from first to last.

@@ -1,6 +1,9 @@
 #include "database/jet_import/posix/mdb_file.h"
 
 #include <algorithm>
+#include <utility>
+
+#include "database/jet_import/posix/mdb_indexes.h"
 
 namespace jet_import {
 namespace {
@@ -56,36 +59,6 @@ SourceField describe(const MdbColumn& column, const TypeRow& row, JetVersion ver
   return field;
 }
 
-SourceIndex describe(const MdbIndex& index, std::span<MdbColumn*> columns) {
-  constexpr unsigned char primary_key = 1;
-  SourceIndex found;
-  found.name = index.name;
-  found.primary = index.index_type == primary_key;
-  found.unique = (index.flags & MDB_IDX_UNIQUE) != 0;
-  found.required = (index.flags & MDB_IDX_REQUIRED) != 0;
-  found.ignore_nulls = (index.flags & MDB_IDX_IGNORENULLS) != 0;
-  for (unsigned key = 0; key < std::min<unsigned>(index.num_keys, MDB_MAX_IDX_COLS); ++key) {
-    // Places among the columns, counted from 1.
-    const auto place = static_cast<std::size_t>(index.key_col_num[key]) - 1;
-    if (place >= columns.size()) {
-      throw support::RuntimeError(3343, "the index " + found.name + " cannot be read: the file is damaged");
-    }
-    found.fields.emplace_back(columns[place]->name);
-  }
-  return found;
-}
-
-/// Without those that only stand for a relation or share another one's pages: they have no keys of their own.
-std::vector<SourceIndex> describe_indexes(const MdbTableDef& table) {
-  constexpr unsigned char foreign_key = 2;
-  std::vector<SourceIndex> indexes;
-  for (const MdbIndex* index : items<MdbIndex>(table.indices)) {
-    if (index->index_type == foreign_key || index->num_keys == 0) continue;
-    indexes.push_back(describe(*index, items<MdbColumn>(table.columns)));
-  }
-  return indexes;
-}
-
 }  // namespace
 
 std::span<MdbCatalogEntry*> catalogue_entries(MdbHandle& file) { return items<MdbCatalogEntry>(file.catalog); }
@@ -110,7 +83,6 @@ MdbTablePointer read_table(MdbCatalogEntry& entry) {
   if (!table || !mdb_read_columns(table.get())) {
     throw support::RuntimeError(3343, std::string(entry.object_name) + ": the table's definition cannot be read");
   }
-  mdb_read_indices(table.get());
   return table;
 }
 
@@ -132,7 +104,9 @@ SourceTable describe(const MdbTableDef& table, JetVersion version) {
       found.foreign_fields.emplace_back(column->name);
     }
   }
-  found.indexes = describe_indexes(table);
+  FoundIndexes indexes = find_indexes(table, version);
+  found.indexes = std::move(indexes.indexes);
+  found.unreadable_indexes = std::move(indexes.unreadable);
   // A file that was not closed properly may say 0.
   if (table.num_rows > 0) found.row_count = table.num_rows;
   return found;

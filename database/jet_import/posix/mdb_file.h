@@ -27,12 +27,13 @@ std::span<MdbCatalogEntry*> catalogue_entries(MdbHandle& file);
 std::vector<MdbCatalogEntry*> user_tables(MdbHandle& file);
 std::vector<std::string> linked_tables(MdbHandle& file);
 
-/// With columns and indexes. Raises 3343 where the table's definition cannot be read.
+/// With columns. Raises 3343 where the table's definition cannot be read.
 MdbTablePointer read_table(MdbCatalogEntry& entry);
 
 /// The columns that a database of ours can hold, in the order of SourceTable::fields.
 std::vector<const MdbColumn*> held_columns(const MdbTableDef& table);
 
+/// Raises 3343 where the definition ends before its indexes do.
 SourceTable describe(const MdbTableDef& table, JetVersion version);
 
 }  // namespace jet_import

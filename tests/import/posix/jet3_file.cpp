@@ -94,14 +94,23 @@ std::string column_entry(const Column& column, std::uint16_t number, std::uint16
          std::string(6, '\0') + flags + bytes_of(offset) + bytes_of(size_of(column));
 }
 
-/// Of one index over one column: its pages are not read here.
-std::string index_entries(std::uint16_t column) {
+/// Columns and flags of one index over one column: its pages are not read here.
+std::string index_columns(std::uint16_t column, char flags) {
   constexpr std::size_t most_columns = 10;
-  constexpr char unique_and_required = 9, primary = 1;
   std::string real = bytes_of(column) + '\1';
   for (std::size_t i = 1; i < most_columns; ++i) real += "\xFF\xFF\0"sv;
-  real += std::string(8, '\0') + unique_and_required;
-  return real + std::string(19, '\0') + primary + "\x0APrimaryKey";
+  return real + std::string(8, '\0') + flags;
+}
+
+std::string index_entry(std::uint32_t number, char type) {
+  return bytes_of(number) + bytes_of(number) + std::string(11, '\0') + type;
+}
+
+std::string index_entries(std::uint16_t column, bool relation_first) {
+  constexpr char unique_and_required = 9, primary = 1, relation = 2;
+  const std::string key = index_columns(column, unique_and_required);
+  if (!relation_first) return key + index_entry(0, primary) + "\x0APrimaryKey";
+  return index_columns(0, 0) + key + index_entry(1, primary) + index_entry(0, relation) + "\x0APrimaryKey\4Link";
 }
 
 }  // namespace
@@ -142,24 +151,29 @@ std::string File::memo_on_pages(std::string_view text, std::size_t chunk) {
 std::string File::definition(const Table& table, std::uint32_t data_page, std::size_t row_count) {
   const auto variable_columns =
       std::ranges::count_if(table.columns, [](const Column& column) { return !is_fixed(column.type); });
-  const std::uint32_t indexes = table.primary_key.empty() ? 0 : 1;
-  const auto columns = static_cast<std::uint16_t>(table.columns.size());
+  const std::uint32_t indexes = table.primary_key.empty() ? 0 : table.first_index_of_relation ? 2 : 1;
+  const auto columns = static_cast<std::uint16_t>(std::ranges::count(table.columns, false, &Column::deleted));
+  constexpr std::uint16_t number_of_no_column = 77;
   std::string page = "\2\1VC\0\0\0\0"s + bytes_of(std::uint32_t{page_size}) +
-                     bytes_of(static_cast<std::uint32_t>(row_count)) + "\0\0\0\0N"s + bytes_of(columns) +
+                     bytes_of(static_cast<std::uint32_t>(row_count)) + "\0\0\0\0N"s +
+                     bytes_of(static_cast<std::uint16_t>(table.columns.size())) +
                      bytes_of(static_cast<std::uint16_t>(variable_columns)) + bytes_of(columns) + bytes_of(indexes) +
                      bytes_of(indexes);
   const std::uint32_t map = data_page == objects_data_page ? usage_page << 8U : usage_map(data_page);
   page += bytes_of(map) + bytes_of(map) + std::string(indexes * std::size_t{8}, '\0');
-  std::uint16_t number = 0, variable = 0, offset = 0, key = 0;
+  std::uint16_t number = 0, variable = 0, offset = 0, key = number_of_no_column;
   for (const Column& column : table.columns) {
-    page += column_entry(column, number, variable, is_fixed(column.type) ? offset : std::uint16_t{0});
+    if (!column.deleted)
+      page += column_entry(column, number, variable, is_fixed(column.type) ? offset : std::uint16_t{0});
     if (is_fixed(column.type)) offset = static_cast<std::uint16_t>(offset + size_of(column));
     if (!is_fixed(column.type)) ++variable;
     if (column.name == table.primary_key) key = number;
     ++number;
   }
-  for (const Column& column : table.columns) page += static_cast<char>(column.name.size()) + column.name;
-  if (indexes > 0) page += index_entries(key);
+  for (const Column& column : table.columns) {
+    if (!column.deleted) page += static_cast<char>(column.name.size()) + column.name;
+  }
+  if (indexes > 0) page += index_entries(key, table.first_index_of_relation);
   return padded(page);
 }
 

@@ -30,6 +30,7 @@ struct Column {
   Type type;
   std::uint16_t size = 0;  ///< of a Text
   bool auto_number = false;
+  bool deleted = false;  ///< rows still have its place, the definition does not name it
 };
 
 /// The bytes of each value; nothing for Null and for No.
@@ -39,7 +40,8 @@ struct Table {
   std::string name;
   std::vector<Column> columns;
   std::vector<Row> rows;
-  std::string primary_key;  ///< a column's name; empty: none
+  std::string primary_key;               ///< a column's name, or one of none; empty: no key
+  bool first_index_of_relation = false;  ///< over the first column; the primary key is the second index
 };
 
 /// A number as it is stored.

@@ -1,6 +1,8 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <filesystem>
+
 #include "database/jet_import/readable_copy.h"
 #include "database/preferences.h"
 #include "tests/apps/program_run.h"
@@ -64,6 +66,34 @@ TEST_F(Jet3, FilesBringEachTypeOfValue) {
                      HasSubstr("Index PrimaryKey (id) primary unique\n")));
   run_patientdb({"sql", folder_.file("new.das"), "INSERT INTO Werte (s) VALUES ('new')"}, no_password);
   EXPECT_THAT(rows("SELECT max(id) FROM Werte"), HasSubstr("[[10]]"));
+}
+
+TEST_F(Jet3, FilesBringTheIndexesOfTablesThatLostColumnsOrHaveRelations) {
+  const std::vector<jet3::Column> columns = {
+      {"gone", Type::Long, 0, false, true}, {"n", Type::Long}, {"lost", Type::Text, 9, false, true}, {"k", Type::Long}};
+  const std::vector<jet3::Row> rows = {{bytes_of(1), bytes_of(2), "x", bytes_of(3)}};
+  for (const bool relation_first : {false, true}) {
+    jet3::File file("");
+    file.add({"t", columns, rows, "k", relation_first});
+    const Outcome outcome = import(write(file));
+    ASSERT_EQ(outcome.code, 0) << outcome.err;
+    EXPECT_THAT(this->rows("SELECT n, k FROM t"), HasSubstr("[[2,3]]"));
+    EXPECT_THAT(run_patientdb({"schema", folder_.file("new.das")}, no_password).out,
+                HasSubstr("Index PrimaryKey (k) primary unique\n"));
+    std::filesystem::remove(folder_.file("new.das"));
+  }
+}
+
+TEST_F(Jet3, FilesLoseAnIndexThatCannotBeReadOnlyWhereThatIsAskedFor) {
+  jet3::File file("");
+  file.add({"t", {{"n", Type::Long}}, {{bytes_of(1)}}, "nobody"});
+  const std::string source = write(file), target = folder_.file("new.das");
+  EXPECT_THAT(import(source).err, StartsWith("error 3343: t: index PrimaryKey cannot be read"));
+  EXPECT_FALSE(std::filesystem::exists(target));
+  const Outcome outcome = run_patientdb({"import", source, target, "--leave-out-indexes"}, no_password);
+  EXPECT_EQ(outcome.code, 0);
+  EXPECT_THAT(outcome.err, HasSubstr("t: index PrimaryKey cannot be read, left out\n"));
+  EXPECT_THAT(rows("SELECT n FROM t"), HasSubstr("[[1]]"));
 }
 
 TEST_F(Jet3, FilesBringReplicationNumbersWithTheirHyphens) {
