@@ -9,27 +9,31 @@ namespace {
 
 constexpr std::string_view gap = "  ";
 
+/// Of both ranges: a terminal obeys those behind ASCII, too.
+bool is_control(char16_t character) { return character < 0x20 || (character >= 0x7F && character <= 0x9F); }
+
+std::u16string escape(char16_t control) {
+  if (control == u'\n') return u"\\n";
+  if (control == u'\r') return u"\\r";
+  if (control == u'\t') return u"\\t";
+  constexpr std::u16string_view digits = u"0123456789abcdef";
+  return {u'\\', u'u', u'0', u'0', digits[control >> 4U], digits[control & 15U]};
+}
+
 }  // namespace
 
 std::string one_line(std::string_view text) {
-  std::string line;
-  bool blank_pending = false;
-  for (const char character : text) {
-    const auto code = static_cast<unsigned char>(character);
-    const bool control = code < 0x20 || code == 0x7F;
-    if (control) {
-      blank_pending = true;
-      continue;
-    }
-    if (blank_pending && !line.empty()) line += ' ';
-    blank_pending = false;
-    line += character;
+  std::u16string line;
+  for (const char16_t character : support::utf16_from_utf8(text)) {
+    is_control(character) ? line.append(escape(character)) : line.append(1, character);
   }
-  return line;
+  return support::utf8_from_utf16(line);
 }
 
 void TextTable::add_column(std::string_view title, Align align) {
-  columns_.push_back({std::string(title), align, support::character_count(title)});
+  std::string shown = one_line(title);
+  const std::size_t width = support::character_count(shown);
+  columns_.push_back({std::move(shown), align, width});
 }
 
 void TextTable::add_row(std::vector<std::string> cells) {

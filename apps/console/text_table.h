@@ -1,5 +1,5 @@
-// An aligned table for people to read. Line breaks and control characters of a cell are shown as one blank, so that a
-// row stays a line and a stranger's text cannot steer the terminal.
+// An aligned table for people to read. Line breaks and control characters of titles and cells are shown as escapes, so
+// that a row stays a line and a stranger's text cannot steer the terminal.
 #pragma once
 
 #include <ostream>
@@ -9,7 +9,8 @@
 
 namespace console {
 
-/// Each run of line breaks and other control characters as one blank, those at the ends left out.
+/// Control characters as the escapes of JSON ("\n", "\u001b"), a malformed byte as U+FFFD. A backslash stays one, since
+/// paths are full of them: what a text holds exactly is told by JSON.
 std::string one_line(std::string_view text);
 
 class TextTable {

@@ -5,9 +5,9 @@
 #include <optional>
 
 #include "apps/console/console.h"
+#include "apps/console/input_file.h"
 #include "support/common_code.h"
 #include "support/encoding.h"
-#include "support/file_system.h"
 
 namespace firststeps_batch {
 namespace {
@@ -103,10 +103,8 @@ Answers parse_answers(std::string_view content, std::string_view name) {
 }
 
 Answers read_answers(std::string_view host_path) {
-  const support::FileSystem& files = support::host_file_system();
-  const std::optional<std::string> content = files.read(files.windows_path(host_path), size_limit);
-  if (!content) throw console::InputError(std::string(host_path) + ": the answers file cannot be read.");
-  return parse_answers(*content, host_path);
+  const std::string content = console::read_input_file("The answers file", std::string(host_path), size_limit, "1 MiB");
+  return parse_answers(content, host_path);
 }
 
 }  // namespace firststeps_batch

@@ -52,8 +52,8 @@ void write_problems(std::ostream& out, const std::vector<Entry>& entries) {
   if (entries.empty()) return;
   out << "\nNot written:\n";
   for (const Entry& entry : entries) {
-    out << "  " << word(entry.what) << ' ' << place(entry) << (entry.name.empty() ? "" : " ") << entry.name << ": "
-        << entry.problem << '\n';
+    out << "  " << word(entry.what) << ' ' << console::one_line(place(entry)) << (entry.name.empty() ? "" : " ")
+        << console::one_line(entry.name) << ": " << console::one_line(entry.problem) << '\n';
   }
 }
 

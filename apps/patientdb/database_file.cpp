@@ -1,5 +1,6 @@
 #include "apps/patientdb/database_file.h"
 
+#include "apps/console/input_file.h"
 #include "apps/patientdb/command.h"
 #include "apps/patientdb/engine_option.h"
 #include "database/environment.h"
@@ -15,10 +16,8 @@ constexpr std::uint64_t password_file_limit = 4096;
 }  // namespace
 
 std::string password_from_file(const std::string& host_path) {
-  const support::FileSystem& files = support::host_file_system();
-  const std::optional<std::string> content = files.read(files.windows_path(host_path), password_file_limit);
-  if (!content) throw console::InputError("The password file " + host_path + " cannot be read.");
-  std::string_view line = support::without_byte_order_mark(*content);
+  const std::string content = console::read_input_file("The password file", host_path, password_file_limit, "4 KiB");
+  std::string_view line = support::without_byte_order_mark(content);
   line = line.substr(0, line.find_first_of("\r\n"));
   if (line.empty()) {
     throw console::InputError("The first line of the password file " + host_path +

@@ -35,9 +35,9 @@ void write_fields(std::ostream& out, engine::Fields& fields) {
 void write_indexes(std::ostream& out, engine::Indexes& indexes) {
   for (std::int32_t i = 0; i < indexes.count(); ++i) {
     const auto index = indexes.item(i);
-    out << "Index " << index->name() << " (";
+    out << "Index " << console::one_line(index->name()) << " (";
     for (std::int32_t j = 0; j < index->fields().count(); ++j) {
-      out << (j > 0 ? ", " : "") << index->fields().item(j)->name();
+      out << (j > 0 ? ", " : "") << console::one_line(index->fields().item(j)->name());
     }
     // A primary index is required anyway.
     out << ')' << (index->primary() ? " primary" : "") << (index->unique() ? " unique" : "")
@@ -47,7 +47,7 @@ void write_indexes(std::ostream& out, engine::Indexes& indexes) {
 }
 
 void write_text(std::ostream& out, engine::TableDef& table) {
-  out << table.name() << "\n\n";
+  out << console::one_line(table.name()) << "\n\n";
   write_fields(out, table.fields());
   write_indexes(out, table.indexes());
   out << '\n';

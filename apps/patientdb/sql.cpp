@@ -1,12 +1,12 @@
 #include <algorithm>
 #include <chrono>
 
+#include "apps/console/input_file.h"
 #include "apps/patientdb/command.h"
 #include "apps/patientdb/database_file.h"
 #include "apps/patientdb/sql_script.h"
 #include "apps/patientdb/value_output.h"
 #include "support/encoding.h"
-#include "support/file_system.h"
 
 namespace patientdb {
 namespace {
@@ -115,10 +115,8 @@ class ScriptProgress {
 };
 
 std::vector<ScriptStatement> read_script(const std::string& host_path) {
-  const support::FileSystem& files = support::host_file_system();
-  const std::optional<std::string> content = files.read(files.windows_path(host_path), script_limit);
-  if (!content) throw console::InputError("The script " + host_path + " cannot be read, or is larger than 256 MiB.");
-  const std::string_view text = support::without_byte_order_mark(*content);
+  const std::string content = console::read_input_file("The script", host_path, script_limit, "256 MiB");
+  const std::string_view text = support::without_byte_order_mark(content);
   if (!support::is_utf8(text)) throw console::InputError("The script " + host_path + " is not UTF-8.");
   return split_script(text);
 }

@@ -34,7 +34,7 @@ constexpr ErrorText error_texts[] = {
     {3031, "Not a valid password."},
     {3034, "You tried to commit or rollback a transaction without first beginning a transaction."},
     {3043, "Disk or network error{: |}."},
-    {3044, "The folder of the database file is not a valid path."},
+    {3044, "The folder of the database file is not a valid path: it does not exist, or is no folder."},
     {3045, "Could not use the database file; it is already in use."},
     {3051, "The database file cannot be opened: it is opened exclusively by another user, or you need permission."},
     {3058, "Index or primary key cannot contain a Null value."},

@@ -143,7 +143,8 @@ TEST_F(Batch, RefusesADamagedInstallationAndTouchesNothing) {
   const Case cases[] = {
       {{"--locale", "xx"}, "", "", 2, "no locale \"xx\""},
       {{"vantrix", "more"}, "", "", 2, "one argument too many"},
-      {{"--answers", outside_.file("none.ini")}, "", "", 2, "none.ini: the answers file cannot be read"},
+      {{"--answers", outside_.file("none.ini")}, "", "", 2, "none.ini cannot be read: there is no such file."},
+      {{"--answers", outside_.write("huge.ini", huge)}, "", "", 2, "huge.ini is too large: more than 1 MiB."},
       {{}, "vantrix.ini", "", 2, "No installation is named"},
       {{}, "vantrix.ini", binary, 2, "vantrix.ini: this is no text file"},
       {{}, "pelmar.ini", huge, 2, "pelmar.ini: too large"},

@@ -60,6 +60,22 @@ TEST(ValueOutput, ShowsEachKindInJsonAndAsACell) {
   }
 }
 
+TEST(TextTable, ShowsControlCharactersAsEscapes) {
+  struct Case {
+    std::string_view text, shown;
+  };
+  const Case cases[] = {
+      {"two\r\nlines", "two\\r\\nlines"},
+      {"\ta\x1b[2J\x7f", "\\ta\\u001b[2J\\u007f"},
+      {std::string_view("a\0b", 3), "a\\u0000b"},
+      // U+009B begins a command to the terminal as ESC [ does; U+00A0 is the first behind them.
+      {"\xC2\x80\xC2\x9B\xC2\x9F\xC2\xA0", "\\u0080\\u009b\\u009f\xC2\xA0"},
+      {"C:\\new", "C:\\new"},
+      {"a\x9B", "a\uFFFD"},
+  };
+  for (const Case& row : cases) EXPECT_EQ(console::one_line(row.text), row.shown);
+}
+
 TEST(TextTable, AlignsByCharactersAndKeepsARowOnALine) {
   console::TextTable table;
   table.add_column("Größe");
@@ -69,10 +85,10 @@ TEST(TextTable, AlignsByCharactersAndKeepsARowOnALine) {
   std::ostringstream out;
   table.write(out);
   EXPECT_EQ(out.str(),
-            "Größe            n\n"
-            "-------------  ---\n"
-            "öä               1\n"
-            "two lines [2J  100\n");
+            "Größe                    n\n"
+            "---------------------  ---\n"
+            "öä                       1\n"
+            "two\\r\\nlines\\u001b[2J  100\n");
 }
 
 }  // namespace

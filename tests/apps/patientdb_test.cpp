@@ -87,7 +87,9 @@ TEST_F(PatientDb, TellsErrorsByTheirNumberAndLeavesFilesAsTheyWere) {
       {{"create", patient}, {}, "error 3204: "},
       {{"create", patient}, no_password, "error 3204: "},
       {{"create", zero, "--empty"}, {}, "error 3204: "},
-      {{"create", missing_folder}, {}, "error 3044: "},
+      {{"create", missing_folder}, {}, "error 3044: The folder of the database file is not a valid path: it does not"},
+      {{"create", folder_.file(std::string(240, 'x'))}, {}, "error 3044: The name of the database file is too long"},
+      {{"info", folder_.file(std::string(256, 'x'))}, {}, "error 3044: The name of the database file is too long"},
       {{"create", missing_folder, "--empty"}, no_password, "error 3044: "},
       {{"info", folder_.file("missing.das")}, {}, "error 3024: "},
       {{"info", patient}, {{"PATIENTDB_PASSWORD", "another"}}, "error 3031: "},
@@ -119,6 +121,7 @@ TEST_F(PatientDb, AnswersWrongUsageWithExitCodeTwo) {
   const std::string file = plain_database();
   const std::string script = folder_.write("script.sql", "SELECT 1;");
   const std::string empty = folder_.write("empty.txt", "\n"), binary = folder_.write("binary.sql", "\xFF\xFE;");
+  const std::string large = folder_.write("large.txt", std::string(4097, 'x'));
   struct Case {
     std::vector<std::string> arguments;
     std::string message;
@@ -133,9 +136,14 @@ TEST_F(PatientDb, AnswersWrongUsageWithExitCodeTwo) {
       {{"info", ""}, "name is empty"},
       {{"sql", file}, "Something is missing"},
       {{"sql", file, "SELECT 1", "--script", script}, "one argument too many"},
-      {{"sql", file, "--script", folder_.file("none.sql")}, "none.sql cannot be read"},
+      {{"sql", file, "--script", folder_.file("none.sql")}, "none.sql cannot be read: there is no such file."},
       {{"sql", file, "--script", binary}, "binary.sql is not UTF-8"},
-      {{"info", file, "--password-file", folder_.file("none.txt")}, "none.txt cannot be read"},
+      {{"info", file, "--password-file", folder_.file("none.txt")}, "none.txt cannot be read: there is"},
+      {{"info", file, "--password-file", folder_.file("none/x.txt")},
+       "x.txt cannot be read: its folder does not exist"},
+      {{"info", file, "--password-file", folder_.path().string()}, "cannot be read: it is a folder"},
+      {{"info", file, "--password-file", large}, "large.txt is too large: more than 4 KiB"},
+      {{"sql", file, "--script", folder_.file(std::string(256, 's'))}, "s cannot be read: its name is too long"},
       {{"info", file, "--password-file", empty}, "empty.txt is empty"},
       {{"create", folder_.file("x"), "--therapy", "6"}, "--therapy takes a whole number from 1 to 5"},
       {{"create", folder_.file("x"), "--diabetes-type", ""}, "--diabetes-type takes"},

@@ -6,6 +6,7 @@
 #include <system_error>
 
 #include "database/engine/engine_error.h"
+#include "support/host_path.h"
 
 namespace engine::embedded {
 namespace {
@@ -15,8 +16,13 @@ constexpr std::string_view jet_magic{"Standard Jet DB\0", 16};
 constexpr std::size_t jet_magic_offset = 4;
 constexpr std::int64_t encrypted_page_size = 4096;
 
-std::filesystem::path file_path(const std::string& host_path) {
-  return std::filesystem::path(std::u8string(host_path.begin(), host_path.end()));
+std::filesystem::path file_path(const std::string& host_path) { return support::std_path(host_path); }
+
+/// What the engine puts beside a file: "NAME-journal".
+constexpr std::size_t ending_of_companions = 8;
+
+[[noreturn]] void raise_name_too_long() {
+  throw support::RuntimeError(3044, "The name of the database file is too long.");
 }
 
 bool folder_is_there(const std::filesystem::path& path) {
@@ -41,6 +47,7 @@ JetFileError::JetFileError()
 
 void check_place_of_file(const std::string& host_path) {
   const std::filesystem::path path = file_path(host_path);
+  if (!support::is_name_short_enough(path)) raise_name_too_long();
   std::error_code failure;
   const std::filesystem::file_type type = std::filesystem::status(path, failure).type();
   if (type == std::filesystem::file_type::regular) return;
@@ -61,6 +68,7 @@ DatabaseFile identify_database_file(std::string_view beginning, std::int64_t fil
 
 void check_place_of_new_file(const std::string& host_path) {
   const std::filesystem::path path = file_path(host_path);
+  if (!support::is_name_short_enough(path, ending_of_companions)) raise_name_too_long();
   std::error_code failure;
   if (!path.has_filename() || !folder_is_there(path)) raise(3044);
   if (std::filesystem::exists(std::filesystem::symlink_status(path, failure))) raise(3204);

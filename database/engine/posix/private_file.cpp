@@ -27,12 +27,17 @@ void create_private_file(const std::string& host_path) {
   const auto name = host_path.rfind('/') + 1;
   const std::string folder_path = name == 0 ? "." : host_path.substr(0, name);
   const Descriptor folder(open(folder_path.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
-  if (folder && is_folder_of_another_user(folder)) raise(3051);
+  if (folder && is_folder_of_another_user(folder)) {
+    throw support::RuntimeError(3051, "The database file cannot be created: its folder belongs to another user.");
+  }
   constexpr int flags = O_CREAT | O_EXCL | O_WRONLY | O_CLOEXEC;
   const Descriptor file(folder ? openat(folder.get(), host_path.c_str() + name, flags, S_IRUSR | S_IWUSR) : -1);
   if (file) return;
   if (errno == EEXIST) raise(3204);
   if (errno == ENOENT || errno == ENOTDIR) raise(3044);
+  if (errno == EACCES || errno == EPERM || errno == EROFS) {
+    throw support::RuntimeError(3051, "The database file cannot be created: its folder cannot be written to.");
+  }
   raise(3051);
 }
 

@@ -91,6 +91,18 @@ TEST_F(PosixFiles, ANewFileIsRefusedInAFolderOfAnotherUser) {
   EXPECT_TRUE(std::filesystem::is_empty(host_path("theirs")));
 }
 
+TEST_F(PosixFiles, ANewFileIsRefusedInAFolderThatCannotBeWritten) {
+  // Even the system's administrator can create nothing there.
+  const auto database = engine().create_database("\\sys\\kernel\\test.das", locale_general, version_30);
+  try {
+    add_things(*database);
+    ADD_FAILURE() << "it was created";
+  } catch (const support::RuntimeError& error) {
+    EXPECT_EQ(error.number(), 3051);
+    EXPECT_THAT(error.what(), testing::HasSubstr("its folder cannot be written to"));
+  }
+}
+
 TEST_F(PosixFiles, OpeningAFileKeepsTheLocksOfItsOtherHandles) {
   const auto first = create("test.das", "geheim");
   add_things(*first);
