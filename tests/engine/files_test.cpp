@@ -1,4 +1,5 @@
 #include <gmock/gmock.h>
+#include <sqlite3.h>
 
 #include <array>
 
@@ -96,6 +97,51 @@ TEST_F(Files, AreRefusedWhereTheyCannotBeCreatedOrOpened) {
     open("jet.mdb");
   } catch (const support::RuntimeError& error) {
     EXPECT_THAT(error.what(), HasSubstr("DAO.DBEngine.36"));
+  }
+}
+
+/// What other programs make of a password and the same cipher.
+void encrypt(const std::filesystem::path& file, const std::string& password, int page_size) {
+  sqlite3* handle = nullptr;
+  ASSERT_EQ(sqlite3_open(file.string().c_str(), &handle), SQLITE_OK);
+  const std::unique_ptr<sqlite3, int (*)(sqlite3*)> close{handle, sqlite3_close};
+  sqlite3mc_config(handle, "cipher", sqlite3mc_cipher_index("sqlcipher"));
+  sqlite3mc_config_cipher(handle, "sqlcipher", "legacy", 4);
+  sqlite3mc_config_cipher(handle, "sqlcipher", "legacy_page_size", page_size);
+  ASSERT_EQ(sqlite3_key(handle, password.data(), static_cast<int>(password.size())), SQLITE_OK);
+  ASSERT_EQ(sqlite3_exec(handle, "CREATE TABLE t (n)", nullptr, nullptr, nullptr), SQLITE_OK);
+}
+
+TEST_F(Files, OfThisCipherSayWhyTheyAreNotOpenedWithTheRightPassword) {
+  const std::string right = "geheim", twenty_one = "123456789012345678901";
+  struct Case {
+    std::string password;
+    int page_size;
+    std::string given;
+    int number;
+    const char* text;
+  };
+  const Case cases[] = {
+      {right, 1024, right, 3343, "in pages of 1024 bytes"},
+      {right, 8192, right, 3343, "in pages of 8192 bytes"},
+      {right, 65536, right, 3343, "in pages of 65536 bytes"},
+      {twenty_one, 1024, twenty_one, 3343, "in pages of 1024 bytes"},
+      {twenty_one, 4096, twenty_one, 3343, "more than 20 characters"},
+      {twenty_one, 4096, twenty_one + "x", 3031, "valid password"},
+      {right, 8192, "Geheim", 3031, "valid password"},
+  };
+  for (const Case& row : cases) {
+    encrypt(host_path(), row.password, row.page_size);
+    const std::string before = content();
+    try {
+      open("test.das", row.given);
+      ADD_FAILURE() << row.text;
+    } catch (const support::RuntimeError& error) {
+      EXPECT_EQ(error.number(), row.number) << row.page_size << ' ' << row.given;
+      EXPECT_THAT(error.what(), HasSubstr(row.text)) << row.page_size << ' ' << row.given;
+    }
+    EXPECT_EQ(content(), before);
+    std::filesystem::remove(host_path());
   }
 }
 

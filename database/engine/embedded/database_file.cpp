@@ -66,6 +66,22 @@ DatabaseFile identify_database_file(std::string_view beginning, std::int64_t fil
   return found;
 }
 
+void refuse_other_page_size(std::string_view beginning, std::int64_t file_size, std::string_view password) {
+  // Of 512 bytes the cipher would leave SQLite too few.
+  constexpr std::size_t least_page_size = 1024;
+  if (beginning.size() < least_page_size || file_size % least_page_size != 0) return;
+  if (beginning.starts_with(sqlite_magic) || !could_be_salt(beginning.substr(0, SQLCIPHER4_SALT_SIZE))) return;
+  FileSalt salt;
+  std::ranges::copy(beginning.substr(0, salt.size()), salt.begin());
+  const FileKey key{password, salt};
+  const auto* page = reinterpret_cast<const unsigned char*>(beginning.data());
+  for (std::size_t size = least_page_size; size <= beginning.size(); size *= 2) {
+    if (size == encrypted_page_size || sqlcipher4_fits_first_page(key.key().data(), page, size) == 0) continue;
+    raise(3343, "the file is encrypted in pages of " + std::to_string(size) + " bytes, and here they have " +
+                    std::to_string(encrypted_page_size));
+  }
+}
+
 void check_place_of_new_file(const std::string& host_path) {
   const std::filesystem::path path = file_path(host_path);
   if (!support::is_name_short_enough(path, ending_of_companions)) raise_name_too_long();

@@ -32,6 +32,11 @@ inline constexpr std::size_t telling_size = 32;
 /// shorter, for a shorter file.
 DatabaseFile identify_database_file(std::string_view beginning, std::int64_t file_size);
 
+/// 3343 that tells the size of the file's pages, where it is encrypted in pages of another size than ours and the
+/// password fits. `beginning`: up to most_page_size bytes, as they are on the disk.
+void refuse_other_page_size(std::string_view beginning, std::int64_t file_size, std::string_view password);
+inline constexpr std::size_t most_page_size = 65536;
+
 /// The errors of a place where a database is to be created: 3204 a file is there, 3044 no such folder.
 void check_place_of_new_file(const std::string& host_path);
 

@@ -13,9 +13,7 @@ namespace {
 
 constexpr std::size_t maximum_password_characters = 20;
 
-void check_password_length(std::string_view password) {
-  if (support::character_count(password) > maximum_password_characters) raise(3031);
-}
+bool is_too_long(std::string_view password) { return support::character_count(password) > maximum_password_characters; }
 
 /// The user version. What a key does not fit to cannot be told from what is damaged: not in the file itself, and not in
 /// the journal of a process that died, which is read before it.
@@ -50,9 +48,15 @@ std::shared_ptr<Session> Session::create(const std::string& host_path, const Con
 
 std::shared_ptr<Session> Session::open(const std::string& host_path, std::string_view password,
                                        const ConnectionOptions& options) {
-  check_password_length(password);
   std::shared_ptr<Session> session{new Session(host_path, password, options)};
-  session->connect_existing();
+  try {
+    session->connect_existing();
+  } catch (const JetFileError&) {
+    throw;
+  } catch (const support::RuntimeError& error) {
+    if (!password.empty() && (error.number() == 3031 || error.number() == 3343)) session->refuse_other_page_size();
+    throw;
+  }
   return session;
 }
 
@@ -80,6 +84,7 @@ void Session::connect_existing() {
   std::optional<FileKey> key;
   if (file.encrypted) connection_->use_key(key.emplace(password_, file.salt));
   const std::int64_t stamp = read_for_the_first_time(*connection_, file.encrypted);
+  if (key && is_too_long(password_)) raise(3343, "the file's password has more than 20 characters");
   if (key) key->remember(password_);
   if (options_.exclusive && !options_.read_only) {
     connection_->run("BEGIN EXCLUSIVE");
@@ -88,6 +93,11 @@ void Session::connect_existing() {
   identity_ = host_path_ + std::string(file.salt.begin(), file.salt.end());
   catalogue_ = known_catalogues::find(identity_, stamp);
   catalogue_at_hand();
+}
+
+void Session::refuse_other_page_size() {
+  Connection file{host_path_, options_};
+  embedded::refuse_other_page_size(file.beginning(most_page_size), file.file_size(), password_);
 }
 
 void Session::connect_new() {
@@ -280,7 +290,7 @@ const TableStatements& Session::statements_of(const TablePointer& table) {
 
 void Session::change_password(std::string_view old_password, std::string_view new_password) {
   require_open();
-  check_password_length(new_password);
+  if (is_too_long(new_password)) raise(3031);
   if (old_password != password_) raise(3031);
   if (in_transaction_) raise(3246);
   const auto is_other = [this](const Session* session) { return session != this && session->host_path_ == host_path_; };

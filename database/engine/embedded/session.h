@@ -31,7 +31,8 @@ class Session {
  public:
   /// A new file, which is not created before the first change. Raises as check_place_of_new_file() does.
   static std::shared_ptr<Session> create(const std::string& host_path, const ConnectionOptions& options);
-  /// 3031 where the password does not fit; one given for a plain file is not asked for. 3045 where the file is in use
+  /// 3031 where the password does not fit; one given for a plain file is not asked for. 3343 where it fits, but has
+  /// more than 20 characters, or the file's pages are not of our size. 3045 where the file is in use
   /// longer than the busy time; and as check_place_of_file() and identify_database_file() raise.
   static std::shared_ptr<Session> open(const std::string& host_path, std::string_view password,
                                        const ConnectionOptions& options);
@@ -90,6 +91,8 @@ class Session {
   static std::vector<Session*>& open_sessions();
 
   void connect_existing();
+  /// Raises 3343 where that is why the file could not be opened.
+  void refuse_other_page_size();
   void connect_new();
   void disconnect() noexcept;
   void finish_reading();
