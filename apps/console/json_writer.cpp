@@ -12,9 +12,9 @@ namespace {
 template <typename Number>
 std::string shortest(Number value) {
   if (!std::isfinite(value)) return "null";
-  // In full as long as that is readable.
+  // In full as long as the digits are the number's own.
   const double size = std::fabs(static_cast<double>(value));
-  const bool full = size == 0 || (size >= 1e-5 && size < 1e15);
+  const bool full = size == 0 || (size >= 1e-5 && size < (sizeof(Number) == sizeof(float) ? 1e7 : 1e15));
   std::array<char, 40> digits;
   const auto end = std::to_chars(digits.data(), digits.data() + digits.size(), value,
                                  full ? std::chars_format::fixed : std::chars_format::scientific)

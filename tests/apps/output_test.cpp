@@ -37,10 +37,11 @@ TEST(ValueOutput, ShowsEachKindInJsonAndAsACell) {
                                      {1e-6, "1e-06"},
                                      {-0.0, "0"}}) {
     EXPECT_EQ(json_of(number), text);
-    EXPECT_EQ(json_of(static_cast<float>(number)), text);
   }
   const Case cases[] = {
       {engine::Null{}, "null", ""},
+      {100000.0f, "100000", "100000"},
+      {1e15f, "1e+15", "1e+15"},
       {true, "-1", "-1"},
       {false, "0", "0"},
       {std::int32_t{-2147483647 - 1}, "-2147483648", "-2147483648"},
