@@ -37,8 +37,8 @@ class LooksTest : public WindowTest {
 
   /// Calls `look` with every control that is seen, on every page.
   template <typename Look>
-  void walk(Look look) {
-    start();
+  void walk(Look look, std::string_view command_line = "vantrix") {
+    start(command_line);
     for (;;) {
       for (const form::Control* control : wizard().seen()) look(*control);
       const std::string page = wizard().page();
@@ -48,9 +48,9 @@ class LooksTest : public WindowTest {
     }
   }
 
-  std::string cut_texts(const std::string& font) {
+  std::string cut_texts(const std::string& font, std::string_view command_line = "vantrix") {
     std::string cut;
-    walk([&](const form::Control& control) { cut += cut_text(wizard(), control, font); });
+    walk([&](const form::Control& control) { cut += cut_text(wizard(), control, font); }, command_line);
     return cut;
   }
 
@@ -90,6 +90,12 @@ TEST_F(LooksTest, NoTextIsCutWhereTextsAreFortyPerCentLonger) {
   lengthen_texts();
   EXPECT_EQ(cut_texts("Tahoma"), "");
   EXPECT_THAT(wizard().text("Command1(2)"), ::testing::StartsWith("Abbrechen Abbr"));
+}
+
+TEST_F(LooksTest, NoTextIsCutInTheProfessionalEdition) {
+  EXPECT_EQ(cut_texts("Tahoma", "vantrix Pro"), "");
+  lengthen_texts();
+  EXPECT_EQ(cut_texts("Tahoma", "vantrix Pro"), "");
 }
 
 TEST_F(LooksTest, AFontThatDoesNotExistIsReplaced) {

@@ -56,6 +56,7 @@ TEST_F(PageChangesTest, ASecondEnterSoonAfterThePageCameUpIsForTheOneBefore) {
   press_key(VK_RETURN);
   press_key(VK_RETURN);
   wizard().wait_for_page("Maßeinheit");
+  EXPECT_EQ(wizard().page(), "Maßeinheit") << "still, once it has settled";
   press_key(VK_RETURN);
   wizard().wait_for_page("PatDat");
 }
