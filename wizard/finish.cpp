@@ -14,6 +14,7 @@
 #include "support/encoding.h"
 #include "support/error.h"
 #include "wizard/drug_page.h"
+#include "wizard/finish_problems.h"
 #include "wizard/home_page.h"
 #include "wizard/new_database_path.h"
 #include "wizard/option_groups.h"
@@ -127,13 +128,13 @@ void Finish::create_database() {
   database_ = new_database_path(context_, patient_);
   if (database_.empty()) {
     writer_.problem(FinishReport::What::File, context_.config.PatientData, "patient database",
-                    "no name is free for the new database");
+                    "no name is free for the new database", reason_text::no_free_name);
     return;
   }
   if (!support::fits_cp1252(database_)) {
     // The registry could not name it: nothing would ever find the database again.
     writer_.problem(FinishReport::What::File, std::exchange(database_, ""), "patient database",
-                    "the registry cannot hold the path of this folder");
+                    "the registry cannot hold the path of this folder", reason_text::text_does_not_fit);
     return;
   }
   database_usable_ = writer_.file(database_, "patient database", [&] {
@@ -166,7 +167,8 @@ void Finish::save_patient() {
   if (!database_usable_) {
     // Its fields were not shown, or are not known now: what the pages hold must not replace them.
     if (pages_.HasCurrentDB)
-      writer_.problem(FinishReport::What::File, database_, "patient", "the database could not be read");
+      writer_.problem(FinishReport::What::File, database_, "patient", "the database could not be read",
+                      reason_text::not_read);
     return;
   }
   const database::Environment environment = context_.environment();
@@ -180,7 +182,8 @@ void Finish::save_therapy_plan() {
   const database::FileFailures failures;
   auto plan = plan_to_save();
   if (failures.any()) {
-    writer_.problem(FinishReport::What::File, database_, "therapy plan", "the newest plan could not be read");
+    writer_.problem(FinishReport::What::File, database_, "therapy plan", "the newest plan could not be read",
+                    reason_text::not_read);
     return;
   }
   if (!plan) return;

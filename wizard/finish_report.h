@@ -16,6 +16,8 @@ struct FinishReport {
     std::string value;  ///< empty for files; never the password
     bool written;
     std::string problem;  ///< empty when written
+    int error = 0;        ///< number of the error that it failed with; 0 where there was none
+    long reason = 0;      ///< number of the text that tells a user why, where the error does not
   };
   std::vector<Entry> entries;
 

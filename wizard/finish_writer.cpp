@@ -2,7 +2,9 @@
 
 #include <algorithm>
 
+#include "support/encoding.h"
 #include "support/error.h"
+#include "wizard/finish_problems.h"
 
 namespace wizard {
 
@@ -15,24 +17,33 @@ class LastSkipped {
  public:
   explicit LastSkipped(std::string_view otherwise) : reason_(otherwise) {}
   const std::string& reason() const noexcept { return reason_; }
+  int number() const noexcept { return number_; }
 
  private:
   std::string reason_;
+  int number_ = 0;
   support::SkippedStatementWatch watch_{[this](std::string_view, const support::RuntimeError& error) {
-    reason_ = "error " + std::to_string(error.number()) + ": " + error.what();
+    number_ = error.number();
+    reason_ = "error " + std::to_string(number_) + ": " + error.what();
   }};
 };
+
+bool fits_registry(std::string_view text) {
+  return support::fits_cp1252(text) && text.find('\0') == std::string_view::npos;
+}
 
 }  // namespace
 
 void FinishWriter::record(FinishReport::Entry entry) { report_.entries.push_back(std::move(entry)); }
 
 void FinishWriter::registry_value(std::string_view key, std::string_view name, std::string_view value) {
-  LastSkipped skipped{"the registry cannot hold this text"};
+  const bool fits = fits_registry(value);
+  LastSkipped skipped{fits ? "the registry cannot be written" : "the registry cannot hold this text"};
   const bool written = !previewing() && support::WriteRegString(*context_.ports.registry, support::RootKey::CurrentUser,
                                                                 key, name, value);
   record({What::RegistryValue, "HKEY_CURRENT_USER\\" + std::string(key), std::string(name), std::string(value), written,
-          written || previewing() ? "" : skipped.reason()});
+          written || previewing() ? "" : skipped.reason(), skipped.number(),
+          fits ? reason_text::registry_refuses : reason_text::text_does_not_fit});
 }
 
 void FinishWriter::ini_key(std::string_view file, std::string_view section, std::string_view key,
@@ -43,7 +54,7 @@ void FinishWriter::ini_key(std::string_view file, std::string_view section, std:
     throw support::RuntimeError(support::error_number::path_file_access, "Cannot write " + std::string(file));
   });
   record({What::IniKey, std::string(file), "[" + std::string(section) + "] " + std::string(key), std::string(value),
-          written, written || previewing() ? "" : skipped.reason()});
+          written, written || previewing() ? "" : skipped.reason(), skipped.number()});
 }
 
 bool FinishWriter::file(std::string_view path, std::string_view what, const std::function<bool()>& action) {
@@ -54,12 +65,15 @@ bool FinishWriter::file(std::string_view path, std::string_view what, const std:
   LastSkipped skipped{"could not be written"};
   bool written = false;
   support::Procedure{"wizard!FinishFile"}.step([&] { written = action(); });
-  record({What::File, std::string(path), std::string(what), "", written, written ? "" : skipped.reason()});
+  record({What::File, std::string(path), std::string(what), "", written, written ? "" : skipped.reason(),
+          skipped.number()});
   return written;
 }
 
-void FinishWriter::problem(What kind, std::string_view place, std::string_view what, std::string_view reason) {
-  record({kind, std::string(place), std::string(what), "", false, previewing() ? "" : std::string(reason)});
+void FinishWriter::problem(What kind, std::string_view place, std::string_view what, std::string_view reason,
+                           long reason_text) {
+  record({kind, std::string(place), std::string(what), "", false, previewing() ? "" : std::string(reason), 0,
+          reason_text});
 }
 
 void FinishWriter::recycle(std::string_view folder, std::string_view pattern) {
@@ -70,7 +84,7 @@ void FinishWriter::recycle(std::string_view folder, std::string_view pattern) {
   for (const std::string& name : found)
     if (std::ranges::find(moved, name) == moved.end())
       record({What::RecycledFile, std::string(folder) + name, "", "", false,
-              previewing() ? "" : "was not moved to the recycle bin"});
+              previewing() ? "" : "was not moved to the recycle bin", 0, reason_text::not_recycled});
   for (const std::string& name : moved) record({What::RecycledFile, std::string(folder) + name, "", "", true, ""});
 }
 

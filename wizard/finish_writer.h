@@ -25,8 +25,9 @@ class FinishWriter {
   /// Runs `action`, which writes `what` of a file. False where it failed; the reason is then the last statement that
   /// was passed over meanwhile. A preview does not run it and is true.
   bool file(std::string_view path, std::string_view what, const std::function<bool()>& action);
-  /// Records something that could not be done.
-  void problem(FinishReport::What kind, std::string_view place, std::string_view what, std::string_view reason);
+  /// Records something that could not be done; `reason_text` is the number of the text that tells a user why.
+  void problem(FinishReport::What kind, std::string_view place, std::string_view what, std::string_view reason,
+               long reason_text);
   /// Moves the files of a folder that match a pattern to the recycle bin, an entry each; no file, no entry.
   void recycle(std::string_view folder, std::string_view pattern);
 

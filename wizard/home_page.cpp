@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "support/encoding.h"
+#include "wizard/finish_problems.h"
 #include "wizard/home_page_slots.h"
 
 namespace wizard {
@@ -25,7 +26,9 @@ void update_home_page(const Context& context, const ChartPage& charts, FinishWri
   const std::string file = context.config.Path + "home.ini";
   const std::string section = home_page_section(context, file);
   if (section.empty()) {
-    if (!chosen.empty()) writer.problem(FinishReport::What::IniKey, file, "charts", "the file names no home page");
+    if (!chosen.empty())
+      writer.problem(FinishReport::What::IniKey, file, "charts", "the file names no home page",
+                     reason_text::no_home_page);
     return;
   }
   // Behind the chosen charts a slot is emptied of its chart, so that one that was unticked leaves the home page.

@@ -12,9 +12,11 @@
 #include "apps/ports/host_ports.h"
 #include "support/host.h"
 #include "support/win32/wide.h"
+#include "wizard/finish_problems.h"
 #include "wizard/start_up.h"
 #include "wizard/win32/assistant_window.h"
 #include "wizard/win32/com.h"
+#include "wizard/win32/problem_window.h"
 #include "wizard/win32/progress_window.h"
 #include "wizard/win32/running_wizard.h"
 #include "wizard/win32/window_user.h"
@@ -28,12 +30,11 @@ std::string program_folder() {
 }
 
 /// True where everything was written, the report included; otherwise the user has been told what is missing.
-bool conclude(const firststeps::Options& options, const wizard::frmAssistantFirstSteps& assistant,
-              wizard::UserPort& user) {
+bool conclude(HWND window, const firststeps::Options& options, const wizard::frmAssistantFirstSteps& assistant) {
   const bool reported = firststeps::write_report(options.report, assistant.report());
-  const std::string problems = firststeps::problem_message(assistant.config(), assistant.report());
+  const auto problems = wizard::finish_problems(assistant.config(), assistant.report());
   if (problems.empty()) return reported;
-  user.message_box(problems, MB_OK | MB_ICONEXCLAMATION | MB_SYSTEMMODAL, assistant.config().Productname);
+  wizard::win32::show_problems(window, assistant.config(), problems);
   return false;
 }
 
@@ -51,8 +52,8 @@ int configure(HINSTANCE instance, const firststeps::Options& options, wizard::Po
   user.set_owner(window.handle());
   progress.set_owner(window.handle(), assistant.config().Productname, assistant.config().DefaultFont);
   window.run();
-  const bool complete =
-      assistant.state() != wizard::frmAssistantFirstSteps::State::Finished || conclude(options, assistant, user);
+  const bool complete = assistant.state() != wizard::frmAssistantFirstSteps::State::Finished ||
+                        conclude(window.handle(), options, assistant);
   user.set_owner(nullptr);
   return complete ? done : not_everything_written;
 }

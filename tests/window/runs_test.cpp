@@ -9,6 +9,7 @@
 #include "support/host.h"
 #include "support/win32/wide.h"
 #include "tests/window/window_test.h"
+#include "wizard/win32/problem_window.h"
 
 namespace window_driver {
 namespace {
@@ -250,8 +251,16 @@ TEST_F(RunsTest, AFinishThatCannotWriteEverythingSaysWhatIsMissing) {
   enter_patient();
   wizard().go_to("Fertig");
   wizard().press("Command1(0)");
-  EXPECT_THAT(wizard().message(), ::testing::AllOf(::testing::HasSubstr("Nicht alles konnte gespeichert werden"),
-                                                   ::testing::HasSubstr("Müller_Jörg.das")));
+  ASSERT_TRUE(wait_until([&] { return wizard().asks(); }));
+  const HWND box = wizard().message_box(), list = GetDlgItem(box, wizard::win32::problem_list_id);
+  EXPECT_TRUE(IsWindowVisible(wizard().window())) << "the wizard is still there";
+  EXPECT_FALSE(IsWindowEnabled(wizard().window()));
+  const std::string german = "Die neue Patientendatenbank\r\nDatei oder Ordner ist schreibgeschützt";
+  EXPECT_THAT(shown_text(list), ::testing::StartsWith(german));
+  EXPECT_THAT(shown_text(list), ::testing::Not(::testing::HasSubstr("error")));
+  SendMessageW(GetDlgItem(box, wizard::win32::details_button_id), BM_CLICK, 0, 0);
+  EXPECT_THAT(shown_text(list), ::testing::AllOf(::testing::StartsWith(german), ::testing::HasSubstr("Müller_Jörg.das"),
+                                                 ::testing::HasSubstr("error ")));
   wizard().answer(IDOK);
   EXPECT_EQ(wizard().process().wait_for_end(), 1u);
   EXPECT_EQ(demo_.value(user_key, "FirstRun"), "0") << "the rest is written";

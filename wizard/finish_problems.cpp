@@ -1,0 +1,85 @@
+#include "wizard/finish_problems.h"
+
+#include <algorithm>
+#include <iterator>
+
+#include "support/common_code.h"
+
+namespace wizard {
+
+namespace {
+
+using What = FinishReport::What;
+
+constexpr long setting = 6001, home_page = 6002, other_file = 6011, toolbar = 6009;
+constexpr long see_details = 6029;
+
+/// What a file is called in the report, and to the user.
+struct FileRow {
+  std::string_view name;
+  long text;
+};
+
+constexpr FileRow file_rows[] = {
+    {"patient database", 6003}, {"laboratory definitions and preferred insulins", 6004},
+    {"patient", 6005},          {"settings", 6006},
+    {"therapy plan", 6007},     {"patient index", 6008},
+    {"charts", 6010},
+};
+
+/// Errors by number: of the engine, of files, and of the language runtime.
+struct ErrorRow {
+  int number;
+  long text;
+};
+
+constexpr ErrorRow error_rows[] = {
+    {3043, 6021}, {3026, 6021}, {61, 6021},                                        // disk error, disk full
+    {3051, 6022}, {3027, 6022}, {3044, 6022}, {70, 6022}, {75, 6022}, {76, 6022},  // no access, read only, no such path
+    {3045, 6023}, {3356, 6023}, {3006, 6023},                                      // in use elsewhere
+    {3343, 6024}, {3049, 6024},                                                    // damaged, of another program
+    {3031, 6025},                                                                  // password
+    {3204, 6033},                                                                  // there already
+};
+
+std::string name_of(const InstallationConfig& config, const FinishReport::Entry& entry) {
+  constexpr int file_name = static_cast<int>(support::PathPart::FileName);
+  if (entry.what == What::RegistryValue) return config.text(setting, {entry.name});
+  if (entry.what == What::RecycledFile) return config.text(toolbar, {support::ExtractFromPath(entry.place, file_name)});
+  const auto* row = std::ranges::find(file_rows, entry.name, &FileRow::name);
+  if (row != std::end(file_rows)) return config.text(row->text);
+  return entry.what == What::IniKey ? config.text(home_page) : config.text(other_file, {entry.place});
+}
+
+long reason_of(const FinishReport::Entry& entry) {
+  const auto* row = std::ranges::find(error_rows, entry.error, &ErrorRow::number);
+  if (row != std::end(error_rows)) return row->text;
+  return entry.reason != 0 && entry.error == 0 ? entry.reason : see_details;
+}
+
+std::string technical_line(const FinishReport::Entry& entry) {
+  std::string line = entry.place;
+  if (!entry.name.empty()) line += ", " + entry.name;
+  if (!entry.value.empty()) line += " = " + entry.value;
+  return line + ": " + entry.problem;
+}
+
+}  // namespace
+
+std::vector<FinishProblem> finish_problems(const InstallationConfig& config, const FinishReport& report) {
+  std::vector<FinishProblem> problems;
+  for (const auto& entry : report.entries) {
+    if (entry.written) continue;
+    FinishProblem problem{name_of(config, entry), config.text(reason_of(entry)), technical_line(entry)};
+    const auto same = std::ranges::find_if(problems, [&](const FinishProblem& other) {
+      return other.what == problem.what && other.reason == problem.reason;
+    });
+    if (same == problems.end())
+      problems.push_back(std::move(problem));
+    else
+      same->technical += "\r\n" + problem.technical;
+  }
+  return problems;
+}
+
+}  // namespace wizard

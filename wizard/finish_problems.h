@@ -1,0 +1,28 @@
+// What a finish could not write, in words for the user: what is missing, why, and what to do.
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "wizard/finish_report.h"
+#include "wizard/installation_config.h"
+
+namespace wizard {
+
+/// Texts that tell why something was not written, and what to do, where no error says it.
+namespace reason_text {
+inline constexpr long registry_refuses = 6026, text_does_not_fit = 6028, no_free_name = 6027, not_read = 6030,
+                      no_home_page = 6031, not_recycled = 6032;
+}  // namespace reason_text
+
+struct FinishProblem {
+  std::string what;       ///< what is missing
+  std::string reason;     ///< why, and what to do
+  std::string technical;  ///< place, value and error as programmers know them, in English
+};
+
+/// In the report's order; what is missing for the same reason and is called the same comes once, its technical lines
+/// together. Empty where everything was written.
+std::vector<FinishProblem> finish_problems(const InstallationConfig& config, const FinishReport& report);
+
+}  // namespace wizard
