@@ -97,7 +97,7 @@ void divide_by_weight(const Environment& environment, const Target& target, Plan
   constexpr double grams = 1000;
   SettingsRecord settings;
   db_GetSettings(environment, target, settings);
-  const double weight = static_cast<double>(settings.TargetWeight);
+  const auto weight = static_cast<double>(settings.TargetWeight);
   // Nobody weighs less than a kilogram: such a number is no weight in grams.
   if (weight >= grams) summary.basal_per_kilogram = summary.basal_rates[0] / (weight / grams);
 }

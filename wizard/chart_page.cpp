@@ -8,6 +8,7 @@
 #include "wizard/form_layout.h"
 #include "wizard/home_page_slots.h"
 #include "wizard/page_grid.h"
+#include "wizard/page_rows.h"
 #include "wizard/pages.h"
 
 namespace wizard {
@@ -150,8 +151,6 @@ void ChartPage::open_screenshot() {
   const std::string file = catalogue_.screenshot(context_.form.at("lblChartInfoTitle").tag());
   if (!file.empty()) context_.ports.user->open_file(file);
 }
-
-extern const Page chart_page;
 
 namespace {
 

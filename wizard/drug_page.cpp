@@ -2,6 +2,7 @@
 
 #include "support/common_code.h"
 #include "wizard/page_grid.h"
+#include "wizard/page_rows.h"
 #include "wizard/stored.h"
 
 namespace wizard {
@@ -42,7 +43,6 @@ void preset_drugs(Context& context, Pages&, const Stored& stored) { show_drugs(c
 
 }  // namespace
 
-extern const Page drug_page;
 constinit const Page drug_page{.tag = "Medikamente",
                                .shown_in = Edition::Standard,
                                .controls = drug_controls,

@@ -1,5 +1,6 @@
 // Page "Eingabe": how the diary's entries are made by default.
 #include "wizard/page_grid.h"
+#include "wizard/page_rows.h"
 
 namespace wizard {
 
@@ -30,7 +31,6 @@ constexpr OptionGroup entry_options[] = {{.order = 2,
 
 }  // namespace
 
-extern const Page entry_page;
 constinit const Page entry_page{.tag = "Eingabe",
                                 .step = "eingabe",
                                 .shown_in = Edition::Standard,

@@ -2,6 +2,7 @@
 
 #include "wizard/index_database.h"
 #include "wizard/page_grid.h"
+#include "wizard/page_rows.h"
 #include "wizard/windows_path.h"
 
 namespace wizard {
@@ -72,7 +73,6 @@ constexpr PageEvent folder_clicks[] = {{"cmdPath", click_path}};
 
 }  // namespace
 
-extern const Page folder_page;
 constinit const Page folder_page{.tag = "netpath",
                                  .shown_in = Edition::Professional,
                                  .controls = folder_controls,

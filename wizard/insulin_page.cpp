@@ -6,6 +6,7 @@
 #include "support/encoding.h"
 #include "support/harbinox.h"
 #include "wizard/page_grid.h"
+#include "wizard/page_rows.h"
 #include "wizard/pages.h"
 #include "wizard/stored.h"
 
@@ -132,7 +133,6 @@ void preset_insulins(Context&, Pages& pages, const Stored& stored) {
 
 }  // namespace
 
-extern const Page insulin_page;
 constinit const Page insulin_page{.tag = "Insulin",
                                   .shown_in = Edition::Standard,
                                   .controls = insulin_controls,

@@ -1,5 +1,6 @@
 // Page "Intro": the welcome.
 #include "wizard/page_grid.h"
+#include "wizard/page_rows.h"
 
 namespace wizard {
 
@@ -18,7 +19,6 @@ constexpr form::ControlRow intro_controls[] = {
 
 }  // namespace
 
-extern const Page intro_page;
 constinit const Page intro_page{.tag = "Intro", .step = "INtro", .shown_in = Edition::Both, .controls = intro_controls};
 
 }  // namespace wizard

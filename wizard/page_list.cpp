@@ -3,12 +3,9 @@
 #include <algorithm>
 
 #include "support/encoding.h"
+#include "wizard/page_rows.h"
 
 namespace wizard {
-
-extern const Page intro_page, folder_page, unit_page, patient_page, insulin_page, drug_page, glucose_target_page,
-    pressure_target_page, chart_page, entry_page, style_page, scheme_page, sidebar_page, start_page, navigation_tip,
-    splits_tip, statistics_tip, summary_page;
 
 namespace {
 

@@ -4,6 +4,7 @@
 #include "wizard/form/match_list.h"
 #include "wizard/option_groups.h"
 #include "wizard/page_grid.h"
+#include "wizard/page_rows.h"
 #include "wizard/pages.h"
 #include "wizard/stored.h"
 #include "wizard/therapy_kind.h"
@@ -124,7 +125,6 @@ constexpr PageEvent patient_clicks[] = {{"cbTherapie", choose_therapy}};
 
 }  // namespace
 
-extern const Page patient_page;
 constinit const Page patient_page{.tag = "PatDat",
                                   .step = "Patdat",
                                   .shown_in = Edition::Standard,

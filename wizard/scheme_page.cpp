@@ -5,6 +5,7 @@
 #include "support/user_locale.h"
 #include "wizard/form/match_list.h"
 #include "wizard/page_grid.h"
+#include "wizard/page_rows.h"
 #include "wizard/pages.h"
 
 namespace wizard {
@@ -69,7 +70,6 @@ constexpr PageEvent scheme_clicks[] = {{"cbSchema", choose_scheme}};
 
 }  // namespace
 
-extern const Page scheme_page;
 constinit const Page scheme_page{.tag = "Schema",
                                  .controls = scheme_controls,
                                  .illustration = Illustration::Therapy,

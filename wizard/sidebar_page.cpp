@@ -1,6 +1,7 @@
 // Page "sidebar": whether the diary shows its side bar.
 #include "wizard/animation.h"
 #include "wizard/page_grid.h"
+#include "wizard/page_rows.h"
 
 namespace wizard {
 
@@ -43,7 +44,6 @@ constexpr PageEvent sidebar_clicks[] = {{"optShowSideBar", choose_sidebar}};
 
 }  // namespace
 
-extern const Page sidebar_page;
 constinit const Page sidebar_page{.tag = "sidebar",
                                   .shown_in = Edition::Both,
                                   .controls = sidebar_controls,

@@ -1,6 +1,7 @@
 // Page "start": what the diary shows when it is started.
 #include "wizard/animation.h"
 #include "wizard/page_grid.h"
+#include "wizard/page_rows.h"
 
 namespace wizard {
 
@@ -33,7 +34,6 @@ void blink_start_page(Context& context) { blink(context.form, "imgStartMark"); }
 
 }  // namespace
 
-extern const Page start_page;
 constinit const Page start_page{.tag = "start",
                                 .shown_in = Edition::Professional,
                                 .controls = start_controls,

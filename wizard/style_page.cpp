@@ -1,5 +1,6 @@
 // Page "Darstellung": the style of the diary's main window.
 #include "wizard/page_grid.h"
+#include "wizard/page_rows.h"
 
 namespace wizard {
 
@@ -35,7 +36,6 @@ constexpr PageEvent style_clicks[] = {{"optDisplayStyle", choose_style}};
 
 }  // namespace
 
-extern const Page style_page;
 constinit const Page style_page{.tag = "Darstellung",
                                 .controls = style_controls,
                                 .illustration = Illustration::Therapy,

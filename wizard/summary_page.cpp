@@ -7,6 +7,7 @@
 #include "wizard/new_database_path.h"
 #include "wizard/option_groups.h"
 #include "wizard/page_grid.h"
+#include "wizard/page_rows.h"
 #include "wizard/pages.h"
 #include "wizard/patient_page.h"
 
@@ -142,7 +143,6 @@ void enter_summary(Context& context, Pages& pages) { show_summary(context, pages
 
 }  // namespace
 
-extern const Page summary_page;
 constinit const Page summary_page{.tag = "Fertig",
                                   .shown_in = Edition::Both,
                                   .controls = summary_controls,

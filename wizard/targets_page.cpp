@@ -7,6 +7,7 @@
 #include "support/user_locale.h"
 #include "wizard/option_groups.h"
 #include "wizard/page_grid.h"
+#include "wizard/page_rows.h"
 #include "wizard/pages.h"
 #include "wizard/stored.h"
 
@@ -161,7 +162,6 @@ bool leave_glucose_targets(Context&, Pages& pages) { return pages.targets.check_
 
 }  // namespace
 
-extern const Page glucose_target_page, pressure_target_page;
 constinit const Page glucose_target_page{.tag = "Therapie_BZ",
                                          .step = "Therapie_bz",
                                          .shown_in = Edition::Standard,

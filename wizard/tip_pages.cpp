@@ -3,6 +3,7 @@
 #include <charconv>
 
 #include "wizard/page_grid.h"
+#include "wizard/page_rows.h"
 
 namespace wizard {
 
@@ -113,7 +114,6 @@ void drag_statistics(Context& context) {
 
 }  // namespace
 
-extern const Page navigation_tip, splits_tip, statistics_tip;
 constinit const Page navigation_tip{.tag = "tip_navbar",
                                     .shown_in = Edition::Both,
                                     .controls = navigation_tip_controls,

@@ -1,5 +1,6 @@
 // Page "Maßeinheit": the unit of blood glucose.
 #include "wizard/page_grid.h"
+#include "wizard/page_rows.h"
 #include "wizard/pages.h"
 
 namespace wizard {
@@ -30,7 +31,6 @@ constexpr PageEvent unit_clicks[] = {{"optBGUnit", choose_unit}};
 
 }  // namespace
 
-extern const Page unit_page;
 constinit const Page unit_page{.tag = "Maßeinheit",
                                .shown_in = Edition::Both,
                                .controls = unit_controls,

@@ -68,8 +68,8 @@ DatabaseFile identify_database_file(std::string_view beginning, std::int64_t fil
 
 void refuse_other_page_size(std::string_view beginning, std::int64_t file_size, std::string_view password) {
   // Of 512 bytes the cipher would leave SQLite too few.
-  constexpr std::size_t least_page_size = 1024;
-  if (beginning.size() < least_page_size || file_size % least_page_size != 0) return;
+  constexpr std::int64_t least_page_size = 1024;
+  if (std::ssize(beginning) < least_page_size || file_size % least_page_size != 0) return;
   if (beginning.starts_with(sqlite_magic) || !could_be_salt(beginning.substr(0, SQLCIPHER4_SALT_SIZE))) return;
   FileSalt salt;
   std::ranges::copy(beginning.substr(0, salt.size()), salt.begin());

@@ -136,10 +136,10 @@ std::string format(const Value& value, std::string_view picture, WeekRule weeks)
   if (picture.size() > longest_picture) raise(pictures::error_picture);
   if (is_null(value)) return print_null(picture);
   if (picture.empty()) return plain_text(value);
-  if (const NumberName* const name = find_name<NumberName>(number_names, picture)) {
+  if (const auto* const name = find_name<NumberName>(number_names, picture)) {
     return print_named_number(value, *name);
   }
-  const DateName* const date = find_name<DateName>(date_names, picture);
+  const auto* const date = find_name<DateName>(date_names, picture);
   const pictures::Picture read = pictures::read_picture(date != nullptr ? date->picture : picture);
   if (read.kind == pictures::PictureKind::Date) return print_date_by(value, read, weeks);
   if (read.kind == pictures::PictureKind::Text) return pictures::print_text(plain_text(value), read);

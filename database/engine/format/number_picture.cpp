@@ -162,6 +162,7 @@ std::string print_number(const DecimalNumber& number, const Picture& picture) {
   const std::vector<Section>& sections = picture.sections;
   if (sections.size() > most_sections || sections.front().empty()) raise(error_picture);
   std::vector<NumberSection> known;
+  known.reserve(sections.size());
   for (const Section& section : sections) known.emplace_back(section);
   const bool own_negative = number.negative && sections.size() > 1 && !sections[1].empty();
   const bool own_zero = number.digits.empty() && sections.size() > 2 && !sections[2].empty();

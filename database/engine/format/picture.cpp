@@ -80,15 +80,12 @@ Picture read_picture(std::string_view text) {
 }
 
 void print_sign(std::string& out, const PictureCharacter& character) {
-  if (character.literal) {
-    out += character.text;
-  } else if (character.is(':')) {
+  if (!character.literal && character.is(':')) {
     out += separator_of(support::user_locale().long_time, "Hhmst");
-  } else if (character.is('/')) {
+  } else if (!character.literal && character.is('/')) {
     out += separator_of(support::user_locale().short_date, "dMy");
-  } else if (character.letter() != '\0' || is_foreign_letter(character.text)) {
-    raise(error_picture);
   } else {
+    if (!character.literal && (character.letter() != '\0' || is_foreign_letter(character.text))) raise(error_picture);
     out += character.text;
   }
 }

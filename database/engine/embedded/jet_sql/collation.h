@@ -13,7 +13,10 @@ inline constexpr const char* collation_name = "JET";
 struct CharacterWeight {
   std::uint32_t primary;
   std::uint16_t secondary;
-  friend auto operator<=>(const CharacterWeight&, const CharacterWeight&) = default;
+  friend bool operator==(const CharacterWeight&, const CharacterWeight&) = default;
+  friend bool operator<(const CharacterWeight& left, const CharacterWeight& right) {
+    return left.primary != right.primary ? left.primary < right.primary : left.secondary < right.secondary;
+  }
 };
 
 CharacterWeight weight_of_character(char32_t code) noexcept;

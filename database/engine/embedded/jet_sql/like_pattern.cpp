@@ -86,7 +86,7 @@ bool LikePattern::accepts(const Element& element, char32_t character) {
     case Element::Kind::List: {
       const CharacterWeight weight = weight_of_character(character);
       return element.negated != std::any_of(element.ranges.begin(), element.ranges.end(), [&](const Range& range) {
-               return weight >= range.from && weight <= range.until;
+               return !(weight < range.from) && !(range.until < weight);
              });
     }
     default:
