@@ -2,7 +2,9 @@
 # firststeps_test(NAME SOURCES … LIBRARIES … [DEFINITIONS …]) adds a test program NAME and its tests.
 if(CMAKE_CROSSCOMPILING)
   set(INSTALL_GTEST OFF)
-  add_subdirectory(/usr/src/googletest ${CMAKE_BINARY_DIR}/googletest EXCLUDE_FROM_ALL SYSTEM)
+  find_path(GOOGLETEST_SOURCE_DIR googletest/CMakeLists.txt PATHS /usr/src /usr/local/src PATH_SUFFIXES googletest
+    DOC "Sources of GoogleTest" NO_CMAKE_FIND_ROOT_PATH REQUIRED)
+  add_subdirectory(${GOOGLETEST_SOURCE_DIR} ${CMAKE_BINARY_DIR}/googletest EXCLUDE_FROM_ALL SYSTEM)
   # The folders of the machine that builds, as a Windows program under Wine sees them.
   set(host_drive "Z:")
 else()
