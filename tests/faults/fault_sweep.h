@@ -24,8 +24,8 @@ struct Work {
 };
 
 /// Sweeps over the points of every fault and prints how many there were: every point where the environment has
-/// FAULT_POINTS=all, else at most that many (20) of each fault, evenly spread. Failures of the checks name fault and point; a sweep
-/// ends with the first one.
+/// FAULT_POINTS=all, else at most that many (20) of each fault, evenly spread. Failures of the checks name fault and
+/// point; a sweep ends with the first one.
 void sweep(std::string_view name, const Work& work);
 
 /// Prepares and runs the work once in this process, with its approach and without a fault; what it says. The keys that
