@@ -13,12 +13,12 @@ namespace engine::embedded::jet_sql {
 namespace {
 
 /// Aliases can make a short statement long.
-constexpr std::size_t longest_text = 4 << 20;
+constexpr std::size_t longest_output = 4 << 20;
 
 }  // namespace
 
 Generator& Generator::write(std::string_view text) {
-  if (out_.size() + text.size() > longest_text) raise(error_too_complex);
+  if (out_.size() + text.size() > longest_output) raise(error_too_complex);
   out_ += text;
   return *this;
 }
