@@ -1,13 +1,13 @@
 #include "wizard/index_database.h"
 
 #include <algorithm>
+#include <optional>
 #include <string>
 #include <utility>
 #include <vector>
 
 #include "database/create_database.h"
 #include "database/index_database.h"
-#include "database/opened_target.h"
 #include "support/common_code.h"
 #include "support/file_system.h"
 #include "wizard/windows_path.h"
@@ -98,18 +98,6 @@ void tell(Context& context, const database::IndexUpgrade& upgrade, const std::ve
 }  // namespace
 
 std::string index_in(std::string_view folder) { return join_path(folder, "index.mdb"); }
-
-std::optional<support::RuntimeError> index_failure(const Context& context) {
-  const std::string& path = context.config.IndexDB;
-  if (!support::file_test(*context.ports.files, path)) return std::nullopt;
-  std::optional<support::RuntimeError> failure;
-  const support::SkippedStatementWatch watch(
-      [&failure](std::string_view, const support::RuntimeError& error) { failure = error; });
-  support::Procedure procedure{"wizard!IndexFailure"};
-  const database::OpenedTarget index(context.environment(), path, database::OpenedTarget::Access::Read);
-  if (index.get()) procedure.step([&] { index.database().open_recordset("SELECT * FROM [index] WHERE 1 = 0"); });
-  return failure;
-}
 
 void provide_index_database(Context& context) {
   if (!support::file_test(*context.ports.files, context.config.IndexDB)) bring_index_up_to_date(context);

@@ -1,7 +1,6 @@
 // The shared patient index of the professional edition, as the wizard needs it.
 #pragma once
 
-#include <optional>
 #include <string>
 #include <string_view>
 
@@ -11,9 +10,6 @@ namespace wizard {
 
 /// Path of the index in a folder of patients.
 std::string index_in(std::string_view folder);
-
-/// Why the index that is there cannot be used; nothing where it can, and where there is none. Only looks at it.
-std::optional<support::RuntimeError> index_failure(const Context& context);
 
 /// Start-up: where the file is missing it is created and brought to the current layout; one that is there is left
 /// alone.
