@@ -12,25 +12,22 @@ else()
   set(sqlite3mc_dir ${sqlite3mc_package}/deps/sqlite3)
 endif()
 
-# The cipher's file layer takes every read that fails for one that succeeded, unless the file was too short: what then is
-# decrypted, or taken for the salt of a new file, is whatever the memory held. Here it hands the error on.
+# The amalgamation is patched by git, which fails where the patch does not fit. Reading and writing the file makes its line ends
+# plain ones first.
+find_package(Git REQUIRED)
 set(patched_dir ${CMAKE_BINARY_DIR}/sqlite3mc)
-set_property(DIRECTORY APPEND PROPERTY CMAKE_CONFIGURE_DEPENDS ${sqlite3mc_dir}/sqlite3.c)
+set(patch ${CMAKE_SOURCE_DIR}/cmake/sqlite3mc_failed_reads.patch)
+set_property(DIRECTORY APPEND PROPERTY CMAKE_CONFIGURE_DEPENDS ${sqlite3mc_dir}/sqlite3.c ${patch})
 file(READ ${sqlite3mc_dir}/sqlite3.c amalgamation)
-string(REGEX REPLACE
-  "(xRead\\(REALFILE\\(pFile\\), [^;]*;[ \r\n]*if \\(rc )== SQLITE_IOERR_SHORT_READ" "\\1!= SQLITE_OK"
-  patched "${amalgamation}")
-set(returned_errors "if \\(rc != SQLITE_OK\\)[ \r\n]*{[ \r\n]*return rc")
-string(REGEX MATCHALL ${returned_errors} before "${amalgamation}")
-string(REGEX MATCHALL ${returned_errors} after "${patched}")
-list(LENGTH before before)
-list(LENGTH after after)
-math(EXPR patched_reads "${after} - ${before}")
-if(NOT patched_reads EQUAL 2)
-  message(FATAL_ERROR "The cipher's file layer is not the one known here: ${patched_reads} reads instead of 2")
+file(WRITE ${patched_dir}/new/sqlite3.c "${amalgamation}")
+# The ceiling keeps git from taking the folder for a part of our repository, where it would pass the file over.
+execute_process(
+  COMMAND ${CMAKE_COMMAND} -E env GIT_CEILING_DIRECTORIES=${patched_dir} ${GIT_EXECUTABLE} apply ${patch}
+  WORKING_DIRECTORY ${patched_dir}/new RESULT_VARIABLE patch_result)
+if(NOT patch_result EQUAL 0)
+  message(FATAL_ERROR "${patch} does not fit the amalgamation in ${sqlite3mc_dir}")
 endif()
-file(WRITE ${patched_dir}/sqlite3.c.new "${patched}")
-configure_file(${patched_dir}/sqlite3.c.new ${patched_dir}/sqlite3.c COPYONLY)
+configure_file(${patched_dir}/new/sqlite3.c ${patched_dir}/sqlite3.c COPYONLY)
 
 # Our C file includes the amalgamation and opens its key derivation.
 add_library(sqlite3mc STATIC ${CMAKE_SOURCE_DIR}/database/engine/embedded/key_derivation.c)
