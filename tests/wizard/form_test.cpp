@@ -4,6 +4,9 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <map>
+#include <string>
+
 #include "support/error.h"
 #include "wizard/form/apply_texts.h"
 #include "wizard/form/match_list.h"
@@ -16,6 +19,9 @@ using form::Control;
 using form::Form;
 using form::Kind;
 using ::testing::ElementsAre;
+using ::testing::IsEmpty;
+using ::testing::MatchesRegex;
+using ::testing::Not;
 
 class Recorder : public form::FormObserver {
  public:
@@ -197,13 +203,20 @@ TEST(TheLayout, LaysNoTwoControlsOverEachOther) {
   }
 }
 
-TEST(TheLayout, HasAHeadingAndASentenceOnEveryPage) {
+TEST(TheLayout, HasAHeadingOfItsOwnAndASentenceOnEveryPage) {
   Form form;
   wizard::build_form(form);
+  std::map<std::string, int> pages_by_heading;
   for (int n = 0; n < static_cast<int>(wizard::all_pages().size()); ++n) {
-    EXPECT_EQ(form.at("contstep", n).tag(), wizard::all_pages()[static_cast<std::size_t>(n)]->tag);
-    EXPECT_EQ(form.at("lblPurpose", n).parent(), &form.at("contstep", n));
-    EXPECT_EQ((n == 0 ? form.at("Label2") : form.at("lblHeading", n)).parent(), &form.at("contstep", n));
+    const Control& page = form.at("contstep", n);
+    const Control& heading = n == 0 ? form.at("Label2") : form.at("lblHeading", n);
+    const Control& purpose = form.at("lblPurpose", n);
+    EXPECT_EQ(heading.parent(), &page);
+    EXPECT_EQ(purpose.parent(), &page);
+    const auto [other, is_new] = pages_by_heading.try_emplace(heading.caption(), n);
+    EXPECT_TRUE(is_new) << "pages " << other->second << " and " << n << " are both named " << heading.caption();
+    EXPECT_THAT(heading.caption(), Not(IsEmpty())) << n;
+    EXPECT_THAT(purpose.caption(), MatchesRegex("[^ ].* .*[.?!:]")) << n;
   }
 }
 
