@@ -10,6 +10,7 @@
 #include "wizard/form/apply_texts.h"
 #include "wizard/form/progress_colour.h"
 #include "wizard/form_layout.h"
+#include "wizard/gather_choices.h"
 #include "wizard/page_list.h"
 #include "wizard/pages.h"
 #include "wizard/presets.h"
@@ -93,7 +94,7 @@ void frmAssistantFirstSteps::Run::show_page(const Page* page) {
 }
 
 void frmAssistantFirstSteps::Run::finish() {
-  report = apply_configuration(context, pages, FinishWriter::Mode::Write);
+  report = apply_configuration(context, gather_choices(context, pages), FinishWriter::Mode::Write);
   state = State::Finished;
 }
 
@@ -182,7 +183,7 @@ frmAssistantFirstSteps::State frmAssistantFirstSteps::state() const noexcept { r
 const FinishReport& frmAssistantFirstSteps::report() const noexcept { return run_->report; }
 
 FinishReport frmAssistantFirstSteps::preview() const {
-  return apply_configuration(run_->context, run_->pages, FinishWriter::Mode::Preview);
+  return apply_configuration(run_->context, gather_choices(run_->context, run_->pages), FinishWriter::Mode::Preview);
 }
 
 }  // namespace wizard

@@ -10,6 +10,7 @@
 #include "wizard/page_grid.h"
 #include "wizard/page_rows.h"
 #include "wizard/pages.h"
+#include "wizard/summary_lines.h"
 
 namespace wizard {
 
@@ -188,6 +189,18 @@ void enter_charts(Context&, Pages& pages) {
   steps.mark_built(steps.current());
 }
 
+void gather_charts(const Context&, const Pages& pages, Choices& choices) {
+  for (const form::Control* option : pages.charts.options())
+    choices.charts.push_back({option->tag(), option->tooltip(), option->value() != 0});
+}
+
+std::vector<std::string> sum_up_charts(const Context& context, const Choices& choices) {
+  std::vector<std::string> titles;
+  for (const ChartChoice& chart : choices.charts)
+    if (chart.chosen) titles.push_back(chart.title.empty() ? chart.key : chart.title);
+  return {context.config.text(4841, {named_list(context, titles)})};
+}
+
 void choose_chart(Context&, Pages& pages, int option) { pages.charts.click(option); }
 void view_chart(Context&, Pages& pages, int) { pages.charts.open_screenshot(); }
 void scroll_charts(Context&, Pages& pages, int) { pages.charts.scroll(); }
@@ -204,6 +217,8 @@ constinit const Page chart_page{.tag = "Pics",
                                 .clicks = chart_clicks,
                                 .changes = chart_changes,
                                 .preset = preset_charts,
-                                .enter = enter_charts};
+                                .enter = enter_charts,
+                                .gather = gather_charts,
+                                .summary = sum_up_charts};
 
 }  // namespace wizard

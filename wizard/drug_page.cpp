@@ -1,9 +1,13 @@
 #include "wizard/drug_page.h"
 
+#include <algorithm>
+
 #include "support/common_code.h"
 #include "wizard/page_grid.h"
 #include "wizard/page_rows.h"
+#include "wizard/pages.h"
 #include "wizard/stored.h"
+#include "wizard/summary_lines.h"
 
 namespace wizard {
 
@@ -41,6 +45,18 @@ constexpr TextLimit drug_limits[] = {{"txtMedik", 100}};
 
 void preset_drugs(Context& context, Pages&, const Stored& stored) { show_drugs(context, stored.drugs); }
 
+void gather_drug_page(const Context& context, const Pages& pages, Choices& choices) {
+  if (pages.steps.offers(drug_page.tag)) std::ranges::copy(gather_drugs(context.form), choices.therapy.drugs.begin());
+}
+
+std::vector<std::string> sum_up_drugs(const Context& context, const Choices& choices) {
+  std::vector<std::string> names(3);
+  for (const database::PlanItem& item : choices.plan.items)
+    if (item.ItemType >= database::plan_item::drug_first && item.ItemType <= database::plan_item::drug_last)
+      names[static_cast<std::size_t>(item.ItemType - database::plan_item::drug_first)] = item.desc;
+  return {context.config.text(4840, {named_list(context, names)})};
+}
+
 }  // namespace
 
 constinit const Page drug_page{.tag = "Medikamente",
@@ -48,6 +64,8 @@ constinit const Page drug_page{.tag = "Medikamente",
                                .controls = drug_controls,
                                .illustration = Illustration::Medicines,
                                .limits = drug_limits,
-                               .preset = preset_drugs};
+                               .preset = preset_drugs,
+                               .gather = gather_drug_page,
+                               .summary = sum_up_drugs};
 
 }  // namespace wizard

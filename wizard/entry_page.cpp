@@ -1,6 +1,7 @@
 // Page "Eingabe": how the diary's entries are made by default.
 #include "wizard/page_grid.h"
 #include "wizard/page_rows.h"
+#include "wizard/summary_lines.h"
 
 namespace wizard {
 
@@ -29,6 +30,10 @@ constexpr OptionGroup entry_options[] = {{.order = 2,
                                           .controls = "optDataEntry",
                                           .words = {"EDIT_DIARY", "EDIT_QUICKENTRY", "EDIT_LOG"}}};
 
+std::vector<std::string> sum_up_entry(const Context& context, const Choices& choices) {
+  return option_line(context, choices, 4842, "optDataEntry");
+}
+
 }  // namespace
 
 constinit const Page entry_page{.tag = "Eingabe",
@@ -36,6 +41,7 @@ constinit const Page entry_page{.tag = "Eingabe",
                                 .shown_in = Edition::Standard,
                                 .controls = entry_controls,
                                 .illustration = Illustration::Therapy,
-                                .options = entry_options};
+                                .options = entry_options,
+                                .summary = sum_up_entry};
 
 }  // namespace wizard

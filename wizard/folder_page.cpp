@@ -3,6 +3,7 @@
 #include "wizard/index_database.h"
 #include "wizard/page_grid.h"
 #include "wizard/page_rows.h"
+#include "wizard/summary_lines.h"
 #include "wizard/windows_path.h"
 
 namespace wizard {
@@ -69,6 +70,11 @@ constexpr form::ControlRow folder_controls[] = {
 void preset_folder(Context& context, Pages&, const Stored&) { show_folder(context); }
 void click_path(Context& context, Pages&, int button) { choose_folder(context, button); }
 
+/// No value of the registry holds the folder that is chosen in the professional edition.
+std::vector<std::string> sum_up_folder(const Context& context, const Choices& choices) {
+  return {context.config.text(context.config.ProEdition ? 4854 : 4849, {choices.folder})};
+}
+
 constexpr PageEvent folder_clicks[] = {{"cmdPath", click_path}};
 
 }  // namespace
@@ -77,6 +83,7 @@ constinit const Page folder_page{.tag = "netpath",
                                  .shown_in = Edition::Professional,
                                  .controls = folder_controls,
                                  .clicks = folder_clicks,
-                                 .preset = preset_folder};
+                                 .preset = preset_folder,
+                                 .summary = sum_up_folder};
 
 }  // namespace wizard

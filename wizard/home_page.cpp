@@ -11,18 +11,19 @@ namespace wizard {
 namespace {
 
 /// A chart that was offered and is not chosen. A slot with a chart that this program does not know keeps it.
-bool is_unticked(const ChartPage& charts, std::string_view slot) {
+bool is_unticked(const std::vector<ChartChoice>& charts, std::string_view slot) {
   const std::string chart = chart_in_slot(slot);
-  return std::ranges::any_of(charts.options(), [&](const form::Control* option) {
-    return support::equal_ignoring_case(option->tag(), chart);
-  });
+  return std::ranges::any_of(charts,
+                             [&](const ChartChoice& one) { return support::equal_ignoring_case(one.key, chart); });
 }
 
 }  // namespace
 
-void update_home_page(const Context& context, const ChartPage& charts, FinishWriter& writer) {
-  if (charts.options().empty()) return;
-  const auto chosen = charts.chosen();
+void update_home_page(const Context& context, const std::vector<ChartChoice>& charts, FinishWriter& writer) {
+  if (charts.empty()) return;
+  std::vector<std::string> chosen;
+  for (const ChartChoice& chart : charts)
+    if (chart.chosen) chosen.push_back(chart.key);
   const std::string file = context.config.Path + "home.ini";
   const std::string section = home_page_section(context, file);
   if (section.empty()) {
@@ -38,7 +39,7 @@ void update_home_page(const Context& context, const ChartPage& charts, FinishWri
     const std::string slot = context.ini_value(file, section, entry);
     const auto chart = static_cast<std::size_t>(n - 1);
     if (chart < chosen.size())
-      writer.ini_key(file, section, entry, slot_with_chart(slot, chosen[chart]->tag()));
+      writer.ini_key(file, section, entry, slot_with_chart(slot, chosen[chart]));
     else if (is_unticked(charts, slot))
       writer.ini_key(file, section, entry, slot_with_chart(slot, ""));
   }

@@ -9,6 +9,7 @@
 #include "wizard/page_rows.h"
 #include "wizard/pages.h"
 #include "wizard/stored.h"
+#include "wizard/summary_lines.h"
 
 namespace wizard {
 
@@ -131,6 +132,18 @@ void preset_insulins(Context&, Pages& pages, const Stored& stored) {
   pages.insulin.show(stored.usual, stored.newest);
 }
 
+void gather_insulins(const Context&, const Pages& pages, Choices& choices) {
+  if (pages.steps.offers(insulin_page.tag)) choices.therapy.insulins = pages.insulin.insulins();
+}
+
+std::vector<std::string> sum_up_insulins(const Context& context, const Choices& choices) {
+  std::vector<std::string> names(5);
+  for (const database::PlanItem& item : choices.plan.items)
+    if (item.ItemType >= database::plan_item::bolus && item.ItemType <= database::plan_item::pump)
+      names[static_cast<std::size_t>(item.ItemType)] = database::insulin_name(item.desc);
+  return {context.config.text(4839, {named_list(context, names)})};
+}
+
 }  // namespace
 
 constinit const Page insulin_page{.tag = "Insulin",
@@ -138,6 +151,8 @@ constinit const Page insulin_page{.tag = "Insulin",
                                   .controls = insulin_controls,
                                   .illustration = Illustration::Insulin,
                                   .limits = insulin_limits,
-                                  .preset = preset_insulins};
+                                  .preset = preset_insulins,
+                                  .gather = gather_insulins,
+                                  .summary = sum_up_insulins};
 
 }  // namespace wizard

@@ -40,9 +40,9 @@ void preset_options(Context& context) {
   }
 }
 
-std::string_view chosen_word(const form::Form& form, const OptionGroup& group) {
+int written_option(const form::Form& form, const OptionGroup& group) {
   const int chosen = chosen_option(form, group.controls);
-  return group.words[static_cast<std::size_t>(chosen < 0 ? group.default_option : chosen)];
+  return chosen < 0 ? group.default_option : chosen;
 }
 
 }  // namespace wizard

@@ -33,7 +33,7 @@ std::vector<const OptionGroup*> option_groups();
 /// Chooses in every group the option that the registry names.
 void preset_options(Context& context);
 
-/// The word of the chosen option, or of the default one where none is chosen.
-std::string_view chosen_word(const form::Form& form, const OptionGroup& group);
+/// The option whose word is written: the chosen one, or the default one where none is chosen.
+int written_option(const form::Form& form, const OptionGroup& group);
 
 }  // namespace wizard

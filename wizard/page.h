@@ -6,6 +6,7 @@
 #include <span>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "wizard/context.h"
 #include "wizard/form/form.h"
@@ -13,6 +14,7 @@
 
 namespace wizard {
 
+struct Choices;
 struct Pages;
 struct Stored;
 
@@ -69,6 +71,10 @@ struct Page {
   void (*enter)(Context& context, Pages& pages) = nullptr;
   /// False, after saying why, where the page may not be left yet.
   bool (*leave)(Context& context, Pages& pages) = nullptr;
+  /// Puts what the page holds, beside its options, over what is stored.
+  void (*gather)(const Context& context, const Pages& pages, Choices& choices) = nullptr;
+  /// Lines of the last page; they read the record and, for captions, the form.
+  std::vector<std::string> (*summary)(const Context& context, const Choices& choices) = nullptr;
 };
 
 }  // namespace wizard

@@ -27,6 +27,10 @@ const Page* find_page(std::string_view step) {
   return match == std::end(pages_in_order) ? nullptr : *match;
 }
 
+int page_index(const Page& page) {
+  return static_cast<int>(std::ranges::find(pages_in_order, &page) - std::begin(pages_in_order));
+}
+
 std::string default_steps(bool professional) {
   const auto edition = static_cast<unsigned>(professional ? Edition::Professional : Edition::Standard);
   std::string steps;

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "wizard/chart_page.h"
+#include "wizard/choices.h"
 #include "wizard/insulin_page.h"
 #include "wizard/scheme_page.h"
 #include "wizard/step_list.h"
@@ -15,6 +16,8 @@ struct Pages {
   StepList steps;
   bool HasCurrentDB = false;   ///< a database was known at start-up; always true in the professional edition
   bool database_read = false;  ///< that database could be read, so the pages show what it holds
+  std::optional<support::RuntimeError> database_failure = {};  ///< why it could not be
+  StoredNow stored;                                            ///< what it held at the start
   TargetsPage targets;
   InsulinPage insulin;
   ChartPage charts;

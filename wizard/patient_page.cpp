@@ -7,6 +7,7 @@
 #include "wizard/page_rows.h"
 #include "wizard/pages.h"
 #include "wizard/stored.h"
+#include "wizard/summary_lines.h"
 #include "wizard/therapy_kind.h"
 
 namespace wizard {
@@ -119,6 +120,36 @@ void preset_patient(Context& context, Pages& pages, const Stored& stored) {
 }
 
 bool leave_patient(Context& context, Pages&) { return check_patient(context); }
+void gather_patient_page(const Context& context, const Pages&, Choices& choices) {
+  gather_patient(context.form, choices.patient);
+}
+
+/// The text that the list shows for a number; that nothing is given for one that it does not have.
+std::string entry_text(const Context& context, const NumberedList& list, std::int16_t number) {
+  const bool known = number >= 1 && number <= list.entries;
+  return context.config.text(known ? list.first_text + number - 1 : nothing_chosen);
+}
+
+std::string database_line(const Context& context, const Choices& choices) {
+  if (!choices.new_database) return context.config.text(4848, {choices.database});
+  return context.config.text(choices.database.empty() ? 4851 : 4847, {choices.database});
+}
+
+std::vector<std::string> sum_up_patient(const Context& context, const Choices& choices) {
+  const database::PatientRecord& patient = choices.patient;
+  const InstallationConfig& config = context.config;
+  std::string city = support::trim(patient.zip + " " + patient.city), address = patient.street;
+  if (!address.empty() && !city.empty()) address += ", ";
+  address += city;
+  const form::Control* gender = context.form.find("optGender", patient.gender);
+  return {config.text(4831, {patient.firstname + " " + patient.name}),
+          config.text(4852, {address.empty() ? config.text(nothing_chosen) : address}),
+          config.text(4853, {gender ? plain_caption(gender->caption()) : config.text(nothing_chosen)}),
+          config.text(4832, {entry_text(context, lists[0], patient.typ)}),
+          config.text(4833, {entry_text(context, lists[1], patient.therapy)}),
+          database_line(context, choices)};
+}
+
 void choose_therapy(Context& context, Pages& pages, int) { choose_therapy_kind(context, pages.steps); }
 
 constexpr PageEvent patient_clicks[] = {{"cbTherapie", choose_therapy}};
@@ -132,6 +163,8 @@ constinit const Page patient_page{.tag = "PatDat",
                                   .limits = patient_limits,
                                   .clicks = patient_clicks,
                                   .preset = preset_patient,
-                                  .leave = leave_patient};
+                                  .leave = leave_patient,
+                                  .gather = gather_patient_page,
+                                  .summary = sum_up_patient};
 
 }  // namespace wizard

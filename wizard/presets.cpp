@@ -68,7 +68,9 @@ Stored read_stored(Context& context, Pages& pages) {
   std::unique_ptr<engine::Database> known;
   const std::string& path = context.config.CurrentDB;
   const database::FileFailures failures;
-  procedure.step([&] { database::OpenPatientDatabase(context.environment(), path, true, false, engine, known); });
+  support::RuntimeError failure{0, ""};
+  procedure.step(
+      [&] { database::OpenPatientDatabase(context.environment(), path, true, false, engine, known, &failure); });
   procedure.step([&] { stored.settings = preferred_settings(context); });
   procedure.step([&] {
     if (known)
@@ -77,6 +79,10 @@ Stored read_stored(Context& context, Pages& pages) {
       stored.insulins = offered_insulins(context, context.config.LookupDB);
   });
   pages.database_read = known != nullptr && !failures.any();
+  if (failures.any())
+    pages.database_failure = failures.first();
+  else if (!known && !path.empty())
+    pages.database_failure = failure;
   return stored;
 }
 
@@ -97,6 +103,11 @@ void build_and_preset(Context& context, Pages& pages) {
   procedure.step([&] { build_steps(context, pages); });
   procedure.step([&] { preset_options(context); });
   const Stored stored = read_stored(context, pages);
+  pages.stored.patient = stored.patient;
+  pages.stored.settings = stored.settings;
+  pages.stored.usable = pages.database_read;
+  pages.stored.settings_read = true;
+  if (stored.newest.id != 0) pages.stored.newest = stored.newest;
   for (const Page* page : all_pages())
     if (page->preset) procedure.step([&] { page->preset(context, pages, stored); });
 }

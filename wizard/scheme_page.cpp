@@ -7,6 +7,7 @@
 #include "wizard/page_grid.h"
 #include "wizard/page_rows.h"
 #include "wizard/pages.h"
+#include "wizard/summary_lines.h"
 
 namespace wizard {
 
@@ -41,11 +42,10 @@ void SchemePage::show_description() {
   description.set_caption(text);
 }
 
-std::optional<std::int32_t> SchemePage::changed_scheme() const {
+std::optional<SchemeChoice> SchemePage::choice() const {
   const form::Control& box = context_.form.at("cbSchema");
-  const std::int32_t scheme = box.selected_item_data();
-  if (box.list_index() < 0 || stored_ == scheme) return std::nullopt;
-  return scheme;
+  if (box.list_index() < 0) return std::nullopt;
+  return SchemeChoice{box.selected_item_data(), box.text(), stored_ != box.selected_item_data()};
 }
 
 namespace {
@@ -66,6 +66,12 @@ constexpr form::ControlRow scheme_controls[] = {
 void preset_scheme(Context&, Pages& pages, const Stored&) { pages.scheme.fill(); }
 void choose_scheme(Context&, Pages& pages, int) { pages.scheme.show_description(); }
 
+void gather_scheme(const Context&, const Pages& pages, Choices& choices) { choices.scheme = pages.scheme.choice(); }
+
+std::vector<std::string> sum_up_scheme(const Context& context, const Choices& choices) {
+  return {context.config.text(4844, {named_list(context, {choices.scheme ? choices.scheme->name : ""})})};
+}
+
 constexpr PageEvent scheme_clicks[] = {{"cbSchema", choose_scheme}};
 
 }  // namespace
@@ -74,6 +80,8 @@ constinit const Page scheme_page{.tag = "Schema",
                                  .controls = scheme_controls,
                                  .illustration = Illustration::Therapy,
                                  .clicks = scheme_clicks,
-                                 .preset = preset_scheme};
+                                 .preset = preset_scheme,
+                                 .gather = gather_scheme,
+                                 .summary = sum_up_scheme};
 
 }  // namespace wizard

@@ -1,11 +1,11 @@
 // Page "Schema": the therapy scheme and its description, from the scheme file beside the program.
 #pragma once
 
-#include <cstdint>
 #include <optional>
 #include <string>
 #include <vector>
 
+#include "wizard/choices.h"
 #include "wizard/context.h"
 
 namespace wizard {
@@ -19,8 +19,8 @@ class SchemePage {
   void fill();
   /// Shows the description of the selected scheme (`cbSchema` Click); nothing where none is selected.
   void show_description();
-  /// Identifier of the selected scheme where it is another one than at start-up.
-  std::optional<std::int32_t> changed_scheme() const;
+  /// The selected scheme; nothing where none is.
+  std::optional<SchemeChoice> choice() const;
 
  private:
   std::string file() const { return context_.config.own_folder + "schemes.txt"; }

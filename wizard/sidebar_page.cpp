@@ -2,6 +2,7 @@
 #include "wizard/animation.h"
 #include "wizard/page_grid.h"
 #include "wizard/page_rows.h"
+#include "wizard/summary_lines.h"
 
 namespace wizard {
 
@@ -42,6 +43,10 @@ void blink_sidebar(Context& context) { blink(context.form, "imgSidebarMark"); }
 
 constexpr PageEvent sidebar_clicks[] = {{"optShowSideBar", choose_sidebar}};
 
+std::vector<std::string> sum_up_sidebar(const Context& context, const Choices& choices) {
+  return option_line(context, choices, 4845, "optShowSideBar");
+}
+
 }  // namespace
 
 constinit const Page sidebar_page{.tag = "sidebar",
@@ -51,6 +56,7 @@ constinit const Page sidebar_page{.tag = "sidebar",
                                   .options = sidebar_options,
                                   .clicks = sidebar_clicks,
                                   .animation = {600, blink_sidebar},
-                                  .preset = preset_sidebar};
+                                  .preset = preset_sidebar,
+                                  .summary = sum_up_sidebar};
 
 }  // namespace wizard

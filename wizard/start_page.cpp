@@ -2,6 +2,7 @@
 #include "wizard/animation.h"
 #include "wizard/page_grid.h"
 #include "wizard/page_rows.h"
+#include "wizard/summary_lines.h"
 
 namespace wizard {
 
@@ -32,6 +33,10 @@ constexpr PagePicture start_pictures[] = {{"imgStart", 0, "start"}, {"imgStartMa
 
 void blink_start_page(Context& context) { blink(context.form, "imgStartMark"); }
 
+std::vector<std::string> sum_up_start(const Context& context, const Choices& choices) {
+  return option_line(context, choices, 4846, "optShowStart");
+}
+
 }  // namespace
 
 constinit const Page start_page{.tag = "start",
@@ -39,6 +44,7 @@ constinit const Page start_page{.tag = "start",
                                 .controls = start_controls,
                                 .pictures = start_pictures,
                                 .options = start_options,
-                                .animation = {600, blink_start_page}};
+                                .animation = {600, blink_start_page},
+                                .summary = sum_up_start};
 
 }  // namespace wizard

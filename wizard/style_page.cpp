@@ -1,6 +1,7 @@
 // Page "Darstellung": the style of the diary's main window.
 #include "wizard/page_grid.h"
 #include "wizard/page_rows.h"
+#include "wizard/summary_lines.h"
 
 namespace wizard {
 
@@ -34,6 +35,10 @@ void choose_style(Context& context, Pages& pages, int) { show_style_preview(cont
 
 constexpr PageEvent style_clicks[] = {{"optDisplayStyle", choose_style}};
 
+std::vector<std::string> sum_up_style(const Context& context, const Choices& choices) {
+  return option_line(context, choices, 4843, "optDisplayStyle");
+}
+
 }  // namespace
 
 constinit const Page style_page{.tag = "Darstellung",
@@ -43,6 +48,7 @@ constinit const Page style_page{.tag = "Darstellung",
                                 .options = style_options,
                                 .clicks = style_clicks,
                                 .preset = preset_style,
-                                .enter = show_style_preview};
+                                .enter = show_style_preview,
+                                .summary = sum_up_style};
 
 }  // namespace wizard

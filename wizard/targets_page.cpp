@@ -3,13 +3,13 @@
 #include <algorithm>
 
 #include "support/common_code.h"
-#include "support/harbinox.h"
 #include "support/user_locale.h"
 #include "wizard/option_groups.h"
 #include "wizard/page_grid.h"
 #include "wizard/page_rows.h"
 #include "wizard/pages.h"
 #include "wizard/stored.h"
+#include "wizard/summary_lines.h"
 
 namespace wizard {
 
@@ -26,9 +26,7 @@ std::string with_separator(std::string text) {
 
 /// What a field is called on the page.
 std::string field_name(const form::Control& label) {
-  std::string name = label.caption().substr(0, label.caption().rfind(':'));
-  support::replace(name, "&", "");
-  return name;
+  return plain_caption(label.caption().substr(0, label.caption().rfind(':')));
 }
 
 }  // namespace
@@ -159,6 +157,18 @@ void preset_targets(Context& context, Pages& pages, const Stored& stored) {
 }
 
 bool leave_glucose_targets(Context&, Pages& pages) { return pages.targets.check_glucose(); }
+void gather_targets(const Context&, const Pages& pages, Choices& choices) { pages.targets.gather(choices.settings); }
+
+std::vector<std::string> sum_up_glucose(const Context& context, const Choices& choices) {
+  const GlucoseUnit unit{static_cast<std::int16_t>(choices.option("optBGUnit"))};
+  const auto shown = [&](std::size_t field) { return shown_value(choices.settings.*target_members[field], unit); };
+  return {context.config.text(4835, {shown(0), shown(1), shown(2), shown(3), unit_caption(unit)})};
+}
+
+std::vector<std::string> sum_up_pressure(const Context& context, const Choices& choices) {
+  const auto shown = [&](std::size_t field) { return std::to_string(choices.settings.*target_members[field]); };
+  return {context.config.text(4838, {shown(4), shown(5), shown(6), shown(7)})};
+}
 
 }  // namespace
 
@@ -169,11 +179,14 @@ constinit const Page glucose_target_page{.tag = "Therapie_BZ",
                                          .illustration = Illustration::Therapy,
                                          .limits = target_limits,
                                          .preset = preset_targets,
-                                         .leave = leave_glucose_targets};
+                                         .leave = leave_glucose_targets,
+                                         .gather = gather_targets,
+                                         .summary = sum_up_glucose};
 constinit const Page pressure_target_page{.tag = "Therapie_BP",
                                           .step = "Therapie_bp",
                                           .shown_in = Edition::Standard,
                                           .controls = pressure_target_controls,
-                                          .illustration = Illustration::Therapy};
+                                          .illustration = Illustration::Therapy,
+                                          .summary = sum_up_pressure};
 
 }  // namespace wizard

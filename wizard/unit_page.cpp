@@ -2,6 +2,7 @@
 #include "wizard/page_grid.h"
 #include "wizard/page_rows.h"
 #include "wizard/pages.h"
+#include "wizard/summary_lines.h"
 
 namespace wizard {
 
@@ -29,6 +30,10 @@ void choose_unit(Context&, Pages& pages, int option) {
 
 constexpr PageEvent unit_clicks[] = {{"optBGUnit", choose_unit}};
 
+std::vector<std::string> sum_up_unit(const Context& context, const Choices& choices) {
+  return option_line(context, choices, 4834, "optBGUnit");
+}
+
 }  // namespace
 
 constinit const Page unit_page{.tag = "Maßeinheit",
@@ -36,6 +41,7 @@ constinit const Page unit_page{.tag = "Maßeinheit",
                                .controls = unit_controls,
                                .illustration = Illustration::Unit,
                                .options = unit_options,
-                               .clicks = unit_clicks};
+                               .clicks = unit_clicks,
+                               .summary = sum_up_unit};
 
 }  // namespace wizard

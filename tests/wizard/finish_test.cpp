@@ -429,7 +429,7 @@ TEST_F(HomePage, StaysAsItIsWhereThePageWasNeverShown) {
 }
 
 TEST_F(Finish, TheLastPageSumsUpEveryPagesChoices) {
-  for (long line = 4831; line < 4850; ++line) texts->given[line] = std::to_string(line) + " %1/%2/%3/%4/%5";
+  for (long line = 4831; line < 4855; ++line) texts->given[line] = std::to_string(line) + " %1/%2/%3/%4/%5";
   texts->given[4850] = "keine";
   write("pelmar.ini",
         "[setup]\ndisplay=netpath|Maßeinheit|PatDat|Insulin|Medikamente|Therapie_BZ|Therapie_BP|Pics|Eingabe|"
@@ -437,6 +437,9 @@ TEST_F(Finish, TheLastPageSumsUpEveryPagesChoices) {
   write("schemes.txt", "[a]\nDesc=A\n");
   start();
   enter_name("%2", "O'Hara");
+  type("txtStreet", "Lindenstraße 7");
+  type("txtZIP", "10969");
+  type("txtCity", "Berlin ");
   select("cbDiabetesTyp", 2);
   type("cbInsulin", "Actrapid", 0);
   type("cbInsulin", "Lantus", 1);
@@ -446,14 +449,40 @@ TEST_F(Finish, TheLastPageSumsUpEveryPagesChoices) {
   go_to("Fertig");
   const std::string summary = text("lblSummary");
   const std::string rest = "/%2/%3/%4/%5\r\n";
-  EXPECT_EQ(summary, "4849 " + path("patients\\") + rest + "4834 T4751" + rest + "4831 %2 O'Hara" + rest +
-                         "4832 T4812" + rest + "4833 keine" + rest + "4847 " + path("patients\\O'Hara_%2.das") + rest +
-                         "4839 Actrapid, Lantus" + rest + "4840 keine" + rest +
-                         "4835 70/150/50/170/mg/dl\r\n4838 100/130/70/90/mg/dl\r\n4841 T1, T5" + rest + "4842 T4777" +
-                         rest + "4843 T4784" + rest + "4844 A" + rest + "4845 T4789" + rest + "4846 T4794/%2/%3/%4/%5");
+  const std::string indent = "    ";
+  EXPECT_EQ(summary, "4849 " + path("patients\\") + rest + "4834 T4751" + rest + "T4704:\r\n" + indent +
+                         "4831 %2 O'Hara" + rest + indent + "4852 Lindenstraße 7, 10969 Berlin" + rest + indent +
+                         "4853 T4746" + rest + indent + "4832 T4812" + rest + indent + "4833 keine" + rest + indent +
+                         "4847 " + path("patients\\O'Hara_%2.das") + rest + "4839 Actrapid, Lantus" + rest +
+                         "4840 keine" + rest + "4835 70/150/50/170/mg/dl\r\n4838 100/130/70/90/%5\r\n4841 T1, T5" +
+                         rest + "4842 T4777" + rest + "4843 T4784" + rest + "4844 A" + rest + "4845 T4789" + rest +
+                         "4846 T4794/%2/%3/%4/%5");
   back();
   go_to("Fertig");
   EXPECT_EQ(text("lblSummary"), summary);
+}
+
+TEST_F(Finish, TheLastPageShowsWhatIsStoredNotWhatIsTyped) {
+  texts->given = {{4835, "%1 %2 %3 %4 %5"}, {4838, "%1 %2 %3 %4"}, {4839, "Insulin %1"}};
+  const std::string database = known_database();
+  execute(database,
+          "INSERT INTO therapieplan_details (lid, itemtype, [desc]) SELECT id, 4, 'Apidra|100|0|0' FROM therapieplan");
+  start("vantrix|known.das");
+  choose("optBGUnit", 1);
+  type("txtvorgabe", "5,66", 0);
+  type("txtvorgabe", "abc", 4);
+  type("txtvorgabe", "99999", 5);
+  type("txtvorgabe", "70,5", 6);
+  type("cbInsulin", "Novo|Rapid", 0);
+  go_to("Fertig");
+  const std::string summary = text("lblSummary");
+  for (const char* line : {"5,7 8,3 2,8 9,4 mmol/l", "100 130 70 90", "Insulin Novo Rapid, Apidra"})
+    EXPECT_THAT(summary, ::testing::HasSubstr(line));
+  next();
+  EXPECT_THAT(rows(database, "SELECT BGTargetMin, BPTargetSysMin, BPTargetSysMax, BPTargetDiaMin FROM patdat_setup"),
+              ElementsAre("102|100|130|70"));
+  EXPECT_THAT(rows(database, "SELECT [desc] FROM therapieplan_details WHERE lid = 2 AND itemtype < 5"),
+              ::testing::UnorderedElementsAre("Novo Rapid|100|0|0", "Apidra|100|0|0"));
 }
 
 }  // namespace
