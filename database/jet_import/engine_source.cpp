@@ -37,6 +37,8 @@ SourceIndex index_of(engine::Index& index) {
 SourceTable table_of(engine::TableDef& table) {
   SourceTable found;
   found.name = table.name();
+  found.validation_rule = table.validation_rule();
+  found.validation_text = table.validation_text();
   for (std::int32_t i = 0; i < table.fields().count(); ++i) {
     const auto field = table.fields().item(i);
     if (is_held_by_ours(field->type()) || field->type() == money) {

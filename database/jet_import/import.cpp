@@ -4,6 +4,8 @@
 #include <utility>
 
 #include "database/engine/embedded/embedded_engine.h"
+#include "database/engine/embedded/field_type.h"
+#include "database/engine/embedded/jet_sql/validation_rule.h"
 #include "database/new_file.h"
 
 namespace jet_import {
@@ -136,6 +138,8 @@ class Import {
   /// Properties of the fields bind new rows: those that are there came in under the rules of their time.
   void set_properties(const SourceTable& table) {
     const auto created = target_.table_defs().item(table.name);
+    created->set_validation_rule(table.validation_rule);
+    created->set_validation_text(table.validation_text);
     for (const SourceField& row : table.fields) {
       const auto field = created->fields().item(row.name);
       const auto set = [&](std::string_view property, auto&& change) {
@@ -152,9 +156,27 @@ class Import {
       set("empty texts", [&] { field->set_allow_zero_length(row.allow_zero_length); });
       set("rule", [&] { field->set_validation_rule(row.validation_rule); });
       set("text of the rule", [&] { field->set_validation_text(row.validation_text); });
-      if (row.validation_rule.empty()) continue;
-      note(table.name + "." + row.name + ": its rule is kept, but nothing checks it here: " + row.validation_rule);
     }
+    note_rules(table);
+  }
+
+  /// Rules that our engine keeps and does not know how to check.
+  void note_rules(const SourceTable& table) {
+    engine::embedded::TableDefinition definition{.name = table.name, .fields = {}};
+    definition.validation_rule = table.validation_rule;
+    for (const SourceField& row : table.fields) {
+      engine::embedded::FieldDefinition field = engine::embedded::new_field(row.name, row.type, row.size);
+      field.validation_rule = row.validation_rule;
+      definition.fields.push_back(std::move(field));
+    }
+    const auto note_rule = [&](const std::string& name, const std::string& rule, bool known) {
+      if (!rule.empty() && !known) note(name + ": its rule is kept, but nothing checks it here: " + rule);
+    };
+    for (const auto& field : definition.fields) {
+      const bool known = engine::embedded::jet_sql::compile_rule(field, definition).has_value();
+      note_rule(table.name + "." + field.name, field.validation_rule, known);
+    }
+    note_rule(table.name, table.validation_rule, engine::embedded::jet_sql::compile_rule(definition).has_value());
   }
 
   void check_rows(const SourceTable& table, std::int64_t read) {

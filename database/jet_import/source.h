@@ -41,6 +41,8 @@ struct SourceTable {
   std::string name;
   std::vector<SourceField> fields;
   std::vector<SourceIndex> indexes = {};
+  std::string validation_rule = {};
+  std::string validation_text = {};
   /// What the file says; nothing where it does not know.
   std::optional<std::int64_t> row_count = {};
   /// Fields of types that a database of ours cannot hold (bytes, embedded objects), by name.

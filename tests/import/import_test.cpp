@@ -144,16 +144,24 @@ TEST_F(Import, CopiesLayoutAndValuesThroughTheObjectModel) {
     const auto text = database->table_defs().item("a b")->fields().item("s");
     text->set_default_value("\"x\"");
     text->set_validation_rule("<>\"y\"");
+    database->table_defs().item("a b")->fields().item("m")->set_validation_rule("Own([m])");
+    database->table_defs().item("a b")->set_validation_rule("[n] < 100 Or [s] Is Null");
+    database->table_defs().item("a b")->set_validation_text("n zu groß");
+    database->table_defs().item("empty")->set_validation_rule("Own([v])");
     database->table_defs().item("a b")->fields().item("n")->set_required(true);
   }
   const auto source = jet_import::engine_source(engine::embedded::create_embedded_engine(), open("source.mdb"));
   const auto report = import(*source, {"secret", false});
-  EXPECT_THAT(report.notes, ElementsAre("a b.s: its rule is kept, but nothing checks it here: <>\"y\""));
+  EXPECT_THAT(report.notes, ElementsAre("a b.m: its rule is kept, but nothing checks it here: Own([m])",
+                                        "empty: its rule is kept, but nothing checks it here: Own([v])"));
 
   const auto original = open("source.mdb");
   const auto copy = engine_->open_database(path("target.das"), false, false, "MS Access;pwd=secret");
   EXPECT_EQ(database::layout_json(*copy), database::layout_json(*original));
   EXPECT_EQ(copy->table_defs().item("a b")->fields().item("s")->validation_rule(), "<>\"y\"");
+  EXPECT_EQ(copy->table_defs().item("a b")->validation_text(), "n zu groß");
+  EXPECT_THROW(copy->execute("INSERT INTO [a b] (n, s) VALUES (1, 'y')"), support::RuntimeError);
+  EXPECT_THROW(copy->execute("INSERT INTO [a b] (n, s) VALUES (100, 'z')"), support::RuntimeError);
   const auto expected = original->open_recordset("SELECT * FROM [a b]"),
              copied = copy->open_recordset("SELECT * FROM [a b]");
   for (; !expected->eof(); expected->move_next(), copied->move_next()) {

@@ -10,15 +10,19 @@ namespace {
 void read_line(const std::string& line, int number, CorpusBlock& block) {
   const std::string content = line.size() > 2 ? line.substr(2) : std::string();
   if (line.starts_with("> ")) {
-    block.push_back({.statement = content, .line = number, .columns = {}, .rows = {}, .empty_texts_of = {}});
+    block.push_back(
+        {.statement = content, .line = number, .columns = {}, .rows = {}, .error_text = {}, .empty_texts_of = {}});
   } else if (line.starts_with("@ ")) {
-    block.push_back({.statement = {}, .line = number, .columns = {}, .rows = {}, .empty_texts_of = content});
+    block.push_back(
+        {.statement = {}, .line = number, .columns = {}, .rows = {}, .error_text = {}, .empty_texts_of = content});
   } else if (block.empty()) {
     throw std::runtime_error("line " + std::to_string(number) + " answers no statement");
   } else if (line.starts_with(": ")) {
     block.back().columns = content;
   } else if (line.starts_with("! ")) {
-    block.back().error = std::stoi(content);
+    std::size_t number_end = 0;
+    block.back().error = std::stoi(content, &number_end);
+    if (number_end < content.size()) block.back().error_text = content.substr(number_end + 1);
   } else {
     block.back().rows.push_back(line);
   }

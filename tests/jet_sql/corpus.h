@@ -2,7 +2,7 @@
 //   > SELECT id FROM t        a statement
 //   : id Long                 the columns of its result, where they are to be compared
 //   1                         its rows, or of a change the number of rows
-//   ! 3061                    or the error that it raises
+//   ! 3061                    or the error that it raises; words behind the number are part of the error's text
 //   @ t                       allows empty texts in the fields of a table
 // Blocks are parted by empty lines; each finds the database as the seed left it. Lines with "#" are remarks.
 #pragma once
@@ -18,6 +18,7 @@ struct CorpusEntry {
   std::string columns;  ///< empty: not compared
   std::vector<std::string> rows;
   int error = 0;
+  std::string error_text = {};
   std::string empty_texts_of;  ///< a table, in place of a statement
 };
 

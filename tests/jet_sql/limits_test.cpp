@@ -39,6 +39,12 @@ std::string tables(int count) {
   return list;
 }
 
+std::string numbers(int count) {
+  std::string list = "1";
+  for (int i = 2; i <= count; ++i) list += "," + std::to_string(i);
+  return list;
+}
+
 struct Limit {
   std::string name;
   std::string statement;
@@ -88,6 +94,9 @@ const Limit limit_cases[] = {
     {"TablesInNestedSelects",
      "SELECT count(*) FROM (SELECT t0.id FROM " + tables(20) + ") AS a, (SELECT t0.id FROM " + tables(20) + ") AS b",
      3360},
+    {"Headings", "TRANSFORM max(id) SELECT name FROM t GROUP BY name PIVOT id IN (" + numbers(254) + ")", 0},
+    {"TooManyHeadings", "TRANSFORM max(id) SELECT name FROM t GROUP BY name PIVOT id IN (" + numbers(255) + ")", 3190},
+    {"TooManyUnionsInside", repeated("(", 1000) + "SELECT 1" + repeated(") UNION SELECT 1", 1000), 3360},
     {"ATooLongName", "SELECT " + repeated("n", 500) + " FROM t", 3125},
     {"TextAndNulCharacter", std::string("SELECT 'a\0b'", 12), 3075},
     {"NoUtf8", "SELECT '\xC4'", 3075},

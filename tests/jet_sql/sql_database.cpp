@@ -140,6 +140,7 @@ std::int64_t SqlDatabase::next_number(const std::string& name) {
 /// Runs queries, changes and what creates; other changes of the layout are the engine's matter.
 struct Runner {
   SqlDatabase& database;
+  std::string_view source;
 
   Answer operator()(const jet_sql::Query& query) const {
     Answer answer;
@@ -157,6 +158,18 @@ struct Runner {
     }
     if (result != SQLITE_DONE) throw jet_sql::error_of(database.connection(), result);
     return answer;
+  }
+
+  Answer operator()(const jet_sql::CrossTable& table) const {
+    std::vector<std::optional<std::string>> headings;
+    const auto statement = database.prepare(table.headings.sqlite_sql);
+    int result = SQLITE_ROW;
+    while ((result = sqlite3_step(statement.get())) == SQLITE_ROW) {
+      const auto* const text = reinterpret_cast<const char*>(sqlite3_column_text(statement.get(), 0));
+      headings.push_back(text == nullptr ? std::nullopt : std::optional<std::string>(text));
+    }
+    if (result != SQLITE_DONE) throw jet_sql::error_of(database.connection(), result);
+    return (*this)(jet_sql::compile_cross_table(source, database.catalogue(), headings));
   }
 
   Answer operator()(const jet_sql::Change& change) const {
@@ -184,7 +197,7 @@ struct Runner {
 };
 
 Answer SqlDatabase::run(std::string_view statement) {
-  return std::visit(Runner{*this}, jet_sql::compile(statement, tables_));
+  return std::visit(Runner{*this, statement}, jet_sql::compile(statement, tables_));
 }
 
 std::string SqlDatabase::value(std::string_view statement) {

@@ -43,6 +43,8 @@ class SqlDatabase {
   const Catalogue& catalogue() const { return tables_; }
   sqlite3* connection() const { return connection_.get(); }
 
+  void create(const TableDefinition& table);
+
  private:
   struct Close {
     void operator()(sqlite3* connection) const { sqlite3_close(connection); }
@@ -55,7 +57,6 @@ class SqlDatabase {
 
   std::int64_t next_number(const std::string& table);
   Statement prepare(const std::string& text);
-  void create(const TableDefinition& table);
   void create(const std::string& table, const IndexDefinition& index);
 
   std::unique_ptr<sqlite3, Close> connection_;

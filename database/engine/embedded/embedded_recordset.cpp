@@ -4,6 +4,7 @@
 #include <utility>
 
 #include "database/engine/embedded/field_value.h"
+#include "database/engine/embedded/jet_sql/validation_rule.h"
 #include "database/engine/embedded/session_scope.h"
 #include "database/engine/embedded/sqlite_text.h"
 #include "database/engine/engine_error.h"
@@ -222,6 +223,22 @@ void EmbeddedRecordset::update_row() {
   if (connection.changes() == 0) raise(3167);
 }
 
+/// Of the fields that were written, and the table's. The row is stored already: an error takes it back.
+void EmbeddedRecordset::check_rules(std::int64_t row_id) {
+  const std::vector<std::string>& rules = session_->statements_of(table_).rules;
+  std::string checks;
+  for (std::size_t i = 0; i < rules.size(); ++i) {
+    const bool written = i >= edited_.size() || edited_[i].has_value();
+    if (written && !rules[i].empty()) checks += (checks.empty() ? "" : " + ") + rules[i];
+  }
+  if (checks.empty()) return;
+  session_->connection()
+      .statement("SELECT " + checks + " FROM " + quoted_name(table_->definition.name) + " AS " +
+                 std::string(jet_sql::rule_row) + where_row())
+      ->with(row_id)
+      .step();
+}
+
 void EmbeddedRecordset::update() {
   require_open();
   if (editing_ == Editing::None) raise(3020);
@@ -230,6 +247,7 @@ void EmbeddedRecordset::update() {
   AtomicChange change{*session_};
   const std::int64_t row_id = adding ? insert_row() : reader_.rows().row_id(row_);
   if (!adding) update_row();
+  check_rules(row_id);
   change.done();
   const bool all_visited = visited_ == reader_.rows().size();
   append_edited(row_id);

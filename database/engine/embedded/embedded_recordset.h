@@ -58,6 +58,7 @@ class EmbeddedRecordset : public Recordset {
   void check_nulls() const;
   std::int64_t insert_row();
   void update_row();
+  void check_rules(std::int64_t row_id);
   std::string where_row() const;
   /// Packs the edited row behind the others.
   void append_edited(std::int64_t row_id);

@@ -52,6 +52,7 @@ struct Runner {
   Session& session;
 
   std::int32_t operator()(const jet_sql::Query&) const { raise(3065); }
+  std::int32_t operator()(const jet_sql::CrossTable&) const { raise(3065); }
 
   std::int32_t operator()(const jet_sql::Change& change) const {
     const PooledStatement statement = session.connection().statement(change.sqlite_sql);
@@ -93,6 +94,8 @@ struct Runner {
     changed.ordinal_position = current->ordinal_position;
     changed.allow_zero_length = current->allow_zero_length;
     changed.required = changed.required || current->required;
+    changed.validation_rule = current->validation_rule;
+    changed.validation_text = current->validation_text;
     if (changed.default_value.empty()) changed.default_value = current->default_value;
     layout::convert_field(session, table->id, changed);
     return 0;

@@ -1,6 +1,7 @@
 #include "database/engine/embedded/recordset_source.h"
 
 #include <algorithm>
+#include <utility>
 #include <variant>
 
 #include "database/engine/embedded/sqlite_text.h"
@@ -42,6 +43,18 @@ RecordsetSource query_source(Session& session, const jet_sql::Query& query) {
   return source;
 }
 
+/// Reads the headings of a crosstab from the rows that it shows.
+RecordsetSource cross_table_source(Session& session, const jet_sql::CrossTable& table, std::string_view statement) {
+  std::vector<std::optional<std::string>> headings;
+  const PooledStatement rows = session.connection().statement(table.headings.sqlite_sql);
+  while (rows->step()) {
+    const bool null = rows->storage_class(0) == SQLITE_NULL;
+    headings.push_back(null ? std::nullopt : std::optional(std::string(rows->text(0))));
+    if (headings.size() > most_fields) raise(3190);
+  }
+  return query_source(session, jet_sql::compile_cross_table(statement, session.catalogue(), std::move(headings)));
+}
+
 bool is_one_word(std::string_view text) { return text.find_first_of(" \t\r\n") == std::string_view::npos; }
 
 }  // namespace
@@ -51,6 +64,9 @@ RecordsetSource recordset_source(Session& session, std::string_view source) {
   if (const TablePointer table = session.catalogue().find(name)) return table_source(session, table);
   if (is_one_word(name)) raise(3078, name);
   const auto program = session.compile(source);
+  if (const auto* cross_table = std::get_if<jet_sql::CrossTable>(program.get())) {
+    return cross_table_source(session, *cross_table, source);
+  }
   const auto* query = std::get_if<jet_sql::Query>(program.get());
   if (!query) raise(3219);
   return query_source(session, *query);

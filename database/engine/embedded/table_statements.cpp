@@ -1,6 +1,7 @@
 #include "database/engine/embedded/table_statements.h"
 
 #include "database/engine/embedded/jet_sql/jet_sql.h"
+#include "database/engine/embedded/jet_sql/validation_rule.h"
 #include "database/engine/embedded/sqlite_text.h"
 
 namespace engine::embedded {
@@ -9,14 +10,20 @@ TableStatements write_statements(const TablePointer& table) {
   std::string defaults;
   std::string names;
   std::string parameters;
+  std::vector<std::string> rules;
+  const auto add_rule = [&](const std::optional<jet_sql::Rule>& rule) {
+    rules.push_back(rule ? rule->raising() : std::string());
+  };
   for (const FieldDefinition& field : table->definition.fields) {
     defaults += (defaults.empty() ? "SELECT " : ",") + jet_sql::compile_default(field);
     names += (names.empty() ? "" : ",") + quoted_name(field.name);
     parameters += parameters.empty() ? "?" : ",?";
+    add_rule(jet_sql::compile_rule(field, table->definition));
   }
+  add_rule(jet_sql::compile_rule(table->definition));
   const std::string insert =
       "INSERT INTO " + quoted_name(table->definition.name) + "(" + names + ") VALUES(" + parameters + ")";
-  return {table, defaults, insert};
+  return {table, defaults, insert, rules};
 }
 
 }  // namespace engine::embedded

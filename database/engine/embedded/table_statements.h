@@ -2,6 +2,7 @@
 #pragma once
 
 #include <string>
+#include <vector>
 
 #include "database/engine/embedded/stored_catalogue.h"
 
@@ -11,6 +12,9 @@ struct TableStatements {
   TablePointer table;
   std::string defaults;  ///< SELECT: one row with the default of each field
   std::string insert;    ///< a parameter for each field
+  /// SQLite text that raises where a row, named jet_sql::rule_row, breaches a rule: of each field, last of the table;
+  /// empty where there is none.
+  std::vector<std::string> rules;
 };
 
 TableStatements write_statements(const TablePointer& table);

@@ -36,9 +36,10 @@ std::span<Item*> items(const GPtrArray* array) {
   return {reinterpret_cast<Item**>(array->pdata), array->len};
 }
 
+std::string text_or_nothing(const char* value) { return value ? value : ""; }
+
 std::string property(const MdbColumn& column, const char* name) {
-  const char* value = mdb_col_get_prop(&column, name);
-  return value ? value : "";
+  return text_or_nothing(mdb_col_get_prop(&column, name));
 }
 
 SourceField describe(const MdbColumn& column, const TypeRow& row, JetVersion version) {
@@ -96,6 +97,8 @@ std::vector<const MdbColumn*> held_columns(const MdbTableDef& table) {
 SourceTable describe(const MdbTableDef& table, JetVersion version) {
   SourceTable found;
   found.name = table.entry->object_name;
+  found.validation_rule = text_or_nothing(mdb_table_get_prop(&table, "ValidationRule"));
+  found.validation_text = text_or_nothing(mdb_table_get_prop(&table, "ValidationText"));
   for (const MdbColumn* column : items<MdbColumn>(table.columns)) {
     const TypeRow* row = find_type(column->col_type);
     if (row) {

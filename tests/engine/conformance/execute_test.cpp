@@ -145,6 +145,20 @@ TEST_P(Execute, CopiesATableOfAnotherFile) {
   EXPECT_EQ(database().table_defs().count(), 3);
 }
 
+TEST_P(Execute, ShowsACrosstabByARecordset) {
+  run({"INSERT INTO things (name, amount) VALUES ('a', 1)", "INSERT INTO things (name, amount) VALUES ('b', 2)",
+       "INSERT INTO things (name, amount) VALUES ('a', 4)"});
+  const std::string crosstab = "TRANSFORM Sum(amount) SELECT note FROM things GROUP BY note PIVOT name";
+  EXPECT_EQ(error_number([&] { database().execute(crosstab); }), 3065);
+  const auto rows = database().open_recordset(crosstab);
+  ASSERT_EQ(rows->field_count(), 3);
+  EXPECT_EQ(rows->field_name(1) + rows->field_name(2), "ab");
+  EXPECT_EQ(to_text(rows->value("a")) + to_text(rows->value("b")), "52");
+  EXPECT_FALSE(rows->updatable());
+  run({"INSERT INTO things (name) VALUES ('c')"});
+  EXPECT_EQ(database().open_recordset(crosstab)->field_count(), 4) << "the columns follow the rows";
+}
+
 TEST_P(Execute, RollsBackWithItsTransaction) {
   {
     Transaction transaction{database()};

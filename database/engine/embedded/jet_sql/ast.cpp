@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "database/engine/embedded/jet_sql/function_table.h"
+#include "support/encoding.h"
 
 namespace engine::embedded::jet_sql {
 
@@ -55,6 +56,7 @@ class Comparison {
     return left.row == right.row && left.star == right.star && same(left.arguments, right.arguments);
   }
   bool same_node(const InSelect&, const InSelect&) noexcept { return false; }
+  bool same_node(const Quantified&, const Quantified&) noexcept { return false; }
   bool same_node(const Exists&, const Exists&) noexcept { return false; }
   bool same_node(const ScalarSelect&, const ScalarSelect&) noexcept { return false; }
 
@@ -75,6 +77,13 @@ const Expression& behind_alias(const Expression& expression) noexcept {
 
 const Literal* as_literal(const Expression& expression) noexcept {
   return std::get_if<Literal>(&behind_alias(expression).node);
+}
+
+std::optional<bool> constant_of(const ColumnName& name) noexcept {
+  if (name.quoted || !name.table.empty()) return std::nullopt;
+  if (support::equal_ignoring_case(name.column, "yes")) return true;
+  const bool no = support::equal_ignoring_case(name.column, "no") || support::equal_ignoring_case(name.column, "off");
+  return no ? std::optional(false) : std::nullopt;
 }
 
 bool is_same_for_all_rows(const Expression& expression) noexcept {

@@ -51,6 +51,7 @@ struct Source {
 struct ColumnName {
   std::string table;
   std::string column;
+  bool quoted = false;
   // bound: a column of a source, or the expression that an alias of the same SELECT list stands for
   const Source* source = nullptr;
   std::size_t index = 0;
@@ -120,6 +121,14 @@ struct InSelect {
   bool negated = false;
 };
 
+/// ANY (or SOME) and ALL before a subselect.
+struct Quantified {
+  BinaryOperator op;
+  ExpressionPtr value;
+  QueryPtr query;
+  bool all = false;
+};
+
 struct Exists {
   QueryPtr query;
 };
@@ -137,8 +146,8 @@ struct Call {
 };
 
 struct Expression {
-  std::variant<Literal, ColumnName, Unary, Binary, Between, Like, NullTest, InList, InSelect, Exists, ScalarSelect,
-               Call>
+  std::variant<Literal, ColumnName, Unary, Binary, Between, Like, NullTest, InList, InSelect, Quantified, Exists,
+               ScalarSelect, Call>
       node;
   /// Levels of the tree from here down; bounded, so that walking it may recurse.
   int height = 1;
@@ -199,6 +208,17 @@ struct OutputColumn {
   Expression* expression = nullptr;
   const Source* source = nullptr;
   std::size_t index = 0;
+  /// Of a crosstab: the aggregates of the expression take the rows whose `pivot` has this heading, Null where there is
+  /// none. Null in columns that show one value for all rows of a group.
+  const Expression* pivot = nullptr;
+  std::optional<std::string> heading = {};
+};
+
+/// Of a crosstab: what its cells show, what its columns are made of, and the headings where they are given.
+struct Pivot {
+  ExpressionPtr value;
+  ExpressionPtr head;
+  std::vector<ExpressionPtr> headings;
 };
 
 struct Select {
@@ -210,6 +230,7 @@ struct Select {
   ExpressionPtr where;
   std::vector<ExpressionPtr> group_by;
   ExpressionPtr having;
+  std::unique_ptr<Pivot> pivot;
   // bound
   std::deque<Source> sources;
   std::vector<OutputColumn> outputs;
@@ -305,6 +326,10 @@ void visit_parts(const Expression& expression, VisitPart visit_part, VisitQuery 
                    visit_all(node.value);
                    visit_query(*node.query);
                  },
+                 [&](const Quantified& node) {
+                   visit_all(node.value);
+                   visit_query(*node.query);
+                 },
                  [&](const Exists& node) { visit_query(*node.query); },
                  [&](const ScalarSelect& node) { visit_query(*node.query); },
                  [&](const Call& node) {
@@ -318,6 +343,9 @@ const Expression& behind_alias(const Expression& expression) noexcept;
 
 /// The literal that an expression is, seen through aliases; null where it is none.
 const Literal* as_literal(const Expression& expression) noexcept;
+
+/// What Yes, No and Off stand for where nothing has the name; the parser knows the word ON.
+std::optional<bool> constant_of(const ColumnName& name) noexcept;
 
 /// True where no column and no subselect is in it: the same for every row.
 bool is_same_for_all_rows(const Expression& expression) noexcept;

@@ -14,6 +14,10 @@ constexpr std::size_t most_tables = 32;
 
 }  // namespace
 
+void Binder::declare(const std::vector<std::string>& parameters) {
+  for (const std::string& name : parameters) parameters_.insert(support::to_lower(name));
+}
+
 void Binder::bind(SelectStatement& statement) {
   bind_query(*statement.query, nullptr);
   raise_unknown_names();
@@ -56,6 +60,13 @@ void Binder::bind_default(Expression& expression) {
   raise_unknown_names();
 }
 
+void Binder::bind_rule(const ExpressionPtr& condition, Select& row) {
+  functions_without_parentheses_ = true;
+  Scope scope{.select = &row, .visible = {&row.sources.front()}, .aggregate_error = error_aggregate_in_expression};
+  bind_criterion(condition, scope);
+  raise_unknown_names();
+}
+
 const TableDefinition& Binder::table(std::string_view name) const {
   const TableDefinition* const found = catalogue_.find_table(name);
   if (found == nullptr) raise(error_unknown_table, name);
@@ -88,6 +99,7 @@ void Binder::bind_select(QueryTree& query, Select& select, Scope* outer) {
   scope.aggregate_error = 0;
   bind_items(select, scope);
   if (select.having != nullptr) bind_criterion(select.having, scope);
+  if (select.pivot != nullptr) bind_pivot(*select.pivot, scope);
   const auto has_aggregate = [](const SelectItem& item) {
     return item.expression != nullptr && item.expression->has_aggregate;
   };
@@ -97,6 +109,15 @@ void Binder::bind_select(QueryTree& query, Select& select, Scope* outer) {
   if (query.selects.size() == 1) bind_order(query, select, scope);
   if (select.grouped) check_grouping(select, query);
   if (select.distinct_row && select.sources.size() > 1) raise(error_not_supported, "DISTINCTROW over several tables");
+  if (select.pivot != nullptr) add_headings(select);
+}
+
+void Binder::bind_pivot(Pivot& pivot, Scope& scope) {
+  bind(pivot.value, scope);
+  if (!pivot.value->has_aggregate) raise(error_transform_syntax, "the value has no aggregate");
+  const int aggregate_error = std::exchange(scope.aggregate_error, error_aggregate_in_group_by);
+  bind(pivot.head, scope);
+  scope.aggregate_error = aggregate_error;
 }
 
 void Binder::bind_items(Select& select, Scope& scope) {

@@ -1,5 +1,6 @@
 #include <algorithm>
 #include <cmath>
+#include <optional>
 #include <utility>
 
 #include "database/engine/embedded/jet_sql/binder.h"
@@ -177,6 +178,8 @@ void Binder::contain(Expression& whole, const ExpressionPtr& part) {
 void Binder::bind_node(Expression& expression, Literal& literal, Scope&) { expression.type = type_of_literal(literal); }
 
 void Binder::bind_node(Expression& expression, ColumnName& name, Scope& scope) {
+  if (name.table.empty() && parameters_.contains(support::to_lower(name.column)))
+    return take_parameter(expression, name);
   for (Scope* place = &scope; place != nullptr; place = place->outer) {
     if (!find_column(*place, name)) {
       if (place != &scope || !find_alias(scope, name)) continue;
@@ -193,6 +196,15 @@ void Binder::bind_node(Expression& expression, ColumnName& name, Scope& scope) {
     return;
   }
   if (find_function_without_parentheses(expression, name)) return bind(expression, scope);
+  if (const std::optional<bool> constant = constant_of(name)) {
+    expression.node = Literal{*constant};
+    return bind(expression, scope);
+  }
+  take_parameter(expression, name);
+}
+
+/// A name that has no value.
+void Binder::take_parameter(Expression& expression, const ColumnName& name) {
   expression.type = type_of_kind(Kind::Variant);
   unknown_names_.insert(support::to_lower(name.column));
 }
@@ -303,6 +315,17 @@ void Binder::bind_node(Expression& expression, InSelect& in, Scope& scope) {
   expression.type = boolean(true);
 }
 
+void Binder::bind_node(Expression& expression, Quantified& quantified, Scope& scope) {
+  bind(quantified.value, scope);
+  bind_query(*quantified.query, &scope);
+  count_tables(&scope, quantified.query->tables);
+  contain(expression, quantified.value);
+  contain(expression, quantified.query->height);
+  if (quantified.query->outputs.size() != 1) raise(error_subquery_columns);
+  check_comparable(quantified.value->type, quantified.query->outputs.front().type);
+  expression.type = boolean(true);
+}
+
 void Binder::bind_node(Expression& expression, Exists& exists, Scope& scope) {
   bind_query(*exists.query, &scope);
   count_tables(&scope, exists.query->tables);
@@ -324,9 +347,10 @@ void Binder::bind_node(Expression& expression, Call& call, Scope& scope) {
   const FunctionRow& row = *call.row;
   const bool counts_rows = call.star && row.name == "count";
   const bool one_too_many = !call.arguments.empty() && argument_letter(row, call.arguments.size() - 1) == '\0';
-  if (!counts_rows && (call.star || call.arguments.size() < row.required || one_too_many))
-    raise(error_expression_syntax);
-  if (row.form == FunctionForm::Switch && call.arguments.size() % 2 != 0) raise(error_expression_syntax);
+  const bool half_pair = row.form == FunctionForm::Switch && call.arguments.size() % 2 != 0;
+  if (!counts_rows && (call.star || call.arguments.size() < row.required || one_too_many || half_pair)) {
+    raise(error_expression_syntax, "wrong number of arguments for " + call.function);
+  }
   if (row.form == FunctionForm::Aggregate) {
     if (scope.aggregate_error != 0) raise(scope.aggregate_error);
     const std::size_t outer_columns = scope.select->outer_columns.size();

@@ -3,7 +3,9 @@
 #include <set>
 #include <utility>
 
+#include "database/engine/date_text.h"
 #include "database/engine/embedded/jet_sql/binder.h"
+#include "database/engine/embedded/jet_sql/conversion.h"
 #include "database/engine/embedded/jet_sql/error_numbers.h"
 #include "database/engine/embedded/jet_sql/function_table.h"
 #include "support/encoding.h"
@@ -22,6 +24,17 @@ std::string natural_name(const Expression& expression) {
   const auto* const name = std::get_if<ColumnName>(&expression.node);
   if (name == nullptr) return {};
   return name->source != nullptr ? name->source->columns[name->index].name : name->column;
+}
+
+/// As the dialect writes the value where it becomes a text.
+std::string text_of(const Literal& literal) {
+  return std::visit(
+      Overloaded{[](std::monostate) { return std::string(); }, [](bool yes) { return std::string(yes ? "-1" : "0"); },
+                 [](std::int64_t whole) { return number_text(static_cast<double>(whole)); },
+                 [](double number) { return number_text(number); },
+                 [](DateLiteral date) { return date_text(Date{date.days}); },
+                 [](const std::string& text) { return text; }},
+      literal.value);
 }
 
 std::set<std::string> names_of_several_sources(const std::vector<OutputColumn>& outputs) {
@@ -64,7 +77,7 @@ void Binder::expand_star(Select& select, const SelectItem& item) {
     found = true;
     for (std::size_t index = 0; index < source.columns.size(); ++index) {
       const SourceColumn& column = source.columns[index];
-      select.outputs.push_back({column.name, column.type, nullptr, &source, index});
+      select.outputs.push_back({column.name, column.type, nullptr, &source, index, nullptr, {}});
       if (select.outputs.size() > most_outputs) raise(error_too_many_fields);
     }
   }
@@ -93,6 +106,32 @@ void Binder::name_outputs(Select& select) {
       output.name = "Expr" + std::to_string(expression_number++);
     }
     taken.insert(support::to_lower(output.name));
+  }
+}
+
+/// A column for each heading of a crosstab, behind those of its rows.
+void Binder::add_headings(Select& select) const {
+  const Pivot& pivot = *select.pivot;
+  std::vector<std::optional<std::string>> headings = headings_;
+  for (const ExpressionPtr& heading : pivot.headings) headings.emplace_back(text_of(std::get<Literal>(heading->node)));
+  std::set<std::string> taken;
+  for (const OutputColumn& output : select.outputs) taken.insert(support::to_lower(output.name));
+  std::set<std::string> seen;
+  for (std::optional<std::string>& heading : headings) {
+    std::string name = heading.value_or("<>");
+    if (!seen.insert(support::to_lower(name)).second) {
+      if (pivot.headings.empty()) continue;
+      raise(error_repeated_heading, name);
+    }
+    if (name.empty() || taken.contains(support::to_lower(name))) raise(error_duplicate_destination, name);
+    if (select.outputs.size() >= most_fields) raise(error_too_many_fields);
+    select.outputs.push_back({.name = std::move(name),
+                              .type = pivot.value->type.with_null(true),
+                              .expression = pivot.value.get(),
+                              .source = nullptr,
+                              .index = 0,
+                              .pivot = pivot.head.get(),
+                              .heading = std::move(heading)});
   }
 }
 
@@ -166,6 +205,7 @@ void Binder::check_grouping(const Select& select, const QueryTree& query) {
     check_grouped(select, *item.expression);
   }
   if (select.having != nullptr) check_grouped(select, *select.having);
+  if (select.pivot != nullptr) check_grouped(select, *select.pivot->value);
   if (query.selects.size() > 1) return;
   for (const OrderItem& item : query.order_by) {
     if (!item.output) check_grouped(select, *item.expression);

@@ -44,6 +44,13 @@ bool is_plain(const QueryTree& query) noexcept {
 
 }  // namespace
 
+ChangeGenerator::ChangeGenerator(const TableDefinition& changed) : table_(changed) {
+  for (const FieldDefinition& field : table_.fields) {
+    if (std::optional<Rule> rule = compile_rule(field, table_)) rules_.push_back({&field, std::move(*rule)});
+  }
+  if (std::optional<Rule> rule = compile_rule(table_)) rules_.push_back({nullptr, std::move(*rule)});
+}
+
 void ChangeGenerator::insert(const InsertStatement& statement) {
   std::vector<Destination> fields = destinations(statement);
   add_defaults(fields);
@@ -88,7 +95,9 @@ void ChangeGenerator::add_defaults(std::vector<Destination>& fields) const {
   for (const FieldDefinition& field : table_.fields) {
     if (named.contains(&field)) continue;
     std::string text = field.auto_increment() ? std::string() : compile_default(field);
-    if (text != "NULL" || null_error(field) != 0) fields.push_back({&field, 0, std::move(text), true});
+    // A rule may speak of fields that the statement does not name.
+    if (text != "NULL" || null_error(field) != 0 || !rules_.empty())
+      fields.push_back({&field, 0, std::move(text), true});
   }
 }
 
@@ -143,28 +152,38 @@ void ChangeGenerator::number_or_value(const Destination& destination, bool nulla
 }
 
 void ChangeGenerator::values(const InsertStatement& statement, const std::vector<Destination>& fields) {
-  write("VALUES (");
+  const auto write_stored = [&](const Destination& destination) {
+    if (destination.is_default) return default_of(destination, nullptr);
+    const Expression& given = *statement.values[destination.position];
+    number_or_value(destination, given.type.nullable, nullptr,
+                    [&] { store(*destination.field, given.type, StoreMode::Refuse, [&] { value(given); }); });
+  };
+  write(rules_.empty() ? "VALUES (" : "SELECT * FROM (SELECT ");
   list(fields, ", ", [&](const Destination& destination) {
-    if (destination.is_default) {
-      default_of(destination, nullptr);
-    } else {
-      const Expression& given = *statement.values[destination.position];
-      number_or_value(destination, given.type.nullable, nullptr,
-                      [&] { store(*destination.field, given.type, StoreMode::Refuse, [&] { value(given); }); });
-    }
+    named_stored(*destination.field, !rules_.empty(), [&] { write_stored(destination); });
   });
-  write(")");
+  if (rules_.empty()) {
+    write(")");
+    return;
+  }
+  named_row();
+  std::vector<const Rule*> all;
+  for (const FieldRule& each : rules_) all.push_back(&each.rule);
+  raise_breaches(all);
 }
 
 template <typename Write>
 void ChangeGenerator::append_columns(const QueryTree& query, const std::vector<Destination>& fields,
                                      Write write_column) {
-  list(fields, ", ", [&](const Destination& destination) {
+  const auto write_stored = [&](const Destination& destination) {
     if (destination.is_default) return default_of(destination, &query);
     const OutputColumn& column = query.outputs[destination.position];
     number_or_value(destination, column.type.nullable, &query, [&] {
       convert(*destination.field, column.type, StoreMode::Append, [&] { write_column(column); });
     });
+  };
+  list(fields, ", ", [&](const Destination& destination) {
+    named_stored(*destination.field, !rules_.empty(), [&] { write_stored(destination); });
   });
 }
 
@@ -199,7 +218,7 @@ void ChangeGenerator::append_filters(const QueryTree& query, const std::vector<D
 }
 
 void ChangeGenerator::append(const QueryTree& query, const std::vector<Destination>& fields) {
-  write("SELECT ");
+  write(rules_.empty() ? "SELECT " : "SELECT * FROM (SELECT ");
   if (is_plain(query)) {
     const Select& select = *query.selects.front();
     const auto write_column = [this](const OutputColumn& column) { output(column); };
@@ -214,7 +233,7 @@ void ChangeGenerator::append(const QueryTree& query, const std::vector<Destinati
     }
     append_filters(query, fields, select.where != nullptr ? " AND " : " WHERE ", write_column);
     order_by(query, false);
-    return;
+    return leave_out_breaches();
   }
   const auto write_column = [this](const OutputColumn& column) {
     write("q.");
@@ -228,86 +247,7 @@ void ChangeGenerator::append(const QueryTree& query, const std::vector<Destinati
   sorted_top ? ranked(first, query, nullptr) : Generator::query(query);
   write(") AS q");
   append_filters(query, fields, " WHERE ", write_column);
-}
-
-void ChangeGenerator::update(const UpdateStatement& statement, const Source& target) {
-  write(may_violate_index(statement) ? "UPDATE OR IGNORE " : "UPDATE ");
-  table(target);
-  write(" SET ");
-  assignments(statement);
-  for (const TableReferencePtr& reference : statement.rows.from) joined_tables(*reference, target);
-  if (!others_.empty()) {
-    write(" FROM ");
-    list(others_, ", ", [this](const TableReference* other) { reference(*other); });
-  }
-  joined_where(statement);
-}
-
-void ChangeGenerator::assignments(const UpdateStatement& statement) {
-  std::set<const FieldDefinition*> seen;
-  list(statement.assignments, ", ", [&](const Assignment& assignment) {
-    const SourceColumn& column = assignment.target.source->columns[assignment.target.index];
-    if (column.field->auto_increment()) raise(error_field_not_updatable, column.name);
-    if (!seen.insert(column.field).second) raise(error_duplicate_destination, column.name);
-    name(column.name);
-    write(" = ");
-    store(*column.field, assignment.value->type, StoreMode::Refuse, [&] { value(*assignment.value); });
-  });
-}
-
-/// Takes an inner join apart; SQLite's UPDATE … FROM knows no other.
-void ChangeGenerator::joined_tables(const TableReference& reference, const Source& target) {
-  if (const auto* join = std::get_if<Join>(&reference.node)) {
-    if (join->kind != JoinKind::Inner) raise(error_not_supported, "UPDATE over an outer join");
-    joined_tables(*join->left, target);
-    joined_tables(*join->right, target);
-    conditions_.push_back(join->condition.get());
-    return;
-  }
-  const auto* const named = std::get_if<NamedTable>(&reference.node);
-  if (named == nullptr || named->source != &target) others_.push_back(&reference);
-}
-
-void ChangeGenerator::joined_where(const UpdateStatement& statement) {
-  if (statement.rows.where != nullptr) conditions_.push_back(statement.rows.where.get());
-  if (conditions_.empty()) return;
-  write(" WHERE ");
-  list(conditions_, " AND ", [this](const Expression* part) { condition(*part); });
-}
-
-bool ChangeGenerator::may_violate_index(const UpdateStatement& statement) const {
-  const auto assigned = [&](const std::string& field) {
-    return std::any_of(statement.assignments.begin(), statement.assignments.end(), [&](const Assignment& assignment) {
-      return support::equal_ignoring_case(assignment.target.source->columns[assignment.target.index].name, field);
-    });
-  };
-  return std::any_of(table_.indexes.begin(), table_.indexes.end(), [&](const IndexDefinition& index) {
-    return index.forbids_duplicates() && std::any_of(index.fields.begin(), index.fields.end(), assigned);
-  });
-}
-
-void ChangeGenerator::remove(const DeleteStatement& statement, const Source& target) {
-  write("DELETE FROM ");
-  const Select& rows = statement.rows;
-  if (rows.sources.size() == 1) {
-    table(target);
-    if (rows.where == nullptr) return;
-    write(" WHERE ");
-    condition(*rows.where);
-    return;
-  }
-  name(target.table->name);
-  write(" WHERE ");
-  write(target.table->row_id_column());
-  write(" IN (SELECT ");
-  row_id(target);
-  write(" FROM ");
-  from(rows.from);
-  if (rows.where != nullptr) {
-    write(" WHERE ");
-    condition(*rows.where);
-  }
-  write(")");
+  leave_out_breaches();
 }
 
 void ChangeGenerator::default_value(const Expression& expression, const FieldDefinition& field) {
@@ -325,8 +265,8 @@ int ChangeGenerator::null_error(const FieldDefinition& field) const noexcept {
   return in_key ? error_null_in_key : 0;
 }
 
-template <typename Write>
-void ChangeGenerator::store(const FieldDefinition& field, const ValueType& type, StoreMode mode, Write write_value) {
+void ChangeGenerator::store(const FieldDefinition& field, const ValueType& type, StoreMode mode,
+                            const Writer& write_value) {
   const int error = type.nullable ? null_error(field) : 0;
   if (error != 0) write("jet_required(");
   if (type.kind == Kind::Null) {
@@ -342,8 +282,8 @@ void ChangeGenerator::store(const FieldDefinition& field, const ValueType& type,
   write(")");
 }
 
-template <typename Write>
-void ChangeGenerator::convert(const FieldDefinition& field, const ValueType& type, StoreMode mode, Write write_value) {
+void ChangeGenerator::convert(const FieldDefinition& field, const ValueType& type, StoreMode mode,
+                              const Writer& write_value) {
   if (type.kind == Kind::Null) {
     write("NULL");
   } else if (field.holds_text()) {
@@ -358,9 +298,8 @@ void ChangeGenerator::convert(const FieldDefinition& field, const ValueType& typ
   }
 }
 
-template <typename Write>
 void ChangeGenerator::convert_text(const FieldDefinition& field, const ValueType& type, StoreMode mode,
-                                   Write write_value) {
+                                   const Writer& write_value) {
   const bool fits =
       field.type == DataType::Memo || (type.kind == Kind::Text && type.size > 0 && type.size <= field.size);
   const bool empty_is_refused = mode == StoreMode::Refuse && !field.allow_zero_length && type.may_be_empty;

@@ -2,17 +2,19 @@
 // in it, except where the value's type proves them needless.
 #pragma once
 
+#include <functional>
 #include <string>
 #include <variant>
 #include <vector>
 
 #include "database/engine/embedded/jet_sql/generator.h"
+#include "database/engine/embedded/jet_sql/validation_rule.h"
 
 namespace engine::embedded::jet_sql {
 
 class ChangeGenerator : public Generator {
  public:
-  explicit ChangeGenerator(const TableDefinition& changed) : table_(changed) {}
+  explicit ChangeGenerator(const TableDefinition& changed);
 
   /// 3127 for an unknown field, 3063 for one named twice, 3346 where values and fields differ in number.
   void insert(const InsertStatement& statement);
@@ -25,6 +27,8 @@ class ChangeGenerator : public Generator {
   void default_value(const Expression& expression, const FieldDefinition& field);
 
  private:
+  using Writer = std::function<void()>;
+
   /// Refuse: a value that cannot be stored fails the statement. Append: texts are cut, rows that cannot be stored are
   /// left out. Default: converted only.
   enum class StoreMode { Refuse, Append, Default };
@@ -53,22 +57,34 @@ class ChangeGenerator : public Generator {
   void append_filters(const QueryTree& query, const std::vector<Destination>& fields, std::string_view before,
                       Write write_column);
 
+  // Updates and rules (change_generator_update.cpp). Rules are checked on the row as it will be stored, which a
+  // subselect in FROM gives the name that they use.
+  void named_stored(const FieldDefinition& field, bool named, const Writer& write_stored);
+  void named_row();
+  void raise_breaches(const std::vector<const Rule*>& rules);
+  void leave_out_breaches();
+
   void assignments(const UpdateStatement& statement);
+  void assigned(const Assignment& assignment);
+  void checked_row(const UpdateStatement& statement, const std::vector<const Rule*>& rules);
+  std::vector<const Rule*> rules_of(const UpdateStatement& statement) const;
   void joined_tables(const TableReference& reference, const Source& target);
   void joined_where(const UpdateStatement& statement);
 
   /// The error for Null in the field; 0 where Null may stand.
   int null_error(const FieldDefinition& field) const noexcept;
   bool may_violate_index(const UpdateStatement& statement) const;
-  template <typename Write>
-  void store(const FieldDefinition& field, const ValueType& type, StoreMode mode, Write write_value);
-  template <typename Write>
-  void convert(const FieldDefinition& field, const ValueType& type, StoreMode mode, Write write_value);
-  template <typename Write>
-  void convert_text(const FieldDefinition& field, const ValueType& type, StoreMode mode, Write write_value);
+  void store(const FieldDefinition& field, const ValueType& type, StoreMode mode, const Writer& write_value);
+  void convert(const FieldDefinition& field, const ValueType& type, StoreMode mode, const Writer& write_value);
+  void convert_text(const FieldDefinition& field, const ValueType& type, StoreMode mode, const Writer& write_value);
 
   const TableDefinition& table_;
   bool takes_number_ = false;
+  struct FieldRule {
+    const FieldDefinition* field = nullptr;  ///< null for the table's own rule
+    Rule rule;
+  };
+  std::vector<FieldRule> rules_;
   /// Of an UPDATE over a join: the other tables, and the conditions of the joins.
   std::vector<const TableReference*> others_;
   std::vector<const Expression*> conditions_;

@@ -1,4 +1,5 @@
 #include <algorithm>
+#include <utility>
 
 #include "database/engine/embedded/jet_sql/binder.h"
 #include "database/engine/embedded/jet_sql/change_generator.h"
@@ -26,13 +27,26 @@ const Source* base_of(const QueryTree& query) noexcept {
 /// Carries a statement of the dialect from its tree to the program.
 class Compiler {
  public:
-  Compiler(std::string_view text, const Catalogue& catalogue)
-      : text_(text), catalogue_(catalogue), binder_(catalogue) {}
+  Compiler(std::string_view text, const Catalogue& catalogue, const std::vector<std::string>& parameters)
+      : text_(text), catalogue_(catalogue), binder_(catalogue) {
+    binder_.declare(parameters);
+  }
+
+  void set_headings(std::vector<std::optional<std::string>> headings) {
+    binder_.set_headings(std::move(headings));
+    headings_known_ = true;
+  }
 
   Program operator()(SelectStatement& statement) {
     if (!statement.into.empty()) return select_into(statement);
     binder_.bind(statement);
-    const QueryTree& tree = *statement.query;
+    const Select& first = *statement.query->selects.front();
+    const bool lacks_headings = first.pivot != nullptr && first.pivot->headings.empty();
+    if (lacks_headings && !headings_known_) return cross_table(first);
+    return query(*statement.query);
+  }
+
+  Query query(const QueryTree& tree) {
     const Source* const base = base_of(tree);
     Query query;
     for (const OutputColumn& output : tree.outputs) {
@@ -131,6 +145,12 @@ class Compiler {
   }
 
  private:
+  static Program cross_table(const Select& select) {
+    Generator generator;
+    generator.headings(select);
+    return CrossTable{{generator.take(), {{"heading", DataType::Text, longest_text, {}}}, {}}};
+  }
+
   Program select_into(SelectStatement& statement) {
     if (catalogue_.find_table(statement.into) != nullptr) raise(error_table_exists, statement.into);
     SelectInto program;
@@ -176,13 +196,24 @@ class Compiler {
   std::string_view text_;
   const Catalogue& catalogue_;
   Binder binder_;
+  bool headings_known_ = false;
 };
 
 }  // namespace
 
 Program compile(std::string_view statement, const Catalogue& catalogue) {
-  Statement tree = Parser(statement).parse_statement();
-  return std::visit(Compiler(statement, catalogue), tree);
+  Parser parser(statement);
+  Statement tree = parser.parse_statement();
+  return std::visit(Compiler(statement, catalogue, parser.parameters()), tree);
+}
+
+Query compile_cross_table(std::string_view statement, const Catalogue& catalogue,
+                          std::vector<std::optional<std::string>> headings) {
+  Parser parser(statement);
+  Statement tree = parser.parse_statement();
+  Compiler compiler(statement, catalogue, parser.parameters());
+  compiler.set_headings(std::move(headings));
+  return std::get<Query>(std::visit(compiler, tree));
 }
 
 }  // namespace engine::embedded::jet_sql

@@ -1,5 +1,6 @@
 #include "database/engine/embedded/jet_sql/conversion.h"
 
+#include <algorithm>
 #include <array>
 #include <charconv>
 #include <cmath>
@@ -31,18 +32,6 @@ std::string without_blanks(std::string_view text) {
     if (passed_over.find(character) == std::string_view::npos) rest += character;
   }
   return rest;
-}
-
-/// "&H" and "&O" numbers: up to 16 bits a 16-bit number, up to 32 bits a 32-bit one, signed.
-double prefixed_number(std::string_view digits, int base) {
-  std::uint64_t value = 0;
-  for (const char digit : digits) {
-    if (digit_value(digit) >= base) break;
-    value = value * static_cast<std::uint64_t>(base) + static_cast<std::uint64_t>(digit_value(digit));
-    if (value > 0xFFFFFFFFU) raise(error_overflow);
-  }
-  if (value <= 0xFFFF) return static_cast<std::int16_t>(value);
-  return static_cast<std::int32_t>(value);
 }
 
 /// Length of the number at the text's beginning.
@@ -105,6 +94,24 @@ std::string number_text(double number, char decimal_separator) {
 }
 
 std::string number_text(double number) { return number_text(number, support::user_locale().decimal_separator); }
+
+std::size_t prefixed_digits(std::string_view text, int base) noexcept {
+  const auto* const end =
+      std::find_if(text.begin(), text.end(), [&](char character) { return digit_value(character) >= base; });
+  return static_cast<std::size_t>(end - text.begin());
+}
+
+double prefixed_number(std::string_view digits, int base, bool wide) {
+  constexpr std::uint64_t largest = 0xFFFFFFFF;
+  constexpr std::uint64_t largest_narrow = 0xFFFF;
+  std::uint64_t value = 0;
+  for (const char digit : digits.substr(0, prefixed_digits(digits, base))) {
+    value = value * static_cast<std::uint64_t>(base) + static_cast<std::uint64_t>(digit_value(digit));
+    if (value > largest) raise(error_overflow);
+  }
+  if (value <= largest_narrow && !wide) return static_cast<std::int16_t>(value);
+  return static_cast<std::int32_t>(value);
+}
 
 double widened(double single) {
   const auto narrow = static_cast<float>(single);

@@ -1,4 +1,5 @@
 #include <algorithm>
+#include <array>
 #include <iterator>
 
 #include "database/engine/date_text.h"
@@ -6,6 +7,7 @@
 #include "database/engine/embedded/jet_sql/sqlite_functions.h"
 #include "database/engine/week.h"
 #include "support/encoding.h"
+#include "support/user_locale.h"
 
 namespace engine::embedded::jet_sql {
 
@@ -173,6 +175,31 @@ void to_date(FunctionCall& call) { call.result(call.date(0)); }
 void is_date_text(FunctionCall& call) { call.result(call.is_text(0) && parse_user_date(call.text(0)) ? -1 : 0); }
 void is_date_value(FunctionCall& call) { call.result(call.is_null(0) ? 0 : -1); }
 
+/// A number from 1 on, the short form where the second argument is true.
+template <std::size_t count>
+const std::string& name_of(FunctionCall& call, std::size_t number, const std::array<std::string, count>& names,
+                           const std::array<std::string, count>& short_names) {
+  const bool abbreviated = call.has(1) && call.number(1) != 0;
+  return abbreviated ? short_names.at(number) : names.at(number);
+}
+
+void month_name(FunctionCall& call) {
+  const support::LocaleNames& names = support::user_locale().names;
+  const std::int32_t month = call.whole(0);
+  if (month < 1 || month > 12) raise(error_invalid_call);
+  call.result(std::string_view(name_of(call, static_cast<std::size_t>(month - 1), names.months, names.short_months)));
+}
+
+/// The days are counted from the third argument's, Sunday without it.
+void weekday_name(FunctionCall& call) {
+  const support::LocaleNames& names = support::user_locale().names;
+  const std::int32_t weekday = call.whole(0);
+  if (weekday < 1 || weekday > 7) raise(error_invalid_call);
+  const int from_sunday = (weekday + first_weekday(call, 2) - 2) % 7;
+  call.result(
+      std::string_view(name_of(call, static_cast<std::size_t>(from_sunday), names.weekdays, names.short_weekdays)));
+}
+
 constexpr ScalarRow date_rows[] = {
     row<to_date>("jet_date", 1),
     row<to_date>("jet_cdate", 1),
@@ -189,6 +216,11 @@ constexpr ScalarRow date_rows[] = {
     row<time_value>("jet_timevalue", 1),
     row<weekday>("jet_weekday", 1),
     row<weekday>("jet_weekday", 2),
+    row<month_name>("jet_monthname", 1),
+    row<month_name>("jet_monthname", 2),
+    row<weekday_name>("jet_weekdayname", 1),
+    row<weekday_name>("jet_weekdayname", 2),
+    row<weekday_name>("jet_weekdayname", 3),
     row<year>("jet_year", 1),
     row<month>("jet_month", 1),
     row<day>("jet_day", 1),

@@ -34,9 +34,9 @@ struct FunctionRow {
   std::string_view name;
   FunctionForm form;
   std::string_view sqlite_name;
-  /// A letter per argument: n number, w number as the user sees it (a Single in its shortest form), t text, d date,
-  /// c condition, v anything (the SQLite function has a second form for dates, "…_date"), x anything. A "*" repeats the
-  /// letter before it.
+  /// A letter per argument: n number, i number with the bits of its type behind it (16 or 32), w number as the user
+  /// sees it (a Single in its shortest form), t text, d date, c condition, v anything (the SQLite function has a second
+  /// form for dates, "…_date"), x anything. A "*" repeats the letter before it.
   std::string_view arguments;
   std::size_t required;
   ResultRule rule;

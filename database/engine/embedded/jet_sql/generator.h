@@ -18,6 +18,9 @@ class Generator {
   /// With the row number of `rows_of`, a source of the query's one SELECT, as one more column, the last.
   void query(const QueryTree& query, const Source* rows_of = nullptr);
 
+  /// The headings of a crosstab: one column, in their order.
+  void headings(const Select& select);
+
   /// The text written so far.
   std::string take() { return std::move(out_); }
 
@@ -77,6 +80,8 @@ class Generator {
   void divide(const Binary& binary);
   void whole_divide(const Binary& binary);
   void call(const Call& call);
+  void aggregate(const Call& call);
+  void of_cell(const OutputColumn& cell);
   void plain_call(const Call& call);
   void argument(const Expression& expression, char letter);
   void case_call(const Call& call);
@@ -93,6 +98,7 @@ class Generator {
   void bounds(const Between& between);
   void in_list(const InList& list);
   void in_select(const InSelect& in);
+  void quantified(const Quantified& quantified);
   void like(const Like& like);
   /// The value, and its collation where it is a text.
   void collated(const Expression& expression);
@@ -102,6 +108,7 @@ class Generator {
   void rank(const QueryTree& query);
   void union_member(const Select& select, const QueryTree& query);
   void tail(const Select& select);
+  void rows(const Select& select);
   void output_at(const Select& select, std::size_t position, const ValueType& type, bool collate);
   void output_as(const OutputColumn& column, const ValueType& type, bool collate);
   /// What rows are grouped or sorted by.
@@ -109,6 +116,8 @@ class Generator {
   void order_term(const QueryTree& query, const OrderItem& item, bool by_position);
 
   std::string out_;
+  /// The cell of a crosstab that is being written.
+  const OutputColumn* cell_ = nullptr;
 };
 
 }  // namespace engine::embedded::jet_sql

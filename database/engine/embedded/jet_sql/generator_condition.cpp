@@ -86,6 +86,7 @@ void Generator::predicate(const Expression& expression) {
                           write(node.negated ? " IS NOT NULL)" : " IS NULL)");
                         },
                         [&](const InList& node) { in_list(node); }, [&](const InSelect& node) { in_select(node); },
+                        [&](const Quantified& node) { quantified(node); },
                         [&](const Exists& node) {
                           write("(EXISTS (");
                           query(*node.query);
@@ -215,6 +216,24 @@ void Generator::in_select(const InSelect& in) {
   write(in.negated ? " NOT IN (" : " IN (");
   query(*in.query);
   write("))");
+}
+
+/// One true comparison decides ANY, one false decides ALL; then one with Null.
+void Generator::quantified(const Quantified& quantified) {
+  const OutputColumn& column = quantified.query->outputs.front();
+  const bool by_function = is_variant(*quantified.value) || column.type.kind == Kind::Variant;
+  const bool text = quantified.value->type.is_text() || column.type.is_text();
+  write(quantified.all ? "(SELECT CASE WHEN min(c) = 0 THEN 0" : "(SELECT CASE WHEN max(c) = 1 THEN 1");
+  write(" WHEN count(*) > count(c) THEN NULL ELSE ").write(quantified.all ? "1" : "0");
+  write(by_function ? " END FROM (SELECT jet_compare(" : " END FROM (SELECT (");
+  operand(*quantified.value, column.type);
+  write(by_function ? ", " : sqlite_operator(quantified.op)).write("jet_each.");
+  name(column.name);
+  if (by_function) write(")").write(sqlite_operator(quantified.op)).write("0");
+  if (!by_function) write(text ? " COLLATE JET)" : ")");
+  write(" AS c FROM (");
+  query(*quantified.query);
+  write(") AS jet_each))");
 }
 
 void Generator::like(const Like& like) {

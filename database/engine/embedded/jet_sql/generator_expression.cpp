@@ -1,4 +1,5 @@
 #include <cmath>
+#include <utility>
 
 #include "database/engine/embedded/jet_sql/function_table.h"
 #include "database/engine/embedded/jet_sql/generator.h"
@@ -165,8 +166,9 @@ void Generator::call(const Call& call) {
   switch (call.row->form) {
     case FunctionForm::Plain:
     case FunctionForm::Conversion:
-    case FunctionForm::Aggregate:
       return plain_call(call);
+    case FunctionForm::Aggregate:
+      return aggregate(call);
     case FunctionForm::IIf:
     case FunctionForm::Switch:
       return case_call(call);
@@ -185,6 +187,35 @@ void Generator::call(const Call& call) {
       return;
     case FunctionForm::IsNull:
       return;  // a condition
+  }
+}
+
+/// In a cell of a crosstab over the cell's rows alone; without rows even a count is Null.
+void Generator::aggregate(const Call& call) {
+  const OutputColumn* const cell = std::exchange(cell_, nullptr);
+  if (cell == nullptr) return plain_call(call);
+  const bool counts = call.row->name == "count";
+  if (counts) {
+    write("(CASE WHEN count(*)");
+    of_cell(*cell);
+    write(" > 0 THEN ");
+  }
+  plain_call(call);
+  of_cell(*cell);
+  if (counts) write(" END)");
+  cell_ = cell;
+}
+
+void Generator::of_cell(const OutputColumn& cell) {
+  write(" FILTER (WHERE ");
+  if (cell.heading) {
+    text(*cell.pivot);
+    write(" = ");
+    text_literal(*cell.heading);
+    write(" COLLATE JET)");
+  } else {
+    value(*cell.pivot);
+    write(" IS NULL)");
   }
 }
 
@@ -221,6 +252,10 @@ void Generator::argument(const Expression& expression, char letter) {
     write(")");
   } else if (letter == 'n' || letter == 'w') {
     number(expression);
+  } else if (letter == 'i') {
+    number(expression);
+    const bool narrow = expression.type.is_whole() && expression.type.kind != Kind::Long;
+    write(narrow ? ", 16" : ", 32");
   } else if (letter == 't') {
     text(expression);
   } else if (letter == 'd' && unknown) {

@@ -84,16 +84,31 @@ void Generator::select(const Select& select, const QueryTree& query, const Sourc
   tail(select);
 }
 
-/// FROM, WHERE, GROUP BY, HAVING.
-void Generator::tail(const Select& select) {
+void Generator::headings(const Select& select) {
+  const Expression& head = *select.pivot->head;
+  write("SELECT ");
+  as_text(head.type, [&] { value(head); });
+  rows(select);
+  write(" GROUP BY ");
+  sort_key(head);
+  write(" ORDER BY ");
+  sort_key(head);
+}
+
+/// FROM, WHERE.
+void Generator::rows(const Select& select) {
   if (!select.from.empty()) {
     write(" FROM ");
     from(select.from);
   }
-  if (select.where != nullptr) {
-    write(" WHERE ");
-    condition(*select.where);
-  }
+  if (select.where == nullptr) return;
+  write(" WHERE ");
+  condition(*select.where);
+}
+
+/// FROM, WHERE, GROUP BY, HAVING.
+void Generator::tail(const Select& select) {
+  rows(select);
   if (!select.group_by.empty()) {
     write(" GROUP BY ");
     list(select.group_by, ", ", [&](const ExpressionPtr& group) { sort_key(*group); });
@@ -151,7 +166,9 @@ void Generator::rank(const QueryTree& query) {
 
 void Generator::output(const OutputColumn& shown) {
   if (shown.expression != nullptr) {
+    cell_ = shown.pivot != nullptr ? &shown : nullptr;
     value(*shown.expression);
+    cell_ = nullptr;
   } else {
     column(*shown.source, shown.index);
   }

@@ -3,6 +3,7 @@
 #pragma once
 
 #include <cstdint>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <variant>
@@ -30,6 +31,12 @@ struct Query {
   /// The one table whose rows the query shows row by row, so that a recordset over it can be updated; else empty. The
   /// SQLite statement then has one column more, the last: the row's rowid.
   std::string base_table;
+};
+
+/// TRANSFORM … PIVOT without a list of headings: they are read from the rows, and compile_cross_table() then makes the
+/// query.
+struct CrossTable {
+  Query headings;
 };
 
 /// INSERT, UPDATE and DELETE: one SQLite statement, conversions and checks included; sqlite3_changes tells the rows.
@@ -78,14 +85,19 @@ struct DropIndex {
   std::string index;
 };
 
-using Program = std::variant<Query, Change, SelectInto, CreateTable, AddField, AlterField, DropField, DropTable,
-                             CreateIndex, DropIndex>;
+using Program = std::variant<Query, CrossTable, Change, SelectInto, CreateTable, AddField, AlterField, DropField,
+                             DropTable, CreateIndex, DropIndex>;
 
 /// Compiles one statement. Raises RuntimeError with the engine's number: 3075/3131/3134/3141/3144/3290/3293 syntax,
 /// 3078 unknown table, 3061 unknown column, 3127 INSERT INTO with an unknown field, 3464 type mismatch in criterion,
 /// 3085 unknown function, 3142 text after the end of the statement, 3129 no statement of the dialect, 3360 too complex.
 /// Any text may be given: time, memory and stack are bounded.
 Program compile(std::string_view statement, const Catalogue& catalogue);
+
+/// The query of a crosstab with a column for each heading, Null as "<>". Raises as compile(), 3190 for more than 255
+/// columns, 3063 where a heading is empty or the name of a column before it.
+Query compile_cross_table(std::string_view statement, const Catalogue& catalogue,
+                          std::vector<std::optional<std::string>> headings);
 
 /// The SQLite text of a default expression of a field (`0`, `-1`, `"0"`, `True`, `""`, Now()), converted to the field's
 /// type; "NULL" where there is none. A text field's default may lack its quotes. Raises as compile() does.

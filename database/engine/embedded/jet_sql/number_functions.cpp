@@ -1,5 +1,7 @@
+#include <algorithm>
 #include <cmath>
 #include <limits>
+#include <string>
 
 #include "database/engine/embedded/jet_sql/collation.h"
 #include "database/engine/embedded/jet_sql/conversion.h"
@@ -89,16 +91,66 @@ void compare_values(FunctionCall& call) {
   }
 }
 
+double rounded_to(double value, int decimals) {
+  const double scale = std::pow(10.0, decimals);
+  // A number of this size has no such decimals.
+  if (!std::isfinite(value * scale)) return value;
+  // The decimal number that the user sees is rounded: 2.675 is not a little less.
+  const double scaled = support::parse_number(number_text(value * scale)).value_or(value * scale);
+  return support::round_half_even(scaled) / scale;
+}
+
 void round(FunctionCall& call) {
   const int decimals = call.has(1) ? call.whole(1) : 0;
   if (decimals < 0 || decimals > most_round_decimals) raise(error_invalid_call);
   if (call.is_whole(0)) return call.result_argument(0);
-  const double scale = std::pow(10.0, decimals);
-  // A number of this size has no such decimals.
-  if (!std::isfinite(call.number(0) * scale)) return call.result_argument(0);
-  // The decimal number that the user sees is rounded: 2.675 is not a little less.
-  const double scaled = support::parse_number(number_text(call.number(0) * scale)).value_or(call.number(0) * scale);
-  call.result(support::round_half_even(scaled) / scale);
+  call.result(rounded_to(call.number(0), decimals));
+}
+
+/// Money has four decimals, and 64 bits in all.
+void to_currency(FunctionCall& call) {
+  constexpr double beyond = 922337203685477.625;
+  const double value = rounded_to(call.number(0), 4);
+  if (!(std::abs(value) < beyond)) raise(error_overflow);
+  call.result(value);
+}
+
+/// The digits of a whole number of 16 or 32 bits; of a negative one those of its complement.
+template <int bits_of_digit>
+void in_digits(FunctionCall& call) {
+  const std::int32_t value = call.whole(0);
+  std::uint32_t rest = call.whole64(1) == 16 ? static_cast<std::uint16_t>(value) : static_cast<std::uint32_t>(value);
+  std::string digits;
+  do {
+    digits.insert(digits.begin(), "0123456789ABCDEF"[rest % (1U << bits_of_digit)]);
+    rest >>= bits_of_digit;
+  } while (rest != 0);
+  call.result(std::string_view(digits));
+}
+
+/// Partition(number, start, stop, interval): the range that the number lies in, " 20: 29", the numbers right-aligned.
+void partition(FunctionCall& call) {
+  const std::int64_t number = call.whole(0);
+  const std::int64_t start = call.whole(1);
+  const std::int64_t stop = call.whole(2);
+  const std::int64_t interval = call.whole(3);
+  if (start < 0 || stop <= start || interval < 1) raise(error_invalid_call);
+  const std::size_t width = std::to_string(stop + 1).size();
+  const auto aligned = [&](const std::string& text) {
+    return std::string(text.size() < width ? width - text.size() : 0, ' ') + text;
+  };
+  std::string low;
+  std::string high;
+  if (number < start) {
+    high = std::to_string(start - 1);
+  } else if (number > stop) {
+    low = std::to_string(stop + 1);
+  } else {
+    const std::int64_t first = start + (number - start) / interval * interval;
+    low = std::to_string(first);
+    high = std::to_string(std::min(first + interval - 1, stop));
+  }
+  call.result(std::string_view(aligned(low) + ":" + aligned(high)));
 }
 
 template <double (*function)(double)>
@@ -190,6 +242,10 @@ constexpr ScalarRow number_rows[] = {
     row<compare_values>("jet_compare", 2),
     row<round>("jet_round", 1),
     row<round>("jet_round", 2),
+    row<to_currency>("jet_ccur", 1),
+    row<in_digits<4>>("jet_hex", 2),
+    row<in_digits<3>>("jet_oct", 2),
+    row<partition>("jet_partition", 4),
     row<to_whole<down>>("jet_int", 1),
     row<to_whole<towards_zero>>("jet_fix", 1),
     row<sign>("jet_sgn", 1),

@@ -28,17 +28,23 @@ Parser::Parser(std::string_view statement) : statement_(statement), tokens_(toke
 
 Statement Parser::parse_statement() {
   clause_ = error_no_statement;
+  if (accept_word("PARAMETERS")) parse_parameters();
+  refuse_statement();
   Statement statement;
-  if (at_word("SELECT")) {
+  if (at_query()) {
     SelectStatement select;
     select.query = parse_query(&select);
     statement = std::move(select);
+  } else if (accept_word("TRANSFORM")) {
+    statement = parse_transform();
   } else if (accept_word("INSERT")) {
     statement = parse_insert();
   } else if (accept_word("UPDATE")) {
     statement = parse_update();
   } else if (accept_word("DELETE")) {
     statement = parse_delete();
+  } else if (!parameters_.empty()) {
+    fail_here();
   } else if (accept_word("CREATE")) {
     statement = parse_create();
   } else if (accept_word("ALTER")) {
@@ -58,6 +64,14 @@ ExpressionPtr Parser::parse_lone_expression() {
   ExpressionPtr expression = parse_expression();
   expect_end();
   return expression;
+}
+
+ExpressionPtr Parser::parse_rule(std::string_view field) {
+  clause_ = error_expression_syntax;
+  implied_field_ = field;
+  ExpressionPtr rule = parse_expression();
+  expect_end();
+  return rule;
 }
 
 const Token& Parser::peek(std::size_t ahead) const noexcept {
@@ -94,7 +108,7 @@ void Parser::expect_symbol(std::string_view symbol) {
   if (!accept_symbol(symbol)) fail_here();
 }
 
-void Parser::fail_here() const { raise(clause_); }
+void Parser::fail_here() const { raise(clause_, place_of(statement_, peek())); }
 
 bool Parser::at_name(std::size_t ahead) const noexcept {
   const Token& token = peek(ahead);
@@ -116,7 +130,7 @@ std::string Parser::expect_any_name() {
 void Parser::expect_end() {
   const bool ended = accept_symbol(";");
   if (peek().kind == TokenKind::End) return;
-  raise(ended ? error_text_after_end : clause_);
+  raise(ended ? error_text_after_end : clause_, place_of(statement_, peek()));
 }
 
 }  // namespace engine::embedded::jet_sql

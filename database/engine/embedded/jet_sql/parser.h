@@ -20,8 +20,13 @@ class Parser {
 
   /// The statement, which must be all of the text but a ";" at its end.
   Statement parse_statement();
+  /// The names that the statement's PARAMETERS clause declares.
+  const std::vector<std::string>& parameters() const noexcept { return parameters_; }
   /// An expression that is all of the text; a "=" may stand before it.
   ExpressionPtr parse_lone_expression();
+  /// A condition that is all of the text. A comparison, LIKE, BETWEEN, IN or IS with nothing before it speaks of the
+  /// field.
+  ExpressionPtr parse_rule(std::string_view field);
 
  private:
   /// Counts the levels of recursion.
@@ -44,8 +49,13 @@ class Parser {
   bool accept_symbol(std::string_view symbol);
   void expect_word(std::string_view keyword);
   void expect_symbol(std::string_view symbol);
-  /// Raises the number of the clause that is being read.
+  /// Raises the number of the clause that is being read, with the place.
   [[noreturn]] void fail_here() const;
+  /// Raises 3251 with the name of what other dialects know and this one does not, where it begins here.
+  void refuse_statement() const;
+  void refuse_after_table() const;
+  void refuse_after_expression() const;
+  void refuse_operand() const;
   bool at_name(std::size_t ahead = 0) const noexcept;
   /// A name that may be quoted; a word that is reserved is none.
   std::string expect_name();
@@ -59,19 +69,30 @@ class Parser {
   ExpressionPtr parse_prefix();
   ExpressionPtr parse_minus();
   ExpressionPtr parse_primary();
+  ExpressionPtr parse_prefixed_number();
   ExpressionPtr parse_word();
   ExpressionPtr parse_call();
   ExpressionPtr parse_column();
   ExpressionPtr parse_parenthesis();
+  bool at_quantifier() const noexcept;
+  ExpressionPtr parse_quantified(BinaryOperator op, ExpressionPtr value);
   bool at_predicate() const noexcept;
+  bool lacks_field(int lowest_precedence) const noexcept;
   ExpressionPtr parse_predicate(ExpressionPtr value);
   ExpressionPtr parse_between(ExpressionPtr value, bool negated);
   ExpressionPtr parse_in(ExpressionPtr value, bool negated);
   std::vector<ExpressionPtr> parse_list();
 
   // Queries (parser_query.cpp)
+  /// True for a SELECT, and for a parenthesis that begins a union.
+  bool at_query(std::size_t ahead = 0) const noexcept;
+  std::size_t behind_parenthesis(std::size_t ahead) const noexcept;
   QueryPtr parse_query(SelectStatement* into);
+  std::unique_ptr<Select> parse_member(SelectStatement* into);
+  std::unique_ptr<Select> parse_whole_table();
   std::unique_ptr<Select> parse_select(SelectStatement* into);
+  SelectStatement parse_transform();
+  void parse_pivot(Pivot& pivot);
   void parse_predicates(Select& select);
   void parse_items(Select& select);
   SelectItem parse_item();
@@ -93,6 +114,7 @@ class Parser {
   Statement parse_create();
   Statement parse_alter();
   Statement parse_drop();
+  void parse_parameters();
   CreateTable parse_create_table();
   CreateIndex parse_create_index(bool unique);
   void parse_index_option(IndexDefinition& index);
@@ -112,6 +134,11 @@ class Parser {
   int clause_ = 0;
   int depth_ = 0;
   int select_depth_ = 0;
+  bool transforms_ = false;
+  bool pivots_ = false;
+  /// The field that conditions of a rule speak of; empty elsewhere.
+  std::string implied_field_;
+  std::vector<std::string> parameters_;
 };
 
 }  // namespace engine::embedded::jet_sql

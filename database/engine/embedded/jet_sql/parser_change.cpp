@@ -16,9 +16,11 @@ InsertStatement Parser::parse_insert() {
     expect_symbol("(");
     insert.values = parse_list();
     expect_symbol(")");
+    if (peek().is_symbol(",")) raise(error_not_supported, "several rows of VALUES");
     return insert;
   }
-  if (!at_word("SELECT")) fail_here();
+  if (at_word("DEFAULT") && at_word("VALUES", 1)) raise(error_not_supported, "DEFAULT VALUES");
+  if (!at_query()) fail_here();
   insert.query = parse_query(nullptr);
   return insert;
 }

@@ -39,7 +39,34 @@ constexpr TypeWord type_words[] = {
     {"LONGCHAR", DataType::Memo},       {"NOTE", DataType::Memo},
 };
 
+const TypeWord* find_type(const Token& word) noexcept {
+  const auto* const row = std::find_if(std::begin(type_words), std::end(type_words),
+                                       [&](const TypeWord& candidate) { return word.is_word(candidate.word); });
+  return row == std::end(type_words) ? nullptr : row;
+}
+
+/// Types of parameters that no field here can have.
+constexpr std::string_view other_parameter_types[] = {"BINARY", "CURRENCY", "DECIMAL", "GUID", "MONEY", "VALUE"};
+
 }  // namespace
+
+/// "PARAMETERS [from] DATETIME, [count] LONG;" before a statement. Nobody gives them values here.
+void Parser::parse_parameters() {
+  clause_ = error_parameters_syntax;
+  do {
+    parameters_.push_back(expect_name());
+    if (peek().kind != TokenKind::Word) fail_here();
+    const Token word = take();
+    const bool other = std::ranges::any_of(other_parameter_types, [&](auto type) { return word.is_word(type); });
+    if (find_type(word) == nullptr && !other) raise(error_invalid_data_type, word.text);
+    if (!accept_symbol("(")) continue;
+    if (take().kind != TokenKind::Number) fail_here();
+    expect_symbol(")");
+  } while (accept_symbol(","));
+  clause_ = error_missing_semicolon;
+  expect_symbol(";");
+  clause_ = error_no_statement;
+}
 
 Statement Parser::parse_create() {
   if (accept_word("TABLE")) return parse_create_table();
@@ -82,9 +109,8 @@ FieldDefinition Parser::parse_typed_field() {
   const std::string name = expect_name();
   const Token word = take();
   if (word.kind != TokenKind::Word) fail_here();
-  const auto* const row = std::find_if(std::begin(type_words), std::end(type_words),
-                                       [&](const TypeWord& candidate) { return word.is_word(candidate.word); });
-  if (row == std::end(type_words)) raise(error_invalid_data_type);
+  const TypeWord* const row = find_type(word);
+  if (row == nullptr) raise(error_invalid_data_type, word.text);
   FieldDefinition field = new_field(name, row->type);
   if (row->counter) field.attributes |= attribute_auto_increment;
   if (row->type == DataType::Text) parse_field_size(field);
@@ -144,7 +170,9 @@ IndexDefinition Parser::parse_constraint() {
     index.primary = true;
     index.required = true;
   } else if (!accept_word("UNIQUE")) {
-    raise(error_not_supported, "constraints other than PRIMARY KEY and UNIQUE");
+    if (at_word("REFERENCES") || at_word("FOREIGN")) raise(error_not_supported, "foreign keys");
+    if (at_word("CHECK")) raise(error_not_supported, "CHECK constraints");
+    fail_here();
   }
   index.unique = true;
   if (peek().is_symbol("(")) index.fields = parse_names();

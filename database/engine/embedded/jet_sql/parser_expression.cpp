@@ -1,6 +1,7 @@
 #include <algorithm>
 #include <utility>
 
+#include "database/engine/embedded/jet_sql/conversion.h"
 #include "database/engine/embedded/jet_sql/error_numbers.h"
 #include "database/engine/embedded/jet_sql/parser.h"
 
@@ -96,17 +97,20 @@ bool negate(Literal& literal) noexcept {
 ExpressionPtr Parser::parse_expression() {
   const int clause = std::exchange(clause_, error_expression_syntax);
   ExpressionPtr expression = parse_binary(0);
+  refuse_after_expression();
   // What follows an expression and belongs to no clause lacks an operator before it.
   const TokenKind next = peek().kind;
   if (next == TokenKind::Number || next == TokenKind::Text || next == TokenKind::Date) fail_here();
-  if (at_name() && !at_word("ASC") && !at_word("DESC")) fail_here();
+  const bool pivot = transforms_ && at_word("PIVOT");
+  if (at_name() && !at_word("ASC") && !at_word("DESC") && !pivot) fail_here();
   clause_ = clause;
   return expression;
 }
 
 ExpressionPtr Parser::parse_binary(int lowest_precedence) {
   const Level level(depth_);
-  ExpressionPtr left = parse_prefix();
+  const bool implied = lacks_field(lowest_precedence);
+  ExpressionPtr left = implied ? make(ColumnName{.table = {}, .column = implied_field_}, 0) : parse_prefix();
   while (true) {
     if (lowest_precedence <= predicate_precedence && at_predicate()) {
       left = parse_predicate(std::move(left));
@@ -115,10 +119,34 @@ ExpressionPtr Parser::parse_binary(int lowest_precedence) {
     const OperatorRow* const row = find_operator(peek());
     if (row == nullptr || row->precedence < lowest_precedence) return left;
     take();
+    if (at_quantifier() && is_comparison(row->op)) {
+      left = parse_quantified(row->op, std::move(left));
+      continue;
+    }
     ExpressionPtr right = parse_binary(row->precedence + 1);
     const int height = std::max(left->height, right->height);
     left = make(Binary{row->op, std::move(left), std::move(right)}, height);
   }
+}
+
+bool Parser::at_quantifier() const noexcept {
+  return (at_word("ANY") || at_word("SOME") || at_word("ALL")) && peek(1).is_symbol("(") && at_query(2);
+}
+
+ExpressionPtr Parser::parse_quantified(BinaryOperator op, ExpressionPtr value) {
+  const bool all = take().is_word("ALL");
+  take();
+  QueryPtr query = parse_query(nullptr);
+  expect_symbol(")");
+  const int height = std::max(value->height, query->height);
+  return make(Quantified{op, std::move(value), std::move(query), all}, height);
+}
+
+/// In a rule, at a condition whose left side is missing.
+bool Parser::lacks_field(int lowest_precedence) const noexcept {
+  if (implied_field_.empty() || lowest_precedence > not_precedence) return false;
+  const OperatorRow* const row = find_operator(peek());
+  return at_predicate() || (row != nullptr && is_comparison(row->op));
 }
 
 ExpressionPtr Parser::parse_prefix() {
@@ -156,6 +184,7 @@ ExpressionPtr Parser::parse_primary() {
       return parse_column();
     case TokenKind::Symbol:
       if (peek().is_symbol("(")) return parse_parenthesis();
+      if (peek().is_symbol("&")) return parse_prefixed_number();
       fail_here();
     case TokenKind::End:
       fail_here();
@@ -163,8 +192,24 @@ ExpressionPtr Parser::parse_primary() {
   fail_here();
 }
 
+/// "&HFF" and "&O17"; a "&" right behind makes a number of 32 bits.
+ExpressionPtr Parser::parse_prefixed_number() {
+  const Token sign = take();
+  const Token& digits = peek();
+  const char letter = digits.kind == TokenKind::Word ? static_cast<char>(digits.text.front() | 0x20) : ' ';
+  const int base = letter == 'h' ? 16 : letter == 'o' ? 8 : 0;
+  if (base == 0 || digits.begin != sign.end) fail_here();
+  const std::string text = digits.text.substr(1);
+  if (text.empty() || prefixed_digits(text, base) != text.size()) fail_here();
+  const std::size_t end = take().end;
+  const bool wide = peek().is_symbol("&") && peek().begin == end;
+  if (wide) take();
+  return make(Literal{static_cast<std::int64_t>(prefixed_number(text, base, wide))}, 0);
+}
+
 ExpressionPtr Parser::parse_word() {
-  if (at_word("EXISTS") && peek(1).is_symbol("(") && at_word("SELECT", 2)) {
+  refuse_operand();
+  if (at_word("EXISTS") && peek(1).is_symbol("(") && at_query(2)) {
     position_ += 2;
     QueryPtr query = parse_query(nullptr);
     expect_symbol(")");
@@ -175,6 +220,8 @@ ExpressionPtr Parser::parse_word() {
   const bool function = at_name() || at_word("LEFT") || at_word("RIGHT");
   if (function && peek(1).is_symbol("(")) return parse_call();
   if (accept_word("NULL")) return make(Literal{}, 0);
+  // A word of a join; where an operand stands it is the constant.
+  if (accept_word("ON")) return make(Literal{true}, 0);
   if (at_word("TRUE") || at_word("FALSE")) return make(Literal{take().is_word("TRUE")}, 0);
   return parse_column();
 }
@@ -183,18 +230,21 @@ ExpressionPtr Parser::parse_call() {
   Call call;
   call.function = take().text;
   expect_symbol("(");
+  if (at_word("DISTINCT")) raise(error_not_supported, "aggregates with DISTINCT");
   if (accept_symbol("*")) {
     call.star = true;
   } else if (!peek().is_symbol(")")) {
     call.arguments = parse_list();
   }
   expect_symbol(")");
+  if (at_word("OVER") && peek(1).is_symbol("(")) raise(error_not_supported, "window functions");
   const int height = height_of(call.arguments);
   return make(std::move(call), height);
 }
 
 ExpressionPtr Parser::parse_column() {
   ColumnName name;
+  name.quoted = peek().kind == TokenKind::QuotedName;
   name.column = expect_name();
   if (accept_symbol(".") || accept_symbol("!")) {
     name.table = std::exchange(name.column, {});
@@ -205,7 +255,7 @@ ExpressionPtr Parser::parse_column() {
 
 ExpressionPtr Parser::parse_parenthesis() {
   expect_symbol("(");
-  if (at_word("SELECT")) {
+  if (at_query()) {
     QueryPtr query = parse_query(nullptr);
     expect_symbol(")");
     const int height = query->height;
@@ -219,6 +269,7 @@ ExpressionPtr Parser::parse_parenthesis() {
 bool Parser::at_predicate() const noexcept {
   const std::size_t negation = at_word("NOT") ? 1 : 0;
   for (const std::string_view keyword : {"BETWEEN", "LIKE", "IN"}) {
+    if (pivots_ && keyword == "IN") continue;
     if (at_word(keyword, negation)) return true;
   }
   return at_word("IS");
@@ -250,7 +301,7 @@ ExpressionPtr Parser::parse_between(ExpressionPtr value, bool negated) {
 
 ExpressionPtr Parser::parse_in(ExpressionPtr value, bool negated) {
   expect_symbol("(");
-  if (at_word("SELECT")) {
+  if (at_query()) {
     QueryPtr query = parse_query(nullptr);
     expect_symbol(")");
     const int height = std::max(value->height, query->height);
@@ -263,10 +314,12 @@ ExpressionPtr Parser::parse_in(ExpressionPtr value, bool negated) {
 }
 
 std::vector<ExpressionPtr> Parser::parse_list() {
+  const std::string implied = std::exchange(implied_field_, {});
   std::vector<ExpressionPtr> items;
   do {
     items.push_back(parse_binary(0));
   } while (accept_symbol(","));
+  implied_field_ = implied;
   return items;
 }
 

@@ -45,11 +45,13 @@ QueryPtr Parser::parse_query(SelectStatement* into) {
   if (select_depth_ >= deepest_select) raise(error_too_complex);
   ++select_depth_;
   auto query = std::make_unique<QueryTree>();
-  query->selects.push_back(parse_select(into));
+  const bool first_is_table = at_word("TABLE");
+  query->selects.push_back(parse_member(into));
+  if (first_is_table && !at_word("UNION")) fail_here();
   while (accept_word("UNION")) {
     if (query->selects.size() >= most_unions) raise(error_too_complex);
     query->union_all.push_back(accept_word("ALL"));
-    query->selects.push_back(parse_select(nullptr));
+    query->selects.push_back(parse_member(nullptr));
   }
   query->order_by = parse_order_by();
   for (const auto& select : query->selects) raise_height(query->height, *select);
@@ -58,6 +60,48 @@ QueryPtr Parser::parse_query(SelectStatement* into) {
   // Inside another clause, what follows is that clause's matter.
   if (into == nullptr) clause_ = clause;
   return query;
+}
+
+/// How many tokens from here the one stands that follows the parenthesis, which begins `ahead` tokens from here.
+std::size_t Parser::behind_parenthesis(std::size_t ahead) const noexcept {
+  int open = 0;
+  for (; peek(ahead).kind != TokenKind::End; ++ahead) {
+    if (peek(ahead).is_symbol("(")) ++open;
+    if (peek(ahead).is_symbol(")") && --open == 0) return ahead + 1;
+  }
+  return ahead;
+}
+
+bool Parser::at_query(std::size_t ahead) const noexcept {
+  if (at_word("SELECT", ahead)) return true;
+  if (at_word("TABLE", ahead)) return at_name(ahead + 1) && at_word("UNION", ahead + 2);
+  // "((SELECT …) UNION …" and not "((SELECT …) AS x INNER JOIN …" or "((SELECT …) + 1".
+  std::size_t inner = ahead;
+  while (peek(inner).is_symbol("(")) ++inner;
+  if (inner == ahead || !at_word("SELECT", inner)) return false;
+  return at_word("UNION", behind_parenthesis(ahead));
+}
+
+/// A SELECT, one in parentheses, or TABLE and a name.
+std::unique_ptr<Select> Parser::parse_member(SelectStatement* into) {
+  if (at_word("TABLE")) return parse_whole_table();
+  if (!accept_symbol("(")) return parse_select(into);
+  QueryPtr query = parse_query(nullptr);
+  expect_symbol(")");
+  if (query->selects.size() == 1 && query->order_by.empty()) return std::move(query->selects.front());
+  const int height = query->height;
+  auto all = std::make_unique<Select>();
+  all->items.emplace_back().star = true;
+  all->from.push_back(make_reference(DerivedTable{.query = std::move(query), .alias = {}}, height));
+  return all;
+}
+
+std::unique_ptr<Select> Parser::parse_whole_table() {
+  expect_word("TABLE");
+  auto all = std::make_unique<Select>();
+  all->items.emplace_back().star = true;
+  all->from.push_back(make_reference(NamedTable{.table = expect_name(), .alias = {}}, 0));
+  return all;
 }
 
 std::unique_ptr<Select> Parser::parse_select(SelectStatement* into) {
@@ -77,6 +121,47 @@ std::unique_ptr<Select> Parser::parse_select(SelectStatement* into) {
   }
   parse_groups(*select);
   return select;
+}
+
+/// TRANSFORM value SELECT … GROUP BY … PIVOT expression [IN (headings)].
+SelectStatement Parser::parse_transform() {
+  clause_ = error_transform_syntax;
+  auto pivot = std::make_unique<Pivot>();
+  pivot->value = parse_expression();
+  if (accept_word("AS")) expect_any_name();
+  if (!at_word("SELECT")) fail_here();
+  SelectStatement statement;
+  transforms_ = true;
+  statement.query = parse_query(nullptr);
+  transforms_ = false;
+  Select& select = *statement.query->selects.front();
+  if (statement.query->selects.size() > 1) raise(error_not_supported, "UNION in TRANSFORM");
+  if (select.distinct || select.distinct_row || select.top) raise(error_not_supported, "DISTINCT and TOP in TRANSFORM");
+  if (select.having != nullptr) raise(error_not_supported, "HAVING in TRANSFORM");
+  clause_ = error_transform_syntax;
+  if (select.group_by.empty()) fail_here();
+  parse_pivot(*pivot);
+  raise_height(statement.query->height, pivot->value);
+  raise_height(statement.query->height, pivot->head);
+  select.pivot = std::move(pivot);
+  return statement;
+}
+
+void Parser::parse_pivot(Pivot& pivot) {
+  expect_word("PIVOT");
+  // A list behind IN is that of the headings.
+  pivots_ = true;
+  pivot.head = parse_expression();
+  pivots_ = false;
+  if (!accept_word("IN")) return;
+  expect_symbol("(");
+  do {
+    if (pivot.headings.size() >= most_fields) raise(error_too_many_fields);
+    pivot.headings.push_back(parse_expression());
+    const auto* const literal = std::get_if<Literal>(&pivot.headings.back()->node);
+    if (literal == nullptr || std::holds_alternative<std::monostate>(literal->value)) fail_here();
+  } while (accept_symbol(","));
+  expect_symbol(")");
 }
 
 void Parser::parse_predicates(Select& select) {
@@ -192,6 +277,7 @@ TableReferencePtr Parser::parse_joins() {
     const int height = std::max({left->height, right->height, condition->height});
     left = make_reference(Join{kind, std::move(left), std::move(right), std::move(condition)}, height);
   }
+  refuse_after_table();
   return left;
 }
 
@@ -214,6 +300,7 @@ bool Parser::accept_join(JoinKind& kind) {
 TableReferencePtr Parser::parse_table() {
   const auto parse_alias = [this]() -> std::string {
     if (accept_word("AS")) return expect_name();
+    refuse_after_table();
     return at_name() ? expect_name() : std::string{};
   };
   if (!accept_symbol("(")) {
@@ -222,7 +309,7 @@ TableReferencePtr Parser::parse_table() {
     table.alias = parse_alias();
     return make_reference(std::move(table), 0);
   }
-  if (!at_word("SELECT")) {
+  if (!at_query()) {
     TableReferencePtr joined = parse_joins();
     expect_symbol(")");
     return joined;

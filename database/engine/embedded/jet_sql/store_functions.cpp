@@ -80,6 +80,14 @@ void required(FunctionCall& call) {
   call.result_argument(0);
 }
 
+/// Condition, the number and text of the error where it is false.
+void check_rule(FunctionCall& call) {
+  if (!call.is_null(0) && call.number(0) == 0) {
+    throw support::RuntimeError(static_cast<int>(call.whole64(1)), std::string(call.text(2)));
+  }
+  call.result(1);
+}
+
 constexpr ScalarRow store_rows[] = {
     row<store_boolean>("jet_store_boolean", 1),
     row<store_whole<std::uint8_t>>("jet_store_byte", 1),
@@ -91,6 +99,7 @@ constexpr ScalarRow store_rows[] = {
     row<store_text>("jet_store_text", 4),
     row<cut_text>("jet_cut_text", 2),
     row<required>("jet_required", 3, NullRule::IsTaken),
+    row<check_rule>("jet_check_rule", 3, NullRule::IsTaken),
 };
 
 }  // namespace

@@ -102,21 +102,94 @@ void position_of(FunctionCall& call) {
   call.result(static_cast<std::int64_t>(support::character_count(std::string_view(whole).substr(0, found)) + 1));
 }
 
+/// An argument that tells how to compare: 0 by the letters as they stand, 1 or 2 without regard to case.
+bool compares_exactly(const FunctionCall& call, int position) {
+  const std::int32_t comparison = call.has(position) ? call.whole(position) : 0;
+  if (comparison < 0 || comparison > 2) raise(error_invalid_call);
+  return comparison == 0;
+}
+
+/// InStrRev(text, wanted [, last place, comparison]): the place of the last one that ends at the last place or before.
+void last_position_of(FunctionCall& call) {
+  const std::int32_t last = call.has(2) ? call.whole(2) : -1;
+  if (last == 0 || last < -1) raise(error_invalid_call);
+  const bool exact = compares_exactly(call, 3);
+  const auto folded = [&](std::string_view text) { return exact ? std::string(text) : support::to_lower(text); };
+  const std::string whole = folded(call.text(0));
+  const std::string wanted = folded(call.text(1));
+  const std::size_t count = support::character_count(whole);
+  const std::size_t end = last == -1 ? count : static_cast<std::size_t>(last);
+  if (whole.empty() || end > count) return call.result(0);
+  if (wanted.empty()) return call.result(static_cast<std::int64_t>(end));
+  const std::string_view searched = support::first_characters(whole, end);
+  const std::size_t found = searched.rfind(wanted);
+  if (found == std::string_view::npos) return call.result(0);
+  call.result(static_cast<std::int64_t>(support::character_count(searched.substr(0, found)) + 1));
+}
+
+/// Replace(text, wanted, replacement [, start [, count [, comparison]]]): the text from the start on.
 void replace(FunctionCall& call) {
-  const std::string whole(call.text(0));
-  const std::string wanted(call.text(1));
+  const std::int32_t start = call.has(3) ? call.whole(3) : 1;
+  const std::int32_t most = call.has(4) ? call.whole(4) : -1;
+  const bool exact = compares_exactly(call, 5);
+  if (start < 1 || most < -1) raise(error_invalid_call);
+  const std::string_view given = call.text(0);
+  const std::string whole(given.substr(support::first_characters(given, static_cast<std::size_t>(start - 1)).size()));
+  const auto folded = [&](std::string_view text) { return exact ? std::string(text) : support::to_lower(text); };
+  const std::string searched = folded(whole);
+  const std::string wanted = folded(call.text(1));
   const std::string replacement(call.text(2));
-  if (wanted.empty()) return call.result(std::string_view(whole));
   const auto limit =
       static_cast<std::size_t>(sqlite3_limit(sqlite3_context_db_handle(call.context()), SQLITE_LIMIT_LENGTH, -1));
   std::string changed;
   std::size_t from = 0;
-  for (std::size_t at = whole.find(wanted); at != std::string::npos; at = whole.find(wanted, from)) {
+  for (std::int32_t done = 0; !wanted.empty() && done != most; ++done) {
+    const std::size_t at = searched.find(wanted, from);
+    if (at == std::string::npos) break;
     changed.append(whole, from, at - from) += replacement;
     if (changed.size() > limit) return sqlite3_result_error_toobig(call.context());
     from = at + wanted.size();
   }
   call.result(std::string_view(changed.append(whole, from)));
+}
+
+void reverse(FunctionCall& call) {
+  const std::string_view whole = call.text(0);
+  std::string reversed(whole.size(), ' ');
+  for (std::string_view rest = whole; !rest.empty();) {
+    const std::string_view first = support::first_characters(rest, 1);
+    rest.remove_prefix(first.size());
+    first.copy(reversed.data() + rest.size(), first.size());
+  }
+  call.result(std::string_view(reversed));
+}
+
+/// Each word with a capital letter, the rest in small ones.
+std::string in_proper_case(std::string_view text) {
+  constexpr std::string_view between_words{"\0\t\n\v\f\r ", 7};
+  std::string proper;
+  bool begins_word = true;
+  for (std::string_view rest = text; !rest.empty();) {
+    const std::string_view first = support::first_characters(rest, 1);
+    proper += begins_word ? support::to_upper(first) : support::to_lower(first);
+    begins_word = between_words.find(first) != std::string_view::npos;
+    rest.remove_prefix(first.size());
+  }
+  return proper;
+}
+
+/// StrConv(text, 1 upper case, 2 lower case, 3 proper case).
+void convert_case(FunctionCall& call) {
+  switch (call.whole(1)) {
+    case 1:
+      return upper(call);
+    case 2:
+      return lower(call);
+    case 3:
+      return call.result(std::string_view(in_proper_case(call.text(0))));
+    default:
+      raise(error_invalid_call);
+  }
 }
 
 /// Precondition: a code of CP1252 but 0.
@@ -165,6 +238,21 @@ void character_of(FunctionCall& call) {
   call.result(std::string_view(character_of_code(code)));
 }
 
+/// The code in 16 bits, signed; of a character that takes two of them, the first.
+void wide_code_of(FunctionCall& call) {
+  const std::u16string units = support::utf16_from_utf8(support::first_characters(call.text(0), 1));
+  if (units.empty()) raise(error_invalid_call);
+  call.result(std::int32_t{static_cast<std::int16_t>(units.front())});
+}
+
+void wide_character_of(FunctionCall& call) {
+  const std::int32_t code = call.whole(0);
+  const auto unit = static_cast<char16_t>(code);
+  const bool half_a_character = unit >= 0xD800 && unit < 0xE000;
+  if (code < -32768 || code > 65535 || unit == 0 || half_a_character) raise(error_invalid_call);
+  call.result(std::string_view(support::utf8_from_utf16(std::u16string(1, unit))));
+}
+
 void date_as_text(FunctionCall& call) { call.result(std::string_view(date_text(call.date(0)))); }
 
 constexpr ScalarRow text_rows[] = {
@@ -186,13 +274,23 @@ constexpr ScalarRow text_rows[] = {
     row<position_of>("jet_instr", 2),
     row<position_of>("jet_instr", 3),
     row<position_of>("jet_instr", 4),
+    row<last_position_of>("jet_instrrev", 2),
+    row<last_position_of>("jet_instrrev", 3),
+    row<last_position_of>("jet_instrrev", 4),
     row<replace>("jet_replace", 3),
+    row<replace>("jet_replace", 4),
+    row<replace>("jet_replace", 5),
+    row<replace>("jet_replace", 6),
+    row<reverse>("jet_strreverse", 1),
+    row<convert_case>("jet_strconv", 2),
     row<space>("jet_space", 1),
     row<repeat>("jet_string", 2),
     row<compare_as_asked>("jet_strcomp", 2),
     row<compare_as_asked>("jet_strcomp", 3),
     row<code_of>("jet_asc", 1),
     row<character_of>("jet_chr", 1),
+    row<wide_code_of>("jet_ascw", 1),
+    row<wide_character_of>("jet_chrw", 1),
 };
 
 }  // namespace

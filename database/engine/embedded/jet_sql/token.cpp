@@ -1,5 +1,6 @@
 #include "database/engine/embedded/jet_sql/token.h"
 
+#include <algorithm>
 #include <charconv>
 #include <optional>
 #include <system_error>
@@ -76,6 +77,15 @@ class Tokenizer {
     if (token.text.size() > longest_name) raise(error_invalid_name, "…");
   }
 
+  /// Raises the number for what begins at the place.
+  [[noreturn]] void fail(int number, std::size_t begin, TokenKind kind, std::string_view text = {}) const {
+    Token token;
+    token.kind = kind;
+    token.text = text;
+    token.begin = begin;
+    raise(number, place_of(statement_, token));
+  }
+
   void skip_digits() {
     while (support::is_digit(peek())) ++position_;
   }
@@ -104,6 +114,7 @@ class Tokenizer {
 
   /// A quote inside is written twice.
   std::string read_quoted(char quote) {
+    const std::size_t begin = position_;
     std::string content;
     for (++position_; position_ < statement_.size(); ++position_) {
       if (statement_[position_] == quote) {
@@ -112,23 +123,25 @@ class Tokenizer {
       }
       content += statement_[position_];
     }
-    raise(error_expression_syntax);
+    fail(error_expression_syntax, begin, TokenKind::Text);
   }
 
   void read_quoted_name(Token& token, char closing) {
     const std::size_t end = statement_.find(closing, position_ + 1);
-    if (end == std::string_view::npos) raise(error_invalid_bracketing);
+    if (end == std::string_view::npos) fail(error_invalid_bracketing, position_, TokenKind::Symbol, "[");
     token.kind = TokenKind::QuotedName;
     token.text = statement_.substr(position_ + 1, end - position_ - 1);
-    if (token.text.empty() || token.text.size() > longest_name) raise(error_invalid_bracketing);
+    if (token.text.empty() || token.text.size() > longest_name) {
+      fail(error_invalid_bracketing, position_, TokenKind::Symbol, "[");
+    }
     position_ = end + 1;
   }
 
   void read_date(Token& token) {
     const std::size_t end = statement_.find('#', position_ + 1);
-    if (end == std::string_view::npos) raise(error_expression_syntax);
+    if (end == std::string_view::npos) fail(error_expression_syntax, position_, TokenKind::Date);
     const std::optional<Date> date = parse_date(statement_.substr(position_ + 1, end - position_ - 1), "mdy");
-    if (!date) raise(error_expression_syntax);
+    if (!date) fail(error_expression_syntax, position_, TokenKind::Date);
     token.kind = TokenKind::Date;
     token.number = date->days;
     position_ = end + 1;
@@ -136,6 +149,7 @@ class Tokenizer {
 
   void read_symbol(Token& token) {
     const std::string_view rest = statement_.substr(position_);
+    if (rest.starts_with("/*")) raise(error_not_supported, "remarks in the text");
     for (const std::string_view symbol : symbol_tokens) {
       if (!rest.starts_with(symbol)) continue;
       token.kind = TokenKind::Symbol;
@@ -143,7 +157,7 @@ class Tokenizer {
       position_ += symbol.size();
       return;
     }
-    raise(error_expression_syntax);
+    fail(error_expression_syntax, position_, TokenKind::Symbol, support::first_characters(rest, 1));
   }
 
   std::string_view statement_;
@@ -158,6 +172,29 @@ bool Token::is_word(std::string_view keyword) const noexcept {
     if (upper(text[i]) != keyword[i]) return false;
   }
   return true;
+}
+
+std::string place_of(std::string_view statement, const Token& token) {
+  const std::string_view before = statement.substr(0, token.begin);
+  const std::size_t line_begin = before.find_last_of('\n') + 1;
+  std::string place = "line " + std::to_string(std::ranges::count(before, '\n') + 1) + ", column " +
+                      std::to_string(support::character_count(before.substr(line_begin)) + 1);
+  switch (token.kind) {
+    case TokenKind::Word:
+    case TokenKind::Symbol:
+      return place + ": '" + token.text + "'";
+    case TokenKind::QuotedName:
+      return place + ": [" + token.text + "]";
+    case TokenKind::Number:
+      return place + ": a number";
+    case TokenKind::Text:
+      return place + ": a text";
+    case TokenKind::Date:
+      return place + ": a date";
+    case TokenKind::End:
+      return place + ": the end";
+  }
+  return place;
 }
 
 std::vector<Token> tokenize(std::string_view statement) {

@@ -36,6 +36,10 @@ struct Token {
   bool is_symbol(std::string_view symbol) const noexcept { return kind == TokenKind::Symbol && text == symbol; }
 };
 
+/// Where a token stands and what it is, for an error's text: "line 1, column 8: 'FROM'". Of a text, a number and a date
+/// only that they are one: what a statement stores stays out of errors.
+std::string place_of(std::string_view statement, const Token& token);
+
 /// The statement's tokens, one of kind End last. Raises 3075 for a character, text or date that is none, 3126 for a
 /// bracket that is not closed, 3360 for a statement beyond the size limit.
 std::vector<Token> tokenize(std::string_view statement);
