@@ -1,4 +1,5 @@
 // Any text as a statement: a program that SQLite prepares, or an error with a number. Running it ends, too.
+#include "database/engine/embedded/field_type.h"
 #include "fuzz/target.h"
 #include "support/error.h"
 #include "tests/jet_sql/sql_database.h"
@@ -17,9 +18,23 @@ constexpr std::string_view seed[] = {
     "INSERT INTO glucose (datum, wert, patient) VALUES (#3/8/2024#, 101, 2)",
 };
 
+/// A table with rules.
+engine::embedded::TableDefinition ruled_table() {
+  using engine::embedded::new_field;
+  engine::embedded::TableDefinition table{.name = "ruled", .fields = {}};
+  table.fields = {new_field("id", engine::DataType::Long), new_field("n", engine::DataType::Single),
+                  new_field("t", engine::DataType::Text, 20)};
+  table.fields[0].attributes |= engine::attribute_auto_increment;
+  table.fields[1].validation_rule = "Between 1 And 9 Or Is Null";
+  table.fields[2].validation_rule = "Like 'a*'";
+  table.validation_rule = "Len([t]) > [n]";
+  return table;
+}
+
 SqlDatabase& database() {
   static SqlDatabase* const filled = [] {
     auto* const made = new SqlDatabase();
+    made->create(ruled_table());
     for (const std::string_view statement : seed) made->run(statement);
     return made;
   }();
@@ -27,8 +42,11 @@ SqlDatabase& database() {
 }
 
 /// The SQLite statement of a program; empty for a change of layout.
-std::string sqlite_text(const engine::embedded::jet_sql::Program& program) {
+std::string sqlite_text(std::string_view statement, const engine::embedded::jet_sql::Program& program) {
   using namespace engine::embedded::jet_sql;
+  if (std::holds_alternative<CrossTable>(program)) {
+    return compile_cross_table(statement, database().catalogue(), {"1", std::nullopt, "Müller"}).sqlite_sql;
+  }
   if (const auto* const query = std::get_if<Query>(&program)) return query->sqlite_sql;
   if (const auto* const change = std::get_if<Change>(&program)) return change->sqlite_sql;
   return {};
@@ -64,7 +82,11 @@ void run(const std::string& text) {
 int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
   const std::string_view statement = fuzz::text_of(data, size);
   try {
-    const std::string text = sqlite_text(engine::embedded::jet_sql::compile(statement, database().catalogue()));
+    const auto program = engine::embedded::jet_sql::compile(statement, database().catalogue());
+    if (const auto* const table = std::get_if<engine::embedded::jet_sql::CrossTable>(&program)) {
+      run(table->headings.sqlite_sql);
+    }
+    const std::string text = sqlite_text(statement, program);
     if (!text.empty()) run(text);
   } catch (const support::RuntimeError& error) {
     fuzz::promise(error.number() != 0, "an error has a number");

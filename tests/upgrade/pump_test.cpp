@@ -202,21 +202,41 @@ struct PlainEntry {
   bool basal = true;
 };
 
-bool in_night(std::int64_t second, std::int64_t from, std::int64_t until) {
-  return second % day_length >= from || second % day_length <= until;
-}
+/// A period as the plain model knows it: days from the first on, and of each the times of day.
+struct PlainPeriod {
+  std::int64_t first = 0, last = 0;
+  std::int64_t from = 0, until = day_length - 1;
+  bool has_times = true;
+  std::string weekdays = {};
+
+  bool holds_day(std::int64_t second) const {
+    const std::int64_t weekday = (second / day_length + 5) % 7 + 1;  // 1 May 2020 was a Friday
+    return weekdays.empty() || weekdays.find(std::to_string(weekday)) != std::string::npos;
+  }
+  bool holds_time(std::int64_t second) const {
+    const std::int64_t time = second % day_length;
+    return from <= until ? time >= from && time <= until : time >= from || time <= until;
+  }
+  bool holds_entry(std::int64_t second) const {
+    const std::int64_t day = second / day_length;
+    return day >= first && day <= last && holds_day(second) && holds_time(second);
+  }
+  std::int64_t start() const { return first * day_length + from; }
+  std::int64_t end() const { return (from > until && first == last ? last + 1 : last) * day_length + until; }
+};
 
 /// The rates of the entries, each from its second on.
-double plain_basal(const std::vector<PlainEntry>& sorted, std::int64_t start, std::int64_t end, std::int64_t from,
-                   std::int64_t until) {
+double plain_basal(const std::vector<PlainEntry>& sorted, const PlainPeriod& period) {
+  const std::int64_t start = period.start(), end = period.end();
   std::vector<PlainEntry> rates;
   const PlainEntry* newest = nullptr;
   const PlainEntry* first = nullptr;
   for (const PlainEntry& entry : sorted) {
     if (!entry.basal) continue;
+    const bool within = entry.second >= start && entry.second <= end;
     if (entry.second < start && entry.second >= start - 7 * day_length) newest = &entry;
-    if (!first && entry.second >= start && entry.second <= end) first = &entry;
-    if (entry.second >= start && entry.second <= end && in_night(entry.second, from, until)) rates.push_back(entry);
+    if (!first && within) first = &entry;
+    if (within && period.holds_time(entry.second) && period.holds_day(entry.second)) rates.push_back(entry);
   }
   if (!newest) newest = first;
   if (newest && (rates.empty() || rates[0].second != start)) rates.insert(rates.begin(), {start, newest->amount});
@@ -226,6 +246,19 @@ double plain_basal(const std::vector<PlainEntry>& sorted, std::int64_t start, st
     units += rates[i].amount / 3600 * static_cast<double>(lasted > day_length ? 3600 : lasted);
   }
   return units;
+}
+
+PlainPeriod plain_period(std::mt19937& random) {
+  PlainPeriod period;
+  period.first = static_cast<std::int64_t>(random() % 11);
+  period.last = period.first + static_cast<std::int64_t>(random() % 3);
+  if (random() % 4 == 0) period.weekdays = random() % 2 == 0 ? "1,7" : "2,3,4,5,6";
+  period.has_times = random() % 4 != 0;
+  if (!period.has_times) return period;
+  period.from = static_cast<std::int64_t>(random() % 96) * 900;
+  period.until = static_cast<std::int64_t>(random() % 96) * 900;
+  if (period.until == 0) period.until = 900;
+  return period;
 }
 
 /// One entry a moment; a second before the hour is among them, since bounds are whole minutes or have seconds.
@@ -245,7 +278,47 @@ std::string moment_literals(std::int64_t second) {
   return "#5/" + std::to_string(1 + second / day_length) + "/2020#, " + time_literal(time);
 }
 
-TEST_F(Pump, CountsPeriodsThatCrossMidnightAsAPlainModelDoes) {
+/// What the entries of one kind come to, day by day and hour by hour.
+struct PlainFigures {
+  std::map<std::int64_t, double> days;
+  std::map<std::int64_t, std::pair<int, double>> hours;
+  int entries = 0;
+  double total = 0;
+};
+
+PlainFigures plain_figures(const std::vector<PlainEntry>& entries, const PlainPeriod& period, bool basal) {
+  PlainFigures figures;
+  for (const PlainEntry& entry : entries) {
+    if (entry.basal != basal || entry.amount <= 0 || !period.holds_entry(entry.second)) continue;
+    ++figures.entries;
+    figures.total += entry.amount;
+    figures.days[entry.second / day_length] += entry.amount;
+    auto& [count, sum] = figures.hours[entry.second % day_length / 3600];
+    ++count;
+    sum += entry.amount;
+  }
+  return figures;
+}
+
+void expect_figures(const PumpStatistics& found, const PlainFigures& basal, const PlainFigures& bolus) {
+  EXPECT_EQ(found.basal_entries, basal.entries);
+  EXPECT_EQ(found.basal_days, static_cast<std::int32_t>(basal.days.size()));
+  EXPECT_EQ(found.boluses, bolus.entries);
+  EXPECT_EQ(found.bolus_days, static_cast<std::int32_t>(bolus.days.size()));
+  EXPECT_NEAR(found.bolus_total, bolus.total, 1e-6);
+  EXPECT_NEAR(found.bolus_per_day * static_cast<double>(bolus.days.size()), bolus.total, 1e-6);
+  EXPECT_EQ(found.hours.size(), basal.hours.size() + bolus.hours.size());
+  for (const PumpStatistics::Hour& hour : found.hours) {
+    const auto& hours = hour.type == 1 ? basal.hours : bolus.hours;
+    const auto known = hours.find(hour.hour);
+    ASSERT_NE(known, hours.end()) << hour.hour;
+    EXPECT_EQ(hour.entries, known->second.first);
+    EXPECT_NEAR(hour.total, known->second.second, 1e-6);
+    EXPECT_NEAR(hour.average * hour.entries, hour.total, 1e-6);
+  }
+}
+
+TEST_F(Pump, CountsAnyPeriodAsAPlainModelDoes) {
   std::mt19937 random{31};
   for (int round = 0; round < 4; ++round) {
     const std::vector<PlainEntry> entries = plain_entries(random);
@@ -257,26 +330,20 @@ TEST_F(Pump, CountsPeriodsThatCrossMidnightAsAPlainModelDoes) {
     }
     const std::string file = database_with(stored);
     const Opened opened = open(file);
-    for (int i = 0; i < 30; ++i) {
-      const auto first = static_cast<int>(random() % 11), last = first + static_cast<int>(random() % 3);
-      const std::int64_t until = static_cast<std::int64_t>(random() % 48) * 900;
-      const std::int64_t from = until + 900 * (1 + static_cast<std::int64_t>(random() % (95 - until / 900)));
-      PumpPeriod period = days(first + 1, last + 1);
-      period.times.emplace(engine::Date{static_cast<double>(from) / day_length},
-                           engine::Date{static_cast<double>(until) / day_length});
-      const std::int64_t end = (first == last ? last + 1 : last) * day_length + until;
+    for (int i = 0; i < 50; ++i) {
+      const PlainPeriod plain = plain_period(random);
+      SCOPED_TRACE(std::to_string(round) + "/" + std::to_string(i) + " days " + std::to_string(plain.first) + "-" +
+                   std::to_string(plain.last) + ", " + std::to_string(plain.from) + "-" + std::to_string(plain.until) +
+                   ", weekdays " + plain.weekdays);
+      PumpPeriod period = days(static_cast<int>(plain.first) + 1, static_cast<int>(plain.last) + 1);
+      period.weekdays = plain.weekdays;
+      if (plain.has_times) {
+        period.times.emplace(engine::Date{static_cast<double>(plain.from) / day_length},
+                             engine::Date{static_cast<double>(plain.until) / day_length});
+      }
       const PumpStatistics found = db_GetIGPumpStats(environment, *opened.database, period);
-      EXPECT_NEAR(found.basal_total, plain_basal(entries, first * day_length + from, end, from, until), 0.05)
-          << round << "/" << i << " days " << first << "-" << last << " " << from << "-" << until;
-      const auto counted = [&](bool basal) {
-        return std::ranges::count_if(entries, [&](const PlainEntry& entry) {
-          const std::int64_t day = entry.second / day_length;
-          return entry.basal == basal && entry.amount > 0 && day >= first && day <= last &&
-                 in_night(entry.second, from, until);
-        });
-      };
-      EXPECT_EQ(found.basal_entries, counted(true));
-      EXPECT_EQ(found.boluses, counted(false));
+      EXPECT_NEAR(found.basal_total, plain_basal(entries, plain), 0.05);
+      expect_figures(found, plain_figures(entries, plain, true), plain_figures(entries, plain, false));
     }
   }
 }

@@ -96,6 +96,17 @@ bool is_same_for_all_rows(const Expression& expression) noexcept {
   return same;
 }
 
+bool has_aggregate_without_column(const Expression& expression) noexcept {
+  const Expression& shown = behind_alias(expression);
+  const auto* const call = std::get_if<Call>(&shown.node);
+  if (call != nullptr && call->row->form == FunctionForm::Aggregate && is_same_for_all_rows(shown)) return true;
+  bool found = false;
+  visit_parts(
+      shown, [&](const Expression& part) { found = found || has_aggregate_without_column(part); },
+      [](const QueryTree&) {});
+  return found;
+}
+
 bool is_predicate(const Expression& expression) noexcept {
   return std::visit(Overloaded{[](const Literal&) { return false; }, [](const ColumnName&) { return false; },
                                [](const ScalarSelect&) { return false; },

@@ -323,6 +323,11 @@ void Binder::bind_node(Expression& expression, Quantified& quantified, Scope& sc
   contain(expression, quantified.query->height);
   if (quantified.query->outputs.size() != 1) raise(error_subquery_columns);
   check_comparable(quantified.value->type, quantified.query->outputs.front().type);
+  // The value is written inside of the subselect: SQLite tells by a column alone that an aggregate is not the
+  // subselect's.
+  if (has_aggregate_without_column(*quantified.value)) {
+    raise(error_not_supported, "an aggregate of no field before ANY or ALL");
+  }
   expression.type = boolean(true);
 }
 

@@ -88,6 +88,8 @@ class Generator {
   void choose_call(const Call& call);
   void nz_call(const Call& call);
   void scalar(const ScalarSelect& scalar);
+  /// A query inside an expression: its aggregates are its own.
+  void subselect(const QueryTree& inner);
 
   // Conditions
   void predicate(const Expression& expression);

@@ -89,7 +89,7 @@ void Generator::predicate(const Expression& expression) {
                         [&](const Quantified& node) { quantified(node); },
                         [&](const Exists& node) {
                           write("(EXISTS (");
-                          query(*node.query);
+                          subselect(*node.query);
                           write("))");
                         },
                         [&](const Call& node) {
@@ -214,7 +214,7 @@ void Generator::in_select(const InSelect& in) {
   write("(");
   collated(*in.value);
   write(in.negated ? " NOT IN (" : " IN (");
-  query(*in.query);
+  subselect(*in.query);
   write("))");
 }
 
@@ -232,7 +232,7 @@ void Generator::quantified(const Quantified& quantified) {
   if (by_function) write(")").write(sqlite_operator(quantified.op)).write("0");
   if (!by_function) write(text ? " COLLATE JET)" : ")");
   write(" AS c FROM (");
-  query(*quantified.query);
+  subselect(*quantified.query);
   write(") AS jet_each))");
 }
 

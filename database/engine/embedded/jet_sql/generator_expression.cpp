@@ -312,15 +312,21 @@ void Generator::nz_call(const Call& call) {
 void Generator::scalar(const ScalarSelect& scalar) {
   write("(");
   if (gives_one_row(*scalar.query)) {
-    query(*scalar.query);
+    subselect(*scalar.query);
   } else {
     write("SELECT jet_only(");
     name(scalar.query->outputs.front().name);
     write(") FROM (");
-    query(*scalar.query);
+    subselect(*scalar.query);
     write(")");
   }
   write(")");
+}
+
+void Generator::subselect(const QueryTree& inner) {
+  const OutputColumn* const cell = std::exchange(cell_, nullptr);
+  query(inner);
+  cell_ = cell;
 }
 
 }  // namespace engine::embedded::jet_sql

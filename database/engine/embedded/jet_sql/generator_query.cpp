@@ -1,4 +1,5 @@
 #include <algorithm>
+#include <utility>
 
 #include "database/engine/embedded/jet_sql/generator.h"
 
@@ -166,9 +167,9 @@ void Generator::rank(const QueryTree& query) {
 
 void Generator::output(const OutputColumn& shown) {
   if (shown.expression != nullptr) {
-    cell_ = shown.pivot != nullptr ? &shown : nullptr;
+    const OutputColumn* const cell = std::exchange(cell_, shown.pivot != nullptr ? &shown : nullptr);
     value(*shown.expression);
-    cell_ = nullptr;
+    cell_ = cell;
   } else {
     column(*shown.source, shown.index);
   }
