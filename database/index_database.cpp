@@ -220,7 +220,12 @@ OpenPatient open_current_patient(const Environment& environment, std::string_vie
   if (!is_due) return open;
   std::unique_ptr<engine::Recordset> none;
   db_cleanup(open.engine, open.database, none);
-  outcome.upgrade = upgrade_file(environment, file);
+  try {
+    outcome.upgrade = upgrade_file(environment, file);
+  } catch (const UpgradeFailure& failure) {
+    outcome.kept_copy = failure.copy();
+    throw;
+  }
   return open_patient(environment, file);
 }
 

@@ -26,6 +26,8 @@ inline constexpr std::int16_t write = 21;  ///< and above: from the patient reco
 struct IndexOutcome {
   /// Of the patient's database, where its layout called for that.
   std::optional<FileUpgrade> upgrade;
+  /// Name of the copy that an upgrade which failed has left beside the patient's database.
+  std::string kept_copy;
   /// Why no row was stored or removed: what the patient's database or the index raised.
   std::optional<support::RuntimeError> failure;
 };

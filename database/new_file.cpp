@@ -1,21 +1,10 @@
 #include "database/new_file.h"
 
-#include <random>
-
-#include "database/formatted.h"
 #include "database/open_database.h"
 #include "support/abandoned_files.h"
 #include "support/common_code.h"
 
 namespace database {
-namespace {
-
-/// No two runs, and no file left by a run that was killed, meet under this name.
-std::string working_name(const std::string& path) {
-  return path + std::string(support::new_database_mark) + formatted("%08x", std::random_device{}());
-}
-
-}  // namespace
 
 NewFile::NewFile(const Environment& environment, std::string_view path, std::string_view password)
     : files_(environment.file_system()), path_(path) {
@@ -23,7 +12,7 @@ NewFile::NewFile(const Environment& environment, std::string_view path, std::str
   if (target_exists()) throw support::RuntimeError(3204, "the database exists already");
   support::remove_abandoned_files(files_.host_path(path_), support::new_database_mark);
   engine_ = create_engine(environment, false);
-  working_path_ = working_name(path_);
+  working_path_ = support::working_path(path_, support::new_database_mark);
   try {
     database_ = engine_->create_database(working_path_, engine::locale_general, engine::version_30);
     if (!password.empty()) database_->new_password("", password);

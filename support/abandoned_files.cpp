@@ -1,6 +1,9 @@
 #include "support/abandoned_files.h"
 
+#include <array>
 #include <chrono>
+#include <cstdio>
+#include <random>
 
 #include "support/host_file.h"
 #include "support/host_path.h"
@@ -23,7 +26,7 @@ bool is_working_name(std::string_view name, std::string_view beginning) {
   return !name.empty() && name.find_first_not_of(token_characters) == std::string_view::npos;
 }
 
-bool is_abandoned(const fs::path& file) {
+bool is_old_and_unused(const fs::path& file) {
   std::error_code failure;
   if (fs::symlink_status(file, failure).type() != fs::file_type::regular) return false;
   const fs::file_time_type changed = fs::last_write_time(file, failure);
@@ -31,9 +34,25 @@ bool is_abandoned(const fs::path& file) {
   return is_host_file_unused(host_path_of(file));
 }
 
+/// A journal is written once in a long transaction, and nobody locks it: whether its writer lives tells the database.
+bool is_abandoned(const fs::path& file) {
+  if (!is_old_and_unused(file)) return false;
+  std::string database = host_path_of(file);
+  if (!database.ends_with(journal_ending)) return true;
+  database.resize(database.size() - journal_ending.size());
+  return !host_file_exists(database) || is_old_and_unused(std_path(database));
+}
+
 }  // namespace
 
+std::string working_path(std::string_view path, std::string_view mark) {
+  std::array<char, 9> token{};
+  std::snprintf(token.data(), token.size(), "%08x", std::random_device{}());
+  return std::string(path).append(mark).append(token.data());
+}
+
 void remove_abandoned_files(const std::string& host_path, std::string_view mark) {
+  if (mark == replacement_mark && !host_file_exists(host_path)) return;
   std::error_code failure;
   const fs::path file = std_path(host_path);
   const std::string beginning = host_path_of(file.filename()).append(mark);

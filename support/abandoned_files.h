@@ -12,9 +12,14 @@ namespace support {
 inline constexpr std::string_view replacement_mark = ".writing-";
 inline constexpr std::string_view new_database_mark = ".creating-";
 
+/// The path of a file that is still being written for `path`: no two runs, and no file left by a run that was killed,
+/// meet under it.
+std::string working_path(std::string_view path, std::string_view mark);
+
 /// Removes what processes that were killed left beside the file, given by its host path: files with the mark after its
-/// name (and their journals) that no process has open for writing and that were not changed for ten minutes. Never
-/// raises.
+/// name that no process has open and that were not changed for ten minutes. A journal goes only with the database that
+/// it belongs to, or where that is gone. What was to replace a file stays as long as that file is missing: it may be
+/// all that is left of it. Never raises.
 void remove_abandoned_files(const std::string& host_path, std::string_view mark);
 
 }  // namespace support

@@ -3,6 +3,7 @@
 #pragma once
 
 #include <cstdint>
+#include <functional>
 #include <memory>
 #include <optional>
 #include <string>
@@ -19,6 +20,17 @@ bool host_file_exists(const std::string& path);
 /// Writes beside the file, syncs, and renames over it. An existing file keeps its access rights, and a link stays a
 /// link to it; a new file is the user's alone. Raises 75, with the file as it was, also for a read-only file.
 void replace_host_file(const std::string& path, std::string_view content);
+
+/// Renames within one file system; never replaces: false where `target` exists or the call fails. The new name is on
+/// the disk afterwards.
+bool rename_host_file(const std::string& source, const std::string& target);
+
+/// Puts a file, which is closed and synced, in the place of another one in one step and takes over its access rights.
+/// Raises 75: the target is as it was and the source is gone, or, where the system has lost the target, the text names
+/// the source, which is kept. `may_replace` is asked before each try; false ends them.
+void replace_with_host_file(
+    const std::string& source, const std::string& target,
+    const std::function<bool()>& may_replace = [] { return true; });
 
 /// Keeps other processes that ask for it from changing the file, for reading and replacing it in one go. Waits five
 /// seconds, then raises 70. Where the system has no lock to give, there is none.

@@ -94,6 +94,11 @@ void check_row(const Call& call, const database::PatientRecord& patient, bool ma
 }
 
 void tell_upgrade(const Call& call, const std::string& file, const database::IndexOutcome& outcome) {
+  if (!outcome.kept_copy.empty()) {
+    call.progress.clear();
+    call.console.err << support::host_file_system().host_path(file) << ": as it was before: " << outcome.kept_copy
+                     << '\n';
+  }
   if (!outcome.upgrade) return;
   call.progress.clear();
   call.console.out << support::host_file_system().host_path(file) << ": upgraded from " << outcome.upgrade->layout

@@ -7,6 +7,7 @@
 #include "apps/patientdb/tool_environment.h"
 #include "apps/patientdb/upgrade_progress.h"
 #include "database/open_database.h"
+#include "database/upgrade/file_upgrade.h"
 #include "database/upgrade/ladder.h"
 #include "support/encoding.h"
 
@@ -17,7 +18,8 @@ constexpr std::string_view usage = "FILE… [--yes|--no] [--backup|--no-backup] 
 
 constexpr std::string_view details =
     R"(A database of an older layout is brought up to the current one, or stays as it was where that fails. First a copy is
-made beside it, checked, and named with the old layout (NAME.4.40.das); a copy that is there is never overwritten.
+made beside it, checked, and named with the old layout (NAME.4.40.das); a copy that is there is never overwritten. An
+upgrade that fails leaves its copy only where the disk or the network has failed.
 
 Ten days of pump data or more are converted only after a question, which is asked on the terminal unless --yes or
 --no answers it. A database whose conversion was declined is not asked for it again.
@@ -39,36 +41,14 @@ struct Outcome {
   std::string file;
   std::string_view state;  ///< "upgraded", "current", "newer", "foreign", "failed"
   std::string layout;      ///< before
-  std::string copy;        ///< its name; empty where none was made
+  std::string copy;        ///< its name; empty where there is none
   std::optional<support::RuntimeError> error;
   std::vector<std::string> notes;  ///< what was left behind
   bool good() const { return state == "upgraded" || state == "current"; }
 };
 
-std::string layout_text(const database::VersionRecord& record) {
-  return std::to_string(record.MajVersion) + "." + std::to_string(record.MinVersion);
-}
-
 /// The layout that every upgrade leads to.
-std::string current_layout() { return layout_text({}); }
-
-/// "…\name.4.40.das", or "…\name.4.40-2.das" and so on where that is taken. Raises 3204 where all are.
-std::string save_copy(engine::Database& database, const std::string& path, const std::string& layout) {
-  constexpr int most_copies = 99;
-  const std::size_t name = path.find_last_of("\\/:") + 1;
-  const std::size_t dot = path.rfind('.');
-  const std::size_t stem = dot == std::string::npos || dot < name ? path.size() : dot;
-  for (int number = 1;; ++number) {
-    const std::string tail = number > 1 ? "-" + std::to_string(number) : "";
-    const std::string copy = path.substr(0, stem) + "." + layout + tail + path.substr(stem);
-    try {
-      database.save_copy(copy);
-      return copy.substr(name);
-    } catch (const support::RuntimeError& error) {
-      if (error.number() != 3204 || number == most_copies) throw;
-    }
-  }
-}
+std::string current_layout() { return database::layout_text({}); }
 
 /// The last error that a procedure passed over, which is the one that ended it.
 class LastError {
@@ -103,6 +83,9 @@ class Upgrader {
     };
     try {
       upgrade(database_path(file), outcome);
+    } catch (const database::UpgradeFailure& failure) {
+      outcome.error = failure;
+      outcome.copy = failure.copy();
     } catch (const support::RuntimeError& error) {
       outcome.error = error;
     }
@@ -120,14 +103,13 @@ class Upgrader {
     database::VersionRecord record;
     const bool ours = database::db_ReadDBInfo(environment_.get(), *database, record);
     if (!ours && last.any()) throw last.error();
-    outcome.layout = layout_text(record);
+    outcome.layout = database::layout_text(record);
     outcome.state = !ours                             ? "foreign"
                     : database::needs_upgrade(record) ? "failed"
                     : is_current(record)              ? "current"
                                                       : "newer";
     if (!ours || !database::needs_upgrade(record)) return;
-    if (makes_copies_) outcome.copy = save_copy(*database, path, outcome.layout);
-    if (database::db_WriteDBInfo(environment_.get(), *database, record) != 1) throw last.error();
+    outcome.copy = database::upgrade_opened(environment_.get(), *database, path, record, makes_copies_).copy;
     outcome.state = "upgraded";
   }
 
@@ -145,7 +127,8 @@ class Upgrader {
 void write_text(console::Console& console, const Outcome& outcome) {
   for (const std::string& note : outcome.notes) console.err << outcome.file << ": " << note << '\n';
   if (outcome.error) {
-    console.err << outcome.file << ": error " << outcome.error->number() << ": " << outcome.error->what() << '\n';
+    console.err << outcome.file << ": error " << outcome.error->number() << ": " << outcome.error->what();
+    console.err << (outcome.copy.empty() ? "" : " (as it was before: " + outcome.copy + ")") << '\n';
   } else if (outcome.state == "upgraded") {
     console.out << outcome.file << ": upgraded from " << outcome.layout << " to " << current_layout();
     console.out << (outcome.copy.empty() ? "" : ", copy in " + outcome.copy) << '\n';

@@ -1,6 +1,7 @@
 #include "database/upgrade/file_upgrade.h"
 
 #include <optional>
+#include <utility>
 
 #include "database/file_failure.h"
 #include "database/open_database.h"
@@ -41,11 +42,37 @@ class LastPassedOver {
       [this](std::string_view, const support::RuntimeError& error) { error_ = error; }};
 };
 
-std::string layout_of(const VersionRecord& record) {
+/// The lock of another user ends an upgrade before it has changed anything.
+bool leaves_copy(const support::RuntimeError& failure) {
+  constexpr int in_use = 3045;
+  return is_file_failure(failure) && failure.number() != in_use;
+}
+
+std::string name_in(std::string_view path) { return std::string(path.substr(path.find_last_of("\\/:") + 1)); }
+
+}  // namespace
+
+UpgradeFailure::UpgradeFailure(const support::RuntimeError& failure, std::string copy)
+    : RuntimeError(failure), copy_(std::move(copy)) {}
+
+std::string layout_text(const VersionRecord& record) {
   return std::to_string(record.MajVersion) + "." + std::to_string(record.MinVersion);
 }
 
-}  // namespace
+FileUpgrade upgrade_opened(const Environment& environment, engine::Database& database, std::string_view path,
+                           VersionRecord& record, bool with_copy) {
+  FileUpgrade done{layout_text(record), {}};
+  const LastPassedOver last;
+  const std::string copy = with_copy ? save_copy_beside(database, path, done.layout) : std::string();
+  if (db_WriteDBInfo(environment, database, record) != 1) {
+    const support::RuntimeError failure = last.error();
+    const bool kept = !copy.empty() && leaves_copy(failure);
+    if (!copy.empty() && !kept) environment.file_system().remove(copy);
+    throw UpgradeFailure(failure, kept ? name_in(copy) : std::string());
+  }
+  done.copy = name_in(copy);
+  return done;
+}
 
 FileUpgrade upgrade_file(const Environment& environment, std::string_view path) {
   const auto engine = create_engine(environment, false);
@@ -53,15 +80,7 @@ FileUpgrade upgrade_file(const Environment& environment, std::string_view path) 
   VersionRecord record;
   const LastPassedOver last;
   if (!db_ReadDBInfo(environment, *database, record)) throw last.error();
-  FileUpgrade done{layout_of(record), {}};
-  const std::string copy = save_copy_beside(*database, path, done.layout);
-  if (db_WriteDBInfo(environment, *database, record) != 1) {
-    const support::RuntimeError failure = last.error();
-    if (!is_file_failure(failure)) environment.file_system().remove(copy);
-    throw failure;
-  }
-  done.copy = copy.substr(copy.find_last_of("\\/:") + 1);
-  return done;
+  return upgrade_opened(environment, *database, path, record, true);
 }
 
 }  // namespace database

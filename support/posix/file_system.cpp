@@ -1,7 +1,6 @@
 #include "support/posix/file_system.h"
 
 #include <dirent.h>
-#include <fcntl.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -12,7 +11,6 @@
 
 #include "support/encoding.h"
 #include "support/host_file.h"
-#include "support/posix/folder.h"
 
 namespace support {
 
@@ -73,11 +71,6 @@ bool create_folder_at(std::string path) {
   return mkdir(path.c_str(), 0700) == 0 || errno == EEXIST;
 }
 
-/// For file systems that cannot rename without replacing: a second name, then the first one goes.
-bool link_and_unlink(const std::string& source, const std::string& target) {
-  return link(source.c_str(), target.c_str()) == 0 && unlink(source.c_str()) == 0;
-}
-
 }  // namespace
 
 std::optional<std::uint64_t> PosixFileSystem::file_size(std::string_view path) const {
@@ -114,12 +107,7 @@ std::optional<std::string> PosixFileSystem::read(std::string_view path, std::uin
 }
 
 bool PosixFileSystem::rename_without_replacing(std::string_view source, std::string_view target) {
-  const std::string from = host_path(source);
-  const std::string to = host_path(target);
-  const bool renamed = renameat2(AT_FDCWD, from.c_str(), AT_FDCWD, to.c_str(), RENAME_NOREPLACE) == 0 ||
-                       ((errno == EINVAL || errno == ENOSYS) && link_and_unlink(from, to));
-  if (renamed) sync_folder_of(to);
-  return renamed;
+  return rename_host_file(host_path(source), host_path(target));
 }
 
 bool PosixFileSystem::remove(std::string_view path) { return unlink(host_path(path).c_str()) == 0; }

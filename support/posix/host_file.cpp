@@ -64,6 +64,19 @@ bool is_write_protected(const std::string& path) {
 
 bool try_lock(int descriptor) { return flock(descriptor, LOCK_EX | LOCK_NB) == 0; }
 
+/// For file systems that cannot rename without replacing: a second name, then the first one goes.
+bool link_and_unlink(const std::string& source, const std::string& target) {
+  return link(source.c_str(), target.c_str()) == 0 && unlink(source.c_str()) == 0;
+}
+
+/// As of a file that is open: closing it again would take the locks away that this process holds on it.
+bool take_over_rights(const std::string& path, const std::string& model) {
+  struct stat existing {};
+  if (stat(model.c_str(), &existing) != 0) return errno == ENOENT;
+  if (chown(path.c_str(), existing.st_uid, existing.st_gid) != 0 && errno != EPERM) return false;
+  return chmod(path.c_str(), existing.st_mode & 07777U) == 0;
+}
+
 /// A lock of the record kind, as SQLite holds them.
 bool has_record_lock(int descriptor) {
   struct flock lock {};
@@ -113,6 +126,26 @@ void replace_host_file(const std::string& path, std::string_view content) {
     fail(path);
   }
   sync_folder_of(target);
+}
+
+bool rename_host_file(const std::string& source, const std::string& target) {
+  const bool renamed = renameat2(AT_FDCWD, source.c_str(), AT_FDCWD, target.c_str(), RENAME_NOREPLACE) == 0 ||
+                       ((errno == EINVAL || errno == ENOSYS) && link_and_unlink(source, target));
+  if (renamed) sync_folder_of(target);
+  return renamed;
+}
+
+void replace_with_host_file(const std::string& source, const std::string& target,
+                            const std::function<bool()>& may_replace) {
+  const std::string place = link_target(target);
+  if (!may_replace() || is_write_protected(place) || !take_over_rights(source, place) ||
+      std::rename(source.c_str(), place.c_str()) != 0) {
+    const int reason = errno;
+    unlink(source.c_str());
+    errno = reason;
+    fail(target);
+  }
+  sync_folder_of(place);
 }
 
 class HostFileLock::Held {

@@ -6,6 +6,7 @@
 #include <memory>
 
 #include "support/host_file.h"
+#include "support/win32/sharing.h"
 #include "support/win32/wide.h"
 
 namespace support {
@@ -68,10 +69,16 @@ std::optional<std::string> Win32FileSystem::read(std::string_view path, std::uin
 }
 
 bool Win32FileSystem::rename_without_replacing(std::string_view source, std::string_view target) {
-  return MoveFileExW(wide_path(source).c_str(), wide_path(target).c_str(), MOVEFILE_WRITE_THROUGH) != 0;
+  return rename_host_file(std::string(source), std::string(target));
 }
 
-bool Win32FileSystem::remove(std::string_view path) { return DeleteFileW(wide_path(path).c_str()) != 0; }
+bool Win32FileSystem::remove(std::string_view path) {
+  const std::wstring name = wide_path(path);
+  const DWORD attributes = GetFileAttributesW(name.c_str());
+  if (attributes == INVALID_FILE_ATTRIBUTES || is_folder(attributes)) return false;
+  if ((attributes & FILE_ATTRIBUTE_READONLY) != 0) return DeleteFileW(name.c_str()) != 0;
+  return with_patience([&] { return DeleteFileW(name.c_str()) != 0; });
+}
 
 std::string Win32FileSystem::windows_path(std::string_view host_path) const { return narrow(wide_path(host_path)); }
 

@@ -4,11 +4,16 @@
 
 #include <algorithm>
 #include <array>
+#include <cstddef>
+#include <utility>
+#include <vector>
 
 #include "support/abandoned_files.h"
 #include "support/encoding.h"
 #include "support/error.h"
+#include "support/replacement.h"
 #include "support/win32/handle.h"
+#include "support/win32/sharing.h"
 #include "support/win32/wide.h"
 
 namespace support {
@@ -19,12 +24,6 @@ constexpr DWORD longest_wait = 5000;
 
 [[noreturn]] void fail(const std::string& path, DWORD reason) {
   throw RuntimeError(error_number::path_file_access, "Cannot write " + path + ": error " + std::to_string(reason));
-}
-
-/// A new file beside the one that is to be replaced.
-std::wstring temporary_name(const std::wstring& path) {
-  return path + wide(replacement_mark) + std::to_wstring(GetCurrentProcessId()) + L"-" +
-         std::to_wstring(GetTickCount64());
 }
 
 bool write_all(HANDLE file, std::string_view content) {
@@ -38,13 +37,54 @@ bool write_all(HANDLE file, std::string_view content) {
   return FlushFileBuffers(file) != 0;
 }
 
-/// An existing file is replaced with its access rights and attributes; a new one is moved into place.
-bool put_in_place(const std::wstring& temporary, const std::wstring& path) {
-  if (GetFileAttributesW(path.c_str()) == INVALID_FILE_ATTRIBUTES) {
-    return MoveFileExW(temporary.c_str(), path.c_str(), MOVEFILE_WRITE_THROUGH) != 0;
-  }
-  return ReplaceFileW(path.c_str(), temporary.c_str(), nullptr, 0, nullptr, nullptr) != 0;
+bool is_read_only(const std::wstring& path) {
+  const DWORD attributes = GetFileAttributesW(path.c_str());
+  return attributes != INVALID_FILE_ATTRIBUTES && (attributes & FILE_ATTRIBUTE_READONLY) != 0;
 }
+
+/// Access rights and attributes, as far as we may.
+void take_over_rights(const std::wstring& path, const std::wstring& model) {
+  DWORD size = 0;
+  GetFileSecurityW(model.c_str(), DACL_SECURITY_INFORMATION, nullptr, 0, &size);
+  std::vector<std::byte> rights(size);
+  if (size != 0 && GetFileSecurityW(model.c_str(), DACL_SECURITY_INFORMATION, rights.data(), size, &size) != 0) {
+    SetFileSecurityW(path.c_str(), DACL_SECURITY_INFORMATION, rights.data());
+  }
+  const DWORD attributes = GetFileAttributesW(model.c_str());
+  if (attributes != INVALID_FILE_ATTRIBUTES) SetFileAttributesW(path.c_str(), attributes);
+}
+
+class SystemCalls final : public ReplacementCalls {
+ public:
+  explicit SystemCalls(std::function<bool()> may_move = [] { return true; }) : may_move_(std::move(may_move)) {}
+  bool replace(const std::string& source, const std::string& target) override {
+    take_over_rights(wide_path(source), wide_path(target));
+    return move(source, target, MOVEFILE_REPLACE_EXISTING | MOVEFILE_WRITE_THROUGH);
+  }
+  bool rename(const std::string& source, const std::string& target) override {
+    return move(source, target, MOVEFILE_WRITE_THROUGH);
+  }
+  bool exists(const std::string& path) const override { return host_file_exists(path); }
+  void remove(const std::string& path) override {
+    const std::wstring name = wide_path(path);
+    with_patience([&] { return DeleteFileW(name.c_str()) != 0; });
+  }
+  DWORD reason() const noexcept { return reason_; }
+
+ private:
+  bool move(const std::string& source, const std::string& target, DWORD how) {
+    const std::wstring from = wide_path(source), to = wide_path(target);
+    const bool moved = with_patience([&] {
+      if (may_move_()) return MoveFileExW(from.c_str(), to.c_str(), how) != 0;
+      SetLastError(ERROR_OPERATION_ABORTED);
+      return false;
+    });
+    if (!moved) reason_ = GetLastError();
+    return moved;
+  }
+  std::function<bool()> may_move_;
+  DWORD reason_ = 0;
+};
 
 }  // namespace
 
@@ -73,22 +113,43 @@ bool host_file_exists(const std::string& path) {
 }
 
 void replace_host_file(const std::string& path, std::string_view content) {
-  const std::wstring target = wide_path(path);
-  const DWORD attributes = GetFileAttributesW(target.c_str());
-  if (attributes != INVALID_FILE_ATTRIBUTES && (attributes & FILE_ATTRIBUTE_READONLY) != 0) {
-    fail(path, ERROR_ACCESS_DENIED);
-  }
-  const std::wstring temporary = temporary_name(target);
-  FileHandle file(
-      CreateFileW(temporary.c_str(), GENERIC_WRITE, 0, nullptr, CREATE_NEW, FILE_ATTRIBUTE_NORMAL, nullptr));
+  if (is_read_only(wide_path(path))) fail(path, ERROR_ACCESS_DENIED);
+  const std::string temporary = working_path(path, replacement_mark);
+  const std::wstring name = wide_path(temporary);
+  FileHandle file(CreateFileW(name.c_str(), GENERIC_WRITE, 0, nullptr, CREATE_NEW, FILE_ATTRIBUTE_NORMAL, nullptr));
   if (!file) fail(path, GetLastError());
   const bool written = write_all(file.get(), content);
-  DWORD reason = GetLastError();
+  const DWORD reason = GetLastError();
   file.close();
-  if (written && put_in_place(temporary, target)) return;
-  if (written) reason = GetLastError();
-  DeleteFileW(temporary.c_str());
-  fail(path, reason);
+  if (!written) {
+    SystemCalls().remove(temporary);
+    fail(path, reason);
+  }
+  replace_with_host_file(temporary, path);
+}
+
+bool rename_host_file(const std::string& source, const std::string& target) {
+  return SystemCalls().rename(source, target);
+}
+
+void replace_with_host_file(const std::string& source, const std::string& target,
+                            const std::function<bool()>& may_replace) {
+  SystemCalls calls{may_replace};
+  // Replacing would get round a file's write protection.
+  if (is_read_only(wide_path(target))) {
+    calls.remove(source);
+    fail(target, ERROR_ACCESS_DENIED);
+  }
+  switch (put_in_place(calls, source, target)) {
+    case Replaced::Done:
+      return;
+    case Replaced::Refused:
+      fail(target, calls.reason());
+    case Replaced::OnlySource:
+      throw RuntimeError(error_number::path_file_access, "The system has lost " + target +
+                                                             " while replacing it. What it was to hold is in " +
+                                                             source + ": give that its name.");
+  }
 }
 
 class HostFileLock::Held {

@@ -9,6 +9,7 @@
 #include "support/host.h"
 #include "support/host_file.h"
 #include "support/ini_document.h"
+#include "support/win32/sharing.h"
 #include "support/win32/wide.h"
 
 namespace support {
@@ -66,8 +67,11 @@ bool Win32IniFiles::write(std::string_view file, std::string_view section, std::
                           std::string_view value) {
   const auto path = profile_path(file);
   if (!path || !is_writable_ini_entry(section, key, value) || !may_be_written(std::string(file))) return false;
-  const bool written = WritePrivateProfileStringA(cp1252_from_utf8(section).c_str(), cp1252_from_utf8(key).c_str(),
-                                                  cp1252_from_utf8(value).c_str(), path->c_str()) != 0;
+  const std::string section_name = cp1252_from_utf8(section), key_name = cp1252_from_utf8(key);
+  const std::string text = cp1252_from_utf8(value);
+  const bool written = with_patience([&] {
+    return WritePrivateProfileStringA(section_name.c_str(), key_name.c_str(), text.c_str(), path->c_str()) != 0;
+  });
   // Hands what is cached to the file; its result says nothing.
   WritePrivateProfileStringA(nullptr, nullptr, nullptr, path->c_str());
   return written;

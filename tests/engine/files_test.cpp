@@ -1,8 +1,12 @@
 #include <gmock/gmock.h>
 #include <sqlite3.h>
 
+#include <algorithm>
 #include <array>
+#include <cstdio>
 
+#include "database/engine/embedded/file_keys.h"
+#include "database/engine/embedded/session_scope.h"
 #include "tests/engine/test_database.h"
 
 namespace engine::test {
@@ -157,6 +161,73 @@ TEST_F(Files, WithAPasswordShowNothingOfTheirContent) {
   EXPECT_THAT(content(), HasSubstr("Findling"));
   open()->new_password("", "eins");
   EXPECT_THAT(content(), Not(HasSubstr("Findling")));
+}
+
+using Bytes = std::array<unsigned char, 16>;
+
+Bytes salt_of(std::string_view text) {
+  Bytes salt{};
+  std::ranges::copy(text, salt.begin());
+  return salt;
+}
+
+/// Encrypts the file anew so that it begins with this salt.
+void give_salt(const std::filesystem::path& file, const std::string& password, const Bytes& salt) {
+  sqlite3* handle = nullptr;
+  ASSERT_EQ(sqlite3_open(file.string().c_str(), &handle), SQLITE_OK);
+  const std::unique_ptr<sqlite3, int (*)(sqlite3*)> close{handle, sqlite3_close};
+  sqlite3mc_config(handle, "cipher", sqlite3mc_cipher_index("sqlcipher"));
+  sqlite3mc_config_cipher(handle, "sqlcipher", "legacy", 4);
+  ASSERT_EQ(sqlite3_key(handle, password.data(), static_cast<int>(password.size())), SQLITE_OK);
+  // Of the key that follows.
+  sqlite3mc_config(handle, "cipher", sqlite3mc_cipher_index("sqlcipher"));
+  sqlite3mc_config_cipher(handle, "sqlcipher", "legacy", 4);
+  const embedded::FileKey key{password, salt};
+  std::string text = "x'";
+  const auto append = [&](const auto& bytes) {
+    for (const unsigned char byte : bytes) {
+      std::array<char, 3> digits{};
+      std::snprintf(digits.data(), digits.size(), "%02x", byte);
+      text += digits.data();
+    }
+  };
+  append(key.key());
+  append(salt);
+  text += "'";
+  ASSERT_EQ(sqlite3_rekey(handle, text.data(), static_cast<int>(text.size())), SQLITE_OK);
+}
+
+TEST_F(Files, OpenWhateverTheirSaltLooksLike) {
+  constexpr std::string_view salts[] = {"sixteen letters!", "SQLite format 4!",
+                                        std::string_view("\0\1\0\0Standard Jet", 16)};
+  for (const std::string_view salt : salts) {
+    add_things(*create("test.das", "geheim"));
+    give_salt(host_path(), "geheim", salt_of(salt));
+    ASSERT_TRUE(content().starts_with(salt));
+    EXPECT_EQ(error_number([&] { open("test.das", "geheim"); }), 0) << salt;
+    for (const char* const wrong : {"", "Geheim"}) {
+      EXPECT_EQ(error_number([&] { open("test.das", wrong); }), 3343) << salt << " may be anything";
+    }
+    std::filesystem::remove(host_path());
+    EXPECT_FALSE(embedded::is_telling_salt(salt_of(salt))) << salt << " is not given to a new file";
+  }
+  EXPECT_FALSE(embedded::is_telling_salt(Bytes{}));
+  EXPECT_TRUE(embedded::is_telling_salt(salt_of("fifteen letters\x80")));
+}
+
+TEST_F(Files, KeepWhatWasReadInMemoryAgainAfterALargeWrite) {
+  add_things(*create());
+  const auto session = embedded::Session::open(host_path().string(), "", {});
+  // Each spelling is prepared anew, and tells what holds then.
+  EXPECT_EQ(session->connection().integer("PRAGMA cache_size"), -131072);
+  for (const bool done : {true, false}) {
+    {
+      embedded::AtomicChange change{*session};
+      EXPECT_EQ(session->connection().integer(done ? " PRAGMA cache_size" : "  PRAGMA cache_size"), -2048);
+      if (done) change.done();
+    }
+    EXPECT_EQ(session->connection().integer(done ? "PRAGMA cache_size " : "PRAGMA cache_size  "), -131072) << done;
+  }
 }
 
 TEST_F(Files, InUseByAnotherHandleAreWaitedForAndThenRefused) {

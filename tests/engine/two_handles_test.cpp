@@ -1,4 +1,7 @@
 #include <gmock/gmock.h>
+#include <sqlite3.h>
+
+#include <chrono>
 
 #include "tests/engine/test_database.h"
 
@@ -40,6 +43,58 @@ TEST_F(TwoHandles, DoNotStopEachOtherHalfRead) {
   rows->move_last();
   EXPECT_EQ(rows->value("id"), Value{512});
   EXPECT_THAT(column(*here, "things", "id"), ElementsAre());
+}
+
+/// Somebody who reads the file and does not end, through a program that knows nothing of our handles.
+class EndlessReader {
+ public:
+  explicit EndlessReader(const std::filesystem::path& file) {
+    sqlite3* handle = nullptr;
+    EXPECT_EQ(sqlite3_open(file.string().c_str(), &handle), SQLITE_OK);
+    handle_.reset(handle);
+    EXPECT_EQ(sqlite3_exec(handle, "BEGIN; SELECT count(*) FROM things", nullptr, nullptr, nullptr), SQLITE_OK);
+  }
+
+ private:
+  struct Close {
+    void operator()(sqlite3* handle) const noexcept { sqlite3_close(handle); }
+  };
+  std::unique_ptr<sqlite3, Close> handle_;
+};
+
+TEST_F(TwoHandles, WaitOnceAStatementForAReaderHoweverMuchItWrites) {
+  using Clock = std::chrono::steady_clock;
+  const auto here = create();
+  add_things(*here);
+  here->execute("INSERT INTO things (note) VALUES ('" + std::string(3000, 'x') + "')");
+  const auto double_rows = [&] { here->execute("INSERT INTO things (note) SELECT note FROM things"); };
+  for (int doubled = 0; doubled < 9; ++doubled) double_rows();
+  const EndlessReader reader{host_path()};
+  const auto begin = Clock::now();
+  // Hundreds of pages more than the changes have room for: each is a reason to ask for the lock.
+  EXPECT_EQ(error_number(double_rows), 3045);
+  here->begin_transaction();
+  const auto rows = here->open_recordset("things");
+  for (int row = 0; row < 1000; ++row) {
+    rows->add_new();
+    rows->set_value("note", std::string(3000, 'y'));
+    rows->update();
+  }
+  EXPECT_EQ(error_number([&] { here->commit_transaction(); }), 3045);
+  EXPECT_LT(Clock::now() - begin, std::chrono::seconds(10)) << "three times the busy time, and the work";
+  EXPECT_THAT(column(*here, "SELECT count(*) AS n FROM things", "n"), ElementsAre("512"));
+}
+
+TEST_F(TwoHandles, DoNotWaitForThemselves) {
+  const auto here = create();
+  add_things(*here);
+  std::filesystem::create_hard_link(host_path(), host_path("other.das"));
+  const auto begin = std::chrono::steady_clock::now();
+  for (const std::string& file : {path(), path("other.das")}) {
+    EXPECT_EQ(error_number([&] { here->execute("SELECT * INTO copies FROM things IN '" + file + "'"); }), 3045);
+  }
+  EXPECT_LT(std::chrono::steady_clock::now() - begin, std::chrono::seconds(2));
+  EXPECT_EQ(here->table_defs().count(), 1);
 }
 
 TEST_F(TwoHandles, NumberNewRowsDifferently) {

@@ -3,13 +3,16 @@
 #include <algorithm>
 #include <chrono>
 #include <filesystem>
+#include <map>
 
 #include "database/index_database.h"
 #include "database/jet_import/engine_source.h"
 #include "database/jet_import/import.h"
+#include "database/open_database.h"
 #include "database/preferences.h"
 #include "database/settings.h"
 #include "database/therapy_plan.h"
+#include "database/upgrade/file_upgrade.h"
 #include "database/version_record.h"
 #include "tests/faults/database_state.h"
 #include "tests/faults/fault_sweep.h"
@@ -55,6 +58,18 @@ class DatabaseFaults : public OldLayout {
                                          : " in between");
     };
     faults::sweep(name, {prepare, {}, run, check});
+  }
+
+  /// Puts the folder back into the state that it is in now.
+  std::function<void()> restoring() const {
+    std::map<std::string, std::string> contents;
+    for (const std::string& name : files()) contents[name] = read_file(path(name));
+    return [this, contents] {
+      for (const std::string& name : files()) {
+        if (!contents.contains(name)) std::filesystem::remove(host(path(name)));
+      }
+      for (const auto& [name, content] : contents) write_file(path(name), content);
+    };
   }
 
   /// `run` makes a new file: it is there as a whole or not at all, and but for a process that has died nothing else is.
@@ -153,6 +168,125 @@ TEST_F(DatabaseFaults, AnUpgradeGoesToItsEndOrChangesNothing) {
     VersionRecord record;
     return db_ReadDBInfo(environment, file, record) && db_WriteDBInfo(environment, file, record) == 1;
   });
+}
+
+TEST_F(DatabaseFaults, WhatIsReportedStoredSurvivesAPowerCut) {
+  const std::string file = patient_database(), before = state(file);
+  const faults::Work work{
+      restoring(), {}, [&] { return db_SaveSettings(environment, file, other_settings()) == 1; }, {}};
+  for (const faults::Fault cut : {faults::Fault::PowerCut, faults::Fault::TornPowerCut}) {
+    ASSERT_EQ(faults::run_and_cut_power(cut, work), Ended::Succeeded);
+    EXPECT_NE(state(file), before) << faults::name_of(cut);
+  }
+}
+
+class PasswordFaults : public DatabaseFaults {
+ protected:
+  std::string file = path("test.das");
+
+  std::unique_ptr<engine::Database> opened(const std::string& password) const {
+    return environment.open_engine("DAO.DBEngine.36")->open_database(file, false, false, connect_text(password));
+  }
+  /// "old", "new", or what is wrong.
+  std::string which_opens(const std::string& content, const std::string& before, const std::string& after) const {
+    for (const std::string& password : {before, after}) {
+      try {
+        if (faults::database_state(host(file), password) != content) return "not what was in it";
+        const bool plain = read_file(file).starts_with("SQLite");
+        return (plain ? before.empty() : password == before) ? "old" : "new";
+      } catch (const support::RuntimeError&) {
+        continue;
+      }
+    }
+    return "neither";
+  }
+  void sweep_over_change(const std::string& before, const std::string& after) {
+    std::filesystem::remove(host(file));
+    {
+      const auto created =
+          environment.open_engine("DAO.DBEngine.36")->create_database(file, engine::locale_general, engine::version_30);
+      created->new_password("", before);
+      created->execute("CREATE TABLE t (n LONG, text MEMO)");
+      created->execute("INSERT INTO t (n, text) VALUES (1, '" + std::string(20000, 'x') + "')");
+    }
+    const std::string content = faults::database_state(host(file), before);
+    const auto run = [&] {
+      try {
+        opened(before)->new_password(before, after);
+        return true;
+      } catch (const support::RuntimeError&) {
+        return false;
+      }
+    };
+    const auto check = [&](Ended ended) {
+      const std::string found = which_opens(content, before, after);
+      EXPECT_TRUE(found == "old" || found == "new") << found;
+      if (ended == Ended::Died) return;
+      // The file may have its new password where only the way back to it has failed.
+      if (ended == Ended::Succeeded) {
+        EXPECT_EQ(found, "new");
+      }
+      EXPECT_EQ(files().size(), 1U) << "something is left beside it";
+    };
+    faults::sweep("a password change, \"" + before + "\" to \"" + after + '"', {restoring(), {}, run, check});
+  }
+};
+
+TEST_F(PasswordFaults, TheOldOrTheNewPasswordOpensTheFile) {
+  sweep_over_change("alt", "neu");
+  sweep_over_change("", "neu");
+  sweep_over_change("alt", "");
+}
+
+TEST_F(DatabaseFaults, AnUpgradesCopyIsWholeOrNotThere) {
+  const std::string file = old_database(58), copy = path("4.58.4.58.das"), before = state(file);
+  std::string after;
+  const auto run = [&] {
+    try {
+      upgrade_file(environment, file);
+      return true;
+    } catch (const support::RuntimeError&) {
+      return false;
+    }
+  };
+  const auto check = [&](Ended ended) {
+    const std::string found = state(file), saved = state(copy);
+    if (after.empty()) after = found;
+    EXPECT_TRUE(saved == before || saved == no_file) << "a part of a copy";
+    EXPECT_TRUE(found == before || (found == after && saved == before)) << "upgraded without a copy, or in between";
+    if (ended == Ended::Succeeded) {
+      EXPECT_EQ(found, after);
+    }
+    if (ended != Ended::Died) {
+      EXPECT_EQ(files().size(), saved == no_file ? 1U : 2U) << "something is left beside it";
+    }
+  };
+  faults::sweep("an upgrade after a copy", {restoring(), {}, run, check});
+}
+
+TEST_F(DatabaseFaults, AnIndexUpgradeGoesOnWhereItWasInterrupted) {
+  const std::string index = path("index.mdb"), patient = path("db4_000001.das");
+  ASSERT_EQ(CreateIndexDatabase(environment, index), 1);
+  patient_database("db4_000001.das");
+  execute(patient, {"UPDATE db_info SET MinVersion=58"});
+  execute(index, {"ALTER TABLE index DROP COLUMN status", "INSERT INTO index (id) VALUES (1)"});
+  const auto run = [&] { return db_UpgradeIndexDatabase(environment, index, {}).complete(); };
+  const auto is_current = [&] {
+    return rows(index, "SELECT name, status FROM index WHERE id=1") ==
+               std::vector<std::string>{"Müller-Lüdenscheidt|0"} &&
+           rows(patient, "SELECT MinVersion FROM db_info") ==
+               std::vector<std::string>{std::to_string(current_minor_version)};
+  };
+  const auto check = [&](Ended ended) {
+    if (ended == Ended::Succeeded) {
+      EXPECT_TRUE(is_current());
+    }
+    EXPECT_NE(state(index), no_file);
+    EXPECT_NE(state(patient), no_file);
+    EXPECT_TRUE(run()) << "goes on";
+    EXPECT_TRUE(is_current());
+  };
+  faults::sweep("an index upgrade", {restoring(), {}, run, check});
 }
 
 TEST_F(DatabaseFaults, AnIndexRowIsStoredOrNot) {

@@ -16,8 +16,8 @@ using namespace engine::embedded;
 /// Begins the part of each table.
 constexpr std::string_view table_mark = "\n== ";
 
-void unlock(Connection& file, std::string_view password) {
-  const DatabaseFile kind = identify_database_file(file.beginning(telling_size), file.file_size());
+void unlock(Connection& file, std::string_view password, bool with_journal) {
+  const DatabaseFile kind = identify_database_file(file.beginning(telling_size), file.file_size(), with_journal);
   if (kind.encrypted) {
     const FileKey key{password, kind.salt};
     file.use_key(key);
@@ -47,7 +47,7 @@ void append_rows(std::string& state, const PooledStatement& rows) {
 std::string database_state(const std::string& host_path, std::string_view password) {
   if (!std::filesystem::exists(host_path)) return "(no file)";
   Connection file{host_path, {}};
-  unlock(file, password);
+  unlock(file, password, has_journal(host_path));
   file.check_integrity();
   std::string state;
   for (const std::string& name : table_names(file)) {

@@ -99,6 +99,16 @@ Ended run_with_fault(Fault fault, int at, const Work& work) {
   return code == 0 ? Ended::Succeeded : Ended::Failed;
 }
 
+Ended run_and_cut_power(Fault power_cut, const Work& work) {
+  work.prepare();
+  const int code = wait_for(start_process([&] {
+    if (!run_with(power_cut, 0, work)) return failed;
+    FaultPlan::current().lose_unsynced();
+    return 0;
+  }));
+  return code == 0 ? Ended::Succeeded : Ended::Failed;
+}
+
 void sweep(std::string_view name, const Work& work) {
   install_fault_vfs();
   int all_points = 0, all_runs = 0;

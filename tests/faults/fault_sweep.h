@@ -35,4 +35,7 @@ bool run_undisturbed(const Work& work);
 /// Runs the work once, in a process of its own, with a fault at this point.
 Ended run_with_fault(Fault fault, int at, const Work& work);
 
+/// Runs the work once, in a process of its own, and cuts the power when it has said that it has succeeded.
+Ended run_and_cut_power(Fault power_cut, const Work& work);
+
 }  // namespace faults

@@ -153,6 +153,14 @@ int last_error(sqlite3_vfs* vfs, int size, char* text) {
 
 void forget_unsynced() { unsynced().forget(); }
 
+void tell_rename(const char* source, const char* target) {
+  if (tracks()) unsynced().renamed(source, target);
+}
+
+void tell_synced_folder() {
+  if (tracks()) unsynced().folder_synced();
+}
+
 void install_fault_vfs() {
   static sqlite3_vfs vfs{};
   if (vfs.zName != nullptr) return;

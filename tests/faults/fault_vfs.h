@@ -9,4 +9,8 @@ void install_fault_vfs();
 /// What is on the disk now counts as synced.
 void forget_unsynced();
 
+/// A file is about to be given another's name; the names of a folder have reached the disk.
+void tell_rename(const char* source, const char* target);
+void tell_synced_folder();
+
 }  // namespace faults

@@ -51,6 +51,27 @@ void UnsyncedFiles::removed(const std::string& path) {
   file.removed = true;
 }
 
+void UnsyncedFiles::renamed(const std::string& source, const std::string& target) {
+  const auto known = [&](const std::string& path) {
+    const auto [place, is_new] = files_.try_emplace(path);
+    if (is_new) place->second.durable = content_of(path);
+    return place->second;
+  };
+  renames_.push_back({source, target, known(target)});
+  files_[target] = known(source);
+  files_.erase(source);
+}
+
+void UnsyncedFiles::folder_synced() {
+  renames_.clear();
+  std::erase_if(files_, [](const auto& file) { return file.second.removed; });
+}
+
+void UnsyncedFiles::forget() {
+  files_.clear();
+  renames_.clear();
+}
+
 std::optional<std::string> UnsyncedFiles::surviving(const File& file, bool torn, std::mt19937& coins) {
   const auto reached_the_disk = [&] { return torn && (coins() & 1U) != 0; };
   if (file.removed && reached_the_disk()) return std::nullopt;
@@ -70,8 +91,14 @@ std::optional<std::string> UnsyncedFiles::surviving(const File& file, bool torn,
   return content;
 }
 
-void UnsyncedFiles::cut(bool torn, unsigned seed) const {
+void UnsyncedFiles::cut(bool torn, unsigned seed) {
   std::mt19937 coins(seed);
+  for (; !renames_.empty(); renames_.pop_back()) {
+    if (torn && (coins() & 1U) != 0) break;
+    const Rename& undone = renames_.back();
+    files_[undone.source] = files_[undone.target];
+    files_[undone.target] = undone.replaced;
+  }
   for (const auto& [path, file] : files_) {
     const std::optional<std::string> content = surviving(file, torn, coins);
     if (content) {

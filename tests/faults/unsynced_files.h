@@ -18,13 +18,18 @@ class UnsyncedFiles {
   void written(const std::string& path, std::int64_t offset, std::string_view bytes);
   void truncated(const std::string& path, std::int64_t size);
   void synced(const std::string& path);
-  /// The folder is not synced: the file may come back.
+  /// Until the folder is synced the file may come back.
   void removed(const std::string& path);
-  void forget() { files_.clear(); }
+  /// About to happen: `source` takes the name of `target`, which may be missing. Until the folder is synced both may be
+  /// as they were.
+  void renamed(const std::string& source, const std::string& target);
+  /// All work is in one folder.
+  void folder_synced();
+  void forget();
 
   /// Puts the files into the state after the cut. With `torn`, each sector of each change has reached the disk or not,
   /// as the seed has it; without, none has.
-  void cut(bool torn, unsigned seed) const;
+  void cut(bool torn, unsigned seed);
 
  private:
   struct Change {
@@ -37,9 +42,14 @@ class UnsyncedFiles {
     bool removed = false;
     bool created_anew = false;  ///< after it was removed: the changes are of another file than `durable`
   };
+  struct Rename {
+    std::string source, target;
+    File replaced;
+  };
   static std::optional<std::string> surviving(const File& file, bool torn, std::mt19937& coins);
 
   std::map<std::string, File> files_;
+  std::vector<Rename> renames_;
 };
 
 }  // namespace faults

@@ -138,6 +138,12 @@ TEST(AbandonedFiles, AreRemovedWhereTheyAreSurelyOursAndOld) {
   for (const char* name : kept) EXPECT_TRUE(folder.read(name)) << name;
   EXPECT_TRUE(folder.read(young));
   remove_abandoned_files(folder.host("none/a.das"), new_database_mark);
+  write_old("gone.ini.writing-1");
+  remove_abandoned_files(folder.host("gone.ini"), replacement_mark);
+  EXPECT_TRUE(folder.read("gone.ini.writing-1")) << "all that is left of a file that the system lost";
+  folder.write("gone.ini", "");
+  remove_abandoned_files(folder.host("gone.ini"), replacement_mark);
+  EXPECT_FALSE(folder.read("gone.ini.writing-1"));
 }
 
 }  // namespace

@@ -7,6 +7,7 @@
 #include "database/engine/automation/bracketed_words.h"
 #include "database/engine/automation/file_copy.h"
 #include "database/engine/engine_error.h"
+#include "support/abandoned_files.h"
 #include "support/file_system.h"
 
 namespace engine::automation {
@@ -156,13 +157,19 @@ void AutomationDatabase::rollback_transaction() {
 }
 
 void AutomationDatabase::copy_closed_file(std::string_view path) const {
-  copy_database_file(path_, path);
+  support::FileSystem& files = support::host_file_system();
+  if (files.file_size(path)) raise(3204);
+  const std::string working = support::working_path(path, support::new_database_mark);
+  copy_database_file(path_, working);
   try {
-    exclusive_open_(workspace_, path, true).call(L"Close");
+    exclusive_open_(workspace_, working, true).call(L"Close");
   } catch (const support::RuntimeError&) {
-    support::host_file_system().remove(path);
+    files.remove(working);
     raise(3343, "the copy cannot be opened");
   }
+  if (files.rename_without_replacing(working, path)) return;
+  files.remove(working);
+  raise(files.file_size(path) ? 3204 : 3043);
 }
 
 void AutomationDatabase::save_copy(std::string_view path) {

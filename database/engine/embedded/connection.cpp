@@ -7,6 +7,7 @@
 #include <utility>
 
 #include "database/engine/embedded/jet_sql/jet_sql.h"
+#include "database/engine/embedded/journal_end.h"
 #include "database/engine/engine_error.h"
 
 namespace engine::embedded {
@@ -15,9 +16,10 @@ namespace {
 constexpr int maximum_text_bytes = 64 << 20;
 constexpr int maximum_sql_bytes = 1 << 20;
 
+/// A journal that is gone ends a commit, so the folder is synced, too: after a power cut it would be back, and undo it.
 /// Reading a page of an encrypted file costs more than all that is done with it: up to 128 MiB are kept, so that
 /// several questions to ten years of data decrypt them once. A small file takes no more than its own size.
-constexpr char connection_settings[] = "PRAGMA cell_size_check=ON; PRAGMA cache_size=-131072";
+constexpr char connection_settings[] = "PRAGMA cell_size_check=ON; PRAGMA synchronous=EXTRA; PRAGMA cache_size=-131072";
 
 /// The form in which the cipher takes a key that is derived already, wiped after use.
 class KeyText {
@@ -138,7 +140,11 @@ PooledStatement::~PooledStatement() {
 }
 
 Connection::Connection(const std::string& host_path, const ConnectionOptions& options)
-    : busy_time_(options.busy_time), exclusive_(options.exclusive), read_only_(options.read_only) {
+    : hold_(options.held ? FileHold() : FileHold(host_path, options.busy_time)),
+      busy_time_(options.busy_time),
+      exclusive_(options.exclusive),
+      read_only_(options.read_only) {
+  sync_ends_of_journals();
   sqlite3* handle = nullptr;
   // For writing even where only reading is meant, if the file allows it: what a process that died left half done is
   // undone by the next one that opens the file, and that may be a reader.
@@ -151,16 +157,23 @@ Connection::Connection(const std::string& host_path, const ConnectionOptions& op
 }
 
 // SQLite's own handler asks again after a tenth of a second in the end, and of several processes one may never come at
-// the right moment. Short waits of uneven length give each its turn.
-int Connection::wait_for_file(void* connection, int times_called) {
+// the right moment. Short waits of uneven length give each its turn. One statement may ask for many locks: for one at
+// its end, and before that for one whenever its changes outgrow the memory that they have.
+int Connection::wait_for_file(void* connection, int) {
   Connection& self = *static_cast<Connection*>(connection);
-  const auto now = std::chrono::steady_clock::now();
-  if (times_called == 0) self.waiting_since_ = now;
-  if (now - self.waiting_since_ >= self.busy_time_) return 0;
+  if (self.waited_ >= self.busy_time_) return 0;
+  const auto began = std::chrono::steady_clock::now();
   unsigned char uneven = 0;
   sqlite3_randomness(1, &uneven);
   std::this_thread::sleep_for(std::chrono::microseconds(500 + 16 * uneven));
+  self.waited_ += std::chrono::steady_clock::now() - began;
   return 1;
+}
+
+// Not as a prepared statement that is kept: the setting is made while it is being prepared. Where it cannot be made,
+// more or less memory is used.
+void Connection::set_cache(const char* setting) noexcept {
+  sqlite3_exec(handle_.get(), setting, nullptr, nullptr, nullptr);
 }
 
 sqlite3_file* Connection::file() {

@@ -11,6 +11,7 @@
 #include <string>
 #include <string_view>
 
+#include "database/engine/embedded/file_hold.h"
 #include "database/engine/embedded/file_keys.h"
 #include "database/engine/embedded/lru_cache.h"
 #include "database/engine/value.h"
@@ -83,13 +84,15 @@ class PooledStatement {
 struct ConnectionOptions {
   bool read_only = false;
   bool exclusive = false;
+  bool held = false;  ///< the file is held through another connection, which outlives this one
   std::chrono::milliseconds busy_time{5000};
 };
 
 class Connection {
  public:
-  /// Opens a file that is there (of zero bytes: a new one). 3051 where it cannot be opened. Reads nothing yet. A
-  /// read-only connection changes nothing but to undo the transaction of a process that died.
+  /// Opens a file that is there (of zero bytes: a new one). 3051 where it cannot be opened, 3045 where another one is
+  /// being put in its place. Reads nothing yet. A read-only connection changes nothing but to undo the transaction of a
+  /// process that died.
   Connection(const std::string& host_path, const ConnectionOptions& options);
   Connection(const Connection&) = delete;
   Connection& operator=(const Connection&) = delete;
@@ -108,12 +111,23 @@ class Connection {
   /// Reads the file for the first time and completes the settings; what follows may be called only then. The file's
   /// user version; nothing where what the file holds is no database, or the key does not fit.
   std::optional<std::int64_t> first_read();
-  /// Re-encrypts the whole file; a null key leaves it plain. The connection must be opened anew afterwards.
+  /// Re-encrypts the whole file; a null key leaves it plain. Interrupted, it leaves a file that no key opens: only for
+  /// a file that nobody needs yet.
   void change_key(const FileKey* key);
+  /// From here on nobody else opens the file. False, and nothing changed, where somebody has it open.
+  bool hold_alone() { return hold_.hold_alone(); }
+  void let_others_in() noexcept { hold_.let_others_in(); }
   /// Fills another connection's file, new and empty, with what is committed in this one's.
   void copy_to(Connection& target);
   /// 3343 where what the file holds does not hold together.
   void check_integrity();
+
+  /// From here on the file's locks are waited for as long as the busy time in all, however many of them are asked for.
+  void begin_waiting() noexcept { waited_ = {}; }
+  /// While much is written: what has changed goes to the disk early, not all of it at the commit.
+  void use_small_cache() noexcept { set_cache("PRAGMA cache_size=-2048"); }
+  /// Otherwise: what was read is kept.
+  void use_large_cache() noexcept { set_cache("PRAGMA cache_size=-131072"); }
 
   bool in_transaction() const { return sqlite3_get_autocommit(handle_.get()) == 0; }
   bool read_only() const { return read_only_ || sqlite3_db_readonly(handle_.get(), "main") == 1; }
@@ -125,15 +139,18 @@ class Connection {
   /// Called by SQLite as long as the file is in use elsewhere: 0 gives up.
   static int wait_for_file(void* connection, int times_called);
   void secure();
+  void set_cache(const char* setting) noexcept;
   sqlite3_file* file();
   void check(int result) const;
 
   struct Close {
     void operator()(sqlite3* handle) const noexcept { sqlite3_close_v2(handle); }
   };
+  // Let go of when the handle is closed.
+  FileHold hold_;
   std::unique_ptr<sqlite3, Close> handle_;
   std::chrono::milliseconds busy_time_;
-  std::chrono::steady_clock::time_point waiting_since_;
+  std::chrono::steady_clock::duration waited_{};
   bool exclusive_;
   bool read_only_;
   LruCache<Statement> idle_{128};

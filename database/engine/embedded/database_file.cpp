@@ -31,11 +31,10 @@ bool folder_is_there(const std::filesystem::path& path) {
   return folder.empty() || std::filesystem::is_directory(folder, ignored);
 }
 
-/// A salt is random bytes: a beginning that is all text, or all one byte, is none.
-bool could_be_salt(std::string_view bytes) {
-  const auto is_printable = [](char c) { return (c >= ' ' && c <= '~') || c == '\r' || c == '\n' || c == '\t'; };
-  return !std::ranges::all_of(bytes, is_printable) &&
-         !std::ranges::all_of(bytes, [&](char c) { return c == bytes.front(); });
+bool is_plain(std::string_view beginning) {
+  // Of a file that is cut off so early, the journal holds the rest.
+  if (beginning.size() < telling_size) return sqlite_magic.starts_with(beginning.substr(0, sqlite_magic.size()));
+  return beginning.starts_with(sqlite_magic);
 }
 
 }  // namespace
@@ -55,14 +54,24 @@ void check_place_of_file(const std::string& host_path) {
   raise(3051);
 }
 
-DatabaseFile identify_database_file(std::string_view beginning, std::int64_t file_size) {
-  if (beginning.size() < telling_size) raise(3343);
-  if (beginning.starts_with(sqlite_magic)) return {};
-  if (beginning.substr(jet_magic_offset).starts_with(jet_magic)) throw JetFileError();
-  const std::string_view salt = beginning.substr(0, SQLCIPHER4_SALT_SIZE);
-  if (file_size % encrypted_page_size != 0 || !could_be_salt(salt)) raise(3343);
-  DatabaseFile found{true, {}};
-  std::ranges::copy(salt, found.salt.begin());
+bool has_journal(const std::string& host_path) {
+  std::error_code failure;
+  std::filesystem::path journal = std::filesystem::canonical(file_path(host_path), failure);
+  journal += "-journal";
+  return !failure && std::filesystem::file_size(journal, failure) > 0 && !failure;
+}
+
+DatabaseFile identify_database_file(std::string_view beginning, std::int64_t file_size, bool with_journal) {
+  if (beginning.empty() || (beginning.size() < telling_size && !with_journal)) raise(3343);
+  if (is_plain(beginning)) return {};
+  if (beginning.size() > jet_magic_offset && beginning.substr(jet_magic_offset).starts_with(jet_magic)) {
+    throw JetFileError();
+  }
+  if (beginning.size() < SQLCIPHER4_SALT_SIZE) raise(3343);
+  if (file_size % encrypted_page_size != 0 && !with_journal) raise(3343);
+  DatabaseFile found{.encrypted = true};
+  std::ranges::copy(beginning.substr(0, found.salt.size()), found.salt.begin());
+  found.doubtful = !is_telling_salt(found.salt);
   return found;
 }
 
@@ -70,7 +79,7 @@ void refuse_other_page_size(std::string_view beginning, std::int64_t file_size, 
   // Of 512 bytes the cipher would leave SQLite too few.
   constexpr std::int64_t least_page_size = 1024;
   if (std::ssize(beginning) < least_page_size || file_size % least_page_size != 0) return;
-  if (beginning.starts_with(sqlite_magic) || !could_be_salt(beginning.substr(0, SQLCIPHER4_SALT_SIZE))) return;
+  if (is_plain(beginning)) return;
   FileSalt salt;
   std::ranges::copy(beginning.substr(0, salt.size()), salt.begin());
   const FileKey key{password, salt};

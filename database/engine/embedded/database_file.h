@@ -19,8 +19,13 @@ class JetFileError : public support::RuntimeError {
 
 struct DatabaseFile {
   bool encrypted = false;
+  /// Begins as a file of another kind does: a database only where a key fits.
+  bool doubtful = false;
   FileSalt salt = {};  ///< of an encrypted file
 };
+
+/// Beside the file lies what undoes a transaction that was not completed: the file may end anywhere.
+bool has_journal(const std::string& host_path);
 
 /// The errors of a place where no file can be opened: 3044 no such folder, 3024 missing, 3051 no file. Never opens the
 /// file: on POSIX, closing it again would take away the locks that other handles of this process hold.
@@ -29,8 +34,8 @@ void check_place_of_file(const std::string& host_path);
 /// Bytes from the beginning of a file that tell what it is.
 inline constexpr std::size_t telling_size = 32;
 /// 3343 where it cannot be a database of this engine, as JetFileError where it is one of Jet's. `beginning` may be
-/// shorter, for a shorter file.
-DatabaseFile identify_database_file(std::string_view beginning, std::int64_t file_size);
+/// shorter, for a shorter file. With a journal the file's end tells nothing.
+DatabaseFile identify_database_file(std::string_view beginning, std::int64_t file_size, bool with_journal);
 
 /// 3343 that tells the size of the file's pages, where it is encrypted in pages of another size than ours and the
 /// password fits. `beginning`: up to most_page_size bytes, as they are on the disk.

@@ -31,6 +31,7 @@ std::unique_ptr<Recordset> EmbeddedDatabase::open_forward_only(std::string_view 
 
 void EmbeddedDatabase::execute(std::string_view sql) {
   affected_ = 0;
+  const WaitingScope waiting{*session_};
   session_->compile(sql);
   AtomicChange change{*session_};
   // Compiled a second time where another handle has changed the layout in between.

@@ -1,46 +1,76 @@
 #include "database/engine/embedded/file_copy.h"
 
-#include <filesystem>
+#include <optional>
 
 #include "database/engine/embedded/database_file.h"
+#include "database/engine/embedded/working_file.h"
 #include "database/engine/engine_error.h"
+#include "support/abandoned_files.h"
 
 namespace engine::embedded {
 namespace {
 
-/// The new file, gone again unless keep() was reached.
-class CopiedFile {
+std::optional<FileSalt> salt_for(std::string_view password) {
+  if (password.empty()) return std::nullopt;
+  return new_salt();
+}
+
+/// The whole file, copied under a key of the same kind: pages with a check of each have less room than those without.
+void copy_file(Connection& source, const std::string& host_path, const FileKey* key) {
+  Connection copy{host_path, {}};
+  if (key) copy.use_key(*key);
+  copy.first_read();
+  source.copy_to(copy);
+}
+
+void check_file(const std::string& host_path, const FileKey* key) {
+  Connection copy{host_path, {}};
+  if (key) copy.use_key(*key);
+  if (!copy.first_read()) raise(3343);
+  copy.check_integrity();
+}
+
+/// A key, where there is a password.
+class OptionalKey {
  public:
-  explicit CopiedFile(const std::string& host_path) : host_path_(host_path) { create_private_file(host_path); }
-  ~CopiedFile() {
-    if (kept_) return;
-    std::error_code ignored;
-    std::filesystem::remove(std::u8string(host_path_.begin(), host_path_.end()), ignored);
+  explicit OptionalKey(std::string_view password) {
+    if (const std::optional<FileSalt> salt = salt_for(password)) key_.emplace(password, *salt);
   }
-  CopiedFile(const CopiedFile&) = delete;
-  CopiedFile& operator=(const CopiedFile&) = delete;
-  void keep() { kept_ = true; }
+  const FileKey* get() const { return key_ ? &*key_ : nullptr; }
 
  private:
-  std::string host_path_;
-  bool kept_ = false;
+  std::optional<FileKey> key_;
 };
 
 }  // namespace
+
+void copy_with_password(Connection& source, const std::string& host_path, std::string_view password,
+                        std::string_view new_password) {
+  const bool same_kind = password.empty() == new_password.empty();
+  const OptionalKey key{new_password};
+  if (same_kind) {
+    copy_file(source, host_path, key.get());
+  } else {
+    const OptionalKey old_key{password};
+    copy_file(source, host_path, old_key.get());
+    Connection copy{host_path, {}};
+    if (old_key.get()) copy.use_key(*old_key.get());
+    copy.first_read();
+    copy.change_key(key.get());
+  }
+  check_file(host_path, key.get());
+  if (key.get()) key.get()->remember(new_password);
+}
 
 void save_copy(Session& session, const std::string& host_path) {
   if (session.in_transaction()) raise(3246);
   Connection& source = session.connection();
   check_place_of_new_file(host_path);
-  CopiedFile file{host_path};
-  {
-    Connection copy{host_path, {}};
-    if (!session.password().empty()) copy.use_key(FileKey{session.password(), new_salt()});
-    copy.first_read();
-    source.copy_to(copy);
-    copy.check_integrity();
-  }
-  file.keep();
+  WorkingFile file{host_path, support::new_database_mark};
+  const OptionalKey key{session.password()};
+  copy_file(source, file.path(), key.get());
+  check_file(file.path(), key.get());
+  file.take_name();
 }
 
 }  // namespace engine::embedded

@@ -59,9 +59,19 @@ bool is_key_known(std::string_view password, const FileSalt& salt) { return find
 
 void forget_known_keys() noexcept { known_keys().clear(); }
 
+bool is_telling_salt(const FileSalt& salt) noexcept {
+  const std::string_view bytes{reinterpret_cast<const char*>(salt.data()), salt.size()};
+  const auto is_printable = [](char c) { return (c >= ' ' && c <= '~') || c == '\r' || c == '\n' || c == '\t'; };
+  const auto is_first = [&](char c) { return c == bytes.front(); };
+  return !std::ranges::all_of(bytes, is_printable) && !std::ranges::all_of(bytes, is_first) &&
+         !bytes.starts_with("SQLite") && !bytes.substr(4).starts_with("Standard");
+}
+
 FileSalt new_salt() {
   FileSalt salt;
-  sqlite3_randomness(static_cast<int>(salt.size()), salt.data());
+  do {
+    sqlite3_randomness(static_cast<int>(salt.size()), salt.data());
+  } while (!is_telling_salt(salt));
   return salt;
 }
 

@@ -41,7 +41,10 @@ bool is_key_known(std::string_view password, const FileSalt& salt);
 /// Wipes the keys that the process keeps: each file's is derived anew at its next opening.
 void forget_known_keys() noexcept;
 
-/// A random salt for a new file.
+/// False where a file that begins so could be taken for a text, for one of zeros, or for another engine's.
+bool is_telling_salt(const FileSalt& salt) noexcept;
+
+/// A random salt for a new file, and a telling one.
 FileSalt new_salt();
 
 }  // namespace engine::embedded

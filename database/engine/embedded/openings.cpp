@@ -12,7 +12,8 @@ std::optional<FileSalt> EmbeddedOpenings::new_salt_of(std::string_view path) con
     const std::string host_path = support::host_file_system().host_path(path);
     check_place_of_file(host_path);
     Connection connection{host_path, {.read_only = true}};
-    const DatabaseFile file = identify_database_file(connection.beginning(telling_size), connection.file_size());
+    const DatabaseFile file =
+        identify_database_file(connection.beginning(telling_size), connection.file_size(), has_journal(host_path));
     if (!file.encrypted || is_key_known(password_, file.salt)) return std::nullopt;
     return file.salt;
   } catch (const support::RuntimeError&) {

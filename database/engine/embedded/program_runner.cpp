@@ -10,14 +10,16 @@
 namespace engine::embedded {
 namespace {
 
-/// The other file of SELECT … INTO … IN: read without a password first, then with this database's.
+/// The other file of SELECT … INTO … IN: read without a password first, then with this database's. 3045 where it is
+/// this database's own: the statement would wait for the lock that it holds itself.
 std::shared_ptr<Session> open_other_file(const Session& session, std::string_view path) {
   const std::string host_path = support::host_file_system().host_path(path);
-  const ConnectionOptions options{.read_only = true};
+  if (session.is_file_at(host_path)) raise(3045);
+  const ConnectionOptions options{.read_only = true, .busy_time = session.options().busy_time};
   try {
     return Session::open(host_path, {}, options);
   } catch (const support::RuntimeError& error) {
-    if (error.number() != 3031) throw;
+    if (error.number() != 3031 && (error.number() != 3343 || session.password().empty())) throw;
   }
   return Session::open(host_path, session.password(), options);
 }

@@ -1,33 +1,36 @@
 #include "database/engine/embedded/session.h"
 
 #include <algorithm>
+#include <filesystem>
 #include <utility>
 
 #include "database/engine/embedded/database_file.h"
 #include "database/engine/embedded/session_scope.h"
 #include "database/engine/engine_error.h"
 #include "support/encoding.h"
+#include "support/host_path.h"
 
 namespace engine::embedded {
 namespace {
 
-constexpr std::size_t maximum_password_characters = 20;
-
-bool is_too_long(std::string_view password) { return support::character_count(password) > maximum_password_characters; }
-
 /// The user version. What a key does not fit to cannot be told from what is damaged: not in the file itself, and not in
 /// the journal of a process that died, which is read before it.
-std::int64_t read_for_the_first_time(Connection& file, bool encrypted) {
+std::int64_t read_for_the_first_time(Connection& file, const DatabaseFile& kind) {
   constexpr int no_database = 3343;
   try {
     if (const std::optional<std::int64_t> version = file.first_read()) return *version;
   } catch (const support::RuntimeError& error) {
-    if (!encrypted || error.number() != no_database) throw;
+    if (!kind.encrypted || error.number() != no_database) throw;
   }
-  raise(encrypted ? 3031 : no_database);
+  raise(kind.encrypted && !kind.doubtful ? 3031 : no_database);
 }
 
 }  // namespace
+
+bool Session::is_too_long(std::string_view password) {
+  constexpr std::size_t maximum_characters = 20;
+  return support::character_count(password) > maximum_characters;
+}
 
 Session::Session(std::string host_path, std::string_view password, const ConnectionOptions& options)
     : host_path_(std::move(host_path)), password_(password), options_(options) {
@@ -77,13 +80,14 @@ void Session::require_open() const {
 void Session::connect_existing() {
   check_place_of_file(host_path_);
   connection_ = std::make_unique<Connection>(host_path_, options_);
-  const DatabaseFile file = identify_database_file(connection_->beginning(telling_size), connection_->file_size());
+  const DatabaseFile file =
+      identify_database_file(connection_->beginning(telling_size), connection_->file_size(), has_journal(host_path_));
   // A password given for a file that has none is not asked for.
   if (!file.encrypted) password_.clear();
-  if (file.encrypted && password_.empty()) raise(3031);
+  if (file.encrypted && password_.empty()) raise(file.doubtful ? 3343 : 3031);
   std::optional<FileKey> key;
   if (file.encrypted) connection_->use_key(key.emplace(password_, file.salt));
-  const std::int64_t stamp = read_for_the_first_time(*connection_, file.encrypted);
+  const std::int64_t stamp = read_for_the_first_time(*connection_, file);
   if (key && is_too_long(password_)) raise(3343, "the file's password has more than 20 characters");
   if (key) key->remember(password_);
   if (options_.exclusive && !options_.read_only) {
@@ -135,6 +139,11 @@ Connection& Session::connection() {
   require_open();
   if (!connection_) connect_new();
   return *connection_;
+}
+
+bool Session::is_file_at(const std::string& host_path) const {
+  std::error_code failure;
+  return std::filesystem::equivalent(support::std_path(host_path), support::std_path(host_path_), failure);
 }
 
 const StoredCatalogue& Session::catalogue() {
@@ -215,8 +224,7 @@ void Session::begin_change() {
   Connection& file = connection();
   file.run(options_.read_only ? "BEGIN" : "BEGIN IMMEDIATE");
   try {
-    // What a large change has written goes to the disk early, not all of it at the commit.
-    file.run("PRAGMA cache_size=-2048");
+    file.use_small_cache();
     if (new_file_) {
       catalogue_.reset();
       CatalogueChange::create_tables(file);
@@ -239,6 +247,7 @@ void Session::end_change() {
   }
   new_file_ = false;
   new_file_created_ = false;
+  connection_->use_large_cache();
   if (catalogue_->stamp() != committed_stamp_) known_catalogues::keep(identity_, catalogue_);
 }
 
@@ -250,6 +259,7 @@ void Session::undo_change() noexcept {
   }
   try {
     if (connection_->in_transaction()) connection_->run("ROLLBACK");
+    connection_->use_large_cache();
   } catch (const support::RuntimeError&) {
     // SQLite rolls back on its own where the file fails, and again when the connection is closed.
   }
@@ -260,6 +270,7 @@ void Session::begin_transaction() {
   require_open();
   if (in_transaction_) raise(3219);
   if (!options_.read_only) prepare_change();
+  const WaitingScope waiting{*this};
   begin_change();
   in_transaction_ = true;
 }
@@ -268,6 +279,7 @@ void Session::commit_transaction() {
   require_open();
   if (!in_transaction_) raise(3034);
   in_transaction_ = false;
+  const WaitingScope waiting{*this};
   if (!connection_->in_transaction()) {
     undo_change();
     raise(3043);
@@ -286,37 +298,6 @@ const TableStatements& Session::statements_of(const TablePointer& table) {
   TableStatements& statements = statements_[table->id];
   if (statements.table != table) statements = write_statements(table);
   return statements;
-}
-
-void Session::change_password(std::string_view old_password, std::string_view new_password) {
-  require_open();
-  if (is_too_long(new_password)) raise(3031);
-  if (old_password != password_) raise(3031);
-  if (in_transaction_) raise(3246);
-  const auto is_other = [this](const Session* session) { return session != this && session->host_path_ == host_path_; };
-  if (std::ranges::any_of(open_sessions(), is_other)) raise(3045);
-  prepare_change();
-  if (new_file_) {
-    disconnect();
-    password_ = new_password;
-    return;
-  }
-  try {
-    if (new_password.empty()) {
-      connection_->change_key(nullptr);
-    } else {
-      const FileKey key{new_password, new_salt()};
-      connection_->change_key(&key);
-      key.remember(new_password);
-    }
-  } catch (const support::RuntimeError&) {
-    disconnect();
-    connect_existing();
-    throw;
-  }
-  disconnect();
-  password_ = new_password;
-  connect_existing();
 }
 
 }  // namespace engine::embedded

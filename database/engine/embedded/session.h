@@ -76,7 +76,11 @@ class Session {
   /// Numbers are to be looked up again.
   void forget_numbers() noexcept { numbers_.forget(); }
 
+  /// True where the path, the host's, leads to this session's file, under whatever name.
+  bool is_file_at(const std::string& host_path) const;
+  const ConnectionOptions& options() const noexcept { return options_; }
   const std::string& password() const noexcept { return password_; }
+  /// See Database::new_password. Interrupted at any point, it leaves a file that the old or the new password opens.
   void change_password(std::string_view old_password, std::string_view new_password);
 
   void add_reader(PendingReader& reader) { readers_.push_back(&reader); }
@@ -85,12 +89,16 @@ class Session {
  private:
   friend class AtomicChange;
   friend class ReadScope;
+  friend class WaitingScope;
   Session(std::string host_path, std::string_view password, const ConnectionOptions& options);
 
   /// All of the process.
   static std::vector<Session*>& open_sessions();
 
+  static bool is_too_long(std::string_view password);
   void connect_existing();
+  /// The file under another password; the connection is closed then.
+  void write_anew(std::string_view new_password);
   /// Raises 3343 where that is why the file could not be opened.
   void refuse_other_page_size();
   void connect_new();
@@ -120,6 +128,7 @@ class Session {
   std::shared_ptr<const StoredCatalogue> catalogue_;
   std::int64_t committed_stamp_ = 0;  ///< of the catalogue, when the change began
   std::vector<PendingReader*> readers_;
+  int waiting_scopes_ = 0;
   std::unordered_map<std::int64_t, TableStatements> statements_;
   AutoNumbers numbers_;
 };

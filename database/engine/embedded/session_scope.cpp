@@ -4,7 +4,13 @@
 
 namespace engine::embedded {
 
-ReadScope::ReadScope(Session& session) : session_(session) {
+WaitingScope::WaitingScope(Session& session) : session_(session) {
+  if (session.waiting_scopes_++ == 0 && session.connection_ && !session.in_transaction_) {
+    session.connection_->begin_waiting();
+  }
+}
+
+ReadScope::ReadScope(Session& session) : session_(session), waiting_(session) {
   session.require_open();
   if (!session.has_catalogue() || session.connection_->in_transaction()) return;
   session.connection_->run("BEGIN");
@@ -25,7 +31,7 @@ void ReadScope::end() noexcept {
   }
 }
 
-AtomicChange::AtomicChange(Session& session) : session_(session) {
+AtomicChange::AtomicChange(Session& session) : session_(session), waiting_(session) {
   session.prepare_change();
   own_transaction_ = !session.connection_ || !session.connection_->in_transaction();
   if (own_transaction_) {

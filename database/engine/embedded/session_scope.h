@@ -7,6 +7,19 @@
 
 namespace engine::embedded {
 
+/// One operation, which waits for the file's locks as long as the busy time in all. In a transaction that is begun and
+/// not committed yet, all its operations are one: none waits anew for a reader that keeps the changes in memory.
+class WaitingScope {
+ public:
+  explicit WaitingScope(Session& session);
+  ~WaitingScope() { --session_.waiting_scopes_; }
+  WaitingScope(const WaitingScope&) = delete;
+  WaitingScope& operator=(const WaitingScope&) = delete;
+
+ private:
+  Session& session_;
+};
+
 /// Reads of one operation that see one state of the file, and look at it once to learn whether the layout has changed.
 class ReadScope {
  public:
@@ -19,6 +32,7 @@ class ReadScope {
   void end() noexcept;
 
   Session& session_;
+  WaitingScope waiting_;
   bool own_transaction_ = false;
 };
 
@@ -34,6 +48,7 @@ class AtomicChange {
 
  private:
   Session& session_;
+  WaitingScope waiting_;
   bool own_transaction_;
   std::shared_ptr<const StoredCatalogue> catalogue_before_;
   bool finished_ = false;

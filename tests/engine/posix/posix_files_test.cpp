@@ -3,6 +3,11 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
+#include <chrono>
+#include <string>
+
+#include "database/engine/embedded/file_hold.h"
+#include "support/abandoned_files.h"
 #include "tests/engine/test_database.h"
 #include "tests/support/posix/file_size_limit.h"
 
@@ -74,6 +79,97 @@ TEST_F(PosixFiles, AProcessThatDiesLeavesWhatWasCommitted) {
         << "a wrong key gives back no page, and the journal stays for the right one";
     EXPECT_THAT(column(*open("test.das", "geheim", read_only), "things", "name"), ElementsAre("Zeile")) << read_only;
   }
+}
+
+TEST_F(PosixFiles, TornAtTheirEndAreWholeAgainWithTheirJournal) {
+  for (const std::string password : {"", "geheim"}) {
+    {
+      const auto database = create("test.das", password);
+      add_things(*database);
+      add_rows(*database, 1);
+    }
+    const pid_t child = fork();
+    if (child == 0) {
+      const auto database = open("test.das", password);
+      database->begin_transaction();
+      add_rows(*database, 20000);
+      _exit(0);
+    }
+    int status = 0;
+    ASSERT_EQ(waitpid(child, &status, 0), child);
+    ASSERT_TRUE(exists("test.das-journal"));
+    write("cut.das", content().substr(0, content().size() - 1000));
+    std::filesystem::copy_file(host_path("test.das-journal"), host_path("cut.das-journal"));
+    EXPECT_THAT(column(*open("cut.das", password), "things", "name"), ElementsAre("Zeile")) << password;
+    write("cut.das", content().substr(0, content().size() - 1000));
+    if (!password.empty()) {
+      EXPECT_EQ(error_number([&] { open("cut.das", password); }), 3343) << "without a journal";
+    }
+    for (const auto& file : std::filesystem::directory_iterator(host_path(""))) std::filesystem::remove(file);
+  }
+}
+
+/// What the call gives in a process of its own.
+template <typename Call>
+int in_another_process(const Call& call) {
+  const pid_t child = fork();
+  if (child == 0) _exit(call());
+  int status = 0;
+  EXPECT_EQ(waitpid(child, &status, 0), child);
+  return WEXITSTATUS(status);
+}
+
+TEST_F(PosixFiles, KeepTheirPasswordWhileAnybodyElseHasThemOpen) {
+  add_things(*create("test.das", "alt"));
+  std::filesystem::create_directory(host_path("there"));
+  std::filesystem::create_hard_link(host_path(), host_path("hard.das"));
+  std::filesystem::create_symlink(host_path(), host_path("there/soft.das"));
+  const auto change = [&] { return error_number([&] { open("test.das", "alt")->new_password("alt", "neu"); }); };
+  for (const char* const name : {"test.das", "hard.das", "there/soft.das"}) {
+    const auto other = open(name, "alt");
+    EXPECT_EQ(change(), 3045) << name;
+    EXPECT_EQ(in_another_process([&] { return change() == 3045 ? 7 : 0; }), 7) << name;
+  }
+  EXPECT_EQ(change(), 3251) << "the other name would keep the old password";
+  std::filesystem::remove(host_path("hard.das"));
+  {
+    embedded::FileHold alone{host_path().string(), std::chrono::milliseconds(0)};
+    ASSERT_TRUE(alone.hold_alone());
+    EXPECT_EQ(in_another_process([&] { return error_number([&] { open("test.das", "alt"); }) == 3045 ? 7 : 0; }), 7);
+  }
+  std::filesystem::permissions(host_path(), std::filesystem::perms(0640));
+  EXPECT_EQ(error_number([&] { open("there/soft.das", "alt")->new_password("alt", "neu"); }), 0);
+  EXPECT_TRUE(std::filesystem::is_symlink(host_path("there/soft.das")));
+  EXPECT_EQ(std::filesystem::status(host_path()).permissions(), std::filesystem::perms(0640));
+  EXPECT_EQ(error_number([&] { open("test.das", "neu"); }), 0);
+}
+
+TEST_F(PosixFiles, AreNotTakenForAbandonedWhileTheirBuilderLives) {
+  const std::string name = "x.das.creating-0a1b2c3d";
+  const auto builder = create(name);
+  const auto clean_up_after_an_hour = [&] {
+    const auto before = std::filesystem::file_time_type::clock::now() - std::chrono::hours(1);
+    for (const auto& file : std::filesystem::directory_iterator(host_path(""))) {
+      std::filesystem::last_write_time(file, before);
+    }
+    return in_another_process([&] {
+      support::remove_abandoned_files(host_path("x.das").string(), support::new_database_mark);
+      return 0;
+    });
+  };
+  add_things(*builder);
+  clean_up_after_an_hour();
+  EXPECT_TRUE(exists(name)) << "between two transactions";
+  builder->begin_transaction();
+  add_rows(*builder, 1);
+  builder->execute("DELETE FROM things");
+  ASSERT_TRUE(exists(name + "-journal"));
+  clean_up_after_an_hour();
+  EXPECT_TRUE(exists(name + "-journal")) << "in the middle of one";
+  builder->commit_transaction();
+  builder->close();
+  clean_up_after_an_hour();
+  EXPECT_FALSE(exists(name));
 }
 
 TEST_F(PosixFiles, RightsOfANewFileAreTheUsersAlone) {
