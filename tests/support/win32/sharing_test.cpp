@@ -34,7 +34,7 @@ class HeldForAMoment {
 };
 
 TEST(Sharing, FilesThatSomebodyHoldsForAMomentAreWaitedFor) {
-  const TemporaryFolder folder;
+  const testing::TemporaryFolder folder;
   FileSystem& files = host_file_system();
   folder.write("a.txt", "old");
   {
