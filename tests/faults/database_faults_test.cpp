@@ -201,7 +201,7 @@ class PasswordFaults : public DatabaseFaults {
     return "neither";
   }
   void sweep_over_change(const std::string& before, const std::string& after) {
-    std::filesystem::remove(host(file));
+    for (const std::string& name : files()) std::filesystem::remove(host(path(name)));
     {
       const auto created =
           environment.open_engine("DAO.DBEngine.36")->create_database(file, engine::locale_general, engine::version_30);
@@ -226,7 +226,7 @@ class PasswordFaults : public DatabaseFaults {
       if (ended == Ended::Succeeded) {
         EXPECT_EQ(found, "new");
       }
-      EXPECT_EQ(files().size(), 1U) << "something is left beside it";
+      EXPECT_EQ(files().size(), 1U) << ::testing::PrintToString(files());
     };
     faults::sweep("a password change, \"" + before + "\" to \"" + after + '"', {restoring(), {}, run, check});
   }
@@ -258,7 +258,10 @@ TEST_F(DatabaseFaults, AnUpgradesCopyIsWholeOrNotThere) {
       EXPECT_EQ(found, after);
     }
     if (ended != Ended::Died) {
-      EXPECT_EQ(files().size(), saved == no_file ? 1U : 2U) << "something is left beside it";
+      // The journal of a file that was opened for it alone is empty when it cannot be deleted.
+      const auto left =
+          std::ranges::count_if(files(), [](const std::string& name) { return !name.ends_with("-journal"); });
+      EXPECT_EQ(left, saved == no_file ? 1 : 2) << ::testing::PrintToString(files());
     }
   };
   faults::sweep("an upgrade after a copy", {restoring(), {}, run, check});
@@ -269,7 +272,7 @@ TEST_F(DatabaseFaults, AnIndexUpgradeGoesOnWhereItWasInterrupted) {
   ASSERT_EQ(CreateIndexDatabase(environment, index), 1);
   patient_database("db4_000001.das");
   execute(patient, {"UPDATE db_info SET MinVersion=58"});
-  execute(index, {"ALTER TABLE index DROP COLUMN status", "INSERT INTO index (id) VALUES (1)"});
+  execute(index, {"CREATE TABLE dbinfo (remark TEXT(10))", "INSERT INTO index (id) VALUES (1)"});
   const auto run = [&] { return db_UpgradeIndexDatabase(environment, index, {}).complete(); };
   const auto is_current = [&] {
     return rows(index, "SELECT name, status FROM index WHERE id=1") ==

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <filesystem>
+#include <fstream>
 #include <string_view>
 #include <system_error>
 
@@ -58,7 +59,8 @@ bool has_journal(const std::string& host_path) {
   std::error_code failure;
   std::filesystem::path journal = std::filesystem::canonical(file_path(host_path), failure);
   journal += "-journal";
-  return !failure && std::filesystem::file_size(journal, failure) > 0 && !failure;
+  // One that begins with 0 is done with.
+  return !failure && std::ifstream(journal, std::ios::binary).get() > 0;
 }
 
 DatabaseFile identify_database_file(std::string_view beginning, std::int64_t file_size, bool with_journal) {
