@@ -250,13 +250,31 @@ TEST_F(Programs, ErrorsNeverShowAValue) {
   for (const std::string statement :
        {"INSERT INTO t (n) VALUES ('Geheim')", "SELECT 'Geheim' + 1", "SELECT 'Geheim' 'Geheim'",
         "UPDATE t SET name='O'Geheim'", "INSERT INTO t (name) VALUES ('Geheim Geheim Geheim Geheim')",
-        "SELECT 'Geheim' LIKE '[Geheim'", "SELECT cdate('Geheim')", "SELECT id FROM t WHERE Geheim = 1"}) {
+        "SELECT 'Geheim' LIKE '[Geheim'", "SELECT cdate('Geheim')", "SELECT id FROM t WHERE Geheim = 1",
+        "UPDATE t SET name='O'Geheim's'", "SELECT id FROM t WHERE name IN ('O'Geheim's', 'x')"}) {
     try {
       database.run(statement);
       ADD_FAILURE() << statement << " succeeded";
     } catch (const support::RuntimeError& error) {
       EXPECT_EQ(std::string::npos, std::string_view(error.what()).find(secret_text)) << error.what();
       EXPECT_NE("", std::string_view(error.what()));
+    }
+  }
+}
+
+TEST_F(Programs, AnErrorOfSyntaxCountsLinesAndCharacters) {
+  constexpr std::pair<const char*, const char*> rows[] = {
+      {"SELECT id,\r\n  name\n FROM WHERE id = 1", "(line 3, column 7: 'WHERE')"},
+      {"SELECT 'Ä\nÖ' 'b'", "(line 2, column 4: a text)"},
+      {"\n\n", "(line 3, column 1: the end)"},
+      {"SELECT n FROM t WHERE\tn = ~1", "(line 1, column 27: '~')"},
+  };
+  for (const auto& [statement, place] : rows) {
+    try {
+      database.run(statement);
+      ADD_FAILURE() << statement << " succeeded";
+    } catch (const support::RuntimeError& error) {
+      EXPECT_NE(std::string::npos, std::string_view(error.what()).find(place)) << error.what();
     }
   }
 }

@@ -179,6 +179,9 @@ std::string place_of(std::string_view statement, const Token& token) {
   const std::size_t line_begin = before.find_last_of('\n') + 1;
   std::string place = "line " + std::to_string(std::ranges::count(before, '\n') + 1) + ", column " +
                       std::to_string(support::character_count(before.substr(line_begin)) + 1);
+  // A word right behind a quote is the rest of a text that holds one.
+  const bool rest_of_text = before.ends_with('\'') || before.ends_with('"');
+  if (token.kind == TokenKind::Word && rest_of_text) return place + ": a word";
   switch (token.kind) {
     case TokenKind::Word:
     case TokenKind::Symbol:
