@@ -29,6 +29,19 @@ bool is_word_character(char character) {
          (character >= '0' && character <= '9') || static_cast<unsigned char>(character) >= 0x80;
 }
 
+bool begins_with_parameters(std::string_view statement) {
+  constexpr std::string_view word = "PARAMETERS";
+  return support::equal_ignoring_case(statement.substr(0, word.size()), word) &&
+         (statement.size() == word.size() || !is_word_character(statement[word.size()]));
+}
+
+/// Where the statement goes on behind its first ";"; its end where it has none.
+std::size_t parameters_end(std::string_view statement) {
+  std::size_t i = 0;
+  while (i < statement.size() && statement[i] != ';') i = std::max(quoted_end(statement, i), i + 1);
+  return std::min(i + 1, statement.size());
+}
+
 class ScriptSplitter {
  public:
   explicit ScriptSplitter(std::string_view script) : script_(script) {}
@@ -37,7 +50,7 @@ class ScriptSplitter {
     for (std::size_t i = 0; i < script_.size();) {
       if (begins_comment(script_, i)) {
         i = std::min(script_.find('\n', i), script_.size());
-      } else if (script_[i] == ';') {
+      } else if (script_[i] == ';' && !declares_only()) {
         finish_statement();
         ++i;
       } else {
@@ -51,6 +64,11 @@ class ScriptSplitter {
   }
 
  private:
+  /// Behind the clause PARAMETERS, which is none without the statement that follows its ";".
+  bool declares_only() const {
+    return begins_with_parameters(current_.text) && parameters_end(current_.text) == current_.text.size();
+  }
+
   void take(std::string_view piece) {
     if (current_.text.empty()) {
       if (piece.find_first_not_of(blanks) == std::string_view::npos) {
@@ -116,10 +134,16 @@ class WordReader {
 std::vector<ScriptStatement> split_script(std::string_view script) { return ScriptSplitter(script).split(); }
 
 bool is_query(std::string_view statement) {
+  statement.remove_prefix(std::min(statement.find_first_not_of(blanks), statement.size()));
+  if (begins_with_parameters(statement)) statement.remove_prefix(parameters_end(statement));
   const std::size_t start = statement.find_first_not_of(" \t\r\n(");
   if (start == std::string_view::npos) return false;
   WordReader words(statement.substr(start));
-  if (!support::equal_ignoring_case(words.next(), "SELECT")) return false;
+  const std::string_view first = words.next();
+  for (const std::string_view always : {"TRANSFORM", "TABLE"}) {
+    if (support::equal_ignoring_case(first, always)) return true;
+  }
+  if (!support::equal_ignoring_case(first, "SELECT")) return false;
   for (std::string_view word = words.next(); !word.empty(); word = words.next()) {
     if (support::equal_ignoring_case(word, "INTO")) return false;
     if (support::equal_ignoring_case(word, "FROM")) return true;

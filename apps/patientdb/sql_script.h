@@ -13,10 +13,10 @@ struct ScriptStatement {
 };
 
 /// Cuts at each ";" outside of '…', "…" and […]. A line that begins with "--" is a comment unless it continues a quoted
-/// text. Statements of blanks only are left out.
+/// text. Statements of blanks only are left out. A clause PARAMETERS stays with its statement.
 std::vector<ScriptStatement> split_script(std::string_view script);
 
-/// True for a statement that gives rows: SELECT without INTO.
+/// True for a statement that gives rows: SELECT without INTO, TRANSFORM, a union that begins with TABLE or "(".
 bool is_query(std::string_view statement);
 
 }  // namespace patientdb

@@ -29,6 +29,8 @@ TEST(SplitScript, CutsAtSemicolonsOutsideOfQuotes) {
       {"select 3--1;x", {"1:select 3--1", "1:x"}},
       {"select #1/2/2024#;x", {"1:select #1/2/2024#", "1:x"}},
       {"insert 'open;\nend", {"1:insert 'open;\nend"}},
+      {"parameters [a;b] long;\nselect 1;x", {"1:parameters [a;b] long;\nselect 1", "2:x"}},
+      {"parameters_ a;select 1", {"1:parameters_ a", "1:select 1"}},
   };
   for (const Case& row : cases) EXPECT_EQ(split(row.script), row.statements) << row.script;
 }
@@ -42,6 +44,13 @@ TEST(IsQuery, TellsStatementsThatGiveRows) {
       {"select [into] from t", true},
       {"select 'x into y' from t", true},
       {"select (select a into b from c) from t", true},
+      {"TRANSFORM sum(a) SELECT b FROM t GROUP BY b PIVOT c", true},
+      {"table a union table b", true},
+      {"(SELECT 1 FROM a) UNION (SELECT 2)", true},
+      {" PARAMETERS [a;b] LONG;\nSELECT 1", true},
+      {"PARAMETERS a LONG; TRANSFORM sum(a) SELECT b FROM t GROUP BY b PIVOT c", true},
+      {"PARAMETERS a LONG; UPDATE t SET a = 1", false},
+      {"PARAMETERS a LONG;", false},
       {"INSERT INTO t SELECT * FROM s", false},
       {"selection", false},
       {"UPDATE t SET a = 1", false},

@@ -43,19 +43,21 @@ Statement Parser::parse_statement() {
     statement = parse_update();
   } else if (accept_word("DELETE")) {
     statement = parse_delete();
-  } else if (!parameters_.empty()) {
-    fail_here();
-  } else if (accept_word("CREATE")) {
-    statement = parse_create();
-  } else if (accept_word("ALTER")) {
-    statement = parse_alter();
-  } else if (accept_word("DROP")) {
-    statement = parse_drop();
   } else {
-    fail_here();
+    statement = parse_layout_change();
   }
   expect_end();
   return statement;
+}
+
+/// Takes no parameters.
+Statement Parser::parse_layout_change() {
+  if (parameters_.empty()) {
+    if (accept_word("CREATE")) return parse_create();
+    if (accept_word("ALTER")) return parse_alter();
+    if (accept_word("DROP")) return parse_drop();
+  }
+  fail_here();
 }
 
 ExpressionPtr Parser::parse_lone_expression() {

@@ -111,6 +111,7 @@ class Parser {
   DeleteStatement parse_delete();
 
   // Statements that change the layout (parser_definition.cpp)
+  Statement parse_layout_change();
   Statement parse_create();
   Statement parse_alter();
   Statement parse_drop();
