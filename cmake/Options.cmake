@@ -31,6 +31,8 @@ if(WIN32)
   target_compile_definitions(firststeps_options INTERFACE UNICODE _UNICODE NOMINMAX WIN32_LEAN_AND_MEAN
     _WIN32_WINNT=0x0A00 WINVER=0x0A00)
   add_link_options(-Wl,--dynamicbase,--nxcompat)
+  # On a terminal server, others would be given a Windows folder of each user's own.
+  add_link_options(-Wl,--tsaware)
   if(CMAKE_SIZEOF_VOID_P EQUAL 8)
     add_link_options(-Wl,--high-entropy-va)
   endif()

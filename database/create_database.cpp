@@ -53,7 +53,10 @@ void repair_data_table(support::Procedure& procedure, engine::Database& database
 
 void create_tables(const Environment& environment, engine::Database& database) {
   support::Procedure procedure{"sql!CreatePatientDatabase"};
-  for (const schema::TableRow& row : schema::tables()) create_table(environment, database, row.name);
+  for (const schema::TableRow& row : schema::tables()) {
+    create_table(environment, database, row.name);
+    if (environment.progress) environment.progress->at_work();
+  }
   for (const std::string_view name : schema::data_tables()) repair_data_table(procedure, database, name);
   for (const std::string_view name : schema::data_tables()) schema::allow_empty_texts(procedure, database, name);
 }

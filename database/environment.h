@@ -28,11 +28,13 @@ using MessageBox = std::function<int(std::string_view text, std::uint32_t style,
 class Progress {
  public:
   virtual ~Progress() = default;
-  /// `maximum` is the value at the end of the work, in units of the caller's.
+  /// `maximum` is the value at the end of the work, in units of the caller's; 0 where nobody knows that.
   virtual void start(std::string_view caption, std::int32_t maximum) = 0;
   virtual void set_caption(std::string_view caption) = 0;
   virtual void set_value(std::int32_t value) = 0;
   virtual void finish() = 0;
+  /// The work goes on: whoever shows it may let its window answer. Work that takes long calls this often.
+  virtual void at_work() {}
   /// Work that can be ended between two of its parts offers that, between start() and finish(), under this caption.
   virtual void offer_cancel(std::string_view caption) { static_cast<void>(caption); }
   /// True once the user has taken that offer.

@@ -7,6 +7,7 @@
 #include "wizard/animation.h"
 #include "wizard/context.h"
 #include "wizard/finish.h"
+#include "wizard/finish_progress.h"
 #include "wizard/form/apply_texts.h"
 #include "wizard/form/progress_colour.h"
 #include "wizard/form_layout.h"
@@ -94,6 +95,7 @@ void frmAssistantFirstSteps::Run::show_page(const Page* page) {
 }
 
 void frmAssistantFirstSteps::Run::finish() {
+  const FinishProgress progress(context);
   report = apply_configuration(context, gather_choices(context, pages), FinishWriter::Mode::Write);
   state = State::Finished;
 }

@@ -34,7 +34,10 @@ bool fits_registry(std::string_view text) {
 
 }  // namespace
 
-void FinishWriter::record(FinishReport::Entry entry) { report_.entries.push_back(std::move(entry)); }
+void FinishWriter::record(FinishReport::Entry entry) {
+  report_.entries.push_back(std::move(entry));
+  if (!previewing() && context_.ports.progress) context_.ports.progress->at_work();
+}
 
 void FinishWriter::registry_value(std::string_view key, std::string_view name, std::string_view value) {
   const bool fits = fits_registry(value);

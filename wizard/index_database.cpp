@@ -68,7 +68,10 @@ class WalkProgress : public database::Progress {
   void set_caption(std::string_view caption) override {
     if (started_) shown_->set_caption(caption_ + " " + std::string(caption));
   }
-  void set_value(std::int32_t) override {}
+  void set_value(std::int32_t) override { at_work(); }
+  void at_work() override {
+    if (started_) shown_->at_work();
+  }
   void finish() override {
     if (started_) shown_->set_caption(caption_);
   }

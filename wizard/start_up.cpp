@@ -42,12 +42,16 @@ std::string registry_key(std::string_view installation) {
   return "SOFTWARE\\Lumoraquant\\" + std::string(installation);
 }
 
-void discover_names(Context& context, std::string_view command_line) {
-  InstallationConfig& config = context.config;
-  config.RegPath = installation_name(context.ports, command_line);
+void discover_names(const Ports& ports, InstallationConfig& config, std::string_view command_line) {
+  config.RegPath = installation_name(ports, command_line);
   config.ProEdition = support::to_upper(config.RegPath).find("PRO") != std::string::npos;
   config.RegKey = registry_key(config.RegPath);
   config.ProfilesKey = config.RegKey + "\\Profiles\\";
+}
+
+void discover_texts(const Ports& ports, InstallationConfig& config) {
+  config.LanguageDLL = read_value(ports, Roots::MachineThenUser, config.RegKey, "LanguageDLL", "");
+  config.LanguageObject = ports.create_language(config.LanguageDLL + ".LanguageDLL");
 }
 
 struct PathRow {
@@ -79,13 +83,17 @@ void discover_paths(const Ports& ports, InstallationConfig& config) {
   config.IndexDB = index_in(config.PatientData);
 }
 
+void discover_product_name(const Ports& ports, InstallationConfig& config) {
+  config.Productname = read_value(ports, Roots::Machine, config.RegKey + "\\Setup", "Productname", "");
+  if (config.Productname.empty()) config.Productname = "vantrix";
+}
+
 void discover_product(const Ports& ports, InstallationConfig& config) {
   const std::string port_number = read_value(ports, Roots::User, config.RegKey, "COM", "1");
   support::Procedure{"wizard!COM"}.step([&] { config.COM = engine::to_int16(port_number); });
   config.Helpfile = read_value(ports, Roots::Machine, config.RegKey, "Helpfile", "");
   support::RemoveSlashes(config.Helpfile);
-  config.Productname = read_value(ports, Roots::Machine, config.RegKey + "\\Setup", "Productname", "");
-  if (config.Productname.empty()) config.Productname = "vantrix";
+  discover_product_name(ports, config);
   config.DBPassword.clear();
   config.Manual = read_value(ports, Roots::Machine, config.RegKey, "Manual", "");
   support::RemoveSlashes(config.Manual);
@@ -119,18 +127,24 @@ std::string installation_key(const Ports& ports, std::string_view command_line) 
   return name.empty() ? name : registry_key(name);
 }
 
+InstallationConfig known_installation(const Ports& ports, std::string_view command_line) {
+  InstallationConfig config;
+  support::Procedure procedure{"wizard!KnownInstallation"};
+  procedure.step([&] { discover_names(ports, config, command_line); });
+  procedure.step([&] { discover_texts(ports, config); });
+  procedure.step([&] { discover_product_name(ports, config); });
+  return config;
+}
+
 bool discover_installation(Context& context, std::string_view command_line) {
   support::Procedure procedure{"wizard!Discover"};
   const Ports& ports = context.ports;
   InstallationConfig& config = context.config;
   config.own_folder = with_backslash(ports.own_folder);
   procedure.step([&] { discover_font(context); });
-  procedure.step([&] { discover_names(context, command_line); });
+  procedure.step([&] { discover_names(ports, config, command_line); });
   if (config.RegPath.empty() && command_line.empty()) return false;
-  procedure.step([&] {
-    config.LanguageDLL = read_value(ports, Roots::MachineThenUser, config.RegKey, "LanguageDLL", "");
-    config.LanguageObject = ports.create_language(config.LanguageDLL + ".LanguageDLL");
-  });
+  procedure.step([&] { discover_texts(ports, config); });
   procedure.step([&] { discover_paths(ports, config); });
   procedure.step([&] {
     if (config.ProEdition) provide_index_database(context);

@@ -16,6 +16,10 @@ std::string command_line_field(std::string_view command_line, int field);
 /// named. Only reads "vantrix.ini". Never raises.
 std::string installation_key(const Ports& ports, std::string_view command_line);
 
+/// What the user sees of that installation before anything is begun: names, font, texts and the product. Only reads.
+/// Never raises.
+InstallationConfig known_installation(const Ports& ports, std::string_view command_line);
+
 /// Fills `context.config`. False where the program must end at once: no installation name in "vantrix.ini"
 /// and no command line. Whatever cannot be read keeps its default. In the professional edition a missing index database
 /// is created. Never raises.

@@ -48,6 +48,7 @@ int configure(HINSTANCE instance, const firststeps::Options& options, wizard::Po
   wizard::frmAssistantFirstSteps assistant(std::move(ports));
   if (!assistant.load(options.command_line)) return done;
   wizard::win32::AssistantWindow window(instance, assistant);
+  window.set_work(progress);
   claim.set_window(window.handle());
   user.set_owner(window.handle());
   progress.set_owner(window.handle(), assistant.config().Productname, assistant.config().DefaultFont);
@@ -56,6 +57,13 @@ int configure(HINSTANCE instance, const firststeps::Options& options, wizard::Po
                         conclude(window.handle(), options, assistant);
   user.set_owner(nullptr);
   return complete ? done : not_everything_written;
+}
+
+/// Where the first one's window cannot be shown: it belongs to another session, to an administrator, or hangs.
+void tell_of_first(const wizard::Ports& ports, wizard::win32::WindowUser& user, std::string_view command_line) {
+  constexpr long runs_elsewhere = 6051;
+  const wizard::InstallationConfig config = wizard::known_installation(ports, command_line);
+  user.message_box(config.text(runs_elsewhere), MB_ICONINFORMATION | MB_SETFOREGROUND, config.Productname);
 }
 
 int run(HINSTANCE instance, const firststeps::Options& options) {
@@ -70,7 +78,7 @@ int run(HINSTANCE instance, const firststeps::Options& options) {
   // A hive is a registry of its own.
   const wizard::win32::RunningWizard claim(wizard::installation_key(ports, options.command_line) + "|" + options.hive);
   if (claim.is_first()) return configure(instance, options, std::move(ports), user, claim);
-  claim.show_first();
+  if (!claim.show_first()) tell_of_first(ports, user, options.command_line);
   return runs_already;
 }
 
@@ -79,5 +87,8 @@ int run(HINSTANCE instance, const firststeps::Options& options) {
 int WINAPI wWinMain(HINSTANCE instance, HINSTANCE, PWSTR command_line, int) {
   const INITCOMMONCONTROLSEX classes{sizeof classes, ICC_STANDARD_CLASSES | ICC_PROGRESS_CLASS | ICC_BAR_CLASSES};
   InitCommonControlsEx(&classes);
+  // A single step that takes long on a slow share must not become a white window: there is a text that says what goes
+  // on.
+  DisableProcessWindowsGhosting();
   return run(instance, firststeps::read_options(support::narrow(command_line)));
 }

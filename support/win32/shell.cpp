@@ -21,6 +21,10 @@ struct FreeTaskMemory {
   void operator()(void* memory) const noexcept { CoTaskMemFree(memory); }
 };
 
+struct ReleaseObject {
+  void operator()(IUnknown* object) const noexcept { object->Release(); }
+};
+
 class OleSession {
  public:
   OleSession() noexcept : entered_(SUCCEEDED(OleInitialize(nullptr))) {}
@@ -38,6 +42,19 @@ std::string path_in(std::string_view folder, const std::string& name) {
   std::string path(folder);
   if (!path.ends_with('\\')) path += '\\';
   return path + name;
+}
+
+/// The choice of before there was a dialog for it.
+std::optional<std::string> choose_in_tree(std::string_view title, HWND owner) {
+  const std::wstring title_text = wide(title);
+  BROWSEINFOW browse{};
+  browse.hwndOwner = owner;
+  browse.lpszTitle = title_text.c_str();
+  browse.ulFlags = BIF_RETURNONLYFSDIRS | BIF_NEWDIALOGSTYLE;
+  const std::unique_ptr<ITEMIDLIST, FreeTaskMemory> chosen(SHBrowseForFolderW(&browse));
+  std::array<wchar_t, MAX_PATH> path{};
+  if (!chosen || SHGetPathFromIDListW(chosen.get(), path.data()) == 0) return std::nullopt;
+  return narrow(path.data());
 }
 
 FILEOP_FLAGS recycle_flags(const RecycleDisplay& display) {
@@ -78,15 +95,22 @@ bool open_file(std::string_view path) {
 
 std::optional<std::string> choose_folder(std::string_view title, void* owner) {
   const OleSession session;
-  const std::wstring title_text = wide(title);
-  BROWSEINFOW browse{};
-  browse.hwndOwner = static_cast<HWND>(owner);
-  browse.lpszTitle = title_text.c_str();
-  browse.ulFlags = BIF_RETURNONLYFSDIRS | BIF_NEWDIALOGSTYLE;
-  const std::unique_ptr<ITEMIDLIST, FreeTaskMemory> chosen(SHBrowseForFolderW(&browse));
-  std::array<wchar_t, MAX_PATH> path{};
-  if (!chosen || SHGetPathFromIDListW(chosen.get(), path.data()) == 0) return std::nullopt;
-  return narrow(path.data());
+  const HWND window = static_cast<HWND>(owner);
+  void* made = nullptr;
+  if (FAILED(CoCreateInstance(CLSID_FileOpenDialog, nullptr, CLSCTX_INPROC_SERVER, IID_IFileOpenDialog, &made)))
+    return choose_in_tree(title, window);
+  const std::unique_ptr<IFileOpenDialog, ReleaseObject> dialog(static_cast<IFileOpenDialog*>(made));
+  FILEOPENDIALOGOPTIONS options = 0;
+  IShellItem* chosen = nullptr;
+  dialog->GetOptions(&options);
+  dialog->SetOptions(options | FOS_PICKFOLDERS | FOS_FORCEFILESYSTEM | FOS_PATHMUSTEXIST | FOS_NOCHANGEDIR);
+  dialog->SetTitle(wide(title).c_str());
+  if (FAILED(dialog->Show(window)) || FAILED(dialog->GetResult(&chosen))) return std::nullopt;
+  const std::unique_ptr<IShellItem, ReleaseObject> item(chosen);
+  wchar_t* path = nullptr;
+  if (FAILED(item->GetDisplayName(SIGDN_FILESYSPATH, &path))) return std::nullopt;
+  const std::unique_ptr<wchar_t, FreeTaskMemory> owned(path);
+  return narrow(path);
 }
 
 bool is_network_path(std::string_view path) { return PathIsNetworkPathW(wide(path).c_str()) != 0; }

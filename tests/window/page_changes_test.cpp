@@ -1,6 +1,7 @@
 // What turns a page and what does not: clicks that come too soon, keys that are held down, the question of Cancel, and
 // a second start.
 #include "tests/window/window_test.h"
+#include "wizard/win32/running_wizard.h"
 
 namespace window_driver {
 namespace {
@@ -100,6 +101,20 @@ TEST_F(StartsTest, ASecondStartBringsTheFirstWindowToTheFrontAndEnds) {
   EXPECT_EQ(GetForegroundWindow(), wizard().message_box()) << "the question that is open";
 }
 
+TEST_F(StartsTest, AWizardInAnotherSessionOfTheUserIsToldOf) {
+  const auto before = demo_.everything();
+  const std::string claimed = std::string(installation_key) + "|" + demo_.path("registry.reg");
+  const Handle other_session(CreateMutexW(nullptr, FALSE, wizard::win32::claim_of_all_sessions(claimed).c_str()));
+  const Process second(command_line("vantrix"));
+  ASSERT_TRUE(wait_until([&] { return second.find_window(L"#32770") != nullptr; }));
+  const HWND box = second.find_window(L"#32770");
+  constexpr int text_of_message_box = 0xFFFF;
+  EXPECT_THAT(shown_text(GetDlgItem(box, text_of_message_box)), HasSubstr("in einer anderen Sitzung"));
+  PostMessageW(box, WM_CLOSE, 0, 0);
+  EXPECT_EQ(second.wait_for_end(), 4u);
+  EXPECT_THAT(demo_.changed_since(before), IsEmpty());
+}
+
 TEST_F(StartsTest, AnotherInstallationHasAWizardOfItsOwnAndSoHasTheNextRun) {
   start();
   { const WizardProgram other(demo_.arguments("andere")); }
@@ -122,9 +137,11 @@ TEST_F(StartsTest, F1OpensTheHelpFileOnEveryPage) {
     wizard().go_to(page);
     SetForegroundWindow(wizard().window());
     ASSERT_TRUE(wait_until([&] { return !wizard().focus().empty(); })) << page;
+    EXPECT_TRUE(wait_until([&] { return wizard().is_topmost(); })) << page;
     press_key(VK_F1);
     HWND help = nullptr;
     ASSERT_TRUE(wait_until([&] { return (help = FindWindowW(L"FirstStepsBare", nullptr)) != nullptr; })) << page;
+    EXPECT_FALSE(wizard().is_topmost()) << "what it has opened would stand behind it";
     PostMessageW(help, WM_CLOSE, 0, 0);
     ASSERT_TRUE(wait_until([&] { return IsWindow(help) == 0; }));
   }

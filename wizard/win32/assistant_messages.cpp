@@ -1,6 +1,9 @@
 // The messages of the wizard's window.
+#include "wizard/form_layout.h"
 #include "wizard/win32/assistant_window.h"
+#include "wizard/win32/frame_window.h"
 #include "wizard/win32/page_images.h"
+#include "wizard/win32/twips.h"
 
 namespace wizard::win32 {
 namespace {
@@ -43,7 +46,8 @@ INT_PTR CALLBACK AssistantWindow::dialog_procedure(HWND window, UINT message, WP
     }
     default:
       return self->handle_user_message(window, message, first, second) ||
-                     self->handle_window_message(window, message, first, second)
+                     self->handle_window_message(window, message, second) ||
+                     self->handle_system_message(window, message, first, second)
                  ? TRUE
                  : FALSE;
   }
@@ -72,8 +76,8 @@ bool AssistantWindow::handle_user_message(HWND window, UINT message, WPARAM firs
   }
 }
 
-/// What the system wants.
-bool AssistantWindow::handle_window_message(HWND window, UINT message, WPARAM first, LPARAM second) {
+/// What the window shows.
+bool AssistantWindow::handle_window_message(HWND window, UINT message, LPARAM second) {
   switch (message) {
     case WM_NOTIFY:
       return view_.answer_tip(*reinterpret_cast<NMHDR*>(second));
@@ -92,8 +96,34 @@ bool AssistantWindow::handle_window_message(HWND window, UINT message, WPARAM fi
     case WM_PAINT:
       paint_window(window);
       return true;
+    default:
+      return false;
+  }
+}
+
+/// What the system wants.
+bool AssistantWindow::handle_system_message(HWND window, UINT message, WPARAM first, LPARAM second) {
+  switch (message) {
+    case WM_GETDPISCALEDSIZE:
+      *reinterpret_cast<SIZE*>(second) =
+          frame_size(inner_size(form_bounds, static_cast<UINT>(first)), static_cast<UINT>(first));
+      SetWindowLongPtrW(window, DWLP_MSGRESULT, TRUE);
+      return true;
     case WM_DPICHANGED:
+      set_frame_icons(window, HIWORD(first));
       view_.change_resolution(HIWORD(first), *reinterpret_cast<const RECT*>(second));
+      return true;
+    case WM_ACTIVATE:
+      // The viewer of a chart was let before it.
+      if (LOWORD(first) != WA_INACTIVE && work_ != nullptr)
+        SetWindowPos(window, HWND_TOPMOST, 0, 0, 0, 0, SWP_NOMOVE | SWP_NOSIZE | SWP_NOACTIVATE);
+      return false;
+    case WM_QUERYENDSESSION:
+      SetWindowLongPtrW(window, DWLP_MSGRESULT, may_session_end() ? TRUE : FALSE);
+      return true;
+    case WM_ENDSESSION:
+      // As Cancel, but there is nobody to ask. After this message the process may end at any moment.
+      if (first != 0) PostQuitMessage(0);
       return true;
     case WM_DESTROY:
       window_ = nullptr;
@@ -102,6 +132,13 @@ bool AssistantWindow::handle_window_message(HWND window, UINT message, WPARAM fi
     default:
       return false;
   }
+}
+
+/// On a page, nothing has been written. Work that goes on is brought to its end first.
+bool AssistantWindow::may_session_end() const {
+  if (work_ == nullptr || !work_->is_working()) return true;
+  work_->end_soon();
+  return false;
 }
 
 }  // namespace wizard::win32

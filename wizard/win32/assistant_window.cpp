@@ -23,8 +23,7 @@ AssistantWindow::AssistantWindow(HINSTANCE instance, frmAssistantFirstSteps& ass
     : assistant_(assistant), view_(assistant.form()) {
   register_container_class(instance);
   window_ = create_frame_window(instance, support::wide(assistant_.form().caption()).c_str(), dialog_procedure, this);
-  const RECT inner = pixels(form_bounds, GetDpiForWindow(window_));
-  centre_frame_window(window_, {inner.right, inner.bottom});
+  centre_frame_window(window_, inner_size(form_bounds, GetDpiForWindow(window_)));
   view_.open(window_);
   assistant_.form().set_observer(this);
   SetWindowPos(window_, HWND_TOPMOST, 0, 0, 0, 0, SWP_NOMOVE | SWP_NOSIZE | SWP_SHOWWINDOW);

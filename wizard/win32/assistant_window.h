@@ -6,6 +6,7 @@
 
 #include "wizard/assistant.h"
 #include "wizard/win32/form_view.h"
+#include "wizard/win32/progress_window.h"
 
 namespace wizard::win32 {
 
@@ -20,6 +21,8 @@ class AssistantWindow : public form::FormObserver {
   /// The message loop; returns when the run has ended, the window still being there.
   void run();
   HWND handle() const noexcept { return window_; }
+  /// The long work that may go on over the window; while it does, the session does not end. It must outlive the window.
+  void set_work(ProgressWindow& work) noexcept { work_ = &work; }
 
   void property_changed(const form::Control& control, form::Property property) override;
   void control_added(const form::Control& control) override;
@@ -30,7 +33,9 @@ class AssistantWindow : public form::FormObserver {
   static INT_PTR CALLBACK dialog_procedure(HWND window, UINT message, WPARAM first, LPARAM second);
   // True where the message is done with.
   bool handle_user_message(HWND window, UINT message, WPARAM first, LPARAM second);
-  bool handle_window_message(HWND window, UINT message, WPARAM first, LPARAM second);
+  bool handle_window_message(HWND window, UINT message, LPARAM second);
+  bool handle_system_message(HWND window, UINT message, WPARAM first, LPARAM second);
+  bool may_session_end() const;
   bool next_message(MSG& message);
   bool is_meant_for_page_before(const form::Control& control) const;
 
@@ -46,6 +51,7 @@ class AssistantWindow : public form::FormObserver {
   frmAssistantFirstSteps& assistant_;
   FormView view_;
   HWND window_ = nullptr;
+  ProgressWindow* work_ = nullptr;
   int wheel_rest_ = 0;            ///< turned, but not yet a whole notch
   ULONGLONG page_shown_ = 0;      ///< when the page came up, in milliseconds of the system's clock
   bool key_is_repeated_ = false;  ///< the message that is handled now comes from a key held down

@@ -1,6 +1,8 @@
 #include "wizard/win32/chart_option.h"
 
 #include <commctrl.h>
+#include <uxtheme.h>
+#include <vssym32.h>
 
 #include <algorithm>
 #include <memory>
@@ -30,10 +32,24 @@ void draw_frame(HDC target, RECT edge, bool checked, int line_width) {
   }
 }
 
+/// As the system draws it today; false where there are no themes, as with high contrast.
+bool draw_themed_mark(HWND window, HDC target, const RECT& mark, bool checked) {
+  const HTHEME theme = OpenThemeData(window, VSCLASS_BUTTON);
+  if (theme == nullptr) return false;
+  const bool enabled = IsWindowEnabled(window) != 0;
+  const int state = checked ? (enabled ? CBS_CHECKEDNORMAL : CBS_CHECKEDDISABLED)
+                            : (enabled ? CBS_UNCHECKEDNORMAL : CBS_UNCHECKEDDISABLED);
+  const bool drawn = SUCCEEDED(DrawThemeBackground(theme, target, BP_CHECKBOX, state, &mark, nullptr));
+  CloseThemeData(theme);
+  return drawn;
+}
+
 /// The check mark stands in the upper left corner, on a ground of its own so that it can be seen over any picture.
-void draw_mark(HDC target, const RECT& picture, int side, bool checked) {
+void draw_mark(HWND window, HDC target, const RECT& picture, int side, bool checked) {
   const int gap = side / 3;
   RECT mark{picture.left + gap, picture.top + gap, picture.left + gap + side, picture.top + gap + side};
+  FillRect(target, &mark, page_brush());
+  if (draw_themed_mark(window, target, mark, checked)) return;
   DrawFrameControl(target, &mark, DFC_BUTTON, DFCS_BUTTONCHECK | DFCS_FLAT | (checked ? UINT{DFCS_CHECKED} : 0U));
 }
 
@@ -63,7 +79,7 @@ void draw(HWND window, HDC target, Chart& chart) {
   const RECT strip{whole.left, place.bottom, whole.right, whole.bottom};
   draw_thumbnail(target, place, chart);
   draw_frame(target, place, checked, std::max(1, chart.title_height / 24));
-  draw_mark(target, place, chart.title_height * 5 / 8, checked);
+  draw_mark(window, target, place, chart.title_height * 5 / 8, checked);
   draw_title(window, target, strip);
   if (GetFocus() == window) DrawFocusRect(target, &strip);
 }

@@ -17,10 +17,21 @@ void register_frame_class(HINSTANCE instance) {
   description.lpfnWndProc = DefDlgProcW;
   description.cbWndExtra = DLGWINDOWEXTRA;
   description.hInstance = instance;
-  description.hIcon = LoadIconW(instance, MAKEINTRESOURCEW(1));
   description.hCursor = LoadCursorW(nullptr, IDC_ARROW);
   description.lpszClassName = frame_class;
   RegisterClassExW(&description);
+}
+
+/// The dialog's own answer to another resolution would be a second one beside ours. Windows 10 has it since version
+/// 1703.
+void keep_layout_ours(HWND window) {
+  // Its two parameters are one enumeration: what not to do, and which of that is meant.
+  using SetBehavior = BOOL(WINAPI*)(HWND, int, int);
+  constexpr int disable_all = 1;
+  const HMODULE user32 = GetModuleHandleW(L"user32.dll");
+  const auto set =
+      reinterpret_cast<SetBehavior>(reinterpret_cast<void*>(GetProcAddress(user32, "SetDialogDpiChangeBehavior")));
+  if (set != nullptr) set(window, disable_all, disable_all);
 }
 
 /// The template of a dialog: its head, no menu, the class, no title of its own.
@@ -43,6 +54,8 @@ HWND create_frame_window(HINSTANCE instance, const wchar_t* title, DLGPROC proce
   const std::vector<WORD> described = frame_template();
   const HWND window = CreateDialogIndirectParamW(instance, reinterpret_cast<const DLGTEMPLATE*>(described.data()),
                                                  nullptr, procedure, reinterpret_cast<LPARAM>(data));
+  keep_layout_ours(window);
+  set_frame_icons(window, GetDpiForWindow(window));
   SetWindowTextW(window, title);
   SendMessageW(window, DM_SETDEFID, IDOK, 0);
   // Access keys are underlined from the start: nobody has to know that Alt shows them.
@@ -51,14 +64,30 @@ HWND create_frame_window(HINSTANCE instance, const wchar_t* title, DLGPROC proce
 }
 
 void centre_frame_window(HWND window, SIZE inner) {
-  RECT frame{0, 0, inner.cx, inner.cy};
-  AdjustWindowRectExForDpi(&frame, frame_style, FALSE, frame_extended_style, GetDpiForWindow(window));
-  const LONG width = frame.right - frame.left, height = frame.bottom - frame.top;
+  const auto [width, height] = frame_size(inner, GetDpiForWindow(window));
   RECT desk;
   SystemParametersInfoW(SPI_GETWORKAREA, 0, &desk, 0);
   const LONG left = std::max(desk.left, desk.left + (desk.right - desk.left - width) / 2);
   const LONG top = std::max(desk.top, desk.top + (desk.bottom - desk.top - height) / 2);
   SetWindowPos(window, nullptr, left, top, width, height, SWP_NOZORDER | SWP_NOACTIVATE);
+}
+
+SIZE frame_size(SIZE inner, UINT dpi) {
+  RECT frame{0, 0, inner.cx, inner.cy};
+  AdjustWindowRectExForDpi(&frame, frame_style, FALSE, frame_extended_style, dpi);
+  return {frame.right - frame.left, frame.bottom - frame.top};
+}
+
+/// Shared icons: the system frees them.
+void set_frame_icons(HWND window, UINT dpi) {
+  const auto instance = reinterpret_cast<HINSTANCE>(GetWindowLongPtrW(window, GWLP_HINSTANCE));
+  const auto set = [&](WPARAM which, int width, int height) {
+    const HANDLE icon = LoadImageW(instance, MAKEINTRESOURCEW(1), IMAGE_ICON, GetSystemMetricsForDpi(width, dpi),
+                                   GetSystemMetricsForDpi(height, dpi), LR_SHARED);
+    SendMessageW(window, WM_SETICON, which, reinterpret_cast<LPARAM>(icon));
+  };
+  set(ICON_BIG, SM_CXICON, SM_CYICON);
+  set(ICON_SMALL, SM_CXSMICON, SM_CYSMICON);
 }
 
 }  // namespace wizard::win32

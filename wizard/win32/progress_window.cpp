@@ -2,15 +2,18 @@
 
 #include <commctrl.h>
 
+#include <utility>
+
 #include "support/win32/wide.h"
 #include "wizard/win32/twips.h"
 
 namespace wizard::win32 {
 namespace {
 
-constexpr ULONGLONG patience = 400;  // milliseconds
+// Milliseconds: until the window comes up, and between two looks at what has come in.
+constexpr ULONGLONG patience = 400, pause_between_answers = 50;
 // Twips.
-constexpr form::Bounds inner_size{0, 0, 5400, 1380}, text_place{180, 180, 5040, 600}, bar_place{180, 960, 5040, 240},
+constexpr form::Bounds progress_size{0, 0, 5400, 1380}, text_place{180, 180, 5040, 600}, bar_place{180, 960, 5040, 240},
     button_place{3900, 1380, 1320, 390};
 constexpr std::int32_t height_with_button = 1950;
 constexpr wchar_t window_class[] = L"FirstStepsProgress";
@@ -26,10 +29,17 @@ void register_window_class(WNDPROC procedure) {
   RegisterClassExW(&description);
 }
 
-/// The window below takes input, or none while work that can be cancelled lets input through. A message box of that
-/// window gives it its input back: it is taken away again whenever something is shown.
-void take_input(HWND owner, bool takes) {
-  if (owner != nullptr && (IsWindowEnabled(owner) != 0) != takes) EnableWindow(owner, takes ? TRUE : FALSE);
+/// Every message that waits. What ends the program is left to the window's own loop.
+void answer_messages() {
+  MSG message;
+  while (PeekMessageW(&message, nullptr, 0, 0, PM_REMOVE) != 0) {
+    if (message.message == WM_QUIT) {
+      PostQuitMessage(static_cast<int>(message.wParam));
+      return;
+    }
+    TranslateMessage(&message);
+    DispatchMessageW(&message);
+  }
 }
 
 HWND add(const wchar_t* class_name, DWORD child_style, const form::Bounds& bounds, HWND parent, UINT dpi) {
@@ -52,38 +62,75 @@ void ProgressWindow::start(std::string_view caption, std::int32_t maximum) {
   maximum_ = maximum;
   value_ = 0;
   cancelled_ = false;
-  begun_ = GetTickCount64();
+  begun_ = answered_ = GetTickCount64();
+  hold_session();
 }
 
 void ProgressWindow::set_caption(std::string_view caption) {
   caption_ = caption;
   if (text_ != nullptr) SetWindowTextW(text_, support::wide(caption_).c_str());
-  show_when_due();
+  at_work();
 }
 
 void ProgressWindow::set_value(std::int32_t value) {
   value_ = value;
   if (bar_ != nullptr) SendMessageW(bar_, PBM_SETPOS, static_cast<WPARAM>(value_), 0);
-  show_when_due();
+  at_work();
 }
 
 void ProgressWindow::finish() {
-  if (!cancel_caption_.empty()) take_input(owner_, true);
+  release();
   cancel_caption_.clear();
   if (window_ != nullptr) DestroyWindow(window_);
   window_ = text_ = bar_ = nullptr;
   begun_ = 0;
 }
 
+/// A message box of the window below gives it its input back: it is taken away again whenever something is told.
+void ProgressWindow::at_work() {
+  if (begun_ == 0 || answering_) return;
+  if (owner_ != nullptr && IsWindowEnabled(owner_) != 0) {
+    if (!owner_disabled_) focus_before_ = GetFocus();
+    EnableWindow(owner_, FALSE);
+    owner_disabled_ = true;
+  }
+  show_when_due();
+  const ULONGLONG now = GetTickCount64();
+  if (now - answered_ < pause_between_answers) return;
+  answered_ = now;
+  answering_ = true;
+  answer_messages();
+  answering_ = false;
+}
+
 void ProgressWindow::show_when_due() {
-  if (begun_ != 0 && !cancel_caption_.empty()) take_input(owner_, false);
-  if (begun_ == 0 || GetTickCount64() - begun_ < patience) return;
+  if (GetTickCount64() - begun_ < patience) return;
   if (window_ == nullptr) create();
   UpdateWindow(window_);
 }
 
+/// Before there is a window, nothing has begun that would be left half done.
+void ProgressWindow::hold_session() {
+  const HWND window = owner_ != nullptr ? owner_ : window_;
+  if (begun_ == 0 || holding_ != nullptr || window == nullptr) return;
+  ShutdownBlockReasonCreate(window, support::wide(caption_.substr(0, caption_.find('\r'))).c_str());
+  holding_ = window;
+}
+
+void ProgressWindow::release() {
+  if (holding_ != nullptr) ShutdownBlockReasonDestroy(holding_);
+  holding_ = nullptr;
+  if (!std::exchange(owner_disabled_, false)) return;
+  EnableWindow(owner_, TRUE);
+  SetFocus(focus_before_);
+}
+
 LRESULT CALLBACK ProgressWindow::handle(HWND window, UINT message, WPARAM wparam, LPARAM lparam) {
   auto* self = reinterpret_cast<ProgressWindow*>(GetWindowLongPtrW(window, GWLP_USERDATA));
+  if (self != nullptr && message == WM_QUERYENDSESSION) {
+    self->end_soon();
+    return FALSE;
+  }
   if (self != nullptr && message == WM_COMMAND && LOWORD(wparam) == IDCANCEL) {
     self->cancelled_ = true;
     EnableWindow(reinterpret_cast<HWND>(lparam), FALSE);
@@ -95,7 +142,7 @@ LRESULT CALLBACK ProgressWindow::handle(HWND window, UINT message, WPARAM wparam
 void ProgressWindow::create() {
   register_window_class(handle);
   const UINT dpi = owner_ != nullptr ? GetDpiForWindow(owner_) : GetDpiForSystem();
-  form::Bounds inner = inner_size;
+  form::Bounds inner = progress_size;
   if (!cancel_caption_.empty()) inner.height = height_with_button;
   RECT frame = pixels(inner, dpi), around{};
   AdjustWindowRectExForDpi(&frame, style, FALSE, WS_EX_TOPMOST, dpi);
@@ -105,7 +152,7 @@ void ProgressWindow::create() {
                             (around.left + around.right - width) / 2, (around.top + around.bottom - height) / 2, width,
                             height, owner_, nullptr, nullptr, nullptr);
   text_ = add(L"STATIC", SS_NOPREFIX, text_place, window_, dpi);
-  bar_ = add(PROGRESS_CLASSW, 0, bar_place, window_, dpi);
+  bar_ = add(PROGRESS_CLASSW, maximum_ == 0 ? PBS_MARQUEE : 0, bar_place, window_, dpi);
   SetWindowLongPtrW(window_, GWLP_USERDATA, reinterpret_cast<LONG_PTR>(this));
   const auto font = reinterpret_cast<WPARAM>(fonts_.font(font_, TextStyle::Normal, dpi));
   SendMessageW(text_, WM_SETFONT, font, FALSE);
@@ -116,8 +163,13 @@ void ProgressWindow::create() {
     SendMessageW(button, WM_SETFONT, font, FALSE);
   }
   SetWindowTextW(text_, support::wide(caption_).c_str());
-  SendMessageW(bar_, PBM_SETRANGE32, 0, maximum_);
-  SendMessageW(bar_, PBM_SETPOS, static_cast<WPARAM>(value_), 0);
+  if (maximum_ == 0) {
+    SendMessageW(bar_, PBM_SETMARQUEE, TRUE, 0);
+  } else {
+    SendMessageW(bar_, PBM_SETRANGE32, 0, maximum_);
+    SendMessageW(bar_, PBM_SETPOS, static_cast<WPARAM>(value_), 0);
+  }
+  hold_session();
   ShowWindow(window_, SW_SHOWNA);
 }
 

@@ -1,34 +1,70 @@
 #include "wizard/win32/running_wizard.h"
 
+// sddl.h needs windows.h before it.
+#include <sddl.h>
+
+#include <array>
+#include <cstddef>
 #include <cstdint>
 #include <cwchar>
-#include <string>
+#include <memory>
 
 #include "support/encoding.h"
+#include "support/win32/wide.h"
 
 namespace wizard::win32 {
 namespace {
 
-/// A name of the session's own, of a length that the system takes, whatever the text (FNV-1a).
-std::wstring name_of_claim(std::string_view installation) {
+/// A name of a length that the system takes, whatever the text (FNV-1a).
+std::wstring claim_name(const wchar_t* scope, std::string_view text) {
   std::uint64_t hash = 0xcbf29ce484222325U;
-  for (const char byte : support::to_lower(installation)) {
+  for (const char byte : support::to_lower(text)) {
     hash ^= static_cast<unsigned char>(byte);
     hash *= 0x100000001b3U;
   }
   wchar_t name[48];
-  std::swprintf(name, std::size(name), L"Local\\FirstStepsOf%016llX", static_cast<unsigned long long>(hash));
+  std::swprintf(name, std::size(name), L"%ls\\FirstStepsOf%016llX", scope, static_cast<unsigned long long>(hash));
   return name;
+}
+
+/// The user's security identifier as text; empty where the system does not tell it.
+std::string user_identifier() {
+  HANDLE opened = nullptr;
+  if (OpenProcessToken(GetCurrentProcess(), TOKEN_QUERY, &opened) == 0) return {};
+  const std::unique_ptr<void, decltype(&CloseHandle)> token(opened, CloseHandle);
+  alignas(TOKEN_USER) std::array<std::byte, sizeof(TOKEN_USER) + SECURITY_MAX_SID_SIZE> user;
+  DWORD size = 0;
+  wchar_t* text = nullptr;
+  if (GetTokenInformation(token.get(), TokenUser, user.data(), static_cast<DWORD>(user.size()), &size) == 0 ||
+      ConvertSidToStringSidW(reinterpret_cast<const TOKEN_USER*>(user.data())->User.Sid, &text) == 0)
+    return {};
+  const std::unique_ptr<wchar_t, decltype(&LocalFree)> owned(text, LocalFree);
+  return support::narrow(text);
+}
+
+/// Whether the call before has found one that is there. One that an administrator has started keeps others out, but is
+/// there.
+bool was_claimed() {
+  const DWORD result = GetLastError();
+  return result == ERROR_ALREADY_EXISTS || result == ERROR_ACCESS_DENIED;
 }
 
 }  // namespace
 
+std::wstring claim_of_all_sessions(std::string_view installation) {
+  return claim_name(L"Global", user_identifier() + "|" + std::string(installation));
+}
+
 RunningWizard::RunningWizard(std::string_view installation)
     : claim_(CreateFileMappingW(INVALID_HANDLE_VALUE, nullptr, PAGE_READWRITE, 0, sizeof(LONG),
-                                name_of_claim(installation).c_str())) {
-  const DWORD result = GetLastError();
-  // One that an administrator has started keeps others out, but is there.
-  first_ = result != ERROR_ALREADY_EXISTS && result != ERROR_ACCESS_DENIED;
+                                claim_name(L"Local", installation).c_str())),
+      first_(!was_claimed()) {
+  // Only the first of a session asks the others: two that start at once would each see the other one's claim.
+  if (first_) {
+    all_sessions_ = CreateMutexW(nullptr, FALSE, claim_of_all_sessions(installation).c_str());
+    first_is_elsewhere_ = was_claimed();
+    first_ = !first_is_elsewhere_;
+  }
   if (claim_ != nullptr)
     shared_ = static_cast<volatile LONG*>(MapViewOfFile(claim_, FILE_MAP_READ | FILE_MAP_WRITE, 0, 0, sizeof(LONG)));
 }
@@ -37,6 +73,7 @@ RunningWizard::~RunningWizard() {
   set_window(nullptr);
   if (shared_ != nullptr) UnmapViewOfFile(const_cast<LONG*>(shared_));
   if (claim_ != nullptr) CloseHandle(claim_);
+  if (all_sessions_ != nullptr) CloseHandle(all_sessions_);
 }
 
 void RunningWizard::set_window(HWND window) const noexcept {
@@ -49,6 +86,7 @@ HWND RunningWizard::window_of_first() const noexcept {
 
 bool RunningWizard::show_first() const {
   constexpr DWORD pause = 50, patience = 5000;  // milliseconds
+  if (first_is_elsewhere_) return false;
   HWND window = window_of_first();
   for (DWORD waited = 0; window == nullptr && shared_ != nullptr && waited < patience; waited += pause) {
     Sleep(pause);

@@ -18,6 +18,11 @@ inline RECT pixels(const form::Bounds& bounds, UINT dpi) {
           pixels(bounds.top + bounds.height, dpi)};
 }
 
+/// The size of what begins in the upper left corner.
+inline SIZE inner_size(const form::Bounds& bounds, UINT dpi) {
+  return {pixels(bounds.left + bounds.width, dpi), pixels(bounds.top + bounds.height, dpi)};
+}
+
 inline std::int32_t twips(int pixels, UINT dpi) { return MulDiv(pixels, twips_to_the_inch, static_cast<int>(dpi)); }
 
 }  // namespace wizard::win32

@@ -18,7 +18,14 @@ std::optional<std::string> WindowUser::choose_folder(std::string_view title) {
   return support::choose_folder(title, owner_);
 }
 
-bool WindowUser::open_file(std::string_view path) { return support::open_file(path); }
+/// What opens it may come to the front; the wizard's window is above all others again as soon as it is used.
+bool WindowUser::open_file(std::string_view path) {
+  set_topmost(false);
+  AllowSetForegroundWindow(ASFW_ANY);
+  const bool opened = support::open_file(path);
+  if (!opened) set_topmost(true);
+  return opened;
+}
 
 std::vector<std::string> WindowUser::recycle(std::string_view folder, std::string_view pattern) {
   return support::recycle(folder, pattern, {.owner = owner_});

@@ -1,5 +1,5 @@
 // The main of the console programs on Windows: arguments and environment come as UTF-16, a console is written to in
-// UTF-16, a file or pipe in UTF-8.
+// UTF-16, a file or pipe in UTF-8. A program that was started without anywhere to write to has written what it had to.
 #include <windows.h>
 
 #include <algorithm>
@@ -16,9 +16,10 @@ std::string utf8(const wchar_t* text) { return support::utf8_from_utf16(reinterp
 
 class HandleBuffer : public std::streambuf {
  public:
-  explicit HandleBuffer(DWORD standard_handle) : handle_(GetStdHandle(standard_handle)) {
+  explicit HandleBuffer(DWORD standard_handle)
+      : handle_(GetStdHandle(standard_handle)), is_nowhere_(leads_nowhere(handle_)) {
     DWORD mode = 0;
-    is_console_ = GetConsoleMode(handle_, &mode) != 0;
+    is_console_ = !is_nowhere_ && GetConsoleMode(handle_, &mode) != 0;
   }
   bool is_console() const { return is_console_; }
 
@@ -30,6 +31,7 @@ class HandleBuffer : public std::streambuf {
   }
 
   std::streamsize xsputn(const char* bytes, std::streamsize count) override {
+    if (is_nowhere_) return count;
     pending_.append(bytes, static_cast<std::size_t>(count));
     if (pending_.size() >= 16384 && sync() != 0) return 0;
     return count;
@@ -43,6 +45,13 @@ class HandleBuffer : public std::streambuf {
   }
 
  private:
+  /// Task schedulers and services start programs without standard handles, or with handles that have been closed.
+  static bool leads_nowhere(HANDLE handle) {
+    if (handle == nullptr || handle == INVALID_HANDLE_VALUE) return true;
+    SetLastError(ERROR_SUCCESS);
+    return GetFileType(handle) == FILE_TYPE_UNKNOWN && GetLastError() != ERROR_SUCCESS;
+  }
+
   /// Bytes up to a character that is not complete yet.
   std::size_t whole_characters() const {
     for (std::size_t back = 1; back <= 3 && back <= pending_.size(); ++back) {
@@ -77,7 +86,7 @@ class HandleBuffer : public std::streambuf {
   }
 
   HANDLE handle_;
-  bool is_console_ = false;
+  bool is_nowhere_, is_console_ = false;
   std::string pending_;
 };
 

@@ -61,6 +61,7 @@ class WizardProgram {
   bool asks() const { return message_box() != nullptr; }
   /// Presses the message box's button (IDYES …) and waits until the box is gone.
   void answer(int button) const;
+  bool is_topmost() const { return (GetWindowLongW(window_, GWL_EXSTYLE) & WS_EX_TOPMOST) != 0; }
   HWND message_box() const { return process_.find_window(L"#32770"); }
 
  private:

@@ -1,0 +1,32 @@
+# program_resources(NAME DESCRIPTION [FILE]): what Windows wants to know of a program. Without it a console program would be taken
+# for one of before Vista, whose writing into protected folders is led into a copy that nobody else sees. FILE, an .rc
+# file of the program's own, marks one with a window; its pictures are its dependencies.
+if(WIN32)
+  enable_language(RC)
+endif()
+
+function(program_resources name description)
+  if(NOT WIN32)
+    return()
+  endif()
+  set(RESOURCE_NAME ${name})
+  set(RESOURCE_DESCRIPTION ${description})
+  set(templates ${CMAKE_SOURCE_DIR}/apps/resources)
+  set(generated ${CMAKE_CURRENT_BINARY_DIR}/${name})
+  string(REPLACE . , RESOURCE_VERSION ${PROJECT_VERSION})
+  set(RESOURCE_WINDOW "")
+  set(RESOURCE_OWN "")
+  set(dependencies ${generated}.manifest)
+  if(ARGC GREATER 2)
+    file(READ ${templates}/window.xml RESOURCE_WINDOW)
+    set(RESOURCE_OWN "#include \"${ARGV2}\"")
+    set_property(DIRECTORY APPEND PROPERTY CMAKE_CONFIGURE_DEPENDS ${templates}/window.xml)
+    file(GLOB pictures CONFIGURE_DEPENDS ${CMAKE_SOURCE_DIR}/wizard/win32/pictures/*)
+    list(APPEND dependencies ${CMAKE_CURRENT_SOURCE_DIR}/${ARGV2} ${pictures})
+  endif()
+  configure_file(${templates}/program.manifest.in ${generated}.manifest @ONLY)
+  configure_file(${templates}/program.rc.in ${generated}.rc @ONLY)
+  set_source_files_properties(${generated}.rc PROPERTIES OBJECT_DEPENDS "${dependencies}" COMPILE_OPTIONS
+    "-I${CMAKE_CURRENT_SOURCE_DIR};-I${CMAKE_CURRENT_BINARY_DIR};-I${CMAKE_SOURCE_DIR}/wizard/win32/pictures")
+  target_sources(${name} PRIVATE ${generated}.rc)
+endfunction()
