@@ -21,6 +21,9 @@ struct RecycleDisplay {
 /// Returns the names of those that are gone; what the user declined stays and is not among them.
 std::vector<std::string> recycle(std::string_view folder, std::string_view pattern, const RecycleDisplay& display = {});
 
+/// False where what is deleted in the folder is gone for good: on a share, and on drives without a recycle bin.
+bool has_recycle_bin(std::string_view folder);
+
 /// Opens a file with the user's program for it (verb "open"). True when the program was started.
 bool open_file(std::string_view path);
 

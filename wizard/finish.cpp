@@ -1,5 +1,6 @@
 #include "wizard/finish.h"
 
+#include <array>
 #include <memory>
 #include <string>
 
@@ -15,6 +16,9 @@
 namespace wizard {
 
 namespace {
+
+/// The user's toolbars and menus.
+constexpr std::array<std::string_view, 2> discarded_patterns{"*.tb", "*.mnu"};
 
 /// One run of the finish: the record of the choices, and the writer.
 class Finish {
@@ -34,6 +38,7 @@ class Finish {
   void save_patient();
   void save_therapy_plan();
   void apply_scheme();
+  FinishWriter::Discard way_to_discard(const std::string& folder) const;
 
   Context& context_;
   const Choices& choices_;
@@ -164,7 +169,22 @@ void Finish::apply_scheme() {
   writer_.registry_value(context_.config.RegKey, "Scheme", std::to_string(choices_.scheme->id));
   // The diary builds its toolbars and menus anew for the scheme.
   const std::string folder = with_backslash(join_path(context_.config.Path, "user"));
-  for (std::string_view pattern : {"*.tb", "*.mnu"}) writer_.recycle(folder, pattern);
+  const FinishWriter::Discard how = way_to_discard(folder);
+  for (const std::string_view pattern : discarded_patterns) writer_.discard(folder, pattern, how);
+}
+
+/// Where there is no recycle bin, the user is asked, with the names of what would be gone.
+FinishWriter::Discard Finish::way_to_discard(const std::string& folder) const {
+  using Discard = FinishWriter::Discard;
+  constexpr long question = 6053;
+  std::string names;
+  for (const std::string_view pattern : discarded_patterns)
+    for (const std::string& name : context_.ports.files->files(folder, pattern)) names += "\r\n" + name;
+  if (names.empty() || context_.ports.user->has_recycle_bin(folder)) return Discard::Recycle;
+  if (writer_.previewing()) return Discard::Keep;
+  const int button = context_.ports.user->message_box(context_.config.text(question, {folder, names}),
+                                                      message_style::yes_no_system_modal, context_.config.Productname);
+  return button == yes_button ? Discard::ForGood : Discard::Keep;
 }
 
 }  // namespace

@@ -12,7 +12,7 @@ namespace wizard {
 /// Texts that tell why something was not written, and what to do, where no error says it.
 namespace reason_text {
 inline constexpr long registry_refuses = 6026, text_does_not_fit = 6028, no_free_name = 6027, not_read = 6030,
-                      no_home_page = 6031, not_recycled = 6032;
+                      no_home_page = 6031, not_recycled = 6032, no_recycle_bin = 6054;
 }  // namespace reason_text
 
 struct FinishProblem {

@@ -79,16 +79,22 @@ void FinishWriter::problem(What kind, std::string_view place, std::string_view w
           reason_text});
 }
 
-void FinishWriter::recycle(std::string_view folder, std::string_view pattern) {
+void FinishWriter::discard(std::string_view folder, std::string_view pattern, Discard how) {
   const std::vector<std::string> found = context_.ports.files->files(folder, pattern);
+  const bool keep = how == Discard::Keep;
+  std::string name;
+  if (how == Discard::ForGood) name = "deleted for good";
+  if (keep && previewing()) name = "only after asking, since there is no recycle bin";
   std::vector<std::string> moved;
   // Asked for even where nothing was found here: the shell has the last word on what matches.
-  if (!previewing()) moved = context_.ports.user->recycle(folder, pattern);
-  for (const std::string& name : found)
-    if (std::ranges::find(moved, name) == moved.end())
-      record({What::RecycledFile, std::string(folder) + name, "", "", false,
-              previewing() ? "" : "was not moved to the recycle bin", 0, reason_text::not_recycled});
-  for (const std::string& name : moved) record({What::RecycledFile, std::string(folder) + name, "", "", true, ""});
+  if (!previewing() && !keep) moved = context_.ports.user->recycle(folder, pattern);
+  const std::string reason =
+      keep ? "there is no recycle bin for it; it would be deleted for good" : "was not moved to the recycle bin";
+  for (const std::string& file : found)
+    if (std::ranges::find(moved, file) == moved.end())
+      record({What::RecycledFile, std::string(folder) + file, name, "", false, previewing() ? "" : reason, 0,
+              keep ? reason_text::no_recycle_bin : reason_text::not_recycled});
+  for (const std::string& file : moved) record({What::RecycledFile, std::string(folder) + file, name, "", true, ""});
 }
 
 }  // namespace wizard

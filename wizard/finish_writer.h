@@ -28,8 +28,10 @@ class FinishWriter {
   /// Records something that could not be done; `reason_text` is the number of the text that tells a user why.
   void problem(FinishReport::What kind, std::string_view place, std::string_view what, std::string_view reason,
                long reason_text);
-  /// Moves the files of a folder that match a pattern to the recycle bin, an entry each; no file, no entry.
-  void recycle(std::string_view folder, std::string_view pattern);
+  /// What becomes of files that are to go to the recycle bin: where there is none they are deleted for good, or kept.
+  enum class Discard { Recycle, ForGood, Keep };
+  /// Discards the files of a folder that match a pattern, an entry each; no file, no entry.
+  void discard(std::string_view folder, std::string_view pattern, Discard how);
 
   /// Hands over the report; the writer is done with then.
   FinishReport take() { return std::move(report_); }

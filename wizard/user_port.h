@@ -36,6 +36,11 @@ class UserPort {
   /// Deletes files matching a pattern into the recycle bin, undo allowed, with the shell's own confirmation; the names
   /// of what was moved.
   virtual std::vector<std::string> recycle(std::string_view folder, std::string_view pattern) = 0;
+  /// False where recycle() would delete for good, since there is no recycle bin for the folder.
+  virtual bool has_recycle_bin(std::string_view folder) {
+    static_cast<void>(folder);
+    return true;
+  }
   /// True for a folder on a network drive.
   virtual bool is_network_path(std::string_view path) = 0;
   /// Width of a text in a font, given by its face name, in the size of the controls; in twips.

@@ -38,6 +38,8 @@ std::vector<std::string> BatchUser::recycle(std::string_view folder, std::string
   return recycle_ ? recycle_(folder, pattern) : std::vector<std::string>();
 }
 
+bool BatchUser::has_recycle_bin(std::string_view folder) { return for_good_ || support::has_recycle_bin(folder); }
+
 bool BatchUser::is_network_path(std::string_view path) { return support::is_network_path(path); }
 
 std::int32_t BatchUser::text_width(std::string_view text, std::string_view) {

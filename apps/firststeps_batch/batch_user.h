@@ -15,14 +15,15 @@ using Recycle = std::function<std::vector<std::string>(std::string_view folder, 
 
 class BatchUser : public wizard::UserPort {
  public:
-  /// Without a `recycle` nothing is moved.
-  explicit BatchUser(Recycle recycle = {}) : recycle_(std::move(recycle)) {}
+  /// Without a `recycle` nothing is moved. Where there is no recycle bin, files are deleted only with `for_good`.
+  explicit BatchUser(bool for_good, Recycle recycle = {}) : for_good_(for_good), recycle_(std::move(recycle)) {}
 
   /// Raises 3059 for OK or Cancel: declining that would be an answer for good.
   int message_box(std::string_view text, std::uint32_t style, std::string_view title) override;
   std::optional<std::string> choose_folder(std::string_view title) override;
   bool open_file(std::string_view path) override;
   std::vector<std::string> recycle(std::string_view folder, std::string_view pattern) override;
+  bool has_recycle_bin(std::string_view folder) override;
   bool is_network_path(std::string_view path) override;
   std::int32_t text_width(std::string_view text, std::string_view font) override;
   void set_topmost(bool topmost) override;
@@ -32,6 +33,7 @@ class BatchUser : public wizard::UserPort {
   const std::vector<std::string>& messages() const noexcept { return messages_; }
 
  private:
+  bool for_good_;
   Recycle recycle_;
   std::vector<std::string> messages_;
   std::optional<std::string> next_folder_;

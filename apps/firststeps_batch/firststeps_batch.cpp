@@ -23,6 +23,7 @@ constexpr console::Option options[] = {
     {"--registry", "HIVE.reg", "Registry hive (default: Windows' registry, elsewhere registry.reg in DIR)."},
     {"--answers", "FILE", "The answers to the pages; without it all presets are kept."},
     {"--locale", "NAME", "How numbers are written: de, en_US, en_GB, C (default: the user's, elsewhere de)."},
+    {"--delete-for-good", "", "Delete old toolbars and menus also where there is no recycle bin (a share)."},
     {"--dry-run", "", "Say what would be written, and write nothing."},
     {"--json", "", "Print JSON."},
     console::journal_option,
@@ -58,8 +59,9 @@ void load(wizard::frmAssistantFirstSteps& assistant, const std::string& command_
 }
 
 /// Walks all pages with ports that write nothing, and says what the finish would write.
-RunReport rehearse(const Installation& installation, const Answers& answers, const std::string& command_line) {
-  BatchUser user;
+RunReport rehearse(const Installation& installation, const Answers& answers, const std::string& command_line,
+                   bool for_good) {
+  BatchUser user(for_good);
   const auto registry = read_only(*installation.registry);
   wizard::Ports ports = apps::host_ports(*registry, user, installation.own_folder, installation.program_folder);
   const auto ini = read_only(*ports.ini);
@@ -79,8 +81,9 @@ RunReport rehearse(const Installation& installation, const Answers& answers, con
   return report;
 }
 
-RunReport perform(const Installation& installation, const Answers& answers, const std::string& command_line) {
-  BatchUser user([](std::string_view folder, std::string_view pattern) {
+RunReport perform(const Installation& installation, const Answers& answers, const std::string& command_line,
+                  bool for_good) {
+  BatchUser user(for_good, [](std::string_view folder, std::string_view pattern) {
     return support::recycle(folder, pattern, {.confirmation = false, .progress = false});
   });
   wizard::frmAssistantFirstSteps assistant(
@@ -110,11 +113,12 @@ int run_batch(const console::Arguments& arguments, console::Console& console) {
   const std::optional<std::string> file = arguments.value("--answers");
   const Answers answers = file ? read_answers(*file) : Answers{};
   const Installation installation = find_installation(arguments, console);
-  RunReport report = rehearse(installation, answers, command_line);
+  const bool for_good = arguments.has("--delete-for-good");
+  RunReport report = rehearse(installation, answers, command_line, for_good);
   if (!arguments.has("--dry-run")) {
     const auto journal =
         console::open_journal("firststeps_batch", arguments.value("--journal"), installation.own_folder);
-    report = perform(installation, answers, command_line);
+    report = perform(installation, answers, command_line, for_good);
   }
   return tell(console, report, arguments.has("--json"));
 }

@@ -1,5 +1,6 @@
 #include "apps/patientdb/command.h"
 #include "apps/patientdb/database_file.h"
+#include "apps/patientdb/engine_option.h"
 #include "apps/patientdb/patient_arguments.h"
 #include "apps/patientdb/tool_environment.h"
 #include "database/create_database.h"
@@ -57,10 +58,11 @@ int run(const console::Arguments& arguments, console::Console& console) {
   arguments.expect_operands(1, 1, usage);
   const std::string& file = arguments.operands().front();
   const std::string path = database_path(file);
-  const ToolEnvironment tool(arguments, console);
+  ToolEnvironment tool(arguments, console);
   const database::Environment& environment = tool.get();
   const database::PatientRecord patient = patient_argument(arguments);
   check_new_password(environment.password);
+  choose_maker(arguments, tool.get(), console.err);
   if (!arguments.has("--empty")) {
     create_with_tables(environment, path, patient);
   } else {

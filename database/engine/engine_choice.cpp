@@ -1,7 +1,6 @@
 #include "database/engine/engine_choice.h"
 
 #include <algorithm>
-#include <array>
 #include <utility>
 
 #include "database/engine/embedded/database_file.h"
@@ -11,7 +10,6 @@
 namespace engine {
 namespace {
 
-constexpr std::array<std::string_view, 2> identifiers{"DAO.DBEngine.36", "DAO.DBEngine.35"};
 constexpr int no_such_object = 429;
 
 class BothEngines : public Engine {
@@ -56,7 +54,7 @@ std::unique_ptr<Engine> find_automation_engine(std::string_view identifier) {
 
 std::unique_ptr<Engine> open_embedded_engine(std::string_view identifier) {
   const auto is_same = [identifier](std::string_view known) { return support::equal_ignoring_case(known, identifier); };
-  if (std::ranges::none_of(identifiers, is_same)) {
+  if (std::ranges::none_of(automation_identifiers, is_same)) {
     throw support::RuntimeError(no_such_object, "There is no engine of this identifier.");
   }
   return embedded::create_embedded_engine();
@@ -72,7 +70,7 @@ std::unique_ptr<Engine> open_engine(std::string_view identifier) {
     return both_engines(std::move(automation), std::move(embedded));
   }
   // The embedded engine stands in for all of them or for none: whoever asks for one may have to go on to the other.
-  if (std::ranges::any_of(identifiers,
+  if (std::ranges::any_of(automation_identifiers,
                           [](std::string_view other) { return find_automation_engine(other) != nullptr; })) {
     throw support::RuntimeError(no_such_object, std::string(identifier) + " is not installed on this machine.");
   }

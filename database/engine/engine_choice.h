@@ -2,12 +2,16 @@
 // choice that the program makes is open_engine() of engine.h.
 #pragma once
 
+#include <array>
 #include <memory>
 #include <string_view>
 
 #include "database/engine/engine.h"
 
 namespace engine {
+
+/// The identifiers of the automation objects, the newer first.
+inline constexpr std::array<std::string_view, 2> automation_identifiers{"DAO.DBEngine.36", "DAO.DBEngine.35"};
 
 /// The embedded engine, where the automation objects are installed too. Raises 429 for an identifier that is not
 /// theirs.

@@ -2,7 +2,9 @@
 
 #include <cstdlib>
 
+#include "support/file_ini_files.h"
 #include "support/hive_registry.h"
+#include "support/virtual_store.h"
 
 namespace support {
 
@@ -26,6 +28,13 @@ std::unique_ptr<Registry> host_registry(std::string_view hive_path) {
   return open_hive(hive_path.empty() ? user_hive_path() : std::string(hive_path));
 }
 
+IniFiles& host_ini_files() {
+  static FileIniFiles files;
+  return files;
+}
+
 UserLocale host_locale() { return {}; }
+
+std::string host_local_data() { return {}; }
 
 }  // namespace support

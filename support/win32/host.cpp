@@ -7,6 +7,7 @@
 
 #include "support/common_code.h"
 #include "support/hive_registry.h"
+#include "support/virtual_store.h"
 #include "support/win32/wide.h"
 #include "support/win32/win32_registry.h"
 
@@ -75,6 +76,12 @@ CurrencyPicture currency_picture() {
 }
 
 }  // namespace
+
+std::string host_local_data() {
+  std::wstring path(32768, L'\0');
+  path.resize(GetEnvironmentVariableW(L"LOCALAPPDATA", path.data(), static_cast<DWORD>(path.size())));
+  return narrow(path);
+}
 
 std::unique_ptr<Registry> host_registry(std::string_view hive_path) {
   if (!hive_path.empty()) return open_hive(hive_path);

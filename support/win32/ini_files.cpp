@@ -2,13 +2,12 @@
 
 #include <windows.h>
 
-#include <algorithm>
-#include <optional>
-
+#include "support/abandoned_files.h"
 #include "support/encoding.h"
 #include "support/host.h"
 #include "support/host_file.h"
 #include "support/ini_document.h"
+#include "support/win32/handle.h"
 #include "support/win32/sharing.h"
 #include "support/win32/wide.h"
 
@@ -16,56 +15,25 @@ namespace support {
 
 namespace {
 
-/// The file as the calls take it; nothing where it is too large for them to be let near it.
-std::optional<std::string> profile_path(std::string_view file) {
-  if (host_file_system().file_size(file).value_or(0) > most_ini_bytes) return std::nullopt;
-  return ansi_path(file);
+constexpr UINT our_code_page = 1252;
+
+/// Whether the folder of the file takes another one: one is made there that goes at once.
+bool takes_new_files(std::string_view file) {
+  const std::wstring probe = wide_path(file) + wide(replacement_mark) + std::to_wstring(GetCurrentProcessId());
+  return static_cast<bool>(FileHandle(CreateFileW(probe.c_str(), GENERIC_WRITE, 0, nullptr, CREATE_NEW,
+                                                  FILE_ATTRIBUTE_NORMAL | FILE_FLAG_DELETE_ON_CLOSE, nullptr)));
 }
 
-/// The call with null for an empty section or key, which asks for names.
-std::string ask(std::string_view file, const std::string* section, const std::string* key, std::string_view fallback,
-                std::size_t size) {
-  const std::string default_text = cp1252_from_utf8(fallback);
-  // Without a file the call answers from one that is not there: it treats the default as it always does.
-  const std::string path = profile_path(file).value_or(R"(\\.\NUL\none.ini)");
-  std::string buffer(size, '\0');
-  const DWORD length =
-      GetPrivateProfileStringA(section != nullptr ? section->c_str() : nullptr, key != nullptr ? key->c_str() : nullptr,
-                               default_text.c_str(), buffer.data(), static_cast<DWORD>(size), path.c_str());
-  return utf8_from_cp1252(std::string_view(buffer).substr(0, std::min<std::size_t>(length, size)));
-}
-
-/// A read-only file stays as it is, and one with NULs too: the calls would lose what follows them.
+/// A read-only file stays as it is, and so does one that the call would damage: with NULs, too large, or in UTF-8.
 bool may_be_written(const std::string& path) {
   const DWORD attributes = GetFileAttributesW(wide_path(path).c_str());
-  if (attributes == INVALID_FILE_ATTRIBUTES) return !host_file_exists(path);
-  if ((attributes & FILE_ATTRIBUTE_READONLY) != 0) return false;
+  if (attributes == INVALID_FILE_ATTRIBUTES || (attributes & FILE_ATTRIBUTE_READONLY) != 0) return false;
   const auto bytes = read_host_file(path, most_ini_bytes);
-  return bytes && IniDocument::parse(*bytes).is_text();
+  return bytes && !bytes->starts_with(utf8_byte_order_mark) && IniDocument::parse(*bytes).is_text();
 }
 
-}  // namespace
-
-std::string Win32IniFiles::value(std::string_view file, std::string_view section, std::string_view key,
-                                 std::string_view fallback, std::size_t size) const {
-  const std::string section_name = cp1252_from_utf8(section);
-  const std::string key_name = cp1252_from_utf8(key);
-  return ask(file, &section_name, &key_name, fallback, size);
-}
-
-std::string Win32IniFiles::keys(std::string_view file, std::string_view section, std::string_view fallback,
-                                std::size_t size) const {
-  const std::string section_name = cp1252_from_utf8(section);
-  return ask(file, &section_name, nullptr, fallback, size);
-}
-
-std::string Win32IniFiles::sections(std::string_view file, std::string_view fallback, std::size_t size) const {
-  return ask(file, nullptr, nullptr, fallback, size);
-}
-
-bool Win32IniFiles::write(std::string_view file, std::string_view section, std::string_view key,
-                          std::string_view value) {
-  const auto path = profile_path(file);
+bool write_in_place(std::string_view file, std::string_view section, std::string_view key, std::string_view value) {
+  const auto path = ansi_path(file);
   if (!path || !is_writable_ini_entry(section, key, value) || !may_be_written(std::string(file))) return false;
   const std::string section_name = cp1252_from_utf8(section), key_name = cp1252_from_utf8(key);
   const std::string text = cp1252_from_utf8(value);
@@ -75,6 +43,14 @@ bool Win32IniFiles::write(std::string_view file, std::string_view section, std::
   // Hands what is cached to the file; its result says nothing.
   WritePrivateProfileStringA(nullptr, nullptr, nullptr, path->c_str());
   return written;
+}
+
+}  // namespace
+
+bool Win32IniFiles::write(std::string_view file, std::string_view section, std::string_view key,
+                          std::string_view value) {
+  if (FileIniFiles::write(file, section, key, value)) return true;
+  return GetACP() == our_code_page && !takes_new_files(file) && write_in_place(file, section, key, value);
 }
 
 IniFiles& host_ini_files() {

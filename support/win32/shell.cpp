@@ -85,6 +85,17 @@ std::vector<std::string> recycle(std::string_view folder, std::string_view patte
   return names;
 }
 
+bool has_recycle_bin(std::string_view folder) {
+  std::array<wchar_t, MAX_PATH> volume{};
+  if (is_network_path(folder) ||
+      GetVolumePathNameW(wide_path(folder).c_str(), volume.data(), static_cast<DWORD>(volume.size())) == 0 ||
+      GetDriveTypeW(volume.data()) != DRIVE_FIXED)
+    return false;
+  SHQUERYRBINFO bin{};
+  bin.cbSize = sizeof bin;
+  return SUCCEEDED(SHQueryRecycleBinW(volume.data(), &bin));
+}
+
 bool open_file(std::string_view path) {
   constexpr INT_PTR last_shell_error = 32;
   if (!host_file_system().file_size(path)) return false;

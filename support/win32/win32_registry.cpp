@@ -4,6 +4,7 @@
 
 #include "support/encoding.h"
 #include "support/error.h"
+#include "support/win32/wide.h"
 
 namespace support {
 
@@ -24,7 +25,7 @@ class OpenKey {
  public:
   OpenKey() = default;
   OpenKey(RootKey root, std::string_view key, REGSAM rights) {
-    if (RegOpenKeyExA(root_handle(root), cp1252_from_utf8(key).c_str(), 0, rights, &key_) != ERROR_SUCCESS) {
+    if (RegOpenKeyExW(root_handle(root), wide(key).c_str(), 0, rights, &key_) != ERROR_SUCCESS) {
       key_ = nullptr;
     }
   }
@@ -42,22 +43,22 @@ class OpenKey {
   HKEY key_ = nullptr;
 };
 
-/// What an A call takes without loss: it ends at a NUL.
+/// What the diary reads without loss: its calls speak code page 1252 and end at a NUL.
 bool fits_registry(std::string_view text) { return fits_cp1252(text) && text.find('\0') == std::string_view::npos; }
 
-std::optional<std::string> text_data(HKEY key, const std::string& name, DWORD size) {
-  std::string buffer(std::size_t{size} + 1, ' ');
-  auto filled = static_cast<DWORD>(buffer.size());
+std::optional<std::string> text_data(HKEY key, const std::wstring& name, DWORD size) {
+  std::wstring buffer(size / sizeof(wchar_t) + 1, L' ');
+  auto filled = static_cast<DWORD>(buffer.size() * sizeof(wchar_t));
   auto* const bytes = reinterpret_cast<BYTE*>(buffer.data());
-  if (RegQueryValueExA(key, name.c_str(), nullptr, nullptr, bytes, &filled) != ERROR_SUCCESS) return std::nullopt;
-  return utf8_from_cp1252(std::string_view(buffer).substr(0, filled));
+  if (RegQueryValueExW(key, name.c_str(), nullptr, nullptr, bytes, &filled) != ERROR_SUCCESS) return std::nullopt;
+  return narrow(std::wstring_view(buffer).substr(0, filled / sizeof(wchar_t)));
 }
 
-std::optional<std::uint32_t> number_data(HKEY key, const std::string& name) {
+std::optional<std::uint32_t> number_data(HKEY key, const std::wstring& name) {
   DWORD number = 0;
   DWORD size = sizeof number;
   auto* const bytes = reinterpret_cast<BYTE*>(&number);
-  if (RegQueryValueExA(key, name.c_str(), nullptr, nullptr, bytes, &size) != ERROR_SUCCESS) return std::nullopt;
+  if (RegQueryValueExW(key, name.c_str(), nullptr, nullptr, bytes, &size) != ERROR_SUCCESS) return std::nullopt;
   return number;
 }
 
@@ -69,10 +70,10 @@ bool Win32Registry::key_exists(RootKey root, std::string_view key) const {
 
 std::optional<RegistryValue> Win32Registry::read(RootKey root, std::string_view key, std::string_view name) const {
   const OpenKey open(root, key, reading_rights);
-  const std::string value_name = cp1252_from_utf8(name);
+  const std::wstring value_name = wide(name);
   DWORD type = 0;
   DWORD size = 0;
-  if (!open || RegQueryValueExA(open.get(), value_name.c_str(), nullptr, &type, nullptr, &size) != ERROR_SUCCESS) {
+  if (!open || RegQueryValueExW(open.get(), value_name.c_str(), nullptr, &type, nullptr, &size) != ERROR_SUCCESS) {
     return std::nullopt;
   }
   RegistryValue value{type, {}, 0};
@@ -92,8 +93,8 @@ Registry::CreateResult Win32Registry::create_key(RootKey root, std::string_view 
   if (!fits_registry(key)) return CreateResult::Failed;
   OpenKey created;
   DWORD disposition = 0;
-  std::string class_text = cp1252_from_utf8(class_name);
-  const LSTATUS status = RegCreateKeyExA(root_handle(root), cp1252_from_utf8(key).c_str(), 0, class_text.data(),
+  std::wstring class_text = wide(class_name);
+  const LSTATUS status = RegCreateKeyExW(root_handle(root), wide(key).c_str(), 0, class_text.data(),
                                          REG_OPTION_NON_VOLATILE, writing_rights, nullptr, created.put(), &disposition);
   if (status != ERROR_SUCCESS) fail(key, status);
   RegFlushKey(created.get());
@@ -104,10 +105,10 @@ bool Win32Registry::write_text(RootKey root, std::string_view key, std::string_v
   if (!fits_registry(key) || !fits_registry(name) || !fits_registry(value)) return false;
   const OpenKey open(root, key, writing_rights);
   if (!open) return false;
-  const std::string text = cp1252_from_utf8(value);
+  const std::wstring text = wide(value);
   const auto* const bytes = reinterpret_cast<const BYTE*>(text.c_str());
-  const LSTATUS status =
-      RegSetValueExA(open.get(), cp1252_from_utf8(name).c_str(), 0, REG_SZ, bytes, static_cast<DWORD>(text.size() + 1));
+  const LSTATUS status = RegSetValueExW(open.get(), wide(name).c_str(), 0, REG_SZ, bytes,
+                                        static_cast<DWORD>((text.size() + 1) * sizeof(wchar_t)));
   if (status != ERROR_SUCCESS) fail(key, status);
   return true;
 }

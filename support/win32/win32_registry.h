@@ -1,4 +1,5 @@
-// The registry of Windows.
+// The registry of Windows, through its wide calls: what is kept does not depend on the system's code page. Texts beyond code
+// page 1252, which the diary reads, are not written.
 #pragma once
 
 #include "support/registry_funktions.h"

@@ -1,6 +1,8 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <filesystem>
+
 #include "database/version_record.h"
 #include "tests/apps/program_run.h"
 
@@ -165,6 +167,23 @@ TEST_F(PatientDb, ShowsHelpForEachCommand) {
     const Outcome help = run_patientdb({command, "file", "--help"});
     EXPECT_EQ(help.code, 0);
     EXPECT_THAT(help.out, AllOf(StartsWith("Usage: patientdb " + command), HasSubstr("PATIENTDB_PASSWORD")));
+  }
+}
+
+TEST_F(PatientDb, TellsWhatTheJetEngineDoesWithAPasswordBeforeAnythingIsMade) {
+  struct Row {
+    std::string_view password;
+    int code;
+    std::string_view said;
+  };
+  const std::string file = folder_.file("jet.das");
+  for (const Row& row :
+       {Row{"fünfzehnZeichen", 2, "at most 14 characters"}, Row{"vierzehnZeichn", 1, "does not encrypt the file"}}) {
+    const Environment environment{{"PATIENTDB_PASSWORD", std::string(row.password)}};
+    const Outcome outcome = run_patientdb({"create", file, "--engine", "automation"}, environment);
+    EXPECT_EQ(outcome.code, row.code) << row.password;
+    EXPECT_THAT(outcome.err, HasSubstr(row.said));
+    EXPECT_FALSE(std::filesystem::exists(file));
   }
 }
 

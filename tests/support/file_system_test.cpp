@@ -8,6 +8,7 @@
 #include "support/abandoned_files.h"
 #include "support/error.h"
 #include "support/host_file.h"
+#include "support/virtual_store.h"
 #include "tests/support/temporary_folder.h"
 
 namespace support {
@@ -144,6 +145,19 @@ TEST(AbandonedFiles, AreRemovedWhereTheyAreSurelyOursAndOld) {
   folder.write("gone.ini", "");
   remove_abandoned_files(folder.host("gone.ini"), replacement_mark);
   EXPECT_FALSE(folder.read("gone.ini.writing-1"));
+}
+
+TEST(VirtualStore, HasATwinOfAFolderOnlyWhereFilesLieInIt) {
+  const TemporaryFolder local;
+  const FileSystem& files = host_file_system();
+  const auto twin = [&](std::string_view folder) { return virtual_store_twin(files, local.windows(), folder); };
+  host_file_system().create_folder(local.windows() + "\\VirtualStore\\Program Files\\Diary");
+  host_file_system().create_folder(local.windows() + "\\VirtualStore\\Program Files\\Other");
+  local.write("VirtualStore/Program Files/Diary/home.ini", "x");
+  EXPECT_EQ(twin("C:\\Program Files\\Diary\\"), local.windows() + "\\VirtualStore\\Program Files\\Diary\\");
+  for (const std::string_view none : {"C:\\Program Files\\Other", "C:\\none", "\\\\server\\Program Files\\Diary", ""})
+    EXPECT_EQ(twin(none), "") << none;
+  EXPECT_EQ(virtual_store_twin(files, "", "C:\\Program Files\\Diary"), "");
 }
 
 }  // namespace

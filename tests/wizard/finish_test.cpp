@@ -9,6 +9,7 @@ namespace {
 
 using ::testing::Contains;
 using ::testing::ElementsAre;
+using ::testing::ElementsAreArray;
 using ::testing::EndsWith;
 using ::testing::IsEmpty;
 using ::testing::Not;
@@ -345,6 +346,34 @@ TEST_F(Finish, ASchemeThatChangedDiscardsToolbarsAndMenus) {
   finish();
   EXPECT_EQ(wizard().report().entries.back().place, path("user\\d.mnu"));
   EXPECT_THAT(lines(wizard().report()), Contains(" (was not moved to the recycle bin)"));
+}
+
+TEST_F(Finish, WithoutARecycleBinTheUserIsAskedWithTheNamesOfWhatWouldBeGone) {
+  struct Row {
+    int answer;
+    std::vector<std::string> left;
+    std::string_view said;
+  };
+  const std::string kept = "there is no recycle bin for it; it would be deleted for good";
+  write("schemes.txt", "[a]\n[b]\n");
+  known_database();
+  user.recycle_bin = false;
+  texts->given[6053] = "%1 gone:%2";
+  int scheme = 0;
+  for (const Row& row : {Row{7, {"a.tb", "b.mnu"}, kept}, Row{6, {}, "deleted for good"}}) {
+    for (const char* file : {"user\\a.tb", "user\\b.mnu"}) write(file, "x");
+    start("vantrix|known.das");
+    scheme = 1 - scheme;
+    select("cbSchema", scheme);
+    user.log.clear();
+    user.answers = {row.answer};
+    finish();
+    EXPECT_THAT(user.log, Contains("message " + path("user\\") + " gone:\r\na.tb\r\nb.mnu 4100 vantrix"));
+    EXPECT_THAT(support::host_file_system().files(path("user"), "*"), ElementsAreArray(row.left));
+    const FinishReport::Entry& last = wizard().report().entries.back();
+    EXPECT_EQ(row.answer == yes_button ? last.name : last.problem, row.said);
+    EXPECT_EQ(last.written, row.answer == yes_button);
+  }
 }
 
 TEST_F(Finish, ASchemeIsComparedAsANumber) {

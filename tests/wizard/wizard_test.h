@@ -31,13 +31,14 @@ class ScriptedUser : public UserPort {
   std::optional<std::string> choose_folder(std::string_view title) override;
   bool open_file(std::string_view path) override;
   std::vector<std::string> recycle(std::string_view folder, std::string_view pattern) override;
+  bool has_recycle_bin(std::string_view) override { return recycle_bin; }
   bool is_network_path(std::string_view path) override { return path.starts_with("\\\\"); }
   std::int32_t text_width(std::string_view text, std::string_view font) override;
   void set_topmost(bool topmost) override { log.push_back(topmost ? "topmost" : "not topmost"); }
 
   std::deque<int> answers;  ///< to message boxes; OK when there are no more
   std::optional<std::string> chosen_folder;
-  bool recycles = true;
+  bool recycles = true, recycle_bin = true;
   std::vector<std::string> log;  ///< "message TEXT STYLE TITLE", "folder TITLE", "open PATH", "recycle FOLDER PATTERN"…
 };
 

@@ -31,6 +31,8 @@ std::vector<std::string> WindowUser::recycle(std::string_view folder, std::strin
   return support::recycle(folder, pattern, {.owner = owner_});
 }
 
+bool WindowUser::has_recycle_bin(std::string_view folder) { return support::has_recycle_bin(folder); }
+
 bool WindowUser::is_network_path(std::string_view path) { return support::is_network_path(path); }
 
 /// Measured at the window's resolution, before there is one at the screen's.

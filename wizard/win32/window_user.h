@@ -24,6 +24,7 @@ class WindowUser : public UserPort {
   std::optional<std::string> choose_folder(std::string_view title) override;
   bool open_file(std::string_view path) override;
   std::vector<std::string> recycle(std::string_view folder, std::string_view pattern) override;
+  bool has_recycle_bin(std::string_view folder) override;
   bool is_network_path(std::string_view path) override;
   std::int32_t text_width(std::string_view text, std::string_view font) override;
   void set_topmost(bool topmost) override;

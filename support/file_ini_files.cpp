@@ -1,4 +1,4 @@
-#include "support/posix/ini_files.h"
+#include "support/file_ini_files.h"
 
 #include <optional>
 
@@ -33,7 +33,7 @@ std::string list_through_buffer(const std::vector<std::string_view>& names, std:
 
 }  // namespace
 
-const IniDocument* PosixIniFiles::document(std::string_view file) const {
+const IniDocument* FileIniFiles::document(std::string_view file) const {
   std::optional<std::string> bytes = read_host_file(host_path(file), most_ini_bytes);
   if (!bytes) return nullptr;
   if (*bytes != cached_bytes_) {
@@ -43,27 +43,27 @@ const IniDocument* PosixIniFiles::document(std::string_view file) const {
   return &cached_;
 }
 
-std::string PosixIniFiles::value(std::string_view file, std::string_view section, std::string_view key,
-                                 std::string_view fallback, std::size_t size) const {
+std::string FileIniFiles::value(std::string_view file, std::string_view section, std::string_view key,
+                                std::string_view fallback, std::size_t size) const {
   const IniDocument* ini = document(file);
   const auto found = ini != nullptr ? ini->value(section, key) : std::nullopt;
   return through_buffer(found ? *found : fallback.substr(0, fallback.find_last_not_of(' ') + 1), size);
 }
 
-std::string PosixIniFiles::keys(std::string_view file, std::string_view section, std::string_view fallback,
-                                std::size_t size) const {
+std::string FileIniFiles::keys(std::string_view file, std::string_view section, std::string_view fallback,
+                               std::size_t size) const {
   const IniDocument* ini = document(file);
   const auto names = ini != nullptr ? ini->keys(section) : std::vector<std::string_view>();
   return names.empty() ? through_buffer(fallback, size) : list_through_buffer(names, size);
 }
 
-std::string PosixIniFiles::sections(std::string_view file, std::string_view /*fallback*/, std::size_t size) const {
+std::string FileIniFiles::sections(std::string_view file, std::string_view /*fallback*/, std::size_t size) const {
   const IniDocument* ini = document(file);
   return ini != nullptr ? list_through_buffer(ini->sections(), size) : std::string();
 }
 
-bool PosixIniFiles::write(std::string_view file, std::string_view section, std::string_view key,
-                          std::string_view value) {
+bool FileIniFiles::write(std::string_view file, std::string_view section, std::string_view key,
+                         std::string_view value) {
   if (file.empty() || !is_writable_ini_entry(section, key, value)) return false;
   const std::string path = host_path(file);
   try {
@@ -73,8 +73,8 @@ bool PosixIniFiles::write(std::string_view file, std::string_view section, std::
   }
 }
 
-bool PosixIniFiles::change(const std::string& path, std::string_view file, std::string_view section,
-                           std::string_view key, std::string_view value) {
+bool FileIniFiles::change(const std::string& path, std::string_view file, std::string_view section,
+                          std::string_view key, std::string_view value) {
   remove_abandoned_files(path, replacement_mark);
   const HostFileLock lock(path);
   const IniDocument* existing = document(file);
@@ -83,11 +83,6 @@ bool PosixIniFiles::change(const std::string& path, std::string_view file, std::
   if (!changed.set(section, key, value)) return true;
   replace_host_file(path, changed.bytes());
   return true;
-}
-
-IniFiles& host_ini_files() {
-  static PosixIniFiles files;
-  return files;
 }
 
 }  // namespace support

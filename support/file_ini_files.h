@@ -1,4 +1,5 @@
-// The profile calls of Windows, answered from the files themselves.
+// The profile calls of Windows, answered from the files themselves: byte for byte as the calls do it under code page
+// 1252, whatever the system's code page is, and with the UTF-8 mark that the calls do not know.
 #pragma once
 
 #include <string>
@@ -8,7 +9,7 @@
 
 namespace support {
 
-class PosixIniFiles final : public IniFiles {
+class FileIniFiles : public IniFiles {
  public:
   std::string value(std::string_view file, std::string_view section, std::string_view key, std::string_view fallback,
                     std::size_t size) const override;
