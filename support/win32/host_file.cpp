@@ -1,6 +1,8 @@
 #include "support/host_file.h"
 
 #include <windows.h>
+// sddl.h needs windows.h before it.
+#include <sddl.h>
 
 #include <algorithm>
 #include <array>
@@ -154,7 +156,16 @@ void replace_with_host_file(const std::string& source, const std::string& target
 
 class HostFileLock::Held {
  public:
-  explicit Held(const std::wstring& name) : mutex_(CreateMutexW(nullptr, FALSE, name.c_str())) {}
+  explicit Held(const std::wstring& name) {
+    // Every user who may sign in may wait for it, and nothing else.
+    constexpr wchar_t rights[] = L"D:(A;;0x100001;;;AU)(A;;GA;;;OW)";
+    PSECURITY_DESCRIPTOR descriptor = nullptr;
+    ConvertStringSecurityDescriptorToSecurityDescriptorW(rights, SDDL_REVISION_1, &descriptor, nullptr);
+    SECURITY_ATTRIBUTES attributes{sizeof attributes, descriptor, FALSE};
+    mutex_ = CreateMutexExW(descriptor != nullptr ? &attributes : nullptr, name.c_str(), 0,
+                            SYNCHRONIZE | MUTEX_MODIFY_STATE);
+    LocalFree(descriptor);
+  }
   Held(const Held&) = delete;
   Held& operator=(const Held&) = delete;
   ~Held() {
@@ -170,14 +181,14 @@ class HostFileLock::Held {
   }
 
  private:
-  HANDLE mutex_;
+  HANDLE mutex_ = nullptr;
   bool owned_ = false;
 };
 
 HostFileLock::HostFileLock(const std::string& path) {
-  // A backslash would name a session.
-  std::wstring name = L"Local\\firststeps " + wide(to_lower(path));
-  std::replace(name.begin() + 6, name.end(), L'\\', L'/');
+  // In all sessions of the machine: a terminal server has many. Another backslash would name a session.
+  std::wstring name = L"Global\\firststeps " + wide(to_lower(path));
+  std::replace(name.begin() + 7, name.end(), L'\\', L'/');
   held_ = std::make_unique<Held>(name.substr(0, MAX_PATH));
   if (!held_->take()) {
     throw RuntimeError(error_number::permission_denied, "Cannot write " + path + ": another program is writing there");
