@@ -1,5 +1,5 @@
-// The registry of Windows, through its wide calls: what is kept does not depend on the system's code page. Texts beyond code
-// page 1252, which the diary reads, are not written.
+// The registry of Windows, through its wide calls: what is kept does not depend on the system's code page. Texts beyond
+// code page 1252, which the diary reads, are not written.
 #pragma once
 
 #include "support/registry_funktions.h"
