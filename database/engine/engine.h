@@ -220,7 +220,7 @@ class Database {
   /// Rolls an open transaction back. Closing twice does nothing.
   virtual void close() = 0;
   /// 3031 where the old password is wrong or the new one has more than 20 characters; "" clears. 3045 where the file is
-  /// open elsewhere, 3246 in a transaction.
+  /// open elsewhere, 3246 in a transaction, 3251 from the embedded engine where the file has a second name in a folder.
   virtual void new_password(std::string_view old_password, std::string_view new_password) = 0;
   /// A new table, to be appended to table_defs().
   virtual std::shared_ptr<TableDef> create_table_def(std::string_view name) = 0;
