@@ -51,6 +51,9 @@ class Pictures : public support::FileSystem {
   std::optional<std::string> read(std::string_view, std::uint64_t) const override { return std::nullopt; }
   bool rename_without_replacing(std::string_view, std::string_view) override { return false; }
   bool remove(std::string_view) override { return false; }
+  bool can_create_in(std::string_view) const override { return true; }
+  bool can_write(std::string_view) const override { return true; }
+  std::optional<std::uint64_t> free_space(std::string_view) const override { return std::nullopt; }
   std::string host_path(std::string_view path) const override { return std::string(path); }
   std::string windows_path(std::string_view path) const override { return std::string(path); }
 };

@@ -27,6 +27,15 @@ class FileSystem {
   virtual bool rename_without_replacing(std::string_view source, std::string_view target) = 0;
   /// Deletes a file (never a folder). True when it was there and is gone.
   virtual bool remove(std::string_view path) = 0;
+  // Looks at what could be written; nothing is changed by them, and what they say may be different a moment later.
+
+  /// True where a file could be made in the folder; of a folder that is not there, where it could be made.
+  virtual bool can_create_in(std::string_view folder) const = 0;
+  /// True where the file is there and may be written.
+  virtual bool can_write(std::string_view path) const = 0;
+  /// Bytes that this user may still write on the folder's volume, or on that of the nearest folder above that is there;
+  /// nothing where the system does not say.
+  virtual std::optional<std::uint64_t> free_space(std::string_view folder) const = 0;
   /// The path as this host's calls want it (UTF-8): unchanged on Windows; with "/" and the real case on POSIX, and for
   /// a path that cannot exist there (another drive, a NUL) one that no call can open or create.
   virtual std::string host_path(std::string_view path) const = 0;

@@ -68,6 +68,8 @@ class HiveRegistry final : public Registry {
     return true;
   }
 
+  bool can_write(RootKey /*root*/, std::string_view /*key*/) const override { return can_replace_host_file(path_); }
+
  private:
   void load() {
     std::optional<std::string> bytes = read_host_file(path_, most_hive_bytes);

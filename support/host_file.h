@@ -32,6 +32,10 @@ void replace_with_host_file(
     const std::string& source, const std::string& target,
     const std::function<bool()>& may_replace = [] { return true; });
 
+/// False where replace_host_file() would be refused: a read-only file, a folder in which no file can be made. A look
+/// only.
+bool can_replace_host_file(const std::string& path);
+
 /// Keeps other processes that ask for it from changing the file, for reading and replacing it in one go. Waits five
 /// seconds, then raises 70. Where the system has no lock to give, there is none.
 class HostFileLock {

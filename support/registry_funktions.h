@@ -37,6 +37,8 @@ class Registry {
   /// Writes REG_SZ; the key must exist. Refused (false, nothing written): a text that does not fit CP1252 or holds a
   /// NUL. Raises 75, with place and reason, where writing fails.
   virtual bool write_text(RootKey root, std::string_view key, std::string_view name, std::string_view value) = 0;
+  /// True where values of the key could be written; of a key that is missing, where it could be made. Only a look.
+  virtual bool can_write(RootKey root, std::string_view key) const = 0;
 };
 
 /// True when the key can be opened for reading.

@@ -6,6 +6,7 @@
 #include "support/error.h"
 #include "wizard/animation.h"
 #include "wizard/context.h"
+#include "wizard/findings.h"
 #include "wizard/finish.h"
 #include "wizard/finish_progress.h"
 #include "wizard/form/apply_texts.h"
@@ -33,6 +34,7 @@ struct frmAssistantFirstSteps::Run {
   bool may_leave_page();
   void show_step();
   void show_page(const Page* page);
+  void show_findings();
   void tell_pages(std::span<const PageEvent> Page::*events, std::string_view control, int index);
   void finish();
 
@@ -45,7 +47,7 @@ struct frmAssistantFirstSteps::Run {
 namespace {
 
 constexpr std::uint32_t blue = 0xFF0000;
-constexpr long next_caption = 905, finish_caption = 908, welcome = 4651, cancel_question = 693;
+constexpr long next_caption = 905, finish_caption = 908, welcome = 4651, cancel_question = 693, more_findings = 4859;
 // The professional edition creates a missing patient index at once.
 constexpr long shared_index_intro = 4819;
 
@@ -83,6 +85,7 @@ void frmAssistantFirstSteps::Run::show_step() {
   const Page* page = find_page(StepName);
   if (page && page->enter) page->enter(context, pages);
   show_page(page);
+  show_findings();
   start_animation(form, find_page(steps.name_at(steps.current())));
 }
 
@@ -96,7 +99,7 @@ void frmAssistantFirstSteps::Run::show_page(const Page* page) {
 
 void frmAssistantFirstSteps::Run::finish() {
   const FinishProgress progress(context);
-  report = apply_configuration(context, gather_choices(context, pages), FinishWriter::Mode::Write);
+  report = apply_configuration(context, pages.summary.choices(), FinishWriter::Mode::Write);
   state = State::Finished;
 }
 
@@ -106,13 +109,21 @@ bool frmAssistantFirstSteps::Run::may_leave_page() {
 }
 
 void frmAssistantFirstSteps::Run::next() {
-  // Behind the last page there is nothing to check for: the finish starts whatever the page says.
-  const bool nothing_follows = pages.steps.name_at(pages.steps.current() + 1).empty();
-  if (nothing_follows || may_leave_page()) pages.steps.forward();
+  StepList& steps = pages.steps;
+  if (steps.current() == steps.last() && !pages.summary.still_holds(pages)) return;
+  do {
+    // Behind the last page there is nothing to check for: the finish starts whatever the page says.
+    const bool nothing_follows = steps.name_at(steps.current() + 1).empty();
+    if (!nothing_follows && !may_leave_page()) break;
+    steps.forward();
+    StepName = steps.name_at(steps.current());
+    // On the way back to the last page, the pages in between are asked, but not shown, unless one says no.
+  } while (pages.returns_to_summary && steps.current() < steps.last());
   show_step();
 }
 
 void frmAssistantFirstSteps::Run::back() {
+  pages.returns_to_summary = false;
   pages.steps.back();
   show_step();
 }
@@ -131,9 +142,23 @@ void frmAssistantFirstSteps::Run::navigate(int button) {
 /// Raises the event of whichever page has the control; one that no page listens to is ignored.
 void frmAssistantFirstSteps::Run::tell_pages(std::span<const PageEvent> Page::*events, std::string_view control,
                                              int index) {
+  const int step = pages.steps.current();
   for (const Page* page : all_pages())
     for (const PageEvent& event : page->*events)
       if (support::equal_ignoring_case(event.control, control)) event.handle(context, pages, index);
+  if (pages.steps.current() != step) return show_step();
+  show_findings();
+}
+
+/// The first finding about the page that is shown, and how many more there are.
+void frmAssistantFirstSteps::Run::show_findings() {
+  const Page* page = find_page(StepName);
+  form::Control* label = page ? context.form.find("lblFindings", page_index(*page)) : nullptr;
+  if (!label) return;
+  const Findings findings = page_findings(context, pages, gather_pages(context, pages), *page);
+  std::string text = findings.empty() ? std::string() : marked_text(context.config, findings.front());
+  if (findings.size() > 1) text += " " + context.config.text(more_findings, {std::to_string(findings.size() - 1)});
+  label->set_caption(text);
 }
 
 frmAssistantFirstSteps::frmAssistantFirstSteps(Ports ports) : run_(std::make_unique<Run>(std::move(ports))) {}
@@ -182,6 +207,7 @@ int frmAssistantFirstSteps::CurrentStep() const noexcept { return run_->pages.st
 int frmAssistantFirstSteps::LastStep() const noexcept { return run_->pages.steps.last(); }
 const std::string& frmAssistantFirstSteps::StepName() const noexcept { return run_->StepName; }
 frmAssistantFirstSteps::State frmAssistantFirstSteps::state() const noexcept { return run_->state; }
+const Findings& frmAssistantFirstSteps::findings() const noexcept { return run_->pages.summary.findings(); }
 const FinishReport& frmAssistantFirstSteps::report() const noexcept { return run_->report; }
 
 FinishReport frmAssistantFirstSteps::preview() const {

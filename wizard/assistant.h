@@ -7,6 +7,7 @@
 #include <string_view>
 #include <vector>
 
+#include "wizard/finding.h"
 #include "wizard/finish_report.h"
 #include "wizard/form/form.h"
 #include "wizard/installation_config.h"
@@ -49,6 +50,8 @@ class frmAssistantFirstSteps {
   State state() const noexcept;
   /// What the finish wrote; empty before.
   const FinishReport& report() const noexcept;
+  /// What is worth a word, as the last page shows it; after the end, as it was found right before the finish.
+  const Findings& findings() const noexcept;
   /// What the finish would write, choice by choice, without writing anything.
   FinishReport preview() const;
 

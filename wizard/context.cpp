@@ -1,9 +1,16 @@
 #include "wizard/context.h"
 
+#include <algorithm>
+
 #include "support/common_code.h"
+#include "support/encoding.h"
 #include "support/harbinox.h"
 
 namespace wizard {
+
+std::string typed_text(const form::Control& box) {
+  return support::trim(support::first_characters(box.text(), static_cast<std::size_t>(std::max(box.maximum(), 0))));
+}
 
 database::Environment Context::environment() const {
   database::Environment environment;

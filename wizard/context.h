@@ -21,6 +21,9 @@ struct CreatedIndex {
   std::optional<support::RuntimeError> failure;  ///< nothing where it was created
 };
 
+/// What was typed into a text or combo box, without outer blanks, and no more than the field takes.
+std::string typed_text(const form::Control& box);
+
 struct Context {
   Ports ports;
   InstallationConfig config;

@@ -18,8 +18,7 @@ void show_drugs(Context& context, const std::array<std::string, 3>& drugs) {
 
 std::array<std::string, 3> gather_drugs(const form::Form& form) {
   std::array<std::string, 3> drugs;
-  for (std::size_t n = 0; n < drugs.size(); ++n)
-    drugs[n] = support::trim(form.at("txtMedik", static_cast<int>(n)).text());
+  for (std::size_t n = 0; n < drugs.size(); ++n) drugs[n] = typed_text(form.at("txtMedik", static_cast<int>(n)));
   return drugs;
 }
 
@@ -38,6 +37,7 @@ constexpr form::ControlRow drug_controls[] = {
     {"txtMedik", 1, TextBox, "", grid::field(1), "", "", true, true},
     {"lblMedik", 2, Label, "", grid::label(2), "Medikament 3:", "L4773"},
     {"txtMedik", 2, TextBox, "", grid::field(2), "", "", true, true},
+    grid::findings(),
 };
 // clang-format on
 
@@ -61,6 +61,7 @@ std::vector<std::string> sum_up_drugs(const Context& context, const Choices& cho
 
 constinit const Page drug_page{.tag = "Medikamente",
                                .shown_in = Edition::Standard,
+                               .patients_own = true,
                                .controls = drug_controls,
                                .illustration = Illustration::Medicines,
                                .limits = drug_limits,

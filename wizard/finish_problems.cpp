@@ -12,7 +12,7 @@ namespace {
 using What = FinishReport::What;
 
 constexpr long setting = 6001, home_page = 6002, other_file = 6011, toolbar = 6009;
-constexpr long see_details = 6029;
+constexpr long see_details = 6029, error_number = 4909;
 
 /// What a file is called in the report, and to the user.
 struct FileRow {
@@ -56,6 +56,16 @@ long reason_of(const FinishReport::Entry& entry) {
   if (row != std::end(error_rows)) return row->text;
   return entry.reason != 0 && entry.error == 0 ? entry.reason : see_details;
 }
+
+}  // namespace
+
+std::string error_reason(const InstallationConfig& config, const support::RuntimeError& error) {
+  const auto* row = std::ranges::find(error_rows, error.number(), &ErrorRow::number);
+  if (row != std::end(error_rows)) return config.text(row->text);
+  return config.text(error_number, {std::to_string(error.number())});
+}
+
+namespace {
 
 std::string technical_line(const FinishReport::Entry& entry) {
   std::string line = entry.place;

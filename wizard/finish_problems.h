@@ -4,6 +4,7 @@
 #include <string>
 #include <vector>
 
+#include "support/error.h"
 #include "wizard/finish_report.h"
 #include "wizard/installation_config.h"
 
@@ -14,6 +15,9 @@ namespace reason_text {
 inline constexpr long registry_refuses = 6026, text_does_not_fit = 6028, no_free_name = 6027, not_read = 6030,
                       no_home_page = 6031, not_recycled = 6032, no_recycle_bin = 6054;
 }  // namespace reason_text
+
+/// Why something fails with this error, and what to do, in the user's language; its number where no text tells.
+std::string error_reason(const InstallationConfig& config, const support::RuntimeError& error);
 
 struct FinishProblem {
   std::string what;       ///< what is missing

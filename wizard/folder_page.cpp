@@ -3,6 +3,7 @@
 #include "wizard/index_database.h"
 #include "wizard/page_grid.h"
 #include "wizard/page_rows.h"
+#include "wizard/pages.h"
 #include "wizard/summary_lines.h"
 #include "wizard/windows_path.h"
 
@@ -64,15 +65,24 @@ constexpr form::ControlRow folder_controls[] = {
     {"lblLocation", -1, Label, "", {1920, 2280, 4560, 720}},
     {"cmdPath", 0, Button, "", {120, 3180, 6360, 600}, "&Neue gemeinsame Datenbank anlegen …", "L4799"},
     {"cmdPath", 1, Button, "", {120, 3900, 6360, 600}, "&Vorhandene gemeinsame Datenbank verwenden …", "L4800"},
+    grid::findings(),
 };
 // clang-format on
 
-void preset_folder(Context& context, Pages&, const Stored&) { show_folder(context); }
+void preset_folder(Context& context, Pages& pages, const Stored&) {
+  pages.folder_at_start = context.config.PatientData;
+  show_folder(context);
+}
 void click_path(Context& context, Pages&, int button) { choose_folder(context, button); }
 
 /// No value of the registry holds the folder that is chosen in the professional edition.
 std::vector<std::string> sum_up_folder(const Context& context, const Choices& choices) {
   return {context.config.text(context.config.ProEdition ? 4854 : 4849, {choices.folder})};
+}
+
+void find_in_folder(const Context& context, const Pages& pages, const Choices& choices, Findings& findings) {
+  if (context.config.ProEdition && choices.folder != pages.folder_at_start)
+    findings.push_back({.control = "cmdPath(1)", .text = 4892, .values = {choices.folder, pages.folder_at_start}});
 }
 
 constexpr PageEvent folder_clicks[] = {{"cmdPath", click_path}};
@@ -84,6 +94,7 @@ constinit const Page folder_page{.tag = "netpath",
                                  .controls = folder_controls,
                                  .clicks = folder_clicks,
                                  .preset = preset_folder,
-                                 .summary = sum_up_folder};
+                                 .summary = sum_up_folder,
+                                 .findings = find_in_folder};
 
 }  // namespace wizard

@@ -7,6 +7,7 @@
 #include <memory>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "support/language.h"
 
@@ -45,6 +46,7 @@ struct InstallationConfig {
   std::string text(long number) const;
   /// The same, with its "%1", "%2" … filled in; one without a value stays as it stands. At most 9 values.
   std::string text(long number, std::initializer_list<std::string_view> values) const;
+  std::string text(long number, const std::vector<std::string>& values) const;
 };
 
 }  // namespace wizard

@@ -75,13 +75,18 @@ void InsulinPage::show(const database::DefaultInsulin& usual, const database::Th
       if (names_kind_only(context_, usual_insulins[slot], text)) text.clear();
     }
     if (text.find('|') != std::string::npos) known_[slot].insert(known_[slot].begin(), text);
-    context_.form.at("cbInsulin", static_cast<int>(slot)).set_text(support::trim(database::insulin_name(text)));
+    shown_[slot] = support::trim(database::insulin_name(text));
+    context_.form.at("cbInsulin", static_cast<int>(slot)).set_text(shown_[slot]);
   }
+}
+
+bool InsulinPage::is_untouched(std::int16_t slot) const {
+  return context_.form.at("cbInsulin", slot).text() == shown_[static_cast<std::size_t>(slot)];
 }
 
 std::optional<std::string> InsulinPage::insulin_in(std::int16_t slot) const {
   const form::Control& box = context_.form.at("cbInsulin", slot);
-  const std::string name = support::trim(box.text());
+  const std::string name = typed_text(box);
   if (!box.visible()) return std::nullopt;
   if (name.empty()) return name;
   const auto& known = known_[static_cast<std::size_t>(slot)];
@@ -121,6 +126,7 @@ constexpr form::ControlRow insulin_controls[] = {
     {"cbInsulin", 3, ComboBox, "", insulin_field(3), "", "", true, true},
     {"lblInsulin", 4, Label, "", insulin_label(4), "Pumpeninsulin:", "L4770"},
     {"cbInsulin", 4, ComboBox, "", insulin_field(4), "", "", true, true},
+    grid::findings(),
 };
 // clang-format on
 
@@ -136,23 +142,52 @@ void gather_insulins(const Context&, const Pages& pages, Choices& choices) {
   if (pages.steps.offers(insulin_page.tag)) choices.therapy.insulins = pages.insulin.insulins();
 }
 
-std::vector<std::string> sum_up_insulins(const Context& context, const Choices& choices) {
+/// Names in the plan by slot; empty where it has none.
+std::vector<std::string> planned_insulins(const Choices& choices) {
   std::vector<std::string> names(5);
   for (const database::PlanItem& item : choices.plan.items)
     if (item.ItemType >= database::plan_item::bolus && item.ItemType <= database::plan_item::pump)
       names[static_cast<std::size_t>(item.ItemType)] = database::insulin_name(item.desc);
-  return {context.config.text(4839, {named_list(context, names)})};
+  return names;
+}
+
+std::vector<std::string> sum_up_insulins(const Context& context, const Choices& choices) {
+  return {context.config.text(4839, {named_list(context, planned_insulins(choices))})};
+}
+
+/// What stands in a slot and is not in the plan: the therapy has no use for it, or the plan cannot hold it so.
+void find_in_insulins(const Context& context, const Pages& pages, const Choices& choices, Findings& findings) {
+  constexpr std::int16_t without_insulin = 5;
+  constexpr long not_stored = 4889, stored_as = 4890, stays_in_plan = 4891;
+  const std::vector<std::string> planned = planned_insulins(choices);
+  const std::string& therapy = context.form.at("cbTherapie").text();
+  const bool same_therapy = choices.patient.therapy == choices.stored.patient.therapy;
+  for (std::int16_t slot = 0; slot < 5; ++slot) {
+    const form::Control& box = context.form.at("cbInsulin", slot);
+    const std::string typed = typed_text(box), &stored = planned[static_cast<std::size_t>(slot)];
+    const bool offered = choices.therapy.insulins[static_cast<std::size_t>(slot)].has_value();
+    if (typed.empty() || support::equal_ignoring_case(typed, support::trim(stored))) continue;
+    if (offered)
+      findings.push_back({Severity::Note, {}, box.path(), stored_as, {typed, stored}});
+    else if (!pages.insulin.is_untouched(slot) || !same_therapy)
+      findings.push_back({Severity::Warning, {}, box.path(), not_stored, {typed, therapy}});
+  }
+  if (choices.patient.therapy == without_insulin &&
+      std::ranges::any_of(planned, [](const auto& name) { return !name.empty(); }))
+    findings.push_back({Severity::Note, {}, {}, stays_in_plan, {named_list(context, planned), therapy}});
 }
 
 }  // namespace
 
 constinit const Page insulin_page{.tag = "Insulin",
                                   .shown_in = Edition::Standard,
+                                  .patients_own = true,
                                   .controls = insulin_controls,
                                   .illustration = Illustration::Insulin,
                                   .limits = insulin_limits,
                                   .preset = preset_insulins,
                                   .gather = gather_insulins,
-                                  .summary = sum_up_insulins};
+                                  .summary = sum_up_insulins,
+                                  .findings = find_in_insulins};
 
 }  // namespace wizard

@@ -24,6 +24,9 @@ class InsulinPage {
   /// texts that stand for "some insulin of this kind" are no insulin of this patient's: such a slot stays empty.
   void show(const database::DefaultInsulin& usual, const database::TherapyPlan& newest);
 
+  /// True where the slot still shows what show() put there.
+  bool is_untouched(std::int16_t slot) const;
+
   /// The insulin text of each slot, empty for one left empty; nothing for a slot that the therapy does not offer.
   std::array<std::optional<std::string>, 5> insulins() const;
 
@@ -31,6 +34,7 @@ class InsulinPage {
   std::optional<std::string> insulin_in(std::int16_t slot) const;
 
   Context& context_;
+  std::array<std::string, 5> shown_;               ///< what show() put into the slots
   std::array<std::vector<std::string>, 5> known_;  ///< insulin texts by slot, the patient's own first
 };
 

@@ -24,10 +24,17 @@ std::string file_name_part(std::string_view text) {
 
 }  // namespace
 
+std::string database_file_name(const database::PatientRecord& patient) {
+  return file_name_part(patient.name) + "_" + file_name_part(patient.firstname) + ".das";
+}
+
+std::string wanted_database_path(const Context& context, const database::PatientRecord& patient) {
+  return join_path(context.config.PatientData, database_file_name(patient));
+}
+
 std::string new_database_path(const Context& context, const database::PatientRecord& patient) {
   const support::FileSystem& files = *context.ports.files;
-  const std::string name = file_name_part(patient.name) + "_" + file_name_part(patient.firstname) + ".das";
-  std::string path = join_path(context.config.PatientData, name);
+  std::string path = wanted_database_path(context, patient);
   // The numbered names have no stem, no extension and no folder ("_1."): the diary knows them so.
   for (int number = 1; files.file_size(path); ++number) {
     if (number > last_number) return {};

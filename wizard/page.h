@@ -9,6 +9,7 @@
 #include <vector>
 
 #include "wizard/context.h"
+#include "wizard/finding.h"
 #include "wizard/form/form.h"
 #include "wizard/option_groups.h"
 
@@ -57,6 +58,8 @@ struct Page {
   std::string_view tag;
   std::string_view step = {};  ///< its name in the default lists, where that is spelled in another way
   Edition shown_in = Edition::None;
+  /// What it holds goes into the patient's database, which the professional edition does not write.
+  bool patients_own = false;
   /// Its heading `lblHeading`, the sentence `lblPurpose` and all else; a control without a container lies on the page.
   std::span<const form::ControlRow> controls = {};
   Illustration illustration = Illustration::Other;
@@ -75,6 +78,8 @@ struct Page {
   void (*gather)(const Context& context, const Pages& pages, Choices& choices) = nullptr;
   /// Lines of the last page; they read the record and, for captions, the form.
   std::vector<std::string> (*summary)(const Context& context, const Choices& choices) = nullptr;
+  /// What is worth a word about the page, beside fields that are full; the page of a finding is filled in later.
+  void (*findings)(const Context& context, const Pages& pages, const Choices& choices, Findings& findings) = nullptr;
 };
 
 }  // namespace wizard

@@ -2,6 +2,7 @@
 
 #include "support/common_code.h"
 #include "wizard/form/match_list.h"
+#include "wizard/new_database_path.h"
 #include "wizard/option_groups.h"
 #include "wizard/page_grid.h"
 #include "wizard/page_rows.h"
@@ -57,7 +58,7 @@ void show_patient(Context& context, const database::PatientRecord& patient) {
 }
 
 void gather_patient(const form::Form& form, database::PatientRecord& patient) {
-  for (const TextField& field : text_fields) patient.*field.member = support::trim(form.at(field.control).text());
+  for (const TextField& field : text_fields) patient.*field.member = typed_text(form.at(field.control));
   if (const int gender = chosen_option(form, "optGender"); gender >= 0)
     patient.gender = static_cast<std::uint8_t>(gender);
   for (const NumberedList& list : lists)
@@ -104,8 +105,9 @@ constexpr form::ControlRow patient_controls[] = {
     {"optGender", 1, OptionButton, "", grid::field(4, 3900, 2580), "&Männlich", "L4747"},
     {"lblDiabetesTyp", -1, Label, "", grid::label(5), "&Diabetestyp:", "L4748"},
     {"cbDiabetesTyp", -1, ComboBox, "", grid::field(5)},
-    {"lblTherapie", -1, Label, "", grid::label(6), "T&herapie:", "L4749"},
+    {"lblTherapie", -1, Label, "", {120, grid::line(6) + 45, 1740, 330}, "T&herapie:", "L4749"},
     {"cbTherapie", -1, ComboBox, "", grid::field(6)},
+    grid::findings(),
 };
 // clang-format on
 
@@ -154,17 +156,38 @@ void choose_therapy(Context& context, Pages& pages, int) { choose_therapy_kind(c
 
 constexpr PageEvent patient_clicks[] = {{"cbTherapie", choose_therapy}};
 
+/// The name in the record stays; that of its file is limited to what registry and diary can name.
+void find_other_file_name(const Choices& choices, Findings& findings) {
+  const database::PatientRecord& patient = choices.patient;
+  const std::string name = database_file_name(patient);
+  if (!choices.new_database || name == patient.name + "_" + patient.firstname + ".das") return;
+  findings.push_back({.severity = Severity::Note, .control = "txtName", .text = 4862, .values = {name}});
+}
+
+void find_in_patient(const Context& context, const Pages&, const Choices& choices, Findings& findings) {
+  constexpr std::int16_t gestational = 3;
+  constexpr std::uint8_t male = 1;
+  if (choices.patient.typ == gestational && choices.patient.gender == male)
+    findings.push_back({.control = "cbDiabetesTyp",
+                        .text = 4860,
+                        .values = {entry_text(context, lists[0], gestational),
+                                   plain_caption(context.form.at("optGender", male).caption())}});
+  find_other_file_name(choices, findings);
+}
+
 }  // namespace
 
 constinit const Page patient_page{.tag = "PatDat",
                                   .step = "Patdat",
                                   .shown_in = Edition::Standard,
+                                  .patients_own = true,
                                   .controls = patient_controls,
                                   .limits = patient_limits,
                                   .clicks = patient_clicks,
                                   .preset = preset_patient,
                                   .leave = leave_patient,
                                   .gather = gather_patient_page,
-                                  .summary = sum_up_patient};
+                                  .summary = sum_up_patient,
+                                  .findings = find_in_patient};
 
 }  // namespace wizard

@@ -25,10 +25,15 @@ class StepList {
   /// Moves back likewise; stops at the first step.
   void back();
 
+  /// Moves to a position of the list.
+  void go_to(int position) { current_ = position; }
+
   // A page's step is the first one that begins with the page's name, whatever its case.
 
   /// True where the list has a step for the page and the navigation does not pass over it.
   bool offers(std::string_view page) const;
+  /// Position of the page's step; -1 where there is none.
+  int find(std::string_view page) const;
   /// Offers the page again, or leaves it out by appending "-" to its name. Without a step for it nothing happens.
   void offer(std::string_view page, bool offered);
   /// Appends "-" to the step as a mark that its page is built; the navigation does not pass over it for that. Outside
@@ -36,8 +41,6 @@ class StepList {
   void mark_built(int position);
 
  private:
-  /// Position of the page's step; -1 where there is none.
-  int find(std::string_view page) const;
   bool passed_over(int position) const;
 
   std::vector<std::string> names_;

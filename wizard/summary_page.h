@@ -1,12 +1,39 @@
-// Page "Fertig": what will be written, choice by choice, in plain words.
+// Page "Fertig": what will be written, choice by choice, in plain words, with all that is worth a word before. From
+// here "Ändern" leads to the page of a choice. "Weiter" comes back from there, asking the checks of the pages in
+// between without showing them; "Zurück" goes on from there page by page, as it always does.
 #pragma once
 
+#include "wizard/choices.h"
 #include "wizard/context.h"
-#include "wizard/pages.h"
+#include "wizard/finding.h"
 
 namespace wizard {
 
-/// Fills `lblSummary`, one line a choice, with the choices of the pages that this run offers.
-void show_summary(Context& context, const Pages& pages);
+struct Pages;
+
+class SummaryPage {
+ public:
+  explicit SummaryPage(Context& context) : context_(context) {}
+
+  /// Gathers the choices, looks at the surroundings and shows both.
+  void show(const Pages& pages);
+  /// Before a finish: gathers and looks again. False where there is something that was not shown: it is shown now, with
+  /// the remark that it is new. That happens once; then the finish is not held up any more.
+  bool still_holds(const Pages& pages);
+
+  /// What the last of these two gathered and found.
+  const Choices& choices() const noexcept { return choices_; }
+  const Findings& findings() const noexcept { return findings_; }
+
+ private:
+  void look(const Pages& pages);
+  void show_text(const Pages& pages, bool changed);
+  void offer_pages(const Pages& pages);
+
+  Context& context_;
+  Choices choices_;
+  Findings findings_;
+  bool shown_again_ = false;
+};
 
 }  // namespace wizard

@@ -10,6 +10,7 @@
 #include "wizard/pages.h"
 #include "wizard/stored.h"
 #include "wizard/summary_lines.h"
+#include "wizard/targets_findings.h"
 
 namespace wizard {
 
@@ -24,12 +25,12 @@ std::string with_separator(std::string text) {
   return text;
 }
 
-/// What a field is called on the page.
-std::string field_name(const form::Control& label) {
-  return plain_caption(label.caption().substr(0, label.caption().rfind(':')));
-}
-
 }  // namespace
+
+std::string target_name(const form::Form& form, std::size_t field) {
+  const std::string& caption = form.at("lblVorgabe", static_cast<int>(field)).caption();
+  return plain_caption(caption.substr(0, caption.rfind(':')));
+}
 
 form::Control& TargetsPage::box(std::size_t field) const {
   return context_.form.at("txtvorgabe", static_cast<int>(field));
@@ -54,12 +55,16 @@ void TargetsPage::change_unit(GlucoseUnit unit) {
   unit_ = unit;
 }
 
+bool TargetsPage::is_untouched(std::size_t field) const {
+  const bool same_unit = field >= glucose_fields || unit_ == shown_unit_;
+  return same_unit && box(field).text() == shown_[field].text;
+}
+
 std::optional<std::int16_t> TargetsPage::value(std::size_t field) const {
   const std::string& text = box(field).text();
+  if (is_untouched(field)) return shown_[field].value;
   // Blood pressure is typed as a whole number, as mg/dl are.
-  if (field >= glucose_fields) return in_mg_dl(text, GlucoseUnit::MgDl);
-  if (unit_ == shown_unit_ && text == shown_[field].text) return shown_[field].value;
-  return in_mg_dl(text, unit_);
+  return in_mg_dl(text, field < glucose_fields ? unit_ : GlucoseUnit::MgDl);
 }
 
 bool TargetsPage::refuse(std::size_t field, const std::string& message) {
@@ -77,8 +82,7 @@ std::string TargetsPage::number_message(std::size_t field) const {
     hint = config.text(range_meant, {smallest_value(unit_), largest_value(unit_), unit_caption(unit_)});
   else if (support::parse_number(mended))
     hint = config.text(separator_meant, {std::string(1, support::user_locale().decimal_separator), mended});
-  const form::Control& label = context_.form.at("lblVorgabe", static_cast<int>(field));
-  return config.text(no_number, {field_name(label), hint});
+  return config.text(no_number, {target_name(context_.form, field), hint});
 }
 
 bool TargetsPage::check_glucose() {
@@ -127,7 +131,8 @@ constexpr form::ControlRow glucose_target_controls[] = {
     {"lblVorgabe", 3, Label, "", grid::value_label(3), "Hyperglykämie: >=", "L4759"},
     {"txtvorgabe", 3, TextBox, "", grid::value_field(3), "", "", true, true},
     {"lblUnit", 3, Label, "", grid::unit(3), "mg/dl"},
-    {"lblTargetHint", -1, Label, "", {120, grid::line(4) + 180, 6360, 1440}, "Hypoglykämie (Unterzuckerung), Hyperglykämie (Überzuckerung)", "L4760"},
+    {"lblTargetHint", -1, Label, "", {120, grid::line(4) + 180, 6360, 1200}, "Hypoglykämie (Unterzuckerung), Hyperglykämie (Überzuckerung)", "L4760"},
+    grid::findings(),
 };
 // clang-format on
 
@@ -147,6 +152,7 @@ constexpr form::ControlRow pressure_target_controls[] = {
     {"lblVorgabe", 7, Label, "", grid::value_label(3), "Unterer Wert (diastolisch) b&is:", "L4764"},
     {"txtvorgabe", 7, TextBox, "", grid::value_field(3), "", "", true, true},
     {"lblPressureUnit", 3, Label, "", grid::unit(3), "mmHg", "L4765"},
+    grid::findings(),
 };
 // clang-format on
 
@@ -175,18 +181,23 @@ std::vector<std::string> sum_up_pressure(const Context& context, const Choices& 
 constinit const Page glucose_target_page{.tag = "Therapie_BZ",
                                          .step = "Therapie_bz",
                                          .shown_in = Edition::Standard,
+                                         .patients_own = true,
                                          .controls = glucose_target_controls,
                                          .illustration = Illustration::Therapy,
                                          .limits = target_limits,
                                          .preset = preset_targets,
                                          .leave = leave_glucose_targets,
                                          .gather = gather_targets,
-                                         .summary = sum_up_glucose};
+                                         .summary = sum_up_glucose,
+                                         .findings = find_in_glucose_targets};
 constinit const Page pressure_target_page{.tag = "Therapie_BP",
                                           .step = "Therapie_bp",
                                           .shown_in = Edition::Standard,
+                                          .patients_own = true,
                                           .controls = pressure_target_controls,
                                           .illustration = Illustration::Therapy,
-                                          .summary = sum_up_pressure};
+                                          .limits = target_limits,
+                                          .summary = sum_up_pressure,
+                                          .findings = find_in_pressure_targets};
 
 }  // namespace wizard

@@ -22,6 +22,9 @@ inline constexpr std::array<std::int16_t database::SettingsRecord::*, 8> target_
     &database::SettingsRecord::BPTargetDiaMin, &database::SettingsRecord::BPTargetDiaMax,
 };
 
+/// What a field is called on its page.
+std::string target_name(const form::Form& form, std::size_t field);
+
 class TargetsPage {
  public:
   explicit TargetsPage(Context& context) : context_(context) {}
@@ -35,6 +38,9 @@ class TargetsPage {
   /// False, after saying why, where the glucose targets are no numbers or contradict each other; the field at fault has
   /// the focus then. They are compared as they are shown: two equal texts are equal, whatever is stored behind them.
   bool check_glucose();
+
+  /// True where the field still shows what show() put there.
+  bool is_untouched(std::size_t field) const;
 
   /// Takes the fields over into the record (mg/dl, mmHg); a field that is no number leaves the record's value. A field
   /// that still shows what show() put there gives exactly the value it was given.

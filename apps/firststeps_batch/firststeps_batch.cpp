@@ -77,6 +77,7 @@ RunReport rehearse(const Installation& installation, const Answers& answers, con
   report.dry_run = true;
   report.unused_pages = walk_to_last_page(assistant, user, answers);
   report.finish = assistant.preview();
+  report.warnings = warnings_of(assistant);
   report.messages = user.messages();
   return report;
 }
@@ -93,6 +94,7 @@ RunReport perform(const Installation& installation, const Answers& answers, cons
   report.unused_pages = walk_to_last_page(assistant, user, answers);
   finish(assistant);
   report.finish = assistant.report();
+  report.warnings = warnings_of(assistant);
   report.messages = user.messages();
   return report;
 }

@@ -17,6 +17,8 @@ class ReadOnlyRegistry : public support::Registry {
     return CreateResult::Failed;
   }
   bool write_text(support::RootKey, std::string_view, std::string_view, std::string_view) override { return false; }
+  /// What a real run will meet.
+  bool can_write(support::RootKey root, std::string_view key) const override { return registry_.can_write(root, key); }
 
  private:
   const support::Registry& registry_;
@@ -56,6 +58,10 @@ class ReadOnlyFileSystem : public support::FileSystem {
   }
   bool rename_without_replacing(std::string_view, std::string_view) override { return false; }
   bool remove(std::string_view) override { return false; }
+  // What a real run will meet.
+  bool can_create_in(std::string_view folder) const override { return files_.can_create_in(folder); }
+  bool can_write(std::string_view path) const override { return files_.can_write(path); }
+  std::optional<std::uint64_t> free_space(std::string_view folder) const override { return files_.free_space(folder); }
   std::string host_path(std::string_view path) const override { return files_.host_path(path); }
   std::string windows_path(std::string_view host_path) const override { return files_.windows_path(host_path); }
 

@@ -63,6 +63,26 @@ void write_entry(console::JsonWriter& json, const Entry& entry, bool dry_run) {
   json.key("written").boolean(entry.written && !dry_run).key("problem").text(entry.problem).end_object();
 }
 
+void write_warnings(std::ostream& out, const std::vector<Warning>& warnings) {
+  if (warnings.empty()) return;
+  out << "\nWarnings:\n";
+  for (const Warning& warning : warnings) {
+    out << "  " << warning.severity << ": ";
+    if (!warning.page.empty()) out << '[' << warning.page << "] ";
+    if (!warning.control.empty()) out << warning.control << ": ";
+    out << console::one_line(warning.text) << '\n';
+  }
+}
+
+void write_warnings(console::JsonWriter& json, const std::vector<Warning>& warnings) {
+  json.key("warnings").begin_array();
+  for (const Warning& warning : warnings) {
+    json.begin_object().key("severity").text(warning.severity).key("page").text(warning.page);
+    json.key("control").text(warning.control).key("text").text(warning.text).end_object();
+  }
+  json.end_array();
+}
+
 void write_texts(console::JsonWriter& json, std::string_view key, const std::vector<std::string>& texts) {
   json.key(key).begin_array();
   for (const std::string& text : texts) json.text(text);
@@ -70,6 +90,15 @@ void write_texts(console::JsonWriter& json, std::string_view key, const std::vec
 }
 
 }  // namespace
+
+std::vector<Warning> warnings_of(const wizard::frmAssistantFirstSteps& assistant) {
+  std::vector<Warning> warnings;
+  for (const wizard::Finding& finding : assistant.findings()) {
+    const std::string severity = finding.severity == wizard::Severity::Warning ? "warning" : "note";
+    warnings.push_back({severity, finding.page, finding.control, finding_text(assistant.config(), finding)});
+  }
+  return warnings;
+}
 
 void write_text(std::ostream& out, const RunReport& report) {
   std::vector<Entry> written = report.finish.entries, problems;
@@ -80,6 +109,7 @@ void write_text(std::ostream& out, const RunReport& report) {
   out << (report.dry_run ? "Would be written:\n\n" : "Written:\n\n");
   write_places(out, written);
   write_problems(out, problems);
+  write_warnings(out, report.warnings);
 }
 
 void write_json(std::ostream& out, const RunReport& report) {
@@ -88,6 +118,7 @@ void write_json(std::ostream& out, const RunReport& report) {
   json.key("entries").begin_array();
   for (const Entry& entry : report.finish.entries) write_entry(json, entry, report.dry_run);
   json.end_array();
+  write_warnings(json, report.warnings);
   write_texts(json, "messages", report.messages);
   write_texts(json, "unused_pages", report.unused_pages);
   json.end_object();

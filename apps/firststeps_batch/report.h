@@ -9,9 +9,19 @@
 
 namespace firststeps_batch {
 
+/// A finding in words.
+struct Warning {
+  std::string severity;  ///< "note", "warning"
+  std::string page, control, text;
+};
+
+/// What the wizard's last page says is worth a word.
+std::vector<Warning> warnings_of(const wizard::frmAssistantFirstSteps& assistant);
+
 struct RunReport {
   bool dry_run = false;
   wizard::FinishReport finish;
+  std::vector<Warning> warnings;
   std::vector<std::string> messages;      ///< shown on the way
   std::vector<std::string> unused_pages;  ///< answered, but not among the pages of this run
 };
@@ -19,7 +29,7 @@ struct RunReport {
 void write_text(std::ostream& out, const RunReport& report);
 
 /// One object: "dry_run", "complete", "entries" with "what", "place", "name", "value", "written" and "problem",
-/// "messages", "unused_pages".
+/// "warnings" with "severity", "page", "control" and "text", "messages", "unused_pages".
 void write_json(std::ostream& out, const RunReport& report);
 
 }  // namespace firststeps_batch

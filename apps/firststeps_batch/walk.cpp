@@ -39,6 +39,10 @@ std::vector<std::string> walk_to_last_page(wizard::frmAssistantFirstSteps& assis
   return unused;
 }
 
-void finish(wizard::frmAssistantFirstSteps& assistant) { assistant.click(buttons, next_button); }
+void finish(wizard::frmAssistantFirstSteps& assistant) {
+  assistant.click(buttons, next_button);
+  // Shown once more, because the surroundings have changed since: the report tells of it.
+  if (assistant.state() == wizard::frmAssistantFirstSteps::State::Running) assistant.click(buttons, next_button);
+}
 
 }  // namespace firststeps_batch

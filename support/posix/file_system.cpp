@@ -2,6 +2,7 @@
 
 #include <dirent.h>
 #include <sys/stat.h>
+#include <sys/statvfs.h>
 #include <unistd.h>
 
 #include <algorithm>
@@ -71,6 +72,20 @@ bool create_folder_at(std::string path) {
   return mkdir(path.c_str(), 0700) == 0 || errno == EEXIST;
 }
 
+/// The folder itself, or the nearest one above it that is there; "." for the empty path.
+std::string existing_folder(std::string path) {
+  struct stat status {};
+  while (!path.empty() && !status_of(path, status)) {
+    while (path.ends_with('/') && path.size() > 1) path.pop_back();
+    const auto slash = path.rfind('/');
+    if (slash == std::string::npos)
+      path.clear();
+    else
+      path.resize(slash == 0 && path.size() > 1 ? 1 : slash);
+  }
+  return path.empty() ? "." : path;
+}
+
 }  // namespace
 
 std::optional<std::uint64_t> PosixFileSystem::file_size(std::string_view path) const {
@@ -111,6 +126,27 @@ bool PosixFileSystem::rename_without_replacing(std::string_view source, std::str
 }
 
 bool PosixFileSystem::remove(std::string_view path) { return unlink(host_path(path).c_str()) == 0; }
+
+bool PosixFileSystem::can_create_in(std::string_view folder) const {
+  const std::string existing = existing_folder(host_path(folder));
+  struct stat status {};
+  // Whether root may write tells the mount, not the mode.
+  return status_of(existing, status) && S_ISDIR(status.st_mode) && access(existing.c_str(), W_OK | X_OK) == 0;
+}
+
+/// A file's write protection binds its owner and root here too, as it does where files are replaced.
+bool PosixFileSystem::can_write(std::string_view path) const {
+  const std::string host = host_path(path);
+  struct stat status {};
+  return status_of(host, status) && S_ISREG(status.st_mode) && (status.st_mode & 0222U) != 0 &&
+         access(host.c_str(), W_OK) == 0;
+}
+
+std::optional<std::uint64_t> PosixFileSystem::free_space(std::string_view folder) const {
+  struct statvfs volume {};
+  if (statvfs(existing_folder(host_path(folder)).c_str(), &volume) != 0) return std::nullopt;
+  return static_cast<std::uint64_t>(volume.f_bavail) * volume.f_frsize;
+}
 
 std::string PosixFileSystem::host_path(std::string_view path) const {
   std::string slashed(path);

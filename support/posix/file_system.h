@@ -14,6 +14,9 @@ class PosixFileSystem final : public FileSystem {
   std::optional<std::string> read(std::string_view path, std::uint64_t limit) const override;
   bool rename_without_replacing(std::string_view source, std::string_view target) override;
   bool remove(std::string_view path) override;
+  bool can_create_in(std::string_view folder) const override;
+  bool can_write(std::string_view path) const override;
+  std::optional<std::uint64_t> free_space(std::string_view folder) const override;
   std::string host_path(std::string_view path) const override;
   std::string windows_path(std::string_view host_path) const override;
 };

@@ -148,6 +148,11 @@ void replace_with_host_file(const std::string& source, const std::string& target
   sync_folder_of(place);
 }
 
+bool can_replace_host_file(const std::string& path) {
+  const std::string target = link_target(path);
+  return !is_write_protected(target) && access(folder_of(target).c_str(), W_OK | X_OK) == 0;
+}
+
 class HostFileLock::Held {
  public:
   explicit Held(const std::string& folder) : descriptor_(open(folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC)) {}

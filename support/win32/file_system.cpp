@@ -6,6 +6,7 @@
 #include <memory>
 
 #include "support/host_file.h"
+#include "support/win32/handle.h"
 #include "support/win32/sharing.h"
 #include "support/win32/wide.h"
 
@@ -31,6 +32,34 @@ bool create_folder_at(std::wstring path) {
   const auto slash = path.rfind(L'\\');
   if (slash != std::wstring::npos && slash > 2) create_folder_at(path.substr(0, slash));
   return CreateDirectoryW(path.c_str(), nullptr) != 0 || folder_exists_at(path);
+}
+
+/// The folder itself, or the nearest one above it that is there.
+std::wstring existing_folder(std::wstring path) {
+  if (path.empty()) return L".";
+  while (GetFileAttributesW(path.c_str()) == INVALID_FILE_ATTRIBUTES) {
+    while (path.ends_with(L'\\') && path.size() > 3) path.pop_back();
+    const auto slash = path.rfind(L'\\');
+    if (slash == std::wstring::npos || slash + 1 == path.size()) break;
+    path.resize(slash + 1);
+  }
+  return path;
+}
+
+/// Opens what is there with the rights and closes it again.
+bool opens_with(const std::wstring& path, DWORD rights) {
+  constexpr DWORD anybody = FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE;
+  return static_cast<bool>(FileHandle(
+      CreateFileW(path.c_str(), rights, anybody, nullptr, OPEN_EXISTING, FILE_FLAG_BACKUP_SEMANTICS, nullptr)));
+}
+
+/// A medium that takes nothing, whatever the rights say.
+bool is_read_only_volume(const std::wstring& path) {
+  std::wstring root(MAX_PATH, L'\0');
+  DWORD flags = 0;
+  return GetVolumePathNameW(path.c_str(), root.data(), static_cast<DWORD>(root.size())) != 0 &&
+         GetVolumeInformationW(root.c_str(), nullptr, 0, nullptr, nullptr, &flags, nullptr, 0) != 0 &&
+         (flags & FILE_READ_ONLY_VOLUME) != 0;
 }
 
 }  // namespace
@@ -78,6 +107,26 @@ bool Win32FileSystem::remove(std::string_view path) {
   if (attributes == INVALID_FILE_ATTRIBUTES || is_folder(attributes)) return false;
   if ((attributes & FILE_ATTRIBUTE_READONLY) != 0) return DeleteFileW(name.c_str()) != 0;
   return with_patience([&] { return DeleteFileW(name.c_str()) != 0; });
+}
+
+bool Win32FileSystem::can_create_in(std::string_view folder) const {
+  const std::wstring existing = existing_folder(wide_path(folder));
+  // The attribute for "read only" does not protect a folder.
+  return folder_exists_at(existing) && opens_with(existing, FILE_ADD_FILE) && !is_read_only_volume(existing);
+}
+
+bool Win32FileSystem::can_write(std::string_view path) const {
+  const std::wstring file = wide_path(path);
+  const DWORD attributes = GetFileAttributesW(file.c_str());
+  if (attributes == INVALID_FILE_ATTRIBUTES || is_folder(attributes)) return false;
+  return (attributes & FILE_ATTRIBUTE_READONLY) == 0 && opens_with(file, FILE_WRITE_DATA) && !is_read_only_volume(file);
+}
+
+std::optional<std::uint64_t> Win32FileSystem::free_space(std::string_view folder) const {
+  ULARGE_INTEGER bytes{};
+  if (GetDiskFreeSpaceExW(existing_folder(wide_path(folder)).c_str(), &bytes, nullptr, nullptr) == 0)
+    return std::nullopt;
+  return bytes.QuadPart;
 }
 
 std::string Win32FileSystem::windows_path(std::string_view host_path) const { return narrow(wide_path(host_path)); }

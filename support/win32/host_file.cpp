@@ -13,6 +13,7 @@
 #include "support/abandoned_files.h"
 #include "support/encoding.h"
 #include "support/error.h"
+#include "support/file_system.h"
 #include "support/replacement.h"
 #include "support/win32/handle.h"
 #include "support/win32/sharing.h"
@@ -152,6 +153,12 @@ void replace_with_host_file(const std::string& source, const std::string& target
                                                              " while replacing it. What it was to hold is in " +
                                                              source + ": give that its name.");
   }
+}
+
+bool can_replace_host_file(const std::string& path) {
+  if (is_read_only(wide_path(path))) return false;
+  const auto slash = path.rfind('\\');
+  return host_file_system().can_create_in(slash == std::string::npos ? "." : path.substr(0, slash + 1));
 }
 
 class HostFileLock::Held {

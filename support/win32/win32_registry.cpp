@@ -89,6 +89,14 @@ std::optional<RegistryValue> Win32Registry::read(RootKey root, std::string_view 
   return value;
 }
 
+bool Win32Registry::can_write(RootKey root, std::string_view key) const {
+  if (OpenKey(root, key, writing_rights)) return true;
+  // The key above takes a new one.
+  const auto above = key.rfind('\\');
+  return !key_exists(root, key) && !key.empty() &&
+         can_write(root, above == std::string_view::npos ? std::string_view() : key.substr(0, above));
+}
+
 Registry::CreateResult Win32Registry::create_key(RootKey root, std::string_view key, std::string_view class_name) {
   if (!fits_registry(key)) return CreateResult::Failed;
   OpenKey created;

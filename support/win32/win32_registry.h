@@ -11,6 +11,7 @@ class Win32Registry final : public Registry {
   bool key_exists(RootKey root, std::string_view key) const override;
   std::optional<RegistryValue> read(RootKey root, std::string_view key, std::string_view name) const override;
   CreateResult create_key(RootKey root, std::string_view key, std::string_view class_name) override;
+  bool can_write(RootKey root, std::string_view key) const override;
   bool write_text(RootKey root, std::string_view key, std::string_view name, std::string_view value) override;
 };
 

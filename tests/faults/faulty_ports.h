@@ -26,6 +26,7 @@ class FaultyRegistry : public support::Registry {
     if (fails(Operation::Write)) throw support::RuntimeError(75, "no value can be written");
     return real->write_text(root, key, name, value);
   }
+  bool can_write(support::RootKey root, std::string_view key) const override { return real->can_write(root, key); }
 };
 
 class FaultyIniFiles : public support::IniFiles {
@@ -66,6 +67,9 @@ class FaultyFileSystem : public support::FileSystem {
   }
   /// Removing works where nothing else does: it is what an interrupted run cleans up with.
   bool remove(std::string_view path) override { return real->remove(path); }
+  bool can_create_in(std::string_view folder) const override { return real->can_create_in(folder); }
+  bool can_write(std::string_view path) const override { return real->can_write(path); }
+  std::optional<std::uint64_t> free_space(std::string_view folder) const override { return real->free_space(folder); }
   std::string host_path(std::string_view path) const override { return real->host_path(path); }
   std::string windows_path(std::string_view host_path) const override { return real->windows_path(host_path); }
 };

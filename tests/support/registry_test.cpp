@@ -77,6 +77,7 @@ class OneValue : public Registry {
   std::optional<RegistryValue> read(RootKey, std::string_view, std::string_view) const override { return value; }
   CreateResult create_key(RootKey, std::string_view, std::string_view) override { return CreateResult::Existed; }
   bool write_text(RootKey, std::string_view, std::string_view, std::string_view) override { return false; }
+  bool can_write(RootKey, std::string_view) const override { return false; }
   std::optional<RegistryValue> value;
 };
 

@@ -64,6 +64,7 @@ class ReadOnlyRegistry : public support::Registry {
     return CreateResult::Failed;
   }
   bool write_text(support::RootKey, std::string_view, std::string_view, std::string_view) override { return false; }
+  bool can_write(support::RootKey, std::string_view) const override { return false; }
 };
 
 class FinishWithoutRegistry : public WizardTest {

@@ -463,6 +463,7 @@ TEST_F(Finish, TheLastPageSumsUpEveryPagesChoices) {
   write("pelmar.ini",
         "[setup]\ndisplay=netpath|Maßeinheit|PatDat|Insulin|Medikamente|Therapie_BZ|Therapie_BP|Pics|Eingabe|"
         "Darstellung|Schema|sidebar|start|Fertig\n[CHARTS]\nday=1^2\nweek=3^4\npie=5^6\n");
+  write("home.ini", "[setup]\nhomepage=h\n[h]\n");
   write("schemes.txt", "[a]\nDesc=A\n");
   start();
   enter_name("%2", "O'Hara");

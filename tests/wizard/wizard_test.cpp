@@ -19,9 +19,8 @@ std::filesystem::path host(const std::string& windows_path) {
   return std::filesystem::path(std::u8string(text.begin(), text.end()));
 }
 
-std::string new_folder() {
-  const auto folder =
-      std::filesystem::temp_directory_path() / ("firststeps_wizard_" + std::to_string(std::random_device{}()));
+std::string new_folder(const std::filesystem::path& parent) {
+  const auto folder = parent / ("firststeps_wizard_" + std::to_string(std::random_device{}()));
   std::filesystem::create_directories(folder);
   return support::host_file_system().windows_path(folder.string());
 }
@@ -64,7 +63,8 @@ std::int32_t ScriptedUser::text_width(std::string_view text, std::string_view) {
   return static_cast<std::int32_t>(support::character_count(text)) * 100;
 }
 
-WizardTest::WizardTest() : folder_(new_folder()), registry_(support::open_hive(host(path("hive.reg")).string())) {
+WizardTest::WizardTest(const std::filesystem::path& parent)
+    : folder_(new_folder(parent)), registry_(support::open_hive(host(path("hive.reg")).string())) {
   write("vantrix.ini", "[setup]\nRegPath=vantrix\n");
 }
 

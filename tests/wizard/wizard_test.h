@@ -6,6 +6,7 @@
 #include <gtest/gtest.h>
 
 #include <deque>
+#include <filesystem>
 #include <map>
 #include <memory>
 #include <optional>
@@ -44,7 +45,8 @@ class ScriptedUser : public UserPort {
 
 class WizardTest : public ::testing::Test {
  protected:
-  WizardTest();
+  /// The installation lies in a new folder below this one.
+  explicit WizardTest(const std::filesystem::path& parent = std::filesystem::temp_directory_path());
   ~WizardTest() override;
   /// Exchanges ports of a run that is about to start.
   virtual void adapt(Ports& ports) { static_cast<void>(ports); }

@@ -1,0 +1,19 @@
+// All findings of a run: those of the pages and those of the surroundings, for whoever shows them.
+#pragma once
+
+#include "wizard/choices.h"
+#include "wizard/context.h"
+#include "wizard/finding.h"
+#include "wizard/page.h"
+#include "wizard/pages.h"
+
+namespace wizard {
+
+/// What is to be said about one page. Never raises.
+Findings page_findings(const Context& context, const Pages& pages, const Choices& choices, const Page& page);
+
+/// Those of the surroundings, then those of all pages in their order. Looks at files and registry and changes neither.
+/// Never raises.
+Findings all_findings(const Context& context, const Pages& pages, const Choices& choices);
+
+}  // namespace wizard
