@@ -199,6 +199,28 @@ TEST_F(Batch, TellsWhichFileASettingCouldNotBeWrittenTo) {
   EXPECT_EQ(content_of(hive()), before);
 }
 
+TEST_F(Batch, WarnsOfWhatIsStoredOtherwiseAndStoresItAllTheSame) {
+  const std::string named = "[PatDat]\ntxtFirstName=Jörg\ntxtName=Müller\n";
+  EXPECT_THAT(run_with(named, {"--dry-run", "--json"}).out, HasSubstr(R"("warnings":[],"messages":[])"));
+  EXPECT_THAT(run_with(named, {"--dry-run"}).out, Not(HasSubstr("Warnings")));
+
+  const std::string answers = named + "[Therapie_BP]\ntxtvorgabe(0)=abc\ntxtvorgabe(1)=140,4\n";
+  const std::string warnings =
+      R"("warnings":[{"severity":"warning","page":"Therapie_BP","control":"txtvorgabe(4)","text":)"
+      R"("„Oberer Wert (systolisch) von“: „abc“ ist keine Zahl, mit der das Programm rechnen kann. Es bleibt bei 100."},)"
+      R"({"severity":"note","page":"Therapie_BP","control":"txtvorgabe(5)","text":)"
+      R"("„Oberer Wert (systolisch) bis“: Statt 140,4 wird 140 gespeichert."}],)";
+  EXPECT_THAT(run_with(answers, {"--dry-run", "--json"}).out, HasSubstr(warnings));
+  EXPECT_THAT(run_with(answers, {"--dry-run"}).out,
+              HasSubstr("\nWarnings:\n  warning: [Therapie_BP] txtvorgabe(4): „Oberer Wert"));
+  const Outcome outcome = run_with(answers, {"--json"});
+  EXPECT_EQ(outcome.code, 0) << outcome.err;
+  EXPECT_THAT(outcome.out, HasSubstr(warnings));
+  EXPECT_THAT(query("SELECT BPTargetSysMin, BPTargetSysMax FROM patdat_setup"), HasSubstr("[[100,140]]"));
+  // What a rehearsal sees of the surroundings is what the run will meet.
+  EXPECT_THAT(run_with(named, {"--dry-run", "--json"}).out, HasSubstr("Müller_Jörg.das gibt es schon"));
+}
+
 TEST_F(Batch, SaysWhichAnswersWereOfNoUse) {
   const Outcome outcome = run_with("[PatDat]\ntxtName=M\ntxtFirstName=J\ncbTherapie=5\n[Insulin]\ncbInsulin(0)=x\n");
   EXPECT_EQ(outcome.code, 0) << outcome.err;

@@ -47,6 +47,25 @@ TEST(FileSystem, TreatsPathsThatCannotBeAsMissing) {
   EXPECT_FALSE(files.create_folder(folder.windows("a\\below a file")));
 }
 
+TEST(FileSystem, TellsWhereCouldBeWrittenWithoutWriting) {
+  const TemporaryFolder folder;
+  const FileSystem& files = host_file_system();
+  folder.write("a", "x");
+  const std::string file = folder.windows("a");
+  for (const char* name : {"", "new", "new\\below\\"}) {
+    EXPECT_TRUE(files.can_create_in(folder.windows(name))) << name;
+    EXPECT_GT(files.free_space(folder.windows(name)).value_or(0), 0U) << name;
+  }
+  for (const std::string& path : {file, file + "\\below", std::string("Q:\\no such drive")})
+    EXPECT_FALSE(files.can_create_in(path)) << path;
+  EXPECT_TRUE(files.can_write(file));
+  std::filesystem::permissions(folder.host("a"), std::filesystem::perms::owner_read);
+  EXPECT_FALSE(files.can_write(file));
+  std::filesystem::permissions(folder.host("a"), std::filesystem::perms::owner_all);
+  for (const char* name : {"", "new"}) EXPECT_FALSE(files.can_write(folder.windows(name))) << name;
+  EXPECT_FALSE(files.folder_exists(folder.windows("new")));
+}
+
 TEST(FileSystem, NamesHostPathsInFull) {
   const FileSystem& files = host_file_system();
   const std::string here = files.windows_path(".");

@@ -103,6 +103,18 @@ TEST(Hive, IsUnchangedWhereItCannotBeWritten) {
   EXPECT_EQ(folder.read("h.reg"), "damaged meanwhile");
 }
 
+TEST(Hive, TellsWhetherItCouldBeWritten) {
+  const TemporaryFolder folder;
+  EXPECT_TRUE(open_hive(folder.host("new.reg"))->can_write(user_root, "Software"));
+  EXPECT_FALSE(open_hive(folder.host("none/h.reg"))->can_write(user_root, "Software"));
+  folder.write("h.reg", hive_text);
+  const auto hive = open_hive(folder.host("h.reg"));
+  EXPECT_TRUE(hive->can_write(user_root, "Software"));
+  std::filesystem::permissions(folder.host("h.reg"), std::filesystem::perms::owner_read);
+  EXPECT_FALSE(hive->can_write(user_root, "Software"));
+  std::filesystem::permissions(folder.host("h.reg"), std::filesystem::perms::owner_all);
+}
+
 TEST(Hive, CleansUpAfterAProcessThatDiedWhileWriting) {
   const TemporaryFolder folder;
   constexpr const char* left_behind = "h.reg.writing-Ab12Cd";

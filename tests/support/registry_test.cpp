@@ -28,6 +28,13 @@ TEST_P(RegistryContract, CreatesAKeyOnce) {
   EXPECT_FALSE(CreateRegKey(*registry_, user_root, key_ + "\\Łódź", "string"));
 }
 
+TEST_P(RegistryContract, CanBeWrittenHereAndBelow) {
+  EXPECT_TRUE(registry_->can_write(user_root, key_ + "\\new\\below"));
+  EXPECT_FALSE(KeyExists(*registry_, user_root, key_)) << "only a look";
+  EXPECT_TRUE(CreateRegKey(*registry_, user_root, key_, "string"));
+  EXPECT_TRUE(registry_->can_write(user_root, key_));
+}
+
 TEST_P(RegistryContract, WritesTextAndReadsItBack) {
   const std::pair<std::string, std::string> rows[] = {
       {"plain", "abc"}, {"path", R"(C:\a "b"\)"}, {"umlaut ä", "Größe €"}, {"", "the key's own"}, {"plain", "changed"},

@@ -55,7 +55,8 @@ std::filesystem::path quick_folder() {
 
 int fillings() {
   const char* const wanted = std::getenv("FILLINGS");
-  return wanted ? std::atoi(wanted) : 60;
+  const int number = wanted ? std::atoi(wanted) : 0;
+  return number > 0 ? number : 60;
 }
 
 constexpr const char* pieces[] = {"a",  "Z",  "ß",    "Ş",   "ğ",   "Ж",      "漢",   "😀", "é",       " ", "  ",
