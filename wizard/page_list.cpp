@@ -7,16 +7,6 @@
 
 namespace wizard {
 
-namespace {
-
-constexpr const Page* pages_in_order[] = {
-    &intro_page,          &folder_page,          &unit_page,      &patient_page, &insulin_page,   &drug_page,
-    &glucose_target_page, &pressure_target_page, &chart_page,     &entry_page,   &style_page,     &scheme_page,
-    &sidebar_page,        &start_page,           &navigation_tip, &splits_tip,   &statistics_tip, &summary_page,
-};
-
-}  // namespace
-
 std::span<const Page* const> all_pages() noexcept { return pages_in_order; }
 
 const Page* find_page(std::string_view step) {

@@ -3,11 +3,12 @@
 
 #include <string>
 
-#include "wizard/finish_report.h"
+#include "wizard/assistant.h"
 
 namespace firststeps {
 
-/// Writes the report into the file, a host path. False when it could not be written, true where no file is named.
-bool write_report(const std::string& file, const wizard::FinishReport& report);
+/// Writes what was written, and what was worth a word before, into the file, a host path. False when it could not be
+/// written, true where no file is named.
+bool write_report(const std::string& file, const wizard::frmAssistantFirstSteps& assistant);
 
 }  // namespace firststeps

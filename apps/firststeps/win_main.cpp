@@ -31,7 +31,7 @@ std::string program_folder() {
 
 /// True where everything was written, the report included; otherwise the user has been told what is missing.
 bool conclude(HWND window, const firststeps::Options& options, const wizard::frmAssistantFirstSteps& assistant) {
-  const bool reported = firststeps::write_report(options.report, assistant.report());
+  const bool reported = firststeps::write_report(options.report, assistant);
   const auto problems = wizard::finish_problems(assistant.config(), assistant.report());
   if (problems.empty()) return reported;
   wizard::win32::show_problems(window, assistant.config(), problems);

@@ -59,9 +59,9 @@ TEST(FileSystem, TellsWhereCouldBeWrittenWithoutWriting) {
   for (const std::string& path : {file, file + "\\below", std::string("Q:\\no such drive")})
     EXPECT_FALSE(files.can_create_in(path)) << path;
   EXPECT_TRUE(files.can_write(file));
-  std::filesystem::permissions(folder.host("a"), std::filesystem::perms::owner_read);
+  folder.set_read_only("a", true);
   EXPECT_FALSE(files.can_write(file));
-  std::filesystem::permissions(folder.host("a"), std::filesystem::perms::owner_all);
+  folder.set_read_only("a", false);
   for (const char* name : {"", "new"}) EXPECT_FALSE(files.can_write(folder.windows(name))) << name;
   EXPECT_FALSE(files.folder_exists(folder.windows("new")));
 }

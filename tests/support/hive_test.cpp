@@ -110,9 +110,9 @@ TEST(Hive, TellsWhetherItCouldBeWritten) {
   folder.write("h.reg", hive_text);
   const auto hive = open_hive(folder.host("h.reg"));
   EXPECT_TRUE(hive->can_write(user_root, "Software"));
-  std::filesystem::permissions(folder.host("h.reg"), std::filesystem::perms::owner_read);
+  folder.set_read_only("h.reg", true);
   EXPECT_FALSE(hive->can_write(user_root, "Software"));
-  std::filesystem::permissions(folder.host("h.reg"), std::filesystem::perms::owner_all);
+  folder.set_read_only("h.reg", false);
 }
 
 TEST(Hive, CleansUpAfterAProcessThatDiedWhileWriting) {
