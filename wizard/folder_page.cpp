@@ -81,8 +81,10 @@ std::vector<std::string> sum_up_folder(const Context& context, const Choices& ch
 }
 
 void find_in_folder(const Context& context, const Pages& pages, const Choices& choices, Findings& findings) {
+  constexpr long folder_not_stored = 4892;
   if (context.config.ProEdition && choices.folder != pages.folder_at_start)
-    findings.push_back({.control = "cmdPath(1)", .text = 4892, .values = {choices.folder, pages.folder_at_start}});
+    findings.push_back(
+        {.control = "cmdPath(1)", .text = folder_not_stored, .values = {choices.folder, pages.folder_at_start}});
 }
 
 constexpr PageEvent folder_clicks[] = {{"cmdPath", click_path}};

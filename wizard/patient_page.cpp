@@ -161,15 +161,17 @@ void find_other_file_name(const Choices& choices, Findings& findings) {
   const database::PatientRecord& patient = choices.patient;
   const std::string name = database_file_name(patient);
   if (!choices.new_database || name == patient.name + "_" + patient.firstname + ".das") return;
-  findings.push_back({.severity = Severity::Note, .control = "txtName", .text = 4862, .values = {name}});
+  constexpr long other_file_name = 4862;
+  findings.push_back({.severity = Severity::Note, .control = "txtName", .text = other_file_name, .values = {name}});
 }
 
 void find_in_patient(const Context& context, const Pages&, const Choices& choices, Findings& findings) {
+  constexpr long do_not_go_together = 4860;
   constexpr std::int16_t gestational = 3;
   constexpr std::uint8_t male = 1;
   if (choices.patient.typ == gestational && choices.patient.gender == male)
     findings.push_back({.control = "cbDiabetesTyp",
-                        .text = 4860,
+                        .text = do_not_go_together,
                         .values = {entry_text(context, lists[0], gestational),
                                    plain_caption(context.form.at("optGender", male).caption())}});
   find_other_file_name(choices, findings);

@@ -50,6 +50,7 @@ void SummaryPage::look(const Pages& pages) {
 }
 
 void SummaryPage::show(const Pages& pages) {
+  shown_again_ = false;
   look(pages);
   show_text(pages, false);
   offer_pages(pages);
@@ -115,7 +116,7 @@ constexpr form::ControlRow summary_controls[] = {
     grid::purpose("Diese Einstellungen werden jetzt gespeichert:", "L4738"),
     {"lblSummary", -1, TextBox, "", {120, 1440, 6360, 3540}},
     {"lblChange", -1, Label, "", {120, 5205, 1020, 330}, "S&eite:", "L4910"},
-    {"cbChange", -1, ComboBox, "", {1200, 5160, 3480, 330}},
+    {"cbChange", -1, ComboBox, "", {1200, 5160, 3480, 330}, "", "way"},
     {"cmdChange", -1, Button, "", {4860, 5115, 1620, 420}, "Ä&ndern", "L4911"},
 };
 // clang-format on

@@ -18,7 +18,7 @@ class SummaryPage {
   /// Gathers the choices, looks at the surroundings and shows both.
   void show(const Pages& pages);
   /// Before a finish: gathers and looks again. False where there is something that was not shown: it is shown now, with
-  /// the remark that it is new. That happens once; then the finish is not held up any more.
+  /// the remark that it is new. That happens once after show(); then the finish is not held up any more.
   bool still_holds(const Pages& pages);
 
   /// What the last of these two gathered and found.

@@ -10,8 +10,10 @@ namespace {
 bool is_filled_in(const form::Control& control) {
   switch (control.kind()) {
     case form::Kind::ChartOption:
-    case form::Kind::ComboBox:
       return true;
+    case form::Kind::ComboBox:
+      // A list of ways to go is no choice that is stored.
+      return control.tag() != "way";
     case form::Kind::TextBox:
       return control.editable();
     case form::Kind::OptionButton:
