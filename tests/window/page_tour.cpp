@@ -1,5 +1,6 @@
-// page_tour PICTURES [OPTION…] [COMMANDLINE]: starts the wizard with the rest of the command line, answers what must be
-// answered, stores a picture of each page in the folder PICTURES, and finishes. Exit code 0 where the wizard did.
+// page_tour PICTURES [--answer CONTROL=TEXT]… [--last] [OPTION…] [COMMANDLINE]: starts the wizard with the rest of the
+// command line, answers what must be answered, stores a picture of each page in the folder PICTURES, and finishes. Exit
+// code 0 where the wizard did. With --last only the last page is stored, and the wizard is ended there.
 #include <windows.h>
 
 #include <exception>
@@ -7,6 +8,9 @@
 #include <iostream>
 #include <sstream>
 #include <string>
+#include <string_view>
+#include <utility>
+#include <vector>
 
 #include "support/win32/wide.h"
 #include "tests/window/driver/window_picture.h"
@@ -20,7 +24,7 @@ struct Answer {
   std::string_view control, text;
 };
 
-constexpr Answer answers[] = {
+constexpr Answer usual_answers[] = {
     {"txtFirstName", "Jörg"},
     {"txtName", "Müller"},
     {"txtStreet", "Lindenstraße 7"},
@@ -33,8 +37,19 @@ constexpr Answer answers[] = {
 
 constexpr std::string_view chosen[] = {"optGender(1)", "optDataEntry(1)", "optThumb(4)"};
 
-void answer_page(const WizardProgram& wizard) {
-  for (const auto& [control, text] : answers) {
+/// What the command line says before the wizard's own part.
+struct Tour {
+  std::string pictures;
+  std::vector<std::pair<std::string, std::string>> answers;  ///< before the usual ones
+  bool last_only = false;
+  std::string arguments;
+};
+
+void answer_page(const WizardProgram& wizard, const Tour& tour) {
+  for (const auto& [control, text] : tour.answers) {
+    if (wizard.is_shown(control)) wizard.type(control, text);
+  }
+  for (const auto& [control, text] : usual_answers) {
     if (wizard.is_shown(control) && wizard.text(control).empty()) wizard.type(control, text);
   }
   for (const std::string_view list : {"cbDiabetesTyp", "cbTherapie", "cbSchema"}) {
@@ -61,14 +76,15 @@ std::string quoted_where_needed(const std::string& word) {
   return word.find(' ') == std::string::npos ? word : '"' + word + '"';
 }
 
-int tour(const std::string& pictures, const std::string& arguments) {
-  const WizardProgram wizard(arguments);
+int walk(const Tour& tour) {
+  const WizardProgram wizard(tour.arguments);
   for (int number = 1; wizard.page() != "Fertig"; ++number) {
-    answer_page(wizard);
-    store_picture(wizard, pictures, number);
+    answer_page(wizard, tour);
+    if (!tour.last_only) store_picture(wizard, tour.pictures, number);
     wizard.next();
-    if (wizard.page() == "Fertig") store_picture(wizard, pictures, number + 1);
+    if (wizard.page() == "Fertig") store_picture(wizard, tour.pictures, number + 1);
   }
+  if (tour.last_only) return 0;
   wizard.press("Command1(0)");
   // Asked whether files may go to the recycle bin, it agrees.
   while (window_driver::wait_until([&] { return wizard.asks() || !wizard.process().is_running(); }) && wizard.asks())
@@ -78,14 +94,28 @@ int tour(const std::string& pictures, const std::string& arguments) {
   return static_cast<int>(*code);
 }
 
+Tour read_tour(int count, wchar_t** words) {
+  if (count < 2) throw std::runtime_error("usage: page_tour PICTURES [--answer CONTROL=TEXT]… [--last] [OPTION…] …");
+  Tour tour{support::narrow(words[1]), {}, false, {}};
+  for (int n = 2; n < count; ++n) {
+    const std::string word = support::narrow(words[n]);
+    if (word == "--last") {
+      tour.last_only = true;
+    } else if (word == "--answer" && n + 1 < count) {
+      const std::string answer = support::narrow(words[++n]);
+      tour.answers.emplace_back(answer.substr(0, answer.find('=')), answer.substr(answer.find('=') + 1));
+    } else {
+      tour.arguments += quoted_where_needed(word) + " ";
+    }
+  }
+  return tour;
+}
+
 }  // namespace
 
 int wmain(int count, wchar_t** words) {
-  std::string arguments;
-  for (int n = 2; n < count; ++n) arguments += quoted_where_needed(support::narrow(words[n])) + " ";
   try {
-    if (count < 2) throw std::runtime_error("usage: page_tour PICTURES [OPTION…] [COMMANDLINE]");
-    return tour(support::narrow(words[1]), arguments);
+    return walk(read_tour(count, words));
   } catch (const std::exception& error) {
     std::cerr << "page_tour: " << error.what() << '\n';
     return 1;
