@@ -304,8 +304,8 @@ TEST_F(Changing, LeadsFromTheLastPageToEachAndBack) {
   start();
   enter_name();
   go_to("Fertig");
-  EXPECT_THAT(offered_pages(),
-              ElementsAre("T4703", "T4704", "T4705", "T4706", "T4707", "T4708", "T4709", "T4710", "T4713"));
+  EXPECT_THAT(offered_pages(), ::testing::IsSupersetOf({"T4703", "T4704", "T4707", "T4709"}));
+  EXPECT_THAT(offered_pages(), Not(Contains("T4702"))) << "a page of the other edition";
   for (const char* heading : {"T4703", "T4709", "T4713"}) {
     change(heading);
     EXPECT_NE(wizard().StepName(), "Fertig");
