@@ -11,7 +11,7 @@ namespace wizard::grid {
 
 using form::Bounds;
 
-inline constexpr Bounds page{2280, 0, 6600, 5640};
+inline constexpr Bounds page{2280, 0, 6600, 5520};
 inline constexpr Bounds heading_bounds{120, 120, 6360, 480};
 inline constexpr Bounds purpose_bounds{120, 660, 6360, 720};
 inline constexpr std::int32_t content_top = 1500, line_pitch = 540;
@@ -25,7 +25,7 @@ constexpr form::ControlRow purpose(std::string_view caption, std::string_view ta
 
 /// Two lines at the bottom for what is worth a word about the page; empty most of the time.
 constexpr form::ControlRow findings() {
-  return {"lblFindings", of_page, form::Kind::Label, {}, {120, 5130, 6360, 480}};
+  return {"lblFindings", of_page, form::Kind::Label, {}, {120, 5100, 6360, 420}};
 }
 
 constexpr std::int32_t line(int n) { return content_top + n * line_pitch; }

@@ -105,7 +105,7 @@ constexpr form::ControlRow patient_controls[] = {
     {"optGender", 1, OptionButton, "", grid::field(4, 3900, 2580), "&Männlich", "L4747"},
     {"lblDiabetesTyp", -1, Label, "", grid::label(5), "&Diabetestyp:", "L4748"},
     {"cbDiabetesTyp", -1, ComboBox, "", grid::field(5)},
-    {"lblTherapie", -1, Label, "", {120, grid::line(6) + 45, 1740, 330}, "T&herapie:", "L4749"},
+    {"lblTherapie", -1, Label, "", {120, grid::line(6) + 45, 1740, 300}, "T&herapie:", "L4749"},
     {"cbTherapie", -1, ComboBox, "", grid::field(6)},
     grid::findings(),
 };

@@ -114,10 +114,10 @@ constexpr form::ControlRow summary_controls[] = {
     {"imgOpen", -1, Image, "", {6000, 120, 480, 480}, "Illustration", "L4808"},
     {"imgNew", -1, Image, "", {6000, 120, 480, 480}, "Illustration", "L4808", false},
     grid::purpose("Diese Einstellungen werden jetzt gespeichert:", "L4738"),
-    {"lblSummary", -1, TextBox, "", {120, 1440, 6360, 3540}},
-    {"lblChange", -1, Label, "", {120, 5205, 1020, 330}, "S&eite:", "L4910"},
-    {"cbChange", -1, ComboBox, "", {1200, 5160, 3480, 330}, "", "way"},
-    {"cmdChange", -1, Button, "", {4860, 5115, 1620, 420}, "Ä&ndern", "L4911"},
+    {"lblSummary", -1, TextBox, "", {120, 1440, 6360, 3420}},
+    {"lblChange", -1, Label, "", {120, 5070, 1020, 330}, "S&eite:", "L4910"},
+    {"cbChange", -1, ComboBox, "", {1200, 5025, 3480, 330}, "", "way"},
+    {"cmdChange", -1, Button, "", {4860, 4980, 1620, 420}, "Ä&ndern", "L4911"},
 };
 // clang-format on
 
