@@ -206,10 +206,10 @@ TEST_F(Batch, WarnsOfWhatIsStoredOtherwiseAndStoresItAllTheSame) {
 
   const std::string answers = named + "[Therapie_BP]\ntxtvorgabe(0)=abc\ntxtvorgabe(1)=140,4\n";
   const std::string warnings =
-      R"("warnings":[{"severity":"warning","page":"Therapie_BP","control":"txtvorgabe(4)","text":)"
-      R"("„Oberer Wert (systolisch) von“: „abc“ ist keine Zahl, mit der das Programm rechnen kann. Es bleibt bei 100."},)"
-      R"({"severity":"note","page":"Therapie_BP","control":"txtvorgabe(5)","text":)"
-      R"("„Oberer Wert (systolisch) bis“: Statt 140,4 wird 140 gespeichert."}],)";
+      R"json("warnings":[{"severity":"warning","page":"Therapie_BP","control":"txtvorgabe(4)","text":)json"
+      R"json("„Oberer Wert (systolisch) von“: „abc“ ist keine Zahl, mit der das Programm rechnen kann. Es bleibt bei 100."},)json"
+      R"json({"severity":"note","page":"Therapie_BP","control":"txtvorgabe(5)","text":)json"
+      R"json("„Oberer Wert (systolisch) bis“: Statt 140,4 wird 140 gespeichert."}],)json";
   EXPECT_THAT(run_with(answers, {"--dry-run", "--json"}).out, HasSubstr(warnings));
   EXPECT_THAT(run_with(answers, {"--dry-run"}).out,
               HasSubstr("\nWarnings:\n  warning: [Therapie_BP] txtvorgabe(4): „Oberer Wert"));
