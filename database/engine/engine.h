@@ -83,7 +83,8 @@ class Fields {
   virtual std::shared_ptr<Field> item(std::string_view name) const = 0;
   /// 3191 where a field of this name exists, 3190 for the 256th, 3125 for a name that is none, 3259 for a type that is
   /// none, 3219 for a field that is appended already, a second AutoNumber, or a field of another engine. In rows that
-  /// are there it is Null, an AutoNumber is counted from 1.
+  /// are there it is Null, and a Yes/No is No; an AutoNumber counts on from those that the table gave before, or
+  /// from 1.
   virtual void append(const std::shared_ptr<Field>& field) = 0;
   /// Deletes a field with its values; 3265 where there is none, 3280 where an index uses it, 3264 for the only one.
   virtual void remove(std::string_view name) = 0;
@@ -170,8 +171,9 @@ class TableDefs {
   virtual void remove(std::string_view name) = 0;
 };
 
-/// Rows of a table or of a query. Reading a field, edit() and the move calls on no rows raise 3021; update() and
-/// writing a field without add_new() or edit() raise 3020.
+/// Rows of a table or of a query. A row that cannot be worked out raises its error when it is reached, not before.
+/// Reading a field, edit() and the move calls on no rows raise 3021; update() and writing a field without add_new() or
+/// edit() raise 3020. Where the table is gone, everything but close() raises 3420, also when another one has its name.
 class Recordset {
  public:
   virtual ~Recordset() = default;
@@ -184,18 +186,20 @@ class Recordset {
   virtual void move_last() = 0;
   virtual void move_next() = 0;
   virtual void move_previous() = 0;
-  /// Starts a new row with its defaults; the AutoNumber can be read at once. The row that was current is current again
-  /// after update().
+  /// Starts a new row with its defaults. The AutoNumber can be read at once and is not given again, whether the row is
+  /// stored or not; outside of a transaction giving it is a change of its own (3045 where another handle is writing).
+  /// The row that was current is current again after update().
   virtual void add_new() = 0;
   /// Starts a change of the current row. This, add_new() and delete_row() raise 3027 where updatable() is false or the
   /// file is read-only; the moves give an edit up without a word.
   virtual void edit() = 0;
-  /// Stores the row being added or edited; on failure the edit stays open and the file is unchanged: 3314 where a
-  /// required field is Null, 3058 where one of a primary index is, 3022 for a duplicate, 3167 for a row that is gone.
+  /// Stores the row being added or edited, by the rules that the table has now; on failure the edit stays open and the
+  /// file is unchanged: 3314 where a required field is Null, 3058 where one of a primary index is, 3022 for a
+  /// duplicate, 3167 for a row that is gone, 3265 where a field is gone or has another name that was given a value.
   virtual void update() = 0;
   virtual void cancel_update() = 0;
   /// Deletes the current row ("Delete" of the engine). Until the next move there is none: reading it raises 3167, as
-  /// for a row that is gone already.
+  /// deleting raises for a row that is gone already. A move that finds no row left makes both bof() and eof() true.
   virtual void delete_row() = 0;
   virtual void close() = 0;
 
@@ -207,7 +211,8 @@ class Recordset {
   virtual Value value(std::int32_t position) const = 0;
   virtual Value value(std::string_view field) const = 0;
   /// Converts to the field's type at once: 3421 where that cannot be or the value is out of range, 3163 where a text is
-  /// too long, 3315 where it is empty and the field takes none, 3164 for an AutoNumber or a column that is no field.
+  /// too long, 3315 where it is empty and the field takes none, 3164 for an AutoNumber or a column that is no field,
+  /// 3265 for a field that was renamed since. Null in a Yes/No is No.
   virtual void set_value(std::string_view field, const Value& value) = 0;
 };
 

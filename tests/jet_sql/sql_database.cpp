@@ -86,7 +86,7 @@ SqlDatabase::SqlDatabase() {
   const int result = sqlite3_open(":memory:", &connection);
   connection_.reset(connection);
   if (result != SQLITE_OK) throw std::runtime_error("no database in memory");
-  jet_sql::register_functions(connection);
+  numbering_ = &jet_sql::register_functions(connection);
 }
 
 SqlDatabase::Statement SqlDatabase::prepare(const std::string& text) {
@@ -130,11 +130,13 @@ void SqlDatabase::create(const std::string& name, const IndexDefinition& index) 
   }
 }
 
-std::int64_t SqlDatabase::next_number(const std::string& name) {
+jet_sql::Numbering SqlDatabase::last_given(const std::string& name) {
   const TableDefinition& table = *tables_.find_table(name);
+  const std::string number = table.auto_number() ? quoted_name(table.auto_number()->name) : "0";
   const auto statement =
-      prepare("SELECT coalesce(max(" + quoted_name(table.auto_number()->name) + "), 0) + 1 FROM " + quoted_name(name));
-  return sqlite3_step(statement.get()) == SQLITE_ROW ? sqlite3_column_int64(statement.get(), 0) : 0;
+      prepare("SELECT max(" + number + "), max(" + std::string(table.row_id_column()) + ") FROM " + quoted_name(name));
+  sqlite3_step(statement.get());
+  return {sqlite3_column_int64(statement.get(), 0), sqlite3_column_int64(statement.get(), 1)};
 }
 
 /// Runs queries, changes and what creates; other changes of the layout are the engine's matter.
@@ -174,7 +176,7 @@ struct Runner {
 
   Answer operator()(const jet_sql::Change& change) const {
     const auto statement = database.prepare(change.sqlite_sql);
-    if (change.takes_number) sqlite3_bind_int64(statement.get(), 1, database.next_number(change.table));
+    if (change.adds_rows) *database.numbering_ = database.last_given(change.table);
     const int result = sqlite3_step(statement.get());
     if (result != SQLITE_DONE) throw jet_sql::error_of(database.connection(), result);
     return {{}, {std::to_string(sqlite3_changes(database.connection()))}};

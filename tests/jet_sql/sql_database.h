@@ -55,11 +55,12 @@ class SqlDatabase {
   using Statement = std::unique_ptr<sqlite3_stmt, Finalize>;
   friend struct Runner;
 
-  std::int64_t next_number(const std::string& table);
+  jet_sql::Numbering last_given(const std::string& table);
   Statement prepare(const std::string& text);
   void create(const std::string& table, const IndexDefinition& index);
 
   std::unique_ptr<sqlite3, Close> connection_;
+  jet_sql::Numbering* numbering_ = nullptr;
   Tables tables_;
 };
 

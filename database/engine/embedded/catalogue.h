@@ -17,6 +17,7 @@ inline constexpr std::int32_t longest_text = 255;  ///< characters of a field of
 inline constexpr std::size_t most_fields = 255;    ///< of a table, of an index, of a query
 
 struct FieldDefinition {
+  std::int64_t id = 0;  ///< in the file, whatever the field's name is; 0 before it is stored there
   std::string name;
   DataType type = DataType::Text;
   std::int32_t size = 0;  ///< characters for Text, bytes for numbers

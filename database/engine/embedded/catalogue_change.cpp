@@ -2,8 +2,10 @@
 
 #include <sqlite3.h>
 
+#include <limits>
 #include <utility>
 
+#include "database/engine/embedded/table_counters.h"
 #include "database/engine/engine_error.h"
 
 namespace engine::embedded {
@@ -26,7 +28,7 @@ constexpr std::string_view catalogue_tables[] = {
 
 constexpr std::string_view insert_field_sql =
     R"(INSERT INTO "jet.fields"(table_id, name, type, size, attributes, default_value, required, allow_zero_length,
-         ordinal_position, validation_rule, validation_text) VALUES(?,?,?,?,?,?,?,?,?,?,?))";
+         ordinal_position, validation_rule, validation_text, id) VALUES(?,?,?,?,?,?,?,?,?,?,?,?))";
 constexpr std::string_view update_field_sql =
     R"(UPDATE "jet.fields" SET table_id=?1, name=?2, type=?3, size=?4, attributes=?5, default_value=?6, required=?7,
          allow_zero_length=?8, ordinal_position=?9, validation_rule=?10, validation_text=?11
@@ -36,6 +38,16 @@ Statement& bind_field(Statement& statement, std::int64_t id, const FieldDefiniti
   return statement.with(id, field.name, static_cast<std::int32_t>(field.type), field.size, field.attributes,
                         field.default_value, field.required, field.allow_zero_length,
                         std::int32_t{field.ordinal_position}, field.validation_rule, field.validation_text);
+}
+
+/// An identity for a new row of a catalogue table: behind all others, and not one that a row had which is gone by now,
+/// or was rolled back. A gap that nobody foresees makes sure of that.
+std::int64_t new_identity(Connection& connection, std::string_view table) {
+  std::uint32_t gap = 0;
+  sqlite3_randomness(sizeof gap, &gap);
+  const std::int64_t last = connection.integer("SELECT max(id) FROM \"" + std::string(table) + "\"");
+  if (last < 0 || last > std::numeric_limits<std::int64_t>::max() / 2) raise(3343);
+  return last + 1 + gap;
 }
 
 /// Index fields are kept joined by ".", which no name holds.
@@ -49,6 +61,7 @@ std::string joined(const std::vector<std::string>& names) {
 
 void CatalogueChange::create_tables(Connection& connection) {
   for (const std::string_view table : catalogue_tables) connection.run(table);
+  TableCounters::create_table(connection);
   connection.run("PRAGMA application_id=" + std::to_string(catalogue_application_id));
 }
 
@@ -69,16 +82,17 @@ TableDefinition CatalogueChange::copy_of(std::int64_t id) const {
 }
 
 std::int64_t CatalogueChange::insert_table(const TableDefinition& definition) {
+  StoredTable stored{new_identity(connection_, "jet.tables"), definition};
   connection_
       .statement(R"(INSERT INTO "jet.tables"(name, attributes, connect, source_table_name, validation_rule,
-                      validation_text) VALUES(?,?,?,?,?,?))")
+                      validation_text, id) VALUES(?,?,?,?,?,?,?))")
       ->with(definition.name, definition.attributes, definition.connect, definition.source_table_name,
-             definition.validation_rule, definition.validation_text)
+             definition.validation_rule, definition.validation_text, stored.id)
       .run();
-  const std::int64_t id = connection_.last_row_id();
-  for (const FieldDefinition& field : definition.fields) write_field(id, field);
-  for (const IndexDefinition& index : definition.indexes) write_index(id, index);
-  catalogue_.add({id, definition});
+  for (FieldDefinition& field : stored.definition.fields) field.id = write_field(stored.id, field);
+  for (const IndexDefinition& index : definition.indexes) write_index(stored.id, index);
+  const std::int64_t id = stored.id;
+  catalogue_.add(std::move(stored));
   return id;
 }
 
@@ -99,14 +113,18 @@ void CatalogueChange::update_table(std::int64_t id, const TableDefinition& defin
   catalogue_.replace(id, definition);
 }
 
-void CatalogueChange::write_field(std::int64_t id, const FieldDefinition& field) {
-  bind_field(*connection_.statement(insert_field_sql), id, field).run();
+std::int64_t CatalogueChange::write_field(std::int64_t id, const FieldDefinition& field) {
+  const std::int64_t field_id = new_identity(connection_, "jet.fields");
+  const PooledStatement insert = connection_.statement(insert_field_sql);
+  bind_field(*insert, id, field).bind(12, field_id);
+  insert->run();
+  return field_id;
 }
 
 void CatalogueChange::insert_field(std::int64_t id, const FieldDefinition& field) {
   TableDefinition definition = copy_of(id);
-  write_field(id, field);
   definition.fields.push_back(field);
+  definition.fields.back().id = write_field(id, field);
   catalogue_.replace(id, std::move(definition));
 }
 
@@ -118,7 +136,9 @@ void CatalogueChange::update_field(std::int64_t id, std::string_view name, const
   const PooledStatement update = connection_.statement(update_field_sql);
   bind_field(*update, id, field).bind(12, std::string_view(old_name));
   update->run();
+  const std::int64_t field_id = stored->id;
   *stored = field;
+  stored->id = field_id;
   for (IndexDefinition& index : definition.indexes) {
     const auto used = std::ranges::find(index.fields, old_name);
     if (old_name == field.name || used == index.fields.end()) continue;

@@ -32,7 +32,8 @@ class CatalogueChange {
  private:
   /// 3420 where the table is gone.
   TableDefinition copy_of(std::int64_t id) const;
-  void write_field(std::int64_t id, const FieldDefinition& field);
+  /// Returns its identity.
+  std::int64_t write_field(std::int64_t id, const FieldDefinition& field);
   void write_index(std::int64_t id, const IndexDefinition& index);
 
   Connection& connection_;

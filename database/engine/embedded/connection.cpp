@@ -218,7 +218,7 @@ void Connection::secure() {
   sqlite3_limit(handle, SQLITE_LIMIT_LENGTH, maximum_text_bytes);
   sqlite3_limit(handle, SQLITE_LIMIT_SQL_LENGTH, maximum_sql_bytes);
   secure_memory(handle);
-  jet_sql::register_functions(handle);
+  numbering_ = &jet_sql::register_functions(handle);
 }
 
 void Connection::check(int result) const {

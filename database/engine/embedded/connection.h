@@ -13,6 +13,7 @@
 
 #include "database/engine/embedded/file_hold.h"
 #include "database/engine/embedded/file_keys.h"
+#include "database/engine/embedded/jet_sql/jet_sql.h"
 #include "database/engine/embedded/lru_cache.h"
 #include "database/engine/value.h"
 
@@ -133,6 +134,8 @@ class Connection {
   bool read_only() const { return read_only_ || sqlite3_db_readonly(handle_.get(), "main") == 1; }
   std::int32_t changes() const { return sqlite3_changes(handle_.get()); }
   std::int64_t last_row_id() const { return sqlite3_last_insert_rowid(handle_.get()); }
+  /// What statements that add rows count by.
+  jet_sql::Numbering& numbering() noexcept { return *numbering_; }
 
  private:
   friend class PooledStatement;
@@ -149,6 +152,7 @@ class Connection {
   // Let go of when the handle is closed.
   FileHold hold_;
   std::unique_ptr<sqlite3, Close> handle_;
+  jet_sql::Numbering* numbering_ = nullptr;  ///< lives with the handle
   std::chrono::milliseconds busy_time_;
   std::chrono::steady_clock::duration waited_{};
   bool exclusive_;

@@ -19,13 +19,11 @@ std::vector<DataType> types_of(const std::vector<jet_sql::ResultColumn>& columns
   return types;
 }
 
-std::vector<std::optional<std::size_t>> bind_columns(const std::vector<jet_sql::ResultColumn>& columns,
-                                                     const TablePointer& table) {
-  std::vector<std::optional<std::size_t>> fields(columns.size());
+std::vector<std::int64_t> fields_of(const std::vector<jet_sql::ResultColumn>& columns, const TablePointer& table) {
+  std::vector<std::int64_t> fields(columns.size());
   for (std::size_t i = 0; table && i < columns.size(); ++i) {
     if (columns[i].base_field.empty()) continue;
-    const FieldDefinition* field = table->definition.find_field(columns[i].base_field);
-    if (field) fields[i] = static_cast<std::size_t>(field - table->definition.fields.data());
+    if (const FieldDefinition* field = table->definition.find_field(columns[i].base_field)) fields[i] = field->id;
   }
   return fields;
 }
@@ -42,16 +40,35 @@ std::optional<std::size_t> auto_number_field(const TableDefinition& table) {
 EmbeddedRecordset::EmbeddedRecordset(std::shared_ptr<Session> session, RecordsetSource source)
     : session_(session),
       columns_(std::move(source.columns)),
-      table_fields_(bind_columns(columns_, source.table)),
       table_(source.table),
-      reader_(std::move(session), source.sqlite_sql, types_of(columns_), source.table != nullptr),
+      column_fields_(fields_of(columns_, table_)),
+      row_sql_(std::move(source.row_sql)),
+      reader_(std::move(session), source.sqlite_sql, types_of(columns_), table_ ? table_->id : 0),
       count_(source.count) {
+  bind_columns();
   if (reader_.reach(0)) go_to(0);
+}
+
+/// A field that was renamed is no longer the column's, nor is another one that took its name.
+void EmbeddedRecordset::bind_columns() {
+  table_fields_.assign(columns_.size(), std::nullopt);
+  for (std::size_t i = 0; i < columns_.size(); ++i) {
+    if (column_fields_[i] == 0) continue;
+    const FieldDefinition* field = table_->definition.find_field(columns_[i].base_field);
+    if (!field || field->id != column_fields_[i]) continue;
+    table_fields_[i] = static_cast<std::size_t>(field - table_->definition.fields.data());
+  }
 }
 
 void EmbeddedRecordset::require_open() const {
   if (!open_) raise(3420);
   session_->require_open();
+  if (table_) session_->table_at_hand(table_->id);
+}
+
+void EmbeddedRecordset::close() {
+  open_ = false;
+  reader_.close();
 }
 
 void EmbeddedRecordset::require_row() const {
@@ -59,14 +76,17 @@ void EmbeddedRecordset::require_row() const {
   if (reader_.rows().deleted(row_)) raise(3167);
 }
 
+/// Rows that were not deleted, or may still come.
+bool EmbeddedRecordset::has_rows() const { return !reader_.at_end() || reader_.rows().size() > deleted_; }
+
 bool EmbeddedRecordset::bof() const {
   require_open();
-  return place_ == Place::BeforeFirst;
+  return place_ == Place::BeforeFirst || (place_ == Place::AfterLast && !has_rows());
 }
 
 bool EmbeddedRecordset::eof() const {
   require_open();
-  return place_ == Place::AfterLast || (place_ == Place::BeforeFirst && reader_.rows().size() == deleted_);
+  return place_ == Place::AfterLast || (place_ == Place::BeforeFirst && !has_rows());
 }
 
 std::int32_t EmbeddedRecordset::record_count() const {
@@ -88,41 +108,43 @@ void EmbeddedRecordset::go_to(std::size_t row) {
 
 void EmbeddedRecordset::move_first() {
   require_open();
+  editing_ = Editing::None;
   for (std::size_t row = 0; reader_.reach(row); ++row) {
     if (!reader_.rows().deleted(row)) return go_to(row);
   }
+  place_ = Place::BeforeFirst;
   raise(3021);
 }
 
 void EmbeddedRecordset::move_last() {
   require_open();
+  editing_ = Editing::None;
   reader_.read_to_end();
   visited_ = reader_.rows().size();
   for (std::size_t row = visited_; row > 0; --row) {
     if (!reader_.rows().deleted(row - 1)) return go_to(row - 1);
   }
+  place_ = Place::BeforeFirst;
   raise(3021);
 }
 
 void EmbeddedRecordset::move_next() {
-  require_open();
+  editing_ = Editing::None;
   if (eof()) raise(3021);
   std::size_t row = place_ == Place::Row ? row_ + 1 : 0;
   for (; reader_.reach(row); ++row) {
     if (!reader_.rows().deleted(row)) return go_to(row);
   }
-  editing_ = Editing::None;
   visited_ = reader_.rows().size();
   place_ = Place::AfterLast;
 }
 
 void EmbeddedRecordset::move_previous() {
-  require_open();
-  if (place_ == Place::BeforeFirst) raise(3021);
+  editing_ = Editing::None;
+  if (bof()) raise(3021);
   for (std::size_t row = place_ == Place::Row ? row_ : reader_.rows().size(); row > 0; --row) {
     if (!reader_.rows().deleted(row - 1)) return go_to(row - 1);
   }
-  editing_ = Editing::None;
   place_ = Place::BeforeFirst;
 }
 
@@ -130,8 +152,30 @@ void EmbeddedRecordset::begin_edit(Editing editing) {
   editing_ = Editing::None;
   if (!table_) raise(3027);
   session_->prepare_change();
+  adopt_layout();
   edited_.assign(table_->definition.fields.size(), std::nullopt);
+  assigned_.clear();
   editing_ = editing;
+}
+
+std::vector<std::optional<Value>> EmbeddedRecordset::values_in(const TableDefinition& layout) const {
+  std::vector<std::optional<Value>> values(layout.fields.size());
+  const auto& old_fields = table_->definition.fields;
+  for (std::size_t i = 0; editing_ != Editing::None && i < layout.fields.size(); ++i) {
+    const auto same = std::ranges::find(old_fields, layout.fields[i].id, &FieldDefinition::id);
+    if (same != old_fields.end()) values[i] = edited_[static_cast<std::size_t>(same - old_fields.begin())];
+  }
+  return values;
+}
+
+bool EmbeddedRecordset::adopt_layout() {
+  TablePointer now = session_->table(table_->id);
+  if (now == table_) return false;
+  edited_ = values_in(now->definition);
+  table_ = std::move(now);
+  bind_columns();
+  if (editing_ == Editing::Adding) fill_defaults();
+  return true;
 }
 
 void EmbeddedRecordset::add_new() {
@@ -145,14 +189,17 @@ void EmbeddedRecordset::add_new() {
   }
 }
 
+/// The AutoNumber is the row's from here on: whoever adds the next row, also through another handle, gets another one.
 void EmbeddedRecordset::fill_defaults() {
   const auto& fields = table_->definition.fields;
   const PooledStatement defaults = session_->connection().statement(session_->statements_of(table_).defaults);
   defaults->step();
+  const auto number = auto_number_field(table_->definition);
+  const bool numbered = number && edited_[*number];
   for (std::size_t i = 0; i < fields.size(); ++i) {
-    edited_[i] = column_value(*defaults, static_cast<int>(i), fields[i].type);
+    if (!edited_[i]) edited_[i] = column_value(*defaults, static_cast<int>(i), fields[i].type);
   }
-  if (const auto number = auto_number_field(table_->definition)) edited_[*number] = session_->next_number(*table_);
+  if (number && !numbered) edited_[*number] = session_->take_number(table_);
 }
 
 void EmbeddedRecordset::edit() {
@@ -165,6 +212,16 @@ void EmbeddedRecordset::cancel_update() {
   require_open();
   if (editing_ == Editing::None) raise(3020);
   editing_ = Editing::None;
+}
+
+void EmbeddedRecordset::check_edited() {
+  const auto& fields = table_->definition.fields;
+  for (const std::size_t column : assigned_) {
+    if (!table_fields_[column]) raise(3265, columns_[column].name);
+    std::optional<Value>& value = edited_[*table_fields_[column]];
+    value = value_for_field(fields[*table_fields_[column]], *value);
+  }
+  check_nulls();
 }
 
 void EmbeddedRecordset::check_nulls() const {
@@ -182,22 +239,38 @@ void EmbeddedRecordset::check_nulls() const {
   }
 }
 
-void EmbeddedRecordset::append_edited(std::int64_t row_id) {
+PooledStatement EmbeddedRecordset::row_statement() const {
+  try {
+    return session_->connection().statement(row_sql_);
+  } catch (const support::RuntimeError&) {
+    // A field that a column is worked out of is gone since the query was opened.
+    raise(3265);
+  }
+}
+
+std::vector<Value> EmbeddedRecordset::row_after_update(std::int64_t row_id) const {
   std::vector<Value> values;
-  values.reserve(static_cast<std::size_t>(field_count()));
-  for (std::int32_t i = 0; i < field_count(); ++i) values.push_back(value(i));
-  reader_.rows().append(row_id, values);
+  values.reserve(columns_.size());
+  if (row_sql_.empty()) {
+    for (std::size_t i = 0; i < columns_.size(); ++i) values.push_back(value(static_cast<std::int32_t>(i)));
+    return values;
+  }
+  const PooledStatement row = row_statement();
+  row->with(row_id).step();
+  for (std::size_t i = 0; i < columns_.size(); ++i) {
+    values.push_back(column_value(*row, static_cast<int>(i), columns_[i].type));
+  }
+  return values;
 }
 
 std::int64_t EmbeddedRecordset::insert_row() {
-  if (const auto number = auto_number_field(table_->definition)) {
-    edited_[*number] = session_->confirm_number(*table_, std::get<std::int32_t>(*edited_[*number]));
-  }
+  const std::int64_t row_id = session_->counters().next_row(session_->connection(), *table_);
   const PooledStatement insert = session_->connection().statement(session_->statements_of(table_).insert);
   int parameter = 0;
+  insert->bind(++parameter, row_id);
   for (const std::optional<Value>& content : edited_) insert->bind(++parameter, *content);
   insert->run();
-  return session_->connection().last_row_id();
+  return row_id;
 }
 
 std::string EmbeddedRecordset::where_row() const {
@@ -212,7 +285,9 @@ void EmbeddedRecordset::update_row() {
     assignments += (assignments.empty() ? "" : ",") + quoted_name(table_->definition.fields[i].name) + "=?";
     values.push_back(&*edited_[i]);
   }
-  if (values.empty()) return;
+  // Without a new value, too, the row has to be there.
+  const std::string row_id{table_->definition.row_id_column()};
+  if (values.empty()) assignments = row_id + "=" + row_id;
   Connection& connection = session_->connection();
   const PooledStatement change =
       connection.statement("UPDATE " + quoted_name(table_->definition.name) + " SET " + assignments + where_row());
@@ -242,15 +317,19 @@ void EmbeddedRecordset::check_rules(std::int64_t row_id) {
 void EmbeddedRecordset::update() {
   require_open();
   if (editing_ == Editing::None) raise(3020);
-  check_nulls();
+  // What is wrong by now is told without waiting for anybody.
+  adopt_layout();
+  check_edited();
   const bool adding = editing_ == Editing::Adding;
   AtomicChange change{*session_};
+  if (adopt_layout()) check_edited();
   const std::int64_t row_id = adding ? insert_row() : reader_.rows().row_id(row_);
   if (!adding) update_row();
   check_rules(row_id);
+  const std::vector<Value> values = row_after_update(row_id);
   change.done();
   const bool all_visited = visited_ == reader_.rows().size();
-  append_edited(row_id);
+  reader_.rows().append(row_id, values);
   editing_ = Editing::None;
   if (!adding) {
     reader_.rows().replace_by_last(row_);
@@ -265,6 +344,7 @@ void EmbeddedRecordset::delete_row() {
   require_row();
   begin_edit(Editing::None);
   AtomicChange change{*session_};
+  adopt_layout();
   session_->connection()
       .statement("DELETE FROM " + quoted_name(table_->definition.name) + where_row())
       ->with(reader_.rows().row_id(row_))
@@ -314,10 +394,11 @@ void EmbeddedRecordset::set_value(std::string_view field, const Value& value) {
   const std::size_t place = column(field);
   if (editing_ == Editing::None) raise(3020);
   const std::optional<std::size_t> table_field = table_fields_[place];
-  if (!table_field) raise(3164, field);
+  if (!table_field) raise(column_fields_[place] == 0 ? 3164 : 3265, field);
   const FieldDefinition& definition = table_->definition.fields[*table_field];
   if (definition.auto_increment()) raise(3164, field);
   edited_[*table_field] = value_for_field(definition, value);
+  assigned_.insert(place);
 }
 
 }  // namespace engine::embedded

@@ -1,10 +1,11 @@
 // A recordset over a table or a query. Rows are shown as they were when they were read; the recordset's own changes
-// show at once. Where the rows are those of one table, it can be updated.
+// show at once. Where the rows are those of one table, it can be updated, by the rules that the table has then.
 #pragma once
 
 #include <cstdint>
 #include <memory>
 #include <optional>
+#include <set>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -33,7 +34,7 @@ class EmbeddedRecordset : public Recordset {
   void update() override;
   void cancel_update() override;
   void delete_row() override;
-  void close() override { open_ = false; }
+  void close() override;
 
   std::int32_t field_count() const override;
   std::string field_name(std::int32_t position) const override;
@@ -46,7 +47,9 @@ class EmbeddedRecordset : public Recordset {
   enum class Place { BeforeFirst, Row, AfterLast };
   enum class Editing { None, Adding, Changing };
 
+  /// 3420 where the recordset is closed, or its table known to be gone.
   void require_open() const;
+  bool has_rows() const;
   /// 3021 where no row is current, 3167 where it was deleted.
   void require_row() const;
   void begin_edit(Editing editing);
@@ -54,19 +57,29 @@ class EmbeddedRecordset : public Recordset {
   const jet_sql::ResultColumn& column_at(std::int32_t position) const;
   void go_to(std::size_t row);
 
+  /// Takes over what was changed of the table's layout since: 3420 where the table is gone. True where the layout is
+  /// another one.
+  bool adopt_layout();
+  std::vector<std::optional<Value>> values_in(const TableDefinition& layout) const;
+  void bind_columns();
   void fill_defaults();
+  /// What the table as it is now says of the new values: also 3265 where a field is gone that was given one.
+  void check_edited();
   void check_nulls() const;
   std::int64_t insert_row();
   void update_row();
   void check_rules(std::int64_t row_id);
   std::string where_row() const;
-  /// Packs the edited row behind the others.
-  void append_edited(std::int64_t row_id);
+  /// The row as the query shows it now, where it has columns that are worked out; else as it was edited.
+  std::vector<Value> row_after_update(std::int64_t row_id) const;
+  PooledStatement row_statement() const;
 
   std::shared_ptr<Session> session_;
   std::vector<jet_sql::ResultColumn> columns_;
-  std::vector<std::optional<std::size_t>> table_fields_;  ///< by column: the field of the table that it shows
   TablePointer table_;
+  std::vector<std::int64_t> column_fields_;               ///< by column: the field's identity, 0 for none
+  std::vector<std::optional<std::size_t>> table_fields_;  ///< by column: where the field stands in the table now
+  std::string row_sql_;
   RowReader reader_;
   std::optional<std::int32_t> count_;
   bool open_ = true;
@@ -76,6 +89,7 @@ class EmbeddedRecordset : public Recordset {
   std::size_t deleted_ = 0;
   Editing editing_ = Editing::None;
   std::vector<std::optional<Value>> edited_;  ///< by field of the table; unset where it stays
+  std::set<std::size_t> assigned_;            ///< columns that were given a value
 };
 
 }  // namespace engine::embedded

@@ -1,6 +1,6 @@
 #include "database/engine/embedded/field_object.h"
 
-#include <utility>
+#include <algorithm>
 
 #include "database/engine/embedded/layout.h"
 #include "database/engine/engine_error.h"
@@ -10,18 +10,25 @@ namespace engine::embedded {
 FieldDefinition FieldObject::definition() const {
   if (!place_.session) return definition_;
   const TablePointer table = place_.table();
-  const FieldDefinition* stored = table->definition.find_field(definition_.name);
-  if (!stored) raise(3420);
+  const auto stored = std::ranges::find(table->definition.fields, id_, &FieldDefinition::id);
+  if (stored == table->definition.fields.end()) raise(3420);
   return *stored;
 }
 
 template <typename Change>
 void FieldObject::change(Change&& change) {
   if (frozen_) raise(3219);
-  FieldDefinition changed = definition();
-  change(changed);
-  if (place_.session) layout::change_field(*place_.session, place_.id, definition_.name, changed);
-  definition_ = std::move(changed);
+  if (place_.session) {
+    layout::change_field(*place_.session, place_.id, id_, change);
+  } else {
+    change(definition_);
+  }
+}
+
+void FieldObject::append_to(TablePlace place) {
+  const TablePointer table = place.table();
+  if (const FieldDefinition* stored = table->definition.find_field(definition_.name)) id_ = stored->id;
+  place_ = std::move(place);
 }
 
 void FieldObject::set_name(std::string_view name) {

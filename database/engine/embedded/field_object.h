@@ -25,7 +25,7 @@ class FieldObject : public Field {
   /// Not appended yet.
   explicit FieldObject(FieldDefinition definition) : definition_(std::move(definition)) {}
   /// A field of a table of the file.
-  FieldObject(TablePlace place, std::string_view name) : place_(std::move(place)) { definition_.name = name; }
+  FieldObject(TablePlace place, std::int64_t id) : place_(std::move(place)), id_(id) {}
 
   std::string name() const override { return definition().name; }
   void set_name(std::string_view name) override;
@@ -49,7 +49,7 @@ class FieldObject : public Field {
 
   FieldDefinition definition() const;
   bool appended() const noexcept { return place_.session != nullptr || frozen_; }
-  void append_to(TablePlace place) { place_ = std::move(place); }
+  void append_to(TablePlace place);
   /// Appended to an index: nothing of it can be changed any more.
   void freeze() noexcept { frozen_ = true; }
 
@@ -57,8 +57,9 @@ class FieldObject : public Field {
   template <typename Change>
   void change(Change&& change);
 
-  FieldDefinition definition_;  ///< of an appended field only the name
+  FieldDefinition definition_;  ///< of a field that is not appended to a table of the file
   TablePlace place_;
+  std::int64_t id_ = 0;
   bool frozen_ = false;
 };
 

@@ -8,6 +8,11 @@
 namespace engine::embedded {
 namespace {
 
+double finite(double number) {
+  if (!std::isfinite(number)) raise(3421);
+  return number;
+}
+
 Value converted(const FieldDefinition& field, const Value& value) {
   switch (field.type) {
     case DataType::Boolean:
@@ -22,9 +27,9 @@ Value converted(const FieldDefinition& field, const Value& value) {
     case DataType::Long:
       return to_int32(value);
     case DataType::Single:
-      return to_single(value);
+      return static_cast<float>(finite(static_cast<double>(to_single(value))));
     case DataType::Double:
-      return to_double(value);
+      return finite(to_double(value));
     case DataType::Date:
       return to_date(value);
     case DataType::Text:
@@ -41,7 +46,8 @@ bool is_whole_type(DataType type) {
 }  // namespace
 
 Value value_for_field(const FieldDefinition& field, const Value& value) {
-  if (is_null(value)) return value;
+  // A Yes/No without a value is No.
+  if (is_null(value)) return field.type == DataType::Boolean ? Value{false} : value;
   Value result;
   try {
     result = converted(field, value);
@@ -49,6 +55,7 @@ Value value_for_field(const FieldDefinition& field, const Value& value) {
     raise(3421, field.name);
   }
   if (const auto* text = std::get_if<std::string>(&result)) {
+    if (!support::is_utf8(*text)) raise(3421, field.name);
     if (text->empty() && !field.allow_zero_length) raise(3315, field.name);
     if (field.type == DataType::Text && support::character_count(*text) > static_cast<std::size_t>(field.size)) {
       raise(3163, field.name);

@@ -9,7 +9,8 @@
 namespace engine::embedded {
 
 /// The value in the form in which fields of this type read. 3421 where it cannot be converted or is out of range, 3163
-/// where a text is too long, 3315 where it is empty and the field takes none. Null stays Null.
+/// where a text is too long, 3315 where it is empty and the field takes none. Null stays Null, but is
+/// No in a Yes/No.
 Value value_for_field(const FieldDefinition& field, const Value& value);
 
 /// A stored number, as a column of this type reads; Double where the type cannot hold it.

@@ -22,7 +22,7 @@ ForwardRecordset::ForwardRecordset(std::shared_ptr<Session> session, RecordsetSo
     : session_(session),
       columns_(std::move(source.columns)),
       reader_(std::make_unique<RowReader>(std::move(session), source.sqlite_sql, column_types(columns_),
-                                          source.table != nullptr)),
+                                          source.table ? source.table->id : 0)),
       has_row_(reader_->reach(0)) {
   visited_ = has_row_ ? 1 : 0;
 }
@@ -39,7 +39,8 @@ bool ForwardRecordset::bof() const {
 
 bool ForwardRecordset::eof() const {
   require_open();
-  return !has_row_;
+  // A row that failed is not the end.
+  return !has_row_ && !reader_->reach(row_);
 }
 
 std::int32_t ForwardRecordset::record_count() const {

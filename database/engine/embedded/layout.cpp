@@ -48,14 +48,17 @@ void create_sqlite_index(Connection& connection, std::int64_t id, std::string_vi
   connection.run(sql + ")");
 }
 
-/// Fills an AutoNumber field that was added to a table with rows.
-void number_rows(Connection& connection, const TableDefinition& table, const FieldDefinition& field) {
-  const std::string row_id{table.row_id_column()};
-  const std::string name = quoted_name(table.name);
+/// Fills an AutoNumber field that was added to a table with rows; one that the table had before gave its numbers.
+void number_rows(Session& session, const StoredTable& table, const FieldDefinition& field) {
+  Connection& connection = session.connection();
+  const std::string row_id{table.definition.row_id_column()};
+  const std::string name = quoted_name(table.definition.name);
   const PooledStatement rows = connection.statement("SELECT " + row_id + " FROM " + name + " ORDER BY " + row_id);
   const PooledStatement update =
       connection.statement("UPDATE " + name + " SET " + quoted_name(field.name) + "=? WHERE " + row_id + "=?");
-  for (std::int64_t number = 1; rows->step(); ++number) update->with(number, rows->integer(0)).run();
+  while (rows->step()) {
+    update->with(std::int64_t{session.counters().next_number(connection, table)}, rows->integer(0)).run();
+  }
 }
 
 /// Fills a column with the values of another one, converted to the field's type.
@@ -95,6 +98,32 @@ bool is_indexed(const TableDefinition& table, std::string_view field) {
     return std::ranges::any_of(index.fields,
                                [&](const std::string& used) { return support::equal_ignoring_case(used, field); });
   });
+}
+
+TablePointer table_for_new_field(Session& session, std::int64_t table, const FieldDefinition& field) {
+  TablePointer stored = session.table(table);
+  if (stored->definition.find_field(field.name)) raise(3191, field.name);
+  if (stored->definition.fields.size() >= most_fields) raise(3190);
+  check_auto_number(field, stored->definition);
+  return stored;
+}
+
+/// The table and the field, which can be dropped.
+std::pair<TablePointer, const FieldDefinition*> field_to_drop(Session& session, std::int64_t table,
+                                                              std::string_view field) {
+  TablePointer stored = session.table(table);
+  const FieldDefinition* current = stored->definition.find_field(field);
+  if (!current) raise(3265, field);
+  if (is_indexed(stored->definition, field)) raise(3280, field);
+  if (stored->definition.fields.size() == 1) raise(3264);
+  return {std::move(stored), current};
+}
+
+std::string name_of_index(Session& session, std::int64_t table, std::string_view index) {
+  const TablePointer stored = session.table(table);
+  const IndexDefinition* current = find_named(stored->definition.indexes, index);
+  if (!current) raise(3265, index);
+  return current->name;
 }
 
 }  // namespace
@@ -147,61 +176,74 @@ std::int64_t create_table(Session& session, const TableDefinition& table) {
 }
 
 void drop_table(Session& session, std::int64_t table) {
-  const TablePointer stored = session.table(table);
+  session.table(table);
   AtomicChange change{session};
+  const TablePointer stored = session.table(table);
   session.change_catalogue().erase_table(table);
+  session.counters().erase(session.connection(), table);
   session.connection().run("DROP TABLE " + quoted_name(stored->definition.name));
   change.done();
 }
 
-void change_table(Session& session, std::int64_t table, const TableDefinition& properties) {
+void change_table(Session& session, std::int64_t table, const std::function<void(TableDefinition&)>& change) {
+  session.table(table);
+  AtomicChange whole{session};
+  // What another handle changed in the meantime stays.
   const TablePointer stored = session.table(table);
+  TableDefinition properties = stored->definition;
+  change(properties);
   const bool renamed = stored->definition.name != properties.name;
   if (renamed) {
     check_name(properties.name);
     const TablePointer taken = session.catalogue().find(properties.name);
     if (taken && taken->id != table) raise(3010, properties.name);
   }
-  AtomicChange change{session};
   session.change_catalogue().update_table(table, properties);
   if (renamed) {
     session.connection().run("ALTER TABLE " + quoted_name(stored->definition.name) + " RENAME TO " +
                              quoted_name(properties.name));
   }
-  change.done();
+  whole.done();
 }
 
 void add_field(Session& session, std::int64_t table, const FieldDefinition& field) {
-  const TablePointer stored = session.table(table);
   check_field(field);
-  if (stored->definition.find_field(field.name)) raise(3191, field.name);
-  if (stored->definition.fields.size() >= most_fields) raise(3190);
-  check_auto_number(field, stored->definition);
+  table_for_new_field(session, table, field);
   AtomicChange change{session};
+  const TablePointer stored = table_for_new_field(session, table, field);
   session.change_catalogue().insert_field(table, field);
-  session.connection().run("ALTER TABLE " + quoted_name(stored->definition.name) + " ADD COLUMN " + column(field));
-  if (field.auto_increment()) number_rows(session.connection(), session.table(table)->definition, field);
+  // A Yes/No is never Null.
+  const std::string_view value = field.type == DataType::Boolean ? " DEFAULT 0" : "";
+  session.connection().run("ALTER TABLE " + quoted_name(stored->definition.name) + " ADD COLUMN " + column(field) +
+                           std::string(value));
+  if (field.auto_increment()) number_rows(session, *session.table(table), field);
   change.done();
 }
 
-void change_field(Session& session, std::int64_t table, std::string_view field, const FieldDefinition& changed) {
+void change_field(Session& session, std::int64_t table, std::int64_t field,
+                  const std::function<void(FieldDefinition&)>& change) {
+  session.table(table);
+  AtomicChange whole{session};
   const TablePointer stored = session.table(table);
-  const FieldDefinition* current = stored->definition.find_field(field);
-  if (!current) raise(3265, field);
+  const auto& fields = stored->definition.fields;
+  const auto current = std::ranges::find(fields, field, &FieldDefinition::id);
+  if (current == fields.end()) raise(3420);
+  FieldDefinition changed = *current;
+  change(changed);
   check_field(changed);
   const FieldDefinition* taken = stored->definition.find_field(changed.name);
-  if (taken && taken != current) raise(3191, changed.name);
+  if (taken && taken != &*current) raise(3191, changed.name);
   if (!current->auto_increment()) check_auto_number(changed, stored->definition);
-  AtomicChange change{session};
-  session.change_catalogue().update_field(table, field, changed);
+  session.change_catalogue().update_field(table, current->name, changed);
   if (current->name != changed.name) {
     session.connection().run("ALTER TABLE " + quoted_name(stored->definition.name) + " RENAME COLUMN " +
                              quoted_name(current->name) + " TO " + quoted_name(changed.name));
   }
-  change.done();
+  whole.done();
 }
 
 void convert_field(Session& session, std::int64_t table, const FieldDefinition& changed) {
+  AtomicChange change{session};
   const TablePointer stored = session.table(table);
   const FieldDefinition* current = stored->definition.find_field(changed.name);
   if (!current) raise(3265, changed.name);
@@ -210,7 +252,7 @@ void convert_field(Session& session, std::int64_t table, const FieldDefinition& 
   complete.name = current->name;
   check_field(complete);
   if (!current->auto_increment()) check_auto_number(complete, stored->definition);
-  AtomicChange change{session};
+  session.counters().keep(session.connection(), *stored);
   Connection& connection = session.connection();
   const std::string name = quoted_name(stored->definition.name);
   // A name with a "." is no field's.
@@ -230,12 +272,10 @@ void convert_field(Session& session, std::int64_t table, const FieldDefinition& 
 }
 
 void drop_field(Session& session, std::int64_t table, std::string_view field) {
-  const TablePointer stored = session.table(table);
-  const FieldDefinition* current = stored->definition.find_field(field);
-  if (!current) raise(3265, field);
-  if (is_indexed(stored->definition, field)) raise(3280, field);
-  if (stored->definition.fields.size() == 1) raise(3264);
+  field_to_drop(session, table, field);
   AtomicChange change{session};
+  const auto [stored, current] = field_to_drop(session, table, field);
+  session.counters().keep(session.connection(), *stored);
   session.change_catalogue().erase_field(table, field);
   session.connection().run("ALTER TABLE " + quoted_name(stored->definition.name) + " DROP COLUMN " +
                            quoted_name(current->name));
@@ -243,10 +283,11 @@ void drop_field(Session& session, std::int64_t table, std::string_view field) {
 }
 
 void create_index(Session& session, std::int64_t table, const IndexDefinition& index) {
+  check_index(index, session.table(table)->definition);
+  AtomicChange change{session};
   const TablePointer stored = session.table(table);
   check_index(index, stored->definition);
   const IndexDefinition complete = bound(index, stored->definition);
-  AtomicChange change{session};
   check_no_null(session.connection(), stored->definition, complete);
   session.change_catalogue().insert_index(table, complete);
   create_sqlite_index(session.connection(), table, stored->definition.name, complete);
@@ -254,12 +295,11 @@ void create_index(Session& session, std::int64_t table, const IndexDefinition& i
 }
 
 void drop_index(Session& session, std::int64_t table, std::string_view index) {
-  const TablePointer stored = session.table(table);
-  const IndexDefinition* current = find_named(stored->definition.indexes, index);
-  if (!current) raise(3265, index);
+  name_of_index(session, table, index);
   AtomicChange change{session};
+  const std::string name = name_of_index(session, table, index);
   session.change_catalogue().erase_index(table, index);
-  session.connection().run("DROP INDEX " + index_name(table, current->name));
+  session.connection().run("DROP INDEX " + index_name(table, name));
   change.done();
 }
 

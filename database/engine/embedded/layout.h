@@ -3,6 +3,7 @@
 #pragma once
 
 #include <cstdint>
+#include <functional>
 #include <string_view>
 
 #include "database/engine/embedded/catalogue.h"
@@ -21,15 +22,17 @@ void check_index(const IndexDefinition& index, const TableDefinition& table);
 std::int64_t create_table(Session& session, const TableDefinition& table);
 /// Tables are named by their identity: this and all below raise 3420 where there is none of it.
 void drop_table(Session& session, std::int64_t table);
-/// Properties of the table itself; another name renames it. 3010 where that is taken.
-void change_table(Session& session, std::int64_t table, const TableDefinition& properties);
+/// Changes properties of the table itself as they are in the file now; another name renames it. 3010 where that is
+/// taken.
+void change_table(Session& session, std::int64_t table, const std::function<void(TableDefinition&)>& change);
 
 /// 3191 where the name is taken, 3190 for the 256th, 3219 for a second AutoNumber, which numbers the rows that are
 /// there.
 void add_field(Session& session, std::int64_t table, const FieldDefinition& field);
-/// Every property but the type; another name renames the field. 3265 where there is no such field, 3191 where the name
-/// is taken.
-void change_field(Session& session, std::int64_t table, std::string_view field, const FieldDefinition& changed);
+/// Changes properties of a field, by its identity, as they are in the file now, all but the type; another name renames
+/// it. 3420 where the field is gone, 3191 where the name is taken.
+void change_field(Session& session, std::int64_t table, std::int64_t field,
+                  const std::function<void(FieldDefinition&)>& change);
 /// A field of another type or size, its values converted: 3421 or 3163 where one cannot be.
 void convert_field(Session& session, std::int64_t table, const FieldDefinition& changed);
 /// 3265 where there is no such field, 3280 where an index uses it, 3264 for the only one.

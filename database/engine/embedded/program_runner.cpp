@@ -36,11 +36,20 @@ TableDefinition table_of_columns(const std::string& name, const std::vector<jet_
 
 std::int32_t copy_rows(Connection& source, const jet_sql::Query& query, Session& target, const TablePointer& table) {
   const PooledStatement rows = source.statement(query.sqlite_sql);
-  const PooledStatement insert = target.connection().statement(target.statements_of(table).insert);
+  Connection& connection = target.connection();
+  const PooledStatement insert = connection.statement(target.statements_of(table).insert);
   const int columns = static_cast<int>(query.columns.size());
+  const bool with_identity = !table->definition.row_id_column().empty();
   std::int32_t count = 0;
   for (; rows->step(); ++count) {
-    for (int column = 0; column < columns; ++column) insert->bind_column(column + 1, *rows, column);
+    int parameter = 0;
+    if (with_identity) insert->bind(++parameter, target.counters().next_row(connection, *table));
+    for (int column = 0; column < columns; ++column) {
+      insert->bind_column(++parameter, *rows, column);
+      // A Yes/No without a value is No.
+      const bool boolean = query.columns[static_cast<std::size_t>(column)].type == DataType::Boolean;
+      if (boolean && rows->storage_class(column) == SQLITE_NULL) insert->bind(parameter, std::int64_t{0});
+    }
     insert->run();
   }
   return count;
@@ -57,12 +66,12 @@ struct Runner {
   std::int32_t operator()(const jet_sql::CrossTable&) const { raise(3065); }
 
   std::int32_t operator()(const jet_sql::Change& change) const {
-    const PooledStatement statement = session.connection().statement(change.sqlite_sql);
-    if (change.takes_number) statement->with(session.next_number(*named_table(session, change.table)));
-    statement->run();
-    const std::int32_t count = session.connection().changes();
-    // Other statements number their rows by themselves.
-    if (!change.takes_number) session.forget_numbers();
+    Connection& connection = session.connection();
+    const TablePointer table = named_table(session, change.table);
+    if (change.adds_rows) session.counters().lend(connection, *table);
+    connection.run(change.sqlite_sql);
+    const std::int32_t count = connection.changes();
+    if (change.adds_rows) session.counters().take_back(connection, *table);
     return count;
   }
 

@@ -38,7 +38,7 @@ RecordsetSource table_source(Session& session, const TablePointer& table) {
 }
 
 RecordsetSource query_source(Session& session, const jet_sql::Query& query) {
-  RecordsetSource source{query.sqlite_sql, query.columns, nullptr, std::nullopt};
+  RecordsetSource source{query.sqlite_sql, query.columns, query.row_sql, nullptr, std::nullopt};
   if (!query.base_table.empty()) source.table = session.catalogue().find(query.base_table);
   return source;
 }

@@ -16,6 +16,8 @@ struct RecordsetSource {
   /// Gives the columns, and where `table` is set the row's identity behind them.
   std::string sqlite_sql;
   std::vector<jet_sql::ResultColumn> columns;
+  /// The columns of one row, by its identity; empty where they are fields of the table as they stand.
+  std::string row_sql = {};
   TablePointer table;                 ///< null: cannot be updated
   std::optional<std::int32_t> count;  ///< rows of a whole table
 };

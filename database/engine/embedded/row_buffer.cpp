@@ -146,6 +146,12 @@ void RowBuffer::clear() noexcept {
   room_ = last_block_size_;
 }
 
+void RowBuffer::lose_identities_after(std::int64_t last) noexcept {
+  for (Row& row : rows_) {
+    if (row.id > last) row.id = no_row;
+  }
+}
+
 void RowBuffer::replace_by_last(std::size_t row) {
   rows_[row] = rows_.back();
   rows_.pop_back();

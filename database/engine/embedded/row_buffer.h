@@ -15,6 +15,9 @@
 
 namespace engine::embedded {
 
+/// The identity of no row.
+inline constexpr std::int64_t no_row = 0;
+
 class RowBuffer {
  public:
   /// Types of the columns, as they read.
@@ -32,6 +35,8 @@ class RowBuffer {
   std::int64_t row_id(std::size_t row) const { return rows_[row].id; }
   /// The last row takes the place of an earlier one.
   void replace_by_last(std::size_t row);
+  /// Rows with a higher identity have none from here on, so that no change meets another row under it.
+  void lose_identities_after(std::int64_t last) noexcept;
   void mark_deleted(std::size_t row) { rows_[row].deleted = true; }
   bool deleted(std::size_t row) const { return rows_[row].deleted; }
 

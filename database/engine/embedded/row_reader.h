@@ -3,6 +3,7 @@
 #pragma once
 
 #include <cstddef>
+#include <cstdint>
 #include <memory>
 #include <optional>
 #include <string_view>
@@ -10,22 +11,31 @@
 
 #include "database/engine/embedded/row_buffer.h"
 #include "database/engine/embedded/session.h"
+#include "support/error.h"
 
 namespace engine::embedded {
 
-class RowReader : public PendingReader {
+class RowReader : public PendingReader, public RowHolder {
  public:
-  /// With `has_row_id` the statement's last column, one more than `types`, is the row's identity.
+  /// `table`, where it is not 0, is the identity of the table whose rows these are: the statement's last column, one
+  /// more than `types`, is the row's identity then.
   RowReader(std::shared_ptr<Session> session, std::string_view sqlite_sql, std::vector<DataType> types,
-            bool has_row_id);
+            std::int64_t table);
   ~RowReader() override;
   RowReader(const RowReader&) = delete;
   RowReader& operator=(const RowReader&) = delete;
 
-  /// Reads on until the row is there; false where there are fewer.
+  /// Reads on until the row is there; false where there are fewer. Raises what makes the row fail, each time anew.
   bool reach(std::size_t row);
-  void read_to_end() override;
+  /// Raises what makes a row fail.
+  void read_to_end();
+  /// True where no row is to come.
+  bool at_end() const noexcept { return !statement_ && !failure_; }
+  void finish() noexcept override;
   void abandon() noexcept override;
+  void lose_rows_after(std::int64_t table, std::int64_t last_row) noexcept override;
+  /// Lets go of the statement and of all rows.
+  void close() noexcept;
 
   /// Forgets the rows that were read; the next one is row 0 then.
   void forget_rows() noexcept { rows_.clear(); }
@@ -34,13 +44,14 @@ class RowReader : public PendingReader {
   const RowBuffer& rows() const noexcept { return rows_; }
 
  private:
-  /// False at the end, where the statement is let go.
-  bool read_row();
+  /// False at the end and where the row fails: the statement is let go then.
+  bool read_row() noexcept;
   void let_go() noexcept;
 
   std::shared_ptr<Session> session_;
-  bool has_row_id_;
+  std::int64_t table_;
   std::optional<PooledStatement> statement_;
+  std::optional<support::RuntimeError> failure_;  ///< of the row behind the last one
   RowBuffer rows_;
 };
 

@@ -193,12 +193,11 @@ TablePointer Session::table(std::int64_t id) {
   return table;
 }
 
-void Session::forget_catalogue() noexcept {
-  catalogue_.reset();
-  numbers_.forget();
-}
+void Session::forget_catalogue() noexcept { catalogue_.reset(); }
 
 void Session::remove_reader(PendingReader& reader) noexcept { std::erase(readers_, &reader); }
+
+void Session::remove_row_holder(RowHolder& holder) noexcept { std::erase(row_holders_, &holder); }
 
 void Session::prepare_change() {
   require_open();
@@ -211,8 +210,8 @@ void Session::prepare_change() {
   }
 }
 
-void Session::finish_reading() {
-  while (!readers_.empty()) readers_.back()->read_to_end();
+void Session::finish_reading() noexcept {
+  while (!readers_.empty()) readers_.back()->finish();
 }
 
 void Session::require_transaction() const {
@@ -240,11 +239,13 @@ void Session::begin_change() {
 
 void Session::end_change() {
   try {
+    counters_.store(*connection_);
     connection_->run("COMMIT");
   } catch (const support::RuntimeError&) {
     undo_change();
     throw;
   }
+  counters_.committed();
   new_file_ = false;
   new_file_created_ = false;
   connection_->use_large_cache();
@@ -253,17 +254,24 @@ void Session::end_change() {
 
 void Session::undo_change() noexcept {
   in_transaction_ = false;
+  counters_.rolled_back([this](std::int64_t table, std::int64_t last_row) {
+    for (RowHolder* holder : row_holders_) holder->lose_rows_after(table, last_row);
+  });
   if (new_file_) {
     disconnect();
     return;
   }
+  give_up_transaction();
+  forget_catalogue();
+}
+
+void Session::give_up_transaction() noexcept {
   try {
     if (connection_->in_transaction()) connection_->run("ROLLBACK");
     connection_->use_large_cache();
   } catch (const support::RuntimeError&) {
     // SQLite rolls back on its own where the file fails, and again when the connection is closed.
   }
-  forget_catalogue();
 }
 
 void Session::begin_transaction() {
@@ -292,6 +300,14 @@ void Session::rollback_transaction() {
   if (!in_transaction_) raise(3034);
   finish_reading();
   undo_change();
+}
+
+std::int32_t Session::take_number(const TablePointer& table) {
+  if (in_transaction_) return counters_.next_number(connection(), *table);
+  AtomicChange change{*this};
+  const std::int32_t number = counters_.next_number(connection(), *this->table(table->id));
+  change.done();
+  return number;
 }
 
 const TableStatements& Session::statements_of(const TablePointer& table) {

@@ -9,10 +9,10 @@
 #include <unordered_map>
 #include <vector>
 
-#include "database/engine/embedded/auto_numbers.h"
 #include "database/engine/embedded/catalogue_change.h"
 #include "database/engine/embedded/connection.h"
 #include "database/engine/embedded/stored_catalogue.h"
+#include "database/engine/embedded/table_counters.h"
 #include "database/engine/embedded/table_statements.h"
 
 namespace engine::embedded {
@@ -21,10 +21,18 @@ namespace engine::embedded {
 class PendingReader {
  public:
   virtual ~PendingReader() = default;
-  /// Reads to the end and lets go of the statement.
-  virtual void read_to_end() = 0;
+  /// Reads to the end and lets go of the statement. What fails is for whoever reads the row.
+  virtual void finish() noexcept = 0;
   /// Lets go of the statement at once.
   virtual void abandon() noexcept = 0;
+};
+
+/// Whoever remembers rows of a table by their identity.
+class RowHolder {
+ public:
+  virtual ~RowHolder() = default;
+  /// Rows with a higher identity were rolled back. Others may get theirs.
+  virtual void lose_rows_after(std::int64_t table, std::int64_t last_row) noexcept = 0;
 };
 
 class Session {
@@ -67,14 +75,10 @@ class Session {
 
   const TableStatements& statements_of(const TablePointer& table);
 
-  /// The AutoNumber that the table's next row gets.
-  std::int32_t next_number(const StoredTable& table) { return numbers_.next(connection(), table); }
-  /// The same number, or the next one where another handle has used it since.
-  std::int32_t confirm_number(const StoredTable& table, std::int32_t number) {
-    return numbers_.confirm(connection(), table, number);
-  }
-  /// Numbers are to be looked up again.
-  void forget_numbers() noexcept { numbers_.forget(); }
+  /// An AutoNumber for a row that is to be added, in the open transaction or in a change of its own.
+  std::int32_t take_number(const TablePointer& table);
+  /// What the tables count, for a change that was begun.
+  TableCounters& counters() noexcept { return counters_; }
 
   /// True where the path, the host's, leads to this session's file, under whatever name.
   bool is_file_at(const std::string& host_path) const;
@@ -85,6 +89,8 @@ class Session {
 
   void add_reader(PendingReader& reader) { readers_.push_back(&reader); }
   void remove_reader(PendingReader& reader) noexcept;
+  void add_row_holder(RowHolder& holder) { row_holders_.push_back(&holder); }
+  void remove_row_holder(RowHolder& holder) noexcept;
 
  private:
   friend class AtomicChange;
@@ -103,10 +109,12 @@ class Session {
   void refuse_other_page_size();
   void connect_new();
   void disconnect() noexcept;
-  void finish_reading();
+  void finish_reading() noexcept;
   void begin_change();
   void end_change();
   void undo_change() noexcept;
+  /// Rolls SQLite's transaction back where one is open.
+  void give_up_transaction() noexcept;
   /// 3043 where the open transaction is gone.
   void require_transaction() const;
   /// The catalogue was rolled back, or may have been.
@@ -130,7 +138,8 @@ class Session {
   std::vector<PendingReader*> readers_;
   int waiting_scopes_ = 0;
   std::unordered_map<std::int64_t, TableStatements> statements_;
-  AutoNumbers numbers_;
+  std::vector<RowHolder*> row_holders_;
+  TableCounters counters_;
 };
 
 }  // namespace engine::embedded

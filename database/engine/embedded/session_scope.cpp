@@ -27,7 +27,8 @@ void ReadScope::end() noexcept {
   try {
     if (std::exchange(own_transaction_, false)) session_.connection_->run("COMMIT");
   } catch (const support::RuntimeError&) {
-    // Nothing was written; SQLite gives the lock back with the connection at the latest.
+    // Nothing was written. A transaction that stayed open would take in, and lose, whatever is written next.
+    session_.give_up_transaction();
   }
 }
 
@@ -55,7 +56,6 @@ AtomicChange::~AtomicChange() {
     // The whole transaction was rolled back already; its commit will say so.
   }
   session_.catalogue_ = catalogue_before_;
-  session_.forget_numbers();
 }
 
 void AtomicChange::done() {

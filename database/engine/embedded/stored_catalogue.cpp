@@ -30,6 +30,7 @@ FieldDefinition read_field(const Statement& row) {
   field.ordinal_position = static_cast<std::int16_t>(row.integer(8));
   field.validation_rule = row.text(9);
   field.validation_text = row.text(10);
+  field.id = row.integer(11);
   return field;
 }
 
@@ -81,7 +82,7 @@ void StoredCatalogue::read(Connection& connection) {
   };
   const PooledStatement field_rows = connection.statement(
       R"(SELECT table_id, name, type, size, attributes, default_value, required, allow_zero_length, ordinal_position,
-                validation_rule, validation_text
+                validation_rule, validation_text, id
            FROM "jet.fields" ORDER BY id)");
   while (field_rows->step()) {
     if (TableDefinition* table = definition_of(*field_rows)) table->fields.push_back(read_field(*field_rows));

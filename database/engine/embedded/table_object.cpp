@@ -48,12 +48,10 @@ void TableObject::append_to(TablePlace place) {
 
 template <typename Change>
 void TableObject::change(Change&& change) {
-  TableDefinition changed = properties();
-  change(changed);
   if (appended()) {
-    layout::change_table(*place_.session, place_.id, changed);
+    layout::change_table(*place_.session, place_.id, change);
   } else {
-    definition_ = std::move(changed);
+    change(definition_);
   }
 }
 
@@ -101,7 +99,7 @@ std::shared_ptr<Field> TableObject::TableFields::item(std::int32_t position) con
   if (!table_.appended()) return table_.new_fields_[place_in(position, table_.new_fields_.size())];
   const TablePointer stored = table_.place_.table();
   const auto& fields = stored->definition.fields;
-  return std::make_shared<FieldObject>(table_.place_, fields[place_in(position, fields.size())].name);
+  return std::make_shared<FieldObject>(table_.place_, fields[place_in(position, fields.size())].id);
 }
 
 std::shared_ptr<Field> TableObject::TableFields::item(std::string_view name) const {
@@ -109,7 +107,7 @@ std::shared_ptr<Field> TableObject::TableFields::item(std::string_view name) con
   const TablePointer stored = table_.place_.table();
   const FieldDefinition* field = stored->definition.find_field(name);
   if (!field) raise(3265, name);
-  return std::make_shared<FieldObject>(table_.place_, field->name);
+  return std::make_shared<FieldObject>(table_.place_, field->id);
 }
 
 void TableObject::TableFields::append(const std::shared_ptr<Field>& field) {

@@ -21,8 +21,11 @@ TableStatements write_statements(const TablePointer& table) {
     add_rule(jet_sql::compile_rule(field, table->definition));
   }
   add_rule(jet_sql::compile_rule(table->definition));
-  const std::string insert =
-      "INSERT INTO " + quoted_name(table->definition.name) + "(" + names + ") VALUES(" + parameters + ")";
+  // Where no name for it is left, SQLite chooses the row's identity.
+  const std::string row_id{table->definition.row_id_column()};
+  const std::string insert = "INSERT INTO " + quoted_name(table->definition.name) + "(" +
+                             (row_id.empty() ? names + ") VALUES(" : row_id + "," + names + ") VALUES(?,") +
+                             parameters + ")";
   return {table, defaults, insert, rules};
 }
 

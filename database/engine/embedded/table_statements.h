@@ -11,7 +11,7 @@ namespace engine::embedded {
 struct TableStatements {
   TablePointer table;
   std::string defaults;  ///< SELECT: one row with the default of each field
-  std::string insert;    ///< a parameter for each field
+  std::string insert;    ///< parameters: the row's identity, where it can be named, and the fields
   /// SQLite text that raises where a row, named jet_sql::rule_row, breaches a rule: of each field, last of the table;
   /// empty where there is none.
   std::vector<std::string> rules;

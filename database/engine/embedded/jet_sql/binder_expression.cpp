@@ -37,7 +37,6 @@ ValueType type_of_literal(const Literal& literal) {
                                  const std::size_t size = support::character_count(text);
                                  ValueType type = type_of_kind(size > longest_text ? Kind::Memo : Kind::Text);
                                  type.size = static_cast<std::int32_t>(std::min<std::size_t>(size, 1 << 20));
-                                 type.may_be_empty = size == 0;
                                  return type.with_null(false);
                                }},
                     literal.value);
@@ -47,7 +46,6 @@ ValueType concatenated(const ValueType& left, const ValueType& right, bool nulla
   ValueType type = type_of_kind(left.kind == Kind::Memo || right.kind == Kind::Memo ? Kind::Memo : Kind::Text);
   const bool sized = left.is_text() && right.is_text() && left.size > 0 && right.size > 0;
   if (type.kind == Kind::Text && sized && left.size + right.size <= longest_text) type.size = left.size + right.size;
-  type.may_be_empty = left.may_be_empty && right.may_be_empty;
   return type.with_null(nullable);
 }
 
@@ -114,7 +112,6 @@ ValueType fixed_type(const FunctionRow& row) {
   const bool never_null = row.form == FunctionForm::IsNull || row.form == FunctionForm::Now ||
                           row.form == FunctionForm::Today || row.form == FunctionForm::TimeOfDay || row.name == "count";
   ValueType type = type_of_kind(row.result, row.size).with_null(!never_null);
-  type.may_be_empty = row.size == 0;
   return type;
 }
 
@@ -133,7 +130,6 @@ ValueType type_of_first(const FunctionRow& row, const ValueType& first) {
 
 ValueType type_of_text(const FunctionRow& row, const ValueType& first) {
   ValueType type = first.kind == Kind::Text ? first : type_of_kind(row.result);
-  type.may_be_empty = true;
   return type.with_null(true);
 }
 

@@ -36,10 +36,31 @@ bool needs_conversion(const FieldDefinition& field, const ValueType& type) noexc
   }
 }
 
-/// The rows come one by one from the tables, so that what is stored can be written in place of what is selected.
+/// The rows come one by one from the tables, so that what is stored can be written in place of what is selected. Sorted
+/// rows do not: SQLite works the columns out, and would number the rows, before it sorts them.
 bool is_plain(const QueryTree& query) noexcept {
   const Select& first = *query.selects.front();
-  return query.selects.size() == 1 && !first.distinct && !first.top && !first.grouped;
+  return query.selects.size() == 1 && !first.distinct && !first.top && !first.grouped && query.order_by.empty();
+}
+
+/// Where a value comes from tells how far its type is to be trusted.
+ValueOrigin origin_of(const Expression& expression) noexcept {
+  if (as_literal(expression) != nullptr) return ValueOrigin::Constant;
+  const auto* const name = std::get_if<ColumnName>(&behind_alias(expression).node);
+  const bool field = name != nullptr && name->source != nullptr && name->source->table != nullptr;
+  return field ? ValueOrigin::Field : ValueOrigin::Expression;
+}
+
+ValueOrigin origin_of(const OutputColumn& column) noexcept {
+  if (column.expression != nullptr) return origin_of(*column.expression);
+  const bool field = column.source != nullptr && column.source->table != nullptr;
+  return field ? ValueOrigin::Field : ValueOrigin::Expression;
+}
+
+bool is_empty_constant(const Expression& expression) noexcept {
+  const Literal* const literal = as_literal(expression);
+  const auto* const text = literal != nullptr ? std::get_if<std::string>(&literal->value) : nullptr;
+  return text != nullptr && text->empty();
 }
 
 }  // namespace
@@ -101,64 +122,53 @@ void ChangeGenerator::add_defaults(std::vector<Destination>& fields) const {
   }
 }
 
-/// Over the rows of an append the highest number is looked up once and counted on.
-void ChangeGenerator::next_number(const FieldDefinition& field, const QueryTree* query) {
-  const std::string highest = "max(" + quoted_name(field.name) + ")";
-  const std::string from_table = " FROM " + quoted_name(table_.name) + ")";
-  if (query == nullptr) {
-    write("?1");
-    takes_number_ = true;
-  } else if (is_plain(*query) && !query->order_by.empty()) {
-    // SQLite works the columns out before it sorts the rows.
-    write("jet_store_long((SELECT coalesce(" + highest + ", 0)" + from_table + " + row_number() OVER (");
-    order_by(*query, false);
-    write("))");
-  } else {
-    write("jet_next_number((SELECT jet_start_numbers(" + highest + ")" + from_table + ")");
-  }
-}
-
 void ChangeGenerator::head(const std::vector<Destination>& fields, bool append) {
   const bool unique = std::ranges::any_of(table_.indexes, &IndexDefinition::forbids_duplicates);
   // Rows that a unique index refuses are passed over in an append.
   write(append && unique ? "INSERT OR IGNORE INTO " : "INSERT INTO ");
   name(table_.name);
   write(" (");
+  if (!table_.row_id_column().empty()) write(std::string(table_.row_id_column()) + ", ");
   list(fields, ", ", [&](const Destination& destination) { name(destination.field->name); });
   write(") ");
 }
 
-/// What a field gets that the statement does not name.
-void ChangeGenerator::default_of(const Destination& destination, const QueryTree* query) {
+/// Where no name for it is left, SQLite chooses the row's identity.
+void ChangeGenerator::row_identity() {
+  if (table_.row_id_column().empty()) return;
+  // A name with a "." is no field's.
+  write(rules_.empty() ? "jet_next_row(), " : "jet_next_row() AS \"jet.row\", ");
+}
+
+/// What a field gets that the statement does not name. Rows of an append are filtered; of a list, Null is refused.
+void ChangeGenerator::default_of(const Destination& destination, bool append) {
   const FieldDefinition& field = *destination.field;
-  if (field.auto_increment()) return next_number(field, query);
-  // Rows of an append are filtered; of a list, Null is left to refuse.
-  const bool refused = query == nullptr && destination.default_text == "NULL";
-  if (refused) return store(field, ValueType{}, StoreMode::Refuse, [] {});
-  write(destination.default_text);
+  if (field.auto_increment()) {
+    write("jet_next_number()");
+    return;
+  }
+  const Given given{ValueType{}, ValueOrigin::Expression};
+  checked_for_null(field, append ? StoreMode::Append : StoreMode::Refuse, given,
+                   [&] { write(destination.default_text); });
 }
 
 /// The value; in an AutoNumber the next number where it is Null.
 template <typename Write>
-void ChangeGenerator::number_or_value(const Destination& destination, bool nullable, const QueryTree* query,
-                                      Write write_value) {
-  const bool numbered = nullable && destination.field->auto_increment();
-  if (numbered) write("coalesce(");
+void ChangeGenerator::number_or_value(const FieldDefinition& field, Write write_value) {
+  if (!field.auto_increment()) return write_value();
+  write("coalesce(jet_given_number(");
   write_value();
-  if (!numbered) return;
-  write(", ");
-  next_number(*destination.field, query);
-  write(")");
+  write("), jet_next_number())");
 }
 
 void ChangeGenerator::values(const InsertStatement& statement, const std::vector<Destination>& fields) {
   const auto write_stored = [&](const Destination& destination) {
-    if (destination.is_default) return default_of(destination, nullptr);
+    if (destination.is_default) return default_of(destination, false);
     const Expression& given = *statement.values[destination.position];
-    number_or_value(destination, given.type.nullable, nullptr,
-                    [&] { store(*destination.field, given.type, StoreMode::Refuse, [&] { value(given); }); });
+    number_or_value(*destination.field, [&] { store(*destination.field, given); });
   };
   write(rules_.empty() ? "VALUES (" : "SELECT * FROM (SELECT ");
+  row_identity();
   list(fields, ", ", [&](const Destination& destination) {
     named_stored(*destination.field, !rules_.empty(), [&] { write_stored(destination); });
   });
@@ -176,12 +186,14 @@ template <typename Write>
 void ChangeGenerator::append_columns(const QueryTree& query, const std::vector<Destination>& fields,
                                      Write write_column) {
   const auto write_stored = [&](const Destination& destination) {
-    if (destination.is_default) return default_of(destination, &query);
+    if (destination.is_default) return default_of(destination, true);
     const OutputColumn& column = query.outputs[destination.position];
-    number_or_value(destination, column.type.nullable, &query, [&] {
-      convert(*destination.field, column.type, StoreMode::Append, [&] { write_column(column); });
+    number_or_value(*destination.field, [&] {
+      convert(*destination.field, {column.type, origin_of(column)}, StoreMode::Append, [&] { write_column(column); });
     });
   };
+  write(rules_.empty() ? "SELECT " : "SELECT * FROM (SELECT ");
+  row_identity();
   list(fields, ", ", [&](const Destination& destination) {
     named_stored(*destination.field, !rules_.empty(), [&] { write_stored(destination); });
   });
@@ -194,68 +206,65 @@ void ChangeGenerator::append_filters(const QueryTree& query, const std::vector<D
   const auto open = [&] { write(std::exchange(before, " AND ")); };
   for (const Destination& destination : fields) {
     const bool required = null_error(*destination.field) != 0;
-    if (destination.is_default) {
-      if (!required || destination.default_text != "NULL") continue;
-      open();
-      write("0");
-      continue;
-    }
-    const OutputColumn& column = query.outputs[destination.position];
-    if (required && column.type.nullable) {
+    if (required) {
       open();
       write("(");
-      write_column(column);
+      destination.is_default ? static_cast<void>(write(destination.default_text))
+                             : write_column(query.outputs[destination.position]);
       write(" IS NOT NULL)");
     }
-    const bool text = column.type.is_text() || column.type.kind == Kind::Variant;
-    if (text && column.type.may_be_empty && destination.field->holds_text() && !destination.field->allow_zero_length) {
-      open();
-      write("ifnull(");
-      write_column(column);
-      write(" <> '' COLLATE BINARY, 1)");
-    }
+    if (destination.is_default || !destination.field->holds_text() || destination.field->allow_zero_length) continue;
+    const OutputColumn& column = query.outputs[destination.position];
+    if (!column.type.is_text() && column.type.kind != Kind::Variant) continue;
+    open();
+    write("ifnull(");
+    write_column(column);
+    write(" <> '' COLLATE BINARY, 1)");
   }
 }
 
 void ChangeGenerator::append(const QueryTree& query, const std::vector<Destination>& fields) {
-  write(rules_.empty() ? "SELECT " : "SELECT * FROM (SELECT ");
   if (is_plain(query)) {
-    const Select& select = *query.selects.front();
-    const auto write_column = [this](const OutputColumn& column) { output(column); };
-    append_columns(query, fields, write_column);
-    if (!select.from.empty()) {
-      write(" FROM ");
-      from(select.from);
-    }
-    if (select.where != nullptr) {
-      write(" WHERE ");
-      condition(*select.where);
-    }
-    append_filters(query, fields, select.where != nullptr ? " AND " : " WHERE ", write_column);
-    order_by(query, false);
+    append_plain(query, fields);
     return leave_out_breaches();
   }
   const auto write_column = [this](const OutputColumn& column) {
     write("q.");
     name(column.name);
   };
-  append_columns(query, fields, write_column);
-  write(" FROM (");
-  // SQLite would number the rows before it sorts them and takes the top ones.
+  // All rows are there, in their order, before the first one is numbered.
+  write("WITH q AS MATERIALIZED (");
   const Select& first = *query.selects.front();
   const bool sorted_top = query.selects.size() == 1 && first.top && !query.order_by.empty();
   sorted_top ? ranked(first, query, nullptr) : Generator::query(query);
-  write(") AS q");
+  write(") ");
+  append_columns(query, fields, write_column);
+  write(" FROM q");
   append_filters(query, fields, " WHERE ", write_column);
   leave_out_breaches();
 }
 
+void ChangeGenerator::append_plain(const QueryTree& query, const std::vector<Destination>& fields) {
+  const Select& select = *query.selects.front();
+  const auto write_column = [this](const OutputColumn& column) { output(column); };
+  append_columns(query, fields, write_column);
+  if (!select.from.empty()) {
+    write(" FROM ");
+    from(select.from);
+  }
+  if (select.where != nullptr) {
+    write(" WHERE ");
+    condition(*select.where);
+  }
+  append_filters(query, fields, select.where != nullptr ? " AND " : " WHERE ", write_column);
+}
+
 void ChangeGenerator::default_value(const Expression& expression, const FieldDefinition& field) {
-  convert(field, expression.type, StoreMode::Default, [&] { value(expression); });
+  convert(field, {expression.type, origin_of(expression)}, StoreMode::Default, [&] { value(expression); });
 }
 
 int ChangeGenerator::null_error(const FieldDefinition& field) const noexcept {
-  if (field.auto_increment()) return 0;
+  if (field.auto_increment() || field.type == DataType::Boolean) return 0;
   if (field.required) return error_field_required;
   const bool in_key = std::any_of(table_.indexes.begin(), table_.indexes.end(), [&](const IndexDefinition& index) {
     return index.forbids_null() && std::any_of(index.fields.begin(), index.fields.end(), [&](const std::string& name) {
@@ -265,15 +274,20 @@ int ChangeGenerator::null_error(const FieldDefinition& field) const noexcept {
   return in_key ? error_null_in_key : 0;
 }
 
-void ChangeGenerator::store(const FieldDefinition& field, const ValueType& type, StoreMode mode,
-                            const Writer& write_value) {
-  const int error = type.nullable ? null_error(field) : 0;
+/// The value of a list or an assignment.
+void ChangeGenerator::store(const FieldDefinition& field, const Expression& given) {
+  Given known{given.type, origin_of(given)};
+  known.empty = is_empty_constant(given);
+  checked_for_null(field, StoreMode::Refuse, known,
+                   [&] { convert(field, known, StoreMode::Refuse, [&] { value(given); }); });
+}
+
+void ChangeGenerator::checked_for_null(const FieldDefinition& field, StoreMode mode, const Given& given,
+                                       const Writer& write_value) {
+  const bool constant = given.origin == ValueOrigin::Constant && given.type.kind != Kind::Null;
+  const int error = constant || mode != StoreMode::Refuse ? 0 : null_error(field);
   if (error != 0) write("jet_required(");
-  if (type.kind == Kind::Null) {
-    write("NULL");
-  } else {
-    convert(field, type, mode, write_value);
-  }
+  write_value();
   if (error == 0) return;
   write(", ");
   whole_literal(error);
@@ -282,27 +296,30 @@ void ChangeGenerator::store(const FieldDefinition& field, const ValueType& type,
   write(")");
 }
 
-void ChangeGenerator::convert(const FieldDefinition& field, const ValueType& type, StoreMode mode,
+void ChangeGenerator::convert(const FieldDefinition& field, const Given& given, StoreMode mode,
                               const Writer& write_value) {
-  if (type.kind == Kind::Null) {
-    write("NULL");
-  } else if (field.holds_text()) {
-    convert_text(field, type, mode, write_value);
-  } else if (needs_conversion(field, type)) {
-    write(find_field_type(field.type)->store_function);
-    write("(");
-    write_value();
-    write(")");
-  } else {
-    write_value();
+  // A Yes/No without a value is No.
+  const bool boolean = field.type == DataType::Boolean;
+  if (given.type.kind == Kind::Null) {
+    write(boolean ? "0" : "NULL");
+    return;
   }
+  if (field.holds_text()) return convert_text(field, given, mode, write_value);
+  if (boolean) write("ifnull(");
+  const bool converted = given.origin == ValueOrigin::Expression || needs_conversion(field, given.type);
+  if (converted) write(std::string(find_field_type(field.type)->store_function) + "(");
+  write_value();
+  if (converted) write(")");
+  if (boolean) write(", 0)");
 }
 
-void ChangeGenerator::convert_text(const FieldDefinition& field, const ValueType& type, StoreMode mode,
+void ChangeGenerator::convert_text(const FieldDefinition& field, const Given& given, StoreMode mode,
                                    const Writer& write_value) {
-  const bool fits =
-      field.type == DataType::Memo || (type.kind == Kind::Text && type.size > 0 && type.size <= field.size);
-  const bool empty_is_refused = mode == StoreMode::Refuse && !field.allow_zero_length && type.may_be_empty;
+  const ValueType& type = given.type;
+  const bool sized = type.kind == Kind::Text && type.size > 0 && type.size <= field.size;
+  const bool fits = field.type == DataType::Memo || (sized && given.origin != ValueOrigin::Expression);
+  const bool full_constant = given.origin == ValueOrigin::Constant && !given.empty;
+  const bool empty_is_refused = mode == StoreMode::Refuse && !field.allow_zero_length && !full_constant;
   if (type.is_text() && fits && !empty_is_refused) return write_value();
   // Only texts are cut: a number without its last digits would be another number.
   const bool cut = mode == StoreMode::Append && type.is_text();

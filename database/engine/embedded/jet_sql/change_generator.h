@@ -1,5 +1,5 @@
 // Writes INSERT, UPDATE and DELETE as SQLite text, with the conversions and checks of each field around what is stored
-// in it, except where the value's type proves them needless.
+// in it, except where a constant or another field of the same kind proves them needless.
 #pragma once
 
 #include <functional>
@@ -12,14 +12,20 @@
 
 namespace engine::embedded::jet_sql {
 
+enum class ValueOrigin {
+  Constant,
+  /// A field of a table: it holds what its type tells, or Null, or an empty text that was allowed once.
+  Field,
+  /// Its type is what the compiler believes.
+  Expression,
+};
+
 class ChangeGenerator : public Generator {
  public:
   explicit ChangeGenerator(const TableDefinition& changed);
 
   /// 3127 for an unknown field, 3063 for one named twice, 3346 where values and fields differ in number.
   void insert(const InsertStatement& statement);
-  /// True where what was written has a parameter for the AutoNumber of the row.
-  bool takes_number() const noexcept { return takes_number_; }
   /// 3113 for an AutoNumber.
   void update(const UpdateStatement& statement, const Source& target);
   void remove(const DeleteStatement& statement, const Source& target);
@@ -33,6 +39,13 @@ class ChangeGenerator : public Generator {
   /// left out. Default: converted only.
   enum class StoreMode { Refuse, Append, Default };
 
+  /// What is known of a value that is to be stored.
+  struct Given {
+    ValueType type;
+    ValueOrigin origin;
+    bool empty = false;  ///< an empty constant
+  };
+
   /// A field that an INSERT writes, and the value of the list, the column of the query or the default that it gets.
   struct Destination {
     const FieldDefinition* field = nullptr;
@@ -44,13 +57,14 @@ class ChangeGenerator : public Generator {
   std::vector<Destination> destinations(const InsertStatement& statement) const;
   std::vector<std::string> field_names(const InsertStatement& statement) const;
   void add_defaults(std::vector<Destination>& fields) const;
-  void next_number(const FieldDefinition& field, const QueryTree* query);
-  void default_of(const Destination& destination, const QueryTree* query);
-  template <typename Write>
-  void number_or_value(const Destination& destination, bool nullable, const QueryTree* query, Write write_value);
   void head(const std::vector<Destination>& fields, bool append);
+  void row_identity();
+  void default_of(const Destination& destination, bool append);
+  template <typename Write>
+  void number_or_value(const FieldDefinition& field, Write write_value);
   void values(const InsertStatement& statement, const std::vector<Destination>& fields);
   void append(const QueryTree& query, const std::vector<Destination>& fields);
+  void append_plain(const QueryTree& query, const std::vector<Destination>& fields);
   template <typename Write>
   void append_columns(const QueryTree& query, const std::vector<Destination>& fields, Write write_column);
   template <typename Write>
@@ -74,12 +88,12 @@ class ChangeGenerator : public Generator {
   /// The error for Null in the field; 0 where Null may stand.
   int null_error(const FieldDefinition& field) const noexcept;
   bool may_violate_index(const UpdateStatement& statement) const;
-  void store(const FieldDefinition& field, const ValueType& type, StoreMode mode, const Writer& write_value);
-  void convert(const FieldDefinition& field, const ValueType& type, StoreMode mode, const Writer& write_value);
-  void convert_text(const FieldDefinition& field, const ValueType& type, StoreMode mode, const Writer& write_value);
+  void store(const FieldDefinition& field, const Expression& given);
+  void checked_for_null(const FieldDefinition& field, StoreMode mode, const Given& given, const Writer& write_value);
+  void convert(const FieldDefinition& field, const Given& given, StoreMode mode, const Writer& write_value);
+  void convert_text(const FieldDefinition& field, const Given& given, StoreMode mode, const Writer& write_value);
 
   const TableDefinition& table_;
-  bool takes_number_ = false;
   struct FieldRule {
     const FieldDefinition* field = nullptr;  ///< null for the table's own rule
     Rule rule;

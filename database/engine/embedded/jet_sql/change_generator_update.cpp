@@ -62,8 +62,7 @@ void ChangeGenerator::assignments(const UpdateStatement& statement) {
 }
 
 void ChangeGenerator::assigned(const Assignment& assignment) {
-  const SourceColumn& column = assignment.target.source->columns[assignment.target.index];
-  store(*column.field, assignment.value->type, StoreMode::Refuse, [&] { value(*assignment.value); });
+  store(*assignment.target.source->columns[assignment.target.index].field, *assignment.value);
 }
 
 /// The rules of the fields that change, and the table's.

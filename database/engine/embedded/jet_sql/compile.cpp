@@ -58,6 +58,12 @@ class Compiler {
     Generator generator;
     generator.query(tree, base);
     query.sqlite_sql = generator.take();
+    const auto is_worked_out = [](const ResultColumn& column) { return column.base_field.empty(); };
+    if (base != nullptr && std::ranges::any_of(query.columns, is_worked_out)) {
+      Generator row;
+      row.one_row(tree, *base);
+      query.row_sql = row.take();
+    }
     return query;
   }
 
@@ -66,7 +72,7 @@ class Compiler {
     binder_.bind(statement);
     ChangeGenerator generator(table);
     generator.insert(statement);
-    return Change{generator.take(), table.name, generator.takes_number()};
+    return Change{generator.take(), table.name, true};
   }
 
   Program operator()(UpdateStatement& statement) {

@@ -56,13 +56,14 @@ bool is_empty_text(const Expression& expression) noexcept {
 }  // namespace
 
 std::string compile_default(const FieldDefinition& field) {
-  if (is_blank_text(field.default_value)) return "NULL";
+  const std::string none = field.type == DataType::Boolean ? "0" : "NULL";
+  if (is_blank_text(field.default_value)) return none;
   const bool text = field.holds_text();
   const ExpressionPtr expression = parse_default(field, text);
-  if (!text && is_empty_text(*expression)) return "NULL";
+  if (!text && is_empty_text(*expression)) return none;
   take_word(*expression, field, text);
-  const NoTables none;
-  Binder binder(none);
+  const NoTables no_tables;
+  Binder binder(no_tables);
   binder.bind_default(*expression);
   const TableDefinition table;
   ChangeGenerator generator(table);

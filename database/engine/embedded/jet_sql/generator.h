@@ -20,6 +20,8 @@ class Generator {
 
   /// The headings of a crosstab: one column, in their order.
   void headings(const Select& select);
+  /// The columns of the query's one SELECT for the row of `rows_of`, its one source, whose rowid is the parameter.
+  void one_row(const QueryTree& query, const Source& rows_of);
 
   /// The text written so far.
   std::string take() { return std::move(out_); }

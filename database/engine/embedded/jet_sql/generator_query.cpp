@@ -69,6 +69,16 @@ void Generator::union_member(const Select& member, const QueryTree& query) {
   write(")");
 }
 
+void Generator::one_row(const QueryTree& query, const Source& rows_of) {
+  write("SELECT ");
+  list(query.outputs, ", ", [&](const OutputColumn& shown) { output_as(shown, shown.type, false); });
+  write(" FROM ");
+  table(rows_of);
+  write(" WHERE ");
+  row_id(rows_of);
+  write("=?1");
+}
+
 void Generator::select(const Select& select, const QueryTree& query, const Source* rows_of) {
   const bool united = query.selects.size() > 1;
   write(select.distinct ? "SELECT DISTINCT " : "SELECT ");

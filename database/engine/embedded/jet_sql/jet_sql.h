@@ -31,6 +31,8 @@ struct Query {
   /// The one table whose rows the query shows row by row, so that a recordset over it can be updated; else empty. The
   /// SQLite statement then has one column more, the last: the row's rowid.
   std::string base_table;
+  /// Of such a query with columns that are worked out: the columns of the row whose rowid is its parameter.
+  std::string row_sql = {};
 };
 
 /// TRANSFORM … PIVOT without a list of headings: they are read from the rows, and compile_cross_table() then makes the
@@ -43,9 +45,14 @@ struct CrossTable {
 struct Change {
   std::string sqlite_sql;
   std::string table;
-  /// The statement adds one row and has one parameter: the row's AutoNumber. Other statements number their rows
-  /// themselves.
-  bool takes_number = false;
+  /// An INSERT: its rows get their AutoNumbers and identities from the connection's Numbering.
+  bool adds_rows = false;
+};
+
+/// The AutoNumber and the row identity that a table gave last; a statement that adds rows counts on from there.
+struct Numbering {
+  std::int64_t number = 0;
+  std::int64_t row = 0;
 };
 
 /// SELECT … INTO target FROM … [IN 'file'].
@@ -100,11 +107,12 @@ Query compile_cross_table(std::string_view statement, const Catalogue& catalogue
                           std::vector<std::optional<std::string>> headings);
 
 /// The SQLite text of a default expression of a field (`0`, `-1`, `"0"`, `True`, `""`, Now()), converted to the field's
-/// type; "NULL" where there is none. A text field's default may lack its quotes. Raises as compile() does.
+/// type; without one "NULL", and No for a Yes/No. A text field's default may lack its quotes. Raises as compile() does.
 std::string compile_default(const FieldDefinition& field);
 
 /// Registers the dialect's functions and its text collation "JET" (no regard to case, trailing blanks do not count).
-void register_functions(sqlite3* connection);
+/// Returns what statements that add rows count by; it lives as long as the connection.
+Numbering& register_functions(sqlite3* connection);
 
 /// The error that a failed sqlite3_step stands for: functions of the dialect report as "jet:NUMBER:description".
 /// Other results of SQLite map to the engine's numbers (constraint unique 3022, busy 3045, full 3043, corrupt

@@ -1,5 +1,5 @@
-// AutoNumbers of rows that a statement appends: the highest number is looked up once, then counted on.
-#include <cstdint>
+// The AutoNumbers and the identities of rows that a statement adds, counted on from those that were given last.
+#include <algorithm>
 #include <limits>
 #include <memory>
 
@@ -10,37 +10,48 @@ namespace engine::embedded::jet_sql {
 
 namespace {
 
-/// The number given last; a connection runs one appending statement at a time.
-using LastNumber = std::int64_t;
-
-LastNumber& last_number(const FunctionCall& call) noexcept {
-  return *static_cast<LastNumber*>(sqlite3_user_data(call.context()));
-}
-
-/// jet_start_numbers(highest): once per statement, before the first jet_next_number().
-void start_numbers(FunctionCall& call) {
-  last_number(call) = call.is_null(0) ? 0 : call.whole64(0);
-  call.result(0);
+/// A connection runs one statement that adds rows at a time.
+Numbering& numbering(const FunctionCall& call) noexcept {
+  return *static_cast<Numbering*>(sqlite3_user_data(call.context()));
 }
 
 void next_number(FunctionCall& call) {
-  if (last_number(call) >= std::numeric_limits<std::int32_t>::max()) raise(error_overflow);
-  call.result(++last_number(call));
+  std::int64_t& last = numbering(call).number;
+  if (last >= std::numeric_limits<std::int32_t>::max()) raise(error_overflow);
+  call.result(++last);
+}
+
+/// An AutoNumber that the statement gives: what follows counts on from it.
+void given_number(FunctionCall& call) {
+  std::int64_t& last = numbering(call).number;
+  last = std::max(last, call.whole64(0));
+  call.result_argument(0);
+}
+
+void next_row(FunctionCall& call) {
+  std::int64_t& last = numbering(call).row;
+  if (last >= std::numeric_limits<std::int64_t>::max()) raise(error_overflow);
+  call.result(++last);
 }
 
 }  // namespace
 
-void register_numbering(sqlite3* connection) {
+Numbering& register_numbering(sqlite3* connection) {
+  // Not one of them gives the same twice.
   constexpr int flags = SQLITE_UTF8 | SQLITE_DIRECTONLY;
-  auto number = std::make_unique<LastNumber>(0);
-  LastNumber* const shared = number.get();
-  check_registered(sqlite3_create_function_v2(connection, "jet_next_number", 1, flags, shared,
-                                              sqlite_function<next_number, NullRule::IsTaken>, nullptr, nullptr,
-                                              nullptr));
-  // The second function owns what both use.
-  check_registered(sqlite3_create_function_v2(connection, "jet_start_numbers", 1, flags, number.release(),
-                                              sqlite_function<start_numbers, NullRule::IsTaken>, nullptr, nullptr,
-                                              [](void* owned) { delete static_cast<LastNumber*>(owned); }));
+  auto owned = std::make_unique<Numbering>();
+  Numbering& shared = *owned;
+  const auto create = [&](const char* name, int count, SqliteFunction function) {
+    check_registered(
+        sqlite3_create_function_v2(connection, name, count, flags, &shared, function, nullptr, nullptr, nullptr));
+  };
+  create("jet_next_number", 0, sqlite_function<next_number, NullRule::IsTaken>);
+  create("jet_given_number", 1, sqlite_function<given_number, NullRule::GivesNull>);
+  // The last function owns what all use.
+  check_registered(sqlite3_create_function_v2(connection, "jet_next_row", 0, flags, owned.release(),
+                                              sqlite_function<next_row, NullRule::IsTaken>, nullptr, nullptr,
+                                              [](void* numbering) { delete static_cast<Numbering*>(numbering); }));
+  return shared;
 }
 
 }  // namespace engine::embedded::jet_sql

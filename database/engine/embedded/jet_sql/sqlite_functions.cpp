@@ -20,7 +20,7 @@ void check_registered(int result) {
   if (result != SQLITE_OK) raise(out_of_memory);
 }
 
-void register_functions(sqlite3* connection) {
+Numbering& register_functions(sqlite3* connection) {
   check_registered(sqlite3_create_collation_v2(connection, collation_name, SQLITE_UTF8, nullptr, collate, nullptr));
   for (const auto functions :
        {number_functions(), text_functions(), date_functions(), format_functions(), store_functions()}) {
@@ -30,7 +30,7 @@ void register_functions(sqlite3* connection) {
     }
   }
   register_aggregates(connection);
-  register_numbering(connection);
+  return register_numbering(connection);
 }
 
 }  // namespace engine::embedded::jet_sql

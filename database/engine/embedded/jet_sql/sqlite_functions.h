@@ -4,6 +4,7 @@
 #include <span>
 
 #include "database/engine/embedded/jet_sql/function_call.h"
+#include "database/engine/embedded/jet_sql/jet_sql.h"
 
 namespace engine::embedded::jet_sql {
 
@@ -46,7 +47,7 @@ std::span<const ScalarRow> date_functions() noexcept;
 std::span<const ScalarRow> format_functions() noexcept;
 std::span<const ScalarRow> store_functions() noexcept;
 void register_aggregates(sqlite3* connection);
-void register_numbering(sqlite3* connection);
+Numbering& register_numbering(sqlite3* connection);
 
 /// Raises the error of a failed registration.
 void check_registered(int result);

@@ -65,10 +65,8 @@ ValueType type_of_kind(Kind kind, std::int32_t size) noexcept {
 }
 
 ValueType type_of_field(const FieldDefinition& field) noexcept {
-  ValueType type = type_of_kind(kind_of(field.type), field.type == DataType::Text ? field.size : 0);
-  type.nullable = !field.required && !field.auto_increment();
-  type.may_be_empty = field.allow_zero_length;
-  return type;
+  // Also a required field may be Null: on the Null side of an outer join, and in rows older than the field.
+  return type_of_kind(kind_of(field.type), field.type == DataType::Text ? field.size : 0);
 }
 
 ValueType type_of_whole(double low, double high) noexcept {
@@ -94,7 +92,6 @@ ValueType common_type(const ValueType& left, const ValueType& right) noexcept {
   } else if (left.is_text() && right.is_text()) {
     common.kind = std::max(left.kind, right.kind);
     common.size = left.size == 0 || right.size == 0 ? 0 : std::max(left.size, right.size);
-    common.may_be_empty = left.may_be_empty || right.may_be_empty;
   } else {
     common.kind = Kind::Variant;
   }

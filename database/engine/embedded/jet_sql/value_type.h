@@ -28,8 +28,6 @@ struct ValueType {
   /// Most characters of a Text; 0 where that is not known.
   std::int32_t size = 0;
   bool nullable = true;
-  /// A text that may have no characters.
-  bool may_be_empty = true;
   /// A date that surely lies in the calendar; sums of dates may not.
   bool in_calendar = true;
   /// Bounds of a whole number.
