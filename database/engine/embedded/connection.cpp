@@ -14,7 +14,8 @@ namespace engine::embedded {
 namespace {
 
 constexpr int maximum_text_bytes = 64 << 20;
-constexpr int maximum_sql_bytes = 1 << 20;
+/// As long as the compiler's longest statement.
+constexpr int maximum_sql_bytes = 4 << 20;
 
 /// A journal that is gone ends a commit, so the folder is synced, too: after a power cut it would be back, and undo it.
 /// Reading a page of an encrypted file costs more than all that is done with it: up to 128 MiB are kept, so that

@@ -62,8 +62,7 @@ void EmbeddedRecordset::bind_columns() {
 
 void EmbeddedRecordset::require_open() const {
   if (!open_) raise(3420);
-  session_->require_open();
-  if (table_) session_->table_at_hand(table_->id);
+  table_ ? session_->require_table(table_->id, known_) : session_->require_open();
 }
 
 void EmbeddedRecordset::close() {

@@ -77,6 +77,7 @@ class EmbeddedRecordset : public Recordset {
   std::shared_ptr<Session> session_;
   std::vector<jet_sql::ResultColumn> columns_;
   TablePointer table_;
+  mutable std::shared_ptr<const StoredCatalogue> known_;  ///< the table is there
   std::vector<std::int64_t> column_fields_;               ///< by column: the field's identity, 0 for none
   std::vector<std::optional<std::size_t>> table_fields_;  ///< by column: where the field stands in the table now
   std::string row_sql_;

@@ -239,6 +239,8 @@ void change_field(Session& session, std::int64_t table, std::int64_t field,
     session.connection().run("ALTER TABLE " + quoted_name(stored->definition.name) + " RENAME COLUMN " +
                              quoted_name(current->name) + " TO " + quoted_name(changed.name));
   }
+  const bool numbered = changed.auto_increment() && !current->auto_increment();
+  if (numbered) session.counters().include_values(session.connection(), *session.table(table));
   whole.done();
 }
 
@@ -268,6 +270,7 @@ void convert_field(Session& session, std::int64_t table, const FieldDefinition& 
   for (const IndexDefinition& index : stored->definition.indexes) {
     create_sqlite_index(connection, table, stored->definition.name, index);
   }
+  if (complete.auto_increment()) session.counters().include_values(connection, *session.table(table));
   change.done();
 }
 

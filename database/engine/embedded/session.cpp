@@ -187,6 +187,13 @@ TablePointer Session::table_at_hand(std::int64_t id) {
   return table;
 }
 
+void Session::require_table(std::int64_t id, std::shared_ptr<const StoredCatalogue>& known) {
+  const StoredCatalogue& now = catalogue_at_hand();
+  if (known.get() == &now) return;
+  if (!now.find(id)) raise(3420);
+  known = catalogue_;
+}
+
 TablePointer Session::table(std::int64_t id) {
   TablePointer table = catalogue().find(id);
   if (!table) raise(3420);

@@ -58,6 +58,9 @@ class Session {
   /// As this handle knew it last: of changes by other handles it learns with the next catalogue(), recordset or change.
   const StoredCatalogue& catalogue_at_hand();
   TablePointer table_at_hand(std::int64_t id);
+  /// 3420 where the table is known to be gone. `known` is the catalogue that it was last seen in: as long as that is at
+  /// hand, nothing is looked for.
+  void require_table(std::int64_t id, std::shared_ptr<const StoredCatalogue>& known);
   /// For one change of layout, inside an AtomicChange.
   CatalogueChange change_catalogue();
   /// The table as it is now; 3420 where it was deleted.

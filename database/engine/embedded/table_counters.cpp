@@ -89,6 +89,11 @@ void TableCounters::take_back(Connection& connection, const StoredTable& table) 
   last.row = std::max(last.row, connection.numbering().row);
 }
 
+void TableCounters::include_values(Connection& connection, const StoredTable& table) {
+  Counter& last = counter(connection, table);
+  last.number = std::max(last.number, highest_number(connection, table.definition));
+}
+
 void TableCounters::erase(Connection& connection, std::int64_t table) {
   counters_[table].erased = true;
   if (!has_counters(connection)) return;

@@ -27,6 +27,8 @@ class TableCounters {
 
   /// Before a field that may be the AutoNumber goes: what was given up to now is not given again.
   void keep(Connection& connection, const StoredTable& table) { counter(connection, table); }
+  /// A field became the AutoNumber: its values count as given.
+  void include_values(Connection& connection, const StoredTable& table);
   /// The table is gone, and its counters with it.
   void erase(Connection& connection, std::int64_t table);
 

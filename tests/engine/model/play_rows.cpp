@@ -66,7 +66,8 @@ void Play::add(Hand& hand) {
 void Play::edit(Hand& hand) {
   if (!hand.shown) return;
   const bool gone = hand.shown->table != table(hand).identity;
-  const Errors errors = gone ? Errors{3420} : hand.shown->row_errors();
+  // Without a current row nobody looks for the table.
+  const Errors errors = gone ? Errors{3420, 3021, 3167} : hand.shown->row_errors();
   // Not before update() anybody has to be waited for.
   if (!call(hand, errors, Lock::NotNeeded, [&] { hand.rows->edit(); })) return;
   hand.shown->editing = Editing::Changing;
@@ -176,7 +177,7 @@ void Play::delete_row(Hand& hand) {
   PlainTable& changed = table(hand);
   PlainRecordset& shown = *hand.shown;
   const bool gone = shown.table != changed.identity;
-  Errors errors = gone ? Errors{3420} : shown.row_errors();
+  Errors errors = gone ? Errors{3420, 3021, 3167} : shown.row_errors();
   if (errors.empty() && changed.row(shown.rows[shown.at].row) == nullptr) errors = {3167};
   const bool row_is_current = !gone && shown.row_errors().empty();
   const bool deleted = call(hand, errors, Lock::Needed, [&] { hand.rows->delete_row(); });

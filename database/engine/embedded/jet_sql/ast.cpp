@@ -107,6 +107,14 @@ bool has_aggregate_without_column(const Expression& expression) noexcept {
   return found;
 }
 
+bool has_subselect(const Expression& expression) noexcept {
+  bool found = false;
+  visit_parts(
+      expression, [&](const Expression& part) { found = found || has_subselect(part); },
+      [&](const QueryTree&) { found = true; });
+  return found;
+}
+
 bool is_predicate(const Expression& expression) noexcept {
   return std::visit(Overloaded{[](const Literal&) { return false; }, [](const ColumnName&) { return false; },
                                [](const ScalarSelect&) { return false; },

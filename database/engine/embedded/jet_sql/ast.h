@@ -353,6 +353,9 @@ bool is_same_for_all_rows(const Expression& expression) noexcept;
 /// True where an aggregate in it speaks of no column: count(*), sum(1).
 bool has_aggregate_without_column(const Expression& expression) noexcept;
 
+/// True where a subselect is in it.
+bool has_subselect(const Expression& expression) noexcept;
+
 /// True for a condition by its form: a comparison, a logical operator, LIKE, IN, IsNull(…), ….
 bool is_predicate(const Expression& expression) noexcept;
 

@@ -7,6 +7,13 @@
 
 namespace engine::embedded::jet_sql {
 
+namespace {
+
+/// A subselect in the new value sees the table's rows as they were before the statement.
+bool reads_other_rows(const Assignment& assignment) { return has_subselect(*assignment.value); }
+
+}  // namespace
+
 void ChangeGenerator::named_stored(const FieldDefinition& field, bool named, const Writer& write_stored) {
   write_stored();
   if (!named) return;
@@ -42,6 +49,9 @@ void ChangeGenerator::update(const UpdateStatement& statement, const Source& tar
   if (!others_.empty()) {
     write(" FROM ");
     list(others_, ", ", [this](const TableReference* other) { reference(*other); });
+  } else if (std::ranges::any_of(statement.assignments, reads_other_rows)) {
+    // With a FROM clause SQLite works out all new values before it stores the first one.
+    write(" FROM (SELECT 1)");
   }
   joined_where(statement);
 }
