@@ -9,8 +9,13 @@ endif()
 
 add_library(firststeps_options INTERFACE)
 target_include_directories(firststeps_options INTERFACE ${CMAKE_SOURCE_DIR})
-target_compile_options(firststeps_options INTERFACE
-  -Wall -Wextra -Wshadow -Wconversion -Werror)
+target_compile_options(firststeps_options INTERFACE -Wall -Wextra -Wconversion -Werror)
+if(CMAKE_UNITY_BUILD AND CMAKE_CXX_COMPILER_ID STREQUAL "GNU")
+  # In joined sources the functions of one lie around the variables of another.
+  target_compile_options(firststeps_options INTERFACE -Wshadow=local)
+else()
+  target_compile_options(firststeps_options INTERFACE -Wshadow)
+endif()
 if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU" AND CMAKE_CXX_COMPILER_VERSION VERSION_LESS 13)
   # GCC 12 sees overlapping copies in every assignment of a short literal to a std::string (its bug 105651).
   target_compile_options(firststeps_options INTERFACE -Wno-restrict -Wno-maybe-uninitialized)

@@ -7,7 +7,7 @@
 namespace database {
 namespace {
 
-engine::Date day_of(engine::Date moment) { return {std::trunc(moment.days)}; }
+engine::Date midnight_of(engine::Date moment) { return {std::trunc(moment.days)}; }
 
 /// Puts the choice in the place of the plan's items of this type. Items with the chosen name stay as they are, doses
 /// and comments included.
@@ -49,8 +49,8 @@ TherapyPlan first_plan(const PlanChoices& choices, engine::Date today) { return 
 
 TherapyPlan following_plan(const TherapyPlan& newest, const PlanChoices& choices, engine::Date today) {
   TherapyPlan plan = newest;
-  plan.id = day_of(newest.vDate) == day_of(today) ? newest.id : 0;
-  plan.vDate = day_of(today);
+  plan.id = midnight_of(newest.vDate) == midnight_of(today) ? newest.id : 0;
+  plan.vDate = midnight_of(today);
   std::int16_t type = plan_item::bolus;
   for (const auto& insulin : choices.insulins) choose_text(plan.items, type++, insulin);
   type = plan_item::drug_first;

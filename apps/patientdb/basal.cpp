@@ -7,7 +7,7 @@
 namespace patientdb {
 namespace {
 
-int run(const console::Arguments& arguments, console::Console& console) {
+int run_basal(const console::Arguments& arguments, console::Console& console) {
   arguments.expect_operands(1, 1, pump_period_usage);
   const database::PumpPeriod period = pump_period(arguments);
   const ToolEnvironment environment(arguments, console);
@@ -33,6 +33,6 @@ const Command basal_command{"basal",
                             "Tells how much basal insulin the pump delivered in a period.",
                             pump_period_details,
                             pump_period_options,
-                            run};
+                            run_basal};
 
 }  // namespace patientdb

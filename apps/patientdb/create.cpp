@@ -9,9 +9,10 @@
 namespace patientdb {
 namespace {
 
-constexpr std::string_view usage = "FILE [--name N] [--firstname F] [--diabetes-type T] [--therapy T] | FILE --empty";
+constexpr std::string_view create_usage =
+    "FILE [--name N] [--firstname F] [--diabetes-type T] [--therapy T] | FILE --empty";
 
-constexpr console::Option options[] = {
+constexpr console::Option create_options[] = {
     name_option,
     firstname_option,
     diabetes_type_option,
@@ -54,8 +55,8 @@ void create_empty(const database::Environment& environment, const std::string& p
   file.finish();
 }
 
-int run(const console::Arguments& arguments, console::Console& console) {
-  arguments.expect_operands(1, 1, usage);
+int run_create(const console::Arguments& arguments, console::Console& console) {
+  arguments.expect_operands(1, 1, create_usage);
   const std::string& file = arguments.operands().front();
   const std::string path = database_path(file);
   ToolEnvironment tool(arguments, console);
@@ -78,7 +79,7 @@ int run(const console::Arguments& arguments, console::Console& console) {
 
 }  // namespace
 
-const Command create_command{"create", usage,   "Creates a patient database; an existing file is error 3204.",
-                             "",       options, run};
+const Command create_command{"create", create_usage,   "Creates a patient database; an existing file is error 3204.",
+                             "",       create_options, run_create};
 
 }  // namespace patientdb

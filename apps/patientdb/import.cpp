@@ -9,10 +9,10 @@
 namespace patientdb {
 namespace {
 
-constexpr std::string_view usage =
+constexpr std::string_view import_usage =
     "SOURCE TARGET [--source-password-file PATHNAME] [--leave-out-bytes] [--leave-out-indexes]";
 
-constexpr std::string_view details =
+constexpr std::string_view import_details =
     R"(SOURCE, a database of the Jet engine (version 3 or 4), is copied into the new database TARGET: its tables with their fields
 and indexes, and all rows; queries, forms and relations stay behind. SOURCE is not changed. Where a table's rows are not as
 many as the file says, or anything cannot be read or held, nothing is left of TARGET.
@@ -30,8 +30,8 @@ constexpr console::Option leave_out_option{"--leave-out-bytes", "", "Leave out f
 
 constexpr console::Option leave_out_indexes_option{"--leave-out-indexes", "", "Leave out indexes that cannot be read."};
 
-constexpr console::Option options[] = {source_password_option, leave_out_option, leave_out_indexes_option,
-                                       password_file_option, console::help_option};
+constexpr console::Option import_options[] = {source_password_option, leave_out_option, leave_out_indexes_option,
+                                              password_file_option, console::help_option};
 
 std::string source_password(const console::Arguments& arguments, const console::Console& console) {
   if (const auto file = arguments.value(source_password_option.name)) return password_from_file(*file);
@@ -49,8 +49,8 @@ void write_report(console::Console& console, const jet_import::Report& report, c
   console.out << target << " created\n";
 }
 
-int run(const console::Arguments& arguments, console::Console& console) {
-  arguments.expect_operands(2, 2, usage);
+int run_import(const console::Arguments& arguments, console::Console& console) {
+  arguments.expect_operands(2, 2, import_usage);
   const std::string &source_file = arguments.operands()[0], &target_file = arguments.operands()[1];
   ToolEnvironment environment(arguments, console);
   UpgradeProgress progress(console.err, console.err_is_terminal);
@@ -70,7 +70,7 @@ int run(const console::Arguments& arguments, console::Console& console) {
 
 }  // namespace
 
-const Command import_command{"import", usage,   "Copies a database of the Jet engine into a new one.",
-                             details,  options, run};
+const Command import_command{"import",       import_usage,   "Copies a database of the Jet engine into a new one.",
+                             import_details, import_options, run_import};
 
 }  // namespace patientdb

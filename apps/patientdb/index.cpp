@@ -17,10 +17,10 @@
 namespace patientdb {
 namespace {
 
-constexpr std::string_view usage =
+constexpr std::string_view index_usage =
     "INDEX create | INDEX refresh ID FILE | INDEX write ID --name N --firstname F … | INDEX delete ID | INDEX upgrade";
 
-constexpr std::string_view details =
+constexpr std::string_view index_details =
     R"(refresh fills the patient's row from the patient's database; an ID of 0 adds a row.
 write fills it from the options; an ID of 0 adds a row. delete removes it and releases the patient's devices.
 upgrade brings the index, and where that is due every patient database, up to date, and removes rows whose
@@ -32,7 +32,7 @@ is asked on the terminal unless --yes or --no answers it. Where nobody answers, 
 
 Exit code 1 where the index, a row or one of the patient databases is not as it was to be.)";
 
-constexpr console::Option options[] = {
+constexpr console::Option index_options[] = {
     {"--data-dir", "DIR", "The folder with meters.mdb and, where they do not lie beside the index, the patients."},
     name_option,
     firstname_option,
@@ -179,12 +179,12 @@ constexpr std::array<Action, 5> actions = {{{"create", 2, create},
                                             {"delete", 3, remove},
                                             {"upgrade", 2, upgrade}}};
 
-int run(const console::Arguments& arguments, console::Console& console) {
-  arguments.expect_operands(2, 4, usage);
+int run_index(const console::Arguments& arguments, console::Console& console) {
+  arguments.expect_operands(2, 4, index_usage);
   const std::string& name = arguments.operands()[1];
   const auto action = std::ranges::find(actions, std::string_view(name), &Action::name);
   if (action == actions.end()) throw console::UsageError("The index has no action \"" + name + "\".");
-  arguments.expect_operands(action->operands, action->operands, usage);
+  arguments.expect_operands(action->operands, action->operands, index_usage);
   ToolEnvironment environment(arguments, console);
   UpgradeProgress progress(console.err, console.err_is_terminal);
   PumpQuestion question(arguments, console, [&] { progress.clear(); });
@@ -198,6 +198,7 @@ int run(const console::Arguments& arguments, console::Console& console) {
 
 }  // namespace
 
-const Command index_command{"index", usage, "Keeps the patient index database.", details, options, run};
+const Command index_command{"index",       index_usage,   "Keeps the patient index database.",
+                            index_details, index_options, run_index};
 
 }  // namespace patientdb

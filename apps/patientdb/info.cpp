@@ -10,9 +10,9 @@
 namespace patientdb {
 namespace {
 
-constexpr std::string_view usage = "FILE [--json]";
+constexpr std::string_view info_usage = "FILE [--json]";
 
-constexpr console::Option options[] = {json_option, password_file_option, console::help_option};
+constexpr console::Option info_options[] = {json_option, password_file_option, console::help_option};
 
 struct Line {
   std::string_view name;
@@ -58,8 +58,8 @@ void write_record_json(std::ostream& out, std::span<const Line> lines) {
   out << '\n';
 }
 
-int run(const console::Arguments& arguments, console::Console& console) {
-  arguments.expect_operands(1, 1, usage);
+int run_info(const console::Arguments& arguments, console::Console& console) {
+  arguments.expect_operands(1, 1, info_usage);
   const OpenDatabase open = open_database(arguments, console, Access::ReadOnly);
   const auto row = open.database->open_recordset("SELECT * FROM db_info");
   row->move_first();
@@ -74,6 +74,6 @@ int run(const console::Arguments& arguments, console::Console& console) {
 
 }  // namespace
 
-const Command info_command{"info", usage, "Shows the version record.", "", options, run};
+const Command info_command{"info", info_usage, "Shows the version record.", "", info_options, run_info};
 
 }  // namespace patientdb

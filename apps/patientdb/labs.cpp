@@ -7,9 +7,9 @@
 namespace patientdb {
 namespace {
 
-constexpr std::string_view usage = "FILE [--default-ranges ID] [--json]";
+constexpr std::string_view labs_usage = "FILE [--default-ranges ID] [--json]";
 
-constexpr console::Option options[] = {
+constexpr console::Option labs_options[] = {
     {"--default-ranges", "ID", "First writes the default ranges of the laboratory with this number."},
     json_option,
     password_file_option,
@@ -66,8 +66,8 @@ void write_json_definitions(std::ostream& out, const std::vector<database::LabDe
   out << '\n';
 }
 
-int run(const console::Arguments& arguments, console::Console& console) {
-  arguments.expect_operands(1, 1, usage);
+int run_labs(const console::Arguments& arguments, console::Console& console) {
+  arguments.expect_operands(1, 1, labs_usage);
   const bool writes = arguments.has("--default-ranges");
   const ToolEnvironment environment(arguments, console);
   const OpenDatabase open = open_database(arguments, console, writes ? Access::ReadWrite : Access::ReadOnly);
@@ -85,7 +85,7 @@ int run(const console::Arguments& arguments, console::Console& console) {
 
 }  // namespace
 
-const Command labs_command{"labs", usage,   "Shows the laboratory definitions and how many values are stored.",
-                           "",     options, run};
+const Command labs_command{"labs", labs_usage,   "Shows the laboratory definitions and how many values are stored.",
+                           "",     labs_options, run_labs};
 
 }  // namespace patientdb

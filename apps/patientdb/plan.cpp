@@ -9,9 +9,9 @@
 namespace patientdb {
 namespace {
 
-constexpr std::string_view usage = "FILE [--date D] [--json]";
+constexpr std::string_view plan_usage = "FILE [--date D] [--json]";
 
-constexpr console::Option options[] = {
+constexpr console::Option plan_options[] = {
     {"--date", "D", "The plan in force on this day, YYYY-MM-DD; else the newest one."},
     json_option,
     password_file_option,
@@ -49,8 +49,8 @@ void write_json_plan(std::ostream& out, const database::TherapyPlan& plan, const
   out << '\n';
 }
 
-int run(const console::Arguments& arguments, console::Console& console) {
-  arguments.expect_operands(1, 1, usage);
+int run_plan(const console::Arguments& arguments, console::Console& console) {
+  arguments.expect_operands(1, 1, plan_usage);
   const auto date = day_argument(arguments, "--date");
   const ToolEnvironment environment(arguments, console);
   const OpenDatabase open = open_database(arguments, console, Access::ReadOnly);
@@ -72,6 +72,7 @@ int run(const console::Arguments& arguments, console::Console& console) {
 
 }  // namespace
 
-const Command plan_command{"plan", usage, "Shows the therapy plan in force, with its summary.", "", options, run};
+const Command plan_command{"plan", plan_usage,   "Shows the therapy plan in force, with its summary.",
+                           "",     plan_options, run_plan};
 
 }  // namespace patientdb

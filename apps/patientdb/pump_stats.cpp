@@ -7,17 +7,17 @@
 namespace patientdb {
 namespace {
 
-constexpr std::string_view details =
+constexpr std::string_view pump_stats_details =
     "Entries count by their day and time of day: without times to the end of the last day, with an until time before\n"
     "the from time late and early on each day. The basal units count from the first moment to the last: from 22:00\n"
     "until 06:00 of one day ends on the next.";
 
-struct Line {
+struct StatisticsLine {
   std::string_view key, title;
   engine::Value value;
 };
 
-std::vector<Line> lines_of(const database::PumpStatistics& statistics) {
+std::vector<StatisticsLine> statistics_lines(const database::PumpStatistics& statistics) {
   return {
       {"first", "First entry", date_or_null(statistics.first)},
       {"last", "Latest end", date_or_null(statistics.last)},
@@ -37,7 +37,8 @@ void write_text(std::ostream& out, const database::PumpStatistics& statistics) {
   console::TextTable figures;
   figures.add_column("Figure");
   figures.add_column("Value", Align::Right);
-  for (const Line& line : lines_of(statistics)) figures.add_row({std::string(line.title), cell(line.value)});
+  for (const StatisticsLine& line : statistics_lines(statistics))
+    figures.add_row({std::string(line.title), cell(line.value)});
   figures.write(out);
   if (statistics.hours.empty()) return;
   console::TextTable hours;
@@ -54,7 +55,7 @@ void write_text(std::ostream& out, const database::PumpStatistics& statistics) {
 void write_json_object(std::ostream& out, const database::PumpStatistics& statistics) {
   console::JsonWriter json(out);
   json.begin_object();
-  for (const Line& line : lines_of(statistics)) write_json(json.key(line.key), line.value);
+  for (const StatisticsLine& line : statistics_lines(statistics)) write_json(json.key(line.key), line.value);
   json.key("hours").begin_array();
   for (const auto& hour : statistics.hours) {
     json.begin_object().key("hour").integer(hour.hour).key("type").integer(hour.type);
@@ -76,7 +77,7 @@ void tell_of_seconds(console::Console& console, const database::PumpPeriod& peri
   }
 }
 
-int run(const console::Arguments& arguments, console::Console& console) {
+int run_pump_stats(const console::Arguments& arguments, console::Console& console) {
   arguments.expect_operands(1, 1, pump_period_usage);
   const database::PumpPeriod period = pump_period(arguments);
   const ToolEnvironment environment(arguments, console);
@@ -90,7 +91,8 @@ int run(const console::Arguments& arguments, console::Console& console) {
 
 }  // namespace
 
-const Command pump_stats_command{"pump-stats", pump_period_usage,   "Gathers what the pump delivered in a period.",
-                                 details,      pump_period_options, run};
+const Command pump_stats_command{
+    "pump-stats",       pump_period_usage,   "Gathers what the pump delivered in a period.",
+    pump_stats_details, pump_period_options, run_pump_stats};
 
 }  // namespace patientdb

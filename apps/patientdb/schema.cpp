@@ -6,9 +6,9 @@
 namespace patientdb {
 namespace {
 
-constexpr std::string_view usage = "FILE [TABLE] [--json]";
+constexpr std::string_view schema_usage = "FILE [TABLE] [--json]";
 
-constexpr console::Option options[] = {json_option, password_file_option, console::help_option};
+constexpr console::Option schema_options[] = {json_option, password_file_option, console::help_option};
 
 std::string yes_or_no(bool value) { return value ? "yes" : "no"; }
 
@@ -53,8 +53,8 @@ void write_text(std::ostream& out, engine::TableDef& table) {
   out << '\n';
 }
 
-int run(const console::Arguments& arguments, console::Console& console) {
-  arguments.expect_operands(1, 2, usage);
+int run_schema(const console::Arguments& arguments, console::Console& console) {
+  arguments.expect_operands(1, 2, schema_usage);
   const OpenDatabase open = open_database(arguments, console, Access::ReadOnly);
   const std::string only = arguments.operands().size() > 1 ? arguments.operands()[1] : "";
   engine::TableDefs& tables = open.database->table_defs();
@@ -70,6 +70,7 @@ int run(const console::Arguments& arguments, console::Console& console) {
 
 }  // namespace
 
-const Command schema_command{"schema", usage, "Shows the tables with their fields and indexes.", "", options, run};
+const Command schema_command{"schema", schema_usage,   "Shows the tables with their fields and indexes.",
+                             "",       schema_options, run_schema};
 
 }  // namespace patientdb

@@ -11,9 +11,9 @@
 namespace patientdb {
 namespace {
 
-constexpr std::string_view usage = "FILE STATEMENT… [--json] | FILE --script SCRIPT [--json]";
+constexpr std::string_view sql_usage = "FILE STATEMENT… [--json] | FILE --script SCRIPT [--json]";
 
-constexpr std::string_view details =
+constexpr std::string_view sql_details =
     R"(Each STATEMENT takes effect as it is run; the first that fails ends the command. A SCRIPT is a UTF-8 file of
 statements that end with ";", with comments on lines that begin with "--". It is one transaction: where a
 statement fails, the error names its line and the database stays as it was.
@@ -22,7 +22,7 @@ With --json each statement gives one line: {"columns":[…],"rows":[[…]],"affe
 "YYYY-MM-DD HH:MM:SS", Yes/No -1 or 0.)";
 
 constexpr console::Option script_option{"--script", "SCRIPT", "Run the statements of this file, all or none of them."};
-constexpr console::Option options[] = {script_option, json_option, password_file_option, console::help_option};
+constexpr console::Option sql_options[] = {script_option, json_option, password_file_option, console::help_option};
 
 constexpr std::uint64_t script_limit = 256ULL * 1024 * 1024;
 
@@ -137,9 +137,9 @@ void run_script(engine::Database& database, Runner& runner, const std::vector<Sc
   transaction.commit();
 }
 
-int run(const console::Arguments& arguments, console::Console& console) {
+int run_sql(const console::Arguments& arguments, console::Console& console) {
   const std::optional<std::string> script = arguments.value(script_option.name);
-  arguments.expect_operands(script ? 1 : 2, script ? 1 : SIZE_MAX, usage);
+  arguments.expect_operands(script ? 1 : 2, script ? 1 : SIZE_MAX, sql_usage);
   std::vector<ScriptStatement> statements;
   if (script) {
     statements = read_script(*script);
@@ -159,6 +159,6 @@ int run(const console::Arguments& arguments, console::Console& console) {
 
 }  // namespace
 
-const Command sql_command{"sql", usage, "Runs SQL statements.", details, options, run};
+const Command sql_command{"sql", sql_usage, "Runs SQL statements.", sql_details, sql_options, run_sql};
 
 }  // namespace patientdb

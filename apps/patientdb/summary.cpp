@@ -8,14 +8,14 @@
 namespace patientdb {
 namespace {
 
-constexpr std::string_view usage =
+constexpr std::string_view summary_usage =
     "FILE [--mask M] [--from D --until D [--time-from T --time-until T]] [--weekdays LIST] [--import-id N] [--json]";
 
-constexpr std::string_view details =
+constexpr std::string_view summary_details =
     "An until time before the from time crosses midnight: late and early on each day. With times, categories whose\n"
     "entries have no time of day are left out, and named.";
 
-constexpr console::Option options[] = {
+constexpr console::Option summary_options[] = {
     {"--mask", "M", "The categories: bit n selects category n; -1, the default, all."},
     from_option,
     until_option,
@@ -72,8 +72,8 @@ void tell_what_is_left_out(std::ostream& err, const std::vector<std::int16_t>& c
   err << '\n';
 }
 
-int run(const console::Arguments& arguments, console::Console& console) {
-  arguments.expect_operands(1, 1, usage);
+int run_summary(const console::Arguments& arguments, console::Console& console) {
+  arguments.expect_operands(1, 1, summary_usage);
   const database::AvailabilityRequest request = request_of(arguments);
   const ToolEnvironment environment(arguments, console);
   const OpenDatabase open = open_database(arguments, console, Access::ReadOnly);
@@ -87,7 +87,7 @@ int run(const console::Arguments& arguments, console::Console& console) {
 }  // namespace
 
 const Command summary_command{
-    "summary", usage,   "Tells which kinds of data a database holds, with their days and checksums.",
-    details,   options, run};
+    "summary",       summary_usage,   "Tells which kinds of data a database holds, with their days and checksums.",
+    summary_details, summary_options, run_summary};
 
 }  // namespace patientdb

@@ -14,9 +14,9 @@
 namespace patientdb {
 namespace {
 
-constexpr std::string_view usage = "FILE… [--yes|--no] [--backup|--no-backup] [--json]";
+constexpr std::string_view upgrade_usage = "FILE… [--yes|--no] [--backup|--no-backup] [--json]";
 
-constexpr std::string_view details =
+constexpr std::string_view upgrade_details =
     R"(A database of an older layout is brought up to the current one, or stays as it was where that fails. First a copy is
 made beside it, checked, and named with the old layout (NAME.4.40.das); a copy that is there is never overwritten. An
 upgrade that fails leaves its copy only where the disk or the network has failed.
@@ -26,7 +26,7 @@ Ten days of pump data or more are converted only after a question, which is aske
 
 Exit code 1 where one of the files could not be brought to the current layout.)";
 
-constexpr console::Option options[] = {
+constexpr console::Option upgrade_options[] = {
     yes_option,
     no_option,
     {"--backup", "", "Make a copy first; the default."},
@@ -152,8 +152,8 @@ void write_json(console::Console& console, const Outcome& outcome) {
   console.out << '\n';
 }
 
-int run(const console::Arguments& arguments, console::Console& console) {
-  arguments.expect_operands(1, SIZE_MAX, usage);
+int run_upgrade(const console::Arguments& arguments, console::Console& console) {
+  arguments.expect_operands(1, SIZE_MAX, upgrade_usage);
   if (arguments.has("--backup") && arguments.has("--no-backup")) {
     throw console::UsageError("--backup and --no-backup exclude each other.");
   }
@@ -169,6 +169,7 @@ int run(const console::Arguments& arguments, console::Console& console) {
 
 }  // namespace
 
-const Command upgrade_command{"upgrade", usage, "Brings databases of older layouts up to date.", details, options, run};
+const Command upgrade_command{"upgrade",       upgrade_usage,   "Brings databases of older layouts up to date.",
+                              upgrade_details, upgrade_options, run_upgrade};
 
 }  // namespace patientdb
