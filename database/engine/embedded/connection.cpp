@@ -17,10 +17,14 @@ constexpr int maximum_text_bytes = 64 << 20;
 /// As long as the compiler's longest statement.
 constexpr int maximum_sql_bytes = 4 << 20;
 
-/// A journal that is gone ends a commit, so the folder is synced, too: after a power cut it would be back, and undo it.
 /// Reading a page of an encrypted file costs more than all that is done with it: up to 128 MiB are kept, so that
-/// several questions to ten years of data decrypt them once. A small file takes no more than its own size.
-constexpr char connection_settings[] = "PRAGMA cell_size_check=ON; PRAGMA synchronous=EXTRA; PRAGMA cache_size=-131072";
+/// several questions to ten years of data decrypt them once. A small file takes no more than its own size. The size is
+/// set in the transaction that reads the version: each one begins with the first page, whatever is kept.
+/// A journal that is gone ends a commit, so the folder is synced, too: after a power cut it would be back, and undo it.
+/// SQLite takes this setting outside of transactions only.
+constexpr char first_statements[] =
+    "BEGIN; PRAGMA cell_size_check=ON; PRAGMA user_version; PRAGMA cache_size=-131072; COMMIT; "
+    "PRAGMA synchronous=EXTRA";
 
 /// The form in which the cipher takes a key that is derived already, wiped after use.
 class KeyText {
@@ -232,10 +236,9 @@ std::optional<std::int64_t> Connection::first_read() {
     *static_cast<std::int64_t*>(target) = values[0] ? std::atoll(values[0]) : 0;
     return 0;
   };
-  const int result = sqlite3_exec(handle_.get(), "PRAGMA user_version", take, &user_version, nullptr);
+  const int result = sqlite3_exec(handle_.get(), first_statements, take, &user_version, nullptr);
   if ((result & 0xff) == SQLITE_NOTADB) return std::nullopt;
   check(result);
-  check(sqlite3_exec(handle_.get(), connection_settings, nullptr, nullptr, nullptr));
   if (exclusive_) run("PRAGMA locking_mode=EXCLUSIVE");
   if (read_only_) run("PRAGMA query_only=ON");
   return user_version;
