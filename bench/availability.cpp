@@ -72,22 +72,18 @@ class Summary {
   std::optional<std::size_t> found_;
 };
 
-std::shared_ptr<Summary> summary_of(const std::filesystem::path& folder, const char* name, int glucose_rows) {
-  return std::make_shared<Summary>(folder / name, glucose_rows);
+Job summary_of(const std::filesystem::path& folder, const char* name, int glucose_rows) {
+  const auto summary = std::make_shared<Summary>(folder / name, glucose_rows);
+  return {"availability summary of ten years", 0.7, [summary] { summary->ours(); }, [summary] { summary->straight(); }};
 }
 
 }  // namespace
 
-Job summary_job(const std::filesystem::path& folder) {
-  const auto summary = summary_of(folder, "summary.das", ten_years_of_glucose);
-  return {"availability summary of ten years", 0.7, 5, [summary] { summary->ours(); },
-          [summary] { summary->straight(); }};
-}
+Job summary_job(const std::filesystem::path& folder) { return summary_of(folder, "summary.das", ten_years_of_glucose); }
 
-Job summary_growth_job(const std::filesystem::path& folder) {
-  const auto ten = summary_of(folder, "summary10.das", ten_years_of_glucose);
-  const auto one = summary_of(folder, "summary1.das", ten_years_of_glucose / 10);
-  return {"availability summary, ten years beside one", 11, 3, [ten] { ten->ours(); }, [one] { one->ours(); }};
+GrowthJob summary_growth_job(const std::filesystem::path& folder) {
+  return {"availability summary, ten years beside one", summary_of(folder, "summary10.das", ten_years_of_glucose),
+          summary_of(folder, "summary1.das", ten_years_of_glucose / 10)};
 }
 
 }  // namespace bench

@@ -82,15 +82,19 @@ Job creation_job(const std::filesystem::path& folder) {
                               straight = folder / "straight.das";
   create_patient_file(model);
   const auto content = std::make_shared<Content>(read_content(model.string()));
-  return {"create a patient database", 1.5, 15,
-          [ours] {
-            std::filesystem::remove(ours);
-            create_patient_file(ours);
-          },
-          [straight, content] {
-            std::filesystem::remove(straight);
-            write_straight(straight.string(), *content);
-          }};
+  return {.name = "create a patient database",
+          .limit = 1.5,
+          .ours =
+              [ours] {
+                std::filesystem::remove(ours);
+                create_patient_file(ours);
+              },
+          .straight =
+              [straight, content] {
+                std::filesystem::remove(straight);
+                write_straight(straight.string(), *content);
+              },
+          .rounds = 15};
 }
 
 }  // namespace bench

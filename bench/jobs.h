@@ -13,14 +13,13 @@ Job reading_job(const std::filesystem::path& folder);
 Job ladder_job(const std::filesystem::path& folder);
 Job pump_conversion_job(const std::filesystem::path& folder);
 Job pump_statistics_job(const std::filesystem::path& folder);
-// Ours with ten times the rows beside ours.
-Job ladder_growth_job(const std::filesystem::path& folder);
-Job pump_conversion_growth_job(const std::filesystem::path& folder);
-Job pump_statistics_growth_job(const std::filesystem::path& folder);
 Job summary_job(const std::filesystem::path& folder);
-Job summary_growth_job(const std::filesystem::path& folder);
-Job index_growth_job(const std::filesystem::path& folder);
 // The walk with keys derived ahead beside the one without; the limit is that of two processors.
 Job index_ahead_job(const std::filesystem::path& folder);
+GrowthJob ladder_growth_job(const std::filesystem::path& folder);
+GrowthJob pump_conversion_growth_job(const std::filesystem::path& folder);
+GrowthJob pump_statistics_growth_job(const std::filesystem::path& folder);
+GrowthJob summary_growth_job(const std::filesystem::path& folder);
+GrowthJob index_growth_job(const std::filesystem::path& folder);
 
 }  // namespace bench

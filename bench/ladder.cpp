@@ -104,7 +104,9 @@ void upgrade_straight(const fs::path& file, const std::string& key, const std::v
 /// What both sides share; made at the first use.
 struct Files {
   Files(const fs::path& folder, int days)
-      : history(folder, days), work(folder / "ladder.das"), old(folder / "old.das") {}
+      : history(folder, days),
+        work(folder / ("ladder" + std::to_string(days) + ".das")),
+        old(folder / ("old" + std::to_string(days) + ".das")) {}
 
   void prepare() {
     history.copy_to(work);
@@ -122,31 +124,18 @@ struct Files {
   std::vector<std::string> layout;
 };
 
-}  // namespace
-
-Job ladder_job(const fs::path& folder) {
-  const auto files = std::make_shared<Files>(folder, ten_years);
-  return {"upgrade ten years from layout 4.0",
-          1.5,
-          3,
-          [files] { upgrade_ours(files->work); },
-          [files] { upgrade_straight(files->work, files->key, files->layout); },
-          [files] { files->prepare(); }};
+Job ladder_of(const fs::path& folder, int days) {
+  const auto files = std::make_shared<Files>(folder, days);
+  return {"upgrade ten years from layout 4.0", 1.5, [files] { upgrade_ours(files->work); },
+          [files] { upgrade_straight(files->work, files->key, files->layout); }, [files] { files->prepare(); }};
 }
 
-Job ladder_growth_job(const fs::path& folder) {
-  const auto decade = std::make_shared<LongHistory>(folder, ten_years);
-  const auto year = std::make_shared<LongHistory>(folder, one_year);
-  const fs::path large = folder / "large.das", small = folder / "small.das";
-  return {"upgrade, ten years beside one",
-          11,
-          3,
-          [large] { upgrade_ours(large); },
-          [small] { upgrade_ours(small); },
-          [=] {
-            decade->copy_to(large);
-            year->copy_to(small);
-          }};
+}  // namespace
+
+Job ladder_job(const fs::path& folder) { return ladder_of(folder, ten_years); }
+
+GrowthJob ladder_growth_job(const fs::path& folder) {
+  return {"upgrade, ten years beside one", ladder_of(folder, ten_years), ladder_of(folder, one_year)};
 }
 
 }  // namespace bench

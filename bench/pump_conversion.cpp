@@ -114,16 +114,11 @@ void check_same_days(const fs::path& file, LongHistory& history, const std::stri
   }
 }
 
-}  // namespace
-
-Job pump_conversion_job(const fs::path& folder) {
-  const auto history = std::make_shared<LongHistory>(folder, ten_years);
-  const fs::path file = folder / "conversion.das";
+Job conversion_of(const fs::path& folder, int days) {
+  const auto history = std::make_shared<LongHistory>(folder, days);
+  const fs::path file = folder / ("conversion" + std::to_string(days) + ".das");
   const auto key = std::make_shared<std::string>();
-  return {"convert ten years of pump data",
-          2,
-          7,
-          [file] { convert_ours(file); },
+  return {"convert ten years of pump data", 2, [file] { convert_ours(file); },
           [file, key] {
             const StraightDatabase database = open_straight(file.string(), *key);
             execute(database.get(), "BEGIN IMMEDIATE");
@@ -140,19 +135,12 @@ Job pump_conversion_job(const fs::path& folder) {
           }};
 }
 
-Job pump_conversion_growth_job(const fs::path& folder) {
-  const auto decade = std::make_shared<LongHistory>(folder, ten_years);
-  const auto year = std::make_shared<LongHistory>(folder, one_year);
-  const fs::path large = folder / "conversion.das", small = folder / "conversion1.das";
-  return {"convert pump data, ten years beside one",
-          11,
-          5,
-          [large] { convert_ours(large); },
-          [small] { convert_ours(small); },
-          [=] {
-            prepare_conversion(*decade, large);
-            prepare_conversion(*year, small);
-          }};
+}  // namespace
+
+Job pump_conversion_job(const fs::path& folder) { return conversion_of(folder, ten_years); }
+
+GrowthJob pump_conversion_growth_job(const fs::path& folder) {
+  return {"convert pump data, ten years beside one", conversion_of(folder, ten_years), conversion_of(folder, one_year)};
 }
 
 }  // namespace bench

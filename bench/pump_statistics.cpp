@@ -94,17 +94,12 @@ double statistics_straight(const fs::path& file, const std::string& key, int day
   return basal_straight(database.get(), days) + boluses.second + rates.first + boluses.first + minutes;
 }
 
-}  // namespace
-
-Job pump_statistics_job(const fs::path& folder) {
-  const auto history = std::make_shared<LongHistory>(folder, ten_years);
-  const fs::path file = folder / "statistics.das";
+Job statistics_of(const fs::path& folder, int days) {
+  const auto history = std::make_shared<LongHistory>(folder, days);
+  const fs::path file = folder / ("statistics" + std::to_string(days) + ".das");
   const auto key = std::make_shared<std::string>();
   return {
-      "pump statistics of ten years",
-      1.2,
-      7,
-      [=] { statistics_ours(file, *history); },
+      "pump statistics of ten years", 1.2, [=] { statistics_ours(file, *history); },
       [=] { statistics_straight(file, *key, history->days()); },
       [=] {
         if (!key->empty()) return;
@@ -118,19 +113,12 @@ Job pump_statistics_job(const fs::path& folder) {
       }};
 }
 
-Job pump_statistics_growth_job(const fs::path& folder) {
-  const auto decade = std::make_shared<LongHistory>(folder, ten_years);
-  const auto year = std::make_shared<LongHistory>(folder, one_year);
-  const fs::path large = folder / "statistics.das", small = folder / "statistics1.das";
-  return {"pump statistics, ten years beside one",
-          11,
-          7,
-          [=] { statistics_ours(large, *decade); },
-          [=] { statistics_ours(small, *year); },
-          [=] {
-            if (!fs::exists(large)) decade->copy_to(large);
-            if (!fs::exists(small)) year->copy_to(small);
-          }};
+}  // namespace
+
+Job pump_statistics_job(const fs::path& folder) { return statistics_of(folder, ten_years); }
+
+GrowthJob pump_statistics_growth_job(const fs::path& folder) {
+  return {"pump statistics, ten years beside one", statistics_of(folder, ten_years), statistics_of(folder, one_year)};
 }
 
 }  // namespace bench

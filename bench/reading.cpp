@@ -52,8 +52,11 @@ Job reading_job(const std::filesystem::path& folder) {
   create_patient_file(file);
   const std::string path = windows_path(file);
   const std::string key = derived_key(file.string(), database::default_password);
-  return {"open a database, read patient and settings", 1.2, 400, [path] { read_ours(path); },
-          [host_path = file.string(), key] { read_straight(host_path, key); }};
+  return {.name = "open a database, read patient and settings",
+          .limit = 1.2,
+          .ours = [path] { read_ours(path); },
+          .straight = [host_path = file.string(), key] { read_straight(host_path, key); },
+          .rounds = 400};
 }
 
 }  // namespace bench
