@@ -30,7 +30,7 @@ std::string page_that_claims(std::uint64_t text_size) {
   const std::uint64_t surplus = least + (payload - least) % (page_size - 4);
   const std::uint64_t local = surplus <= page_size - 35 ? surplus : least;
   std::string cell = varint(payload) + varint(1) + header;
-  cell += std::string(local - header.size(), 'x') + big_endian(2, 4);
+  cell += std::string(static_cast<std::size_t>(local - header.size()), 'x') + big_endian(2, 4);
   const std::size_t start = page_size - cell.size();
   std::string page = "\x0D" + big_endian(0, 2) + big_endian(1, 2) + big_endian(start, 2) + big_endian(0, 1);
   page += big_endian(start, 2);
