@@ -153,16 +153,21 @@ void EmbeddedRecordset::begin_edit(Editing editing) {
   session_->prepare_change();
   adopt_layout();
   edited_.assign(table_->definition.fields.size(), std::nullopt);
+  set_aside_.clear();
   assigned_.clear();
   editing_ = editing;
 }
 
-std::vector<std::optional<Value>> EmbeddedRecordset::values_in(const TableDefinition& layout) const {
+/// What was written to a field is kept while the field is gone: a rollback may bring it back.
+std::vector<std::optional<Value>> EmbeddedRecordset::values_in(const TableDefinition& layout) {
   std::vector<std::optional<Value>> values(layout.fields.size());
+  if (editing_ == Editing::None) return values;
   const auto& old_fields = table_->definition.fields;
-  for (std::size_t i = 0; editing_ != Editing::None && i < layout.fields.size(); ++i) {
-    const auto same = std::ranges::find(old_fields, layout.fields[i].id, &FieldDefinition::id);
-    if (same != old_fields.end()) values[i] = edited_[static_cast<std::size_t>(same - old_fields.begin())];
+  for (std::size_t i = 0; i < old_fields.size(); ++i) {
+    if (edited_[i]) set_aside_.insert_or_assign(old_fields[i].id, *edited_[i]);
+  }
+  for (std::size_t i = 0; i < layout.fields.size(); ++i) {
+    if (auto kept = set_aside_.extract(layout.fields[i].id)) values[i] = std::move(kept.mapped());
   }
   return values;
 }
@@ -382,6 +387,8 @@ Value EmbeddedRecordset::value(std::int32_t position) const {
   const auto place = static_cast<std::size_t>(position);
   const std::optional<std::size_t> field = table_fields_[place];
   if (editing_ != Editing::None && field && edited_[*field]) return *edited_[*field];
+  if (const auto kept = set_aside_.find(column_fields_[place]); editing_ != Editing::None && kept != set_aside_.end())
+    return kept->second;
   if (editing_ == Editing::Adding) return Null{};
   require_row();
   return reader_.rows().value(row_, place);
