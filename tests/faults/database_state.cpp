@@ -1,6 +1,9 @@
 #include "tests/faults/database_state.h"
 
 #include <filesystem>
+#include <functional>
+#include <map>
+#include <regex>
 #include <vector>
 
 #include "database/engine/embedded/connection.h"
@@ -33,10 +36,51 @@ std::vector<std::string> table_names(Connection& file) {
   return names;
 }
 
-void append_rows(std::string& state, const PooledStatement& rows) {
+/// Tables and fields have identities with gaps that nobody foresees: here the name stands for each.
+class Identities {
+ public:
+  explicit Identities(Connection& file) {
+    for (const std::string table : {"jet.tables", "jet.fields"}) {
+      const PooledStatement ids = file.statement("SELECT id, name FROM " + quoted_name(table));
+      while (ids->step()) names_.emplace(ids->text(0), "#" + std::string(ids->text(1)));
+    }
+  }
+
+  std::string shown(std::string_view table, std::string_view column, std::string text) const {
+    if (!table.starts_with("jet.") || (column != "id" && column != "table_id")) return text;
+    const auto name = names_.find(text);
+    return name == names_.end() ? text : name->second;
+  }
+
+  /// Of an index, whose name begins with its table's identity.
+  std::string in_layout(std::string text) const {
+    static const std::regex index{R"(INDEX "(\d+)\.)"};
+    std::smatch found;
+    if (std::regex_search(text, found, index)) {
+      const auto name = names_.find(found.str(1));
+      if (name != names_.end()) text.replace(found.position(1), found.length(1), name->second);
+    }
+    return text;
+  }
+
+ private:
+  std::map<std::string, std::string, std::less<>> names_;
+};
+
+void append_layout(std::string& state, Connection& file, const std::string& table, const Identities& identities) {
+  const PooledStatement layout = file.statement("SELECT sql FROM sqlite_schema WHERE tbl_name=? ORDER BY name");
+  for (layout->with(std::string_view(table)); layout->step();) {
+    state.append(identities.in_layout(std::string(layout->text(0)))).append("|\n");
+  }
+}
+
+void append_rows(std::string& state, Connection& file, const std::string& table, const Identities& identities) {
+  const PooledStatement rows = file.statement("SELECT * FROM " + quoted_name(table));
   while (rows->step()) {
     for (int column = 0; column < sqlite3_column_count(rows->handle()); ++column) {
-      state.append(rows->storage_class(column) == SQLITE_NULL ? "Null" : rows->text(column)).append("|");
+      const bool null = rows->storage_class(column) == SQLITE_NULL;
+      const std::string_view name = sqlite3_column_name(rows->handle(), column);
+      state.append(null ? "Null" : identities.shown(table, name, std::string(rows->text(column)))).append("|");
     }
     state += '\n';
   }
@@ -49,13 +93,12 @@ std::string database_state(const std::string& host_path, std::string_view passwo
   Connection file{host_path, {}};
   unlock(file, password, has_journal(host_path));
   file.check_integrity();
+  const Identities identities{file};
   std::string state;
   for (const std::string& name : table_names(file)) {
     state.append(table_mark).append(name).append("\n");
-    const PooledStatement layout = file.statement("SELECT sql FROM sqlite_schema WHERE tbl_name=? ORDER BY name");
-    layout->with(std::string_view(name));
-    append_rows(state, layout);
-    append_rows(state, file.statement("SELECT * FROM " + engine::embedded::quoted_name(name)));
+    append_layout(state, file, name, identities);
+    append_rows(state, file, name, identities);
   }
   return state;
 }
