@@ -164,7 +164,7 @@ void Play::finish_update(Hand& hand) {
     for (const PlainRecordset::Column& column : shown.columns) {
       Values& values = shown.rows.back().values;
       const bool known = changed.shows(column.field, column.name);
-      values[column.field] = known ? shown.edited[column.field] : Value{Null{}};
+      values[column.field] = known ? shown.edited[column.field] : column.empty();
     }
   } else {
     for (const auto& [identity, value] : shown.edited) shown.rows[shown.at].values[identity] = value;

@@ -56,7 +56,7 @@ bool is_empty_text(const Expression& expression) noexcept {
 }  // namespace
 
 std::string compile_default(const FieldDefinition& field) {
-  const std::string none = field.type == DataType::Boolean ? "0" : "NULL";
+  std::string none = field.type == DataType::Boolean ? "0" : "NULL";
   if (is_blank_text(field.default_value)) return none;
   const bool text = field.holds_text();
   const ExpressionPtr expression = parse_default(field, text);
