@@ -116,8 +116,8 @@ constexpr form::ControlRow summary_controls[] = {
     grid::purpose("Diese Einstellungen werden jetzt gespeichert:", "L4738"),
     {"lblSummary", -1, TextBox, "", {120, 1440, 6360, 3420}},
     {"lblChange", -1, Label, "", {120, 5070, 1020, 330}, "S&eite:", "L4910"},
-    {"cbChange", -1, ComboBox, "", {1200, 5025, 3480, 330}, "", "way"},
-    {"cmdChange", -1, Button, "", {4860, 4980, 1620, 420}, "Ä&ndern", "L4911"},
+    {"cbChange", -1, ComboBox, "", {1200, 5025, 3900, 330}, "", "way"},
+    {"cmdChange", -1, Button, "", {5220, 4980, 1260, 420}, "Ä&ndern", "L4911"},
 };
 // clang-format on
 

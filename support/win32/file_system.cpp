@@ -37,13 +37,14 @@ bool create_folder_at(std::wstring path) {
 /// The folder itself, or the nearest one above it that is there.
 std::wstring existing_folder(std::wstring path) {
   if (path.empty()) return L".";
-  while (GetFileAttributesW(path.c_str()) == INVALID_FILE_ATTRIBUTES) {
+  while (true) {
+    // Behind a file's name a backslash hides the file.
     while (path.ends_with(L'\\') && path.size() > 3) path.pop_back();
     const auto slash = path.rfind(L'\\');
-    if (slash == std::wstring::npos || slash + 1 == path.size()) break;
+    const bool is_root = slash == std::wstring::npos || slash + 1 == path.size();
+    if (is_root || GetFileAttributesW(path.c_str()) != INVALID_FILE_ATTRIBUTES) return path;
     path.resize(slash + 1);
   }
-  return path;
 }
 
 /// Opens what is there with the rights and closes it again.

@@ -156,9 +156,10 @@ void replace_with_host_file(const std::string& source, const std::string& target
 }
 
 bool can_replace_host_file(const std::string& path) {
-  if (is_read_only(wide_path(path))) return false;
-  const auto slash = path.rfind('\\');
-  return host_file_system().can_create_in(slash == std::string::npos ? "." : path.substr(0, slash + 1));
+  const std::wstring file = wide_path(path);
+  if (is_read_only(file)) return false;
+  const std::string folder = narrow(file.substr(0, file.rfind(L'\\') + 1));
+  return host_file_system().folder_exists(folder) && host_file_system().can_create_in(folder);
 }
 
 class HostFileLock::Held {

@@ -18,9 +18,11 @@ namespace {
 using form::Control;
 using form::Form;
 using form::Kind;
+using ::testing::AnyOf;
 using ::testing::ElementsAre;
+using ::testing::EndsWith;
+using ::testing::HasSubstr;
 using ::testing::IsEmpty;
-using ::testing::MatchesRegex;
 using ::testing::Not;
 
 class Recorder : public form::FormObserver {
@@ -216,7 +218,8 @@ TEST(TheLayout, HasAHeadingOfItsOwnAndASentenceOnEveryPage) {
     const auto [other, is_new] = pages_by_heading.try_emplace(heading.caption(), n);
     EXPECT_TRUE(is_new) << "pages " << other->second << " and " << n << " are both named " << heading.caption();
     EXPECT_THAT(heading.caption(), Not(IsEmpty())) << n;
-    EXPECT_THAT(purpose.caption(), MatchesRegex("[^ ].* .*[.?!:]")) << n;
+    EXPECT_THAT(purpose.caption(), HasSubstr(" ")) << n;
+    EXPECT_THAT(purpose.caption(), AnyOf(EndsWith("."), EndsWith("?"), EndsWith(":"))) << n;
   }
 }
 

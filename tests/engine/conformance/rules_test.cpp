@@ -7,8 +7,12 @@
 namespace engine::test {
 namespace {
 
+using testing::AllOf;
+using testing::AnyOf;
 using testing::ElementsAre;
+using testing::EndsWith;
 using testing::HasSubstr;
+using testing::StartsWith;
 
 std::string error_text(const std::function<void()>& call) {
   try {
@@ -17,6 +21,11 @@ std::string error_text(const std::function<void()>& call) {
   } catch (const support::RuntimeError& error) {
     return std::to_string(error.number()) + " " + error.what();
   }
+}
+
+/// An object that gives its number as the result of a call has no text to tell.
+auto tells(int number, const std::string& text) {
+  return AllOf(StartsWith(std::to_string(number) + " "), AnyOf(HasSubstr(text), EndsWith(" Automation error")));
 }
 
 class Rules : public ConformanceTest {
@@ -41,14 +50,15 @@ class Rules : public ConformanceTest {
 TEST_P(Rules, OfAFieldHoldForStatements) {
   set_rule("amount", "Between 1 And 100", "Die Menge muss zwischen 1 und 100 liegen.");
   set_rule("name", "Like 'A*'");
-  const std::string breached = "3316 Die Menge muss zwischen 1 und 100 liegen.";
-  EXPECT_EQ(error_text(running("INSERT INTO things (amount) VALUES (101)")), breached);
+  const auto breached = tells(3316, "Die Menge muss zwischen 1 und 100 liegen.");
+  EXPECT_THAT(error_text(running("INSERT INTO things (amount) VALUES (101)")), breached);
   EXPECT_EQ(error_text(running("INSERT INTO things (name, amount) VALUES ('Anna', 100.4)")), "no error")
       << "the value is checked as it is stored";
   EXPECT_EQ(error_text(running("INSERT INTO things (name, amount) VALUES (Null, Null)")), "no error");
-  EXPECT_EQ(error_text(running("UPDATE things SET amount = amount + 1 WHERE name = 'Anna'")), breached);
+  EXPECT_THAT(error_text(running("UPDATE things SET amount = amount + 1 WHERE name = 'Anna'")), breached);
   EXPECT_EQ(error_text(running("UPDATE things SET name = 'Xaver', amount = 5")).substr(0, 5), "3317 ");
-  EXPECT_THAT(error_text(running("UPDATE things SET name = 'Xaver'")), HasSubstr("'Like 'A*'' set for 'things.name'"));
+  EXPECT_THAT(error_text(running("UPDATE things SET name = 'Xaver'")),
+              tells(3317, "'Like 'A*'' set for 'things.name'"));
   EXPECT_EQ(error_text(running("UPDATE things SET note = 'x', amount = amount - 1")), "no error");
   EXPECT_THAT(amounts(), ElementsAre("99", "NULL"));
 }
@@ -63,12 +73,12 @@ TEST_P(Rules, OfAFieldHoldForRecordsets) {
   EXPECT_EQ(to_text(rows->value("name")), "edited") << "a field that does not change is not checked";
   rows->edit();
   rows->set_value("amount", Value{std::int16_t{0}});
-  EXPECT_EQ(error_text([&] { rows->update(); }), "3316 zu klein");
+  EXPECT_THAT(error_text([&] { rows->update(); }), tells(3316, "zu klein"));
   rows->set_value("amount", Value{std::int16_t{1}});
   rows->update();
   rows->add_new();
   rows->set_value("amount", Value{std::int16_t{-1}});
-  EXPECT_EQ(error_text([&] { rows->update(); }), "3316 zu klein");
+  EXPECT_THAT(error_text([&] { rows->update(); }), tells(3316, "zu klein"));
   rows->set_value("amount", Null{});
   rows->update();
   EXPECT_THAT(amounts(), ElementsAre("1", "NULL"));
@@ -78,14 +88,14 @@ TEST_P(Rules, OfATableSpeakOfTheWholeRow) {
   const auto table = database().table_defs().item("things");
   table->set_validation_rule("Len([name]) < [amount] Or [note] Is Not Null");
   table->set_validation_text("Name zu lang");
-  EXPECT_EQ(error_text(running("INSERT INTO things (name, amount) VALUES ('Bert', 4)")), "3316 Name zu lang");
+  EXPECT_THAT(error_text(running("INSERT INTO things (name, amount) VALUES ('Bert', 4)")), tells(3316, "Name zu lang"));
   EXPECT_EQ(error_text(running("INSERT INTO things (name) VALUES ('Bert')")), "no error") << "the default is 7";
-  EXPECT_EQ(error_text(running("UPDATE things SET amount = 4")), "3316 Name zu lang");
+  EXPECT_THAT(error_text(running("UPDATE things SET amount = 4")), tells(3316, "Name zu lang"));
   EXPECT_EQ(error_text(running("UPDATE things SET amount = 4, note = 'x'")), "no error");
   const auto rows = database().open_recordset("SELECT note FROM things");
   rows->edit();
   rows->set_value("note", Null{});
-  EXPECT_EQ(error_text([&] { rows->update(); }), "3316 Name zu lang");
+  EXPECT_THAT(error_text([&] { rows->update(); }), tells(3316, "Name zu lang"));
   EXPECT_THAT(column(database(), "things", "note"), ElementsAre("x"));
 }
 

@@ -80,7 +80,7 @@ PlainRecordset::PlainRecordset(const PlainTable& source, const std::vector<std::
     : table(source.identity) {
   for (const PlainField& field : source.fields) {
     if (names.empty() || std::ranges::find(names, field.name) != names.end()) {
-      columns.push_back({field.name, field.identity, field.type});
+      columns.push_back({field.name, field.identity});
     }
   }
   for (const PlainRow& row : source.rows) rows.push_back({row.identity, row.values});

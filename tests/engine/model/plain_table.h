@@ -73,10 +73,6 @@ struct PlainRecordset {
   struct Column {
     std::string name;
     int field = 0;
-    DataType type = DataType::Text;
-
-    /// What it shows in a row that does not have its field.
-    Value empty() const { return type == DataType::Boolean ? Value{false} : Value{Null{}}; }
   };
   struct Shown {
     int row = 0;

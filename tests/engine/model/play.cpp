@@ -225,8 +225,11 @@ void Play::compare_recordset(Hand& hand) {
     if (!errors.empty()) continue;
     const auto edited = shown.edited.find(column.field);
     const bool editing = shown.editing != PlainRecordset::Editing::None;
-    // A column that is no field any more shows what it showed, or nothing.
-    if (editing && !table(hand).shows(column.field, column.name)) continue;
+    // A column that is no field any more shows what it showed, or nothing, which for Yes/No is No.
+    if (!table(hand).shows(column.field, column.name)) {
+      const Value shows = hand.rows->value(column.name);
+      if (editing || is_null(shows) || shows == Value{false}) continue;
+    }
     if (editing && edited != shown.edited.end()) {
       compare_values(*hand.rows, column.name, edited->second, "edited row");
     } else if (shown.editing != PlainRecordset::Editing::Adding) {

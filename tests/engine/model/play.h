@@ -36,6 +36,7 @@ class Play {
   /// A query that fails at one row, and how far it was read.
   struct FailingQuery {
     std::unique_ptr<Recordset> rows;
+    int table = 0;                      ///< the identity of the table that it reads
     std::vector<std::int32_t> numbers;  ///< those before the failing row
     std::size_t at = 0;
     bool fails = false;
