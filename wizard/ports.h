@@ -31,6 +31,8 @@ struct Ports {
   decltype(database::Environment::now) now;
   /// The program's own folder, a Windows path, with or without a trailing backslash.
   std::string own_folder;
+  /// The folder of the user's local application data, a Windows path; empty where there is none.
+  std::string local_data;
 };
 
 }  // namespace wizard

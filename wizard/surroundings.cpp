@@ -3,12 +3,14 @@
 #include <algorithm>
 #include <memory>
 #include <optional>
+#include <set>
 #include <string>
 
 #include "database/open_database.h"
 #include "support/common_code.h"
 #include "support/encoding.h"
 #include "support/error.h"
+#include "support/virtual_store.h"
 #include "wizard/finish_problems.h"
 #include "wizard/home_page_slots.h"
 #include "wizard/new_database_path.h"
@@ -21,7 +23,8 @@ namespace {
 constexpr long folder_cannot_be_made = 4893, folder_is_protected = 4894, little_room = 4895, name_is_taken = 4896,
                no_name_is_free = 4897, folder_does_not_fit = 4898, value_does_not_fit = 4899, database_unread = 4900,
                plan_unread = 4901, file_is_protected = 4902, registry_is_protected = 4903, no_home_page = 4904,
-               index_unread = 4905, index_not_created = 4906, patients_not_upgraded = 4907, profile_does_not_fit = 4908;
+               index_unread = 4905, index_not_created = 4906, patients_not_upgraded = 4907, profile_does_not_fit = 4908,
+               has_a_twin = 4912;
 
 /// What a new database and the engine's own notes need while it is made.
 constexpr std::uint64_t megabyte = 1 << 20, room_for_database = 4 * megabyte;
@@ -45,6 +48,7 @@ class Look {
   void look_at_registry();
   void look_at_home_page();
   void look_at_index();
+  void look_for_twins();
 
   const Context& context_;
   const Choices& choices_;
@@ -130,10 +134,21 @@ void Look::look_at_index() {
   if (!index) warn(index_unread, {config.IndexDB, error_reason(config, failure)});
 }
 
+/// What an older program stored in its copy of a folder is not in the folder, and the other way round.
+void Look::look_for_twins() {
+  std::set<std::string> folders{context_.config.Path};
+  if (!choices_.database.empty()) folders.insert(folder_of(choices_.database));
+  for (const std::string& folder : folders) {
+    const std::string twin = support::virtual_store_twin(files(), context_.ports.local_data, folder);
+    if (!twin.empty()) warn(has_a_twin, {folder, twin});
+  }
+}
+
 Findings Look::run() {
   support::Procedure procedure{"wizard!Surroundings"};
-  constexpr void (Look::*looks[])() = {&Look::look_at_new_database, &Look::look_at_known_database, &Look::look_at_index,
-                                       &Look::look_at_registry, &Look::look_at_home_page};
+  constexpr void (Look::*looks[])() = {&Look::look_at_new_database, &Look::look_at_known_database,
+                                       &Look::look_at_index,        &Look::look_at_registry,
+                                       &Look::look_at_home_page,    &Look::look_for_twins};
   for (const auto look : looks) procedure.step([&] { (this->*look)(); });
   return std::move(findings_);
 }

@@ -4,6 +4,7 @@
 #include "database/jet_import/readable_copy.h"
 #include "support/host.h"
 #include "support/language.h"
+#include "support/virtual_store.h"
 
 namespace apps {
 wizard::Ports host_ports(support::Registry& registry, wizard::UserPort& user, const std::string& own_folder,
@@ -22,6 +23,7 @@ wizard::Ports host_ports(support::Registry& registry, wizard::UserPort& user, co
   ports.readable_copy = jet_import::readable_copy;
   ports.now = [] { return database::Environment{}.present(); };
   ports.own_folder = own_folder;
+  ports.local_data = support::host_local_data();
   return ports;
 }
 

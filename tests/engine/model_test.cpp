@@ -1,8 +1,8 @@
 #include <chrono>
-#include <cstdlib>
 
 #include "database/engine/embedded/embedded_engine.h"
 #include "tests/engine/model/play.h"
+#include "tests/engine/model/property_run.h"
 #include "tests/engine/test_database.h"
 
 namespace engine::test {
@@ -40,22 +40,8 @@ class Model : public EngineTest {
   }
 };
 
-// PROPERTY_SECONDS: how long new sequences are played, 10 unless given. PROPERTY_SEED: one sequence, once.
 TEST_F(Model, AgreesWithTwoHandlesAfterEveryStep) {
-  if (const char* const seed = std::getenv("PROPERTY_SEED")) {
-    play(static_cast<unsigned>(std::strtoul(seed, nullptr, 10)));
-    return;
-  }
-  const char* const wanted = std::getenv("PROPERTY_SECONDS");
-  const std::chrono::seconds time{wanted ? std::atoi(wanted) : 10};
-  const auto end = std::chrono::steady_clock::now() + time;
-  unsigned seed = std::random_device{}() % 1'000'000;
-  int sequences = 0;
-  for (; std::chrono::steady_clock::now() < end; ++sequences) {
-    if (!play(seed++)) return;
-  }
-  RecordProperty("sequences", sequences);
-  EXPECT_GT(sequences, 0);
+  RecordProperty("sequences", static_cast<int>(try_seeds(10, [this](unsigned seed) { return play(seed); })));
 }
 
 }  // namespace

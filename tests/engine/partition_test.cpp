@@ -3,11 +3,10 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
-#include <chrono>
-#include <cstdlib>
 #include <map>
 
 #include "tests/engine/model/predicates.h"
+#include "tests/engine/model/property_run.h"
 #include "tests/engine/test_database.h"
 
 namespace engine::test {
@@ -139,21 +138,15 @@ class Partition : public EngineTest {
   std::unique_ptr<Database> database_;
 };
 
-// PROPERTY_SECONDS: how long new conditions are tried, 3 unless given. PROPERTY_SEED: one condition.
 TEST_F(Partition, OfAllRowsByAnyCondition) {
-  if (const char* const seed = std::getenv("PROPERTY_SEED")) {
-    check(static_cast<unsigned>(std::strtoul(seed, nullptr, 10)));
-    return;
-  }
-  const char* const wanted = std::getenv("PROPERTY_SECONDS");
-  const auto end = std::chrono::steady_clock::now() + std::chrono::seconds{wanted ? std::atoi(wanted) : 3};
-  unsigned seed = std::random_device{}() % 1'000'000;
-  int tried = 0;
-  int checked = 0;
-  for (; std::chrono::steady_clock::now() < end && !HasFailure(); ++tried) checked += check(seed++) ? 1 : 0;
-  EXPECT_FALSE(HasFailure()) << "PROPERTY_SEED=" << seed - 1;
+  unsigned checked = 0;
+  const unsigned tried = try_seeds(3, [&](unsigned seed) {
+    checked += check(seed) ? 1 : 0;
+    EXPECT_FALSE(HasFailure()) << "PROPERTY_SEED=" << seed;
+    return !HasFailure();
+  });
   EXPECT_GT(checked, tried / 2) << "of " << tried;
-  RecordProperty("conditions", checked);
+  RecordProperty("conditions", static_cast<int>(checked));
 }
 
 }  // namespace

@@ -177,7 +177,10 @@ class Walls : public support::FileSystem {
 
 class SurroundingFindings : public FindingsTest {
  protected:
-  void adapt(Ports& ports) override { ports.files = &walls; }
+  void adapt(Ports& ports) override {
+    ports.files = &walls;
+    ports.local_data = path("local");
+  }
   Walls walls;
 };
 
@@ -206,6 +209,17 @@ TEST_F(SurroundingFindings, TellWhatKeepsANewDatabaseFromBeingMade) {
   start();
   enter_name();
   EXPECT_THAT(found_at_the_end(), ElementsAre("4893:" + path("file\\below\\")));
+}
+
+TEST_F(SurroundingFindings, TellOfTheCopyThatOlderProgramsHaveOfAFolder) {
+  const std::string folder = path("patients\\");
+  const std::string twin = path("local") + "\\VirtualStore" + folder.substr(2);
+  support::host_file_system().create_folder(folder);
+  support::host_file_system().create_folder(twin);
+  write(twin.substr(path("").size()) + "old.das", "x");
+  start();
+  enter_name();
+  EXPECT_THAT(found_at_the_end(), ElementsAre("4912:" + folder + "|" + twin));
 }
 
 TEST_F(SurroundingFindings, TellWhatIsWrongWithAKnownDatabase) {

@@ -382,13 +382,23 @@ std::string EmbeddedRecordset::field_name(std::int32_t position) const { return 
 
 DataType EmbeddedRecordset::field_type(std::int32_t position) const { return column_at(position).type; }
 
+/// What was written to the column's field, by whatever name another handle calls it by now; null where nothing was.
+const Value* EmbeddedRecordset::edited_value(std::size_t column) const {
+  if (editing_ == Editing::None || column_fields_[column] == 0) return nullptr;
+  const auto& fields = table_->definition.fields;
+  const auto field = std::ranges::find(fields, column_fields_[column], &FieldDefinition::id);
+  if (field != fields.end()) {
+    const std::optional<Value>& edited = edited_[static_cast<std::size_t>(field - fields.begin())];
+    return edited ? &*edited : nullptr;
+  }
+  const auto kept = set_aside_.find(column_fields_[column]);
+  return kept != set_aside_.end() ? &kept->second : nullptr;
+}
+
 Value EmbeddedRecordset::value(std::int32_t position) const {
   column_at(position);
   const auto place = static_cast<std::size_t>(position);
-  const std::optional<std::size_t> field = table_fields_[place];
-  if (editing_ != Editing::None && field && edited_[*field]) return *edited_[*field];
-  if (const auto kept = set_aside_.find(column_fields_[place]); editing_ != Editing::None && kept != set_aside_.end())
-    return kept->second;
+  if (const Value* const edited = edited_value(place)) return *edited;
   if (editing_ == Editing::Adding) return Null{};
   require_row();
   return reader_.rows().value(row_, place);

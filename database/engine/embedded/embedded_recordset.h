@@ -61,6 +61,7 @@ class EmbeddedRecordset : public Recordset {
   /// Takes over what was changed of the table's layout since: 3420 where the table is gone. True where the layout is
   /// another one.
   bool adopt_layout();
+  const Value* edited_value(std::size_t column) const;
   std::vector<std::optional<Value>> values_in(const TableDefinition& layout);
   void bind_columns();
   void fill_defaults();

@@ -83,7 +83,7 @@ PlainRecordset::PlainRecordset(const PlainTable& source, const std::vector<std::
       columns.push_back({field.name, field.identity});
     }
   }
-  for (const PlainRow& row : source.rows) rows.push_back({row.identity, row.values});
+  for (const PlainRow& row : source.rows) rows.push_back({row.identity, row.values, false, {}});
   if (!rows.empty()) place = Place::Row;
 }
 

@@ -78,6 +78,8 @@ struct PlainRecordset {
     int row = 0;
     Values values;
     bool deleted = false;
+    /// Fields that were gone when the row was stored: they show what was written, or nothing.
+    std::set<int> unsure;
   };
 
   PlainRecordset(const PlainTable& table, const std::vector<std::string>& names);

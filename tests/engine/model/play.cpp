@@ -226,10 +226,8 @@ void Play::compare_recordset(Hand& hand) {
     const auto edited = shown.edited.find(column.field);
     const bool editing = shown.editing != PlainRecordset::Editing::None;
     // A column that is no field any more shows what it showed, or nothing, which for Yes/No is No.
-    if (!table(hand).shows(column.field, column.name)) {
-      const Value shows = hand.rows->value(column.name);
-      if (editing || is_null(shows) || shows == Value{false}) continue;
-    }
+    const bool unsure = !editing && shown.rows[shown.at].unsure.contains(column.field);
+    if (unsure || (editing && !table(hand).shows(column.field, column.name))) continue;
     if (editing && edited != shown.edited.end()) {
       compare_values(*hand.rows, column.name, edited->second, "edited row");
     } else if (shown.editing != PlainRecordset::Editing::Adding) {

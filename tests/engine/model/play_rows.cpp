@@ -104,7 +104,8 @@ void Play::set_values(Hand& hand) {
     });
     const bool accepted = error == 0;
     const bool rule_may_be_new = errors.contains(3315) || (error == 3315 && errors.empty()) || !known;
-    if (!rule_may_be_new) {
+    // Nor that a field has its name back.
+    if (!rule_may_be_new && error != 3265) {
       if (accepted != errors.empty()) disagree("setting " + column.name + " gives " + std::to_string(error));
     }
     if (!accepted) continue;
@@ -162,15 +163,13 @@ void Play::finish_update(Hand& hand) {
   for (const auto& [identity, value] : shown.edited) {
     if (changed.field(identity) != nullptr) row.values[identity] = value;
   }
-  if (adding) {
-    shown.rows.push_back({row.identity, changed.new_values()});
-    for (const PlainRecordset::Column& column : shown.columns) {
-      Values& values = shown.rows.back().values;
-      const bool known = changed.shows(column.field, column.name);
-      values[column.field] = known ? shown.edited[column.field] : Value{Null{}};
-    }
-  } else {
-    for (const auto& [identity, value] : shown.edited) shown.rows[shown.at].values[identity] = value;
+  if (adding) shown.rows.push_back({row.identity, changed.new_values(), false, {}});
+  PlainRecordset::Shown& stored = adding ? shown.rows.back() : shown.rows[shown.at];
+  for (const auto& [identity, value] : shown.edited) stored.values[identity] = value;
+  for (const PlainRecordset::Column& column : shown.columns) {
+    if (changed.shows(column.field, column.name)) continue;
+    stored.unsure.insert(column.field);
+    stored.values.try_emplace(column.field, Null{});
   }
   shown.editing = Editing::None;
 }
