@@ -183,6 +183,7 @@ bool EmbeddedRecordset::adopt_layout() {
 }
 
 void EmbeddedRecordset::add_new() {
+  editing_ = Editing::None;
   require_open();
   begin_edit(Editing::Adding);
   try {
