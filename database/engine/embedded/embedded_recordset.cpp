@@ -28,13 +28,6 @@ std::vector<std::int64_t> fields_of(const std::vector<jet_sql::ResultColumn>& co
   return fields;
 }
 
-/// Where the AutoNumber stands among the fields.
-std::optional<std::size_t> auto_number_field(const TableDefinition& table) {
-  const FieldDefinition* field = table.auto_number();
-  if (!field) return std::nullopt;
-  return static_cast<std::size_t>(field - table.fields.data());
-}
-
 }  // namespace
 
 EmbeddedRecordset::EmbeddedRecordset(std::shared_ptr<Session> session, RecordsetSource source)
@@ -152,30 +145,14 @@ void EmbeddedRecordset::begin_edit(Editing editing) {
   if (!table_) raise(3027);
   session_->prepare_change();
   adopt_layout();
-  edited_.assign(table_->definition.fields.size(), std::nullopt);
-  set_aside_.clear();
+  edited_.clear();
   assigned_.clear();
   editing_ = editing;
-}
-
-/// What was written to a field is kept while the field is gone: a rollback may bring it back.
-std::vector<std::optional<Value>> EmbeddedRecordset::values_in(const TableDefinition& layout) {
-  std::vector<std::optional<Value>> values(layout.fields.size());
-  if (editing_ == Editing::None) return values;
-  const auto& old_fields = table_->definition.fields;
-  for (std::size_t i = 0; i < old_fields.size(); ++i) {
-    if (edited_[i]) set_aside_.insert_or_assign(old_fields[i].id, *edited_[i]);
-  }
-  for (std::size_t i = 0; i < layout.fields.size(); ++i) {
-    if (auto kept = set_aside_.extract(layout.fields[i].id)) values[i] = std::move(kept.mapped());
-  }
-  return values;
 }
 
 bool EmbeddedRecordset::adopt_layout() {
   TablePointer now = session_->table(table_->id);
   if (now == table_) return false;
-  edited_ = values_in(now->definition);
   table_ = std::move(now);
   bind_columns();
   if (editing_ == Editing::Adding) fill_defaults();
@@ -199,12 +176,11 @@ void EmbeddedRecordset::fill_defaults() {
   const auto& fields = table_->definition.fields;
   const PooledStatement defaults = session_->connection().statement(session_->statements_of(table_).defaults);
   defaults->step();
-  const auto number = auto_number_field(table_->definition);
-  const bool numbered = number && edited_[*number];
   for (std::size_t i = 0; i < fields.size(); ++i) {
-    if (!edited_[i]) edited_[i] = column_value(*defaults, static_cast<int>(i), fields[i].type);
+    if (edited_.contains(fields[i].id)) continue;
+    edited_[fields[i].id] = fields[i].auto_increment() ? Value{session_->take_number(table_)}
+                                                       : column_value(*defaults, static_cast<int>(i), fields[i].type);
   }
-  if (number && !numbered) edited_[*number] = session_->take_number(table_);
 }
 
 void EmbeddedRecordset::edit() {
@@ -223,23 +199,26 @@ void EmbeddedRecordset::check_edited() {
   const auto& fields = table_->definition.fields;
   for (const std::size_t column : assigned_) {
     if (!table_fields_[column]) raise(3265, columns_[column].name);
-    std::optional<Value>& value = edited_[*table_fields_[column]];
-    value = value_for_field(fields[*table_fields_[column]], *value);
+    Value& value = edited_.at(column_fields_[column]);
+    value = value_for_field(fields[*table_fields_[column]], value);
   }
   check_nulls();
 }
 
 void EmbeddedRecordset::check_nulls() const {
   const TableDefinition& table = table_->definition;
-  const auto becomes_null = [&](std::size_t field) { return edited_[field] && is_null(*edited_[field]); };
-  for (std::size_t i = 0; i < table.fields.size(); ++i) {
-    if (table.fields[i].required && becomes_null(i)) raise(3314, table.fields[i].name);
+  const auto becomes_null = [&](const FieldDefinition& field) {
+    const auto edited = edited_.find(field.id);
+    return edited != edited_.end() && is_null(edited->second);
+  };
+  for (const FieldDefinition& field : table.fields) {
+    if (field.required && becomes_null(field)) raise(3314, field.name);
   }
   for (const IndexDefinition& index : table.indexes) {
     if (!index.forbids_null()) continue;
     for (const std::string& name : index.fields) {
       const FieldDefinition* field = table.find_field(name);
-      if (field && becomes_null(static_cast<std::size_t>(field - table.fields.data()))) raise(3058);
+      if (field && becomes_null(*field)) raise(3058);
     }
   }
 }
@@ -273,7 +252,7 @@ std::int64_t EmbeddedRecordset::insert_row() {
   const PooledStatement insert = session_->connection().statement(session_->statements_of(table_).insert);
   int parameter = 0;
   insert->bind(++parameter, row_id);
-  for (const std::optional<Value>& content : edited_) insert->bind(++parameter, *content);
+  for (const FieldDefinition& field : table_->definition.fields) insert->bind(++parameter, edited_.at(field.id));
   insert->run();
   return row_id;
 }
@@ -285,10 +264,11 @@ std::string EmbeddedRecordset::where_row() const {
 void EmbeddedRecordset::update_row() {
   std::string assignments;
   std::vector<const Value*> values;
-  for (std::size_t i = 0; i < edited_.size(); ++i) {
-    if (!edited_[i]) continue;
-    assignments += (assignments.empty() ? "" : ",") + quoted_name(table_->definition.fields[i].name) + "=?";
-    values.push_back(&*edited_[i]);
+  for (const FieldDefinition& field : table_->definition.fields) {
+    const auto edited = edited_.find(field.id);
+    if (edited == edited_.end()) continue;
+    assignments += (assignments.empty() ? "" : ",") + quoted_name(field.name) + "=?";
+    values.push_back(&edited->second);
   }
   // Without a new value, too, the row has to be there.
   const std::string row_id{table_->definition.row_id_column()};
@@ -306,9 +286,10 @@ void EmbeddedRecordset::update_row() {
 /// Of the fields that were written, and the table's. The row is stored already: an error takes it back.
 void EmbeddedRecordset::check_rules(std::int64_t row_id) {
   const std::vector<std::string>& rules = session_->statements_of(table_).rules;
+  const auto& fields = table_->definition.fields;
   std::string checks;
   for (std::size_t i = 0; i < rules.size(); ++i) {
-    const bool written = i >= edited_.size() || edited_[i].has_value();
+    const bool written = i >= fields.size() || edited_.contains(fields[i].id);
     if (written && !rules[i].empty()) checks += (checks.empty() ? "" : " + ") + rules[i];
   }
   if (checks.empty()) return;
@@ -383,24 +364,14 @@ std::string EmbeddedRecordset::field_name(std::int32_t position) const { return 
 
 DataType EmbeddedRecordset::field_type(std::int32_t position) const { return column_at(position).type; }
 
-/// What was written to the column's field, by whatever name another handle calls it by now; null where nothing was.
-const Value* EmbeddedRecordset::edited_value(std::size_t column) const {
-  if (editing_ == Editing::None || column_fields_[column] == 0) return nullptr;
-  const auto& fields = table_->definition.fields;
-  const auto field = std::ranges::find(fields, column_fields_[column], &FieldDefinition::id);
-  if (field != fields.end()) {
-    const std::optional<Value>& edited = edited_[static_cast<std::size_t>(field - fields.begin())];
-    return edited ? &*edited : nullptr;
-  }
-  const auto kept = set_aside_.find(column_fields_[column]);
-  return kept != set_aside_.end() ? &kept->second : nullptr;
-}
-
 Value EmbeddedRecordset::value(std::int32_t position) const {
   column_at(position);
   const auto place = static_cast<std::size_t>(position);
-  if (const Value* const edited = edited_value(place)) return *edited;
-  if (editing_ == Editing::Adding) return Null{};
+  if (editing_ != Editing::None) {
+    const auto edited = edited_.find(column_fields_[place]);
+    if (edited != edited_.end()) return edited->second;
+    if (editing_ == Editing::Adding) return Null{};
+  }
   require_row();
   return reader_.rows().value(row_, place);
 }
@@ -414,7 +385,7 @@ void EmbeddedRecordset::set_value(std::string_view field, const Value& value) {
   if (!table_field) raise(column_fields_[place] == 0 ? 3164 : 3265, field);
   const FieldDefinition& definition = table_->definition.fields[*table_field];
   if (definition.auto_increment()) raise(3164, field);
-  edited_[*table_field] = value_for_field(definition, value);
+  edited_[definition.id] = value_for_field(definition, value);
   assigned_.insert(place);
 }
 

@@ -61,8 +61,6 @@ class EmbeddedRecordset : public Recordset {
   /// Takes over what was changed of the table's layout since: 3420 where the table is gone. True where the layout is
   /// another one.
   bool adopt_layout();
-  const Value* edited_value(std::size_t column) const;
-  std::vector<std::optional<Value>> values_in(const TableDefinition& layout);
   void bind_columns();
   void fill_defaults();
   /// What the table as it is now says of the new values: also 3265 where a field is gone that was given one.
@@ -91,9 +89,10 @@ class EmbeddedRecordset : public Recordset {
   std::size_t visited_ = 0;  ///< rows up to the last one that was current
   std::size_t deleted_ = 0;
   Editing editing_ = Editing::None;
-  std::vector<std::optional<Value>> edited_;  ///< by field of the table; unset where it stays
-  std::map<std::int64_t, Value> set_aside_;   ///< what was written to fields that are gone, by their identity
-  std::set<std::size_t> assigned_;            ///< columns that were given a value
+  /// What was written, by the field's identity: it stays while a field is renamed or gone, since a rollback may bring
+  /// the field back. Fields without an entry keep their value.
+  std::map<std::int64_t, Value> edited_;
+  std::set<std::size_t> assigned_;  ///< columns that were given a value
 };
 
 }  // namespace engine::embedded
