@@ -4,6 +4,7 @@
 
 #include <utility>
 
+#include "support/win32/waiting_messages.h"
 #include "support/win32/wide.h"
 #include "wizard/win32/twips.h"
 
@@ -27,19 +28,6 @@ void register_window_class(WNDPROC procedure) {
   description.hbrBackground = GetSysColorBrush(COLOR_BTNFACE);
   description.lpszClassName = window_class;
   RegisterClassExW(&description);
-}
-
-/// Every message that waits. What ends the program is left to the window's own loop.
-void answer_messages() {
-  MSG message;
-  while (PeekMessageW(&message, nullptr, 0, 0, PM_REMOVE) != 0) {
-    if (message.message == WM_QUIT) {
-      PostQuitMessage(static_cast<int>(message.wParam));
-      return;
-    }
-    TranslateMessage(&message);
-    DispatchMessageW(&message);
-  }
 }
 
 HWND add(const wchar_t* class_name, DWORD child_style, const form::Bounds& bounds, HWND parent, UINT dpi) {
@@ -99,7 +87,7 @@ void ProgressWindow::at_work() {
   if (now - answered_ < pause_between_answers) return;
   answered_ = now;
   answering_ = true;
-  answer_messages();
+  support::answer_waiting_messages();
   answering_ = false;
 }
 
