@@ -10,6 +10,7 @@
 #include <utility>
 
 #include "database/engine/engine.h"
+#include "database/progress.h"
 #include "support/file_system.h"
 #include "support/ini.h"
 #include "support/language.h"
@@ -23,28 +24,6 @@ inline constexpr std::size_t shortest_password = 3, longest_password = 20;  ///<
 /// A message box: style bits as the platform counts them (OK/Cancel 1, stop 16, question 32, exclamation 48,
 /// Yes/No 4, system-modal 4096). Returns the button: OK 1, Cancel 2, Yes 6, No 7.
 using MessageBox = std::function<int(std::string_view text, std::uint32_t style, std::string_view title)>;
-
-/// Long work shown to the user. All calls may be made any number of times; none raises.
-class Progress {
- public:
-  virtual ~Progress() = default;
-  /// `maximum` is the value at the end of the work, in units of the caller's; 0 where nobody knows that.
-  virtual void start(std::string_view caption, std::int32_t maximum) = 0;
-  virtual void set_caption(std::string_view caption) = 0;
-  virtual void set_value(std::int32_t value) = 0;
-  virtual void finish() = 0;
-  /// The work goes on: whoever shows it may let its window answer. Work that takes long calls this often.
-  virtual void at_work() {}
-  /// Work that can be ended between two of its parts offers that, between start() and finish(), under this caption.
-  virtual void offer_cancel(std::string_view caption) { static_cast<void>(caption); }
-  /// True once the user has taken that offer.
-  virtual bool cancelled() const { return false; }
-  /// An upgrade works towards a minor version on a table; the table is empty where it works on none.
-  virtual void upgrade_step(std::int16_t version, std::string_view table) {
-    static_cast<void>(version);
-    static_cast<void>(table);
-  }
-};
 
 /// Rows that an upgrade could not bring over; they stay in their old table.
 struct RowsLeft {

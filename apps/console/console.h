@@ -2,6 +2,7 @@
 // for each exit code, one form for each error.
 #pragma once
 
+#include <chrono>
 #include <functional>
 #include <istream>
 #include <optional>
@@ -28,6 +29,8 @@ struct Console {
   bool err_is_terminal = false;
   /// Where answers are read from; null where nobody answers.
   std::istream* in = nullptr;
+  /// How long work goes on before a terminal is shown its progress.
+  std::chrono::milliseconds progress_delay{500};
 };
 
 /// The user's mistake: told with its text and exit_usage.

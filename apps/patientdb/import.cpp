@@ -1,10 +1,10 @@
 #include "database/jet_import/import.h"
 
+#include "apps/console/progress.h"
 #include "apps/console/text_table.h"
 #include "apps/patientdb/command.h"
 #include "apps/patientdb/database_file.h"
 #include "apps/patientdb/tool_environment.h"
-#include "apps/patientdb/upgrade_progress.h"
 
 namespace patientdb {
 namespace {
@@ -53,7 +53,8 @@ int run_import(const console::Arguments& arguments, console::Console& console) {
   arguments.expect_operands(2, 2, import_usage);
   const std::string &source_file = arguments.operands()[0], &target_file = arguments.operands()[1];
   ToolEnvironment environment(arguments, console);
-  UpgradeProgress progress(console.err, console.err_is_terminal);
+  const console::Interrupt interrupt;
+  console::ProgressLine progress(console, &interrupt);
   environment.get().progress = &progress;
   jet_import::Choices choices;
   choices.password = password(arguments, console);

@@ -2,14 +2,13 @@
 #include <array>
 #include <charconv>
 
-#include "apps/console/interrupt.h"
+#include "apps/console/progress.h"
 #include "apps/patientdb/command.h"
 #include "apps/patientdb/database_file.h"
 #include "apps/patientdb/date_arguments.h"
 #include "apps/patientdb/patient_arguments.h"
 #include "apps/patientdb/pump_question.h"
 #include "apps/patientdb/tool_environment.h"
-#include "apps/patientdb/upgrade_progress.h"
 #include "database/create_database.h"
 #include "database/index_database.h"
 #include "support/encoding.h"
@@ -50,7 +49,7 @@ struct Call {
   const console::Arguments& arguments;
   console::Console& console;
   database::Environment environment;
-  UpgradeProgress& progress;
+  console::ProgressLine& progress;
   std::string index;
 };
 
@@ -186,7 +185,7 @@ int run_index(const console::Arguments& arguments, console::Console& console) {
   if (action == actions.end()) throw console::UsageError("The index has no action \"" + name + "\".");
   arguments.expect_operands(action->operands, action->operands, index_usage);
   ToolEnvironment environment(arguments, console);
-  UpgradeProgress progress(console.err, console.err_is_terminal);
+  console::ProgressLine progress(console);
   PumpQuestion question(arguments, console, [&] { progress.clear(); });
   environment.get().message_box = question.message_box();
   environment.get().progress = &progress;

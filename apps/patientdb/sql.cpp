@@ -1,7 +1,7 @@
 #include <algorithm>
-#include <chrono>
 
 #include "apps/console/input_file.h"
+#include "apps/console/progress.h"
 #include "apps/patientdb/command.h"
 #include "apps/patientdb/database_file.h"
 #include "apps/patientdb/sql_script.h"
@@ -88,32 +88,6 @@ class Runner {
   bool json_;
 };
 
-/// One line on a terminal that is written over; nothing where a log is kept, and nothing for quick work.
-class ScriptProgress {
- public:
-  ScriptProgress(console::Console& console, std::size_t total) : console_(console), total_(total) {}
-  ~ScriptProgress() {
-    if (shown_) console_.err << '\r' << std::string(line_width, ' ') << '\r' << std::flush;
-  }
-  ScriptProgress(const ScriptProgress&) = delete;
-  ScriptProgress& operator=(const ScriptProgress&) = delete;
-
-  void at(std::size_t done) {
-    const auto now = std::chrono::steady_clock::now();
-    if (!console_.err_is_terminal || now - last_ < std::chrono::milliseconds(200)) return;
-    last_ = now;
-    shown_ = true;
-    console_.err << '\r' << done << " of " << total_ << " statements" << std::flush;
-  }
-
- private:
-  static constexpr std::size_t line_width = 60;
-  console::Console& console_;
-  std::size_t total_;
-  std::chrono::steady_clock::time_point last_ = std::chrono::steady_clock::now();
-  bool shown_ = false;
-};
-
 std::vector<ScriptStatement> read_script(const std::string& host_path) {
   const std::string content = console::read_input_file("The script", host_path, script_limit, "256 MiB");
   const std::string_view text = support::without_byte_order_mark(content);
@@ -123,10 +97,13 @@ std::vector<ScriptStatement> read_script(const std::string& host_path) {
 
 void run_script(engine::Database& database, Runner& runner, const std::vector<ScriptStatement>& statements,
                 console::Console& console, const std::string& script) {
-  ScriptProgress progress(console, statements.size());
+  const console::Interrupt interrupt;
+  console::ProgressLine progress(console, &interrupt);
+  progress.start("statements", static_cast<std::int32_t>(statements.size()));
   engine::Transaction transaction(database);
   for (std::size_t i = 0; i < statements.size(); ++i) {
-    progress.at(i);
+    database::end_if_interrupted(&progress);
+    progress.set_value(static_cast<std::int32_t>(i));
     try {
       runner.run(statements[i].text);
     } catch (const support::RuntimeError& error) {

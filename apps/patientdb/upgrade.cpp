@@ -1,11 +1,11 @@
 #include <optional>
 
 #include "apps/console/json_writer.h"
+#include "apps/console/progress.h"
 #include "apps/patientdb/command.h"
 #include "apps/patientdb/database_file.h"
 #include "apps/patientdb/pump_question.h"
 #include "apps/patientdb/tool_environment.h"
-#include "apps/patientdb/upgrade_progress.h"
 #include "database/open_database.h"
 #include "database/upgrade/file_upgrade.h"
 #include "database/upgrade/ladder.h"
@@ -23,6 +23,8 @@ upgrade that fails leaves its copy only where the disk or the network has failed
 
 Ten days of pump data or more are converted only after a question, which is asked on the terminal unless --yes or
 --no answers it. A database whose conversion was declined is not asked for it again.
+
+Ctrl+C leaves the file that is being upgraded as it was, and begins no further one.
 
 Exit code 1 where one of the files could not be brought to the current layout.)";
 
@@ -69,12 +71,15 @@ class Upgrader {
   Upgrader(const console::Arguments& arguments, console::Console& console)
       : environment_(arguments, console),
         word_(password(arguments, console)),
-        progress_(console.err, console.err_is_terminal),
+        progress_(console, &interrupt_),
         question_(arguments, console, [this] { progress_.clear(); }),
         makes_copies_(!arguments.has("--no-backup")) {
     environment_.get().progress = &progress_;
     environment_.get().message_box = question_.message_box();
   }
+
+  /// True once Ctrl+C has been pressed: no further file is begun.
+  bool interrupted() const { return progress_.interrupted(); }
 
   Outcome upgrade(const std::string& file) {
     Outcome outcome{file, "failed", {}, {}, {}, {}};
@@ -119,7 +124,8 @@ class Upgrader {
 
   ToolEnvironment environment_;
   std::string word_;
-  UpgradeProgress progress_;
+  console::Interrupt interrupt_;
+  console::ProgressLine progress_;
   PumpQuestion question_;
   bool makes_copies_;
 };
@@ -160,6 +166,10 @@ int run_upgrade(const console::Arguments& arguments, console::Console& console) 
   Upgrader upgrader(arguments, console);
   bool all_good = true;
   for (const std::string& file : arguments.operands()) {
+    if (upgrader.interrupted()) {
+      console.err << "Interrupted before " << file << '\n';
+      return console::exit_failed;
+    }
     const Outcome outcome = upgrader.upgrade(file);
     arguments.has(json_option.name) ? write_json(console, outcome) : write_text(console, outcome);
     all_good = all_good && outcome.good();

@@ -114,6 +114,7 @@ class Import {
     std::unique_ptr<engine::Recordset> target;
     std::int64_t count = 0;
     for (; rows->next(); ++count) {
+      database::end_if_interrupted(progress_);
       if (count % rows_per_recordset == 0) {
         target = target_.open_recordset("SELECT * FROM " + bracketed(table.name) + " WHERE False");
       }

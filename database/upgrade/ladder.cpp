@@ -45,6 +45,7 @@ class FatalErrors {
 };
 
 void run_action(Run& run, const Step& step, const Action& action, std::string_view table) {
+  end_if_interrupted(run.environment.progress);
   if (run.environment.progress) run.environment.progress->upgrade_step(step.version, table);
   action.act(run, action, table);
 }

@@ -64,6 +64,7 @@ void write_days(Run& run, ShownProgress& progress) {
   if (!ip) return;
   std::int32_t number = 0;
   for (const PumpDay& day : days) {
+    end_if_interrupted(run.environment.progress);
     run.procedure.step([&] { append_pump_day(*ip, day); });
     progress.at(++number);
   }

@@ -6,6 +6,7 @@
 
 #include "apps/patientdb/patientdb.h"
 #include "database/version_record.h"
+#include "tests/apps/interrupting_output.h"
 #include "tests/upgrade/old_layout.h"
 
 namespace database::testing {
@@ -30,7 +31,7 @@ class UpgradeCommand : public OldLayout {
   Said run(std::vector<std::string> arguments, std::istream* answers = nullptr, bool terminal = false) const {
     std::ostringstream out, err;
     const auto no_password = [](std::string_view) { return std::optional<std::string>(""); };
-    console::Console console{out, err, no_password, SOURCE_DIR, terminal, answers};
+    console::Console console{out, err, no_password, SOURCE_DIR, terminal, answers, {}};
     for (std::string& argument : arguments) {
       if (argument.ends_with(".das")) argument = host(argument);
     }
@@ -92,6 +93,27 @@ TEST_F(UpgradeCommand, ShowsItsProgressOnATerminalOnly) {
                               HasSubstr("\r[############################..] 4.57 steps"), HasSubstr(" 12/12")));
   EXPECT_THAT(seen.err, EndsWith("\r"));
   EXPECT_EQ(run({"upgrade", old_database(0), "--yes", "--no-backup"}).err, "");
+}
+
+TEST_F(UpgradeCommand, ControlCLeavesTheFileAsItWasAndBeginsNoOther) {
+  const std::string first = old_database(0), second = old_database(40);
+  for (const std::string moment : {"] 4.25 patdat_Setup", " 5/12"}) {
+    apps_test::InterruptingOutput terminal(moment);
+    std::ostringstream out;
+    std::ostream err(&terminal);
+    const auto no_password = [](std::string_view) { return std::optional<std::string>(""); };
+    console::Console console{out, err, no_password, SOURCE_DIR, true, nullptr, {}};
+    EXPECT_EQ(patientdb::run({"upgrade", host(first), host(second), "--yes"}, console), 1);
+    EXPECT_TRUE(terminal.pressed()) << moment;
+    EXPECT_THAT(terminal.str(), EndsWith(host(first) +
+                                         ": error 3059: Interrupted; nothing of it was kept.\n"
+                                         "Interrupted before " +
+                                         host(second) + '\n'));
+    EXPECT_EQ(out.str(), "");
+    EXPECT_EQ(stored_version(first), 0);
+    EXPECT_EQ(stored_version(second), 40);
+    EXPECT_THAT(files(), ElementsAre("4.0.das", "4.40.das"));
+  }
 }
 
 TEST_F(UpgradeCommand, WritesWhatItPassesOverIntoTheJournal) {
