@@ -13,11 +13,12 @@ struct OptionRow {
   std::string Options::*value;
 };
 
-constexpr std::array<OptionRow, 4> options = {{
+constexpr std::array<OptionRow, 5> options = {{
     {"--program-dir", &Options::program_folder},
     {"--registry", &Options::hive},
     {"--report", &Options::report},
     {"--journal", &Options::journal},
+    {"--colours", &Options::colours},
 }};
 
 void skip_blanks(std::string_view& text) { text.remove_prefix(std::min(text.find_first_not_of(' '), text.size())); }

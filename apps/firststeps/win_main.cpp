@@ -4,6 +4,7 @@
 #include <commctrl.h>
 
 #include <string>
+#include <string_view>
 #include <utility>
 
 #include "apps/console/journal.h"
@@ -15,6 +16,7 @@
 #include "wizard/finish_problems.h"
 #include "wizard/start_up.h"
 #include "wizard/win32/assistant_window.h"
+#include "wizard/win32/colours.h"
 #include "wizard/win32/com.h"
 #include "wizard/win32/problem_window.h"
 #include "wizard/win32/progress_window.h"
@@ -66,9 +68,20 @@ void tell_of_first(const wizard::Ports& ports, wizard::win32::WindowUser& user, 
   user.message_box(config.text(runs_elsewhere), MB_ICONINFORMATION | MB_SETFOREGROUND, config.Productname);
 }
 
+/// A word that is none of these leaves the choice to Windows.
+void fix_colours(std::string_view word) {
+  using wizard::win32::Scheme;
+  constexpr std::pair<std::string_view, Scheme> schemes[] = {
+      {"light", Scheme::Light}, {"dark", Scheme::Dark}, {"contrast", Scheme::Contrast}};
+  for (const auto& [name, scheme] : schemes) {
+    if (word == name) wizard::win32::fix_scheme(scheme);
+  }
+}
+
 int run(HINSTANCE instance, const firststeps::Options& options) {
   const wizard::win32::ComSession com;
   support::set_user_locale(support::host_locale());
+  fix_colours(options.colours);
   const std::string program = program_folder();
   const std::string own = options.program_folder.empty() ? program : options.program_folder;
   const auto journal = console::open_journal("firststeps.exe", options.journal, own);

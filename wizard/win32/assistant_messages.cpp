@@ -1,6 +1,7 @@
 // The messages of the wizard's window.
 #include "wizard/form_layout.h"
 #include "wizard/win32/assistant_window.h"
+#include "wizard/win32/dark_controls.h"
 #include "wizard/win32/frame_window.h"
 #include "wizard/win32/page_images.h"
 #include "wizard/win32/twips.h"
@@ -8,15 +9,8 @@
 namespace wizard::win32 {
 namespace {
 
-/// Text on a page: the page's colours. In the bar below, the system's own.
-HBRUSH colour_text(HDC target, HWND child, HWND window, const ShownControl* shown) {
-  if (GetParent(child) == window) return nullptr;
-  SetBkColor(target, colour(Colour::Page));
-  SetTextColor(target, colour(Colour::Text));
-  if (shown != nullptr && text_style(*shown->control) != TextStyle::Normal)
-    SetTextColor(target, colour(Colour::Heading));
-  if (IsWindowEnabled(child) == 0) SetTextColor(target, colour(Colour::Disabled));
-  return page_brush();
+Colour text_colour(const ShownControl* shown) {
+  return shown != nullptr && text_style(*shown->control) != TextStyle::Normal ? Colour::Heading : Colour::Text;
 }
 
 int thumb_position(HWND bar) {
@@ -36,21 +30,18 @@ INT_PTR CALLBACK AssistantWindow::dialog_procedure(HWND window, UINT message, WP
   }
   auto* self = reinterpret_cast<AssistantWindow*>(GetWindowLongPtrW(window, DWLP_USER));
   if (self == nullptr) return FALSE;
-  switch (message) {
-    case WM_CTLCOLORSTATIC:
-    case WM_CTLCOLOREDIT:
-    case WM_CTLCOLORBTN: {
-      const HWND child = reinterpret_cast<HWND>(second);
-      return reinterpret_cast<INT_PTR>(
-          colour_text(reinterpret_cast<HDC>(first), child, window, self->view_.controls().of(child)));
-    }
-    default:
-      return self->handle_user_message(window, message, first, second) ||
-                     self->handle_window_message(window, message, second) ||
-                     self->handle_system_message(window, message, first, second)
-                 ? TRUE
-                 : FALSE;
+  if (asks_for_colours(message)) {
+    const HWND child = reinterpret_cast<HWND>(second);
+    const bool on_bar = GetParent(child) == window;
+    return reinterpret_cast<INT_PTR>(colour_control(
+        reinterpret_cast<HDC>(first), message, child,
+        on_bar ? Colour::BarText : text_colour(self->view_.controls().of(child)), on_bar ? Colour::Bar : Colour::Page));
   }
+  return self->handle_user_message(window, message, first, second) ||
+                 self->handle_window_message(window, message, second) ||
+                 self->handle_system_message(window, message, first, second)
+             ? TRUE
+             : FALSE;
 }
 
 /// What the user does.
@@ -113,6 +104,10 @@ bool AssistantWindow::handle_system_message(HWND window, UINT message, WPARAM fi
       set_frame_icons(window, HIWORD(first));
       view_.change_resolution(HIWORD(first), *reinterpret_cast<const RECT*>(second));
       return true;
+    case WM_SETTINGCHANGE:
+    case WM_SYSCOLORCHANGE:
+      if (refresh_scheme()) dress_again(window);
+      return false;
     case WM_ACTIVATE:
       // The viewer of a chart was let before it.
       if (LOWORD(first) != WA_INACTIVE && work_ != nullptr)

@@ -149,10 +149,9 @@ void AssistantWindow::paint_window(HWND window) const {
   bar = page;
   bar.top = page.bottom = pixels(page_bottom, view_.dpi());
   FillRect(target, &page, page_brush());
-  FillRect(target, &bar, GetSysColorBrush(COLOR_BTNFACE));
-  const Brush line(CreateSolidBrush(colour(Colour::Line)));
+  FillRect(target, &bar, brush(Colour::Bar));
   bar.bottom = bar.top + 1;
-  FillRect(target, &bar, line.get());
+  FillRect(target, &bar, brush(Colour::Line));
   EndPaint(window, &painting);
 }
 

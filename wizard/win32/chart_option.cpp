@@ -25,9 +25,8 @@ struct Chart {
 };
 
 void draw_frame(HDC target, RECT edge, bool checked, int line_width) {
-  const Brush line(CreateSolidBrush(colour(checked ? Colour::Choice : Colour::Line)));
   for (int width = checked ? 3 * line_width : line_width; width > 0; --width) {
-    FrameRect(target, &edge, line.get());
+    FrameRect(target, &edge, brush(checked ? Colour::Choice : Colour::Line));
     InflateRect(&edge, -1, -1);
   }
 }

@@ -1,21 +1,19 @@
 #include "wizard/win32/container_window.h"
 
-#include "wizard/win32/look.h"
+#include "wizard/win32/dark_controls.h"
 
 namespace wizard::win32 {
 namespace {
 
 /// A list of several lines sends its window what it would send a dialog: Esc as WM_CLOSE, Enter by the default button.
 bool belongs_to_form(UINT message) {
+  if (asks_for_colours(message)) return true;
   switch (message) {
     case WM_COMMAND:
     case WM_NOTIFY:
     case WM_DRAWITEM:
     case WM_VSCROLL:
     case WM_MOUSEWHEEL:
-    case WM_CTLCOLORSTATIC:
-    case WM_CTLCOLOREDIT:
-    case WM_CTLCOLORBTN:
     case WM_CLOSE:
     case WM_NEXTDLGCTL:
     case DM_GETDEFID:

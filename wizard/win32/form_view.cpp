@@ -6,6 +6,7 @@
 #include "wizard/win32/chart_option.h"
 #include "wizard/win32/control_properties.h"
 #include "wizard/win32/control_window.h"
+#include "wizard/win32/dark_controls.h"
 #include "wizard/win32/page_images.h"
 #include "wizard/win32/twips.h"
 
@@ -75,7 +76,11 @@ bool FormView::work_ahead() {
 void FormView::create(ShownControl& shown) {
   controls_.create_window(shown, window_, dpi_);
   if (shown.window == nullptr) return;
-  if (shown.control->kind() == form::Kind::ChartOption) draw_as_chart(shown.window, pixels(chart_title_height, dpi_));
+  if (shown.control->kind() == form::Kind::ChartOption) {
+    draw_as_chart(shown.window, pixels(chart_title_height, dpi_));
+  } else {
+    dress_control(shown.window);
+  }
   for (const form::Property property : told_to_new_window) {
     if (!shows_from_the_start(*shown.control, property)) show(shown, property);
   }

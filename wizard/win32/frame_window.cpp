@@ -4,6 +4,8 @@
 #include <iterator>
 #include <vector>
 
+#include "wizard/win32/colours.h"
+
 namespace wizard::win32 {
 namespace {
 
@@ -55,6 +57,7 @@ HWND create_frame_window(HINSTANCE instance, const wchar_t* title, DLGPROC proce
   const HWND window = CreateDialogIndirectParamW(instance, reinterpret_cast<const DLGTEMPLATE*>(described.data()),
                                                  nullptr, procedure, reinterpret_cast<LPARAM>(data));
   keep_layout_ours(window);
+  dress_frame(window);
   set_frame_icons(window, GetDpiForWindow(window));
   SetWindowTextW(window, title);
   SendMessageW(window, DM_SETDEFID, IDOK, 0);

@@ -9,28 +9,6 @@
 namespace wizard::win32 {
 namespace {
 
-struct ColourRow {
-  COLORREF own;  ///< CLR_INVALID: always the system's
-  int system;    ///< number of the system's colour
-};
-
-/// By Colour.
-constexpr std::array<ColourRow, 6> colours = {{
-    {CLR_INVALID, COLOR_WINDOW},
-    {CLR_INVALID, COLOR_WINDOWTEXT},
-    {RGB(11, 79, 108), COLOR_WINDOWTEXT},
-    {CLR_INVALID, COLOR_GRAYTEXT},
-    {RGB(205, 212, 218), COLOR_WINDOWFRAME},
-    {RGB(15, 118, 150), COLOR_HIGHLIGHT},
-}};
-
-bool high_contrast() {
-  HIGHCONTRASTW setting{};
-  setting.cbSize = sizeof setting;
-  return SystemParametersInfoW(SPI_GETHIGHCONTRAST, sizeof setting, &setting, 0) != 0 &&
-         (setting.dwFlags & HCF_HIGHCONTRASTON) != 0;
-}
-
 struct StyleRow {
   std::string_view control;
   TextStyle style;
@@ -71,13 +49,6 @@ Font make_font(const std::string& face, TextStyle style, UINT dpi) {
 }
 
 }  // namespace
-
-COLORREF colour(Colour which) {
-  const ColourRow& row = colours[static_cast<std::size_t>(which)];
-  return row.own == CLR_INVALID || high_contrast() ? GetSysColor(row.system) : row.own;
-}
-
-HBRUSH page_brush() { return GetSysColorBrush(COLOR_WINDOW); }
 
 TextStyle text_style(const form::Control& control) {
   for (const StyleRow& row : styles) {

@@ -1,4 +1,4 @@
-// How the window looks: colours, and which control is written in which size. Everything else is the system's own.
+// How the window's texts look: which control is written in which size, and in which colour (colours.h).
 #pragma once
 
 #include <windows.h>
@@ -8,15 +8,10 @@
 #include <utility>
 
 #include "wizard/form/form.h"
+#include "wizard/win32/colours.h"
 #include "wizard/win32/gdi.h"
 
 namespace wizard::win32 {
-
-/// Colours of the pages. With high contrast they are the system's own.
-enum class Colour { Page, Text, Heading, Disabled, Line, Choice };
-COLORREF colour(Colour which);
-/// The page's background, owned by the system.
-HBRUSH page_brush();
 
 /// The kind of text that a control shows.
 enum class TextStyle { Normal, Heading, Emphasis };

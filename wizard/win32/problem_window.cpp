@@ -3,6 +3,7 @@
 #include <string>
 
 #include "support/win32/wide.h"
+#include "wizard/win32/dark_controls.h"
 #include "wizard/win32/look.h"
 #include "wizard/win32/repeated_key.h"
 #include "wizard/win32/twips.h"
@@ -54,6 +55,7 @@ ProblemWindow::ProblemWindow(HWND owner, const InstallationConfig& config, const
   const EmptyTemplate described;
   window_ = CreateDialogIndirectParamW(nullptr, &described.head, owner, procedure, reinterpret_cast<LPARAM>(this));
   SetWindowTextW(window_, support::wide(config.Productname).c_str());
+  dress_frame(window_);
   place_over(owner);
   fill(config);
   EnableWindow(owner, FALSE);
@@ -75,6 +77,7 @@ HWND ProblemWindow::add(const wchar_t* class_name, DWORD child_style, const form
   const HWND child = CreateWindowExW(0, class_name, support::wide(text).c_str(), WS_CHILD | WS_VISIBLE | child_style,
                                      place.left, place.top, place.right - place.left, place.bottom - place.top, window_,
                                      reinterpret_cast<HMENU>(static_cast<INT_PTR>(id)), nullptr, nullptr);
+  dress_control(child);
   SendMessageW(child, WM_SETFONT, reinterpret_cast<WPARAM>(fonts_.font(font_, text_style, dpi_)), FALSE);
   return child;
 }
@@ -118,11 +121,11 @@ INT_PTR CALLBACK ProblemWindow::procedure(HWND window, UINT message, WPARAM firs
   }
   auto* self = reinterpret_cast<ProblemWindow*>(GetWindowLongPtrW(window, DWLP_USER));
   if (self == nullptr || self->window_ == nullptr) return FALSE;
-  if (message != WM_CTLCOLORSTATIC) return self->handle(message, first) ? TRUE : FALSE;
-  const HDC target = reinterpret_cast<HDC>(first);
-  SetBkColor(target, colour(Colour::Page));
-  SetTextColor(target, colour(reinterpret_cast<HWND>(second) == self->heading_ ? Colour::Heading : Colour::Text));
-  return reinterpret_cast<INT_PTR>(page_brush());
+  if (!asks_for_colours(message)) return self->handle(message, first) ? TRUE : FALSE;
+  const HWND child = reinterpret_cast<HWND>(second);
+  return reinterpret_cast<INT_PTR>(colour_control(reinterpret_cast<HDC>(first), message, child,
+                                                  child == self->heading_ ? Colour::Heading : Colour::Text,
+                                                  message == WM_CTLCOLORBTN ? Colour::Bar : Colour::Page));
 }
 
 bool ProblemWindow::handle(UINT message, WPARAM first) {
@@ -156,7 +159,7 @@ void ProblemWindow::paint() const {
   bar = page;
   bar.top = page.bottom = pixels(page_end, dpi_);
   FillRect(target, &page, page_brush());
-  FillRect(target, &bar, GetSysColorBrush(COLOR_BTNFACE));
+  FillRect(target, &bar, brush(Colour::Bar));
   EndPaint(window_, &painting);
 }
 

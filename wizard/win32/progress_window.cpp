@@ -6,6 +6,7 @@
 
 #include "support/win32/waiting_messages.h"
 #include "support/win32/wide.h"
+#include "wizard/win32/dark_controls.h"
 #include "wizard/win32/twips.h"
 
 namespace wizard::win32 {
@@ -25,7 +26,6 @@ void register_window_class(WNDPROC procedure) {
   description.cbSize = sizeof description;
   description.lpfnWndProc = procedure;
   description.hCursor = LoadCursorW(nullptr, IDC_ARROW);
-  description.hbrBackground = GetSysColorBrush(COLOR_BTNFACE);
   description.lpszClassName = window_class;
   RegisterClassExW(&description);
 }
@@ -124,7 +124,14 @@ LRESULT CALLBACK ProgressWindow::handle(HWND window, UINT message, WPARAM wparam
     EnableWindow(reinterpret_cast<HWND>(lparam), FALSE);
     return 0;
   }
-  return DefWindowProcW(window, message, wparam, lparam);
+  if (asks_for_colours(message))
+    return reinterpret_cast<LRESULT>(colour_control(reinterpret_cast<HDC>(wparam), message,
+                                                    reinterpret_cast<HWND>(lparam), Colour::BarText, Colour::Bar));
+  if (message != WM_ERASEBKGND) return DefWindowProcW(window, message, wparam, lparam);
+  RECT whole;
+  GetClientRect(window, &whole);
+  FillRect(reinterpret_cast<HDC>(wparam), &whole, brush(Colour::Bar));
+  return 1;
 }
 
 void ProgressWindow::create() {
@@ -139,6 +146,7 @@ void ProgressWindow::create() {
   window_ = CreateWindowExW(WS_EX_TOPMOST, window_class, support::wide(title_).c_str(), style,
                             (around.left + around.right - width) / 2, (around.top + around.bottom - height) / 2, width,
                             height, owner_, nullptr, nullptr, nullptr);
+  dress_frame(window_);
   text_ = add(L"STATIC", SS_NOPREFIX, text_place, window_, dpi);
   bar_ = add(PROGRESS_CLASSW, maximum_ == 0 ? PBS_MARQUEE : 0, bar_place, window_, dpi);
   SetWindowLongPtrW(window_, GWLP_USERDATA, reinterpret_cast<LONG_PTR>(this));
@@ -147,6 +155,7 @@ void ProgressWindow::create() {
   if (!cancel_caption_.empty()) {
     const HWND button = add(L"BUTTON", BS_PUSHBUTTON | WS_TABSTOP, button_place, window_, dpi);
     SetWindowLongPtrW(button, GWLP_ID, IDCANCEL);
+    dress_control(button);
     SetWindowTextW(button, support::wide(cancel_caption_).c_str());
     SendMessageW(button, WM_SETFONT, font, FALSE);
   }

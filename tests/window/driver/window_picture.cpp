@@ -1,6 +1,7 @@
 #include "tests/window/driver/window_picture.h"
 
 #include <set>
+#include <vector>
 
 #include "support/win32/wide.h"
 #include "wizard/win32/gdi.h"
@@ -59,6 +60,27 @@ bool save_picture(HWND window, const std::string& path) {
   const wizard::win32::Bitmap bitmap = copy_of_screen(place);
   const Com<IWICImagingFactory> imaging = imaging_factory();
   return bitmap && imaging && write_png(*imaging, bitmap.get(), support::wide_path(path));
+}
+
+/// Read in one go: GetPixel() is a call of the display for each.
+std::map<COLORREF, std::size_t> colours_of(HWND window) {
+  RECT place;
+  if (GetWindowRect(window, &place) == 0) return {};
+  const wizard::win32::Bitmap bitmap = copy_of_screen(place);
+  const LONG width = place.right - place.left, height = place.bottom - place.top;
+  BITMAPINFO format{};
+  BITMAPINFOHEADER& head = format.bmiHeader;
+  head.biSize = sizeof head;
+  head.biWidth = width;
+  head.biHeight = -height;
+  head.biPlanes = 1;
+  head.biBitCount = 32;
+  std::vector<RGBQUAD> pixels(static_cast<std::size_t>(width) * static_cast<std::size_t>(height));
+  const wizard::win32::WindowContext screen(nullptr);
+  GetDIBits(screen.get(), bitmap.get(), 0, static_cast<UINT>(height), pixels.data(), &format, DIB_RGB_COLORS);
+  std::map<COLORREF, std::size_t> colours;
+  for (const RGBQUAD& pixel : pixels) ++colours[RGB(pixel.rgbRed, pixel.rgbGreen, pixel.rgbBlue)];
+  return colours;
 }
 
 std::size_t count_colours(HWND window) {
