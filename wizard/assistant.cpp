@@ -17,6 +17,7 @@
 #include "wizard/pages.h"
 #include "wizard/presets.h"
 #include "wizard/start_up.h"
+#include "wizard/steps_shown.h"
 
 namespace wizard {
 
@@ -82,6 +83,7 @@ void frmAssistantFirstSteps::Run::show_step() {
   context.show_text(form.at("Command1", 0), on_last ? finish_caption : next_caption);
   form.at("Command1", 1).set_enabled(steps.current() != 0);
   form.at("pbar").set_value(steps.current());
+  show_steps(context, steps);
   const Page* page = find_page(StepName);
   if (page && page->enter) page->enter(context, pages);
   show_page(page);
@@ -147,6 +149,7 @@ void frmAssistantFirstSteps::Run::tell_pages(std::span<const PageEvent> Page::*e
     for (const PageEvent& event : page->*events)
       if (support::equal_ignoring_case(event.control, control)) event.handle(context, pages, index);
   if (pages.steps.current() != step) return show_step();
+  show_steps(context, pages.steps);
   show_findings();
 }
 

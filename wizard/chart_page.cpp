@@ -16,8 +16,7 @@ namespace wizard {
 
 namespace {
 
-constexpr int thumbnails_in_row = 3;
-constexpr std::int32_t column_gap = 10, row_gap = 60;
+constexpr std::int32_t column_gap = 10;
 
 }  // namespace
 
@@ -47,15 +46,15 @@ std::int32_t ChartPage::slide_width() const {
 }
 
 void ChartPage::size_thumbnails() {
-  const double room = slide_width() - (thumbnails_in_row - 1) * column_gap;
-  thumbnail_width_ = static_cast<std::int32_t>(support::round_half_even(room / thumbnails_in_row));
+  const double room = slide_width() - (charts_in_row - 1) * column_gap;
+  thumbnail_width_ = static_cast<std::int32_t>(support::round_half_even(room / charts_in_row));
   thumbnail_height_ = static_cast<std::int32_t>(support::round_half_even(thumbnail_width_ * 0.66));
 }
 
 /// The slide is as high as all rows; the scroll bar moves it as far as it reaches beyond the frame.
 void ChartPage::size_slide(std::int32_t charts) {
-  const std::int32_t rows = (charts + thumbnails_in_row - 1) / thumbnails_in_row;
-  const std::int32_t height = rows * (thumbnail_height_ + chart_title_height + row_gap);
+  const std::int32_t rows = (charts + charts_in_row - 1) / charts_in_row;
+  const std::int32_t height = rows * (thumbnail_height_ + chart_title_height + chart_row_gap);
   const std::int32_t visible = context_.form.at("picFrame").bounds().height;
   context_.form.at("picSlide").set_bounds({0, 0, slide_width(), std::max(height, visible)});
   form::Control& bar = context_.form.at("vsbSlide");
@@ -65,9 +64,9 @@ void ChartPage::size_slide(std::int32_t charts) {
 
 void ChartPage::add_option(int position, std::string_view key) {
   form::Form& form = context_.form;
-  const std::int32_t column = position % thumbnails_in_row, row = position / thumbnails_in_row;
+  const std::int32_t column = position % charts_in_row, row = position / charts_in_row;
   const form::Bounds bounds{column * (thumbnail_width_ + column_gap),
-                            row * (thumbnail_height_ + chart_title_height + row_gap), thumbnail_width_,
+                            row * (thumbnail_height_ + chart_title_height + chart_row_gap), thumbnail_width_,
                             thumbnail_height_};
   form::Control& first = form.at("optThumb", 0);
   form::Control& option =
@@ -179,6 +178,9 @@ constexpr form::ControlRow chart_controls[] = {
 };
 // clang-format on
 
+constexpr BesideRow chart_column[] = {
+    {"lblPicsTitle", "lblPics"}, {"lblChartInfoTitle", ""}, {"lblChartInfo", ""}, {"", "cmdViwPic"}};
+
 void preset_charts(Context&, Pages& pages, const Stored&) { pages.charts.prepare(chart_limit); }
 
 /// The step is marked where its page is built, and only there: one that was configured with a "-" is passed over.
@@ -214,6 +216,7 @@ constinit const Page chart_page{.tag = "Pics",
                                 .step = "pics",
                                 .shown_in = Edition::Both,
                                 .controls = chart_controls,
+                                .beside = chart_column,
                                 .clicks = chart_clicks,
                                 .changes = chart_changes,
                                 .preset = preset_charts,

@@ -23,6 +23,7 @@ constexpr form::ControlRow bottom_bar[] = {
     {"Command1", 1, Button, "", {3000, 5700, 1860, 420}, "< Z&urück", "L906"},
     {"Command1", 0, Button, "", {4920, 5700, 1860, 420}, "Wei&ter >", "L905"},
     {"Command1", 2, Button, "", {6960, 5700, 1860, 420}, "Abbrechen", "L901"},
+    {"lstSteps", -1, StepIndicator, "", {180, 5580, 2640, 120}},
 };
 // clang-format on
 

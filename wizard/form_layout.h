@@ -15,6 +15,9 @@ inline constexpr std::int32_t page_bottom = 5520;
 /// Room below a chart's thumbnail for its check mark and title, in twips. The bounds of an `optThumb` are those of the
 /// thumbnail; the strip comes on top of them.
 inline constexpr std::int32_t chart_title_height = 360;
+inline constexpr int charts_in_row = 3;
+/// Twips between two rows of charts.
+inline constexpr std::int32_t chart_row_gap = 60;
 
 /// Adds all controls, each with its place, its German placeholder caption and the number of its text in the tag; sets
 /// the form's caption and tag, and limits what can be typed to what the database can hold.

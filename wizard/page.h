@@ -50,6 +50,11 @@ struct Animation {
   void (*tick)(Context& context) = nullptr;
 };
 
+/// A line of the column beside a page's area: names of a label and a control, each of which may be left out.
+struct BesideRow {
+  std::string_view label, control;
+};
+
 /// Index in a row of controls: that of the page.
 inline constexpr int of_page = -2;
 
@@ -62,6 +67,8 @@ struct Page {
   bool patients_own = false;
   /// Its heading `lblHeading`, the sentence `lblPurpose` and all else; a control without a container lies on the page.
   std::span<const form::ControlRow> controls = {};
+  /// What stands beside the area that the page has, where there is room for that, and else below it.
+  std::span<const BesideRow> beside = {};
   Illustration illustration = Illustration::Other;
   std::span<const PagePicture> pictures = {};
   std::span<const TextLimit> limits = {};

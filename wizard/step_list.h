@@ -17,6 +17,8 @@ class StepList {
   /// Position of the step shown; behind last() once the walk has ended.
   int current() const noexcept { return current_; }
   int last() const noexcept { return static_cast<int>(names_.size()) - 1; }
+  /// True where the navigation passes over the step at a position.
+  bool passed_over(int position) const;
   /// The step at a position; empty outside the list.
   std::string name_at(int position) const;
 
@@ -41,8 +43,6 @@ class StepList {
   void mark_built(int position);
 
  private:
-  bool passed_over(int position) const;
-
   std::vector<std::string> names_;
   int current_ = 0;
   int built_ = -1;

@@ -11,6 +11,7 @@
 #include "wizard/form/apply_texts.h"
 #include "wizard/form/match_list.h"
 #include "wizard/form_layout.h"
+#include "wizard/page_lines.h"
 #include "wizard/page_list.h"
 
 namespace {
@@ -220,6 +221,72 @@ TEST(TheLayout, HasAHeadingOfItsOwnAndASentenceOnEveryPage) {
     EXPECT_THAT(heading.caption(), Not(IsEmpty())) << n;
     EXPECT_THAT(purpose.caption(), HasSubstr(" ")) << n;
     EXPECT_THAT(purpose.caption(), AnyOf(EndsWith("."), EndsWith("?"), EndsWith(":"))) << n;
+  }
+}
+
+std::string name_of(const wizard::Cell& cell) {
+  std::string text;
+  for (const Control* control : {cell.label, cell.control, cell.unit})
+    if (control != nullptr) text += (text.empty() ? "" : "+") + control->path();
+  return text;
+}
+
+/// "a+b c / d": two cells on a line, one on the next; what lies inside a group or beside an area in brackets.
+std::string described(const std::vector<wizard::PageLine>& lines) {
+  std::string text;
+  for (const wizard::PageLine& line : lines) {
+    if (!text.empty()) text += line.indented ? " > " : " / ";
+    for (const wizard::Cell& cell : line.cells) text += (&cell == &line.cells.front() ? "" : " ") + name_of(cell);
+    for (const auto* more : {&line.inner, &line.beside})
+      if (!more->empty()) text += " [" + described(*more) + "]";
+  }
+  return text;
+}
+
+TEST(ThePage, HasLinesOfFieldsWithTheirLabelsAndUnits) {
+  Form form;
+  wizard::build_form(form);
+  struct Case {
+    const char *page, *lines;
+  };
+  for (const Case& row : {
+           Case{"PatDat",
+                "lblHeading(3) / lblPurpose(3) / lblFirstName+txtFirstName / lblName+txtName / lblStreet+txtStreet / "
+                "lblZIP+txtZIP lblCity+txtCity / lblGender+optGender(0) optGender(1) / lblDiabetesTyp+cbDiabetesTyp / "
+                "lblTherapie+cbTherapie / lblFindings(3)"},
+           Case{"Maßeinheit", "lblHeading(2) / lblPurpose(2) / fraUnit [optBGUnit(0) / optBGUnit(1)]"},
+           Case{"netpath",
+                "lblHeading(1) / lblPurpose(1) / lblFolderTitle+lblFolder > lblLocation / cmdPath(0) / cmdPath(1) / "
+                "lblFindings(1)"},
+           Case{"Eingabe",
+                "lblHeading(9) / lblPurpose(9) / optDataEntry(0) > lblDataEntry(0) / optDataEntry(1) > "
+                "lblDataEntry(1) / optDataEntry(2) > lblDataEntry(2)"},
+           Case{"tip_splits",
+                "lblHeading(15) / lblPurpose(15) / imgSplitWindow(0) imgSplitWindow(1) imgSplitWindow(2) imgSplitBtn "
+                "imgcursorHand2 / lblSplitDesc"},
+           Case{"Pics",
+                "lblHeading(8) / lblPurpose(8) / picFrame [lblPicsTitle+lblPics / lblChartInfoTitle / lblChartInfo / "
+                "cmdViwPic]"},
+           Case{"Fertig", "lblHeading(17)+imgOpen imgNew / lblPurpose(17) / lblSummary / lblChange+cbChange cmdChange"},
+       }) {
+    const Control& page = form.at("contstep", wizard::page_index(*wizard::find_page(row.page)));
+    EXPECT_EQ(described(wizard::page_lines(form, page)), row.lines) << row.page;
+  }
+  const Control& targets = form.at("contstep", wizard::page_index(*wizard::find_page("Therapie_BZ")));
+  EXPECT_EQ(name_of(wizard::page_lines(form, targets).at(2).cells.front()), "lblVorgabe(0)+txtvorgabe(0)+lblUnit(0)");
+}
+
+/// Whatever page is added: what can be seen on it has a place.
+TEST(ThePage, HasEveryControlInALine) {
+  Form form;
+  wizard::build_form(form);
+  for (const Control* page : form.array("contstep")) {
+    const std::string lines = described(wizard::page_lines(form, *page));
+    for (const auto& control : form.controls()) {
+      const bool is_buffer = control->bounds().width < 60;
+      if (control->parent() != page || is_buffer) continue;
+      EXPECT_THAT(lines, HasSubstr(control->path()));
+    }
   }
 }
 

@@ -23,6 +23,7 @@ enum class Kind {
   PictureBox,
   ScrollBar,
   ProgressBar,
+  StepIndicator,  ///< where the user is: items in order, the current one selected; the caption says the same in words
   Timer,
 };
 

@@ -1,16 +1,22 @@
 // The messages of the wizard's window.
-#include "wizard/form_layout.h"
 #include "wizard/win32/assistant_window.h"
 #include "wizard/win32/dark_controls.h"
 #include "wizard/win32/frame_window.h"
 #include "wizard/win32/page_images.h"
-#include "wizard/win32/twips.h"
 
 namespace wizard::win32 {
 namespace {
 
 Colour text_colour(const ShownControl* shown) {
-  return shown != nullptr && text_style(*shown->control) != TextStyle::Normal ? Colour::Heading : Colour::Text;
+  switch (shown != nullptr ? text_style(*shown->control) : TextStyle::Normal) {
+    case TextStyle::Heading:
+    case TextStyle::Emphasis:
+      return Colour::Heading;
+    case TextStyle::Hint:
+      return Colour::Hint;
+    default:
+      return Colour::Text;
+  }
 }
 
 int thumb_position(HWND bar) {
@@ -52,8 +58,11 @@ bool AssistantWindow::handle_user_message(HWND window, UINT message, WPARAM firs
       return true;
     case WM_VSCROLL: {
       const HWND bar = reinterpret_cast<HWND>(second);
-      if (const ShownControl* shown = view_.controls().of(bar))
+      const ShownControl* shown = view_.controls().of(bar);
+      if (shown != nullptr && shown->control->kind() == form::Kind::ScrollBar)
         scroll(*shown->control, LOWORD(first), thumb_position(bar));
+      else
+        view_.scroll_page(LOWORD(first));
       return true;
     }
     case WM_MOUSEWHEEL:
@@ -96,9 +105,17 @@ bool AssistantWindow::handle_window_message(HWND window, UINT message, LPARAM se
 bool AssistantWindow::handle_system_message(HWND window, UINT message, WPARAM first, LPARAM second) {
   switch (message) {
     case WM_GETDPISCALEDSIZE:
-      *reinterpret_cast<SIZE*>(second) =
-          frame_size(inner_size(form_bounds, static_cast<UINT>(first)), static_cast<UINT>(first));
+      *reinterpret_cast<SIZE*>(second) = size_in_resolution(window, view_.dpi(), static_cast<UINT>(first));
       SetWindowLongPtrW(window, DWLP_MSGRESULT, TRUE);
+      return true;
+    case WM_GETMINMAXINFO:
+      reinterpret_cast<MINMAXINFO*>(second)->ptMinTrackSize = least_track_size(window, least_size);
+      return true;
+    case WM_SIZE:
+      if (first != SIZE_MINIMIZED && is_open_) {
+        view_.arrange();
+        InvalidateRect(window, nullptr, FALSE);
+      }
       return true;
     case WM_DPICHANGED:
       set_frame_icons(window, HIWORD(first));

@@ -9,7 +9,7 @@
 #include "wizard/win32/focus.h"
 #include "wizard/win32/frame_window.h"
 #include "wizard/win32/repeated_key.h"
-#include "wizard/win32/twips.h"
+#include "wizard/win32/step_list_window.h"
 
 namespace wizard::win32 {
 
@@ -22,9 +22,11 @@ constexpr int cancel_button = 2;
 AssistantWindow::AssistantWindow(HINSTANCE instance, frmAssistantFirstSteps& assistant)
     : assistant_(assistant), view_(assistant.form()) {
   register_container_class(instance);
+  register_step_list_class(instance);
   window_ = create_frame_window(instance, support::wide(assistant_.form().caption()).c_str(), dialog_procedure, this);
-  centre_frame_window(window_, inner_size(form_bounds, GetDpiForWindow(window_)));
+  centre_frame_window(window_, first_size);
   view_.open(window_);
+  is_open_ = true;
   assistant_.form().set_observer(this);
   SetWindowPos(window_, HWND_TOPMOST, 0, 0, 0, 0, SWP_NOMOVE | SWP_NOSIZE | SWP_SHOWWINDOW);
   focus_first_of_page();
@@ -41,10 +43,19 @@ void AssistantWindow::run() {
   MSG message;
   while (next_message(message)) {
     key_is_repeated_ = is_repeated_key(message);
-    if (IsDialogMessageW(window_, &message) != 0) continue;
-    TranslateMessage(&message);
-    DispatchMessageW(&message);
+    if (!turn_charts(message) && IsDialogMessageW(window_, &message) == 0) {
+      TranslateMessage(&message);
+      DispatchMessageW(&message);
+    }
+    follow_focus();
   }
+}
+
+/// Wherever the focus has come from: what has it is in sight.
+void AssistantWindow::follow_focus() {
+  const HWND focus = GetFocus();
+  if (focus == std::exchange(focus_, focus)) return;
+  if (focus != nullptr && window_ != nullptr) view_.reveal(focus);
 }
 
 /// What can wait comes in while there is nothing else to do.
@@ -89,7 +100,10 @@ bool AssistantWindow::is_meant_for_page_before(const form::Control& control) con
 
 void AssistantWindow::raise(const FormEvent& event) {
   const form::Control& control = *event.control;
-  if (event.kind == FormEvent::Kind::Change) return assistant_.change(control.name(), control.index());
+  if (event.kind == FormEvent::Kind::Change) {
+    assistant_.change(control.name(), control.index());
+    return view_.arrange_changes();
+  }
   if (is_meant_for_page_before(control)) return;
   // Long work lets input through; a second click must not begin the same work inside the first.
   if (std::exchange(in_event_, true)) return;
@@ -97,6 +111,7 @@ void AssistantWindow::raise(const FormEvent& event) {
   focus_asked_for_ = false;
   assistant_.click(control.name(), control.index());
   in_event_ = false;
+  view_.arrange_changes();
   if (assistant_.state() != frmAssistantFirstSteps::State::Running) {
     PostQuitMessage(0);
   } else if (assistant_.CurrentStep() != step_before) {
@@ -114,7 +129,7 @@ void AssistantWindow::close() {
 }
 
 void AssistantWindow::scroll(form::Control& bar, int request, int thumb) {
-  raise(event_of_scroll(bar, request, thumb));
+  raise(event_of_scroll(bar, view_.scroll_range(), request, thumb));
 }
 
 /// The wheel turns the scroll bar of the page that is shown, wherever the pointer is. Fine wheels report parts of a
@@ -124,11 +139,42 @@ void AssistantWindow::turn_wheel(int delta) {
   wheel_rest_ += delta * lines;
   const int turned = wheel_rest_ / WHEEL_DELTA;
   wheel_rest_ -= turned * WHEEL_DELTA;
-  for (const auto& shown : view_.controls()) {
-    form::Control& control = *shown->control;
-    if (control.kind() != form::Kind::ScrollBar || !control.enabled() || !is_seen(control)) continue;
-    for (int line = 0; line < std::abs(turned); ++line) scroll(control, turned > 0 ? SB_LINEUP : SB_LINEDOWN, 0);
+  for (int line = 0; line < std::abs(turned); ++line) scroll_line(turned > 0 ? SB_LINEUP : SB_LINEDOWN);
+}
+
+/// The charts, as far as they go, then the page.
+void AssistantWindow::scroll_line(int request) {
+  form::Control* bar = assistant_.form().find("vsbSlide");
+  if (bar != nullptr && is_seen(*bar)) {
+    const int before = bar->value();
+    scroll(*bar, request, 0);
+    if (bar->value() != before) return;
   }
+  view_.scroll_page(request);
+}
+
+/// Arrow keys move among the charts as they lie: to the next one, or the one above or below. At an edge they stay.
+bool AssistantWindow::turn_charts(const MSG& message) {
+  const ShownControl* shown = message.message == WM_KEYDOWN ? view_.controls().of(GetFocus()) : nullptr;
+  if (shown == nullptr || shown->control->kind() != form::Kind::ChartOption) return false;
+  const auto step = [&] {
+    switch (message.wParam) {
+      case VK_LEFT:
+        return -1;
+      case VK_RIGHT:
+        return 1;
+      case VK_UP:
+        return -charts_in_row;
+      case VK_DOWN:
+        return charts_in_row;
+      default:
+        return 0;
+    }
+  }();
+  if (step == 0) return false;
+  const form::Control* next = assistant_.form().find("optThumb", shown->control->index() + step);
+  if (next != nullptr && next->visible()) view_.focus(*next);
+  return true;
 }
 
 /// A chart that the keys have reached is scrolled to.
@@ -136,7 +182,7 @@ void AssistantWindow::bring_into_view(const form::Control& chart) {
   form::Control* bar = assistant_.form().find("vsbSlide");
   if (bar == nullptr) return;
   const form::Bounds& bounds = chart.bounds();
-  const int below = bounds.top + bounds.height + chart_title_height - bar->bounds().height;
+  const int below = bounds.top + bounds.height + chart_title_height + chart_row_gap - view_.scroll_range().page;
   if (bounds.top < bar->value()) scroll(*bar, SB_THUMBPOSITION, bounds.top);
   if (below > bar->value()) scroll(*bar, SB_THUMBPOSITION, below);
 }
@@ -147,7 +193,7 @@ void AssistantWindow::paint_window(HWND window) const {
   RECT page, bar;
   GetClientRect(window, &page);
   bar = page;
-  bar.top = page.bottom = pixels(page_bottom, view_.dpi());
+  bar.top = page.bottom = view_.bar_top();
   FillRect(target, &page, page_brush());
   FillRect(target, &bar, brush(Colour::Bar));
   bar.bottom = bar.top + 1;

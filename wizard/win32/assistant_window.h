@@ -42,6 +42,9 @@ class AssistantWindow : public form::FormObserver {
   void command(HWND child, UINT notification);
   void scroll(form::Control& bar, int request, int thumb);
   void turn_wheel(int delta);
+  void scroll_line(int request);
+  bool turn_charts(const MSG& message);
+  void follow_focus();
   void bring_into_view(const form::Control& chart);
   void close();
   void raise(const FormEvent& event);
@@ -52,9 +55,11 @@ class AssistantWindow : public form::FormObserver {
   FormView view_;
   HWND window_ = nullptr;
   ProgressWindow* work_ = nullptr;
+  HWND focus_ = nullptr;          ///< what had the focus after the last message
   int wheel_rest_ = 0;            ///< turned, but not yet a whole notch
   ULONGLONG page_shown_ = 0;      ///< when the page came up, in milliseconds of the system's clock
   bool key_is_repeated_ = false;  ///< the message that is handled now comes from a key held down
+  bool is_open_ = false;          ///< the window has its controls
   bool in_event_ = false;
   bool focus_asked_for_ = false;  ///< by the event that is handled now
 };

@@ -25,6 +25,8 @@ bool belongs_to_form(UINT message) {
 }
 
 LRESULT CALLBACK container_procedure(HWND window, UINT message, WPARAM first, LPARAM second) {
+  // The page's own scroll bar names no window.
+  if (message == WM_VSCROLL && second == 0) second = reinterpret_cast<LPARAM>(window);
   if (belongs_to_form(message)) return SendMessageW(GetParent(window), message, first, second);
   if (message != WM_ERASEBKGND) return DefWindowProcW(window, message, first, second);
   RECT whole;

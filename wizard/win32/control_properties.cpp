@@ -3,8 +3,12 @@
 #include <commctrl.h>
 #include <uxtheme.h>
 
+#include <utility>
+#include <vector>
+
 #include "support/win32/wide.h"
 #include "wizard/win32/control_window.h"
+#include "wizard/win32/step_list_window.h"
 
 namespace wizard::win32 {
 namespace {
@@ -24,6 +28,12 @@ void show_selection(HWND window, const form::Control& control) {
   if (SendMessageW(window, CB_GETCURSEL, 0, 0) == control.list_index()) return;
   SendMessageW(window, CB_SETCURSEL, static_cast<WPARAM>(control.list_index()), 0);
   if (control.editable()) show_text(window, control.text());
+}
+
+void show_step_list(HWND window, const form::Control& control) {
+  std::vector<std::wstring> names;
+  for (const form::ListItem& item : control.items()) names.push_back(support::wide(item.text));
+  show_steps(window, std::move(names), control.list_index());
 }
 
 /// Told that it is not chosen, an option that was not chosen would lose its tab stop.
@@ -50,22 +60,8 @@ void show_value(HWND window, const form::Control& control) {
   }
 }
 
-/// Positions of the form's scroll bar are twips; a page is what the bar itself covers.
-void show_scroll_range(HWND window, const form::Control& control) {
-  const int page = control.bounds().height;
-  SCROLLINFO info{};
-  info.cbSize = sizeof info;
-  info.fMask = SIF_RANGE | SIF_PAGE;
-  info.nMax = control.maximum() + page - 1;
-  info.nPage = static_cast<UINT>(page);
-  SetScrollInfo(window, SB_CTL, &info, TRUE);
-}
-
 void show_maximum(HWND window, const form::Control& control) {
   switch (control.kind()) {
-    case form::Kind::ScrollBar:
-      show_scroll_range(window, control);
-      break;
     case form::Kind::ProgressBar:
       SendMessageW(window, PBM_SETRANGE32, 0, control.maximum());
       break;
@@ -101,15 +97,18 @@ void show_property(HWND window, const form::Control& control, form::Property pro
       break;
     case Property::List:
       if (is_list) show_list(window, control);
+      if (control.kind() == form::Kind::StepIndicator) show_step_list(window, control);
       break;
     case Property::ListIndex:
       if (is_list) show_selection(window, control);
+      if (control.kind() == form::Kind::StepIndicator) show_step_list(window, control);
       break;
     case Property::Value:
       show_value(window, control);
       break;
     case Property::Enabled:
-      EnableWindow(window, control.enabled());
+      // What a scroll bar can do depends on the room that the window has.
+      if (control.kind() != form::Kind::ScrollBar) EnableWindow(window, control.enabled());
       break;
     case Property::Visible:
       ShowWindow(window, control.visible() ? SW_SHOWNA : SW_HIDE);
@@ -128,6 +127,17 @@ void show_property(HWND window, const form::Control& control, form::Property pro
     case Property::Interval:
       break;
   }
+}
+
+void show_scroll_range(HWND bar, int page, int last, int position) {
+  SCROLLINFO info{};
+  info.cbSize = sizeof info;
+  info.fMask = SIF_RANGE | SIF_PAGE | SIF_POS;
+  info.nMax = last + page - 1;
+  info.nPage = static_cast<UINT>(page);
+  info.nPos = position;
+  EnableWindow(bar, last > 0);
+  SetScrollInfo(bar, SB_CTL, &info, TRUE);
 }
 
 std::string window_text(HWND window) {

@@ -5,6 +5,7 @@
 #include "support/encoding.h"
 #include "support/win32/wide.h"
 #include "wizard/win32/container_window.h"
+#include "wizard/win32/step_list_window.h"
 
 namespace wizard::win32 {
 namespace {
@@ -60,6 +61,8 @@ NativeClass native_class(const form::Control& control) {
       if (!is_container(control)) return {L"BUTTON", WS_GROUP | BS_GROUPBOX};
       // Without WS_CLIPCHILDREN: a group box counts on the ground below it.
       return {container_class, 0, WS_EX_CONTROLPARENT};
+    case form::Kind::StepIndicator:
+      return {step_list_class, 0};
     case form::Kind::Timer:
       break;
   }

@@ -2,8 +2,8 @@
 
 #include <utility>
 
-#include "wizard/form_layout.h"
 #include "wizard/win32/chart_option.h"
+#include "wizard/win32/chart_places.h"
 #include "wizard/win32/control_properties.h"
 #include "wizard/win32/control_window.h"
 #include "wizard/win32/dark_controls.h"
@@ -44,13 +44,6 @@ bool shows_from_the_start(const form::Control& control, form::Property property)
 
 bool is_page(const form::Control& control) { return control.parent() == nullptr && is_container(control); }
 
-/// A chart below what its frame shows at first.
-bool can_wait(const form::Control& control) {
-  if (control.kind() != form::Kind::ChartOption || control.parent() == nullptr) return false;
-  const form::Control* frame = control.parent()->parent();
-  return frame != nullptr && control.bounds().top >= frame->bounds().height;
-}
-
 }  // namespace
 
 void FormView::open(HWND window) {
@@ -62,9 +55,11 @@ void FormView::open(HWND window) {
     if (shown->control->parent() == nullptr && (shown->control->visible() || !is_page(*shown->control))) create(*shown);
     if (shown->window == nullptr) waiting_.push_back(shown.get());
   }
+  arrange();
 }
 
 bool FormView::work_ahead() {
+  arrange_changes();
   if (pictures_.load_next(false, controls_) || tips_.create(window_)) return true;
   if (waiting_.empty()) return pictures_.load_next(true, controls_);
   ShownControl& shown = *waiting_.front();
@@ -74,10 +69,10 @@ bool FormView::work_ahead() {
 }
 
 void FormView::create(ShownControl& shown) {
-  controls_.create_window(shown, window_, dpi_);
+  controls_.create_window(shown, window_);
   if (shown.window == nullptr) return;
   if (shown.control->kind() == form::Kind::ChartOption) {
-    draw_as_chart(shown.window, pixels(chart_title_height, dpi_));
+    create_chart(shown);
   } else {
     dress_control(shown.window);
   }
@@ -85,6 +80,21 @@ void FormView::create(ShownControl& shown) {
     if (!shows_from_the_start(*shown.control, property)) show(shown, property);
   }
   tips_.add(shown);
+}
+
+/// A chart that comes in late is placed at once; the first ones wait for the size of their frame.
+void FormView::create_chart(const ShownControl& chart) {
+  const TextSizes sizes(fonts_, dpi_);
+  const ChartPlaces places(form_, sizes, frame_of_charts_);
+  draw_as_chart(chart.window, places.title_height());
+  place(chart, places.chart(*chart.control), dpi_);
+}
+
+/// A chart below what its frame shows.
+bool FormView::can_wait(const form::Control& control) const {
+  if (control.kind() != form::Kind::ChartOption) return false;
+  const TextSizes sizes(fonts_, dpi_);
+  return control.bounds().top >= ChartPlaces(form_, sizes, frame_of_charts_).visible();
 }
 
 /// Tab goes through the page before it comes to the buttons.
@@ -113,15 +123,26 @@ void FormView::show(ShownControl& shown, form::Property property) {
       give_font(shown);
       break;
     case form::Property::Bounds:
-      place(shown, dpi_);
-      if (control.kind() == form::Kind::ScrollBar) show_property(shown.window, control, form::Property::Maximum);
+      show_bounds(control);
+      break;
+    case form::Property::Maximum:
+      show_property(shown.window, control, property);
+      if (control.kind() == form::Kind::ScrollBar) arrange_scroll_bar();
       break;
     case form::Property::Picture:
       pictures_.add(shown);
       break;
     case form::Property::Visible:
-      if (control.visible() && is_page(control)) create_contents(control);
+      if (control.visible() && is_page(control)) show_page(control);
       show_property(shown.window, control, property);
+      break;
+    case form::Property::Caption:
+      show_property(shown.window, control, property);
+      is_arranged_ = is_arranged_ && control.kind() != form::Kind::Label && control.kind() != form::Kind::Button;
+      break;
+    case form::Property::List:
+      show_property(shown.window, control, property);
+      if (control.kind() == form::Kind::StepIndicator) arrange_parts();
       break;
     default:
       show_property(shown.window, control, property);
@@ -181,20 +202,6 @@ void FormView::focus(const form::Control& control) const {
   const ShownControl* shown = controls_.of(control);
   if (shown != nullptr && shown->window != nullptr)
     SendMessageW(window_, WM_NEXTDLGCTL, reinterpret_cast<WPARAM>(shown->window), TRUE);
-}
-
-void FormView::change_resolution(UINT dpi, const RECT& suggested) {
-  dpi_ = dpi;
-  SetWindowPos(window_, nullptr, suggested.left, suggested.top, suggested.right - suggested.left,
-               suggested.bottom - suggested.top, SWP_NOZORDER | SWP_NOACTIVATE);
-  for (const auto& shown : controls_) {
-    if (shown->window == nullptr) continue;
-    give_font(*shown);
-    if (shown->control->kind() == form::Kind::ChartOption)
-      draw_as_chart(shown->window, pixels(chart_title_height, dpi_));
-    place(*shown, dpi_);
-  }
-  RedrawWindow(window_, nullptr, nullptr, RDW_INVALIDATE | RDW_ERASE | RDW_ALLCHILDREN);
 }
 
 std::optional<FormEvent> FormView::read(const ShownControl& shown, UINT notification) {

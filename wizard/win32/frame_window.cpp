@@ -10,7 +10,8 @@ namespace wizard::win32 {
 namespace {
 
 constexpr wchar_t frame_class[] = L"FirstStepsAssistant";
-constexpr DWORD frame_style = WS_POPUP | WS_CAPTION | WS_SYSMENU | WS_MINIMIZEBOX | WS_CLIPCHILDREN;
+constexpr DWORD frame_style =
+    WS_POPUP | WS_CAPTION | WS_SYSMENU | WS_MINIMIZEBOX | WS_MAXIMIZEBOX | WS_THICKFRAME | WS_CLIPCHILDREN;
 constexpr DWORD frame_extended_style = WS_EX_APPWINDOW | WS_EX_CONTROLPARENT;
 
 void register_frame_class(HINSTANCE instance) {
@@ -34,6 +35,14 @@ void keep_layout_ours(HWND window) {
   const auto set =
       reinterpret_cast<SetBehavior>(reinterpret_cast<void*>(GetProcAddress(user32, "SetDialogDpiChangeBehavior")));
   if (set != nullptr) set(window, disable_all, disable_all);
+}
+
+/// What the window's screen leaves to programs.
+RECT work_area(HWND window) {
+  MONITORINFO screen{};
+  screen.cbSize = sizeof screen;
+  GetMonitorInfoW(MonitorFromWindow(window, MONITOR_DEFAULTTOPRIMARY), &screen);
+  return screen.rcWork;
 }
 
 /// The template of a dialog: its head, no menu, the class, no title of its own.
@@ -67,17 +76,35 @@ HWND create_frame_window(HINSTANCE instance, const wchar_t* title, DLGPROC proce
 }
 
 void centre_frame_window(HWND window, SIZE inner) {
-  const auto [width, height] = frame_size(inner, GetDpiForWindow(window));
-  RECT desk;
-  SystemParametersInfoW(SPI_GETWORKAREA, 0, &desk, 0);
-  const LONG left = std::max(desk.left, desk.left + (desk.right - desk.left - width) / 2);
-  const LONG top = std::max(desk.top, desk.top + (desk.bottom - desk.top - height) / 2);
-  SetWindowPos(window, nullptr, left, top, width, height, SWP_NOZORDER | SWP_NOACTIVATE);
+  const RECT desk = work_area(window);
+  const SIZE room{desk.right - desk.left, desk.bottom - desk.top};
+  const SIZE wanted = frame_size(inner, GetDpiForWindow(window));
+  const LONG width = std::min(wanted.cx, room.cx), height = std::min(wanted.cy, room.cy);
+  SetWindowPos(window, nullptr, desk.left + (room.cx - width) / 2, desk.top + (room.cy - height) / 2, width, height,
+               SWP_NOZORDER | SWP_NOACTIVATE);
 }
 
 SIZE frame_size(SIZE inner, UINT dpi) {
-  RECT frame{0, 0, inner.cx, inner.cy};
+  const auto scaled = [dpi](LONG length) {
+    return MulDiv(static_cast<int>(length), static_cast<int>(dpi), USER_DEFAULT_SCREEN_DPI);
+  };
+  RECT frame{0, 0, scaled(inner.cx), scaled(inner.cy)};
   AdjustWindowRectExForDpi(&frame, frame_style, FALSE, frame_extended_style, dpi);
+  return {frame.right - frame.left, frame.bottom - frame.top};
+}
+
+POINT least_track_size(HWND window, SIZE inner) {
+  const RECT desk = work_area(window);
+  const SIZE wanted = frame_size(inner, GetDpiForWindow(window));
+  return {std::min(wanted.cx, desk.right - desk.left), std::min(wanted.cy, desk.bottom - desk.top)};
+}
+
+SIZE size_in_resolution(HWND window, UINT now, UINT then) {
+  RECT inside;
+  GetClientRect(window, &inside);
+  RECT frame{0, 0, MulDiv(inside.right, static_cast<int>(then), static_cast<int>(now)),
+             MulDiv(inside.bottom, static_cast<int>(then), static_cast<int>(now))};
+  AdjustWindowRectExForDpi(&frame, frame_style, FALSE, frame_extended_style, then);
   return {frame.right - frame.left, frame.bottom - frame.top};
 }
 

@@ -1,6 +1,8 @@
 #include "wizard/win32/look.h"
 
+#include <algorithm>
 #include <array>
+#include <cstdlib>
 #include <string_view>
 
 #include "support/encoding.h"
@@ -14,37 +16,43 @@ struct StyleRow {
   TextStyle style;
 };
 
-constexpr std::array<StyleRow, 4> styles = {{
+constexpr std::array<StyleRow, 8> styles = {{
     {"lblHeading", TextStyle::Heading},
     {"Label2", TextStyle::Heading},
     {"lblChartInfoTitle", TextStyle::Emphasis},
     {"lblFolder", TextStyle::Emphasis},
+    {"lblDataEntry", TextStyle::Hint},
+    {"lblTargetHint", TextStyle::Hint},
+    {"optThumb", TextStyle::Hint},
+    {"lstSteps", TextStyle::Hint},
 }};
 
-/// By TextStyle.
-constexpr std::array<int, 3> points = {10, 16, 11};
-constexpr int points_to_the_inch = 72;
+/// By TextStyle: per cent of the size of the system's messages, and how bold.
+struct TypeRow {
+  int size, weight;
+};
+constexpr std::array<TypeRow, 4> types = {{{110, FW_NORMAL}, {180, FW_NORMAL}, {110, FW_SEMIBOLD}, {100, FW_NORMAL}}};
 
-/// The system's own font where none is named.
-LOGFONTW described_font(const std::string& face) {
-  LOGFONTW description{};
-  description.lfCharSet = DEFAULT_CHARSET;
-  if (!face.empty()) {
-    lstrcpynW(description.lfFaceName, support::wide(face).c_str(), LF_FACESIZE);
-    return description;
-  }
+/// The font of the system's messages at a resolution.
+LOGFONTW message_font(UINT dpi) {
   NONCLIENTMETRICSW metrics{};
   metrics.cbSize = sizeof metrics;
-  SystemParametersInfoW(SPI_GETNONCLIENTMETRICS, sizeof metrics, &metrics, 0);
+  SystemParametersInfoForDpi(SPI_GETNONCLIENTMETRICS, sizeof metrics, &metrics, 0, dpi);
   return metrics.lfMessageFont;
 }
 
 Font make_font(const std::string& face, TextStyle style, UINT dpi) {
-  LOGFONTW description = described_font(face);
-  description.lfHeight = -MulDiv(points[static_cast<std::size_t>(style)], static_cast<int>(dpi), points_to_the_inch);
+  LOGFONTW description = message_font(dpi);
+  const TypeRow& type = types[static_cast<std::size_t>(style)];
+  const int usual_size = std::abs(description.lfHeight) * text_scale() / usual_text_scale;
+  description.lfHeight = -MulDiv(usual_size, type.size, 100);
   description.lfWidth = 0;
-  description.lfWeight = FW_NORMAL;
+  description.lfWeight = type.weight;
   description.lfQuality = CLEARTYPE_QUALITY;
+  if (!face.empty()) {
+    description.lfCharSet = DEFAULT_CHARSET;
+    lstrcpynW(description.lfFaceName, support::wide(face).c_str(), LF_FACESIZE);
+  }
   return Font(CreateFontIndirectW(&description));
 }
 
@@ -55,6 +63,15 @@ TextStyle text_style(const form::Control& control) {
     if (support::equal_ignoring_case(row.control, control.name())) return row.style;
   }
   return TextStyle::Normal;
+}
+
+/// Windows keeps it here and nowhere in its settings of old; the interface that tells of it is not for such programs.
+int text_scale() {
+  constexpr DWORD least = 100, most = 225;
+  DWORD scale = 0, size = sizeof scale;
+  const LSTATUS found = RegGetValueW(HKEY_CURRENT_USER, L"Software\\Microsoft\\Accessibility", L"TextScaleFactor",
+                                     RRF_RT_REG_DWORD, nullptr, &scale, &size);
+  return found != ERROR_SUCCESS ? usual_text_scale : static_cast<int>(std::clamp(scale, least, most));
 }
 
 HFONT Fonts::font(const std::string& face, TextStyle style, UINT dpi) {

@@ -13,11 +13,16 @@
 
 namespace wizard::win32 {
 
-/// The kind of text that a control shows.
-enum class TextStyle { Normal, Heading, Emphasis };
+/// The kind of text that a control shows. There are three sizes: emphasis has that of normal text.
+enum class TextStyle { Normal, Heading, Emphasis, Hint };
 TextStyle text_style(const form::Control& control);
 
-/// Fonts by face, style and resolution, made when first asked for.
+/// What the user has set as the size of all texts, in per cent of the usual one.
+int text_scale();
+inline constexpr int usual_text_scale = 100;
+
+/// Fonts by face, style and resolution, made when first asked for. Their sizes follow the font of the system's messages
+/// and the user's text size.
 class Fonts {
  public:
   /// The font of a face name; the system's where the name is empty or unknown. Lives as long as this.

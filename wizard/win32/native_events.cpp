@@ -30,8 +30,8 @@ FormEvent choose(const ShownControl& shown) {
   return {FormEvent::Kind::Click, shown.control};
 }
 
-int scrolled_to(const form::Control& bar, int request, int thumb) {
-  const int page = bar.bounds().height, line = page / 8;
+int scrolled_to(const form::Control& bar, ScrollRange range, int request, int thumb) {
+  const int page = range.page, line = page / 8;
   switch (request) {
     case SB_LINEUP:
       return bar.value() - line;
@@ -47,7 +47,7 @@ int scrolled_to(const form::Control& bar, int request, int thumb) {
     case SB_TOP:
       return 0;
     case SB_BOTTOM:
-      return bar.maximum();
+      return range.last;
     default:
       return bar.value();
   }
@@ -75,8 +75,8 @@ std::optional<FormEvent> event_of_command(const ShownControl& shown, UINT notifi
   return std::nullopt;
 }
 
-FormEvent event_of_scroll(form::Control& bar, int request, int thumb) {
-  bar.set_value(std::clamp(scrolled_to(bar, request, thumb), 0, std::max(0, bar.maximum())));
+FormEvent event_of_scroll(form::Control& bar, ScrollRange range, int request, int thumb) {
+  bar.set_value(std::clamp(scrolled_to(bar, range, request, thumb), 0, range.last));
   return {FormEvent::Kind::Change, &bar};
 }
 

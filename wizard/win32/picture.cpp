@@ -123,7 +123,7 @@ void draw_picture(HDC target, const RECT& place, const Picture& picture) {
     GdiAlphaBlend(target, place.left, place.top, width, height, memory.get(), 0, 0, picture.width, picture.height,
                   over);
   } else {
-    stretch(target, place, memory.get(), picture.width, picture.height);
+    stretch(target, place, memory.get(), {0, 0, picture.width, picture.height});
   }
 }
 
@@ -139,17 +139,19 @@ Picture scaled(const Picture& picture, int width, int height, COLORREF backgroun
   return result;
 }
 
-void stretch(HDC target, const RECT& place, HDC source, int source_width, int source_height) {
+void stretch(HDC target, const RECT& place, HDC source, const RECT& part) {
+  const int source_width = part.right - part.left, source_height = part.bottom - part.top;
   const int width = place.right - place.left, height = place.bottom - place.top;
   if (width == source_width && height == source_height) {
-    BitBlt(target, place.left, place.top, width, height, source, 0, 0, SRCCOPY);
+    BitBlt(target, place.left, place.top, width, height, source, part.left, part.top, SRCCOPY);
     return;
   }
   // Half-tone mode takes the brush's origin into its pattern: it must be set after the mode.
   const int mode = SetStretchBltMode(target, HALFTONE);
   POINT origin{};
   SetBrushOrgEx(target, 0, 0, &origin);
-  StretchBlt(target, place.left, place.top, width, height, source, 0, 0, source_width, source_height, SRCCOPY);
+  StretchBlt(target, place.left, place.top, width, height, source, part.left, part.top, source_width, source_height,
+             SRCCOPY);
   SetBrushOrgEx(target, origin.x, origin.y, nullptr);
   SetStretchBltMode(target, mode);
 }

@@ -41,7 +41,7 @@ void draw_picture(HDC target, const RECT& place, const Picture& picture);
 /// An opaque copy over a background, in another size (pixels), in half-tone mode; empty where there is no picture.
 Picture scaled(const Picture& picture, int width, int height, COLORREF background);
 
-/// Copies a context's content into a place of another size, in half-tone mode.
-void stretch(HDC target, const RECT& place, HDC source, int source_width, int source_height);
+/// Copies a part of a context's content into a place of another size, in half-tone mode.
+void stretch(HDC target, const RECT& place, HDC source, const RECT& part);
 
 }  // namespace wizard::win32

@@ -23,10 +23,8 @@ ShownControl& ShownControls::add(const form::Control& control) {
   return shown;
 }
 
-void ShownControls::create_window(ShownControl& shown, HWND form_window, UINT dpi) {
-  shown.window = create_control_window(*shown.control, container_window(*shown.control, form_window), shown.id,
-                                       place_in_container(*shown.control, dpi));
-  if (shown.control->kind() == form::Kind::ComboBox) place(shown, dpi);
+void ShownControls::create_window(ShownControl& shown, HWND form_window) {
+  shown.window = create_control_window(*shown.control, container_window(*shown.control, form_window), shown.id, {});
   if (shown.window != nullptr) by_window_[shown.window] = &shown;
 }
 
@@ -63,7 +61,6 @@ bool is_seen(const form::Control& control) {
 
 RECT place_in_container(const form::Control& control, UINT dpi) {
   form::Bounds bounds = control.bounds();
-  if (control.kind() == form::Kind::ChartOption) bounds.height += chart_title_height;
   // Group boxes are no containers: what lies in them is a neighbour of theirs.
   for (const form::Control* at = control.parent(); at != nullptr && !is_container(*at); at = at->parent()) {
     bounds.left += at->bounds().left;
@@ -72,17 +69,24 @@ RECT place_in_container(const form::Control& control, UINT dpi) {
   return pixels(bounds, dpi);
 }
 
-void place(const ShownControl& shown, UINT dpi) {
+void place(const ShownControl& shown, RECT place, UINT dpi) {
   if (shown.window == nullptr) return;
-  RECT place = place_in_container(*shown.control, dpi);
   // The height of a combo box includes its list.
   if (shown.control->kind() == form::Kind::ComboBox) {
     const int inner_height = place.bottom - place.top - 2 * list_edge;
-    SendMessageW(shown.window, CB_SETITEMHEIGHT, static_cast<WPARAM>(-1), inner_height);
+    if (SendMessageW(shown.window, CB_GETITEMHEIGHT, static_cast<WPARAM>(-1), 0) != inner_height)
+      SendMessageW(shown.window, CB_SETITEMHEIGHT, static_cast<WPARAM>(-1), inner_height);
     place.bottom += pixels(list_height, dpi);
   }
-  SetWindowPos(shown.window, nullptr, place.left, place.top, place.right - place.left, place.bottom - place.top,
-               SWP_NOZORDER | SWP_NOACTIVATE);
+  const SIZE size{place.right - place.left, place.bottom - place.top};
+  RECT now;
+  GetWindowRect(shown.window, &now);
+  const bool keeps_size = now.right - now.left == size.cx && now.bottom - now.top == size.cy;
+  MapWindowPoints(nullptr, GetParent(shown.window), reinterpret_cast<POINT*>(&now), 2);
+  if (keeps_size && now.left == place.left && now.top == place.top) return;
+  SetWindowPos(shown.window, nullptr, place.left, place.top, size.cx, size.cy, SWP_NOZORDER | SWP_NOACTIVATE);
+  // What is centred or wrapped stands elsewhere in another size.
+  if (!keeps_size) InvalidateRect(shown.window, nullptr, TRUE);
 }
 
 }  // namespace wizard::win32

@@ -25,8 +25,8 @@ class ShownControls {
 
   /// Takes note of the control; it has no window yet.
   ShownControl& add(const form::Control& control);
-  /// Creates the control's window at its place in that of its container, `form_window` for the form itself.
-  void create_window(ShownControl& shown, HWND form_window, UINT dpi);
+  /// Creates the control's window, without a size, in that of its container, `form_window` for the form itself.
+  void create_window(ShownControl& shown, HWND form_window);
   /// Null where there is none.
   ShownControl* of(const form::Control& control) const;
   ShownControl* of(HWND window) const;
@@ -49,10 +49,10 @@ const form::Control& outermost(const form::Control& control);
 /// True where the control and all around it are shown.
 bool is_seen(const form::Control& control);
 
-/// Pixels inside the window of its container.
+/// Where the form's design has the control in its container, as pixels.
 RECT place_in_container(const form::Control& control, UINT dpi);
 
-/// Moves the control's window to its place.
-void place(const ShownControl& shown, UINT dpi);
+/// Moves the control's window to a place in that of its container, in pixels.
+void place(const ShownControl& shown, RECT place, UINT dpi);
 
 }  // namespace wizard::win32

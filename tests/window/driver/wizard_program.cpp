@@ -52,10 +52,10 @@ WizardProgram::WizardProgram(std::string_view arguments)
 }
 
 UINT WizardProgram::resolution() const {
-  constexpr int twips_to_the_inch = 1440;
-  RECT inside;
-  GetClientRect(window_, &inside);
-  return static_cast<UINT>(MulDiv(inside.right, twips_to_the_inch, wizard::form_bounds.width));
+  DWORD dpi = 0, size = sizeof dpi;
+  const LSTATUS found =
+      RegGetValueW(HKEY_CURRENT_USER, L"Control Panel\\Desktop", L"LogPixels", RRF_RT_REG_DWORD, nullptr, &dpi, &size);
+  return found == ERROR_SUCCESS ? dpi : GetDpiForWindow(window_);
 }
 
 std::string WizardProgram::page() const {

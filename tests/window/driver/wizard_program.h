@@ -24,7 +24,7 @@ class WizardProgram {
 
   const Process& process() const noexcept { return process_; }
   HWND window() const noexcept { return window_; }
-  /// Pixels to the inch, by the window's size: Wine tells a program of its own resolution only.
+  /// Pixels to the inch, by the user's setting: Wine tells a program of its own resolution only.
   UINT resolution() const;
 
   /// The tag of the page shown; empty where none is.

@@ -1,0 +1,130 @@
+#include "wizard/win32/step_list_window.h"
+
+#include <algorithm>
+#include <memory>
+#include <utility>
+
+#include "wizard/win32/gdi.h"
+#include "wizard/win32/look.h"
+
+namespace wizard::win32 {
+namespace {
+
+struct Steps {
+  std::vector<std::wstring> names;
+  int current = -1;
+  HFONT font = nullptr;
+};
+
+Steps* steps_of(HWND window) { return reinterpret_cast<Steps*>(GetWindowLongPtrW(window, GWLP_USERDATA)); }
+
+int line_height(HWND window) {
+  const int line = MulDiv(step_height, static_cast<int>(GetDpiForWindow(window)), USER_DEFAULT_SCREEN_DPI);
+  return MulDiv(line, text_scale(), usual_text_scale);
+}
+
+/// A mark that tells by its shape, not by its colour alone: a tick, a full circle, an empty one.
+void draw_state(HDC target, const RECT& line, int place, int current) {
+  const int side = (line.bottom - line.top) / 2, top = line.top + (line.bottom - line.top - side) / 2;
+  const RECT mark{line.left, top, line.left + side, top + side};
+  const int width = std::max(1, side / 6);
+  const std::unique_ptr<std::remove_pointer_t<HPEN>, DeleteGdiObject> pen(
+      CreatePen(PS_SOLID, width, colour(place > current ? Colour::Disabled : Colour::Choice)));
+  const Selection drawn_with(target, pen.get());
+  if (place < current) {
+    const POINT tick[] = {
+        {mark.left, mark.top + side / 2}, {mark.left + side / 3, mark.bottom - width}, {mark.right, mark.top}};
+    Polyline(target, tick, 3);
+    return;
+  }
+  const Brush full(CreateSolidBrush(colour(Colour::Choice)));
+  const Selection filled_with(target, place == current ? static_cast<HGDIOBJ>(full.get()) : GetStockObject(NULL_BRUSH));
+  const int smaller = side / 8;
+  Ellipse(target, mark.left + smaller, mark.top + smaller, mark.right - smaller, mark.bottom - smaller);
+}
+
+/// Where not all lines have room, those around the current one are shown.
+void draw(HWND window, HDC target, const Steps& steps) {
+  RECT whole;
+  GetClientRect(window, &whole);
+  FillRect(target, &whole, page_brush());
+  const int height = line_height(window), margin = height * 4 / 5;
+  const int count = static_cast<int>(steps.names.size()), lines = std::max(1, static_cast<int>(whole.bottom) / height);
+  const int first = std::clamp(steps.current - lines / 2, 0, std::max(0, count - lines));
+  const int shown = std::min(count - first, lines);
+  const Selection font(target, steps.font);
+  SetBkMode(target, TRANSPARENT);
+  for (int n = 0; n < shown; ++n) {
+    const int place = first + n, top = (whole.bottom - shown * height) / 2 + n * height;
+    RECT line{margin, top, whole.right - margin / 2, top + height};
+    draw_state(target, line, place, steps.current);
+    line.left += height * 3 / 4;
+    SetTextColor(target, colour(place == steps.current ? Colour::Heading : Colour::Text));
+    DrawTextW(target, steps.names[static_cast<std::size_t>(place)].c_str(), -1, &line,
+              DT_SINGLELINE | DT_VCENTER | DT_NOPREFIX | DT_END_ELLIPSIS);
+  }
+}
+
+void paint(HWND window, const Steps& steps) {
+  PAINTSTRUCT painting;
+  const HDC screen = BeginPaint(window, &painting);
+  RECT whole;
+  GetClientRect(window, &whole);
+  {
+    const MemoryContext memory(CreateCompatibleDC(screen));
+    const Bitmap canvas(CreateCompatibleBitmap(screen, whole.right, whole.bottom));
+    const Selection selection(memory.get(), canvas.get());
+    draw(window, memory.get(), steps);
+    BitBlt(screen, 0, 0, whole.right, whole.bottom, memory.get(), 0, 0, SRCCOPY);
+  }
+  EndPaint(window, &painting);
+}
+
+LRESULT CALLBACK step_list_procedure(HWND window, UINT message, WPARAM first, LPARAM second) {
+  Steps* steps = steps_of(window);
+  switch (message) {
+    case WM_NCCREATE:
+      SetWindowLongPtrW(window, GWLP_USERDATA, reinterpret_cast<LONG_PTR>(std::make_unique<Steps>().release()));
+      break;
+    case WM_NCDESTROY:
+      SetWindowLongPtrW(window, GWLP_USERDATA, 0);
+      std::unique_ptr<Steps>{steps};
+      break;
+    case WM_SETFONT:
+      if (steps != nullptr) steps->font = reinterpret_cast<HFONT>(first);
+      InvalidateRect(window, nullptr, FALSE);
+      return 0;
+    case WM_ERASEBKGND:
+      return 1;
+    case WM_PAINT:
+      if (steps == nullptr) break;
+      paint(window, *steps);
+      return 0;
+    default:
+      break;
+  }
+  return DefWindowProcW(window, message, first, second);
+}
+
+}  // namespace
+
+void register_step_list_class(HINSTANCE instance) {
+  WNDCLASSEXW description{};
+  description.cbSize = sizeof description;
+  description.style = CS_HREDRAW | CS_VREDRAW;
+  description.lpfnWndProc = step_list_procedure;
+  description.hInstance = instance;
+  description.hCursor = LoadCursorW(nullptr, IDC_ARROW);
+  description.lpszClassName = step_list_class;
+  RegisterClassExW(&description);
+}
+
+void show_steps(HWND list, std::vector<std::wstring> steps, int current) {
+  Steps* shown = steps_of(list);
+  if (shown == nullptr) return;
+  shown->names = std::move(steps);
+  shown->current = current;
+  InvalidateRect(list, nullptr, FALSE);
+}
+
+}  // namespace wizard::win32
