@@ -80,7 +80,7 @@ void draw_option_mark(HDC target, const RECT& place, bool chosen, Colour ground)
   circle(fine / 2, chosen ? Colour::Choice : Colour::Edge);
   if (!chosen) circle(fine / 2 + fine, Colour::Field);
   if (chosen) circle(side / 3, Colour::ChoiceText);
-  stretch(target, place, memory.get(), side, side);
+  stretch(target, place, memory.get(), whole);
 }
 
 void draw_option(HWND button, HDC target, RECT whole) {
