@@ -9,7 +9,7 @@
 #include "bench/patient_file.h"
 #include "database/engine/embedded/file_keys.h"
 #include "database/formatted.h"
-#include "database/index_database.h"
+#include "database/index/index_database.h"
 
 namespace bench {
 namespace {

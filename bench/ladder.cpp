@@ -1,5 +1,7 @@
 // The whole ladder from layout 4.0, with the conversion of pump data: through db_WriteDBInfo, and by hand with the same
 // changes of layout and statements in one transaction.
+#include "database/upgrade/ladder.h"
+
 #include <map>
 #include <stdexcept>
 

@@ -4,7 +4,7 @@
 #include <filesystem>
 #include <string>
 
-#include "database/create_database.h"
+#include "database/creation/create_database.h"
 #include "support/file_system.h"
 
 namespace bench {

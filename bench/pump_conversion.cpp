@@ -9,6 +9,7 @@
 #include "bench/patient_file.h"
 #include "bench/straight.h"
 #include "database/open_database.h"
+#include "database/upgrade/ladder.h"
 #include "database/version_record.h"
 
 namespace bench {

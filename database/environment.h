@@ -9,6 +9,7 @@
 #include <string_view>
 #include <utility>
 
+#include "database/engine/choice/engine_choice.h"
 #include "database/engine/engine.h"
 #include "database/progress.h"
 #include "support/file_system.h"

@@ -46,8 +46,4 @@ std::int16_t db_SaveSettings(const Environment& environment, const Target& targe
 std::int16_t db_AddTimeZonesToPatient(const Environment& environment, const Target& target, const ZoneTable& zones,
                                       std::int32_t patient_id = 0);
 
-/// The zones of the settings file with their built-in defaults, or (use_defaults false) those of the database. False
-/// and `zones` untouched where the database has none.
-bool GetTimeZones(const Environment& environment, const Target& target, ZoneTable& zones, bool use_defaults);
-
 }  // namespace database

@@ -4,7 +4,6 @@
 
 #include "database/columns.h"
 #include "database/opened_target.h"
-#include "database/upgrade/ladder.h"
 #include "support/common_code.h"
 #include "support/encoding.h"
 
@@ -49,18 +48,6 @@ bool is_product(std::string_view description) {
   });
 }
 
-bool write_record(support::Procedure& procedure, engine::Database& database, const VersionRecord& record) {
-  VersionRecord stored = record;
-  // Both texts have always been stored with a blank at their end; readers trim it.
-  stored.Password += " ";
-  stored.sAvailableData += " ";
-  std::unique_ptr<engine::Recordset> row;
-  procedure.step([&] { row = database.open_recordset("db_info"); });
-  if (!row || !procedure.step([&] { edit_or_add(*row); })) return false;
-  write_columns<VersionRecord>(procedure, *row, version_columns, stored);
-  return procedure.step([&] { row->update(); });
-}
-
 }  // namespace
 
 VersionRecord new_version_record(const Environment& environment) {
@@ -86,20 +73,16 @@ bool db_ReadDBInfo(const Environment& environment, const Target& target, Version
   return !procedure.pending() && is_product(description);
 }
 
-std::int16_t db_WriteDBInfo(const Environment& environment, const Target& target, VersionRecord& record) {
-  support::Procedure procedure{"sql!db_WriteDBInfo"};
-  const OpenedTarget opened{environment, target, OpenedTarget::Access::Write};
-  if (!opened.get()) return 0;
-  if (!needs_upgrade(record)) return write_record(procedure, *opened.get(), record) ? 1 : 0;
-  VersionRecord upgraded = record;
-  const bool written = procedure.guarded([&] {
-    engine::Transaction transaction{*opened.get()};
-    upgrade_ladder(environment, *opened.get(), upgraded);
-    if (!write_record(procedure, *opened.get(), upgraded)) throw support::RuntimeError(procedure.error());
-    transaction.commit();
-  });
-  if (written) record = upgraded;
-  return written ? 1 : 0;
+bool write_version_record(support::Procedure& procedure, engine::Database& database, const VersionRecord& record) {
+  VersionRecord stored = record;
+  // Both texts have always been stored with a blank at their end; readers trim it.
+  stored.Password += " ";
+  stored.sAvailableData += " ";
+  std::unique_ptr<engine::Recordset> row;
+  procedure.step([&] { row = database.open_recordset("db_info"); });
+  if (!row || !procedure.step([&] { edit_or_add(*row); })) return false;
+  write_columns<VersionRecord>(procedure, *row, version_columns, stored);
+  return procedure.step([&] { row->update(); });
 }
 
 }  // namespace database

@@ -35,8 +35,8 @@ VersionRecord new_version_record(const Environment& environment);
 /// (13) is an error: its database must not be taken for a current one.
 bool db_ReadDBInfo(const Environment& environment, const Target& target, VersionRecord& record);
 
-/// Brings the layout up to date where the record calls for it, raising its MinVersion, and writes the record, all in
-/// one transaction. 1 when written; 0, with database and record as they were, otherwise.
-std::int16_t db_WriteDBInfo(const Environment& environment, const Target& target, VersionRecord& record);
+/// Writes the row, added where there is none; a value that the layout does not take is passed over as a step of the
+/// procedure. False where no row was written, with the error pending.
+bool write_version_record(support::Procedure& procedure, engine::Database& database, const VersionRecord& record);
 
 }  // namespace database

@@ -2,7 +2,6 @@
 
 #include <algorithm>
 
-#include "database/settings.h"
 #include "support/encoding.h"
 
 namespace database {

@@ -8,6 +8,7 @@
 #include <string_view>
 
 #include "database/environment.h"
+#include "database/settings.h"
 
 namespace database {
 
@@ -41,5 +42,9 @@ std::string zone_name(const Environment& environment, const ZoneRow& row);
 
 /// A time of day from "hhmm"; nothing for a text that is not four digits of a time of day.
 std::optional<engine::Date> zone_time(std::string_view hhmm);
+
+/// The zones of the settings file with their built-in defaults, or (use_defaults false) those of the database. False
+/// and `zones` untouched where the database has none.
+bool GetTimeZones(const Environment& environment, const Target& target, ZoneTable& zones, bool use_defaults);
 
 }  // namespace database

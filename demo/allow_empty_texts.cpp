@@ -3,7 +3,7 @@
 #include <cstdio>
 #include <span>
 
-#include "database/engine/engine.h"
+#include "database/engine/choice/engine_choice.h"
 #include "support/file_system.h"
 
 namespace {

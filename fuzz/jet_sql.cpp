@@ -1,5 +1,5 @@
 // Any text as a statement: a program that SQLite prepares, or an error with a number. Running it ends, too.
-#include "database/engine/embedded/field_type.h"
+#include "database/engine/embedded/jet_sql/field_type.h"
 #include "fuzz/target.h"
 #include "support/error.h"
 #include "tests/jet_sql/sql_database.h"

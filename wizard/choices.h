@@ -17,6 +17,9 @@
 
 namespace wizard {
 
+class Context;
+struct Pages;
+
 /// The parts of a known database that a finish works on. Without a database, and in the professional edition, which
 /// touches none, the patient is empty and there is no plan.
 struct StoredNow {
@@ -64,5 +67,13 @@ struct Choices {
   /// The option chosen in the group of these controls, from 0; raises 340 where there is no such group.
   int option(std::string_view controls) const;
 };
+
+/// What the finish would store now. Reads the known database anew, since another program may have changed it since the
+/// start, and looks which name a new one gets. Never raises.
+Choices gather_choices(const Context& context, const Pages& pages);
+
+/// The same from what was read at the start, without a look at any file: quick enough for each key that is typed. It
+/// names no database.
+Choices gather_pages(const Context& context, const Pages& pages);
 
 }  // namespace wizard

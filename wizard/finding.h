@@ -24,10 +24,4 @@ struct Finding {
 
 using Findings = std::vector<Finding>;
 
-/// The finding in the user's language, without a mark of its severity.
-std::string finding_text(const InstallationConfig& config, const Finding& finding);
-
-/// The same behind the word for its severity.
-std::string marked_text(const InstallationConfig& config, const Finding& finding);
-
 }  // namespace wizard

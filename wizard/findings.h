@@ -1,4 +1,4 @@
-// All findings of a run: those of the pages and those of the surroundings, for whoever shows them.
+// All findings of a run, those of the pages and those of the surroundings, and their texts, for whoever shows them.
 #pragma once
 
 #include "wizard/choices.h"
@@ -8,6 +8,12 @@
 #include "wizard/pages.h"
 
 namespace wizard {
+
+/// The finding in the user's language, without a mark of its severity.
+std::string finding_text(const InstallationConfig& config, const Finding& finding);
+
+/// The same behind the word for its severity.
+std::string marked_text(const InstallationConfig& config, const Finding& finding);
 
 /// What is to be said about one page. Never raises.
 Findings page_findings(const Context& context, const Pages& pages, const Choices& choices, const Page& page);

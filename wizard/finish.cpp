@@ -4,7 +4,7 @@
 #include <memory>
 #include <string>
 
-#include "database/create_database.h"
+#include "database/creation/create_database.h"
 #include "database/file_failure.h"
 #include "database/open_database.h"
 #include "database/preferences.h"

@@ -6,8 +6,8 @@
 #include <utility>
 #include <vector>
 
-#include "database/create_database.h"
-#include "database/index_database.h"
+#include "database/creation/create_database.h"
+#include "database/index/index_database.h"
 #include "support/common_code.h"
 #include "support/file_system.h"
 #include "wizard/windows_path.h"

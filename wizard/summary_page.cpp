@@ -4,8 +4,8 @@
 #include <utility>
 
 #include "support/error.h"
+#include "wizard/choices.h"
 #include "wizard/findings.h"
-#include "wizard/gather_choices.h"
 #include "wizard/page_grid.h"
 #include "wizard/page_list.h"
 #include "wizard/page_rows.h"

@@ -9,7 +9,7 @@
 #include "apps/firststeps_batch/report.h"
 #include "apps/firststeps_batch/walk.h"
 #include "apps/ports/host_ports.h"
-#include "database/engine/engine_choice.h"
+#include "database/engine/choice/engine_choice.h"
 #include "support/host.h"
 #include "support/shell.h"
 

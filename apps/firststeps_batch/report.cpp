@@ -5,6 +5,7 @@
 #include "apps/console/json_writer.h"
 #include "apps/console/text_table.h"
 #include "support/file_system.h"
+#include "wizard/findings.h"
 
 namespace firststeps_batch {
 namespace {

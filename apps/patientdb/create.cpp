@@ -3,7 +3,7 @@
 #include "apps/patientdb/engine_option.h"
 #include "apps/patientdb/patient_arguments.h"
 #include "apps/patientdb/tool_environment.h"
-#include "database/create_database.h"
+#include "database/creation/create_database.h"
 #include "database/new_file.h"
 
 namespace patientdb {

@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <iterator>
 
-#include "database/engine/engine_choice.h"
+#include "database/engine/choice/engine_choice.h"
 #include "support/encoding.h"
 #include "support/error.h"
 

@@ -9,8 +9,8 @@
 #include "apps/patientdb/patient_arguments.h"
 #include "apps/patientdb/pump_question.h"
 #include "apps/patientdb/tool_environment.h"
-#include "database/create_database.h"
-#include "database/index_database.h"
+#include "database/creation/create_database.h"
+#include "database/index/index_database.h"
 #include "support/encoding.h"
 
 namespace patientdb {

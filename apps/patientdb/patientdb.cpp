@@ -6,7 +6,7 @@
 #include "apps/console/journal.h"
 #include "apps/patientdb/command.h"
 #include "apps/patientdb/engine_option.h"
-#include "database/engine/engine_choice.h"
+#include "database/engine/choice/engine_choice.h"
 #include "support/file_system.h"
 
 namespace patientdb {

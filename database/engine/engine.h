@@ -304,11 +304,4 @@ class Transaction {
   Database* database_;
 };
 
-using EngineFactory = std::unique_ptr<Engine> (*)(std::string_view identifier);
-
-/// Creates an engine object by its programmatic identifier ("DAO.DBEngine.36", "DAO.DBEngine.35"): the automation
-/// object of this identifier, with the embedded engine for the files that this one wrote. The embedded engine answers
-/// alone, and to both, where neither is registered. Raises 429 where no engine answers.
-std::unique_ptr<Engine> open_engine(std::string_view identifier);
-
 }  // namespace engine

@@ -3,7 +3,7 @@
 #include <cmath>
 #include <utility>
 
-#include "database/engine/embedded/field_type.h"
+#include "database/engine/embedded/jet_sql/field_type.h"
 
 namespace jet_import {
 namespace {

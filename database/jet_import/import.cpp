@@ -4,7 +4,7 @@
 #include <utility>
 
 #include "database/engine/embedded/embedded_engine.h"
-#include "database/engine/embedded/field_type.h"
+#include "database/engine/embedded/jet_sql/field_type.h"
 #include "database/engine/embedded/jet_sql/validation_rule.h"
 #include "database/new_file.h"
 

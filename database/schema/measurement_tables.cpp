@@ -1,6 +1,6 @@
 // The diary's entries: values measured, doses, meals, activities, and what devices report. A day and its time of day
 // stand in two fields; a value that was not measured is -1 where its default says so.
-#include "database/schema/subjects.h"
+#include "database/schema/schema.h"
 #include "database/schema/words.h"
 
 namespace database::schema {
@@ -262,6 +262,6 @@ constexpr TableRow measurement_rows[] = {
 
 }  // namespace
 
-std::span<const TableRow> measurement_tables() { return measurement_rows; }
+const std::span<const TableRow> measurement_tables = measurement_rows;
 
 }  // namespace database::schema

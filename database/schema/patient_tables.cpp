@@ -1,5 +1,5 @@
 // The patient: master data, settings with their daytime zones, notes, laboratory results per visit, reminders.
-#include "database/schema/subjects.h"
+#include "database/schema/schema.h"
 #include "database/schema/words.h"
 
 namespace database::schema {
@@ -182,6 +182,6 @@ constexpr TableRow patient_rows[] = {
 
 }  // namespace
 
-std::span<const TableRow> patient_tables() { return patient_rows; }
+const std::span<const TableRow> patient_tables = patient_rows;
 
 }  // namespace database::schema

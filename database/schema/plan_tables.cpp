@@ -1,5 +1,5 @@
 // Therapy plans with their items, and the day templates with their entries.
-#include "database/schema/subjects.h"
+#include "database/schema/schema.h"
 #include "database/schema/words.h"
 
 namespace database::schema {
@@ -102,6 +102,6 @@ constexpr TableRow plan_rows[] = {
 
 }  // namespace
 
-std::span<const TableRow> plan_tables() { return plan_rows; }
+const std::span<const TableRow> plan_tables = plan_rows;
 
 }  // namespace database::schema

@@ -1,6 +1,6 @@
 // What the diary looks up: laboratory definitions, insulins, medicines, comments, events, saved views, and the
 // database's own record.
-#include "database/schema/subjects.h"
+#include "database/schema/schema.h"
 #include "database/schema/words.h"
 
 namespace database::schema {
@@ -133,6 +133,6 @@ constexpr TableRow reference_rows[] = {
 
 }  // namespace
 
-std::span<const TableRow> reference_tables() { return reference_rows; }
+const std::span<const TableRow> reference_tables = reference_rows;
 
 }  // namespace database::schema

@@ -3,7 +3,6 @@
 #include <array>
 #include <iterator>
 
-#include "database/schema/subjects.h"
 #include "support/encoding.h"
 
 namespace database::schema {
@@ -60,7 +59,7 @@ constexpr std::string_view data_table_names[] = {
 };
 
 TableRow row_of_subject(std::string_view name) {
-  for (const auto subject : {measurement_tables(), patient_tables(), reference_tables(), plan_tables()}) {
+  for (const auto subject : {measurement_tables, patient_tables, reference_tables, plan_tables}) {
     for (const TableRow& row : subject) {
       if (row.name == name) return row;
     }

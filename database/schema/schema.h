@@ -59,6 +59,9 @@ struct DocumentationTable {
   std::span<const DocumentationIndex> indexes;
 };
 
+/// The tables of each subject, but for the documentation tables.
+extern const std::span<const TableRow> measurement_tables, patient_tables, reference_tables, plan_tables;
+
 /// All 43 tables in the order of creation; the documentation tables stand among them as rows without fields.
 std::span<const TableRow> tables();
 

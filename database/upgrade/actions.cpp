@@ -1,11 +1,12 @@
 // What the rows of the ladder do to the layout and, by one statement or one pass, to rows.
+#include "database/upgrade/actions.h"
+
 #include <memory>
 #include <string>
 
-#include "database/create_database.h"
 #include "database/schema/table_builder.h"
 #include "database/settings.h"
-#include "database/upgrade/step.h"
+#include "database/table_procedures.h"
 #include "database/zone_table.h"
 #include "support/encoding.h"
 

@@ -5,6 +5,7 @@
 
 #include "database/file_failure.h"
 #include "database/open_database.h"
+#include "database/upgrade/ladder.h"
 
 namespace database {
 namespace {

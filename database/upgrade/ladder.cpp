@@ -4,7 +4,8 @@
 #include <optional>
 
 #include "database/file_failure.h"
-#include "database/upgrade/step.h"
+#include "database/opened_target.h"
+#include "database/upgrade/steps.h"
 
 namespace database {
 namespace {
@@ -77,6 +78,22 @@ void upgrade_ladder(const Environment& environment, engine::Database& database, 
     run_step(run, step, fatal);
     if (!run.passed_over) record.MinVersion = step.version;
   }
+}
+
+std::int16_t db_WriteDBInfo(const Environment& environment, const Target& target, VersionRecord& record) {
+  support::Procedure procedure{"sql!db_WriteDBInfo"};
+  const OpenedTarget opened{environment, target, OpenedTarget::Access::Write};
+  if (!opened.get()) return 0;
+  if (!needs_upgrade(record)) return write_version_record(procedure, *opened.get(), record) ? 1 : 0;
+  VersionRecord upgraded = record;
+  const bool written = procedure.guarded([&] {
+    engine::Transaction transaction{*opened.get()};
+    upgrade_ladder(environment, *opened.get(), upgraded);
+    if (!write_version_record(procedure, *opened.get(), upgraded)) throw support::RuntimeError(procedure.error());
+    transaction.commit();
+  });
+  if (written) record = upgraded;
+  return written ? 1 : 0;
 }
 
 }  // namespace database

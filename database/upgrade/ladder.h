@@ -16,4 +16,8 @@ bool needs_upgrade(const VersionRecord& record) noexcept;
 /// environment's progress is told of each step, its message box is asked before a long conversion of pump data.
 void upgrade_ladder(const Environment& environment, engine::Database& database, VersionRecord& record);
 
+/// Brings the layout up to date where the record calls for it, raising its MinVersion, and writes the record, all in
+/// one transaction. 1 when written; 0, with database and record as they were, otherwise.
+std::int16_t db_WriteDBInfo(const Environment& environment, const Target& target, VersionRecord& record);
+
 }  // namespace database

@@ -5,7 +5,7 @@
 #include <vector>
 
 #include "database/schema/table_builder.h"
-#include "database/upgrade/step.h"
+#include "database/upgrade/actions.h"
 
 namespace database::upgrade {
 namespace {

@@ -2,9 +2,9 @@
 #include <memory>
 #include <vector>
 
-#include "database/create_database.h"
 #include "database/pump_days.h"
-#include "database/upgrade/step.h"
+#include "database/table_procedures.h"
+#include "database/upgrade/actions.h"
 
 namespace database::upgrade {
 namespace {

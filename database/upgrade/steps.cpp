@@ -1,10 +1,12 @@
 // The ladder as a table: rows that open a step, each followed by the step's actions. Every step stays as it was issued,
 // oddities included: databases out there have run it. A new one goes to the end, with its version in version_record.h.
+#include "database/upgrade/steps.h"
+
 #include <algorithm>
 #include <vector>
 
 #include "database/schema/words.h"
-#include "database/upgrade/step.h"
+#include "database/upgrade/actions.h"
 #include "database/version_record.h"
 
 namespace database::upgrade {

@@ -1,4 +1,4 @@
-#include "database/engine/engine_choice.h"
+#include "database/engine/choice/engine_choice.h"
 #include "tests/automation/registration.h"
 #include "tests/automation/server_library.h"
 #include "tests/engine/conformance/conformance.h"

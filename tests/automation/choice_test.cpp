@@ -3,8 +3,8 @@
 #include <sstream>
 
 #include "apps/patientdb/patientdb.h"
-#include "database/create_database.h"
-#include "database/engine/engine_choice.h"
+#include "database/creation/create_database.h"
+#include "database/engine/choice/engine_choice.h"
 #include "database/open_database.h"
 #include "database/patient.h"
 #include "database/schema/schema.h"

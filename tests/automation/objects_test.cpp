@@ -5,7 +5,7 @@
 
 #include <sstream>
 
-#include "database/engine/engine_choice.h"
+#include "database/engine/choice/engine_choice.h"
 #include "support/win32/dispatch.h"
 #include "support/win32/handle.h"
 #include "tests/automation/registration.h"

@@ -5,9 +5,10 @@
 #include <filesystem>
 
 #include "apps/firststeps_batch/answer_controls.h"
-#include "database/create_database.h"
+#include "database/creation/create_database.h"
 #include "database/open_database.h"
 #include "database/patient.h"
+#include "database/table_procedures.h"
 #include "support/common_code.h"
 #include "support/encoding.h"
 #include "support/host.h"

@@ -3,7 +3,6 @@
 
 #include "database/layout_json.h"
 #include "database/schema/schema.h"
-#include "database/schema/subjects.h"
 #include "database/version_record.h"
 #include "tests/database/database_test.h"
 #include "tests/database/refusing_database.h"
@@ -44,7 +43,7 @@ TEST_F(Creation, LaysOutTheTablesAsReviewed) {
 
 TEST_F(Creation, LeavesOutNoTableOfASubject) {
   for (const auto subject :
-       {schema::measurement_tables(), schema::patient_tables(), schema::reference_tables(), schema::plan_tables()}) {
+       {schema::measurement_tables, schema::patient_tables, schema::reference_tables, schema::plan_tables}) {
     for (const schema::TableRow& row : subject) {
       EXPECT_NE(schema::find_table(row.name), nullptr) << row.name << " has no place in the order of creation";
     }

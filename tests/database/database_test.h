@@ -10,7 +10,7 @@
 #include <string_view>
 #include <vector>
 
-#include "database/create_database.h"
+#include "database/creation/create_database.h"
 #include "database/environment.h"
 #include "database/open_database.h"
 

@@ -1,5 +1,6 @@
 // Field_Create and Index_Create end at their first error; the tables built with them.
 #include "database/ddg.h"
+#include "database/table_procedures.h"
 #include "tests/database/database_test.h"
 
 namespace database::testing {

@@ -1,8 +1,8 @@
-#include "database/index_database.h"
+#include "database/index/index_database.h"
 
 #include <filesystem>
 
-#include "database/create_database.h"
+#include "database/creation/create_database.h"
 #include "database/formatted.h"
 #include "support/user_locale.h"
 #include "tests/database/database_test.h"

@@ -2,6 +2,7 @@
 #include "database/settings.h"
 
 #include "database/therapy_plan.h"
+#include "database/zone_table.h"
 #include "tests/database/database_test.h"
 
 namespace database::testing {

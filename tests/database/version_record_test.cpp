@@ -1,6 +1,7 @@
 // The version record: written with a new database, read back, and what counts as a database of this product.
 #include "database/version_record.h"
 
+#include "database/upgrade/ladder.h"
 #include "tests/database/database_test.h"
 
 namespace database::testing {

@@ -5,7 +5,7 @@
 #include <filesystem>
 #include <map>
 
-#include "database/index_database.h"
+#include "database/index/index_database.h"
 #include "database/jet_import/engine_source.h"
 #include "database/jet_import/import.h"
 #include "database/open_database.h"
@@ -13,6 +13,7 @@
 #include "database/settings.h"
 #include "database/therapy_plan.h"
 #include "database/upgrade/file_upgrade.h"
+#include "database/upgrade/ladder.h"
 #include "database/version_record.h"
 #include "tests/faults/database_state.h"
 #include "tests/faults/fault_sweep.h"

@@ -6,7 +6,7 @@
 #include <iostream>
 
 #include "database/formatted.h"
-#include "database/index_database.h"
+#include "database/index/index_database.h"
 #include "tests/database/database_test.h"
 #include "tests/faults/processes.h"
 

@@ -1,6 +1,6 @@
 #include <gtest/gtest.h>
 
-#include "database/engine/embedded/field_type.h"
+#include "database/engine/embedded/jet_sql/field_type.h"
 #include "database/engine/embedded/jet_sql/validation_rule.h"
 #include "support/user_locale.h"
 #include "tests/jet_sql/sql_database.h"

@@ -5,6 +5,7 @@
 #include <sstream>
 
 #include "apps/patientdb/patientdb.h"
+#include "database/upgrade/ladder.h"
 #include "database/version_record.h"
 #include "tests/apps/interrupting_output.h"
 #include "tests/upgrade/old_layout.h"

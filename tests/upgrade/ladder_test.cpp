@@ -5,7 +5,7 @@
 #include <fstream>
 #include <map>
 
-#include "database/upgrade/step.h"
+#include "database/upgrade/steps.h"
 #include "support/error.h"
 #include "tests/database/refusing_database.h"
 #include "tests/upgrade/old_layout.h"

@@ -6,6 +6,7 @@
 #include <sstream>
 
 #include "database/layout_json.h"
+#include "database/upgrade/ladder.h"
 #include "database/version_record.h"
 #include "support/encoding.h"
 #include "support/harbinox.h"

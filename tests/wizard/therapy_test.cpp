@@ -2,7 +2,7 @@
 #include <algorithm>
 #include <filesystem>
 
-#include "database/create_database.h"
+#include "database/creation/create_database.h"
 #include "tests/wizard/wizard_test.h"
 
 namespace wizard::testing {

@@ -6,7 +6,7 @@
 #include <string_view>
 #include <utility>
 
-#include "database/engine/embedded/catalogue.h"
+#include "database/engine/embedded/jet_sql/catalogue.h"
 #include "database/engine/embedded/session.h"
 #include "database/engine/engine.h"
 

@@ -2,8 +2,8 @@
 // the column's type on the way out.
 #pragma once
 
-#include "database/engine/embedded/catalogue.h"
 #include "database/engine/embedded/connection.h"
+#include "database/engine/embedded/jet_sql/catalogue.h"
 #include "database/engine/value.h"
 
 namespace engine::embedded {

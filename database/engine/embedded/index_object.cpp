@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-#include "database/engine/embedded/field_type.h"
+#include "database/engine/embedded/jet_sql/field_type.h"
 #include "database/engine/engine_error.h"
 
 namespace engine::embedded {

@@ -8,8 +8,8 @@
 #include <utility>
 #include <vector>
 
-#include "database/engine/embedded/catalogue.h"
 #include "database/engine/embedded/field_object.h"
+#include "database/engine/embedded/jet_sql/catalogue.h"
 #include "database/engine/engine.h"
 
 namespace engine::embedded {

@@ -3,10 +3,10 @@
 #include <algorithm>
 #include <string>
 
-#include "database/engine/embedded/field_type.h"
 #include "database/engine/embedded/field_value.h"
+#include "database/engine/embedded/jet_sql/field_type.h"
+#include "database/engine/embedded/jet_sql/sqlite_text.h"
 #include "database/engine/embedded/session_scope.h"
-#include "database/engine/embedded/sqlite_text.h"
 #include "database/engine/engine_error.h"
 
 namespace engine::embedded::layout {

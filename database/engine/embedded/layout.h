@@ -6,7 +6,7 @@
 #include <functional>
 #include <string_view>
 
-#include "database/engine/embedded/catalogue.h"
+#include "database/engine/embedded/jet_sql/catalogue.h"
 #include "database/engine/embedded/session.h"
 
 namespace engine::embedded::layout {

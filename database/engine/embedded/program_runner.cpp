@@ -2,7 +2,7 @@
 
 #include <memory>
 
-#include "database/engine/embedded/field_type.h"
+#include "database/engine/embedded/jet_sql/field_type.h"
 #include "database/engine/embedded/layout.h"
 #include "database/engine/engine_error.h"
 #include "support/file_system.h"

@@ -10,8 +10,8 @@
 #include <unordered_map>
 #include <vector>
 
-#include "database/engine/embedded/catalogue.h"
 #include "database/engine/embedded/connection.h"
+#include "database/engine/embedded/jet_sql/catalogue.h"
 #include "database/engine/embedded/jet_sql/jet_sql.h"
 #include "database/engine/embedded/lru_cache.h"
 

@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <utility>
 
-#include "database/engine/embedded/field_type.h"
+#include "database/engine/embedded/jet_sql/field_type.h"
 #include "database/engine/embedded/layout.h"
 #include "database/engine/engine_error.h"
 

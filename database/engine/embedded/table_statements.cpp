@@ -1,8 +1,8 @@
 #include "database/engine/embedded/table_statements.h"
 
 #include "database/engine/embedded/jet_sql/jet_sql.h"
+#include "database/engine/embedded/jet_sql/sqlite_text.h"
 #include "database/engine/embedded/jet_sql/validation_rule.h"
-#include "database/engine/embedded/sqlite_text.h"
 
 namespace engine::embedded {
 

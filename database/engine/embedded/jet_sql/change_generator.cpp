@@ -3,9 +3,9 @@
 #include <algorithm>
 #include <set>
 
-#include "database/engine/embedded/field_type.h"
 #include "database/engine/embedded/jet_sql/error_numbers.h"
-#include "database/engine/embedded/sqlite_text.h"
+#include "database/engine/embedded/jet_sql/field_type.h"
+#include "database/engine/embedded/jet_sql/sqlite_text.h"
 #include "support/encoding.h"
 
 namespace engine::embedded::jet_sql {

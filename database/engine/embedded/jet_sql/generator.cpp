@@ -5,7 +5,7 @@
 #include <cmath>
 
 #include "database/engine/embedded/jet_sql/error_numbers.h"
-#include "database/engine/embedded/sqlite_text.h"
+#include "database/engine/embedded/jet_sql/sqlite_text.h"
 #include "support/encoding.h"
 
 namespace engine::embedded::jet_sql {

@@ -9,7 +9,7 @@
 #include <variant>
 #include <vector>
 
-#include "database/engine/embedded/catalogue.h"
+#include "database/engine/embedded/jet_sql/catalogue.h"
 
 struct sqlite3;
 

@@ -2,8 +2,8 @@
 #include <iterator>
 #include <utility>
 
-#include "database/engine/embedded/field_type.h"
 #include "database/engine/embedded/jet_sql/error_numbers.h"
+#include "database/engine/embedded/jet_sql/field_type.h"
 #include "database/engine/embedded/jet_sql/parser.h"
 
 namespace engine::embedded::jet_sql {

@@ -6,7 +6,7 @@
 #include "database/engine/embedded/jet_sql/error_numbers.h"
 #include "database/engine/embedded/jet_sql/generator.h"
 #include "database/engine/embedded/jet_sql/parser.h"
-#include "database/engine/embedded/sqlite_text.h"
+#include "database/engine/embedded/jet_sql/sqlite_text.h"
 #include "support/encoding.h"
 
 namespace engine::embedded::jet_sql {

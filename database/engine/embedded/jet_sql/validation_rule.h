@@ -6,7 +6,7 @@
 #include <string>
 #include <vector>
 
-#include "database/engine/embedded/catalogue.h"
+#include "database/engine/embedded/jet_sql/catalogue.h"
 
 namespace engine::embedded::jet_sql {
 

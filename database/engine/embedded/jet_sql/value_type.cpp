@@ -4,7 +4,7 @@
 #include <iterator>
 #include <limits>
 
-#include "database/engine/embedded/field_type.h"
+#include "database/engine/embedded/jet_sql/field_type.h"
 
 namespace engine::embedded::jet_sql {
 

@@ -4,7 +4,7 @@
 
 #include <cstdint>
 
-#include "database/engine/embedded/catalogue.h"
+#include "database/engine/embedded/jet_sql/catalogue.h"
 
 namespace engine::embedded::jet_sql {
 

@@ -1,13 +1,15 @@
-#include "wizard/gather_choices.h"
+#include "wizard/choices.h"
 
 #include <algorithm>
 #include <utility>
 
 #include "database/file_failure.h"
+#include "database/zone_table.h"
 #include "support/encoding.h"
 #include "support/error.h"
 #include "wizard/new_database_path.h"
 #include "wizard/page_list.h"
+#include "wizard/pages.h"
 
 namespace wizard {
 

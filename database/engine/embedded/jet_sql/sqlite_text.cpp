@@ -1,4 +1,4 @@
-#include "database/engine/embedded/sqlite_text.h"
+#include "database/engine/embedded/jet_sql/sqlite_text.h"
 
 namespace engine::embedded {
 namespace {

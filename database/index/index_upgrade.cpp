@@ -1,7 +1,7 @@
 #include <optional>
 #include <vector>
 
-#include "database/index_database.h"
+#include "database/index/index_database.h"
 #include "database/open_database.h"
 #include "database/opened_target.h"
 #include "database/schema/table_builder.h"

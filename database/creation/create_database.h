@@ -25,8 +25,4 @@ std::int16_t create_patient_database(const Environment& environment, std::string
 /// touched.
 std::int16_t CreateIndexDatabase(const Environment& environment, std::string_view path);
 
-/// Runs the table procedure of one of the 43 tables: its layout, and for `labdefs` its rows. Failing statements are
-/// passed over; a name that is none of them does nothing.
-void create_table(const Environment& environment, engine::Database& database, std::string_view name);
-
 }  // namespace database

@@ -1,4 +1,4 @@
-#include "database/engine/embedded/field_type.h"
+#include "database/engine/embedded/jet_sql/field_type.h"
 
 #include <algorithm>
 #include <iterator>

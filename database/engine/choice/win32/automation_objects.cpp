@@ -1,6 +1,5 @@
 #include "database/engine/automation/automation_engine.h"
-
-#include "database/engine/engine_choice.h"
+#include "database/engine/choice/engine_choice.h"
 
 namespace engine {
 

@@ -4,7 +4,7 @@
 #include <cstdint>
 #include <string_view>
 
-#include "database/engine/embedded/catalogue.h"
+#include "database/engine/embedded/jet_sql/catalogue.h"
 #include "database/engine/engine.h"
 
 namespace engine::embedded {

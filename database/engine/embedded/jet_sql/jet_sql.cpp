@@ -1,3 +1,5 @@
+#include "database/engine/embedded/jet_sql/jet_sql.h"
+
 #include <algorithm>
 #include <utility>
 
@@ -5,7 +7,6 @@
 #include "database/engine/embedded/jet_sql/change_generator.h"
 #include "database/engine/embedded/jet_sql/error_numbers.h"
 #include "database/engine/embedded/jet_sql/generator.h"
-#include "database/engine/embedded/jet_sql/jet_sql.h"
 #include "database/engine/embedded/jet_sql/parser.h"
 #include "support/encoding.h"
 

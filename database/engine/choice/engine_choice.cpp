@@ -1,4 +1,4 @@
-#include "database/engine/engine_choice.h"
+#include "database/engine/choice/engine_choice.h"
 
 #include <algorithm>
 #include <utility>

@@ -1,4 +1,4 @@
-#include "database/index_database.h"
+#include "database/index/index_database.h"
 
 #include <algorithm>
 #include <memory>

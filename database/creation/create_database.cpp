@@ -1,13 +1,13 @@
-#include "database/create_database.h"
+#include "database/creation/create_database.h"
 
 #include <optional>
 #include <string>
 
-#include "database/ddg.h"
-#include "database/lab_definitions.h"
 #include "database/new_file.h"
 #include "database/schema/table_builder.h"
-#include "database/version_record.h"
+#include "database/table_procedures.h"
+#include "database/upgrade/ladder.h"
+#include "database/zone_table.h"
 
 namespace database {
 namespace {
@@ -107,19 +107,6 @@ void fill(const Environment& environment, engine::Database& database, const Pati
 }
 
 }  // namespace
-
-void create_table(const Environment& environment, engine::Database& database, std::string_view name) {
-  const schema::TableRow* row = schema::find_table(name);
-  if (!row) return;
-  if (row->name == schema::treatment_profile().name) {
-    CreateTD_Behandlungsprofil(database);
-  } else if (row->name == schema::normal_values().name) {
-    CreateTD_Normwerte(database);
-  } else {
-    schema::create_table(database, *row);
-  }
-  if (row->name == "labdefs") add_lab_definitions(environment, database);
-}
 
 std::int16_t CreatePatientDatabase(const Environment& environment, std::string_view path, const PatientRecord& patient,
                                    const SettingsRecord& settings, support::RuntimeError* failure) {

@@ -1,5 +1,5 @@
 // Which engine works: the automation objects of the machine, the embedded one, or both, each on its own files. The
-// choice that the program makes is open_engine() of engine.h.
+// choice that the program makes is open_engine().
 #pragma once
 
 #include <array>
@@ -9,6 +9,13 @@
 #include "database/engine/engine.h"
 
 namespace engine {
+
+using EngineFactory = std::unique_ptr<Engine> (*)(std::string_view identifier);
+
+/// Creates an engine object by its programmatic identifier ("DAO.DBEngine.36", "DAO.DBEngine.35"): the automation
+/// object of this identifier, with the embedded engine for the files that this one wrote. The embedded engine answers
+/// alone, and to both, where neither is registered. Raises 429 where no engine answers.
+std::unique_ptr<Engine> open_engine(std::string_view identifier);
 
 /// The identifiers of the automation objects, the newer first.
 inline constexpr std::array<std::string_view, 2> automation_identifiers{"DAO.DBEngine.36", "DAO.DBEngine.35"};
