@@ -23,6 +23,7 @@ extern const Command create_command;
 extern const Command info_command;
 extern const Command schema_command;
 extern const Command sql_command;
+extern const Command export_command;
 extern const Command import_command;
 extern const Command index_command;
 extern const Command summary_command;

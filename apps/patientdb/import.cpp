@@ -5,6 +5,7 @@
 #include "apps/patientdb/command.h"
 #include "apps/patientdb/database_file.h"
 #include "apps/patientdb/tool_environment.h"
+#include "database/transfer/exported_source.h"
 
 namespace patientdb {
 namespace {
@@ -13,8 +14,9 @@ constexpr std::string_view import_usage =
     "SOURCE TARGET [--source-password-file PATHNAME] [--leave-out-bytes] [--leave-out-indexes]";
 
 constexpr std::string_view import_details =
-    R"(SOURCE, a database of the Jet engine (version 3 or 4), is copied into the new database TARGET: its tables with their fields
-and indexes, and all rows; queries, forms and relations stay behind. SOURCE is not changed. Where a table's rows are not as
+    R"(SOURCE is copied into the new database TARGET: its tables with their fields and indexes, and all rows. It is a database
+of the Jet engine (version 3 or 4), whose queries, forms and relations stay behind, or what "patientdb export" has made
+as csv (the folder) or sqlite (the folder or its file). SOURCE is not changed. Where a table's rows are not as
 many as the file says, or anything cannot be read or held, nothing is left of TARGET.
 
 Money becomes Double. A field of bytes or embedded objects is error 3259 unless it is left out. Decimal and replication
@@ -61,8 +63,11 @@ int run_import(const console::Arguments& arguments, console::Console& console) {
   check_new_password(choices.password);
   choices.leave_out_foreign_fields = arguments.has(leave_out_option.name);
   choices.leave_out_unreadable_indexes = arguments.has(leave_out_indexes_option.name);
-  const auto source =
-      jet_import::open_source(environment.get(), database_path(source_file), source_password(arguments, console));
+  auto source = transfer::open_exported(source_file);
+  if (!source) {
+    source =
+        jet_import::open_source(environment.get(), database_path(source_file), source_password(arguments, console));
+  }
   const auto report = jet_import::import_database(environment.get(), *source, database_path(target_file), choices);
   progress.clear();
   write_report(console, report, target_file);
@@ -71,7 +76,8 @@ int run_import(const console::Arguments& arguments, console::Console& console) {
 
 }  // namespace
 
-const Command import_command{"import",       import_usage,   "Copies a database of the Jet engine into a new one.",
-                             import_details, import_options, run_import};
+const Command import_command{
+    "import",       import_usage,   "Copies a Jet database, or exported tables, into a new one.",
+    import_details, import_options, run_import};
 
 }  // namespace patientdb

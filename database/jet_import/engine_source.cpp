@@ -29,7 +29,8 @@ SourceField field_of(const engine::Field& field) {
 }
 
 SourceIndex index_of(engine::Index& index) {
-  SourceIndex found{index.name(), {}, index.primary(), index.unique(), index.required(), index.ignore_nulls()};
+  SourceIndex found{index.name(),     {}, index.primary(), index.unique(), index.required(), index.ignore_nulls(),
+                    index.clustered()};
   for (std::int32_t i = 0; i < index.fields().count(); ++i) found.fields.push_back(index.fields().item(i)->name());
   return found;
 }

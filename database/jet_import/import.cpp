@@ -101,6 +101,7 @@ class Import {
       made->set_unique(index.unique || index.primary);
       made->set_required(index.required || index.primary);
       made->set_ignore_nulls(index.ignore_nulls);
+      made->set_clustered(index.clustered);
       for (const std::string& field : index.fields) made->fields().append(made->create_field(field));
       created->indexes().append(made);
     }

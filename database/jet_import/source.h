@@ -35,6 +35,7 @@ struct SourceIndex {
   bool unique = false;
   bool required = false;
   bool ignore_nulls = false;
+  bool clustered = false;
 };
 
 struct SourceTable {

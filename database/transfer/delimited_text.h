@@ -1,0 +1,56 @@
+// Comma-separated values as other programs write and read them: CRLF at the end of a row, quotes where a text holds a
+// comma, quote or line break, or is empty. A cell of nothing, without quotes, is Null.
+#pragma once
+
+#include <cstddef>
+#include <fstream>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace transfer {
+
+enum class TextEncoding { Utf8, Cp1252 };
+
+/// As `encoding` is called in files: "utf-8", "windows-1252".
+std::string_view encoding_name(TextEncoding encoding);
+
+/// A text as a cell.
+void append_cell(std::string& line, std::string_view text);
+/// Cells as a row with its end.
+std::string delimited_row(const std::vector<std::string>& cells);
+
+struct Cell {
+  std::string text;
+  bool null = false;
+};
+
+/// Reads a file row by row, keeping one row in memory.
+class DelimitedFile {
+ public:
+  /// Raises 3024 where it cannot be opened.
+  DelimitedFile(const std::string& host_path, TextEncoding encoding);
+  /// False behind the last row. An LF alone ends a row, too. Raises 3343 with the file's name and the row's number for
+  /// a quote that does not end or stands within a cell, and for a text that is not in the file's encoding.
+  bool next(std::vector<Cell>& row);
+  /// Of the row that was read last; the first is 1.
+  std::size_t row_number() const noexcept { return row_number_; }
+  /// Raises 3343 that names file and row.
+  [[noreturn]] void refuse(std::string_view reason) const;
+
+ private:
+  int take();
+  int peek();
+  bool fill();
+  void read_quoted(Cell& cell);
+  void end_cell(std::vector<Cell>& row, Cell& cell) const;
+
+  std::string name_;
+  std::ifstream file_;
+  TextEncoding encoding_;
+  std::string buffer_;
+  std::size_t position_ = 0;
+  std::size_t row_number_ = 0;
+};
+
+}  // namespace transfer

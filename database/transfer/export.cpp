@@ -1,0 +1,158 @@
+#include "database/transfer/export.h"
+
+#include <algorithm>
+#include <limits>
+#include <utility>
+
+#include "database/transfer/table_writer.h"
+#include "database/transfer/transfer_error.h"
+#include "support/encoding.h"
+
+namespace transfer {
+namespace {
+
+constexpr int not_in_collection = 3265, foreign_type = 3259;
+
+std::unique_ptr<TableWriter> writer_of(const OutputFolder& folder, const ExportChoices& choices) {
+  switch (choices.format) {
+    case Format::Csv:
+      return csv_writer(folder, choices.encoding);
+    case Format::Json:
+      return json_writer(folder);
+    case Format::Sqlite:
+      return plain_file_writer(folder);
+    default:
+      return sql_writer(folder, choices.encoding);
+  }
+}
+
+std::vector<std::size_t> chosen_tables(const jet_import::Source& source, const std::vector<std::string>& names) {
+  const std::vector<jet_import::SourceTable>& tables = source.tables();
+  std::vector<std::size_t> positions;
+  if (names.empty()) {
+    for (std::size_t i = 0; i < tables.size(); ++i) positions.push_back(i);
+  }
+  for (const std::string& name : names) {
+    const auto found =
+        std::ranges::find_if(tables, [&](const auto& table) { return support::equal_ignoring_case(table.name, name); });
+    if (found == tables.end()) throw support::RuntimeError(not_in_collection, "There is no table " + name + ".");
+    const auto position = static_cast<std::size_t>(found - tables.begin());
+    if (std::ranges::find(positions, position) == positions.end()) positions.push_back(position);
+  }
+  return positions;
+}
+
+/// The version record holds the password that the database was created with.
+bool is_secret(const jet_import::SourceField& field) { return support::equal_ignoring_case(field.name, "Password"); }
+
+std::int32_t progress_value(std::int64_t rows) {
+  return static_cast<std::int32_t>(std::min<std::int64_t>(rows, std::numeric_limits<std::int32_t>::max()));
+}
+
+class Export {
+ public:
+  Export(jet_import::Source& source, TableWriter& writer, const ExportChoices& choices, database::Progress* progress)
+      : source_(source), writer_(writer), choices_(choices), progress_(progress) {}
+
+  ExportReport run() {
+    const std::vector<std::size_t> positions = chosen_tables(source_, choices_.tables);
+    std::int64_t total = 0;
+    for (const std::size_t position : positions) total += source_.tables()[position].row_count.value_or(0);
+    if (progress_) progress_->start("", progress_value(total));
+    for (const std::size_t position : positions) export_table(position);
+    writer_.finish(layout_);
+    if (progress_) progress_->finish();
+    if (choices_.tables.empty()) {
+      for (const std::string& name : source_.linked_tables()) {
+        report_.notes.push_back(name + ": leads to another file, not exported");
+      }
+    }
+    return std::move(report_);
+  }
+
+ private:
+  void export_table(std::size_t position) {
+    const jet_import::SourceTable& table = source_.tables()[position];
+    for (const std::string& field : table.foreign_fields) {
+      const std::string place = table.name + "." + field;
+      if (!choices_.leave_out_foreign_fields) {
+        throw support::RuntimeError(foreign_type, place + ": a field of bytes or objects cannot be exported");
+      }
+      report_.notes.push_back(place + ": bytes or objects, left out");
+    }
+    if (progress_) progress_->set_caption(table.name);
+    StoredTable stored{table, writer_.begin_table(table), std::string(encoding_name(choices_.encoding)), 0};
+    stored.rows = write_rows(position);
+    writer_.end_table();
+    if (table.row_count && *table.row_count != stored.rows) {
+      throw support::RuntimeError(unknown_format, table.name + ": " + std::to_string(stored.rows) + " of " +
+                                                      std::to_string(*table.row_count) + " rows could be read");
+    }
+    add_layout(layout_, stored);
+    report_.tables.push_back({table.name, stored.file, stored.rows});
+  }
+
+  std::int64_t write_rows(std::size_t position) {
+    const jet_import::SourceTable& table = source_.tables()[position];
+    const auto rows = source_.rows(position);
+    std::vector<engine::Value> values(table.fields.size());
+    std::int64_t count = 0;
+    while (rows->next()) {
+      database::end_if_interrupted(progress_);
+      ++count;
+      for (std::size_t i = 0; i < values.size(); ++i) {
+        values[i] = is_secret(table.fields[i]) ? engine::Value(engine::Null{}) : rows->value(i);
+        check(values[i], table, i, count);
+      }
+      try {
+        writer_.add_row(values);
+      } catch (const support::RuntimeError& error) {
+        throw support::RuntimeError(error.number(),
+                                    table.name + ", row " + std::to_string(count) + ": " + error.what());
+      }
+      if (progress_) progress_->set_value(progress_value(done_ + count));
+    }
+    done_ += count;
+    return count;
+  }
+
+  void check(const engine::Value& value, const jet_import::SourceTable& table, std::size_t field,
+             std::int64_t row) const {
+    const auto* text = std::get_if<std::string>(&value);
+    if (!text || is_writable(*text)) return;
+    const std::string place = table.name + "." + table.fields[field].name + ", row " + std::to_string(row) + ": ";
+    if (!support::is_utf8(*text)) throw support::RuntimeError(unknown_format, place + "a text is not UTF-8");
+    throw support::RuntimeError(cannot_convert, place + "a character that code page 1252 does not have");
+  }
+
+  bool is_writable(const std::string& text) const {
+    return choices_.encoding == TextEncoding::Cp1252 ? support::fits_cp1252(text) : support::is_utf8(text);
+  }
+
+  jet_import::Source& source_;
+  TableWriter& writer_;
+  const ExportChoices& choices_;
+  database::Progress* progress_;
+  LayoutRows layout_;
+  ExportReport report_;
+  std::int64_t done_ = 0;  ///< rows of the tables before
+};
+
+}  // namespace
+
+ExportReport export_tables(jet_import::Source& source, const std::string& folder, const ExportChoices& choices,
+                           database::Progress* progress) {
+  OutputFolder output(folder);
+  ExportReport report;
+  {
+    const auto writer = writer_of(output, choices);
+    report = Export(source, *writer, choices, progress).run();
+  }
+  OutputFile readme(output.file("README.txt"));
+  readme.write(readme_text(choices, report.tables));
+  readme.close();
+  output.finish();
+  return report;
+}
+
+}  // namespace transfer

@@ -1,0 +1,158 @@
+#include "database/transfer/value_text.h"
+
+#include <array>
+#include <bit>
+#include <charconv>
+#include <cmath>
+#include <cstdio>
+#include <optional>
+
+#include "database/engine/engine_error.h"
+#include "database/transfer/transfer_error.h"
+
+namespace transfer {
+namespace {
+
+constexpr std::string_view days_word = "days:";
+
+template <typename Number>
+void append_number(std::string& text, Number number) {
+  std::array<char, 40> digits;
+  const auto end = std::to_chars(digits.data(), digits.data() + digits.size(), number).ptr;
+  text.append(digits.data(), end);
+}
+
+template <typename Number>
+std::optional<Number> number_of(std::string_view text) {
+  Number number{};
+  const char* const end = text.data() + text.size();
+  const auto [stop, problem] = std::from_chars(text.data(), end, number);
+  if (problem != std::errc() || stop != end) return std::nullopt;
+  return number;
+}
+
+bool same_bits(double left, double right) {
+  return std::bit_cast<std::uint64_t>(left) == std::bit_cast<std::uint64_t>(right);
+}
+
+/// Digits at the text's beginning, which are taken off it.
+std::optional<int> take_number(std::string_view& text, std::size_t digits, char before) {
+  if (before != '\0') {
+    if (!text.starts_with(before)) return std::nullopt;
+    text.remove_prefix(1);
+  }
+  const std::string_view part = text.substr(0, digits);
+  if (part.size() != digits || part.find_first_not_of("0123456789") != std::string_view::npos) return std::nullopt;
+  text.remove_prefix(digits);
+  return number_of<int>(part);
+}
+
+/// The seconds behind the minute; nothing where the text is none, or 60 and more.
+std::optional<double> take_seconds(std::string_view text) {
+  if (!text.starts_with(':') || text.size() < 3 || (text.size() > 3 && text[3] != '.')) return std::nullopt;
+  const std::string_view digits = text.substr(1);
+  if (digits.find_first_not_of("0123456789.") != std::string_view::npos) return std::nullopt;
+  const std::optional<double> seconds = number_of<double>(digits);
+  if (!seconds || *seconds >= 60) return std::nullopt;
+  return seconds;
+}
+
+std::optional<engine::Date> parse_iso(std::string_view text) {
+  const auto year = take_number(text, 4, '\0'), month = take_number(text, 2, '-'), day = take_number(text, 2, '-');
+  if (!year || !month || !day || *month < 1 || *month > 12 || *day < 1) return std::nullopt;
+  if (*year < 100 || *day > engine::days_in_month(*year, *month)) return std::nullopt;
+  int hour = 0, minute = 0;
+  double seconds = 0;
+  if (!text.empty()) {
+    const char before = text.front() == ' ' ? ' ' : 'T';
+    const auto hours = take_number(text, 2, before), minutes = take_number(text, 2, ':');
+    const auto rest = text.empty() ? std::optional(0.0) : take_seconds(text);
+    if (!hours || !minutes || !rest || *hours > 23 || *minutes > 59) return std::nullopt;
+    hour = *hours, minute = *minutes, seconds = *rest;
+  }
+  const std::int64_t number = engine::day_number(*year, *month, *day);
+  if (seconds == std::floor(seconds)) {
+    return engine::date_of_seconds(number * engine::seconds_per_day + hour * 3600 + minute * 60 +
+                                   static_cast<std::int64_t>(seconds));
+  }
+  const double part = (hour * 3600 + minute * 60 + seconds) / static_cast<double>(engine::seconds_per_day);
+  return engine::Date{number < 0 ? static_cast<double>(number) - part : static_cast<double>(number) + part};
+}
+
+std::string whole_seconds(engine::Date date) {
+  std::string text = engine::iso_text(date);
+  text[10] = 'T';
+  return text;
+}
+
+/// With this many digits of a fraction; may be no date at all where rounding carries.
+std::string with_fraction(double days, int digits) {
+  const double day = std::trunc(days);
+  const double of_day = std::abs(days - day) * static_cast<double>(engine::seconds_per_day);
+  const int hour = static_cast<int>(of_day / 3600), minute = static_cast<int>(std::fmod(of_day, 3600) / 60);
+  std::array<char, 64> time;
+  std::snprintf(time.data(), time.size(), "T%02d:%02d:%0*.*f", hour, minute, digits + 3, digits,
+                of_day - hour * 3600.0 - minute * 60.0);
+  return engine::iso_text(engine::Date{day}).substr(0, 10) + time.data();
+}
+
+engine::Value date_of_text(std::string_view text) {
+  if (text.starts_with(days_word)) {
+    if (const auto days = number_of<double>(text.substr(days_word.size()))) return engine::Date{*days};
+  } else if (const auto date = parse_iso(text)) {
+    return *date;
+  }
+  engine::raise(cannot_convert);
+}
+
+struct Append {
+  std::string& text;
+  void operator()(engine::Null) const {}
+  void operator()(bool value) const { text += value ? "-1" : "0"; }
+  void operator()(std::int32_t value) const { append_number(text, value); }
+  void operator()(float value) const { append_number(text, value); }
+  void operator()(double value) const { append_number(text, value); }
+  void operator()(engine::Date value) const { text += date_text(value); }
+  void operator()(const std::string& value) const { text += value; }
+};
+
+}  // namespace
+
+std::string date_text(engine::Date date) {
+  if (std::isfinite(date.days) && engine::in_calendar(date.days)) {
+    if (same_bits(engine::date_of_seconds(engine::seconds_of(date)).days, date.days)) return whole_seconds(date);
+    for (const int digits : {1, 2, 3, 6, 7, 9, 12}) {
+      std::string text = with_fraction(date.days, digits);
+      const auto read = parse_iso(text);
+      if (read && same_bits(read->days, date.days)) return text;
+    }
+  }
+  std::string text(days_word);
+  append_number(text, date.days);
+  return text;
+}
+
+void append_text(std::string& text, const engine::Value& value) { std::visit(Append{text}, value); }
+
+std::string text_of(const engine::Value& value) {
+  std::string text;
+  append_text(text, value);
+  return text;
+}
+
+engine::Value value_of_text(engine::DataType type, std::string_view text) {
+  using enum engine::DataType;
+  if (type == Date) return date_of_text(text);
+  if (engine::is_text(type)) return std::string(text);
+  if (type == Single) {
+    if (const auto number = number_of<float>(text)) return *number;
+  } else if (type != Double) {
+    if (const auto number = number_of<std::int32_t>(text)) {
+      return type == Boolean ? engine::Value(*number != 0) : engine::Value(*number);
+    }
+  }
+  if (const auto number = number_of<double>(text)) return *number;
+  engine::raise(cannot_convert);
+}
+
+}  // namespace transfer

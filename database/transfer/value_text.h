@@ -1,0 +1,23 @@
+// A value as a text that reads back as the same value, bit for bit, whatever the locale.
+#pragma once
+
+#include <string>
+#include <string_view>
+
+#include "database/engine/engine.h"
+
+namespace transfer {
+
+/// Yes/No is -1 or 0, a number its shortest text with ".", a date as date_text() writes it, a text itself.
+/// Precondition: the value is not Null.
+std::string text_of(const engine::Value& value);
+void append_text(std::string& text, const engine::Value& value);
+
+/// ISO 8601: "2024-03-01T12:30:00", with a fraction of a second where there is one. A moment that this cannot tell
+/// exactly is "days:" and its number of days since 1899-12-30.
+std::string date_text(engine::Date date);
+
+/// The value that a field of this type holds, from its text. Raises 3421 where it is none.
+engine::Value value_of_text(engine::DataType type, std::string_view text);
+
+}  // namespace transfer
