@@ -25,6 +25,10 @@ void replace_host_file(const std::string& path, std::string_view content);
 /// the disk afterwards.
 bool rename_host_file(const std::string& source, const std::string& target);
 
+/// Waits until what was written into a file or folder is on the disk. False where the system refuses; of a folder
+/// Windows does not tell.
+bool sync_host_file(const std::string& path);
+
 /// Puts a file, which is closed and synced, in the place of another one in one step and takes over its access rights.
 /// Raises 75: the target is as it was and the source is gone, or, where the system has lost the target, the text names
 /// the source, which is kept. `may_replace` is asked before each try; false ends them.

@@ -62,6 +62,9 @@ std::string OutputFolder::file(std::string_view name) const {
 void OutputFolder::finish() {
   std::error_code failure;
   if (is_free(support::std_path(path_))) fs::remove(support::std_path(path_), failure);
+  if (!support::sync_host_file(working_path_)) {
+    throw support::RuntimeError(disk_error, "The disk does not take " + path_);
+  }
   if (!support::rename_host_file(working_path_, path_)) {
     throw support::RuntimeError(exists_already, "The folder cannot be given its name: " + path_);
   }
@@ -94,7 +97,7 @@ void OutputFile::write(std::string_view bytes) {
 void OutputFile::close() {
   flush();
   file_.close();
-  if (file_.fail()) fail();
+  if (file_.fail() || !support::sync_host_file(path_)) fail();
 }
 
 }  // namespace transfer

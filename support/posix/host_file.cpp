@@ -135,6 +135,11 @@ bool rename_host_file(const std::string& source, const std::string& target) {
   return renamed;
 }
 
+bool sync_host_file(const std::string& path) {
+  const Descriptor descriptor(open(path.c_str(), O_RDONLY | O_CLOEXEC));
+  return descriptor && fsync(descriptor.get()) == 0;
+}
+
 void replace_with_host_file(const std::string& source, const std::string& target,
                             const std::function<bool()>& may_replace) {
   const std::string place = link_target(target);

@@ -135,6 +135,15 @@ bool rename_host_file(const std::string& source, const std::string& target) {
   return SystemCalls().rename(source, target);
 }
 
+bool sync_host_file(const std::string& path) {
+  const std::wstring wide = wide_path(path);
+  const DWORD attributes = GetFileAttributesW(wide.c_str());
+  if (attributes != INVALID_FILE_ATTRIBUTES && (attributes & FILE_ATTRIBUTE_DIRECTORY) != 0) return true;
+  const FileHandle file(CreateFileW(wide.c_str(), GENERIC_WRITE, FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE,
+                                    nullptr, OPEN_EXISTING, 0, nullptr));
+  return file && FlushFileBuffers(file.get()) != 0;
+}
+
 void replace_with_host_file(const std::string& source, const std::string& target,
                             const std::function<bool()>& may_replace) {
   SystemCalls calls{may_replace};

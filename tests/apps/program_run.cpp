@@ -6,6 +6,7 @@
 
 #include "apps/firststeps_batch/firststeps_batch.h"
 #include "apps/patientdb/patientdb.h"
+#include "tests/apps/interrupting_output.h"
 
 namespace apps_test {
 namespace {
@@ -14,14 +15,17 @@ namespace fs = std::filesystem;
 
 using Program = int (*)(const std::vector<std::string>&, console::Console&);
 
-Outcome run(Program program, const std::vector<std::string>& arguments, const Environment& environment) {
-  std::ostringstream out, err;
-  const auto value = [&environment](std::string_view name) -> std::optional<std::string> {
+auto values_of(const Environment& environment) {
+  return [&environment](std::string_view name) -> std::optional<std::string> {
     const auto found = environment.find(std::string(name));
     if (found == environment.end()) return std::nullopt;
     return found->second;
   };
-  console::Console console{out, err, value, SOURCE_DIR};
+}
+
+Outcome run(Program program, const std::vector<std::string>& arguments, const Environment& environment) {
+  std::ostringstream out, err;
+  console::Console console{out, err, values_of(environment), SOURCE_DIR};
   const int code = program(arguments, console);
   return {code, out.str(), err.str()};
 }
@@ -37,6 +41,16 @@ std::string utf8_text(const fs::path& path) {
 
 Outcome run_patientdb(const std::vector<std::string>& arguments, const Environment& environment) {
   return run(patientdb::run, arguments, environment);
+}
+
+Outcome run_interrupted(const std::vector<std::string>& arguments, const std::string& moment,
+                        const Environment& environment) {
+  InterruptingOutput terminal(moment);
+  std::ostringstream out;
+  std::ostream err(&terminal);
+  console::Console console{out, err, values_of(environment), SOURCE_DIR, true, nullptr, {}};
+  const int code = patientdb::run(arguments, console);
+  return {terminal.pressed() ? code : -1, out.str(), terminal.str()};
 }
 
 Outcome run_batch(const std::vector<std::string>& arguments) { return run(firststeps_batch::run, arguments, {}); }

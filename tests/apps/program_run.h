@@ -19,6 +19,9 @@ using Environment = std::map<std::string, std::string>;
 
 /// The program's folder is the source folder, whose "texts" hold the language tables.
 Outcome run_patientdb(const std::vector<std::string>& arguments, const Environment& environment = {});
+/// At a terminal that is shown every progress, and at which Ctrl+C is pressed as soon as `moment` appears.
+Outcome run_interrupted(const std::vector<std::string>& arguments, const std::string& moment,
+                        const Environment& environment = {});
 Outcome run_batch(const std::vector<std::string>& arguments);
 
 class TemporaryFolder {
