@@ -18,12 +18,19 @@ constexpr std::chrono::minutes surely_abandoned{10};
 constexpr std::string_view journal_ending = "-journal";
 
 /// What a name holds behind the mark is letters, digits and hyphens: other files are other people's.
+bool is_token(std::string_view name) {
+  constexpr std::string_view token_characters = "-0123456789ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz";
+  return !name.empty() && name.find_first_not_of(token_characters) == std::string_view::npos;
+}
+
 bool is_working_name(std::string_view name, std::string_view beginning) {
   if (!name.starts_with(beginning)) return false;
   name.remove_prefix(beginning.size());
   if (name.ends_with(journal_ending)) name.remove_suffix(journal_ending.size());
-  constexpr std::string_view token_characters = "-0123456789ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz";
-  return !name.empty() && name.find_first_not_of(token_characters) == std::string_view::npos;
+  // A file that is checked before it gets its name is itself made beside the one that it is to be.
+  const std::size_t inner = name.find(new_database_mark);
+  if (inner == std::string_view::npos) return is_token(name);
+  return is_token(name.substr(0, inner)) && is_token(name.substr(inner + new_database_mark.size()));
 }
 
 bool is_old_and_unused(const fs::path& file) {

@@ -29,6 +29,10 @@ bool rename_host_file(const std::string& source, const std::string& target);
 /// Windows does not tell.
 bool sync_host_file(const std::string& path);
 
+/// Gives a file a second name, which is on the disk afterwards; false where that is taken, or the file system knows no
+/// second names.
+bool link_host_file(const std::string& path, const std::string& second_name);
+
 /// Puts a file, which is closed and synced, in the place of another one in one step and takes over its access rights.
 /// Raises 75: the target is as it was and the source is gone, or, where the system has lost the target, the text names
 /// the source, which is kept. `may_replace` is asked before each try; false ends them.

@@ -18,6 +18,7 @@ inline constexpr int exit_done = 0;
 inline constexpr int exit_failed = 1;   ///< the work could not be done, or not all of it
 inline constexpr int exit_usage = 2;    ///< the arguments, or files given as arguments, are wrong; nothing was touched
 inline constexpr int exit_refused = 3;  ///< a page refused its answers; nothing was written
+inline constexpr int exit_unknown = 3;  ///< a file could not be looked at: nothing is known of it
 
 struct Console {
   std::ostream& out;
@@ -31,6 +32,9 @@ struct Console {
   std::istream* in = nullptr;
   /// How long work goes on before a terminal is shown its progress.
   std::chrono::milliseconds progress_delay{500};
+  /// Shows a prompt at the terminal and reads a line, in UTF-8, that is not shown; nothing where the user gives up
+  /// (Ctrl+C, end of input). Empty where there is no terminal.
+  std::function<std::optional<std::string>(std::string_view prompt)> ask_secret = {};
 };
 
 /// The user's mistake: told with its text and exit_usage.

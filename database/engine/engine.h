@@ -16,6 +16,8 @@
 
 namespace engine {
 
+class FileCare;
+
 /// Field types, with the engine's numbers.
 enum class DataType : std::int16_t {
   Boolean = 1,
@@ -249,8 +251,12 @@ class Database {
 
   /// Copies what is committed to a new file of the same password and checks the copy; on failure no file is left. 3204
   /// where a file is there, 3044 where its folder is not, 3343 where the copy does not hold together, 3246 in a
-  /// transaction, 3251 from the automation engine unless the database was opened exclusively.
+  /// transaction (the embedded engine: of a handle that may write), 3251 from the automation engine unless the database
+  /// was opened exclusively.
   virtual void save_copy(std::string_view path) = 0;
+
+  /// What the engine does for the file as a whole; null where it does nothing of the kind. Lives as long as this.
+  virtual FileCare* care() { return nullptr; }
 };
 
 /// Openings that an engine prepares while the program works on the files before them. Files are passed in the order in

@@ -140,6 +140,12 @@ bool sync_host_file(const std::string& path) {
   return descriptor && fsync(descriptor.get()) == 0;
 }
 
+bool link_host_file(const std::string& path, const std::string& second_name) {
+  const bool linked = link(link_target(path).c_str(), second_name.c_str()) == 0;
+  if (linked) sync_folder_of(second_name);
+  return linked;
+}
+
 void replace_with_host_file(const std::string& source, const std::string& target,
                             const std::function<bool()>& may_replace) {
   const std::string place = link_target(target);

@@ -144,6 +144,10 @@ bool sync_host_file(const std::string& path) {
   return file && FlushFileBuffers(file.get()) != 0;
 }
 
+bool link_host_file(const std::string& path, const std::string& second_name) {
+  return CreateHardLinkW(wide_path(second_name).c_str(), wide_path(path).c_str(), nullptr) != 0;
+}
+
 void replace_with_host_file(const std::string& source, const std::string& target,
                             const std::function<bool()>& may_replace) {
   SystemCalls calls{may_replace};

@@ -21,6 +21,7 @@ bool call_fails() {
 extern "C" {
 
 int __real_rename(const char* source, const char* target);
+int __real_link(const char* source, const char* target);
 int __real_renameat2(int source_folder, const char* source, int target_folder, const char* target, unsigned flags);
 
 int __wrap_rename(const char* source, const char* target) {
@@ -28,6 +29,8 @@ int __wrap_rename(const char* source, const char* target) {
   faults::tell_rename(source, target);
   return __real_rename(source, target);
 }
+
+int __wrap_link(const char* source, const char* target) { return call_fails() ? -1 : __real_link(source, target); }
 
 int __wrap_renameat2(int source_folder, const char* source, int target_folder, const char* target, unsigned flags) {
   if (call_fails()) return -1;

@@ -6,6 +6,7 @@
 #include <iostream>
 
 #include "apps/console/console.h"
+#include "apps/console/secret_input.h"
 
 namespace {
 
@@ -28,6 +29,7 @@ int main(int count, char** words) {
                            program_folder(),
                            isatty(STDERR_FILENO) == 1,
                            &std::cin};
+  console.ask_secret = console::secret_input();
   const int code = console::program({words + 1, words + count}, console);
   if (std::cout.flush()) return code;
   std::cerr << "error 57: the output could not be written\n";

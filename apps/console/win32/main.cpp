@@ -8,6 +8,7 @@
 #include <streambuf>
 
 #include "apps/console/console.h"
+#include "apps/console/secret_input.h"
 #include "support/encoding.h"
 
 namespace {
@@ -115,6 +116,7 @@ int wmain(int count, wchar_t** words) {
   std::ostream out(&out_buffer), err(&err_buffer);
   err << std::unitbuf;
   console::Console console{out, err, environment_value, program_folder(), err_buffer.is_console(), &std::cin};
+  console.ask_secret = console::secret_input();
   std::vector<std::string> arguments;
   for (int i = 1; i < count; ++i) arguments.push_back(utf8(words[i]));
   const int code = console::program(arguments, console);

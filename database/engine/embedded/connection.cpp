@@ -14,6 +14,8 @@ namespace engine::embedded {
 namespace {
 
 constexpr int maximum_text_bytes = 64 << 20;
+/// Where SQLite keeps the locks of a file.
+constexpr std::int64_t pending_byte = 0x40000000;
 /// As long as the compiler's longest statement.
 constexpr int maximum_sql_bytes = 4 << 20;
 
@@ -271,6 +273,13 @@ void Connection::copy_to(Connection& target) {
   const int copied = sqlite3_backup_step(backup, -1);
   const int finished = sqlite3_backup_finish(backup);
   if (copied != SQLITE_DONE) throw jet_sql::error_of(target.handle_.get(), finished != SQLITE_OK ? finished : copied);
+}
+
+bool Connection::is_page_sound(std::int64_t page, std::int64_t size) {
+  // The one that the system's locks lie in is never written.
+  if (page == pending_byte / size + 1) return true;
+  std::string bytes(static_cast<std::size_t>(size), '\0');
+  return file()->pMethods->xRead(file(), bytes.data(), static_cast<int>(size), (page - 1) * size) == SQLITE_OK;
 }
 
 void Connection::check_integrity() {

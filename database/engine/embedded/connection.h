@@ -122,6 +122,9 @@ class Connection {
   void copy_to(Connection& target);
   /// 3343 where what the file holds does not hold together.
   void check_integrity();
+  /// In a transaction: false where the page, from 1, cannot be read or, in an encrypted file, is not the one that was
+  /// written there. `size` is that of the file's pages.
+  bool is_page_sound(std::int64_t page, std::int64_t size);
 
   /// From here on the file's locks are waited for as long as the busy time in all, however many of them are asked for.
   void begin_waiting() noexcept { waited_ = {}; }

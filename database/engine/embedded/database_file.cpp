@@ -77,7 +77,8 @@ DatabaseFile identify_database_file(std::string_view beginning, std::int64_t fil
   return found;
 }
 
-void refuse_other_page_size(std::string_view beginning, std::int64_t file_size, std::string_view password) {
+void refuse_fitting_password(std::string_view beginning, std::int64_t file_size, std::string_view password,
+                             bool seemed_wrong) {
   // Of 512 bytes the cipher would leave SQLite too few.
   constexpr std::int64_t least_page_size = 1024;
   if (std::ssize(beginning) < least_page_size || file_size % least_page_size != 0) return;
@@ -87,7 +88,9 @@ void refuse_other_page_size(std::string_view beginning, std::int64_t file_size, 
   const FileKey key{password, salt};
   const auto* page = reinterpret_cast<const unsigned char*>(beginning.data());
   for (std::size_t size = least_page_size; size <= beginning.size(); size *= 2) {
-    if (size == encrypted_page_size || sqlcipher4_fits_first_page(key.key().data(), page, size) == 0) continue;
+    const bool other_size = size != static_cast<std::size_t>(encrypted_page_size);
+    if ((!other_size && !seemed_wrong) || sqlcipher4_fits_first_page(key.key().data(), page, size) == 0) continue;
+    if (!other_size) raise(3343, "the password is right, but the file is damaged behind its first page");
     raise(3343, "the file is encrypted in pages of " + std::to_string(size) + " bytes, and here they have " +
                     std::to_string(encrypted_page_size));
   }

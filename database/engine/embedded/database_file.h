@@ -37,9 +37,11 @@ inline constexpr std::size_t telling_size = 32;
 /// shorter, for a shorter file. With a journal the file's end tells nothing.
 DatabaseFile identify_database_file(std::string_view beginning, std::int64_t file_size, bool with_journal);
 
-/// 3343 that tells the size of the file's pages, where it is encrypted in pages of another size than ours and the
-/// password fits. `beginning`: up to most_page_size bytes, as they are on the disk.
-void refuse_other_page_size(std::string_view beginning, std::int64_t file_size, std::string_view password);
+/// 3343 where the password fits the first page of an encrypted file that did not open: the file has pages of another
+/// size than ours, which the error tells, or, where the password seemed wrong, is damaged behind that page.
+/// `beginning`: up to most_page_size bytes, as they are on the disk.
+void refuse_fitting_password(std::string_view beginning, std::int64_t file_size, std::string_view password,
+                             bool seemed_wrong);
 inline constexpr std::size_t most_page_size = 65536;
 
 /// The errors of a place where a database is to be created: 3204 a file is there, 3044 no such folder.

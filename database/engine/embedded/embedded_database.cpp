@@ -1,6 +1,7 @@
 #include "database/engine/embedded/embedded_database.h"
 
 #include "database/engine/embedded/embedded_recordset.h"
+#include "database/engine/embedded/file_check.h"
 #include "database/engine/embedded/file_copy.h"
 #include "database/engine/embedded/forward_recordset.h"
 #include "database/engine/embedded/program_runner.h"
@@ -39,6 +40,22 @@ void EmbeddedDatabase::execute(std::string_view sql) {
   const std::int32_t affected = run_program(*session_, *program);
   change.done();
   affected_ = affected;
+}
+
+bool EmbeddedDatabase::check(const std::function<void(const FileFault&)>& tell,
+                             const std::function<void(std::int64_t done, std::int64_t all)>& look) {
+  const ReadScope scope{*session_};
+  return check_file(session_->connection(), session_->catalogue_at_hand(), tell, look);
+}
+
+void EmbeddedDatabase::compact(const std::function<void(Database& written)>& verify) {
+  session_->compact([&](const std::string& host_path) {
+    EmbeddedDatabase written{
+        support::host_file_system().windows_path(host_path),
+        Session::open(host_path, session_->password(),
+                      {.read_only = true, .held = true, .busy_time = session_->options().busy_time})};
+    verify(written);
+  });
 }
 
 void EmbeddedDatabase::save_copy(std::string_view path) {

@@ -9,10 +9,11 @@
 #include "database/engine/embedded/session.h"
 #include "database/engine/embedded/table_object.h"
 #include "database/engine/engine.h"
+#include "database/engine/file_care.h"
 
 namespace engine::embedded {
 
-class EmbeddedDatabase : public Database {
+class EmbeddedDatabase : public Database, private FileCare {
  public:
   EmbeddedDatabase(std::string_view name, std::shared_ptr<Session> session)
       : name_(name), session_(std::move(session)), tables_(session_) {}
@@ -33,8 +34,13 @@ class EmbeddedDatabase : public Database {
   void commit_transaction() override { session_->commit_transaction(); }
   void rollback_transaction() override { session_->rollback_transaction(); }
   void save_copy(std::string_view path) override;
+  FileCare* care() override { return this; }
 
  private:
+  bool check(const std::function<void(const FileFault&)>& tell,
+             const std::function<void(std::int64_t done, std::int64_t all)>& look) override;
+  void compact(const std::function<void(Database& written)>& verify) override;
+
   std::string name_;
   std::shared_ptr<Session> session_;
   TableCollection tables_;

@@ -1,8 +1,10 @@
 #include "database/engine/embedded/file_copy.h"
 
+#include <algorithm>
 #include <optional>
 
 #include "database/engine/embedded/database_file.h"
+#include "database/engine/embedded/table_counters.h"
 #include "database/engine/embedded/working_file.h"
 #include "database/engine/engine_error.h"
 #include "support/abandoned_files.h"
@@ -20,6 +22,8 @@ void copy_file(Connection& source, const std::string& host_path, const FileKey* 
   Connection copy{host_path, {}};
   if (key) copy.use_key(*key);
   copy.first_read();
+  // A page is needed once, here and below.
+  copy.use_small_cache();
   source.copy_to(copy);
 }
 
@@ -27,6 +31,7 @@ void check_file(const std::string& host_path, const FileKey* key) {
   Connection copy{host_path, {}};
   if (key) copy.use_key(*key);
   if (!copy.first_read()) raise(3343);
+  copy.use_small_cache();
   copy.check_integrity();
 }
 
@@ -62,8 +67,23 @@ void copy_with_password(Connection& source, const std::string& host_path, std::s
   if (key.get()) key.get()->remember(new_password);
 }
 
+void copy_compacted(Connection& source, const std::string& host_path, std::string_view password) {
+  source.statement("VACUUM INTO ?")->with(std::string_view(host_path)).run();
+  Connection copy{host_path, {}};
+  std::optional<FileKey> key;
+  if (!password.empty()) {
+    FileSalt salt{};
+    std::ranges::copy(copy.beginning(salt.size()), salt.begin());
+    copy.use_key(key.emplace(password, salt));
+  }
+  if (!copy.first_read()) raise(3343);
+  TableCounters::set_back(copy);
+  copy.check_integrity();
+  if (key) key->remember(password);
+}
+
 void save_copy(Session& session, const std::string& host_path) {
-  if (session.in_transaction()) raise(3246);
+  if (session.in_transaction() && !session.options().read_only) raise(3246);
   Connection& source = session.connection();
   check_place_of_new_file(host_path);
   WorkingFile file{host_path, support::new_database_mark};

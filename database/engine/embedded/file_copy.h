@@ -16,4 +16,8 @@ void save_copy(Session& session, const std::string& host_path);
 void copy_with_password(Connection& source, const std::string& host_path, std::string_view password,
                         std::string_view new_password);
 
+/// Fills the new, empty file with what is committed in `source`, whose password is `password`: its tables one behind
+/// the other, their counters set back to what the rows hold. Same key. Raises and leaves as above.
+void copy_compacted(Connection& source, const std::string& host_path, std::string_view password);
+
 }  // namespace engine::embedded

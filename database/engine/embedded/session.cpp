@@ -57,7 +57,9 @@ std::shared_ptr<Session> Session::open(const std::string& host_path, std::string
   } catch (const JetFileError&) {
     throw;
   } catch (const support::RuntimeError& error) {
-    if (!password.empty() && (error.number() == 3031 || error.number() == 3343)) session->refuse_other_page_size();
+    if (!password.empty() && (error.number() == 3031 || error.number() == 3343)) {
+      session->refuse_fitting_password(error.number() == 3031);
+    }
     throw;
   }
   return session;
@@ -99,9 +101,9 @@ void Session::connect_existing() {
   catalogue_at_hand();
 }
 
-void Session::refuse_other_page_size() {
+void Session::refuse_fitting_password(bool seemed_wrong) {
   Connection file{host_path_, options_};
-  embedded::refuse_other_page_size(file.beginning(most_page_size), file.file_size(), password_);
+  embedded::refuse_fitting_password(file.beginning(most_page_size), file.file_size(), password_, seemed_wrong);
 }
 
 void Session::connect_new() {

@@ -3,6 +3,7 @@
 #pragma once
 
 #include <cstdint>
+#include <functional>
 #include <memory>
 #include <string>
 #include <string_view>
@@ -89,6 +90,8 @@ class Session {
   const std::string& password() const noexcept { return password_; }
   /// See Database::new_password. Interrupted at any point, it leaves a file that the old or the new password opens.
   void change_password(std::string_view old_password, std::string_view new_password);
+  /// See FileCare::compact. `verify` is given the path of the new file, which is closed.
+  void compact(const std::function<void(const std::string& host_path)>& verify);
 
   void add_reader(PendingReader& reader) { readers_.push_back(&reader); }
   void remove_reader(PendingReader& reader) noexcept;
@@ -106,10 +109,12 @@ class Session {
 
   static bool is_too_long(std::string_view password);
   void connect_existing();
-  /// The file under another password; the connection is closed then.
-  void write_anew(std::string_view new_password);
+  /// Lets `fill` write what is committed in the file to a new, empty one, which it closes and syncs, and puts that in
+  /// the file's place. The connection is closed then, and on failure as it was. 3045 where the file is open elsewhere.
+  void rewrite(const std::function<void(Connection& reader, const std::string& path)>& fill);
+  void write_anew(const std::function<void(Connection& reader, const std::string& path)>& fill);
   /// Raises 3343 where that is why the file could not be opened.
-  void refuse_other_page_size();
+  void refuse_fitting_password(bool seemed_wrong);
   void connect_new();
   void disconnect() noexcept;
   void finish_reading() noexcept;

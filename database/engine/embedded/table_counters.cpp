@@ -66,6 +66,10 @@ TableCounters::Counter& TableCounters::counter(Connection& connection, const Sto
   return counter;
 }
 
+void TableCounters::set_back(Connection& connection) {
+  if (has_counters(connection)) connection.run(R"(DELETE FROM "jet.counters")");
+}
+
 std::int32_t TableCounters::next_number(Connection& connection, const StoredTable& table) {
   Counter& last = counter(connection, table);
   if (last.number >= std::numeric_limits<std::int32_t>::max()) raise(6);

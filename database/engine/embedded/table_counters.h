@@ -15,6 +15,9 @@ namespace engine::embedded {
 class TableCounters {
  public:
   static void create_table(Connection& connection);
+  /// Of all tables, as of such that did not count yet: they go on from the highest number and row that are there. In a
+  /// transaction of its own, on a file that nobody else has open.
+  static void set_back(Connection& connection);
 
   /// The next AutoNumber: 6 where there is none left.
   std::int32_t next_number(Connection& connection, const StoredTable& table);

@@ -1,0 +1,63 @@
+// The whole file written anew beside the old one, whose place it takes: at any moment there is the old file or the new
+// one.
+#include <algorithm>
+#include <filesystem>
+
+#include "database/engine/embedded/session.h"
+#include "database/engine/embedded/working_file.h"
+#include "database/engine/engine_error.h"
+#include "support/abandoned_files.h"
+#include "support/encoding.h"
+#include "support/host_path.h"
+
+namespace engine::embedded {
+namespace {
+
+/// The file itself, where the path is a link to it. Another name of it would go on leading to the old file.
+std::string only_name_of(const std::string& host_path) {
+  const std::filesystem::path path = support::std_path(host_path);
+  std::error_code failure;
+  if (std::filesystem::hard_link_count(path, failure) > 1 && !failure) {
+    raise(3251, "writing a file anew that has a second name in a folder");
+  }
+  const std::filesystem::path file = std::filesystem::canonical(path, failure);
+  return failure ? host_path : support::host_path_of(file);
+}
+
+}  // namespace
+
+void Session::rewrite(const std::function<void(Connection& reader, const std::string& path)>& fill) {
+  if (!connection_->hold_alone()) raise(3045);
+  try {
+    write_anew(fill);
+  } catch (const support::RuntimeError&) {
+    disconnect();
+    connect_existing();
+    throw;
+  }
+  disconnect();
+}
+
+void Session::write_anew(const std::function<void(Connection& reader, const std::string& path)>& fill) {
+  connection_->begin_waiting();
+  if (options_.exclusive) {
+    connection_->run("PRAGMA locking_mode=NORMAL");
+    connection_->integer("SELECT count(*) FROM sqlite_schema");
+  }
+  // Other programs may read, but write nothing that would be lost.
+  connection_->run("BEGIN IMMEDIATE");
+  WorkingFile file{only_name_of(host_path_), support::replacement_mark};
+  {
+    Connection reader{host_path_, {.held = true, .busy_time = options_.busy_time}};
+    if (!password_.empty()) {
+      FileSalt salt{};
+      std::ranges::copy(reader.beginning(salt.size()), salt.begin());
+      reader.use_key(FileKey{password_, salt});
+    }
+    reader.first_read();
+    fill(reader, file.path());
+  }
+  file.replace(connection_);
+}
+
+}  // namespace engine::embedded
