@@ -1,0 +1,103 @@
+#include "database/keeping/check.h"
+
+#include <memory>
+#include <optional>
+#include <utility>
+
+#include "database/engine/embedded/database_file.h"
+#include "database/engine/file_care.h"
+#include "database/file_failure.h"
+#include "database/keeping/check_parts.h"
+#include "database/open_database.h"
+#include "support/encoding.h"
+
+namespace database::keeping {
+namespace {
+
+/// Null, with the finding, where the file is damaged so much that it does not open.
+std::unique_ptr<engine::Database> open(engine::Engine& engine, std::string_view path, std::string_view password,
+                                       CheckReport& report) {
+  try {
+    return engine.open_database(path, false, true, connect_text(password));
+  } catch (const engine::embedded::JetFileError&) {
+    throw;
+  } catch (const support::RuntimeError& error) {
+    if (error.number() != error_unknown_format) throw;
+    report.findings.push_back({"file", {}, {}, std::string("cannot be opened as a database: ") + error.what()});
+    return nullptr;
+  }
+}
+
+bool has_table(engine::Database& database, std::string_view name) {
+  engine::TableDefs& tables = database.table_defs();
+  for (std::int32_t i = 0; i < tables.count(); ++i) {
+    if (support::equal_ignoring_case(tables.item(i)->name(), name)) return true;
+  }
+  return false;
+}
+
+/// Nothing, with the finding where there should be one, for a file without a record that can be read.
+std::optional<VersionRecord> read_record(const Environment& environment, engine::Database& database,
+                                         CheckReport& report) {
+  if (!has_table(database, "db_info")) return std::nullopt;
+  VersionRecord record;
+  std::string reason = "is not of this product";
+  const support::SkippedStatementWatch watch{
+      [&reason](std::string_view, const support::RuntimeError& error) { reason = error.what(); }};
+  if (db_ReadDBInfo(environment, database, record)) return record;
+  report.findings.push_back({"layout", "db_info", {}, "the version record cannot be read: " + reason});
+  return std::nullopt;
+}
+
+/// False where no table can be read.
+bool look_below(const Environment& environment, engine::FileCare& care, CheckReport& report) {
+  Progress* const progress = environment.progress;
+  bool started = false;
+  const bool readable = care.check(
+      [&report](const engine::FileFault& fault) {
+        report.findings.push_back({std::string(fault.kind), fault.table, {}, fault.text, fault.rows});
+      },
+      [&](std::int64_t done, std::int64_t all) {
+        if (!progress) return;
+        if (!std::exchange(started, true)) progress->start("pages", static_cast<std::int32_t>(all));
+        progress->set_value(static_cast<std::int32_t>(done));
+        end_if_interrupted(progress);
+      });
+  if (started) progress->finish();
+  return readable;
+}
+
+/// A part of the check that damage ends before its time.
+template <typename Part>
+void attempt(std::string_view what, CheckReport& report, Part&& part) {
+  try {
+    std::forward<Part>(part)();
+  } catch (const support::RuntimeError& error) {
+    if (error.number() != error_unknown_format) throw;
+    report.findings.push_back({"file", {}, {}, std::string(what) + " cannot be read: " + error.what()});
+  }
+}
+
+}  // namespace
+
+CheckReport check_database(const Environment& environment, std::string_view path, std::string_view password) {
+  CheckReport report;
+  const auto engine = create_engine(environment, false);
+  const auto database = open(*engine, path, password, report);
+  if (!database) return report;
+  engine::FileCare* const care = database->care();
+  if (!care) report.notes.emplace_back("The file is of the Jet engine: its pages and structure were not looked at.");
+  attempt("the file", report, [&] {
+    // One state of the file, whatever others write. Through other engines each question has its own.
+    const auto state = care ? std::make_unique<engine::Transaction>(*database) : nullptr;
+    if (care && !look_below(environment, *care, report)) return;
+    attempt("the layout", report, [&] {
+      const std::optional<VersionRecord> record = read_record(environment, *database, report);
+      check_layout(*database, record ? &*record : nullptr, report);
+    });
+    check_rows(environment, *database, report);
+  });
+  return report;
+}
+
+}  // namespace database::keeping
