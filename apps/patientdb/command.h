@@ -32,6 +32,11 @@ extern const Command labs_command;
 extern const Command upgrade_command;
 extern const Command basal_command;
 extern const Command pump_stats_command;
+extern const Command check_command;
+extern const Command backup_command;
+extern const Command restore_command;
+extern const Command compact_command;
+extern const Command password_command;
 
 inline constexpr console::Option json_option{"--json", "", "Print JSON."};
 inline constexpr console::Option password_file_option{"--password-file", "PATHNAME",

@@ -12,9 +12,10 @@
 namespace patientdb {
 namespace {
 
-constexpr std::array commands{&create_command, &info_command,   &schema_command,    &sql_command,     &upgrade_command,
-                              &export_command, &import_command, &index_command,     &summary_command, &plan_command,
-                              &labs_command,   &basal_command,  &pump_stats_command};
+constexpr std::array commands{
+    &create_command,     &info_command,  &schema_command,  &sql_command,     &upgrade_command, &export_command,
+    &import_command,     &index_command, &summary_command, &plan_command,    &labs_command,    &basal_command,
+    &pump_stats_command, &check_command, &backup_command,  &restore_command, &compact_command, &password_command};
 
 constexpr std::string_view password_help =
     "Password: the default one, unless the environment variable PATIENTDB_PASSWORD or --password-file gives another. "

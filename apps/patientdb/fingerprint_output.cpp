@@ -1,0 +1,25 @@
+#include "apps/patientdb/fingerprint_output.h"
+
+#include <cinttypes>
+#include <cstdio>
+
+#include "database/keeping/same_content.h"
+
+namespace patientdb {
+
+void write_sum(std::ostream& out, const std::vector<database::keeping::TableFingerprint>& tables) {
+  out << tables.size() << " tables, " << database::keeping::row_count(tables) << " rows";
+}
+
+void write_tables(console::JsonWriter& json, const std::vector<database::keeping::TableFingerprint>& tables) {
+  json.begin_array();
+  for (const database::keeping::TableFingerprint& table : tables) {
+    char checksum[17];
+    std::snprintf(checksum, sizeof checksum, "%016" PRIx64, table.checksum);
+    json.begin_object().key("table").text(table.table).key("rows").integer(table.rows);
+    json.key("checksum").text(checksum).end_object();
+  }
+  json.end_array();
+}
+
+}  // namespace patientdb

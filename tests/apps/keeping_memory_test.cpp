@@ -1,0 +1,56 @@
+// What a backup and a check need of memory does not grow with the rows.
+#include <gtest/gtest.h>
+
+#include <cstdlib>
+#include <filesystem>
+#include <iostream>
+
+#include "tests/apps/process_test.h"
+
+namespace {
+
+using apps_test::run_patientdb;
+
+class KeepingMemory : public apps_test::ProcessTest {
+ protected:
+  /// With 2 to the power of `doublings` glucose values.
+  std::string file_of(int doublings) {
+    std::string file = folder_.file(std::to_string(doublings) + ".das");
+    std::vector<std::string> arguments{
+        "sql", file,
+        "INSERT INTO glucose (vDate, vTime, value, Comment) VALUES (#1/2/2024#, #7:30:00#, 101, 'nüchtern')"};
+    for (int i = 0; i < doublings; ++i) {
+      arguments.emplace_back(
+          "INSERT INTO glucose (vDate, vTime, value, Comment) SELECT vDate, vTime, value, Comment "
+          "FROM glucose");
+    }
+    EXPECT_EQ(run_patientdb({"create", file}).code, 0);
+    EXPECT_EQ(run_patientdb(arguments).code, 0);
+    return file;
+  }
+  /// The most that the program had in memory, in KiB. Python, which measures it, has less itself; this program has not,
+  /// and what a process had before it began another program counts.
+  long memory_of(const std::string& words) const {
+    const apps_test::Outcome outcome = shell(
+        "python3 -c 'import resource, subprocess, sys; subprocess.run(sys.argv[1:], check=True, "
+        "stdout=subprocess.DEVNULL); print(resource.getrusage(resource.RUSAGE_CHILDREN).ru_maxrss)' "
+        "$BIN/patientdb " +
+        words);
+    EXPECT_EQ(outcome.code, 0) << outcome.err;
+    return std::atol(outcome.out.c_str());
+  }
+};
+
+TEST_F(KeepingMemory, OfABackupAndACheckIsThatOfARow) {
+  const std::string few = file_of(13), many = file_of(17);
+  ASSERT_GT(std::filesystem::file_size(many), 8 * std::filesystem::file_size(few));
+  const auto expect_same = [&](const char* what, long least, long most) {
+    std::cout << what << ": " << least << " and " << most << " KiB\n";
+    EXPECT_LE(static_cast<double>(most), 1.1 * static_cast<double>(least)) << what;
+  };
+  expect_same("backup", memory_of("backup " + few + " " + few + ".copy"),
+              memory_of("backup " + many + " " + many + ".copy"));
+  expect_same("check", memory_of("check " + few), memory_of("check " + many));
+}
+
+}  // namespace
