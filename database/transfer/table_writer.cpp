@@ -1,7 +1,8 @@
+#include "database/transfer/table_writer.h"
+
 #include <algorithm>
 
 #include "database/engine/engine_error.h"
-#include "database/transfer/table_writer.h"
 #include "database/transfer/transfer_error.h"
 #include "support/encoding.h"
 
