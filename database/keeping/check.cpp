@@ -7,7 +7,8 @@
 #include "database/engine/embedded/database_file.h"
 #include "database/engine/file_care.h"
 #include "database/file_failure.h"
-#include "database/keeping/check_parts.h"
+#include "database/keeping/layout_check.h"
+#include "database/keeping/row_check.h"
 #include "database/open_database.h"
 #include "support/encoding.h"
 

@@ -1,13 +1,15 @@
+#include "database/keeping/layout_check.h"
+
 #include <algorithm>
 #include <map>
 #include <set>
 #include <string>
 #include <utility>
 
-#include "database/keeping/check_parts.h"
 #include "database/layout_json.h"
 #include "database/schema/schema.h"
-#include "database/upgrade/step.h"
+#include "database/upgrade/actions.h"
+#include "database/upgrade/steps.h"
 #include "support/encoding.h"
 
 namespace database::keeping {
@@ -54,6 +56,8 @@ class Histories {
   void take_field(std::int16_t version, const upgrade::Action& action, std::string_view table) {
     const auto take = [&](std::string_view name) {
       History& history = since(key_of(table, name), version);
+      // The first step asks for an older version than all others do: who is between them has it behind, undone.
+      if (version == upgrade::steps().front().version) history.optional = true;
       history.types.insert(action.field.type);
       history.sizes.insert(action.field.size);
     };
@@ -134,7 +138,10 @@ class LayoutCheck {
     const History& history = histories_.of(table, wanted.name);
     if (history.since > version_) return;
     const auto field = find_named(found.fields(), wanted.name);
-    if (!field) return add(table, wanted.name, "the field is missing");
+    if (!field) {
+      if (!history.optional) add(table, wanted.name, "the field is missing");
+      return;
+    }
     const engine::DataType type = field->type();
     // The repair of old data tables makes it a shorter one.
     const bool repaired = wanted.name == "flag" && type == engine::DataType::Integer;

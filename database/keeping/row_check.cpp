@@ -1,8 +1,9 @@
+#include "database/keeping/row_check.h"
+
 #include <map>
 #include <string>
 #include <variant>
 
-#include "database/keeping/check_parts.h"
 #include "database/keeping/references.h"
 #include "support/encoding.h"
 

@@ -2,8 +2,8 @@
 
 #include <memory>
 
+#include "database/engine/choice/file_exchange.h"
 #include "database/engine/file_care.h"
-#include "database/engine/file_exchange.h"
 #include "database/keeping/same_content.h"
 #include "database/open_database.h"
 #include "support/abandoned_files.h"

@@ -24,7 +24,7 @@ using testing::MatchesRegex;
 using testing::Not;
 using testing::StartsWith;
 
-const Environment without_password{{"PATIENTDB_PASSWORD", ""}};
+const Environment unencrypted{{"PATIENTDB_PASSWORD", ""}};
 
 class Keeping : public testing::Test {
  protected:
@@ -154,7 +154,7 @@ TEST_F(Keeping, ComesBackToACopyAndKeepsWhatWasThere) {
 
 TEST_F(Keeping, RestoresNothingFromACopyThatIsDamaged) {
   const std::string file = patient(), content = content_of(file), plain = folder_.file("plain.das");
-  ASSERT_EQ(run_patientdb({"create", plain}, without_password).code, 0);
+  ASSERT_EQ(run_patientdb({"create", plain}, unencrypted).code, 0);
   std::string flipped = content_of(file);
   flipped[flipped.size() / 2] = static_cast<char>(flipped[flipped.size() / 2] ^ 1);
   std::string cut = content_of(plain);
@@ -169,7 +169,7 @@ TEST_F(Keeping, RestoresNothingFromACopyThatIsDamaged) {
   ASSERT_EQ(run_patientdb({"sql", foreign, "UPDATE db_info SET [Desc]='another product'"}).code, 0);
   const Case cases[] = {
       {outside_.write("flipped.das", flipped), {}, "error 3343: "},
-      {outside_.write("cut.das", cut), without_password, "error 3343: "},
+      {outside_.write("cut.das", cut), unencrypted, "error 3343: "},
       {outside_.write("text.das", "no database, but a text of some length"), {}, "error 3343: "},
       {foreign, {}, "error 3343: "},
       {outside_.file("none.das"), {}, "error 3024: "},
@@ -199,7 +199,7 @@ TEST_F(Keeping, TakesANewPasswordFromFileThenEnvironment) {
   EXPECT_EQ(glucose(file), before);
 
   const std::string plain = folder_.file("plain.das");
-  ASSERT_EQ(run_patientdb({"create", plain}, without_password).code, 0);
+  ASSERT_EQ(run_patientdb({"create", plain}, unencrypted).code, 0);
   ASSERT_EQ(run_patientdb({"password", plain}, other).code, 0) << "one without a password gets one";
   EXPECT_THAT(content_of(plain), Not(StartsWith("SQLite")));
   EXPECT_EQ(run_patientdb({"info", plain}, {{"PATIENTDB_PASSWORD", "ein anderes"}}).code, 0);

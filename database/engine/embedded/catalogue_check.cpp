@@ -4,10 +4,10 @@
 #include <set>
 #include <string>
 
-#include "database/engine/embedded/field_type.h"
 #include "database/engine/embedded/file_check.h"
+#include "database/engine/embedded/jet_sql/field_type.h"
+#include "database/engine/embedded/jet_sql/sqlite_text.h"
 #include "database/engine/embedded/jet_sql/validation_rule.h"
-#include "database/engine/embedded/sqlite_text.h"
 #include "support/encoding.h"
 
 namespace engine::embedded {

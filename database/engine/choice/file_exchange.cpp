@@ -1,4 +1,4 @@
-#include "database/engine/file_exchange.h"
+#include "database/engine/choice/file_exchange.h"
 
 #include <filesystem>
 #include <memory>
