@@ -58,6 +58,10 @@ class HostFileLock {
   std::unique_ptr<Held> held_;
 };
 
+/// True where the file lies on another computer (Windows: a share or a drive connected to one); false where this cannot
+/// be asked.
+bool is_on_other_computer(const std::string& path);
+
 /// False where a process holds a lock on the file, or (Windows) has it open, and where it cannot be opened.
 bool is_host_file_unused(const std::string& path);
 

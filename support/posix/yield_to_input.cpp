@@ -4,4 +4,6 @@ namespace support {
 
 void YieldToInput() {}
 
+void stay_responding() {}
+
 }  // namespace support

@@ -218,6 +218,12 @@ HostFileLock::HostFileLock(const std::string& path) {
 
 HostFileLock::~HostFileLock() = default;
 
+bool is_on_other_computer(const std::string& path) {
+  std::array<wchar_t, MAX_PATH> volume{};
+  return GetVolumePathNameW(wide_path(path).c_str(), volume.data(), static_cast<DWORD>(volume.size())) != 0 &&
+         GetDriveTypeW(volume.data()) == DRIVE_REMOTE;
+}
+
 bool is_host_file_unused(const std::string& path) {
   return static_cast<bool>(FileHandle(CreateFileW(wide_path(path).c_str(), GENERIC_READ | GENERIC_WRITE, 0, nullptr,
                                                   OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL, nullptr)));

@@ -8,7 +8,9 @@
 
 #include "database/engine/embedded/jet_sql/jet_sql.h"
 #include "database/engine/embedded/journal_end.h"
+#include "database/engine/embedded/share_patience.h"
 #include "database/engine/engine_error.h"
+#include "support/yield_to_input.h"
 
 namespace engine::embedded {
 namespace {
@@ -148,10 +150,12 @@ PooledStatement::~PooledStatement() {
 
 Connection::Connection(const std::string& host_path, const ConnectionOptions& options)
     : hold_(options.held ? FileHold() : FileHold(host_path, options.busy_time)),
+      host_path_(host_path),
       busy_time_(options.busy_time),
       exclusive_(options.exclusive),
       read_only_(options.read_only) {
   sync_ends_of_journals();
+  if (!options.held) wait_until_journal_is_seen(host_path);
   sqlite3* handle = nullptr;
   // For writing even where only reading is meant, if the file allows it: what a process that died left half done is
   // undone by the next one that opens the file, and that may be a reader.
@@ -161,6 +165,10 @@ Connection::Connection(const std::string& host_path, const ConnectionOptions& op
   if (result != SQLITE_OK) raise(3051);
   sqlite3_busy_handler(handle, wait_for_file, this);
   secure();
+}
+
+Connection::~Connection() {
+  if (sqlite3_total_changes64(handle_.get()) > 0) note_own_change(host_path_);
 }
 
 // SQLite's own handler asks again after a tenth of a second in the end, and of several processes one may never come at
@@ -173,6 +181,7 @@ int Connection::wait_for_file(void* connection, int) {
   unsigned char uneven = 0;
   sqlite3_randomness(1, &uneven);
   std::this_thread::sleep_for(std::chrono::microseconds(500 + 16 * uneven));
+  support::stay_responding();
   self.waited_ += std::chrono::steady_clock::now() - began;
   return 1;
 }

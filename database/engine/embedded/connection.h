@@ -95,6 +95,7 @@ class Connection {
   /// being put in its place. Reads nothing yet. A read-only connection changes nothing but to undo the transaction of a
   /// process that died.
   Connection(const std::string& host_path, const ConnectionOptions& options);
+  ~Connection();
   Connection(const Connection&) = delete;
   Connection& operator=(const Connection&) = delete;
 
@@ -155,6 +156,7 @@ class Connection {
   // Let go of when the handle is closed.
   FileHold hold_;
   std::unique_ptr<sqlite3, Close> handle_;
+  std::string host_path_;
   jet_sql::Numbering* numbering_ = nullptr;  ///< lives with the handle
   std::chrono::milliseconds busy_time_;
   std::chrono::steady_clock::duration waited_{};
