@@ -186,6 +186,11 @@ void frmAssistantFirstSteps::change(std::string_view control, int index) {
   support::Procedure{"wizard!Change"}.step([&] { run_->tell_pages(&Page::changes, control, index); });
 }
 
+void frmAssistantFirstSteps::focus(std::string_view control, int index) {
+  if (state() != State::Running) return;
+  support::Procedure{"wizard!Focus"}.step([&] { run_->tell_pages(&Page::focuses, control, index); });
+}
+
 void frmAssistantFirstSteps::tick() {
   if (state() != State::Running) return;
   const StepList& steps = run_->pages.steps;

@@ -32,6 +32,7 @@ class frmAssistantFirstSteps {
   // index), then the event is raised. Controls without a handler, and any event after the end of the run, are ignored.
   void click(std::string_view control, int index = -1);   ///< buttons, options, charts; an entry chosen from a list
   void change(std::string_view control, int index = -1);  ///< texts, scroll bars
+  void focus(std::string_view control, int index = -1);   ///< whatever has got the focus
   void tick();                                            ///< Timer1
   void help();                                            ///< F1: opens the help file where it exists
 

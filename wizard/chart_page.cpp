@@ -126,17 +126,26 @@ void ChartPage::show_count() {
   context_.form.at("lblPics").set_caption(std::to_string(count) + "/" + std::to_string(limit_));
 }
 
-void ChartPage::click(int index) {
+void ChartPage::describe(int index) {
   form::Form& form = context_.form;
-  form::Control& option = form.at("optThumb", index);
+  const form::Control& option = form.at("optThumb", index);
   const std::string key = option.tag();
   const auto texts = catalogue_.texts(key);
   form.at("lblChartInfoTitle").set_caption(texts.title);
   form.at("lblChartInfo").set_caption(texts.description);
   form.at("lblChartInfoTitle").set_tag(key);
   form.at("cmdViwPic").set_enabled(support::file_test(*context_.ports.files, catalogue_.screenshot(key)));
-  if (static_cast<int>(chosen().size()) > limit_) option.set_value(0);
+}
+
+/// One too many is not taken, and the page says so until the next click.
+void ChartPage::click(int index) {
+  constexpr long too_many = 4922;
+  describe(index);
+  const bool refused = static_cast<int>(chosen().size()) > limit_;
+  if (refused) context_.form.at("optThumb", index).set_value(0);
   show_count();
+  context_.form.at("lblChartLimit")
+      .set_caption(refused ? context_.config.text(too_many, {std::to_string(limit_)}) : std::string());
 }
 
 void ChartPage::scroll() {
@@ -171,15 +180,19 @@ constexpr form::ControlRow chart_controls[] = {
     {"picLoad", -1, PictureBox, "", {0, 0, 15, 15}, "", "", false},
     {"picThumb", -1, PictureBox, "", {0, 0, 15, 15}, "", "", false},
     {"lblChartInfoTitle", -1, Label, "", {120, 4140, 4080, 300}},
-    {"lblChartInfo", -1, Label, "", {120, 4440, 4080, 960}},
+    {"lblChartInfo", -1, Label, "", {120, 4440, 4080, 540}},
     {"lblPicsTitle", -1, Label, "", {4320, 4140, 1560, 300}, "Gewählt:", "L4776"},
     {"lblPics", -1, Label, "", {5940, 4140, 540, 300}, "0/4"},
+    {"lblChartLimit", -1, Label, "", {120, 5040, 6360, 420}},
     {"cmdViwPic", -1, Button, "", {4320, 4500, 2160, 480}, "Bild &vergrößern", "L4774"},
 };
 // clang-format on
 
-constexpr BesideRow chart_column[] = {
-    {"lblPicsTitle", "lblPics"}, {"lblChartInfoTitle", ""}, {"lblChartInfo", ""}, {"", "cmdViwPic"}};
+constexpr BesideRow chart_column[] = {{"lblPicsTitle", "lblPics"},
+                                      {"lblChartLimit", ""},
+                                      {"lblChartInfoTitle", ""},
+                                      {"lblChartInfo", ""},
+                                      {"", "cmdViwPic"}};
 
 void preset_charts(Context&, Pages& pages, const Stored&) { pages.charts.prepare(chart_limit); }
 
@@ -203,11 +216,13 @@ std::vector<std::string> sum_up_charts(const Context& context, const Choices& ch
   return {context.config.text(4841, {named_list(context, titles)})};
 }
 
+void describe_chart(Context&, Pages& pages, int option) { pages.charts.describe(option); }
 void choose_chart(Context&, Pages& pages, int option) { pages.charts.click(option); }
 void view_chart(Context&, Pages& pages, int) { pages.charts.open_screenshot(); }
 void scroll_charts(Context&, Pages& pages, int) { pages.charts.scroll(); }
 
 constexpr PageEvent chart_clicks[] = {{"optThumb", choose_chart}, {"cmdViwPic", view_chart}};
+constexpr PageEvent chart_focuses[] = {{"optThumb", describe_chart}};
 constexpr PageEvent chart_changes[] = {{"vsbSlide", scroll_charts}};
 
 }  // namespace
@@ -219,6 +234,7 @@ constinit const Page chart_page{.tag = "Pics",
                                 .beside = chart_column,
                                 .clicks = chart_clicks,
                                 .changes = chart_changes,
+                                .focuses = chart_focuses,
                                 .preset = preset_charts,
                                 .enter = enter_charts,
                                 .gather = gather_charts,

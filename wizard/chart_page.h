@@ -24,6 +24,8 @@ class ChartPage {
   /// `optThumb` Click, after the option has its new value: shows what the chart is. One that is ticked beyond the limit
   /// is unticked.
   void click(int option);
+  /// Shows what the chart is.
+  void describe(int option);
   void scroll();           ///< `vsbSlide` Change
   void open_screenshot();  ///< `cmdViwPic` Click: the chart last clicked
 

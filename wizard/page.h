@@ -38,7 +38,8 @@ struct TextLimit {
   int characters = 0;
 };
 
-/// What happens after a control of the page was clicked or changed; `index` is that of the control.
+/// What happens after a control of the page was clicked, was changed or has got the focus; `index` is that of the
+/// control.
 struct PageEvent {
   std::string_view control;
   void (*handle)(Context& context, Pages& pages, int index);
@@ -73,7 +74,7 @@ struct Page {
   std::span<const PagePicture> pictures = {};
   std::span<const TextLimit> limits = {};
   std::span<const OptionGroup> options = {};
-  std::span<const PageEvent> clicks = {}, changes = {};
+  std::span<const PageEvent> clicks = {}, changes = {}, focuses = {};
   Animation animation = {};
   /// Fills the page before the first one is shown; its options are chosen already.
   void (*preset)(Context& context, Pages& pages, const Stored& stored) = nullptr;

@@ -1,4 +1,6 @@
 // Page "start": what the diary shows when it is started.
+#include <algorithm>
+
 #include "wizard/animation.h"
 #include "wizard/page_grid.h"
 #include "wizard/page_rows.h"
@@ -29,7 +31,15 @@ constexpr OptionGroup start_options[] = {{.order = 4,
                                           .controls = "optShowStart",
                                           .words = {"mnu_home", "mnu_patreview", "mnu_last"},
                                           .default_option = 1}};
-constexpr PagePicture start_pictures[] = {{"imgStart", 0, "start"}, {"imgStartMark", 0, "start_mark"}};
+constexpr PagePicture start_pictures[] = {{"imgStart", 0, "start0"}, {"imgStartMark", 0, "start_mark"}};
+
+void show_start_view(Context& context, Pages&) {
+  const int chosen = std::max(chosen_option(context.form, "optShowStart"), 0);
+  context.form.at("imgStart").set_picture("start" + std::to_string(chosen));
+}
+void choose_start_view(Context& context, Pages& pages, int) { show_start_view(context, pages); }
+
+constexpr PageEvent start_clicks[] = {{"optShowStart", choose_start_view}};
 
 void blink_start_page(Context& context) { blink(context.form, "imgStartMark"); }
 
@@ -44,7 +54,9 @@ constinit const Page start_page{.tag = "start",
                                 .controls = start_controls,
                                 .pictures = start_pictures,
                                 .options = start_options,
+                                .clicks = start_clicks,
                                 .animation = {600, blink_start_page},
+                                .enter = show_start_view,
                                 .summary = sum_up_start};
 
 }  // namespace wizard

@@ -3,7 +3,9 @@
 #include <charconv>
 
 #include "wizard/page_grid.h"
+#include "wizard/page_list.h"
 #include "wizard/page_rows.h"
+#include "wizard/pages.h"
 
 namespace wizard {
 
@@ -11,36 +13,42 @@ namespace {
 
 using enum form::Kind;
 
+/// Beside it stands the button that leads past the tips.
+constexpr form::Bounds tip_heading{120, 120, 4380, 480};
+
 // One control, one line.
 // clang-format off
 constexpr form::ControlRow navigation_tip_controls[] = {
-    grid::heading("Tipp: Navigationsleiste", "L4715"),
+    grid::heading("Tipp: Navigationsleiste", "L4715", tip_heading),
+    {"cmdSkipTips", of_page, Button, "", {4620, 120, 1860, 420}, "Tipps über&springen", "L4923"},
     grid::purpose("Ein Klick auf ein Symbol wechselt den Bereich.", "L4735"),
     {"imgNavBar", 0, Image, "", {120, 1500, 4800, 3600}, "Die Navigationsleiste des Programms", "L4804"},
     {"imgNavBar", 1, Image, "", {120, 1500, 4800, 3600}, "Die Navigationsleiste des Programms", "L4804", false},
     {"imgNavBar", 2, Image, "", {120, 1500, 4800, 3600}, "Die Navigationsleiste des Programms", "L4804", false},
     {"imgNavBar", 3, Image, "", {120, 1500, 4800, 3600}, "Die Navigationsleiste des Programms", "L4804", false},
     {"imgNavBar", 4, Image, "", {120, 1500, 4800, 3600}, "Die Navigationsleiste des Programms", "L4804", false},
-    {"imgCursorHand", -1, Image, "", {615, 1800, 480, 480}, "Mauszeiger", "L4807"},
+    {"imgCursorHand", -1, Image, "", {825, 2070, 480, 480}, "Mauszeiger", "L4807"},
 };
 // clang-format on
 
 // clang-format off
 constexpr form::ControlRow splits_tip_controls[] = {
-    grid::heading("Tipp: Geteiltes Fenster", "L4716"),
+    grid::heading("Tipp: Geteiltes Fenster", "L4716", tip_heading),
+    {"cmdSkipTips", of_page, Button, "", {4620, 120, 1860, 420}, "Tipps über&springen", "L4923"},
     grid::purpose("Zwei Ansichten können nebeneinander stehen.", "L4736"),
     {"imgSplitWindow", 0, Image, "", {120, 1440, 4320, 3240}, "Ein geteiltes Fenster des Programms", "L4805"},
     {"imgSplitWindow", 1, Image, "", {120, 1440, 4320, 3240}, "Ein geteiltes Fenster des Programms", "L4805", false},
     {"imgSplitWindow", 2, Image, "", {120, 1440, 4320, 3240}, "Ein geteiltes Fenster des Programms", "L4805", false},
     {"imgSplitBtn", -1, Image, "", {4080, 1620, 240, 240}, "Schaltfläche zum Teilen", "L4816"},
-    {"imgcursorHand2", -1, Image, "", {4080, 1740, 480, 480}, "Mauszeiger", "L4807"},
+    {"imgcursorHand2", -1, Image, "", {4155, 1830, 480, 480}, "Mauszeiger", "L4807"},
     {"lblSplitDesc", -1, Label, "", {120, 4740, 6360, 660}, "Die Schaltfläche am Rand teilt das Fenster.", "L4873"},
 };
 // clang-format on
 
 // clang-format off
 constexpr form::ControlRow statistics_tip_controls[] = {
-    grid::heading("Tipp: Statistikfenster", "L4717"),
+    grid::heading("Tipp: Statistikfenster", "L4717", tip_heading),
+    {"cmdSkipTips", of_page, Button, "", {4620, 120, 1860, 420}, "Tipps über&springen", "L4923"},
     grid::purpose("Das Statistikfenster lässt sich frei verschieben.", "L4737"),
     {"imgStatWindow", 0, Image, "", {120, 1440, 4320, 3240}, "Das Statistikfenster des Programms", "L4806"},
     {"imgStatWindow", 1, Image, "", {120, 1440, 4320, 3240}, "Das Statistikfenster des Programms", "L4806", false},
@@ -55,6 +63,20 @@ constexpr PagePicture navigation_tip_pictures[] = {{"imgNavBar", 5, "navbar"}, {
 constexpr PagePicture splits_tip_pictures[] = {
     {"imgSplitWindow", 3, "splits"}, {"imgSplitBtn", 0, "split_button"}, {"imgcursorHand2", 0, "hand"}};
 constexpr PagePicture statistics_tip_pictures[] = {{"imgStatWindow", 4, "stats"}, {"imgMouseHand3", 0, "hand"}};
+
+bool is_tip(const std::string& step) {
+  const Page* page = find_page(step);
+  return page == &navigation_tip || page == &splits_tip || page == &statistics_tip;
+}
+
+/// To the first page behind the tips; to the last one where only tips follow.
+void pass_over_tips(Context&, Pages& pages, int) {
+  StepList& steps = pages.steps;
+  do steps.forward();
+  while (steps.current() < steps.last() && is_tip(steps.name_at(steps.current())));
+}
+
+constexpr PageEvent tip_clicks[] = {{"cmdSkipTips", pass_over_tips}};
 
 /// Where the hand (or a button that it presses) stands while a picture is shown, in twips.
 struct Place {
@@ -82,14 +104,14 @@ int show_next(form::Form& form, std::string_view pictures) {
 }
 
 void walk_navigation_bar(Context& context) {
-  static constexpr Place hand[] = {{615, 2040}, {615, 2640}, {615, 3240}, {615, 3840}, {615, 4440}};
+  static constexpr Place hand[] = {{825, 2070}, {825, 2670}, {825, 3270}, {825, 3870}, {825, 4470}};
   const auto shown = static_cast<std::size_t>(show_next(context.form, "imgNavBar"));
   move_to(context.form, "imgCursorHand", hand[shown]);
 }
 
 void split_window(Context& context) {
   static constexpr Place button[] = {{4080, 1620}, {2160, 1620}, {4080, 1620}};
-  static constexpr Place hand[] = {{4080, 1740}, {2220, 1740}, {3360, 2880}};
+  static constexpr Place hand[] = {{4155, 1830}, {2235, 1830}, {3360, 2880}};
   static constexpr long text[] = {4873, 4874, 4874};
   const auto shown = static_cast<std::size_t>(show_next(context.form, "imgSplitWindow"));
   move_to(context.form, "imgSplitBtn", button[shown]);
@@ -118,16 +140,19 @@ constinit const Page navigation_tip{.tag = "tip_navbar",
                                     .shown_in = Edition::Both,
                                     .controls = navigation_tip_controls,
                                     .pictures = navigation_tip_pictures,
+                                    .clicks = tip_clicks,
                                     .animation = {1000, walk_navigation_bar}};
 constinit const Page splits_tip{.tag = "tip_splits",
                                 .shown_in = Edition::Both,
                                 .controls = splits_tip_controls,
                                 .pictures = splits_tip_pictures,
+                                .clicks = tip_clicks,
                                 .animation = {2000, split_window}};
 constinit const Page statistics_tip{.tag = "tip_stats",
                                     .shown_in = Edition::Both,
                                     .controls = statistics_tip_controls,
                                     .pictures = statistics_tip_pictures,
+                                    .clicks = tip_clicks,
                                     .animation = {2000, drag_statistics}};
 
 }  // namespace wizard

@@ -1,4 +1,5 @@
 // What every page looks like, whatever the font, the resolution and the language: nothing cut, everything named.
+#include <algorithm>
 #include <filesystem>
 #include <fstream>
 #include <regex>
@@ -7,8 +8,11 @@
 #include "support/encoding.h"
 #include "support/host.h"
 #include "tests/window/driver/control_look.h"
+#include "tests/window/driver/layout_check.h"
 #include "tests/window/window_test.h"
 #include "wizard/win32/com.h"
+#include "wizard/win32/frame_window.h"
+#include "wizard/win32/window_layout.h"
 
 namespace window_driver {
 namespace {
@@ -31,6 +35,14 @@ class Resolution {
   }
 };
 
+/// A screen: what it leaves to programs, and its resolution.
+struct Screen {
+  int width, height;
+  DWORD dpi;
+};
+
+constexpr Screen screens[] = {{800, 600, 96}, {1024, 600, 144}, {1920, 1080, 96}, {1920, 1080, 192}};
+
 class LooksTest : public WindowTest {
  protected:
   LooksTest() { demo_.set_ini("pelmar.ini", "setup", "display", every_page); }
@@ -52,6 +64,37 @@ class LooksTest : public WindowTest {
     std::string cut;
     walk([&](const form::Control& control) { cut += cut_text(wizard(), control, font); }, command_line);
     return cut;
+  }
+
+  /// Gives the window the size that it has at first on a screen, or the whole of what the screen leaves to programs.
+  void fit_to(const Screen& screen, bool whole) {
+    const SIZE first = wizard::win32::frame_size(wizard::win32::first_size, screen.dpi);
+    const int width = whole ? screen.width : std::min<int>(first.cx, screen.width);
+    const int height = whole ? screen.height : std::min<int>(first.cy, screen.height);
+    SetWindowPos(wizard().window(), nullptr, 0, 0, width, height, SWP_NOZORDER | SWP_NOACTIVATE);
+    SendMessageW(wizard().window(), WM_NULL, 0, 0);
+  }
+
+  std::string problems_of_page() {
+    std::string problems = misplaced(wizard());
+    for (const form::Control* control : wizard().seen()) problems += cut_text(wizard(), *control, "Tahoma");
+    return problems.empty() ? problems : wizard().page() + ": " + problems + "\n";
+  }
+
+  bool is_in_sight(std::string_view path) {
+    const HWND window = wizard().control(path);
+    RECT place, room;
+    GetWindowRect(window, &place);
+    MapWindowPoints(nullptr, GetParent(window), reinterpret_cast<POINT*>(&place), 2);
+    GetClientRect(GetParent(window), &room);
+    return place.top >= 0 && place.bottom <= room.bottom;
+  }
+
+  int field_height() {
+    start().go_to("PatDat");
+    RECT field;
+    GetWindowRect(wizard().control("txtName"), &field);
+    return field.bottom - field.top;
   }
 
   /// Makes the texts of the installation 40 % longer.
@@ -78,12 +121,66 @@ void LooksTest::lengthen_texts() const {
   std::ofstream(std::filesystem::path(support::utf16_from_utf8(file)), std::ios::binary) << table;
 }
 
-TEST_F(LooksTest, NoTextIsCutAtAnyResolution) {
-  for (const DWORD dpi : {96u, 144u, 192u}) {
-    const Resolution resolution(dpi);
-    EXPECT_EQ(cut_texts("Tahoma"), "") << dpi;
-    EXPECT_EQ(wizard().resolution(), dpi);
+/// The window as it comes up on a screen, and as large as the screen: no control is cut, lies over another one or
+/// outside the window, in either language and edition.
+TEST_F(LooksTest, EveryPageFitsEveryScreen) {
+  for (const Screen& screen : screens) {
+    const Resolution resolution(screen.dpi);
+    for (const char* language : {"de", "en"}) {
+      for (const char* edition : {"vantrix", "vantrix Pro"}) {
+        const std::string key = "SOFTWARE\\Lumoraquant\\" + std::string(edition);
+        demo_.set_value(support::RootKey::CurrentUser, key, "LanguageDLL", language);
+        start(edition);
+        EXPECT_EQ(wizard().resolution(), screen.dpi);
+        std::string problems;
+        for (;;) {
+          for (const bool whole : {false, true}) {
+            fit_to(screen, whole);
+            problems += problems_of_page();
+          }
+          const std::string page = wizard().page();
+          if (page == "Fertig") break;
+          if (page == "PatDat") enter_patient();
+          wizard().next();
+        }
+        EXPECT_EQ(problems, "") << screen.width << " x " << screen.height << " at " << screen.dpi << ", " << language
+                                << ", " << edition;
+      }
+    }
   }
+}
+
+/// The least size that a user can give the window: pages scroll, and the buttons stay.
+TEST_F(LooksTest, ASmallWindowScrollsItsPagesAndKeepsItsButtons) {
+  start();
+  enter_patient();
+  SetWindowPos(wizard().window(), nullptr, 0, 0, 100, 100, SWP_NOZORDER | SWP_NOMOVE);
+  EXPECT_EQ(problems_of_page(), "");
+  RECT inside, next;
+  GetClientRect(wizard().window(), &inside);
+  GetWindowRect(wizard().control("Command1(0)"), &next);
+  MapWindowPoints(nullptr, wizard().window(), reinterpret_cast<POINT*>(&next), 2);
+  EXPECT_LE(next.bottom, inside.bottom);
+  EXPECT_FALSE(is_in_sight("cbTherapie"));
+  turn_wheel(wizard().control("lblPurpose(3)"), -40);
+  EXPECT_TRUE(wait_until([&] { return is_in_sight("cbTherapie"); }));
+  SetForegroundWindow(wizard().window());
+  press_key('V', VK_MENU);
+  EXPECT_TRUE(wait_until([&] { return wizard().focus() == "txtFirstName" && is_in_sight("txtFirstName"); }))
+      << "what has the focus is in sight";
+}
+
+/// In pixels at 96 to the inch of the first window: the user's text size makes all of it larger.
+TEST_F(LooksTest, TheUsersTextSizeMakesTextsLargerAndCutsNone) {
+  const int usual = field_height();
+  DWORD scale = 175;
+  RegSetKeyValueW(HKEY_CURRENT_USER, L"Software\\Microsoft\\Accessibility", L"TextScaleFactor", REG_DWORD, &scale,
+                  sizeof scale);
+  EXPECT_GE(field_height(), usual * 3 / 2);
+  std::string problems;
+  walk([&](const form::Control& control) { problems += cut_text(wizard(), control, "Tahoma"); });
+  RegDeleteKeyValueW(HKEY_CURRENT_USER, L"Software\\Microsoft\\Accessibility", L"TextScaleFactor");
+  EXPECT_EQ(problems, "");
 }
 
 TEST_F(LooksTest, NoTextIsCutWhereTextsAreFortyPerCentLonger) {

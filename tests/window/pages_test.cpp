@@ -23,7 +23,11 @@ TEST_F(PagesTest, AFifthChartIsUntickedByMouseAndBySpaceBar) {
   press_key(VK_SPACE);
   EXPECT_TRUE(still_unticked("optThumb(3)"));
   EXPECT_EQ(wizard().text("lblPics"), "4/4");
+  EXPECT_THAT(wizard().text("lblChartLimit"), ::testing::HasSubstr("schon 4 gewählt"));
   EXPECT_TRUE(wizard().is_enabled("cmdViwPic")) << "it has a screenshot";
+  SendMessageW(wizard().control("optThumb(1)"), BM_CLICK, 0, 0);
+  EXPECT_EQ(wizard().text("lblPics"), "3/4");
+  EXPECT_EQ(wizard().text("lblChartLimit"), "") << "one tick less: nothing is refused any more";
 }
 
 TEST_F(PagesTest, AChartReachedByKeysIsScrolledTo) {
@@ -38,8 +42,20 @@ TEST_F(PagesTest, AChartReachedByKeysIsScrolledTo) {
   };
   ASSERT_TRUE(wait_until([&] { return wizard().is_shown("optThumb(9)"); }));
   EXPECT_FALSE(lies_in_frame());
-  press_key(VK_LEFT);  // from the first one to the last
-  EXPECT_TRUE(wait_until([&] { return wizard().focus() == "optThumb(9)" && lies_in_frame(); })) << wizard().focus();
+  struct Step {
+    WORD key;
+    std::string_view chart;
+  };
+  // Rows of three; at an edge the focus stays.
+  for (const auto& [key, chart] :
+       {Step{VK_UP, "optThumb(0)"}, Step{VK_RIGHT, "optThumb(1)"}, Step{VK_DOWN, "optThumb(4)"},
+        Step{VK_LEFT, "optThumb(3)"}, Step{VK_DOWN, "optThumb(6)"}, Step{VK_DOWN, "optThumb(9)"},
+        Step{VK_DOWN, "optThumb(9)"}}) {
+    press_key(key);
+    EXPECT_TRUE(wait_until([&] { return wizard().focus() == chart; })) << wizard().focus() << ", not " << chart;
+  }
+  EXPECT_TRUE(wait_until(lies_in_frame));
+  EXPECT_TRUE(wait_until([&] { return wizard().text("lblChartInfoTitle") == "Kohlenhydrate"; })) << "told of";
 }
 
 TEST_F(PagesTest, ThumbnailsComeInWithoutBeingAskedFor) {
@@ -60,9 +76,25 @@ TEST_F(PagesTest, EnterGoesOnWhereAPageHasButtonsOnly) {
   EXPECT_TRUE(wait_until([&] { return wizard().page() == "Fertig"; })) << wizard().page();
 }
 
-struct Moving {
-  std::string_view page, control;
-};
+/// On pages where nothing blinks.
+TEST_F(PagesTest, APictureShowsWhatIsChosen) {
+  demo_.set_ini("pelmar.ini", "setup", "display", "INtro|eingabe|Darstellung|Fertig");
+  start();
+  struct Case {
+    std::string_view page, options, picture;
+    int count;
+  };
+  for (const auto& [page, options, picture, count] : {Case{"Eingabe", "optDataEntry", "imgDataEntry", 3},
+                                                      Case{"Darstellung", "optDisplayStyle", "imgDisplayStyle", 2}}) {
+    wizard().go_to(page);
+    std::set<std::size_t> pictures;
+    for (int option = 0; option < count; ++option) {
+      SendMessageW(wizard().control(std::string(options) + "(" + std::to_string(option) + ")"), BM_CLICK, 0, 0);
+      const auto is_new = [&] { return pictures.insert(checksum(wizard().control(picture))).second; };
+      EXPECT_TRUE(wait_until(is_new)) << page << ' ' << option;
+    }
+  }
+}
 
 /// The places of all images of a page, and which are shown.
 std::string picture_state(const WizardProgram& wizard) {

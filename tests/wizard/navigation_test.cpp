@@ -66,6 +66,39 @@ TEST_F(Navigation, PassesOverNamesWithAHyphenBothWays) {
   EXPECT_EQ(wizard().StepName(), "Fertig") << "a page of charts that was configured away is passed over too";
 }
 
+/// Steps that are passed over do not count, also where they come and go while the wizard runs.
+TEST_F(Navigation, SaysWhereTheUserIs) {
+  texts->given = {{4920, "%1/%2 %3"}, {4704, "Daten"}};
+  configure("INtro|Patdat|-eingabe|Insulin|pics|Ende");
+  start();
+  next();
+  EXPECT_EQ(caption("lstSteps"), "2/5 Daten");
+  EXPECT_EQ(control("lstSteps").text(), "Daten");
+  enter_name();
+  select("cbTherapie", 5);  // without insulin
+  EXPECT_EQ(caption("lstSteps"), "2/4 Daten");
+  next();
+  EXPECT_EQ(caption("lstSteps"), "3/4 T4709") << "the page of charts, which is marked as built now";
+  next();
+  EXPECT_EQ(caption("lstSteps"), "4/4 T4718");
+}
+
+TEST_F(Navigation, PassesOverAllTipsInOneClick) {
+  struct Case {
+    const char *list, *behind;
+  };
+  for (const Case& row : {Case{"tip_navbar|tip_splits|tip_stats|Fertig", "Fertig"},
+                          Case{"tip_stats|-pics|eingabe|tip_navbar|Ende", "eingabe"},
+                          Case{"tip_splits|tip_navbar|tip_stats", "Fertig"}}) {
+    configure(row.list);
+    start();
+    for (const form::Control* button : wizard().form().array("cmdSkipTips"))
+      if (button->parent()->visible()) wizard().click("cmdSkipTips", button->index());
+    EXPECT_EQ(wizard().StepName(), row.behind) << row.list;
+    EXPECT_EQ(wizard().state(), frmAssistantFirstSteps::State::Running);
+  }
+}
+
 TEST_F(Navigation, StaysOnAPageThatRefuses) {
   configure("Patdat|Insulin-|Maßeinheit|Fertig");
   start();

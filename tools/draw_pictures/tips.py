@@ -10,8 +10,9 @@ that points into them, and the marks laid over them. Positions are in units of t
     diary          320 x 240  the diary without its side bar
     sidebar        320 x 240  the diary with it
     sidebar_mark    80 x 240  mark over the side bar, the left quarter of "sidebar"
-    start          320 x 240  the diary with its start page
-    start_mark     240 x 200  mark over the start page, the part of "start" from 80, 40 on
+    start0..2      320 x 240  the diary with its start page, with the list of patients, with the view that was open last
+    start_mark     240 x 200  mark over the start page, the part of "start0" from 80, 40 on
+    entry0..2      320 x 240  entry in a window with all details, in a table, on the sheet of a day
     style0..1      320 x 240  plain window, window with a navigation pane
     hand            32 x  32  hand cursor, its finger tip at 11, 3
     new, open       32 x  32  a new shared folder, an existing one
@@ -238,6 +239,70 @@ def start_page():
     return window(side_bar(0), tools(SIDE, 14), views(0, SIDE + 10, BAR + 24, width, height))
 
 
+def person(x, y, colour):
+    return circle(x, y - 4, 4, colour) + path(f"M{x - 7} {y + 8}A7 7 0 0 1 {x + 7} {y + 8}Z", colour)
+
+
+def patient_list():
+    """The start with a list of the patients."""
+    left, width, drawn = SIDE + 10, INNER_WIDTH - SIDE - 20, ""
+    for i in range(4):
+        top = BAR + 24 + i * 41
+        drawn += card(left, top, width, 35, person(18, 17, TEAL if i == 1 else "#8FAEB9"),
+                      rect(36, 9, 74 - 9 * (i % 3), 6, 3, DEEP if i == 1 else SEA), rect(36, 20, 52 + 8 * (i % 2), 4, 2, MIST),
+                      circle(width - 20, 17.5, 5, (GREEN, GREEN, AMBER, CORAL)[i]))
+    return window(side_bar(0), tools(SIDE, 14), drawn)
+
+
+def last_view():
+    """The start with what was open last: the table and its newest entry."""
+    left, width, height = SIDE + 10, INNER_WIDTH - SIDE - 20, INNER_HEIGHT - BAR - 34
+    top = BAR + 24
+    return window(side_bar(1), tools(SIDE, 14), table_card(left, top, width, height, 4),
+                  rect(left + 4, top + 86, width - 8, 15, 3, AMBER, fill_opacity=0.22, stroke=AMBER, stroke_width=1.4))
+
+
+def entry_window():
+    """One value with all its details: a dialog with a field each."""
+    rows = "".join(rect(14, 34 + i * 25, 40 - 6 * (i % 2), 5, 2.5, SEA)
+                   + rect(66, 28 + i * 25, 92 if i != 1 else 60, 17, 3, WHITE, stroke=TEAL if i == 0 else LINE, stroke_width=1.4)
+                   + rect(72, 34 + i * 25, 36 - 7 * (i % 3), 5, 2.5, DEEP if i == 0 else MIST) for i in range(4))
+    buttons = rect(66, 134, 42, 16, 4, TEAL) + rect(78, 140, 18, 4, 2, WHITE) + rect(116, 134, 42, 16, 4, PALE)
+    dialog = (rect(0, 0, 174, 160, 7, WHITE) + path("M0 7A7 7 0 0 1 7 0H167A7 7 0 0 1 174 7V18H0Z", BLUE)
+              + rect(12, 6.5, 60, 5, 2.5, WHITE, fill_opacity=0.85) + rows + buttons)
+    return window(table_card(10, BAR + 10, INNER_WIDTH - 20, INNER_HEIGHT - BAR - 20), at(65, 42, raised(dialog)))
+
+
+def entry_table():
+    """Values below each other: a table whose next row is open."""
+    left, top, width, height = 10, BAR + 10, INNER_WIDTH - 20, INNER_HEIGHT - BAR - 20
+    step = (width - 12) / 5
+    cells = "".join(rect(left + 6 + i * step + 1, top + 84, step - 2, 17, 2.5, WHITE, stroke=TEAL if i == 2 else LINE,
+                         stroke_width=2 if i == 2 else 1.2) for i in range(5))
+    typed = "".join(rect(left + 12 + i * step, top + 90.5, step * 0.5, 4, 2, DEEP) for i in range(2))
+    caret = line(left + 12 + 2 * step, top + 87.5, left + 12 + 2 * step, top + 97.5, INK, 1.6)
+    return window(table_card(left, top, width, height),
+                  rect(left + 3, top + 80, width - 6, 25, 4, PALE), cells, typed, caret)
+
+
+def entry_day():
+    """A day on one sheet, as in a diary of paper: times across, kinds of values down."""
+    left, top, width, height = 40, BAR + 10, INNER_WIDTH - 80, INNER_HEIGHT - BAR - 20
+    drawn = rect(14, 10, 70, 6, 3, DEEP) + line(14, 24, width - 14, 24, TEAL, 1.6)
+    step, rise = (width - 60) / 6, (height - 44) / 5
+    for row in range(5):
+        y = 32 + row * rise
+        drawn += rect(14, round(y + rise / 2 - 2.5, 1), 22 - row % 2 * 5, 5, 2.5, SEA)
+        drawn += line(14, round(y + rise, 1), width - 14, round(y + rise, 1), LINE, 1)
+        for column in range(6):
+            if (row * 2 + column * 3) % 5 < 3:
+                drawn += rect(round(48 + column * step + step * 0.2, 1), round(y + rise / 2 - 3, 1), round(step * 0.5, 1), 6, 3,
+                              (TEAL, AMBER, GREEN, MIST, SEA)[row])
+    drawn += "".join(line(round(48 + i * step, 1), 24, round(48 + i * step, 1), height - 12, LINE, 1) for i in range(6))
+    binding = "".join(circle(6, 14 + i * 20, 2.4, SNOW) for i in range(9))
+    return window(card(left, top, width, height, drawn, rect(0, 0, 11, height, 6, SEA), binding))
+
+
 def mark(x, y, width, height):
     """A frame, its place given inside the mark's own picture."""
     shape = (x, y, width, height, 7)
@@ -298,7 +363,12 @@ def pictures():
     yield "diary", diary, WIDTH, HEIGHT
     yield "sidebar", diary_with_side_bar, WIDTH, HEIGHT
     yield "sidebar_mark", mark(LEFT + 2, UPPER + BAR + 2, SIDE - 4, INNER_HEIGHT - BAR - 4), SIDE + LEFT, HEIGHT
-    yield "start", start_page, WIDTH, HEIGHT
+    yield "start0", start_page, WIDTH, HEIGHT
+    yield "start1", patient_list, WIDTH, HEIGHT
+    yield "start2", last_view, WIDTH, HEIGHT
+    yield "entry0", entry_window, WIDTH, HEIGHT
+    yield "entry1", entry_table, WIDTH, HEIGHT
+    yield "entry2", entry_day, WIDTH, HEIGHT
     yield "start_mark", mark(3, 3, 227, 185), 240, 200
     yield "style0", plain_style, WIDTH, HEIGHT
     yield "style1", pane_style, WIDTH, HEIGHT

@@ -86,8 +86,11 @@ void AssistantWindow::focus_first_of_page() {
 void AssistantWindow::command(HWND child, UINT notification) {
   const ShownControl* shown = view_.controls().of(child);
   if (view_.is_showing() || shown == nullptr) return;
-  if (shown->control->kind() == form::Kind::ChartOption && notification == BN_SETFOCUS)
+  if (shown->control->kind() == form::Kind::ChartOption && notification == BN_SETFOCUS) {
+    assistant_.focus(shown->control->name(), shown->control->index());
+    view_.arrange_changes();
     return bring_into_view(*shown->control);
+  }
   if (const auto event = view_.read(*shown, notification)) raise(*event);
 }
 

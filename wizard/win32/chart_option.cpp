@@ -52,17 +52,24 @@ void draw_mark(HWND window, HDC target, const RECT& picture, int side, bool chec
   DrawFrameControl(target, &mark, DFC_BUTTON, DFCS_BUTTONCHECK | DFCS_FLAT | (checked ? UINT{DFCS_CHECKED} : 0U));
 }
 
-void draw_title(HWND window, HDC target, RECT strip) {
-  const Selection font(target, reinterpret_cast<HGDIOBJ>(SendMessageW(window, WM_GETFONT, 0, 0)));
+void write_title(HWND window, HDC target, RECT place) {
+  const std::wstring title = support::wide(window_text(window));
   SetBkMode(target, TRANSPARENT);
   SetTextColor(target, colour(Colour::Text));
-  const std::wstring title = support::wide(window_text(window));
-  DrawTextW(target, title.c_str(), -1, &strip, DT_SINGLELINE | DT_CENTER | DT_VCENTER | DT_NOPREFIX);
+  RECT needed{0, 0, place.right - place.left, 0};
+  DrawTextW(target, title.c_str(), -1, &needed, DT_WORDBREAK | DT_CALCRECT | DT_NOPREFIX);
+  place.top += std::max<LONG>((place.bottom - place.top - needed.bottom) / 2, 0);
+  DrawTextW(target, title.c_str(), -1, &place, DT_WORDBREAK | DT_CENTER | DT_NOPREFIX | DT_END_ELLIPSIS);
 }
 
-void draw_thumbnail(HDC target, const RECT& place, Chart& chart) {
+/// A chart whose picture is missing or broken can still be told by its title.
+void draw_thumbnail(HWND window, HDC target, const RECT& place, Chart& chart, int unit) {
   const int width = place.right - place.left, height = place.bottom - place.top;
-  if (!chart.thumbnail || width <= 0 || height <= 0) return;
+  if (width <= 0 || height <= 0) return;
+  if (!chart.thumbnail) {
+    FillRect(target, &place, brush(Colour::Bar));
+    return write_title(window, target, {place.left + unit / 2, place.top + unit, place.right - unit / 2, place.bottom});
+  }
   if (chart.scaled.width != width || chart.scaled.height != height)
     chart.scaled = scaled(chart.thumbnail, width, height, colour(Colour::Page));
   if (chart.scaled) draw_picture(target, place, chart.scaled);
@@ -72,14 +79,18 @@ void draw(HWND window, HDC target, Chart& chart) {
   RECT whole;
   GetClientRect(window, &whole);
   FillRect(target, &whole, page_brush());
+  const Selection font(target, reinterpret_cast<HGDIOBJ>(SendMessageW(window, WM_GETFONT, 0, 0)));
+  TEXTMETRICW type{};
+  GetTextMetricsW(target, &type);
+  const int unit = type.tmHeight;
   const bool checked = SendMessageW(window, BM_GETCHECK, 0, 0) == BST_CHECKED;
-  const int gap = chart.title_height / 8;  // half of what is between two charts
+  const int gap = unit / 5;  // half of what is between two charts
   const RECT place{whole.left + gap, whole.top, whole.right - gap, whole.bottom - chart.title_height};
   const RECT strip{whole.left, place.bottom, whole.right, whole.bottom};
-  draw_thumbnail(target, place, chart);
-  draw_frame(target, place, checked, std::max(1, chart.title_height / 24));
-  draw_mark(window, target, place, chart.title_height * 5 / 8, checked);
-  draw_title(window, target, strip);
+  draw_thumbnail(window, target, place, chart, unit);
+  draw_frame(target, place, checked, std::max(1, unit / 15));
+  draw_mark(window, target, place, unit, checked);
+  write_title(window, target, strip);
   if (GetFocus() == window) DrawFocusRect(target, &strip);
 }
 

@@ -11,7 +11,7 @@ namespace wizard::win32 {
 /// pixels. Called again, it takes the new height.
 void draw_as_chart(HWND check_box, int title_height);
 
-/// The thumbnail; an empty one leaves its place blank.
+/// The thumbnail; in place of an empty one stands the title.
 void set_thumbnail(HWND check_box, Picture thumbnail);
 
 }  // namespace wizard::win32

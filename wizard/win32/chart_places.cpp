@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "wizard/form_layout.h"
+#include "wizard/win32/twips.h"
 
 namespace wizard::win32 {
 namespace {
@@ -17,8 +18,14 @@ ChartPlaces::ChartPlaces(const form::Form& form, const TextSizes& sizes, SIZE fr
       first_(form.at("optThumb", 0)),
       frame_(frame),
       bar_width_(GetSystemMetricsForDpi(SM_CXVSCROLL, sizes.dpi())),
-      title_height_(sizes.line(first_) + sizes.scaled(title_room)),
+      title_height_(title_lines(sizes) * sizes.line(first_) + sizes.scaled(title_room)),
       row_gap_(sizes.scaled(row_gap)) {}
+
+/// A title fits one line of a chart that is as wide as in the form's design.
+int ChartPlaces::title_lines(const TextSizes& sizes) const {
+  return across(first_.bounds().width) < sizes.with_text(pixels(first_.bounds().width, USER_DEFAULT_SCREEN_DPI)) ? 2
+                                                                                                                 : 1;
+}
 
 int ChartPlaces::across(int twips) const {
   return MulDiv(twips, std::max<int>(frame_.cx - bar_width_, 1), slide_.bounds().width);

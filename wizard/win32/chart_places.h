@@ -19,13 +19,14 @@ class ChartPlaces {
   RECT bar() const;
   /// Inside the slide, title included.
   RECT chart(const form::Control& chart) const;
-  /// Pixels of the strip with the title.
+  /// Pixels of the strip with the title, which takes two lines where the charts are small.
   int title_height() const noexcept { return title_height_; }
   /// Twips of the slide that the frame shows at once, and the last position that the bar can have.
   int visible() const;
   int last_position() const;
 
  private:
+  int title_lines(const TextSizes& sizes) const;
   int down(int twips) const;
   int across(int twips) const;
 

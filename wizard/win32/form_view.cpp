@@ -135,6 +135,7 @@ void FormView::show(ShownControl& shown, form::Property property) {
     case form::Property::Visible:
       if (control.visible() && is_page(control)) show_page(control);
       show_property(shown.window, control, property);
+      is_arranged_ = is_arranged_ && (is_page(control) || control.kind() == form::Kind::Image);
       break;
     case form::Property::Caption:
       show_property(shown.window, control, property);

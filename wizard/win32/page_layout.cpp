@@ -15,7 +15,8 @@ constexpr int margin = 20, top_margin = 16, widest_content = 800;
 constexpr int line_gap = 10, option_gap = 4, explanation_gap = 2, text_gap = 14, cell_gap = 10, option_cell_gap = 28;
 constexpr int option_mark = 22, option_room = 6, field_room = 10, button_room = 12, button_sides = 28,
               least_button = 96;
-constexpr int least_field = 110, least_beside_label = 240, least_area = 150, least_column = 170, least_beside = 280;
+constexpr int least_field = 110, least_beside_label = 240, least_area = 150, least_picture = 110, highest_picture = 360,
+              least_column = 150, least_beside = 280;
 /// Twips: a field that is designed wider than this takes what room there is.
 constexpr std::int32_t widest_short_field = 2400, field_column = 1000;
 
@@ -68,6 +69,14 @@ bool takes_room_left(const form::Control& control) {
 
 bool is_empty_text(const PageLine& line) {
   return line.kind == LineKind::Text && line.cells.front().label->caption().empty();
+}
+
+/// Pictures of a sequence are hidden in turn, and keep their place.
+bool is_hidden(const PageLine& line) {
+  if (line.kind == LineKind::Pictures) return false;
+  const auto is_shown = [](const form::Control* control) { return control != nullptr && control->visible(); };
+  return std::ranges::none_of(line.cells,
+                              [&](const Cell& cell) { return is_shown(cell.label) || is_shown(cell.control); });
 }
 
 void Pass::put(const form::Control* control, int left, int top, int width, int height) {
@@ -123,6 +132,7 @@ int Pass::gap_above(const PageLine& line) const {
 void Pass::lay_all(const std::vector<PageLine>& lines, Column column) {
   column.label = label_column(lines, column.width);
   for (const PageLine& line : lines) {
+    if (is_hidden(line)) continue;
     if (is_empty_text(line)) {
       put(line.cells.front().label, column.left, y_, column.width, 0);
       continue;
@@ -155,7 +165,11 @@ void Pass::lay_heading(const PageLine& line, Column column) {
   int right = column.left + column.width, height = 0;
   for (const Cell& cell : line.cells) {
     if (cell.control == nullptr) continue;
-    const SIZE size = inner_size({0, 0, cell.control->bounds().width, cell.control->bounds().height}, sizes_.dpi());
+    const bool is_button = cell.control->kind() == Button;
+    const form::Bounds& design = cell.control->bounds();
+    SIZE size = inner_size({0, 0, design.width, design.height}, sizes_.dpi());
+    if (is_button) size.cx = control_width(*cell.control);
+    if (is_button) size.cy = control_height(*cell.control, size.cx);
     put(cell.control, column.left + column.width - size.cx, y_, size.cx, size.cy);
     right = column.left + column.width - size.cx - scaled(cell_gap);
     height = size.cy;
@@ -194,8 +208,8 @@ void Pass::lay_group(const PageLine& line, Column column) {
 void Pass::lay_pictures(const PageLine& line, Column column) {
   const form::Control& base = *line.cells.front().control;
   const SIZE design = inner_size({0, 0, base.bounds().width, base.bounds().height}, sizes_.dpi());
-  const int least = design.cy * 11 / 20, most = design.cy * 8 / 5;
-  int height = std::min(least + grow_, most), width = MulDiv(height, design.cx, design.cy);
+  int height = std::min(scaled(least_picture) + grow_, scaled(highest_picture)),
+      width = MulDiv(height, design.cx, design.cy);
   if (width > column.width) {
     width = column.width;
     height = MulDiv(width, design.cy, design.cx);
@@ -213,7 +227,7 @@ void Pass::lay_area(const PageLine& line, Column column) {
   const form::Control& area = *line.cells.front().control;
   const int top = y_, height = sizes_.with_text(least_area) + grow_;
   int width = column.width;
-  const int side = std::max(sizes_.with_text(least_column), column.width / 3);
+  const int side = std::max(sizes_.with_text(least_column), column.width / 4);
   const bool beside = !line.beside.empty() && column.width - side - scaled(margin) >= sizes_.with_text(least_beside);
   if (beside) width -= side + scaled(margin);
   put(&area, column.left, top, width, height);

@@ -1,9 +1,11 @@
 #include "wizard/win32/problem_window.h"
 
 #include <string>
+#include <utility>
 
 #include "support/win32/wide.h"
 #include "wizard/win32/dark_controls.h"
+#include "wizard/win32/dialog_resolution.h"
 #include "wizard/win32/look.h"
 #include "wizard/win32/repeated_key.h"
 #include "wizard/win32/twips.h"
@@ -121,6 +123,14 @@ INT_PTR CALLBACK ProblemWindow::procedure(HWND window, UINT message, WPARAM firs
   }
   auto* self = reinterpret_cast<ProblemWindow*>(GetWindowLongPtrW(window, DWLP_USER));
   if (self == nullptr || self->window_ == nullptr) return FALSE;
+  if (message == WM_DPICHANGED) {
+    const UINT before = std::exchange(self->dpi_, HIWORD(first));
+    take_resolution(window, before, self->dpi_, *reinterpret_cast<const RECT*>(second), [self](HWND child) {
+      const TextStyle style = child == self->heading_ ? TextStyle::Heading : TextStyle::Normal;
+      return self->fonts_.font(self->font_, style, self->dpi_);
+    });
+    return TRUE;
+  }
   if (!asks_for_colours(message)) return self->handle(message, first) ? TRUE : FALSE;
   const HWND child = reinterpret_cast<HWND>(second);
   return reinterpret_cast<INT_PTR>(colour_control(reinterpret_cast<HDC>(first), message, child,

@@ -7,6 +7,7 @@
 #include "support/win32/waiting_messages.h"
 #include "support/win32/wide.h"
 #include "wizard/win32/dark_controls.h"
+#include "wizard/win32/dialog_resolution.h"
 #include "wizard/win32/twips.h"
 
 namespace wizard::win32 {
@@ -119,6 +120,12 @@ LRESULT CALLBACK ProgressWindow::handle(HWND window, UINT message, WPARAM wparam
     self->end_soon();
     return FALSE;
   }
+  if (self != nullptr && message == WM_DPICHANGED) {
+    const UINT before = std::exchange(self->dpi_, HIWORD(wparam));
+    take_resolution(window, before, self->dpi_, *reinterpret_cast<const RECT*>(lparam),
+                    [self](HWND) { return self->fonts_.font(self->font_, TextStyle::Normal, self->dpi_); });
+    return 0;
+  }
   if (self != nullptr && message == WM_COMMAND && LOWORD(wparam) == IDCANCEL) {
     self->cancelled_ = true;
     EnableWindow(reinterpret_cast<HWND>(lparam), FALSE);
@@ -137,6 +144,7 @@ LRESULT CALLBACK ProgressWindow::handle(HWND window, UINT message, WPARAM wparam
 void ProgressWindow::create() {
   register_window_class(handle);
   const UINT dpi = owner_ != nullptr ? GetDpiForWindow(owner_) : GetDpiForSystem();
+  dpi_ = dpi;
   form::Bounds inner = progress_size;
   if (!cancel_caption_.empty()) inner.height = height_with_button;
   RECT frame = pixels(inner, dpi), around{};

@@ -49,6 +49,7 @@ class ProgressWindow : public database::Progress {
   std::string title_, font_, caption_, cancel_caption_;  ///< the last is empty where there is nothing to cancel
   bool cancelled_ = false;
   Fonts fonts_;
+  UINT dpi_ = USER_DEFAULT_SCREEN_DPI;  ///< of the window
   std::int32_t maximum_ = 0, value_ = 0;
   ULONGLONG begun_ = 0, answered_ = 0;  ///< milliseconds of the system's clock; 0: no work goes on
   HWND holding_ = nullptr;              ///< the window that gives the reason why the session does not end yet

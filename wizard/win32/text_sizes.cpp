@@ -5,9 +5,9 @@
 
 namespace wizard::win32 {
 
-TextSizes::TextSizes(Fonts& fonts, UINT dpi) : fonts_(fonts), dpi_(dpi) {}
+TextSizes::TextSizes(Fonts& fonts, UINT dpi) : fonts_(fonts), dpi_(dpi), text_scale_(text_scale()) {}
 
-int TextSizes::with_text(int length) const { return MulDiv(scaled(length), text_scale(), usual_text_scale); }
+int TextSizes::with_text(int length) const { return MulDiv(scaled(length), text_scale_, usual_text_scale); }
 
 SIZE TextSizes::measure(const form::Control& control, const std::string& text, int width, UINT flags) const {
   const Selection font(context_.get(), fonts_.font(control.font(), text_style(control), dpi_));

@@ -34,6 +34,7 @@ class TextSizes {
 
   Fonts& fonts_;
   UINT dpi_;
+  int text_scale_;
   MemoryContext context_{CreateCompatibleDC(nullptr)};
 };
 

@@ -83,16 +83,32 @@ std::map<COLORREF, std::size_t> colours_of(HWND window) {
   return colours;
 }
 
-std::size_t count_colours(HWND window) {
+namespace {
+
+/// Every third pixel; reading each would take a call of the display.
+std::vector<COLORREF> pixels_of(HWND window) {
+  constexpr int step = 3;
   const wizard::win32::WindowContext screen(nullptr);
+  std::vector<COLORREF> pixels;
   RECT place;
-  if (GetWindowRect(window, &place) == 0) return 0;
-  constexpr int step = 3;  // pixels; reading each would take a call of the display
-  std::set<COLORREF> colours;
+  if (GetWindowRect(window, &place) == 0) return pixels;
   for (LONG y = place.top; y < place.bottom; y += step) {
-    for (LONG x = place.left; x < place.right; x += step) colours.insert(GetPixel(screen.get(), x, y));
+    for (LONG x = place.left; x < place.right; x += step) pixels.push_back(GetPixel(screen.get(), x, y));
   }
-  return colours.size();
+  return pixels;
+}
+
+}  // namespace
+
+std::size_t count_colours(HWND window) {
+  const std::vector<COLORREF> pixels = pixels_of(window);
+  return std::set<COLORREF>(pixels.begin(), pixels.end()).size();
+}
+
+std::size_t checksum(HWND window) {
+  std::size_t sum = 0;
+  for (const COLORREF pixel : pixels_of(window)) sum = sum * 31 + pixel;
+  return sum;
 }
 
 }  // namespace window_driver

@@ -18,4 +18,7 @@ std::map<COLORREF, std::size_t> colours_of(HWND window);
 /// How many different colours the window shows.
 std::size_t count_colours(HWND window);
 
+/// Tells what the window shows from what it showed before.
+std::size_t checksum(HWND window);
+
 }  // namespace window_driver
