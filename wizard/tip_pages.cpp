@@ -69,11 +69,10 @@ bool is_tip(const std::string& step) {
   return page == &navigation_tip || page == &splits_tip || page == &statistics_tip;
 }
 
-/// To the first page behind the tips; to the last one where only tips follow.
+/// To the first page behind the tips; to the last one where only tips follow. Each of their pages hears of the click.
 void pass_over_tips(Context&, Pages& pages, int) {
   StepList& steps = pages.steps;
-  do steps.forward();
-  while (steps.current() < steps.last() && is_tip(steps.name_at(steps.current())));
+  while (steps.current() < steps.last() && is_tip(steps.name_at(steps.current()))) steps.forward();
 }
 
 constexpr PageEvent tip_clicks[] = {{"cmdSkipTips", pass_over_tips}};

@@ -260,13 +260,14 @@ TEST(ThePage, HasLinesOfFieldsWithTheirLabelsAndUnits) {
                 "lblFindings(1)"},
            Case{"Eingabe",
                 "lblHeading(9) / lblPurpose(9) / optDataEntry(0) > lblDataEntry(0) / optDataEntry(1) > "
-                "lblDataEntry(1) / optDataEntry(2) > lblDataEntry(2)"},
+                "lblDataEntry(1) / optDataEntry(2) > lblDataEntry(2) / imgDataEntry"},
            Case{"tip_splits",
-                "lblHeading(15) / lblPurpose(15) / imgSplitWindow(0) imgSplitWindow(1) imgSplitWindow(2) imgSplitBtn "
+                "lblHeading(15)+cmdSkipTips(15) / lblPurpose(15) / imgSplitWindow(0) imgSplitWindow(1) "
+                "imgSplitWindow(2) imgSplitBtn "
                 "imgcursorHand2 / lblSplitDesc"},
            Case{"Pics",
-                "lblHeading(8) / lblPurpose(8) / picFrame [lblPicsTitle+lblPics / lblChartInfoTitle / lblChartInfo / "
-                "cmdViwPic]"},
+                "lblHeading(8) / lblPurpose(8) / picFrame [lblPicsTitle+lblPics / lblChartLimit / lblChartInfoTitle / "
+                "lblChartInfo / cmdViwPic]"},
            Case{"Fertig", "lblHeading(17)+imgOpen imgNew / lblPurpose(17) / lblSummary / lblChange+cbChange cmdChange"},
        }) {
     const Control& page = form.at("contstep", wizard::page_index(*wizard::find_page(row.page)));
