@@ -29,13 +29,14 @@ struct frmAssistantFirstSteps::Run {
   std::string StepName;
   State state = State::Running;
   FinishReport report;
+  Findings shown_findings;
 
   bool load(std::string_view command_line);
   void dress_form();
   bool may_leave_page();
   void show_step();
   void show_page(const Page* page);
-  void show_findings();
+  void find_on_page();
   void tell_pages(std::span<const PageEvent> Page::*events, std::string_view control, int index);
   void finish();
 
@@ -43,12 +44,13 @@ struct frmAssistantFirstSteps::Run {
   void next();
   void back();
   void cancel();
+  void explain(int page);
 };
 
 namespace {
 
 constexpr std::uint32_t blue = 0xFF0000;
-constexpr long next_caption = 905, finish_caption = 908, welcome = 4651, cancel_question = 693, more_findings = 4859;
+constexpr long next_caption = 905, finish_caption = 908, welcome = 4651, cancel_question = 693;
 // The professional edition creates a missing patient index at once.
 constexpr long shared_index_intro = 4819;
 
@@ -87,7 +89,7 @@ void frmAssistantFirstSteps::Run::show_step() {
   const Page* page = find_page(StepName);
   if (page && page->enter) page->enter(context, pages);
   show_page(page);
-  show_findings();
+  find_on_page();
   start_animation(form, find_page(steps.name_at(steps.current())));
 }
 
@@ -103,6 +105,7 @@ void frmAssistantFirstSteps::Run::finish() {
   const FinishProgress progress(context);
   report = apply_configuration(context, pages.summary.choices(), FinishWriter::Mode::Write);
   state = State::Finished;
+  if (report.complete()) pages.summary.show_outcome(report);
 }
 
 bool frmAssistantFirstSteps::Run::may_leave_page() {
@@ -134,6 +137,13 @@ void frmAssistantFirstSteps::Run::cancel() {
   if (context.message(cancel_question, message_style::yes_no_system_modal) == yes_button) state = State::Cancelled;
 }
 
+/// Why the page asks what it asks.
+void frmAssistantFirstSteps::Run::explain(int page) {
+  if (page < 0 || page >= static_cast<int>(all_pages().size())) return;
+  const long why = all_pages()[static_cast<std::size_t>(page)]->why;
+  if (why != 0) context.message(why, message_style::information_foreground);
+}
+
 void frmAssistantFirstSteps::Run::navigate(int button) {
   static constexpr std::array buttons{&Run::next, &Run::back, &Run::cancel};
   if (button < 0 || button >= static_cast<int>(buttons.size())) return;
@@ -150,18 +160,13 @@ void frmAssistantFirstSteps::Run::tell_pages(std::span<const PageEvent> Page::*e
       if (support::equal_ignoring_case(event.control, control)) event.handle(context, pages, index);
   if (pages.steps.current() != step) return show_step();
   show_steps(context, pages.steps);
-  show_findings();
+  find_on_page();
 }
 
-/// The first finding about the page that is shown, and how many more there are.
-void frmAssistantFirstSteps::Run::show_findings() {
+/// Each stands at its field; whoever shows the form does that.
+void frmAssistantFirstSteps::Run::find_on_page() {
   const Page* page = find_page(StepName);
-  form::Control* label = page ? context.form.find("lblFindings", page_index(*page)) : nullptr;
-  if (!label) return;
-  const Findings findings = page_findings(context, pages, gather_pages(context, pages), *page);
-  std::string text = findings.empty() ? std::string() : marked_text(context.config, findings.front());
-  if (findings.size() > 1) text += " " + context.config.text(more_findings, {std::to_string(findings.size() - 1)});
-  label->set_caption(text);
+  shown_findings = page ? wizard::page_findings(context, pages, gather_pages(context, pages), *page) : Findings();
 }
 
 frmAssistantFirstSteps::frmAssistantFirstSteps(Ports ports) : run_(std::make_unique<Run>(std::move(ports))) {}
@@ -177,6 +182,7 @@ void frmAssistantFirstSteps::click(std::string_view control, int index) {
   if (state() != State::Running) return;
   support::Procedure{"wizard!Click"}.step([&] {
     if (support::equal_ignoring_case(control, "Command1")) return run_->navigate(index);
+    if (support::equal_ignoring_case(control, "cmdWhy")) return run_->explain(index);
     run_->tell_pages(&Page::clicks, control, index);
   });
 }
@@ -217,6 +223,8 @@ const std::string& frmAssistantFirstSteps::StepName() const noexcept { return ru
 frmAssistantFirstSteps::State frmAssistantFirstSteps::state() const noexcept { return run_->state; }
 const Findings& frmAssistantFirstSteps::findings() const noexcept { return run_->pages.summary.findings(); }
 const FinishReport& frmAssistantFirstSteps::report() const noexcept { return run_->report; }
+
+const Findings& frmAssistantFirstSteps::page_findings() const noexcept { return run_->shown_findings; }
 
 FinishReport frmAssistantFirstSteps::preview() const {
   return apply_configuration(run_->context, gather_choices(run_->context, run_->pages), FinishWriter::Mode::Preview);

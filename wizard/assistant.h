@@ -53,6 +53,8 @@ class frmAssistantFirstSteps {
   const FinishReport& report() const noexcept;
   /// What is worth a word, as the last page shows it; after the end, as it was found right before the finish.
   const Findings& findings() const noexcept;
+  /// What is worth a word about the page that is shown, as the controls are now; each about the control that it names.
+  const Findings& page_findings() const noexcept;
   /// What the finish would write, choice by choice, without writing anything.
   FinishReport preview() const;
 

@@ -22,12 +22,13 @@ database::Environment Context::environment() const {
   environment.now = ports.now;
   if (ports.open_engine) environment.open_engine = ports.open_engine;
   environment.readable_copy = ports.readable_copy;
-  environment.message_box = [user = ports.user](std::string_view text, std::uint32_t style, std::string_view title) {
+  environment.message_box = [user = ports.user, title = form.caption()](std::string_view text, std::uint32_t style,
+                                                                        std::string_view) {
     return user->message_box(text, style, title);
   };
   environment.beep = [user = ports.user] { user->beep(); };
   environment.rows_left = [user = ports.user, text = config.text(4883),
-                           title = config.Productname](const database::RowsLeft& rows) {
+                           title = form.caption()](const database::RowsLeft& rows) {
     std::string message = text;
     support::replace(message, "%1", std::to_string(rows.left));
     support::replace(message, "%2", std::to_string(rows.all));
@@ -55,7 +56,7 @@ std::string Context::user_value(std::string_view key, std::string_view name, std
 void Context::show_text(form::Control& control, long number) const { control.set_caption(config.text(number)); }
 
 int Context::message(long number, std::uint32_t style) const {
-  return ports.user->message_box(config.text(number), style, config.Productname);
+  return ports.user->message_box(config.text(number), style, form.caption());
 }
 
 }  // namespace wizard

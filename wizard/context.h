@@ -45,7 +45,7 @@ struct Context {
 
   /// Gives the control the text as its caption.
   void show_text(form::Control& control, long number) const;
-  /// Shows the text under the product's name, in a style of `message_style`; returns the button.
+  /// Shows the text under the title of the window, in a style of `message_style`; returns the button.
   int message(long number, std::uint32_t style) const;
 };
 

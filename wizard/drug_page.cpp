@@ -37,7 +37,6 @@ constexpr form::ControlRow drug_controls[] = {
     {"txtMedik", 1, TextBox, "", grid::field(1), "", "", true, true},
     {"lblMedik", 2, Label, "", grid::label(2), "Medikament 3:", "L4773"},
     {"txtMedik", 2, TextBox, "", grid::field(2), "", "", true, true},
-    grid::findings(),
 };
 // clang-format on
 

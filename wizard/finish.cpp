@@ -183,7 +183,7 @@ FinishWriter::Discard Finish::way_to_discard(const std::string& folder) const {
   if (names.empty() || context_.ports.user->has_recycle_bin(folder)) return Discard::Recycle;
   if (writer_.previewing()) return Discard::Keep;
   const int button = context_.ports.user->message_box(context_.config.text(question, {folder, names}),
-                                                      message_style::yes_no_system_modal, context_.config.Productname);
+                                                      message_style::yes_no_system_modal, context_.form.caption());
   return button == yes_button ? Discard::ForGood : Discard::Keep;
 }
 

@@ -42,15 +42,6 @@ constexpr ErrorRow error_rows[] = {
     {3204, 6033},                                                                  // there already
 };
 
-std::string name_of(const InstallationConfig& config, const FinishReport::Entry& entry) {
-  constexpr int file_name = static_cast<int>(support::PathPart::FileName);
-  if (entry.what == What::RegistryValue) return config.text(setting, {entry.name});
-  if (entry.what == What::RecycledFile) return config.text(toolbar, {support::ExtractFromPath(entry.place, file_name)});
-  const auto* row = std::ranges::find(file_rows, entry.name, &FileRow::name);
-  if (row != std::end(file_rows)) return config.text(row->text);
-  return entry.what == What::IniKey ? config.text(home_page) : config.text(other_file, {entry.place});
-}
-
 long reason_of(const FinishReport::Entry& entry) {
   const auto* row = std::ranges::find(error_rows, entry.error, &ErrorRow::number);
   if (row != std::end(error_rows)) return row->text;
@@ -58,6 +49,15 @@ long reason_of(const FinishReport::Entry& entry) {
 }
 
 }  // namespace
+
+std::string name_of_entry(const InstallationConfig& config, const FinishReport::Entry& entry) {
+  constexpr int file_name = static_cast<int>(support::PathPart::FileName);
+  if (entry.what == What::RegistryValue) return config.text(setting, {entry.name});
+  if (entry.what == What::RecycledFile) return config.text(toolbar, {support::ExtractFromPath(entry.place, file_name)});
+  const auto* row = std::ranges::find(file_rows, entry.name, &FileRow::name);
+  if (row != std::end(file_rows)) return config.text(row->text);
+  return entry.what == What::IniKey ? config.text(home_page) : config.text(other_file, {entry.place});
+}
 
 std::string error_reason(const InstallationConfig& config, const support::RuntimeError& error) {
   const auto* row = std::ranges::find(error_rows, error.number(), &ErrorRow::number);
@@ -80,7 +80,7 @@ std::vector<FinishProblem> finish_problems(const InstallationConfig& config, con
   std::vector<FinishProblem> problems;
   for (const auto& entry : report.entries) {
     if (entry.written) continue;
-    FinishProblem problem{name_of(config, entry), config.text(reason_of(entry)), technical_line(entry)};
+    FinishProblem problem{name_of_entry(config, entry), config.text(reason_of(entry)), technical_line(entry)};
     const auto same = std::ranges::find_if(problems, [&](const FinishProblem& other) {
       return other.what == problem.what && other.reason == problem.reason;
     });

@@ -19,6 +19,9 @@ inline constexpr long registry_refuses = 6026, text_does_not_fit = 6028, no_free
 /// Why something fails with this error, and what to do, in the user's language; its number where no text tells.
 std::string error_reason(const InstallationConfig& config, const support::RuntimeError& error);
 
+/// What an entry is called to a user.
+std::string name_of_entry(const InstallationConfig& config, const FinishReport::Entry& entry);
+
 struct FinishProblem {
   std::string what;       ///< what is missing
   std::string reason;     ///< why, and what to do

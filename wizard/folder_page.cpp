@@ -65,7 +65,7 @@ constexpr form::ControlRow folder_controls[] = {
     {"lblLocation", -1, Label, "", {1920, 2280, 4560, 720}},
     {"cmdPath", 0, Button, "", {120, 3180, 6360, 600}, "&Neue gemeinsame Datenbank anlegen …", "L4799"},
     {"cmdPath", 1, Button, "", {120, 3900, 6360, 600}, "&Vorhandene gemeinsame Datenbank verwenden …", "L4800"},
-    grid::findings(),
+    grid::why(),
 };
 // clang-format on
 
@@ -94,6 +94,7 @@ constexpr PageEvent folder_clicks[] = {{"cmdPath", click_path}};
 constinit const Page folder_page{.tag = "netpath",
                                  .shown_in = Edition::Professional,
                                  .controls = folder_controls,
+                                 .why = 4930,
                                  .clicks = folder_clicks,
                                  .preset = preset_folder,
                                  .summary = sum_up_folder,

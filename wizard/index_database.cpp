@@ -95,7 +95,7 @@ void tell(Context& context, const database::IndexUpgrade& upgrade, const std::ve
   if (upgrade.cancelled) text += "\r\n" + context.config.text(goes_on);
   for (std::size_t i = 0; i < std::min(failures.size(), most_lines); ++i) text += "\r\n" + failures[i];
   if (failures.size() > most_lines) text += "\r\n…";
-  context.ports.user->message_box(text, message_style::information_foreground, context.config.Productname);
+  context.ports.user->message_box(text, message_style::information_foreground, context.form.caption());
 }
 
 }  // namespace

@@ -126,7 +126,7 @@ constexpr form::ControlRow insulin_controls[] = {
     {"cbInsulin", 3, ComboBox, "", insulin_field(3), "", "", true, true},
     {"lblInsulin", 4, Label, "", insulin_label(4), "Pumpeninsulin:", "L4770"},
     {"cbInsulin", 4, ComboBox, "", insulin_field(4), "", "", true, true},
-    grid::findings(),
+    grid::why(),
 };
 // clang-format on
 
@@ -184,6 +184,7 @@ constinit const Page insulin_page{.tag = "Insulin",
                                   .patients_own = true,
                                   .controls = insulin_controls,
                                   .illustration = Illustration::Insulin,
+                                  .why = 4933,
                                   .limits = insulin_limits,
                                   .preset = preset_insulins,
                                   .gather = gather_insulins,

@@ -71,6 +71,7 @@ struct Page {
   /// What stands beside the area that the page has, where there is room for that, and else below it.
   std::span<const BesideRow> beside = {};
   Illustration illustration = Illustration::Other;
+  long why = 0;  ///< number of the text that the button `cmdWhy` shows; 0: the page has no such button
   std::span<const PagePicture> pictures = {};
   std::span<const TextLimit> limits = {};
   std::span<const OptionGroup> options = {};

@@ -23,9 +23,9 @@ constexpr form::ControlRow purpose(std::string_view caption, std::string_view ta
   return {"lblPurpose", of_page, form::Kind::Label, {}, purpose_bounds, caption, tag};
 }
 
-/// Two lines at the bottom for what is worth a word about the page; empty most of the time.
-constexpr form::ControlRow findings() {
-  return {"lblFindings", of_page, form::Kind::Label, {}, {120, 5100, 6360, 420}};
+/// At the bottom: why the page asks what it asks.
+constexpr form::ControlRow why() {
+  return {"cmdWhy", of_page, form::Kind::Button, {}, {3300, 5080, 3180, 420}, "Warum &fragen wir das?", "L4922"};
 }
 
 constexpr std::int32_t line(int n) { return content_top + n * line_pitch; }

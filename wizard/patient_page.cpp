@@ -107,7 +107,7 @@ constexpr form::ControlRow patient_controls[] = {
     {"cbDiabetesTyp", -1, ComboBox, "", grid::field(5)},
     {"lblTherapie", -1, Label, "", {120, grid::line(6) + 45, 1740, 300}, "T&herapie:", "L4749"},
     {"cbTherapie", -1, ComboBox, "", grid::field(6)},
-    grid::findings(),
+    grid::why(),
 };
 // clang-format on
 
@@ -184,6 +184,7 @@ constinit const Page patient_page{.tag = "PatDat",
                                   .shown_in = Edition::Standard,
                                   .patients_own = true,
                                   .controls = patient_controls,
+                                  .why = 4932,
                                   .limits = patient_limits,
                                   .clicks = patient_clicks,
                                   .preset = preset_patient,

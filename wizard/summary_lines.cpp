@@ -21,7 +21,8 @@ std::vector<std::string> option_line(const Context& context, const Choices& choi
 
 std::string plain_caption(std::string caption) {
   support::replace(caption, "&", "");
-  if (caption.ends_with(':')) caption.pop_back();
+  for (const std::string_view end : {":", " *"})
+    if (caption.ends_with(end)) caption.resize(caption.size() - end.size());
   return caption;
 }
 

@@ -19,7 +19,7 @@ std::string named_list(const Context& context, const std::vector<std::string>& n
 std::vector<std::string> option_line(const Context& context, const Choices& choices, long number,
                                      std::string_view controls);
 
-/// A caption as it is read: without the mark of its access key and the colon at its end.
+/// A caption as it is read: without the mark of its access key, the colon at its end, and the mark of what is required.
 std::string plain_caption(std::string caption);
 
 }  // namespace wizard

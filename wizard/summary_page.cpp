@@ -6,6 +6,7 @@
 #include "support/error.h"
 #include "wizard/choices.h"
 #include "wizard/findings.h"
+#include "wizard/finish_outcome.h"
 #include "wizard/page_grid.h"
 #include "wizard/page_list.h"
 #include "wizard/page_rows.h"
@@ -66,6 +67,24 @@ bool SummaryPage::still_holds(const Pages& pages) {
   show_text(pages, true);
   context_.form.request_focus(context_.form.at("lblSummary"));
   return false;
+}
+
+void SummaryPage::show_outcome(const FinishReport& report) {
+  support::Procedure procedure{"wizard!Outcome"};
+  form::Form& form = context_.form;
+  const int page = page_index(summary_page);
+  constexpr long heading = 4924, purpose = 4925, close = 6042;
+  procedure.step([&] { context_.show_text(form.at("lblHeading", page), heading); });
+  procedure.step(
+      [&] { form.at("lblPurpose", page).set_caption(context_.config.text(purpose, {context_.config.Productname})); });
+  procedure.step([&] { form.at("lblSummary").set_text(written_text(context_.config, report)); });
+  for (const std::string_view gone : {"lblChange", "cbChange", "cmdChange"})
+    procedure.step([&] { form.at(gone).set_visible(false); });
+  for (const int button : {1, 2}) procedure.step([&] { form.at("Command1", button).set_visible(false); });
+  procedure.step([&] {
+    context_.show_text(form.at("Command1", 0), close);
+    form.request_focus(form.at("Command1", 0));
+  });
 }
 
 /// What is to be checked comes first: the rest may have to be scrolled.

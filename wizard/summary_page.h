@@ -6,6 +6,7 @@
 #include "wizard/choices.h"
 #include "wizard/context.h"
 #include "wizard/finding.h"
+#include "wizard/finish_report.h"
 
 namespace wizard {
 
@@ -21,7 +22,11 @@ class SummaryPage {
   /// the remark that it is new. That happens once after show(); then the finish is not held up any more.
   bool still_holds(const Pages& pages);
 
-  /// What the last of these two gathered and found.
+  /// After a finish that wrote everything: says so, what was written and where. What led elsewhere is gone; the button
+  /// Next closes.
+  void show_outcome(const FinishReport& report);
+
+  /// What the last of the first two gathered and found.
   const Choices& choices() const noexcept { return choices_; }
   const Findings& findings() const noexcept { return findings_; }
 

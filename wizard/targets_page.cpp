@@ -68,7 +68,7 @@ std::optional<std::int16_t> TargetsPage::value(std::size_t field) const {
 }
 
 bool TargetsPage::refuse(std::size_t field, const std::string& message) {
-  context_.ports.user->message_box(message, message_style::critical_system_modal, context_.config.Productname);
+  context_.ports.user->message_box(message, message_style::critical_system_modal, context_.form.caption());
   context_.form.request_focus(box(field));
   return false;
 }
@@ -132,7 +132,7 @@ constexpr form::ControlRow glucose_target_controls[] = {
     {"txtvorgabe", 3, TextBox, "", grid::value_field(3), "", "", true, true},
     {"lblUnit", 3, Label, "", grid::unit(3), "mg/dl"},
     {"lblTargetHint", -1, Label, "", {120, grid::line(4) + 180, 6360, 1200}, "Hypoglykämie (Unterzuckerung), Hyperglykämie (Überzuckerung)", "L4760"},
-    grid::findings(),
+    grid::why(),
 };
 // clang-format on
 
@@ -152,7 +152,7 @@ constexpr form::ControlRow pressure_target_controls[] = {
     {"lblVorgabe", 7, Label, "", grid::value_label(3), "Unterer Wert (diastolisch) b&is:", "L4764"},
     {"txtvorgabe", 7, TextBox, "", grid::value_field(3), "", "", true, true},
     {"lblPressureUnit", 3, Label, "", grid::unit(3), "mmHg", "L4765"},
-    grid::findings(),
+    grid::why(),
 };
 // clang-format on
 
@@ -184,6 +184,7 @@ constinit const Page glucose_target_page{.tag = "Therapie_BZ",
                                          .patients_own = true,
                                          .controls = glucose_target_controls,
                                          .illustration = Illustration::Therapy,
+                                         .why = 4934,
                                          .limits = target_limits,
                                          .preset = preset_targets,
                                          .leave = leave_glucose_targets,
@@ -196,6 +197,7 @@ constinit const Page pressure_target_page{.tag = "Therapie_BP",
                                           .patients_own = true,
                                           .controls = pressure_target_controls,
                                           .illustration = Illustration::Therapy,
+                                          .why = 4935,
                                           .limits = target_limits,
                                           .summary = sum_up_pressure,
                                           .findings = find_in_pressure_targets};

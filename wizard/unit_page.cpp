@@ -18,6 +18,7 @@ constexpr form::ControlRow unit_controls[] = {
     {"fraUnit", -1, Frame, "", grid::group(2), "Blutzucker in", "L4750"},
     {"optBGUnit", 0, OptionButton, "fraUnit", grid::option(0), "mg/dL", "L4751"},
     {"optBGUnit", 1, OptionButton, "fraUnit", grid::option(1), "mmol/L", "L4752"},
+    grid::why(),
 };
 // clang-format on
 
@@ -40,6 +41,7 @@ constinit const Page unit_page{.tag = "Maßeinheit",
                                .shown_in = Edition::Both,
                                .controls = unit_controls,
                                .illustration = Illustration::Unit,
+                               .why = 4931,
                                .options = unit_options,
                                .clicks = unit_clicks,
                                .summary = sum_up_unit};

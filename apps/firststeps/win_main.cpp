@@ -31,12 +31,16 @@ std::string program_folder() {
   return support::narrow(path.substr(0, path.find_last_of(L'\\') + 1));
 }
 
-/// True where everything was written, the report included; otherwise the user has been told what is missing.
-bool conclude(HWND window, const firststeps::Options& options, const wizard::frmAssistantFirstSteps& assistant) {
+/// True where everything was written, the report included. The user has been told that it was, or what is missing.
+bool conclude(wizard::win32::AssistantWindow& window, const firststeps::Options& options,
+              const wizard::frmAssistantFirstSteps& assistant) {
   const bool reported = firststeps::write_report(options.report, assistant);
   const auto problems = wizard::finish_problems(assistant.config(), assistant.report());
-  if (problems.empty()) return reported;
-  wizard::win32::show_problems(window, assistant.config(), problems);
+  if (problems.empty()) {
+    window.show_outcome();
+    return reported;
+  }
+  wizard::win32::show_problems(window.handle(), assistant.config(), problems);
   return false;
 }
 
@@ -53,19 +57,19 @@ int configure(HINSTANCE instance, const firststeps::Options& options, wizard::Po
   window.set_work(progress);
   claim.set_window(window.handle());
   user.set_owner(window.handle());
-  progress.set_owner(window.handle(), assistant.config().Productname, assistant.config().DefaultFont);
+  progress.set_owner(window.handle(), assistant.form().caption(), assistant.config().DefaultFont);
   window.run();
-  const bool complete = assistant.state() != wizard::frmAssistantFirstSteps::State::Finished ||
-                        conclude(window.handle(), options, assistant);
+  const bool complete =
+      assistant.state() != wizard::frmAssistantFirstSteps::State::Finished || conclude(window, options, assistant);
   user.set_owner(nullptr);
   return complete ? done : not_everything_written;
 }
 
 /// Where the first one's window cannot be shown: it belongs to another session, to an administrator, or hangs.
 void tell_of_first(const wizard::Ports& ports, wizard::win32::WindowUser& user, std::string_view command_line) {
-  constexpr long runs_elsewhere = 6051;
+  constexpr long runs_elsewhere = 6051, window_title = 4650;
   const wizard::InstallationConfig config = wizard::known_installation(ports, command_line);
-  user.message_box(config.text(runs_elsewhere), MB_ICONINFORMATION | MB_SETFOREGROUND, config.Productname);
+  user.message_box(config.text(runs_elsewhere), MB_ICONINFORMATION | MB_SETFOREGROUND, config.text(window_title));
 }
 
 /// A word that is none of these leaves the choice to Windows.

@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <cctype>
 #include <filesystem>
 #include <fstream>
 #include <regex>
@@ -155,21 +156,46 @@ TEST(Texts, CoverEveryNumberThatTheSourcesName) {
   EXPECT_GT(found, 10u);
 }
 
-TEST(Texts, GiveEachPageDistinctAccessKeys) {
+/// Texts of a page that may have an access key: those of the buttons first, then in the order of its controls.
+std::vector<long> numbers_on(const form::Control& page) {
+  std::vector<long> numbers{page.tag() == "Fertig" ? finish : next, back, cancel};
+  for (const auto& control : layout().controls()) {
+    const long number = tag_number(control->tag());
+    if (number != 0 && lies_in(*control, page) && std::ranges::find(numbers, number) == numbers.end())
+      numbers.push_back(number);
+  }
+  return numbers;
+}
+
+/// For each word of a caption the first letter or digit that is free; letters beyond A to Z are on no key for
+/// everybody.
+std::string keys_to_choose_from(const std::string& text, const std::set<std::string>& taken) {
+  std::string keys;
+  bool found = false;
+  for (const char c : support::to_lower(text.substr(0, text.find('|')))) {
+    const auto byte = static_cast<unsigned char>(c);
+    if (c == '&') continue;
+    if (byte < 0x80 && std::isalnum(byte) == 0)
+      found = false;
+    else if (!found && byte < 0x80 && !taken.contains(std::string(1, c)))
+      keys += c, found = true;
+  }
+  return keys;
+}
+
+TEST(Texts, GiveEachPageDistinctAccessKeysThatAreTheFirstFreeLetterOfAWord) {
   for (const std::string& language : languages()) {
     Texts texts = content::texts(language);
     for (const form::Control* page : layout().array("contstep")) {
-      std::set<long> numbers{back, cancel, page->tag() == "Fertig" ? finish : next};
-      for (const auto& control : layout().controls())
-        if (const long number = tag_number(control->tag()); number && lies_in(*control, *page)) numbers.insert(number);
-      std::map<std::string, long> taken;
-      for (const long number : numbers) {
+      std::set<std::string> taken;
+      for (const long number : numbers_on(*page)) {
         const std::string key = access_key(texts[number]);
         if (key.empty()) continue;
-        const auto [other, free] = taken.emplace(key, number);
-        EXPECT_TRUE(free) << language << ", page " << page->tag() << ": " << texts[number] << " and "
-                          << texts[other->second];
+        EXPECT_THAT(keys_to_choose_from(texts[number], taken), testing::HasSubstr(key))
+            << language << ", page " << page->tag() << ": " << texts[number];
+        taken.insert(key);
       }
+      EXPECT_GE(taken.size(), 3u) << "the buttons have theirs";
     }
   }
 }

@@ -44,11 +44,11 @@ TEST_F(PageChangesTest, AHeldEnterTurnsOnePage) {
 
 TEST_F(PageChangesTest, AHeldAccessKeyTurnsOnePageForthAndBack) {
   start();
-  hold_key('T', 60, VK_MENU);
+  hold_key('W', 60, VK_MENU);
   wizard().wait_for_page("Maßeinheit");
   wizard().next();
   enter_patient();
-  hold_key('U', 60, VK_MENU);
+  hold_key('Z', 60, VK_MENU);
   wizard().wait_for_page("Maßeinheit");
 }
 

@@ -78,7 +78,8 @@ std::string quoted_where_needed(const std::string& word) {
 
 int walk(const Tour& tour) {
   const WizardProgram wizard(tour.arguments);
-  for (int number = 1; wizard.page() != "Fertig"; ++number) {
+  int number = 1;
+  for (; wizard.page() != "Fertig"; ++number) {
     answer_page(wizard, tour);
     if (!tour.last_only) store_picture(wizard, tour.pictures, number);
     wizard.next();
@@ -87,8 +88,10 @@ int walk(const Tour& tour) {
   if (tour.last_only) return 0;
   wizard.press("Command1(0)");
   // Asked whether files may go to the recycle bin, it agrees.
-  while (window_driver::wait_until([&] { return wizard.asks() || !wizard.process().is_running(); }) && wizard.asks())
-    wizard.answer(IDYES);
+  const auto is_over = [&] { return !wizard.process().is_running() || !wizard.is_shown("Command1(2)"); };
+  while (window_driver::wait_until([&] { return wizard.asks() || is_over(); }) && wizard.asks()) wizard.answer(IDYES);
+  if (wizard.process().is_running()) store_picture(wizard, tour.pictures, number + 1);
+  wizard.close_outcome();
   const auto code = wizard.process().wait_for_end();
   if (!code) throw std::runtime_error("the wizard does not end");
   return static_cast<int>(*code);

@@ -115,7 +115,7 @@ TEST_F(RunsTest, TheSameRunByKeyboardAloneIsWritten) {
   press_key(VK_DOWN);
   expect_focus("optBGUnit(1)");
   // One stop for the group, then the buttons, and round to the group again.
-  for (const std::string_view stop : {"Command1(1)", "Command1(0)", "Command1(2)", "optBGUnit(1)"}) {
+  for (const std::string_view stop : {"cmdWhy(2)", "Command1(1)", "Command1(0)", "Command1(2)", "optBGUnit(1)"}) {
     press_key(VK_TAB);
     expect_focus(stop);
   }
@@ -127,7 +127,7 @@ TEST_F(RunsTest, TheSameRunByKeyboardAloneIsWritten) {
   type_keys("Müller");
   press_key('M', VK_MENU);
   expect_focus("optGender(1)");
-  press_key('H', VK_MENU);
+  press_key('T', VK_MENU);
   expect_focus("cbTherapie");
   press_key(VK_HOME);
   press_key(VK_DOWN);
@@ -155,7 +155,14 @@ TEST_F(RunsTest, TheSameRunByKeyboardAloneIsWritten) {
   expect_focus("optShowSideBar(1)");
   for (const std::string_view page : {"tip_navbar", "tip_splits", "tip_stats", "Fertig"}) enter(page);
   press_key('F', VK_MENU);
-  expect_end();
+  ASSERT_TRUE(wait_until([&] { return !wizard().is_shown("Command1(2)"); })) << "it says that all is done";
+  const std::string written = wizard().text("lblSummary");
+  for (const std::string_view place : {"patients\\Müller_Jörg.das", "home.ini", "User Configuration"})
+    EXPECT_THAT(written, ::testing::HasSubstr(std::string(place)));
+  EXPECT_THAT(wizard().text("lblPurpose(17)"), ::testing::HasSubstr("vantrix"));
+  wizard().let_page_settle();
+  press_key(VK_RETURN);
+  EXPECT_EQ(wizard().process().wait_for_end(), 0u);
   expect_standard_run(demo_);
 }
 
@@ -279,6 +286,7 @@ TEST_F(RunsTest, WithoutAHiveTheRegistryItselfIsWritten) {
     program.type("txtName", "Müller");
     program.go_to("Fertig");
     program.press("Command1(0)");
+    program.close_outcome();
     EXPECT_EQ(program.process().wait_for_end(), 0u);
   }
   ReadRegValue(*registry, support::RootKey::CurrentUser, user_key, "FirstRun", first_run);

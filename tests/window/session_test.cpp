@@ -39,8 +39,7 @@ TEST_F(SessionTest, ItsEndWaitsUntilTheFinishIsWhole) {
   wizard().press("Command1(0)");
   ASSERT_TRUE(wait_until([&] { return wizard().asks(); })) << "the shell's question, in the midst of the finish";
   EXPECT_FALSE(may_end_session(wizard().window()));
-  while (wait_until([&] { return wizard().asks() || !wizard().process().is_running(); }) && wizard().asks())
-    wizard().answer(IDYES);
+  answer_with_yes();
   expect_end();
   EXPECT_EQ(demo_.value(installation_key, "Scheme"), "3");
 }

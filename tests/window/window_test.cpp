@@ -23,11 +23,18 @@ void WindowTest::finish() {
   wizard().go_to("Fertig");
   ASSERT_EQ(wizard().page(), "Fertig");
   wizard().press("Command1(0)");
-  while (wait_until([&] { return wizard().asks() || !wizard().process().is_running(); }) && wizard().asks())
-    wizard().answer(IDYES);
+  answer_with_yes();
   expect_end();
 }
 
-void WindowTest::expect_end() { EXPECT_EQ(wizard().process().wait_for_end(), 0u); }
+void WindowTest::answer_with_yes() {
+  const auto is_over = [this] { return !wizard().process().is_running() || !wizard().is_shown("Command1(2)"); };
+  while (wait_until([&] { return wizard().asks() || is_over(); }) && wizard().asks()) wizard().answer(IDYES);
+}
+
+void WindowTest::expect_end() {
+  wizard().close_outcome();
+  EXPECT_EQ(wizard().process().wait_for_end(), 0u);
+}
 
 }  // namespace window_driver

@@ -23,7 +23,9 @@ class WindowTest : public ::testing::Test {
   void enter_patient(std::string_view first_name = "Jörg", std::string_view name = "Müller");
   /// Walks to the last page and finishes; every question on the way is answered with Yes.
   void finish();
-  /// Waits until the program has ended well.
+  /// Answers the questions of a finish, up to its last one.
+  void answer_with_yes();
+  /// Closes the page that says that all is done, where there is one, and waits until the program has ended well.
   void expect_end();
 
   DemoInstallation demo_;

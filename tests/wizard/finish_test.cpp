@@ -368,7 +368,7 @@ TEST_F(Finish, WithoutARecycleBinTheUserIsAskedWithTheNamesOfWhatWouldBeGone) {
     user.log.clear();
     user.answers = {row.answer};
     finish();
-    EXPECT_THAT(user.log, Contains("message " + path("user\\") + " gone:\r\na.tb\r\nb.mnu 4100 vantrix"));
+    EXPECT_THAT(user.log, Contains("message " + path("user\\") + " gone:\r\na.tb\r\nb.mnu 4100 T4650"));
     EXPECT_THAT(support::host_file_system().files(path("user"), "*"), ElementsAreArray(row.left));
     const FinishReport::Entry& last = wizard().report().entries.back();
     EXPECT_EQ(row.answer == yes_button ? last.name : last.problem, row.said);
@@ -513,6 +513,32 @@ TEST_F(Finish, TheLastPageShowsWhatIsStoredNotWhatIsTyped) {
               ElementsAre("102|100|130|70"));
   EXPECT_THAT(rows(database, "SELECT [desc] FROM therapieplan_details WHERE lid = 2 AND itemtype < 5"),
               ::testing::UnorderedElementsAre("Novo Rapid|100|0|0", "Apidra|100|0|0"));
+}
+
+TEST_F(Finish, EndsWithAPageThatSaysWhatWasWrittenAndWhere) {
+  start();
+  enter_name("Max", "Muster");
+  go_to("Fertig");
+  next();
+  ASSERT_TRUE(wizard().report().complete());
+  EXPECT_EQ(caption("lblHeading", 17), "T4924");
+  for (const std::string& line :
+       {"T6012\r\n    HKEY_CURRENT_USER\\" + std::string(user_key) + "\r\n",
+        "T6003\r\nT6005\r\nT6006\r\nT6007\r\n    " + path("patients\\Muster_Max.das") + "\r\n"})
+    EXPECT_THAT(text("lblSummary"), ::testing::HasSubstr(line));
+  for (const int button : {1, 2}) EXPECT_FALSE(control("Command1", button).visible());
+  EXPECT_EQ(caption("Command1", 0), "T6042");
+}
+
+TEST_F(Finish, ThatLacksSomethingDoesNotSayThatAllIsDone) {
+  write("patients", "a file where the folder would be");
+  start();
+  enter_name("Max", "Muster");
+  go_to("Fertig");
+  next();
+  ASSERT_FALSE(wizard().report().complete());
+  EXPECT_NE(caption("lblHeading", 17), "T4924");
+  EXPECT_TRUE(control("Command1", 2).visible());
 }
 
 }  // namespace

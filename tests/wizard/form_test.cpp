@@ -253,11 +253,11 @@ TEST(ThePage, HasLinesOfFieldsWithTheirLabelsAndUnits) {
            Case{"PatDat",
                 "lblHeading(3) / lblPurpose(3) / lblFirstName+txtFirstName / lblName+txtName / lblStreet+txtStreet / "
                 "lblZIP+txtZIP lblCity+txtCity / lblGender+optGender(0) optGender(1) / lblDiabetesTyp+cbDiabetesTyp / "
-                "lblTherapie+cbTherapie / lblFindings(3)"},
-           Case{"Maßeinheit", "lblHeading(2) / lblPurpose(2) / fraUnit [optBGUnit(0) / optBGUnit(1)]"},
+                "lblTherapie+cbTherapie / cmdWhy(3)"},
+           Case{"Maßeinheit", "lblHeading(2) / lblPurpose(2) / fraUnit [optBGUnit(0) / optBGUnit(1)] / cmdWhy(2)"},
            Case{"netpath",
                 "lblHeading(1) / lblPurpose(1) / lblFolderTitle+lblFolder > lblLocation / cmdPath(0) / cmdPath(1) / "
-                "lblFindings(1)"},
+                "cmdWhy(1)"},
            Case{"Eingabe",
                 "lblHeading(9) / lblPurpose(9) / optDataEntry(0) > lblDataEntry(0) / optDataEntry(1) > "
                 "lblDataEntry(1) / optDataEntry(2) > lblDataEntry(2) / imgDataEntry"},

@@ -104,11 +104,11 @@ TEST_F(Navigation, StaysOnAPageThatRefuses) {
   start();
   next();
   EXPECT_EQ(wizard().CurrentStep(), 0);
-  EXPECT_EQ(user.log.back(), "message T607 4112 vantrix");
+  EXPECT_EQ(user.log.back(), "message T607 4112 T4650");
   EXPECT_EQ(wizard().form().focus(), &control("txtFirstName"));
   enter_name("Max", " ");
   next();
-  EXPECT_EQ(user.log.back(), "message T606 4112 vantrix");
+  EXPECT_EQ(user.log.back(), "message T606 4112 T4650");
   EXPECT_EQ(wizard().form().focus(), &control("txtName"));
   enter_name();
   next();
@@ -150,7 +150,7 @@ TEST_F(Navigation, CancelAsksOnEveryPageAndLeavesEverythingAsItWas) {
     EXPECT_EQ(wizard().CurrentStep(), page);
     EXPECT_EQ(text("txtName"), "Anders");
     cancel();
-    EXPECT_EQ(user.log.back(), "message T693 4100 vantrix");
+    EXPECT_EQ(user.log.back(), "message T693 4100 T4650");
     EXPECT_EQ(wizard().state(), frmAssistantFirstSteps::State::Cancelled);
     EXPECT_EQ(everything(), before) << "page " << page;
   }

@@ -120,7 +120,7 @@ TEST_F(Therapy, ContradictingTargetsAreRefused) {
     const bool accepted = row.message == std::string();
     EXPECT_EQ(wizard().CurrentStep(), accepted ? 1 : 0) << row.from << " " << row.until;
     if (accepted) continue;
-    EXPECT_EQ(user.log.back(), "message T" + std::string(row.message) + " 4112 vantrix");
+    EXPECT_EQ(user.log.back(), "message T" + std::string(row.message) + " 4112 T4650");
     EXPECT_EQ(wizard().form().focus(), &control("txtvorgabe", row.focus));
   }
 }
@@ -186,7 +186,7 @@ TEST_F(Therapy, AFieldWithoutANumberIsNamedWithWhatIsMeant) {
     type("txtvorgabe", row.typed, 1);
     user.log.clear();
     next();
-    EXPECT_THAT(user.log, ElementsAre("message " + std::string(row.message) + " 4112 vantrix")) << row.typed;
+    EXPECT_THAT(user.log, ElementsAre("message " + std::string(row.message) + " 4112 T4650")) << row.typed;
   }
 }
 
@@ -248,7 +248,7 @@ TEST_F(Folder, ANewDatabaseIsRefusedWhereThereIsOne) {
   write("shared\\index.mdb", "x");
   user.chosen_folder = path("shared");
   wizard().click("cmdPath", 0);
-  EXPECT_THAT(user.log, ElementsAre("not topmost", "folder T4801", "message T2400 65552 vantrix", "topmost"));
+  EXPECT_THAT(user.log, ElementsAre("not topmost", "folder T4801", "message T2400 65552 T4650", "topmost"));
   EXPECT_EQ(wizard().config().PatientData, path("local\\"));
   wizard().click("cmdPath", 1);
   EXPECT_EQ(wizard().config().PatientData, path("shared\\"));
@@ -306,7 +306,7 @@ TEST_F(SharedFolder, TellsWhichPatientsCouldNotBeUpgraded) {
   wizard().click("cmdPath", 1);
   EXPECT_THAT(progress.log,
               ElementsAre("start Aktualisiere Datenbank...50% 100", "offer T901", "50", "100", "50", "100", "finish"));
-  EXPECT_THAT(user.log, Contains("message 1/2\r\n" + path("shared\\db4_000002.das") + " 3343 65600 vantrix"));
+  EXPECT_THAT(user.log, Contains("message 1/2\r\n" + path("shared\\db4_000002.das") + " 3343 65600 T4650"));
   EXPECT_THAT(due(), ElementsAre("2"));
   enter_name();
   finish();
@@ -317,7 +317,7 @@ TEST_F(SharedFolder, TellsWhichPatientsCouldNotBeUpgraded) {
 TEST_F(SharedFolder, GoesOnAfterAWalkThatWasCancelled) {
   progress.ends = true;
   wizard().click("cmdPath", 1);
-  EXPECT_THAT(user.log, Contains("message 1/2\r\nT4887 65600 vantrix"));
+  EXPECT_THAT(user.log, Contains("message 1/2\r\nT4887 65600 T4650"));
   EXPECT_THAT(due(), ElementsAre("2"));
   progress.ends = false;
   const std::filesystem::path damaged = support::host_file_system().host_path(path("shared\\db4_000002.das"));

@@ -20,11 +20,12 @@ constexpr int cancel_button = 2;
 }  // namespace
 
 AssistantWindow::AssistantWindow(HINSTANCE instance, frmAssistantFirstSteps& assistant)
-    : assistant_(assistant), view_(assistant.form()) {
+    : assistant_(assistant), view_(assistant.form()), notes_(assistant.form(), assistant.config()) {
   register_container_class(instance);
   register_step_list_class(instance);
   window_ = create_frame_window(instance, support::wide(assistant_.form().caption()).c_str(), dialog_procedure, this);
   centre_frame_window(window_, first_size);
+  view_.set_voice([this](const form::Control& control) { return voice(control); });
   view_.open(window_);
   is_open_ = true;
   assistant_.form().set_observer(this);
@@ -48,13 +49,38 @@ void AssistantWindow::run() {
       DispatchMessageW(&message);
     }
     follow_focus();
+    show_findings();
   }
+}
+
+void AssistantWindow::show_outcome() {
+  if (window_ == nullptr) return;
+  view_.arrange();
+  RedrawWindow(window_, nullptr, nullptr, RDW_INVALIDATE | RDW_UPDATENOW | RDW_ALLCHILDREN);
+  page_shown_ = GetTickCount64();
+  run();
+}
+
+/// Not while a button of the mouse is down: what it is about to click must not move away below it.
+void AssistantWindow::show_findings() {
+  if (!notes_due_ || window_ == nullptr || GetKeyState(VK_LBUTTON) < 0) return;
+  notes_due_ = false;
+  if (notes_.show(assistant_.page_findings(), view_.controls())) view_.set_notes(notes_.lines());
+}
+
+/// A finding is said again with its field.
+Spoken AssistantWindow::voice(const form::Control& control) const {
+  Spoken said = spoken(assistant_.form(), assistant_.config(), control);
+  if (const std::string finding = notes_.text_of(control); !finding.empty())
+    said.description += (said.description.empty() ? "" : ". ") + finding;
+  return said;
 }
 
 /// Wherever the focus has come from: what has it is in sight.
 void AssistantWindow::follow_focus() {
   const HWND focus = GetFocus();
   if (focus == std::exchange(focus_, focus)) return;
+  notes_due_ = true;
   if (focus != nullptr && window_ != nullptr) view_.reveal(focus);
 }
 
@@ -103,6 +129,7 @@ bool AssistantWindow::is_meant_for_page_before(const form::Control& control) con
 
 void AssistantWindow::raise(const FormEvent& event) {
   const form::Control& control = *event.control;
+  notes_due_ = true;
   if (event.kind == FormEvent::Kind::Change) {
     assistant_.change(control.name(), control.index());
     return view_.arrange_changes();

@@ -5,6 +5,7 @@
 #include <windows.h>
 
 #include "wizard/assistant.h"
+#include "wizard/win32/finding_notes.h"
 #include "wizard/win32/form_view.h"
 #include "wizard/win32/progress_window.h"
 
@@ -20,6 +21,8 @@ class AssistantWindow : public form::FormObserver {
 
   /// The message loop; returns when the run has ended, the window still being there.
   void run();
+  /// After a finish that wrote everything: the page that says so, until the user closes it.
+  void show_outcome();
   HWND handle() const noexcept { return window_; }
   /// The long work that may go on over the window; while it does, the session does not end. It must outlive the window.
   void set_work(ProgressWindow& work) noexcept { work_ = &work; }
@@ -45,6 +48,8 @@ class AssistantWindow : public form::FormObserver {
   void scroll_line(int request);
   bool turn_charts(const MSG& message);
   void follow_focus();
+  void show_findings();
+  Spoken voice(const form::Control& control) const;
   void bring_into_view(const form::Control& chart);
   void close();
   void raise(const FormEvent& event);
@@ -53,6 +58,7 @@ class AssistantWindow : public form::FormObserver {
 
   frmAssistantFirstSteps& assistant_;
   FormView view_;
+  FindingNotes notes_;
   HWND window_ = nullptr;
   ProgressWindow* work_ = nullptr;
   HWND focus_ = nullptr;          ///< what had the focus after the last message
@@ -61,6 +67,7 @@ class AssistantWindow : public form::FormObserver {
   bool key_is_repeated_ = false;  ///< the message that is handled now comes from a key held down
   bool is_open_ = false;          ///< the window has its controls
   bool in_event_ = false;
+  bool notes_due_ = true;         ///< findings may be others than those that are shown
   bool focus_asked_for_ = false;  ///< by the event that is handled now
 };
 

@@ -1,7 +1,12 @@
 #include "wizard/win32/form_view.h"
 
+// These need windows.h before them.
+#include <commctrl.h>
+#include <oleacc.h>
+
 #include <utility>
 
+#include "wizard/win32/accessible_control.h"
 #include "wizard/win32/chart_option.h"
 #include "wizard/win32/chart_places.h"
 #include "wizard/win32/control_properties.h"
@@ -80,6 +85,22 @@ void FormView::create(ShownControl& shown) {
     if (!shows_from_the_start(*shown.control, property)) show(shown, property);
   }
   tips_.add(shown);
+  give_voice(shown);
+}
+
+/// Own windows have no role that the system would know of.
+void FormView::give_voice(const ShownControl& shown) {
+  std::optional<long> role;
+  if (shown.control->kind() == form::Kind::Image) role = ROLE_SYSTEM_GRAPHIC;
+  if (shown.control->kind() == form::Kind::StepIndicator) role = ROLE_SYSTEM_STATICTEXT;
+  if (shown.control->kind() == form::Kind::PictureBox) role = ROLE_SYSTEM_GROUPING;
+  if (is_page(*shown.control)) role = ROLE_SYSTEM_PROPERTYPAGE;
+  if (!voice_) return;
+  const SpokenOf what = [this, control = shown.control] { return voice_(*control); };
+  make_accessible(shown.window, what, role);
+  // The field of a list is what has the focus.
+  const HWND field = FindWindowExW(shown.window, nullptr, WC_EDITW, nullptr);
+  if (shown.control->kind() == form::Kind::ComboBox && field != nullptr) make_accessible(field, what);
 }
 
 /// A chart that comes in late is placed at once; the first ones wait for the size of their frame.

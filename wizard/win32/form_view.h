@@ -5,9 +5,12 @@
 #include <windows.h>
 
 #include <deque>
+#include <functional>
 #include <map>
 #include <optional>
+#include <utility>
 
+#include "wizard/spoken.h"
 #include "wizard/win32/look.h"
 #include "wizard/win32/native_events.h"
 #include "wizard/win32/page_layout.h"
@@ -23,6 +26,8 @@ class FormView {
   /// The form must outlive it.
   explicit FormView(form::Form& form) : form_(form), controls_(form) {}
 
+  /// What is said of a control to screen readers; before open().
+  void set_voice(std::function<Spoken(const form::Control&)> voice) { voice_ = std::move(voice); }
   /// Creates what is seen of the form in the window, in its resolution; the rest is left to work_ahead(). Before that
   /// nothing is shown; called once.
   void open(HWND window);
@@ -69,6 +74,7 @@ class FormView {
 
  private:
   void create(ShownControl& shown);
+  void give_voice(const ShownControl& shown);
   void create_chart(const ShownControl& chart);
   bool can_wait(const form::Control& control) const;
   void create_page(ShownControl& page);
@@ -93,6 +99,7 @@ class FormView {
   PictureQueue pictures_;
   mutable Fonts fonts_;  ///< made when they are first asked for
   ToolTips tips_;
+  std::function<Spoken(const form::Control&)> voice_;
   HWND window_ = nullptr;
   UINT dpi_ = USER_DEFAULT_SCREEN_DPI;
   WindowParts parts_{};

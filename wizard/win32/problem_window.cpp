@@ -4,6 +4,7 @@
 #include <utility>
 
 #include "support/win32/wide.h"
+#include "wizard/win32/control_properties.h"
 #include "wizard/win32/dark_controls.h"
 #include "wizard/win32/dialog_resolution.h"
 #include "wizard/win32/look.h"
@@ -22,6 +23,9 @@ constexpr form::Bounds problem_inner_size{0, 0, 8100, 5100}, heading_place{240, 
 constexpr std::int32_t page_end = 4320;
 constexpr DWORD problem_style = WS_POPUP | WS_CAPTION | WS_SYSMENU,
                 problem_extended_style = WS_EX_TOPMOST | WS_EX_DLGMODALFRAME;
+
+/// One title for the window and all that opens over it.
+std::wstring shown_title(HWND owner) { return support::wide(window_text(owner)); }
 
 class ProblemWindow {
  public:
@@ -56,7 +60,7 @@ ProblemWindow::ProblemWindow(HWND owner, const InstallationConfig& config, const
     : owner_(owner), dpi_(GetDpiForWindow(owner)), font_(config.DefaultFont), problems_(problems) {
   const EmptyTemplate described;
   window_ = CreateDialogIndirectParamW(nullptr, &described.head, owner, procedure, reinterpret_cast<LPARAM>(this));
-  SetWindowTextW(window_, support::wide(config.Productname).c_str());
+  SetWindowTextW(window_, shown_title(owner).c_str());
   dress_frame(window_);
   place_over(owner);
   fill(config);

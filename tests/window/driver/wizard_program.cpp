@@ -115,6 +115,14 @@ bool WizardProgram::is_chosen(std::string_view path) const {
 bool WizardProgram::is_shown(std::string_view path) const { return IsWindowVisible(find(described(path))) != 0; }
 bool WizardProgram::is_enabled(std::string_view path) const { return IsWindowEnabled(control(path)) != 0; }
 
+/// There is nothing to cancel any more.
+void WizardProgram::close_outcome() const {
+  const auto is_done = [this] { return IsWindowEnabled(window_) != 0 && !is_shown("Command1(2)"); };
+  if (!wait_until([&] { return !process_.is_running() || is_done(); }) || !process_.is_running()) return;
+  let_page_settle();
+  press("Command1(0)");
+}
+
 std::string WizardProgram::focus() const {
   GUITHREADINFO state{};
   state.cbSize = sizeof state;

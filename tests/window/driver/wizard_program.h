@@ -56,6 +56,9 @@ class WizardProgram {
   /// Next until the page is shown.
   void go_to(std::string_view tag) const;
 
+  /// Where the wizard has finished and says so: closes it. Waits for that, or for another end.
+  void close_outcome() const;
+
   /// Text of the message box shown; fails where none comes.
   std::string message() const;
   bool asks() const { return message_box() != nullptr; }

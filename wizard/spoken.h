@@ -1,0 +1,22 @@
+// What a screen reader says of a control of the form: the same that the page shows to the eye by the places of its
+// labels, units, groups and headings.
+#pragma once
+
+#include <string>
+
+#include "wizard/form/form.h"
+#include "wizard/installation_config.h"
+
+namespace wizard {
+
+struct Spoken {
+  std::string name;         ///< empty: what the control shows is its name, or it has none
+  std::string description;  ///< what it belongs to, or what is asked of it; may be empty
+  bool silent = false;      ///< decoration: not spoken of
+  friend bool operator==(const Spoken&, const Spoken&) = default;
+};
+
+/// Reads the form as it is now; texts come from the installation's language.
+Spoken spoken(const form::Form& form, const InstallationConfig& config, const form::Control& control);
+
+}  // namespace wizard
