@@ -1,6 +1,7 @@
 #include "apps/firststeps_batch/firststeps_batch.h"
 
 #include "apps/console/arguments.h"
+#include "apps/console/exit_codes.h"
 #include "apps/console/journal.h"
 #include "apps/firststeps_batch/answer_controls.h"
 #include "apps/firststeps_batch/installation.h"
@@ -27,6 +28,7 @@ constexpr console::Option options[] = {
     {"--dry-run", "", "Say what would be written, and write nothing."},
     {"--json", "", "Print JSON."},
     console::journal_option,
+    {console::version_option_name, "", "Show the version."},
     console::help_option,
 };
 
@@ -40,10 +42,7 @@ constexpr std::string_view answers_help =
     "  text            txtName=Müller            options  optBGUnit=1 (the index of the chosen one)\n"
     "  list            cbTherapie=4 (item data)  charts   optThumb=key|key (all others are unticked)\n"
     "  list with text  cbInsulin(0)=name         folder   cmdPath(1)=folder\n"
-    "All pages are walked once before anything is written.\n\n"
-    "Exit codes: 0 done, 1 something could not be written, 2 wrong arguments, answers or settings files, 3 a page "
-    "refused\n"
-    "its answers. With 2 and 3 nothing was written.\n";
+    "All pages are walked once before anything is written.\n\n";
 
 void set_locale(const console::Arguments& arguments) {
   const std::optional<std::string> name = arguments.value("--locale");
@@ -130,7 +129,14 @@ int run_batch(const console::Arguments& arguments, console::Console& console) {
 int run(const std::vector<std::string>& arguments, console::Console& console) {
   return console::run_guarded(console, "firststeps_batch", [&] {
     if (console::asks_for_help(arguments)) {
-      console.out << "Usage: " << usage << "\n\n" << help_text << console::options_text(options) << answers_help;
+      console.out << "Usage: " << usage << "\n\n"
+                  << help_text << console::options_text(options) << answers_help
+                  << console::exit_codes_text(
+                         {console::exit_refused, "a page refused its answers; nothing was written"});
+      return console::exit_done;
+    }
+    if (!arguments.empty() && arguments.front() == console::version_option_name) {
+      console.out << console::version_text("firststeps_batch");
       return console::exit_done;
     }
     const auto shared = engine::share_automation_objects();

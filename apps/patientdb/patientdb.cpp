@@ -3,9 +3,11 @@
 #include <algorithm>
 #include <array>
 
+#include "apps/console/exit_codes.h"
 #include "apps/console/journal.h"
 #include "apps/patientdb/command.h"
 #include "apps/patientdb/engine_option.h"
+#include "apps/patientdb/manual.h"
 #include "database/engine/choice/engine_choice.h"
 #include "support/file_system.h"
 
@@ -20,8 +22,9 @@ constexpr std::array commands{
 constexpr std::string_view password_help =
     "Password: the default one, unless the environment variable PATIENTDB_PASSWORD or --password-file gives another. "
     "An\n"
-    "empty PATIENTDB_PASSWORD means a database without password.\n"
-    "Exit codes: 0 done, 1 failed (\"error NUMBER: text\" on standard error), 2 wrong usage.\n";
+    "empty PATIENTDB_PASSWORD means a database without password.\n";
+
+std::string common_help() { return std::string(password_help) + console::exit_codes_text(own_exit_code); }
 
 void write_help(std::ostream& out) {
   out << "Usage: patientdb COMMAND FILE …\n\nCreates, shows and changes patient databases.\n\n";
@@ -30,7 +33,10 @@ void write_help(std::ostream& out) {
     line.resize(14, ' ');
     out << line << command->summary << '\n';
   }
-  out << "\n\"patientdb COMMAND --help\" tells more of each.\n\n" << password_help;
+  out << "\n\"patientdb COMMAND --help\" tells more of each; \"patientdb --version\" tells the version,\n"
+      << "\"patientdb --manual\" writes the manual page, \"patientdb --completion bash\" or \"… powershell\" what\n"
+      << "completes commands and options in that shell.\n\n"
+      << common_help();
 }
 
 /// The command's own ones and those that all have.
@@ -38,6 +44,41 @@ std::vector<console::Option> options_of(const Command& command) {
   std::vector<console::Option> options(command.options.begin(), command.options.end());
   options.insert(options.end() - 1, {engine_option, console::journal_option});
   return options;
+}
+
+std::vector<Described> described_commands() {
+  std::vector<Described> described;
+  for (const Command* command : commands) described.push_back({*command, options_of(*command)});
+  return described;
+}
+
+int write_completion(std::span<const std::string> shell, console::Console& console) {
+  const std::string name = shell.size() == 1 ? shell.front() : "";
+  if (name == "bash") {
+    write_bash_completion(console.out, described_commands());
+  } else if (name == "powershell") {
+    write_powershell_completion(console.out, described_commands());
+  } else {
+    console.err << "--completion takes bash or powershell.\nTry \"patientdb --help\".\n";
+    return console::exit_usage;
+  }
+  return console::exit_done;
+}
+
+/// What is asked of the program itself; nothing where the word is none of these.
+std::optional<int> answer_of_program(std::span<const std::string> words, console::Console& console) {
+  const std::string& word = words.front();
+  if (word == "--completion") return write_completion(words.subspan(1), console);
+  if (word == console::help_option.name) {
+    write_help(console.out);
+  } else if (word == console::version_option_name) {
+    console.out << console::version_text("patientdb");
+  } else if (word == "--manual") {
+    write_manual(console.out, described_commands());
+  } else {
+    return std::nullopt;
+  }
+  return console::exit_done;
 }
 
 std::unique_ptr<support::ErrorJournal> open_journal(const console::Arguments& arguments,
@@ -50,7 +91,7 @@ std::unique_ptr<support::ErrorJournal> open_journal(const console::Arguments& ar
 void write_help(std::ostream& out, const Command& command) {
   out << "Usage: patientdb " << command.name << ' ' << command.usage << "\n\n" << command.summary << "\n\n";
   if (!command.details.empty()) out << command.details << "\n\n";
-  out << console::options_text(options_of(command)) << '\n' << password_help;
+  out << console::options_text(options_of(command)) << '\n' << common_help();
 }
 
 int run_command(const Command& command, std::span<const std::string> words, console::Console& console) {
@@ -74,10 +115,7 @@ int run(const std::vector<std::string>& arguments, console::Console& console) {
     write_help(console.err);
     return console::exit_usage;
   }
-  if (arguments.front() == console::help_option.name) {
-    write_help(console.out);
-    return console::exit_done;
-  }
+  if (const auto answered = answer_of_program(arguments, console)) return *answered;
   const auto found = std::ranges::find(commands, std::string_view(arguments.front()), &Command::name);
   if (found == commands.end()) {
     console.err << "There is no command \"" << arguments.front() << "\".\nTry \"patientdb --help\".\n";
