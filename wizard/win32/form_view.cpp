@@ -55,12 +55,13 @@ void FormView::open(HWND window) {
   window_ = window;
   dpi_ = GetDpiForWindow(window);
   for (const auto& control : form_.controls()) controls_.add(*control);
+  arrange_parts();
   for (const auto& shown : controls_) {
     if (shown->control->kind() == form::Kind::Timer) show_timer(*shown->control);
     if (shown->control->parent() == nullptr && (shown->control->visible() || !is_page(*shown->control))) create(*shown);
     if (shown->window == nullptr) waiting_.push_back(shown.get());
   }
-  arrange();
+  arrange_parts();
 }
 
 bool FormView::work_ahead() {
