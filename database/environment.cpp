@@ -10,7 +10,7 @@ namespace {
 engine::Date machine_time() {
   const std::time_t now = std::time(nullptr);
   const std::tm* local = std::localtime(&now);
-  if (!local) throw support::RuntimeError(5, "the machine's clock cannot be read");
+  if (!local) throw support::RuntimeError(support::error_number::invalid_call, "the machine's clock cannot be read");
   return engine::date_from(local->tm_year + 1900, local->tm_mon + 1, local->tm_mday, local->tm_hour, local->tm_min,
                            local->tm_sec);
 }

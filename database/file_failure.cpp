@@ -6,28 +6,30 @@ namespace database {
 
 namespace {
 
+namespace error_number = support::error_number;
+
 /// What the engines say of a file that somebody else has, a lock that is not to be had, a disk, a network or a format.
-constexpr int file_failures[] = {
-    3006,  // the database is locked exclusively
-    3008,  // the table is opened exclusively by another user
-    3040,  // disk error while reading
-    3043,  // disk or network error
-    3045,  // the file is in use
-    3049,  // damaged, or no database of this engine
-    3050,  // the file cannot be locked
-    3051,  // the file cannot be opened
-    3052,  // too many locks
-    3186,  // cannot be saved: locked by a user of another machine
-    3187,  // cannot be read: locked by a user of another machine
-    3188,  // cannot be updated: locked by another session of this machine
-    3189,  // the table is locked exclusively
-    3197,  // another user has changed the row meanwhile
-    3218,  // cannot be updated: locked
-    3260,  // cannot be updated: locked by a user of another machine
-    3261,  // the table is locked exclusively by a user of another machine
-    3262,  // the table cannot be locked: in use by a user of another machine
-    error_unknown_format,
-    3356,  // the database is opened exclusively on another machine
+constexpr error_number::Number file_failures[] = {
+    error_number::database_locked,
+    error_number::table_open_exclusively,
+    error_number::disk_read_error,
+    error_number::disk_error,
+    error_number::file_in_use,
+    error_number::damaged_file,
+    error_number::file_not_lockable,
+    error_number::file_not_opened,
+    error_number::too_many_locks,
+    error_number::not_saved_locked_elsewhere,
+    error_number::not_read_locked_elsewhere,
+    error_number::not_updated_locked_here,
+    error_number::table_locked,
+    error_number::changed_meanwhile,
+    error_number::not_updated_locked,
+    error_number::not_updated_locked_elsewhere,
+    error_number::table_locked_elsewhere,
+    error_number::table_not_lockable,
+    error_number::unknown_format,
+    error_number::database_open_elsewhere,
 };
 static_assert(std::ranges::is_sorted(file_failures));
 

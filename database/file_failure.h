@@ -9,9 +9,6 @@
 
 namespace database {
 
-/// Of a file that is damaged, or that another engine wrote.
-inline constexpr int error_unknown_format = 3343;
-
 /// Disk or network error, full disk, in use or locked elsewhere, cannot be opened, unknown format.
 bool is_file_failure(const support::RuntimeError& error) noexcept;
 

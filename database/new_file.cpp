@@ -9,7 +9,8 @@ namespace database {
 NewFile::NewFile(const Environment& environment, std::string_view path, std::string_view password)
     : files_(environment.file_system()), path_(path) {
   support::RemoveSlashes(path_);
-  if (target_exists()) throw support::RuntimeError(3204, "the database exists already");
+  if (target_exists())
+    throw support::RuntimeError(support::error_number::database_exists, "the database exists already");
   support::remove_abandoned_files(files_.host_path(path_), support::new_database_mark);
   engine_ = create_engine(environment, false);
   working_path_ = support::working_path(path_, support::new_database_mark);
@@ -34,8 +35,9 @@ void NewFile::discard() {
 void NewFile::finish() {
   close();
   if (!files_.rename_without_replacing(working_path_, path_)) {
-    if (target_exists()) throw support::RuntimeError(3204, "the database exists already");
-    throw support::RuntimeError(3043, "the database cannot be given its name");
+    if (target_exists())
+      throw support::RuntimeError(support::error_number::database_exists, "the database exists already");
+    throw support::RuntimeError(support::error_number::disk_error, "the database cannot be given its name");
   }
   working_path_.clear();
 }

@@ -7,7 +7,7 @@ namespace database {
 std::unique_ptr<engine::Engine> create_engine(const Environment& environment, bool newest_engine_only) {
   const auto create = [&](std::string_view identifier) {
     auto engine = environment.open_engine(identifier);
-    if (!engine) throw support::RuntimeError(429, "no database engine answers");
+    if (!engine) throw support::RuntimeError(support::error_number::no_such_engine, "no database engine answers");
     return engine;
   };
   try {

@@ -10,7 +10,8 @@ OpenedTarget::OpenedTarget(const Environment& environment, const Target& target,
   support::RuntimeError failure{0, ""};
   OpenPatientDatabase(environment, target.path(), false, false, engine_, owned_, &failure);
   // A file that may not be written can still be read.
-  if (access == Access::Read && (failure.number() == 3027 || failure.number() == 3051)) {
+  if (access == Access::Read && (failure.number() == support::error_number::read_only ||
+                                 failure.number() == support::error_number::file_not_opened)) {
     OpenPatientDatabase(environment, target.path(), true, false, engine_, owned_);
   }
   database_ = owned_.get();

@@ -16,7 +16,8 @@ namespace {
 constexpr std::string_view preference_tables[] = {"labdefs", "preferredinsulin", "preferredmedicals"};
 
 /// What says that the other database lacks a table: 3011, 3078 and 3376 by engine and place.
-constexpr int no_such_table[] = {3011, 3078, 3376};
+constexpr support::error_number::Number no_such_table[] = {
+    support::error_number::no_such_item, support::error_number::unknown_table, support::error_number::no_such_table};
 
 std::string copy_of(std::string_view table) { return std::string(table) + "_copy"; }
 
@@ -62,7 +63,8 @@ class Exchange {
     if (!execute("SELECT * INTO " + target + " FROM [" + std::string(table) + "]" + other_file_)) return false;
     const std::int32_t read = opened_.database().records_affected();
     const auto counted = opened_.database().open_recordset("SELECT COUNT(*) AS stored FROM " + target);
-    if (std::get<std::int32_t>(counted->value("stored")) != read) engine::raise(3043, "a copy is not whole");
+    if (std::get<std::int32_t>(counted->value("stored")) != read)
+      engine::raise(support::error_number::disk_error, "a copy is not whole");
     return true;
   }
 
@@ -76,7 +78,7 @@ class Exchange {
       opened_.database().table_defs().item(table);
       return true;
     } catch (const support::RuntimeError& error) {
-      if (error.number() != 3265) throw;
+      if (error.number() != support::error_number::item_not_found) throw;
       return false;
     }
   }
@@ -92,7 +94,7 @@ bool db_MergePreferences(const Environment& environment, const Target& target, s
   support::Procedure procedure{"sql!db_MergePreferences"};
   const OpenedTarget opened{environment, target, OpenedTarget::Access::Write};
   if (Exchange(procedure, opened, other_path).run()) return true;
-  if (procedure.error().number() != error_unknown_format || !environment.readable_copy) return false;
+  if (procedure.error().number() != support::error_number::unknown_format || !environment.readable_copy) return false;
   std::unique_ptr<ReadableCopy> copy;
   procedure.step([&] { copy = environment.readable_copy(environment, other_path); });
   return copy && Exchange(procedure, opened, copy->path()).run();

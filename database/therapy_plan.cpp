@@ -106,7 +106,8 @@ bool db_SaveTherapyPlan(const Environment& environment, const Target& target, Th
     engine::Transaction transaction{database};
     id = store_header(database, plan);
     const auto details = database.open_recordset("therapieplan_details");
-    if (!details->updatable()) throw support::RuntimeError(3027, "the plan's items cannot be changed");
+    if (!details->updatable())
+      throw support::RuntimeError(support::error_number::read_only, "the plan's items cannot be changed");
     database.execute("DELETE * FROM therapieplan_details WHERE lID=" + std::to_string(id));
     failed_items = store_items(environment, procedure, *details, plan.items, id);
     details->close();

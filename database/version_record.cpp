@@ -36,10 +36,12 @@ bool is_version(std::string_view column) { return column == "MajVersion" || colu
 void read_column(const engine::Recordset& row, const Column<VersionRecord>& column, VersionRecord& record) {
   const std::string name(column.name);
   const bool there = has_column(row, name);
-  if (!there && is_version(name)) throw support::RuntimeError(3265, "The version record has no " + name + ".");
+  if (!there && is_version(name))
+    throw support::RuntimeError(support::error_number::item_not_found, "The version record has no " + name + ".");
   const engine::Value value = there ? row.value(name) : engine::Value(engine::Null{});
   if (!engine::is_null(value)) return assign_column(record, column, value);
-  if (there && is_version(name)) throw support::RuntimeError(94, name + " of the version record is Null.");
+  if (there && is_version(name))
+    throw support::RuntimeError(support::error_number::invalid_null, name + " of the version record is Null.");
 }
 
 bool is_product(std::string_view description) {

@@ -11,6 +11,8 @@
 #include <string_view>
 #include <utility>
 
+#include "support/error_number.h"
+
 namespace support {
 
 /// A failed statement: the database engine's own number where it has one (3021 no current record), else the
@@ -23,17 +25,6 @@ class RuntimeError : public std::runtime_error {
  private:
   int number_;
 };
-
-/// Numbers of the language runtime that more than one place raises.
-namespace error_number {
-inline constexpr int overflow = 6;
-inline constexpr int out_of_memory = 7;
-inline constexpr int type_mismatch = 13;
-inline constexpr int internal_error = 51;
-inline constexpr int permission_denied = 70;
-inline constexpr int path_file_access = 75;
-inline constexpr int no_object = 91;
-}  // namespace error_number
 
 /// Label of the procedure entered last, module label + "!" + procedure name; empty before the first.
 const std::string& current_procedure_label() noexcept;

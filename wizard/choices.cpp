@@ -103,7 +103,8 @@ void name_new_database(const Context& context, Choices& choices) {
 int Choices::option(std::string_view controls) const {
   const auto found =
       std::ranges::find_if(options, [&](const OptionChoice& choice) { return choice.group->controls == controls; });
-  if (found == options.end()) throw support::RuntimeError(340, "No such options: " + std::string(controls));
+  if (found == options.end())
+    throw support::RuntimeError(support::error_number::no_such_element, "No such options: " + std::string(controls));
   return found->option;
 }
 

@@ -130,7 +130,8 @@ void Finish::merge_preferences() {
       std::unique_ptr<engine::Database> readable;
       support::RuntimeError failure{0, ""};
       database::OpenPatientDatabase(environment, lookup, true, false, engine, readable, &failure);
-      if (!readable && (failure.number() != database::error_unknown_format || !environment.readable_copy)) return false;
+      if (!readable && (failure.number() != support::error_number::unknown_format || !environment.readable_copy))
+        return false;
     }
     return database::db_MergePreferences(environment, choices_.database, lookup);
   });

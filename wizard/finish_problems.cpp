@@ -29,17 +29,27 @@ constexpr FileRow file_rows[] = {
 
 /// Errors by number: of the engine, of files, and of the language runtime.
 struct ErrorRow {
-  int number;
+  support::error_number::Number number;
   long text;
 };
 
 constexpr ErrorRow error_rows[] = {
-    {3043, 6021}, {3026, 6021}, {61, 6021},                                        // disk error, disk full
-    {3051, 6022}, {3027, 6022}, {3044, 6022}, {70, 6022}, {75, 6022}, {76, 6022},  // no access, read only, no such path
-    {3045, 6023}, {3356, 6023}, {3006, 6023},                                      // in use elsewhere
-    {3343, 6024}, {3049, 6024},                                                    // damaged, of another program
-    {3031, 6025},                                                                  // password
-    {3204, 6033},                                                                  // there already
+    {support::error_number::disk_error, 6021},
+    {support::error_number::no_disk_space, 6021},
+    {support::error_number::disk_full, 6021},
+    {support::error_number::file_not_opened, 6022},
+    {support::error_number::read_only, 6022},
+    {support::error_number::invalid_path, 6022},
+    {support::error_number::permission_denied, 6022},
+    {support::error_number::path_file_access, 6022},
+    {support::error_number::path_not_found, 6022},
+    {support::error_number::file_in_use, 6023},
+    {support::error_number::database_open_elsewhere, 6023},
+    {support::error_number::database_locked, 6023},
+    {support::error_number::unknown_format, 6024},
+    {support::error_number::damaged_file, 6024},
+    {support::error_number::wrong_password, 6025},
+    {support::error_number::database_exists, 6033},
 };
 
 long reason_of(const FinishReport::Entry& entry) {

@@ -107,7 +107,6 @@ void provide_index_database(Context& context) {
 }
 
 void bring_index_up_to_date(Context& context) {
-  constexpr int cancelled_by_user = 3059;
   if (!create_where_missing(context)) return;
   database::Environment environment = context.environment();
   WalkProgress progress(environment.progress, context.config.text(cancel_caption));
@@ -126,7 +125,8 @@ void bring_index_up_to_date(Context& context) {
   const database::IndexUpgrade upgrade = database::db_UpgradeIndexDatabase(environment, context.config.IndexDB, watch);
   progress.end();
   context.patients_failure = first_failure;
-  if (upgrade.cancelled) context.patients_failure.emplace(cancelled_by_user, "The user has ended the work.");
+  if (upgrade.cancelled)
+    context.patients_failure.emplace(support::error_number::cancelled, "The user has ended the work.");
   if (upgrade.cancelled || upgrade.failed > 0) tell(context, upgrade, failures);
 }
 

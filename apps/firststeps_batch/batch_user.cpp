@@ -24,7 +24,8 @@ int careful_answer(std::uint32_t style) {
 
 int BatchUser::message_box(std::string_view text, std::uint32_t style, std::string_view) {
   messages_.emplace_back(text);
-  if ((style & buttons_mask) == ok_cancel) throw support::RuntimeError(3059, "There is nobody to answer the question.");
+  if ((style & buttons_mask) == ok_cancel)
+    throw support::RuntimeError(support::error_number::cancelled, "There is nobody to answer the question.");
   return careful_answer(style);
 }
 

@@ -73,7 +73,7 @@ class ReadOnlyEngine : public engine::Engine {
  public:
   explicit ReadOnlyEngine(std::unique_ptr<engine::Engine> engine) : engine_(std::move(engine)) {}
   std::unique_ptr<engine::Database> create_database(std::string_view, std::string_view, std::int32_t) override {
-    throw support::RuntimeError(3027, "Cannot update. Database or object is read-only.");
+    throw support::RuntimeError(support::error_number::read_only, "Cannot update. Database or object is read-only.");
   }
   std::unique_ptr<engine::Database> open_database(std::string_view path, bool exclusive, bool,
                                                   std::string_view connect) override {

@@ -75,7 +75,8 @@ database::PatientRecord patient_of(const Call& call) {
 void require_room(engine::TableDef& table, std::string_view field, const std::string& text) {
   const auto size = static_cast<std::size_t>(table.fields().item(field)->size());
   if (support::character_count(text) <= size) return;
-  throw support::RuntimeError(3163, std::string(field) + " takes at most " + std::to_string(size) + " characters.");
+  throw support::RuntimeError(support::error_number::field_too_small,
+                              std::string(field) + " takes at most " + std::to_string(size) + " characters.");
 }
 
 /// What is wrong with the row is told before it, the devices or a patient's file are touched.
@@ -84,7 +85,8 @@ void check_row(const Call& call, const database::PatientRecord& patient, bool ma
   const auto row =
       open.database->open_forward_only("SELECT id FROM index WHERE id=" + std::to_string(patient.index_id));
   if (row->eof() && !may_add) {
-    throw support::RuntimeError(3021, "The index has no patient " + std::to_string(patient.index_id) + ".");
+    throw support::RuntimeError(support::error_number::no_current_record,
+                                "The index has no patient " + std::to_string(patient.index_id) + ".");
   }
   const auto table = open.database->table_defs().item("index");
   require_room(*table, "Name", patient.name);
@@ -118,7 +120,8 @@ int process(Call& call, std::int16_t action, const std::string& file, bool may_a
 
 int refresh(Call& call) {
   const std::string file = database_path(call.arguments.operands()[3]);
-  if (!support::file_test(support::host_file_system(), file)) throw support::RuntimeError(3024, "File not found.");
+  if (!support::file_test(support::host_file_system(), file))
+    throw support::RuntimeError(support::error_number::file_not_found, "File not found.");
   return process(call, database::index_action::refresh, file, true);
 }
 

@@ -53,7 +53,7 @@ void check_given_password(std::string_view word) {
 }
 
 void change_password(engine::Database& database, const std::string& old_word, const std::string& new_word) {
-  constexpr int wrong_password = 3031;
+  constexpr auto wrong_password = support::error_number::wrong_password;
   try {
     database.new_password(old_word, new_word);
   } catch (const support::RuntimeError& error) {

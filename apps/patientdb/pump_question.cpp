@@ -35,7 +35,8 @@ int PumpQuestion::ask(std::string_view text, std::string_view title) {
     console_.err << "[O]K / [A]bbruch: " << std::flush;
     if (!console_.in || !std::getline(*console_.in, line)) {
       console_.err << '\n';
-      throw support::RuntimeError(3059, "The question about the pump data needs an answer: --yes or --no.");
+      throw support::RuntimeError(support::error_number::cancelled,
+                                  "The question about the pump data needs an answer: --yes or --no.");
     }
     const std::string answer = support::to_lower(line.substr(0, line.find_last_not_of(" \r") + 1));
     if (answer == "o" || answer == "ok") return button_ok;

@@ -57,7 +57,8 @@ class LastError {
  public:
   bool any() const { return error_.has_value(); }
   support::RuntimeError error() const {
-    return error_.value_or(support::RuntimeError(51, "The record could not be written."));
+    return error_.value_or(
+        support::RuntimeError(support::error_number::internal_error, "The record could not be written."));
   }
 
  private:

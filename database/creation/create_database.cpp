@@ -12,9 +12,7 @@
 namespace database {
 namespace {
 
-constexpr int error_field_exists = 3191;
-constexpr int error_item_not_found = 3265;
-constexpr int error_zero_length = 3315;
+namespace error_number = support::error_number;
 
 /// Keeps the first of the statements that the procedures below pass over: what they may leave out one by one, a new
 /// database must not lack. Two kinds do not count: the repair pass finds its fields there, and an empty text in a field
@@ -28,7 +26,8 @@ class SkippedStatements {
 
  private:
   void notice(const support::RuntimeError& error) {
-    if (!first_ && error.number() != error_field_exists && error.number() != error_zero_length) first_ = error;
+    if (!first_ && error.number() != error_number::field_defined_twice && error.number() != error_number::zero_length)
+      first_ = error;
   }
 
   std::optional<support::RuntimeError> first_;
@@ -66,7 +65,7 @@ void require(engine::Database& database, std::string_view name, std::size_t fiel
   const auto table = database.table_defs().item(name);
   if (static_cast<std::size_t>(table->fields().count()) < fields ||
       static_cast<std::size_t>(table->indexes().count()) < indexes) {
-    throw support::RuntimeError(error_item_not_found, "the table " + std::string(name) + " is not complete");
+    throw support::RuntimeError(error_number::item_not_found, "the table " + std::string(name) + " is not complete");
   }
 }
 

@@ -12,7 +12,6 @@ namespace {
 constexpr std::int64_t days_of_era = 146097;
 /// From 0000-03-01 to 1899-12-30.
 constexpr std::int64_t days_before_day_zero = 693899;
-constexpr int error_outside_calendar = 6;
 
 }  // namespace
 
@@ -46,12 +45,12 @@ Date date_of_seconds(std::int64_t seconds) noexcept {
 Date date_from(int year, int month, int day, int hour, int minute, int second) {
   const std::int64_t time = (std::int64_t{hour} * 60 + minute) * 60 + second;
   const Date date = date_of_seconds(day_number(year, month, day) * seconds_per_day + time);
-  if (!in_calendar(date.days)) raise(error_outside_calendar);
+  if (!in_calendar(date.days)) raise(error_number::overflow);
   return date;
 }
 
 CalendarTime calendar_time(Date date) {
-  if (!in_calendar(date.days)) raise(error_outside_calendar);
+  if (!in_calendar(date.days)) raise(error_number::overflow);
   const std::int64_t seconds = seconds_of(date);
   const std::int64_t number = divide_down(seconds, seconds_per_day);
   const std::int64_t time = seconds - number * seconds_per_day;

@@ -1,19 +1,23 @@
-// The engine's error numbers with their texts, as every engine and the SQL front end raise them. Names of tables and
-// fields may stand in a text, values and paths never: texts end up in the error journal, which holds nothing of a
-// patient.
+// How every engine and the SQL front end raise an error: by its number, with the text of that number.
 #pragma once
 
 #include <string_view>
 
 #include "support/error.h"
+#include "support/error_number.h"
 
 namespace engine {
 
-/// The error of this number. `detail`, a name or a clause that says more, stands where the text has a place for it. A
-/// number without a text is told as an internal error.
-support::RuntimeError engine_error(int number, std::string_view detail = {});
+namespace error_number = support::error_number;
+
+/// The error of this number. `detail`, a name or a clause that says more, stands where the text has a place for it.
+inline support::RuntimeError engine_error(error_number::Number number, std::string_view detail = {}) {
+  return {number, support::error_text(number, detail)};
+}
 
 /// Throws it.
-[[noreturn]] void raise(int number, std::string_view detail = {});
+[[noreturn]] inline void raise(error_number::Number number, std::string_view detail = {}) {
+  throw engine_error(number, detail);
+}
 
 }  // namespace engine

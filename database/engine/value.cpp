@@ -11,19 +11,17 @@
 namespace engine {
 namespace {
 
-constexpr int overflow = 6, type_mismatch = 13, invalid_null = 94;
-
 template <typename Integer>
 Integer whole_number(const Value& value) {
   const double rounded = support::round_half_even(to_double(value));
   if (!(rounded >= std::numeric_limits<Integer>::min() && rounded <= std::numeric_limits<Integer>::max())) {
-    raise(overflow);
+    raise(error_number::overflow);
   }
   return static_cast<Integer>(rounded);
 }
 
 struct ToDouble {
-  double operator()(Null) const { raise(invalid_null); }
+  double operator()(Null) const { raise(error_number::invalid_null); }
   double operator()(bool yes) const { return yes ? -1 : 0; }
   double operator()(std::int32_t number) const { return number; }
   double operator()(float number) const { return static_cast<double>(number); }
@@ -31,13 +29,13 @@ struct ToDouble {
   double operator()(Date date) const { return date.days; }
   double operator()(const std::string& text) const {
     const std::optional<double> number = support::parse_number(text);
-    if (!number) raise(type_mismatch);
+    if (!number) raise(error_number::type_mismatch);
     return *number;
   }
 };
 
 struct ToText {
-  std::string operator()(Null) const { raise(invalid_null); }
+  std::string operator()(Null) const { raise(error_number::invalid_null); }
   std::string operator()(bool yes) const { return yes ? "True" : "False"; }
   std::string operator()(std::int32_t number) const { return std::to_string(number); }
   std::string operator()(float number) const { return support::number_text(number); }
@@ -54,7 +52,7 @@ std::int32_t to_int32(const Value& value) { return whole_number<std::int32_t>(va
 
 float to_single(const Value& value) {
   const double number = to_double(value);
-  if (std::abs(number) > static_cast<double>(std::numeric_limits<float>::max())) raise(overflow);
+  if (std::abs(number) > static_cast<double>(std::numeric_limits<float>::max())) raise(error_number::overflow);
   return static_cast<float>(number);
 }
 
@@ -75,7 +73,7 @@ Date to_date(const Value& value) {
     if (const std::optional<Date> date = parse_user_date(*text)) return *date;
   }
   const double days = to_double(value);
-  if (!in_calendar(days)) raise(overflow);
+  if (!in_calendar(days)) raise(error_number::overflow);
   return Date{days};
 }
 

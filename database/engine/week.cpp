@@ -5,8 +5,6 @@
 namespace engine {
 namespace {
 
-constexpr int invalid_call = 5;
-
 /// The day on which the first week of the year begins.
 std::int64_t first_week_start(std::int64_t year, WeekRule rule) noexcept {
   const std::int64_t new_year = day_number(year, 1, 1);
@@ -22,12 +20,12 @@ std::int64_t first_week_start(std::int64_t year, WeekRule rule) noexcept {
 }  // namespace
 
 int first_weekday_of(int number) {
-  if (number < 0 || number > 7) raise(invalid_call);
+  if (number < 0 || number > 7) raise(error_number::invalid_call);
   return number == 0 ? 1 : number;
 }
 
 FirstWeek first_week_of(int number) {
-  if (number < 0 || number > 3) raise(invalid_call);
+  if (number < 0 || number > 3) raise(error_number::invalid_call);
   return static_cast<FirstWeek>(number);
 }
 

@@ -22,8 +22,6 @@ namespace {
 
 using support::Procedure;
 
-constexpr int no_current_record = 3021;
-
 /// Categories that count as a patient's data: the eight kinds of entries and the laboratory values.
 constexpr std::int32_t counted_categories = 0xFF | 1 << 9;
 constexpr std::string_view hba1c_query = "SELECT * FROM labvalues WHERE type=11 ORDER BY vdate DESC";
@@ -74,7 +72,8 @@ std::int32_t store_row(const Environment& environment, Procedure& procedure, eng
   engine::Transaction transaction{index};
   auto row = row_of(index, number);
   if (row->eof()) {
-    if (!may_add) throw support::RuntimeError(no_current_record, "The database holds no patient.");
+    if (!may_add)
+      throw support::RuntimeError(support::error_number::no_current_record, "The database holds no patient.");
     row = new_row(environment, index, std::move(row));
   } else {
     row->edit();
@@ -198,11 +197,11 @@ struct OpenPatient {
 
 /// One that may not be written can still be read. Raises what keeps it from being opened.
 OpenPatient open_patient(const Environment& environment, std::string_view file) {
-  constexpr int read_only = 3027, not_opened = 3051, missing = 3024;
   OpenPatient open;
-  support::RuntimeError failure{missing, "File not found."};
+  support::RuntimeError failure{support::error_number::file_not_found, "File not found."};
   OpenPatientDatabase(environment, file, false, false, open.engine, open.database, &failure);
-  if (!open.database && (failure.number() == read_only || failure.number() == not_opened)) {
+  if (!open.database && (failure.number() == support::error_number::read_only ||
+                         failure.number() == support::error_number::file_not_opened)) {
     OpenPatientDatabase(environment, file, true, false, open.engine, open.database, &failure);
   }
   if (!open.database) throw failure;

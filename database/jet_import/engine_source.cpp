@@ -66,7 +66,8 @@ std::string query_of(const SourceTable& table) {
 /// Money has four decimals, and a Double holds 15 digits.
 void check_money(double amount) {
   constexpr double first_rounded = 1e11;
-  if (std::abs(amount) >= first_rounded) throw support::RuntimeError(6, "Overflow: " + engine::to_text(amount));
+  if (std::abs(amount) >= first_rounded)
+    throw support::RuntimeError(support::error_number::overflow, "Overflow: " + engine::to_text(amount));
 }
 
 class EngineRows : public SourceRows {

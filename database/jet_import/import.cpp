@@ -56,7 +56,9 @@ class Import {
   void check_foreign_fields(const SourceTable& table, bool leave_out) {
     for (const std::string& field : table.foreign_fields) {
       const std::string place = table.name + "." + field;
-      if (!leave_out) throw support::RuntimeError(3259, place + ": a field of bytes or objects cannot be held");
+      if (!leave_out)
+        throw support::RuntimeError(support::error_number::invalid_data_type,
+                                    place + ": a field of bytes or objects cannot be held");
       note(place + ": bytes or objects, left out");
     }
   }
@@ -64,7 +66,7 @@ class Import {
   void check_indexes(const SourceTable& table, bool leave_out) {
     for (const std::string& index : table.unreadable_indexes) {
       const std::string place = table.name + ": index " + index;
-      if (!leave_out) throw support::RuntimeError(3343, place + " cannot be read");
+      if (!leave_out) throw support::RuntimeError(support::error_number::unknown_format, place + " cannot be read");
       note(place + " cannot be read, left out");
     }
   }
@@ -186,9 +188,9 @@ class Import {
     const auto written = static_cast<std::int64_t>(engine::to_double(counted->value(0)));
     const std::int64_t announced = table.row_count.value_or(read);
     if (read == announced && written == read) return;
-    throw support::RuntimeError(3343, "the file announces " + std::to_string(announced) + " rows, " +
-                                          std::to_string(read) + " could be read and " + std::to_string(written) +
-                                          " were written");
+    throw support::RuntimeError(support::error_number::unknown_format,
+                                "the file announces " + std::to_string(announced) + " rows, " + std::to_string(read) +
+                                    " could be read and " + std::to_string(written) + " were written");
   }
 
   database::Progress* progress_;

@@ -86,11 +86,12 @@ std::string jet3_password(std::string_view header) {
 
 JetHeader read_jet_header(std::string_view beginning) {
   if (beginning.size() < jet_header_size || !beginning.starts_with(signature)) {
-    throw support::RuntimeError(3343, "Unrecognized database format: this is no Jet database.");
+    throw support::RuntimeError(support::error_number::unknown_format,
+                                "Unrecognized database format: this is no Jet database.");
   }
   const std::uint8_t version = byte_of(beginning[version_offset]);
   if (version > 1) {
-    throw support::RuntimeError(3343,
+    throw support::RuntimeError(support::error_number::unknown_format,
                                 "Unrecognized database format: the file was written by a newer engine than Jet 4.");
   }
   const std::string header = std::string(beginning.substr(0, masked_offset)) +

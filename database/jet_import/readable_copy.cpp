@@ -31,11 +31,10 @@ std::string temporary_path(const support::FileSystem& files) {
 }
 
 std::unique_ptr<Source> open(const database::Environment& environment, std::string_view path) {
-  constexpr int wrong_password = 3031;
   try {
     return open_source(environment, path, "");
   } catch (const support::RuntimeError& error) {
-    if (error.number() != wrong_password) throw;
+    if (error.number() != support::error_number::wrong_password) throw;
     return open_source(environment, path, environment.patient_password());
   }
 }

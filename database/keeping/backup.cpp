@@ -71,7 +71,7 @@ std::string name_to_keep(const Environment& environment, std::string_view path) 
     kept.append(number > 1 ? "-" + std::to_string(number) : "").append(name.ending);
     if (!environment.file_system().file_size(kept)) return kept;
   }
-  throw support::RuntimeError(3204, "Database already exists.");
+  throw support::RuntimeError(support::error_number::database_exists, "Database already exists.");
 }
 
 /// Raises unless the backup holds together and is a database of this product, as far as that can be told.
@@ -83,7 +83,7 @@ void require_sound(const Environment& environment, std::string_view path, std::s
   const FileFailures failures;
   if (db_ReadDBInfo(environment, *database, record)) return;
   if (failures.any()) throw support::RuntimeError(*failures.first());
-  throw support::RuntimeError(error_unknown_format, "The backup is no database of this product.");
+  throw support::RuntimeError(support::error_number::unknown_format, "The backup is no database of this product.");
 }
 
 /// What a process that died left half done in the file is undone by an opening. Where it cannot be opened, the exchange
@@ -112,9 +112,10 @@ Backup back_up(const Environment& environment, std::string_view source, std::str
   done.path = files.folder_exists(target) ? name_in_folder(environment, source, password, target) : target;
   const bool there = files.file_size(done.path).has_value();
   if (there && is_one_file(environment, source, done.path)) {
-    throw support::RuntimeError(5, "The file and its backup are one file.");
+    throw support::RuntimeError(support::error_number::invalid_call, "The file and its backup are one file.");
   }
-  if (there && !replace) throw support::RuntimeError(3204, "Database already exists.");
+  if (there && !replace)
+    throw support::RuntimeError(support::error_number::database_exists, "Database already exists.");
   VerifiedCopy copy{environment, source, password, done.path};
   done.bytes = copy.bytes();
   done.tables = copy.tables();
@@ -126,7 +127,7 @@ Restored restore(const Environment& environment, std::string_view backup, std::s
                  std::string_view target) {
   const bool there = environment.file_system().file_size(target).has_value();
   if (there && is_one_file(environment, backup, target)) {
-    throw support::RuntimeError(5, "The file and its backup are one file.");
+    throw support::RuntimeError(support::error_number::invalid_call, "The file and its backup are one file.");
   }
   require_sound(environment, backup, password);
   VerifiedCopy copy{environment, backup, password, target};

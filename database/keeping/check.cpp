@@ -23,7 +23,7 @@ std::unique_ptr<engine::Database> open(engine::Engine& engine, std::string_view 
   } catch (const engine::embedded::JetFileError&) {
     throw;
   } catch (const support::RuntimeError& error) {
-    if (error.number() != error_unknown_format) throw;
+    if (error.number() != support::error_number::unknown_format) throw;
     report.findings.push_back({"file", {}, {}, std::string("cannot be opened as a database: ") + error.what()});
     return nullptr;
   }
@@ -74,7 +74,7 @@ void attempt(std::string_view what, CheckReport& report, Part&& part) {
   try {
     std::forward<Part>(part)();
   } catch (const support::RuntimeError& error) {
-    if (error.number() != error_unknown_format) throw;
+    if (error.number() != support::error_number::unknown_format) throw;
     report.findings.push_back({"file", {}, {}, std::string(what) + " cannot be read: " + error.what()});
   }
 }

@@ -11,7 +11,7 @@ Compaction compact_file(const Environment& environment, std::string_view path, s
   const auto database = engine->open_database(path, true, false, connect_text(password));
   engine::FileCare* const care = database->care();
   if (!care) {
-    throw support::RuntimeError(3251,
+    throw support::RuntimeError(support::error_number::not_supported,
                                 "Operation is not supported: the file belongs to the Jet engine, whose own "
                                 "programs compact it.");
   }

@@ -8,7 +8,8 @@ void require_same_content(const std::vector<TableFingerprint>& source, const std
   std::string names;
   for (const std::string& table : differing_tables(source, copy)) names.append(names.empty() ? "" : ", ").append(table);
   if (names.empty()) return;
-  throw support::RuntimeError(3343, "What was written is not what was read, and was given up. Tables: " + names);
+  throw support::RuntimeError(support::error_number::unknown_format,
+                              "What was written is not what was read, and was given up. Tables: " + names);
 }
 
 std::int64_t row_count(const std::vector<TableFingerprint>& tables) {

@@ -43,7 +43,7 @@ DelimitedFile::DelimitedFile(const std::string& host_path, TextEncoding encoding
     : name_(support::host_path_of(support::std_path(host_path).filename())),
       file_(support::std_path(host_path), std::ios::binary),
       encoding_(encoding) {
-  if (!file_) throw support::RuntimeError(3024, "File not found: " + host_path);
+  if (!file_) throw support::RuntimeError(support::error_number::file_not_found, "File not found: " + host_path);
   if (!fill() || encoding != TextEncoding::Utf8) return;
   if (std::string_view(buffer_).starts_with(support::utf8_byte_order_mark)) {
     position_ = support::utf8_byte_order_mark.size();
@@ -51,7 +51,8 @@ DelimitedFile::DelimitedFile(const std::string& host_path, TextEncoding encoding
 }
 
 void DelimitedFile::refuse(std::string_view reason) const {
-  throw support::RuntimeError(3343, name_ + ", row " + std::to_string(row_number_) + ": " + std::string(reason));
+  throw support::RuntimeError(support::error_number::unknown_format,
+                              name_ + ", row " + std::to_string(row_number_) + ": " + std::string(reason));
 }
 
 bool DelimitedFile::fill() {

@@ -11,7 +11,8 @@
 namespace transfer {
 namespace {
 
-constexpr int not_in_collection = 3265, foreign_type = 3259;
+constexpr auto not_in_collection = support::error_number::item_not_found;
+constexpr auto foreign_type = support::error_number::invalid_data_type;
 
 std::unique_ptr<TableWriter> writer_of(const OutputFolder& folder, const ExportChoices& choices) {
   switch (choices.format) {

@@ -15,7 +15,9 @@ namespace fs = std::filesystem;
 
 constexpr std::string_view export_mark = ".exporting-";
 constexpr std::size_t pending_size = 1 << 16;
-constexpr int exists_already = 3204, no_such_folder = 3044, disk_error = 3043;
+constexpr auto exists_already = support::error_number::database_exists;
+constexpr auto no_such_folder = support::error_number::invalid_path;
+constexpr auto disk_error = support::error_number::disk_error;
 
 /// "folder/" names the folder, too.
 std::string without_last_separator(const std::string& host_path) {

@@ -3,7 +3,7 @@
 
 namespace transfer {
 
-inline constexpr int unknown_format = 3343;
-inline constexpr int cannot_convert = 3421;
+inline constexpr auto unknown_format = support::error_number::unknown_format;
+inline constexpr auto cannot_convert = support::error_number::conversion;
 
 }  // namespace transfer

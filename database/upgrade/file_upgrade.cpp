@@ -10,8 +10,6 @@
 namespace database {
 namespace {
 
-constexpr int file_exists = 3204;
-
 /// Saves the copy; its path. Raises 3204 where all names are taken.
 std::string save_copy_beside(engine::Database& database, std::string_view path, std::string_view layout) {
   constexpr int most_copies = 99;
@@ -25,7 +23,7 @@ std::string save_copy_beside(engine::Database& database, std::string_view path, 
       database.save_copy(copy);
       return copy;
     } catch (const support::RuntimeError& error) {
-      if (error.number() != file_exists || number == most_copies) throw;
+      if (error.number() != support::error_number::database_exists || number == most_copies) throw;
     }
   }
 }
@@ -45,8 +43,7 @@ class LastPassedOver {
 
 /// The lock of another user ends an upgrade before it has changed anything.
 bool leaves_copy(const support::RuntimeError& failure) {
-  constexpr int in_use = 3045;
-  return is_file_failure(failure) && failure.number() != in_use;
+  return is_file_failure(failure) && failure.number() != support::error_number::file_in_use;
 }
 
 std::string name_in(std::string_view path) { return std::string(path.substr(path.find_last_of("\\/:") + 1)); }

@@ -23,7 +23,9 @@ bool applies(const Step& step, std::int16_t version) {
 }
 
 /// Beside failures of the file: out of memory, a missing file, a cancelled statement, a closed database.
-constexpr int other_fatal_errors[] = {support::error_number::out_of_memory, 3024, 3059, 3420};
+constexpr support::error_number::Number other_fatal_errors[] = {
+    support::error_number::out_of_memory, support::error_number::file_not_found, support::error_number::cancelled,
+    support::error_number::object_invalid};
 
 /// An error that says nothing of the layout: whatever a later statement does may build on what this one did not do.
 bool is_fatal(const support::RuntimeError& error) {

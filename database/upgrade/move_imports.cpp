@@ -10,7 +10,6 @@
 namespace database::upgrade {
 namespace {
 
-constexpr int error_unknown_field = 3127;
 constexpr std::string_view old_table = "imports", new_table = "import";
 
 struct CommonField {
@@ -60,7 +59,7 @@ std::optional<std::int32_t> copy_rows(Run& run, const std::vector<CommonField>& 
   };
   const bool blanks = has_blanks(run.database, fields);
   bool copied = !blanks && executed("INSERT INTO import SELECT * FROM imports");
-  if (!copied && (blanks || run.procedure.error().number() == error_unknown_field)) {
+  if (!copied && (blanks || run.procedure.error().number() == support::error_number::insert_unknown_field)) {
     copied = executed(copy_statement(fields));
   }
   if (!copied) return std::nullopt;

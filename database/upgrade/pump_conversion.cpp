@@ -29,10 +29,10 @@ std::int32_t count_days(engine::Database& database) {
 
 /// Raises 3059 where nobody can be asked: an answer of "no" is never asked for again.
 bool may_convert(const Environment& environment, std::int32_t days) {
-  constexpr int cancelled = 3059;
   if (days < many_days) return true;
   if (!environment.message_box) {
-    throw support::RuntimeError(cancelled, "The question about the pump data finds nobody to answer it.");
+    throw support::RuntimeError(support::error_number::cancelled,
+                                "The question about the pump data finds nobody to answer it.");
   }
   return environment.message_box(question, ok_cancel | stop_icon, "Achtung") == button_ok;
 }

@@ -78,7 +78,7 @@ bool is_registered(std::string_view class_name) {
 }
 
 void raise_not_installed(std::string_view class_name) {
-  throw RuntimeError(429, std::string(class_name) + " is not installed on this machine");
+  throw RuntimeError(error_number::no_such_engine, std::string(class_name) + " is not installed on this machine");
 }
 
 DispatchObject::DispatchObject(std::shared_ptr<MemberNumbers> numbers, IDispatch* object) noexcept

@@ -26,7 +26,7 @@ void unlock(Connection& file, std::string_view password, bool with_journal) {
     file.use_key(key);
     key.remember(password);
   }
-  if (!file.first_read()) engine::raise(3343);
+  if (!file.first_read()) engine::raise(support::error_number::unknown_format);
 }
 
 std::vector<std::string> table_names(Connection& file) {

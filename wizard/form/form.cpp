@@ -9,8 +9,6 @@ namespace form {
 
 namespace {
 
-constexpr int no_such_element = 340, already_loaded = 360;
-
 bool same_name(std::string_view left, std::string_view right) noexcept {
   constexpr auto lower = [](char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c; };
   return std::ranges::equal(left, right, {}, lower, lower);
@@ -98,10 +96,12 @@ void Control::set_list_index(int list_index) {
 
 Control& Form::add(const ControlRow& row) {
   if (find(row.name, row.index))
-    throw support::RuntimeError(already_loaded, "Object already loaded: " + path_of(row.name, row.index));
+    throw support::RuntimeError(support::error_number::already_loaded,
+                                "Object already loaded: " + path_of(row.name, row.index));
   Control* parent = row.parent.empty() ? nullptr : find_path(row.parent);
   if (!parent && !row.parent.empty())
-    throw support::RuntimeError(no_such_element, "No such container: " + std::string(row.parent));
+    throw support::RuntimeError(support::error_number::no_such_element,
+                                "No such container: " + std::string(row.parent));
   controls_.push_back(std::make_unique<Control>(*this, row, parent));
   if (observer_) observer_->control_added(*controls_.back());
   return *controls_.back();
@@ -129,7 +129,7 @@ Control* Form::find_path(std::string_view path) noexcept {
 
 Control& Form::at(std::string_view name, int index) {
   if (Control* control = find(name, index)) return *control;
-  throw support::RuntimeError(no_such_element, "No such control: " + path_of(name, index));
+  throw support::RuntimeError(support::error_number::no_such_element, "No such control: " + path_of(name, index));
 }
 
 const Control& Form::at(std::string_view name, int index) const { return const_cast<Form*>(this)->at(name, index); }

@@ -22,8 +22,11 @@ constexpr std::int32_t fail_on_error = 128;
 constexpr std::int32_t force_write = 1;
 
 /// What an engine says of a statement that it cannot read, or in which a name is not what it takes it for.
-constexpr int unreadable_statement[] = {3061, 3075, 3078, 3129, 3130, 3131, 3134, 3138, 3141, 3144};
-constexpr int wrong_password = 3031;
+constexpr error_number::Number unreadable_statement[] = {
+    error_number::too_few_parameters, error_number::expression_syntax, error_number::unknown_table,
+    error_number::no_statement,       error_number::delete_syntax,     error_number::from_syntax,
+    error_number::insert_syntax,      error_number::order_by_syntax,   error_number::select_syntax,
+    error_number::update_syntax};
 
 /// The statement with another way to name the file that it reads: with the password of this database. Empty where the
 /// statement names no file, or the password cannot stand there.
@@ -64,7 +67,7 @@ void AutomationDatabase::close() {
 }
 
 const Object& AutomationDatabase::open() const {
-  if (!database_) raise(3420);
+  if (!database_) raise(error_number::object_invalid);
   return database_;
 }
 
@@ -118,7 +121,8 @@ void AutomationDatabase::execute(std::string_view sql) {
   try {
     run_statement(sql);
   } catch (const support::RuntimeError& error) {
-    const std::string other = error.number() == wrong_password ? with_password(sql, connect_) : std::string();
+    const std::string other =
+        error.number() == error_number::wrong_password ? with_password(sql, connect_) : std::string();
     if (other.empty()) throw;
     try {
       run_statement(other);
@@ -133,14 +137,14 @@ void AutomationDatabase::execute(std::string_view sql) {
 void AutomationDatabase::begin_transaction() {
   open();
   // The engine would nest them.
-  if (in_transaction_) raise(3219);
+  if (in_transaction_) raise(error_number::invalid_operation);
   workspace_.call(L"BeginTrans");
   in_transaction_ = true;
 }
 
 void AutomationDatabase::require_transaction() const {
   open();
-  if (!in_transaction_) raise(3034);
+  if (!in_transaction_) raise(error_number::no_transaction);
 }
 
 void AutomationDatabase::commit_transaction() {
@@ -158,24 +162,24 @@ void AutomationDatabase::rollback_transaction() {
 
 void AutomationDatabase::copy_closed_file(std::string_view path) const {
   support::FileSystem& files = support::host_file_system();
-  if (files.file_size(path)) raise(3204);
+  if (files.file_size(path)) raise(error_number::database_exists);
   const std::string working = support::working_path(path, support::new_database_mark);
   copy_database_file(path_, working);
   try {
     exclusive_open_(workspace_, working, true).call(L"Close");
   } catch (const support::RuntimeError&) {
     files.remove(working);
-    raise(3343, "the copy cannot be opened");
+    raise(error_number::unknown_format, "the copy cannot be opened");
   }
   if (files.rename_without_replacing(working, path)) return;
   files.remove(working);
-  raise(files.file_size(path) ? 3204 : 3043);
+  raise(files.file_size(path) ? error_number::database_exists : error_number::disk_error);
 }
 
 void AutomationDatabase::save_copy(std::string_view path) {
   open();
-  if (in_transaction_) raise(3246);
-  if (!exclusive_open_) raise(3251, "copying a database that was not opened exclusively");
+  if (in_transaction_) raise(error_number::not_in_transaction);
+  if (!exclusive_open_) raise(error_number::not_supported, "copying a database that was not opened exclusively");
   tables_.forget();
   database_.call(L"Close");
   database_.reset();

@@ -24,7 +24,7 @@ void AutomationRecordset::close() {
 }
 
 const Object& AutomationRecordset::open() const {
-  if (!object_) raise(3420);
+  if (!object_) raise(error_number::object_invalid);
   return object_;
 }
 
@@ -59,7 +59,8 @@ const std::vector<AutomationRecordset::Column>& AutomationRecordset::columns() c
 
 const AutomationRecordset::Column& AutomationRecordset::column(std::int32_t position) const {
   const auto& known = columns();
-  if (position < 0 || static_cast<std::size_t>(position) >= known.size()) raise(3265, std::to_string(position));
+  if (position < 0 || static_cast<std::size_t>(position) >= known.size())
+    raise(error_number::item_not_found, std::to_string(position));
   return known[static_cast<std::size_t>(position)];
 }
 
@@ -67,7 +68,7 @@ const AutomationRecordset::Column& AutomationRecordset::column(std::string_view 
   const auto& known = columns();
   const auto found = std::ranges::find_if(
       known, [name](const Column& column) { return support::equal_ignoring_case(column.name, name); });
-  if (found == known.end()) raise(3265, name);
+  if (found == known.end()) raise(error_number::item_not_found, name);
   return *found;
 }
 
@@ -87,7 +88,7 @@ void AutomationRecordset::set_value(std::string_view field, const Value& value) 
   const Column& target = column(field);
   // The engine may refuse it as late as at Update, and the whole row with it.
   const auto* const text = std::get_if<std::string>(&value);
-  if (text != nullptr && text->empty() && !target.takes_empty_text) raise(3315, target.name);
+  if (text != nullptr && text->empty() && !target.takes_empty_text) raise(error_number::zero_length, target.name);
   target.field.put(L"Value", to_variant(value, target.type));
 }
 

@@ -42,7 +42,8 @@ const std::vector<std::int32_t>& AutomationTableDefs::places() const {
 
 std::shared_ptr<TableDef> AutomationTableDefs::item(std::int32_t position) const {
   const auto& known = places();
-  if (position < 0 || static_cast<std::size_t>(position) >= known.size()) raise(3265, std::to_string(position));
+  if (position < 0 || static_cast<std::size_t>(position) >= known.size())
+    raise(error_number::item_not_found, std::to_string(position));
   return std::make_shared<AutomationTableDef>(tables_.item(Kind::TableDef, known[static_cast<std::size_t>(position)]),
                                               true);
 }

@@ -14,7 +14,7 @@ void Collection::refresh() const {
 
 const Object& Collection::get() const {
   if (collection_) return collection_;
-  if (!owner_) raise(3420);
+  if (!owner_) raise(error_number::object_invalid);
   collection_ = owner_.object(kind_, member_);
   if (stored_) refresh();
   return collection_;

@@ -14,7 +14,7 @@ namespace engine::automation {
 template <typename Ours, typename Interface>
 Ours& ours(const std::shared_ptr<Interface>& object) {
   auto* found = dynamic_cast<Ours*>(object.get());
-  if (found == nullptr) raise(3219);
+  if (found == nullptr) raise(error_number::invalid_operation);
   return *found;
 }
 

@@ -19,20 +19,21 @@ constexpr DWORD chunk_size = 1 << 20;
 
 struct FailureRow {
   DWORD failure;
-  int number;
+  error_number::Number number;
 };
 
 constexpr FailureRow failures[] = {
-    {ERROR_SHARING_VIOLATION, 3045}, {ERROR_LOCK_VIOLATION, 3045}, {ERROR_FILE_EXISTS, 3204},
-    {ERROR_ALREADY_EXISTS, 3204},    {ERROR_PATH_NOT_FOUND, 3044}, {ERROR_INVALID_NAME, 3044},
-    {ERROR_ACCESS_DENIED, 3051},
+    {ERROR_SHARING_VIOLATION, error_number::file_in_use}, {ERROR_LOCK_VIOLATION, error_number::file_in_use},
+    {ERROR_FILE_EXISTS, error_number::database_exists},   {ERROR_ALREADY_EXISTS, error_number::database_exists},
+    {ERROR_PATH_NOT_FOUND, error_number::invalid_path},   {ERROR_INVALID_NAME, error_number::invalid_path},
+    {ERROR_ACCESS_DENIED, error_number::file_not_opened},
 };
 
 /// The engine's number of the system's last error; 3043 for those that the table lacks.
 void check(bool done) {
   if (done) return;
   const auto* row = std::ranges::find(failures, GetLastError(), &FailureRow::failure);
-  raise(row != std::end(failures) ? row->number : 3043);
+  raise(row != std::end(failures) ? row->number : error_number::disk_error);
 }
 
 void copy_content(HANDLE source, HANDLE target) {

@@ -6,8 +6,7 @@ namespace engine::automation {
 
 Object::Object(std::shared_ptr<Server> server, Kind kind, const support::Variant& result) : server_(std::move(server)) {
   if (result.type() != VT_DISPATCH || V_DISPATCH(&result.get()) == nullptr) {
-    constexpr int no_object = 91;
-    raise(no_object);
+    raise(error_number::no_object);
   }
   dispatch_ = support::DispatchObject(numbers(kind), V_DISPATCH(&result.get()));
 }

@@ -10,8 +10,6 @@
 namespace engine {
 namespace {
 
-constexpr int no_such_object = 429;
-
 class BothEngines : public Engine {
  public:
   BothEngines(std::unique_ptr<Engine> automation, std::unique_ptr<Engine> embedded)
@@ -45,7 +43,7 @@ std::unique_ptr<Engine> find_automation_engine(std::string_view identifier) {
   try {
     return open_automation_engine(identifier);
   } catch (const support::RuntimeError& error) {
-    if (error.number() != no_such_object) throw;
+    if (error.number() != support::error_number::no_such_engine) throw;
     return nullptr;
   }
 }
@@ -55,7 +53,7 @@ std::unique_ptr<Engine> find_automation_engine(std::string_view identifier) {
 std::unique_ptr<Engine> open_embedded_engine(std::string_view identifier) {
   const auto is_same = [identifier](std::string_view known) { return support::equal_ignoring_case(known, identifier); };
   if (std::ranges::none_of(automation_identifiers, is_same)) {
-    throw support::RuntimeError(no_such_object, "There is no engine of this identifier.");
+    throw support::RuntimeError(support::error_number::no_such_engine, "There is no engine of this identifier.");
   }
   return embedded::create_embedded_engine();
 }
@@ -72,7 +70,8 @@ std::unique_ptr<Engine> open_engine(std::string_view identifier) {
   // The embedded engine stands in for all of them or for none: whoever asks for one may have to go on to the other.
   if (std::ranges::any_of(automation_identifiers,
                           [](std::string_view other) { return find_automation_engine(other) != nullptr; })) {
-    throw support::RuntimeError(no_such_object, std::string(identifier) + " is not installed on this machine.");
+    throw support::RuntimeError(support::error_number::no_such_engine,
+                                std::string(identifier) + " is not installed on this machine.");
   }
   return embedded;
 }

@@ -20,7 +20,7 @@ using embedded::Connection;
 /// The file, which nobody else has open or opens from here on.
 std::unique_ptr<Connection> hold_alone(const std::string& path) {
   auto held = std::make_unique<Connection>(path, embedded::ConnectionOptions{});
-  if (!held->hold_alone()) raise(3045);
+  if (!held->hold_alone()) raise(support::error_number::file_in_use);
   return held;
 }
 
@@ -28,24 +28,26 @@ std::unique_ptr<Connection> hold_alone(const std::string& path) {
 /// file: it must hold none.
 void require_unused(const std::string& path) {
   hold_alone(path).reset();
-  if (!support::is_host_file_unused(path)) raise(3045);
+  if (!support::is_host_file_unused(path)) raise(support::error_number::file_in_use);
 }
 
 /// Where the file system gives a file no second name.
 void exchange_by_names(const std::string& source, const std::string& target, const std::string& kept) {
-  if (!support::rename_host_file(target, kept)) raise(support::host_file_exists(kept) ? 3204 : 3043);
+  if (!support::rename_host_file(target, kept))
+    raise(support::host_file_exists(kept) ? support::error_number::database_exists : support::error_number::disk_error);
   if (support::rename_host_file(source, target)) return;
-  if (support::rename_host_file(kept, target)) raise(3043);
-  raise(3043, "the file that was to be replaced bears the name that it was to be kept under");
+  if (support::rename_host_file(kept, target)) raise(support::error_number::disk_error);
+  raise(support::error_number::disk_error,
+        "the file that was to be replaced bears the name that it was to be kept under");
 }
 
 void replace(std::unique_ptr<Connection>& held, const std::string& source, const std::string& target) {
   try {
     embedded::replace_held_file(held, source, target);
   } catch (const support::RuntimeError& error) {
-    if (error.number() == 3045) throw;
+    if (error.number() == support::error_number::file_in_use) throw;
     // Its text tells what has become of the files.
-    throw support::RuntimeError(3043, error.what());
+    throw support::RuntimeError(support::error_number::disk_error, error.what());
   }
 }
 
@@ -58,11 +60,12 @@ void exchange_file(std::string_view source_path, std::string_view target_path, s
   require_unused(target);
   std::unique_ptr<Connection> held = hold_alone(target);
   if (embedded::has_journal(target)) {
-    raise(3343, "beside the file lies the journal of a change that was not completed, which its password undoes");
+    raise(support::error_number::unknown_format,
+          "beside the file lies the journal of a change that was not completed, which its password undoes");
   }
   if (kept_path.empty()) return replace(held, source, target);
   const std::string kept = files.host_path(kept_path);
-  if (support::host_file_exists(kept)) raise(3204);
+  if (support::host_file_exists(kept)) raise(support::error_number::database_exists);
   if (!support::link_host_file(target, kept)) {
     held.reset();
     return exchange_by_names(source, target, kept);

@@ -46,7 +46,7 @@ std::int64_t new_identity(Connection& connection, std::string_view table) {
   std::uint32_t gap = 0;
   sqlite3_randomness(sizeof gap, &gap);
   const std::int64_t last = connection.integer("SELECT max(id) FROM \"" + std::string(table) + "\"");
-  if (last < 0 || last > std::numeric_limits<std::int64_t>::max() / 2) raise(3343);
+  if (last < 0 || last > std::numeric_limits<std::int64_t>::max() / 2) raise(error_number::unknown_format);
   return last + 1 + gap;
 }
 
@@ -77,7 +77,7 @@ void CatalogueChange::draw_stamp() {
 
 TableDefinition CatalogueChange::copy_of(std::int64_t id) const {
   const TablePointer table = catalogue_.find(id);
-  if (!table) raise(3420);
+  if (!table) raise(error_number::object_invalid);
   return table->definition;
 }
 
@@ -131,7 +131,7 @@ void CatalogueChange::insert_field(std::int64_t id, const FieldDefinition& field
 void CatalogueChange::update_field(std::int64_t id, std::string_view name, const FieldDefinition& field) {
   TableDefinition definition = copy_of(id);
   FieldDefinition* stored = find_named(definition.fields, name);
-  if (!stored) raise(3265, name);
+  if (!stored) raise(error_number::item_not_found, name);
   const std::string old_name = stored->name;
   const PooledStatement update = connection_.statement(update_field_sql);
   bind_field(*update, id, field).bind(12, std::string_view(old_name));
@@ -153,7 +153,7 @@ void CatalogueChange::update_field(std::int64_t id, std::string_view name, const
 void CatalogueChange::erase_field(std::int64_t id, std::string_view name) {
   TableDefinition definition = copy_of(id);
   const FieldDefinition* stored = definition.find_field(name);
-  if (!stored) raise(3265, name);
+  if (!stored) raise(error_number::item_not_found, name);
   connection_.statement(R"(DELETE FROM "jet.fields" WHERE table_id=? AND name=?)")->with(id, stored->name).run();
   definition.fields.erase(definition.fields.begin() + (stored - definition.fields.data()));
   catalogue_.replace(id, std::move(definition));
@@ -178,7 +178,7 @@ void CatalogueChange::insert_index(std::int64_t id, const IndexDefinition& index
 void CatalogueChange::erase_index(std::int64_t id, std::string_view name) {
   TableDefinition definition = copy_of(id);
   const IndexDefinition* stored = find_named(std::as_const(definition.indexes), name);
-  if (!stored) raise(3265, name);
+  if (!stored) raise(error_number::item_not_found, name);
   connection_.statement(R"(DELETE FROM "jet.indexes" WHERE table_id=? AND name=?)")->with(id, stored->name).run();
   definition.indexes.erase(definition.indexes.begin() + (stored - definition.indexes.data()));
   catalogue_.replace(id, std::move(definition));

@@ -8,7 +8,7 @@ namespace engine::embedded {
 
 void Session::compact(const std::function<void(const std::string& host_path)>& verify) {
   require_open();
-  if (in_transaction_) raise(3246);
+  if (in_transaction_) raise(error_number::not_in_transaction);
   prepare_change();
   // Of a file that is not there yet nothing can be compacted.
   if (new_file_) return;

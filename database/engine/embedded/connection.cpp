@@ -162,7 +162,7 @@ Connection::Connection(const std::string& host_path, const ConnectionOptions& op
   const int flags = SQLITE_OPEN_READWRITE | SQLITE_OPEN_EXRESCODE;
   const int result = sqlite3_open_v2(host_path.c_str(), &handle, flags, nullptr);
   handle_.reset(handle);
-  if (result != SQLITE_OK) raise(3051);
+  if (result != SQLITE_OK) raise(error_number::file_not_opened);
   sqlite3_busy_handler(handle, wait_for_file, this);
   secure();
 }
@@ -202,14 +202,14 @@ std::string Connection::beginning(std::size_t size) {
   const std::int64_t wanted = std::min(file_size(), static_cast<std::int64_t>(size));
   std::string bytes(static_cast<std::size_t>(wanted), '\0');
   if (wanted > 0 && file()->pMethods->xRead(file(), bytes.data(), static_cast<int>(wanted), 0) != SQLITE_OK) {
-    raise(3043);
+    raise(error_number::disk_error);
   }
   return bytes;
 }
 
 std::int64_t Connection::file_size() {
   sqlite3_int64 size = 0;
-  if (file()->pMethods->xFileSize(file(), &size) != SQLITE_OK) raise(3043);
+  if (file()->pMethods->xFileSize(file(), &size) != SQLITE_OK) raise(error_number::disk_error);
   return size;
 }
 
@@ -293,7 +293,7 @@ bool Connection::is_page_sound(std::int64_t page, std::int64_t size) {
 
 void Connection::check_integrity() {
   const PooledStatement report = statement("PRAGMA integrity_check(1)");
-  if (!report->step() || report->text(0) != "ok") raise(3343);
+  if (!report->step() || report->text(0) != "ok") raise(error_number::unknown_format);
 }
 
 }  // namespace engine::embedded

@@ -23,7 +23,7 @@ std::filesystem::path file_path(const std::string& host_path) { return support::
 constexpr std::size_t ending_of_companions = 8;
 
 [[noreturn]] void raise_name_too_long() {
-  throw support::RuntimeError(3044, "The name of the database file is too long.");
+  throw support::RuntimeError(error_number::invalid_path, "The name of the database file is too long.");
 }
 
 bool folder_is_there(const std::filesystem::path& path) {
@@ -41,7 +41,7 @@ bool is_plain(std::string_view beginning) {
 }  // namespace
 
 JetFileError::JetFileError()
-    : RuntimeError(3343,
+    : RuntimeError(error_number::unknown_format,
                    "Unrecognized database format: the file was written by the Jet engine, whose automation object "
                    "DAO.DBEngine.36 is not installed on this machine, or for programs of 32 bits only.") {}
 
@@ -51,8 +51,9 @@ void check_place_of_file(const std::string& host_path) {
   std::error_code failure;
   const std::filesystem::file_type type = std::filesystem::status(path, failure).type();
   if (type == std::filesystem::file_type::regular) return;
-  if (type == std::filesystem::file_type::not_found) raise(folder_is_there(path) ? 3024 : 3044);
-  raise(3051);
+  if (type == std::filesystem::file_type::not_found)
+    raise(folder_is_there(path) ? error_number::file_not_found : error_number::invalid_path);
+  raise(error_number::file_not_opened);
 }
 
 bool has_journal(const std::string& host_path) {
@@ -64,13 +65,13 @@ bool has_journal(const std::string& host_path) {
 }
 
 DatabaseFile identify_database_file(std::string_view beginning, std::int64_t file_size, bool with_journal) {
-  if (beginning.empty() || (beginning.size() < telling_size && !with_journal)) raise(3343);
+  if (beginning.empty() || (beginning.size() < telling_size && !with_journal)) raise(error_number::unknown_format);
   if (is_plain(beginning)) return {};
   if (beginning.size() > jet_magic_offset && beginning.substr(jet_magic_offset).starts_with(jet_magic)) {
     throw JetFileError();
   }
-  if (beginning.size() < SQLCIPHER4_SALT_SIZE) raise(3343);
-  if (file_size % encrypted_page_size != 0 && !with_journal) raise(3343);
+  if (beginning.size() < SQLCIPHER4_SALT_SIZE) raise(error_number::unknown_format);
+  if (file_size % encrypted_page_size != 0 && !with_journal) raise(error_number::unknown_format);
   DatabaseFile found{.encrypted = true};
   std::ranges::copy(beginning.substr(0, found.salt.size()), found.salt.begin());
   found.doubtful = !is_telling_salt(found.salt);
@@ -90,9 +91,10 @@ void refuse_fitting_password(std::string_view beginning, std::int64_t file_size,
   for (std::size_t size = least_page_size; size <= beginning.size(); size *= 2) {
     const bool other_size = size != static_cast<std::size_t>(encrypted_page_size);
     if ((!other_size && !seemed_wrong) || sqlcipher4_fits_first_page(key.key().data(), page, size) == 0) continue;
-    if (!other_size) raise(3343, "the password is right, but the file is damaged behind its first page");
-    raise(3343, "the file is encrypted in pages of " + std::to_string(size) + " bytes, and here they have " +
-                    std::to_string(encrypted_page_size));
+    if (!other_size)
+      raise(error_number::unknown_format, "the password is right, but the file is damaged behind its first page");
+    raise(error_number::unknown_format, "the file is encrypted in pages of " + std::to_string(size) +
+                                            " bytes, and here they have " + std::to_string(encrypted_page_size));
   }
 }
 
@@ -100,8 +102,8 @@ void check_place_of_new_file(const std::string& host_path) {
   const std::filesystem::path path = file_path(host_path);
   if (!support::is_name_short_enough(path, ending_of_companions)) raise_name_too_long();
   std::error_code failure;
-  if (!path.has_filename() || !folder_is_there(path)) raise(3044);
-  if (std::filesystem::exists(std::filesystem::symlink_status(path, failure))) raise(3204);
+  if (!path.has_filename() || !folder_is_there(path)) raise(error_number::invalid_path);
+  if (std::filesystem::exists(std::filesystem::symlink_status(path, failure))) raise(error_number::database_exists);
 }
 
 void remove_empty_file(const std::string& host_path) noexcept {

@@ -54,7 +54,7 @@ void EmbeddedRecordset::bind_columns() {
 }
 
 void EmbeddedRecordset::require_open() const {
-  if (!open_) raise(3420);
+  if (!open_) raise(error_number::object_invalid);
   table_ ? session_->require_table(table_->id, known_) : session_->require_open();
 }
 
@@ -64,8 +64,8 @@ void EmbeddedRecordset::close() {
 }
 
 void EmbeddedRecordset::require_row() const {
-  if (place_ != Place::Row) raise(3021);
-  if (reader_.rows().deleted(row_)) raise(3167);
+  if (place_ != Place::Row) raise(error_number::no_current_record);
+  if (reader_.rows().deleted(row_)) raise(error_number::record_deleted);
 }
 
 /// Rows that were not deleted, or may still come.
@@ -105,7 +105,7 @@ void EmbeddedRecordset::move_first() {
     if (!reader_.rows().deleted(row)) return go_to(row);
   }
   place_ = Place::BeforeFirst;
-  raise(3021);
+  raise(error_number::no_current_record);
 }
 
 void EmbeddedRecordset::move_last() {
@@ -117,12 +117,12 @@ void EmbeddedRecordset::move_last() {
     if (!reader_.rows().deleted(row - 1)) return go_to(row - 1);
   }
   place_ = Place::BeforeFirst;
-  raise(3021);
+  raise(error_number::no_current_record);
 }
 
 void EmbeddedRecordset::move_next() {
   editing_ = Editing::None;
-  if (eof()) raise(3021);
+  if (eof()) raise(error_number::no_current_record);
   std::size_t row = place_ == Place::Row ? row_ + 1 : 0;
   for (; reader_.reach(row); ++row) {
     if (!reader_.rows().deleted(row)) return go_to(row);
@@ -133,7 +133,7 @@ void EmbeddedRecordset::move_next() {
 
 void EmbeddedRecordset::move_previous() {
   editing_ = Editing::None;
-  if (bof()) raise(3021);
+  if (bof()) raise(error_number::no_current_record);
   for (std::size_t row = place_ == Place::Row ? row_ : reader_.rows().size(); row > 0; --row) {
     if (!reader_.rows().deleted(row - 1)) return go_to(row - 1);
   }
@@ -142,7 +142,7 @@ void EmbeddedRecordset::move_previous() {
 
 void EmbeddedRecordset::begin_edit(Editing editing) {
   editing_ = Editing::None;
-  if (!table_) raise(3027);
+  if (!table_) raise(error_number::read_only);
   session_->prepare_change();
   adopt_layout();
   edited_.clear();
@@ -191,14 +191,14 @@ void EmbeddedRecordset::edit() {
 
 void EmbeddedRecordset::cancel_update() {
   require_open();
-  if (editing_ == Editing::None) raise(3020);
+  if (editing_ == Editing::None) raise(error_number::no_edit);
   editing_ = Editing::None;
 }
 
 void EmbeddedRecordset::check_edited() {
   const auto& fields = table_->definition.fields;
   for (const std::size_t column : assigned_) {
-    if (!table_fields_[column]) raise(3265, columns_[column].name);
+    if (!table_fields_[column]) raise(error_number::item_not_found, columns_[column].name);
     Value& value = edited_.at(column_fields_[column]);
     value = value_for_field(fields[*table_fields_[column]], value);
   }
@@ -212,13 +212,13 @@ void EmbeddedRecordset::check_nulls() const {
     return edited != edited_.end() && is_null(edited->second);
   };
   for (const FieldDefinition& field : table.fields) {
-    if (field.required && becomes_null(field)) raise(3314, field.name);
+    if (field.required && becomes_null(field)) raise(error_number::field_required, field.name);
   }
   for (const IndexDefinition& index : table.indexes) {
     if (!index.forbids_null()) continue;
     for (const std::string& name : index.fields) {
       const FieldDefinition* field = table.find_field(name);
-      if (field && becomes_null(*field)) raise(3058);
+      if (field && becomes_null(*field)) raise(error_number::null_in_key);
     }
   }
 }
@@ -228,7 +228,7 @@ PooledStatement EmbeddedRecordset::row_statement() const {
     return session_->connection().statement(row_sql_);
   } catch (const support::RuntimeError&) {
     // A field that a column is worked out of is gone since the query was opened.
-    raise(3265);
+    raise(error_number::item_not_found);
   }
 }
 
@@ -280,7 +280,7 @@ void EmbeddedRecordset::update_row() {
   for (const Value* content : values) change->bind(++parameter, *content);
   change->bind(++parameter, reader_.rows().row_id(row_));
   change->run();
-  if (connection.changes() == 0) raise(3167);
+  if (connection.changes() == 0) raise(error_number::record_deleted);
 }
 
 /// Of the fields that were written, and the table's. The row is stored already: an error takes it back.
@@ -302,7 +302,7 @@ void EmbeddedRecordset::check_rules(std::int64_t row_id) {
 
 void EmbeddedRecordset::update() {
   require_open();
-  if (editing_ == Editing::None) raise(3020);
+  if (editing_ == Editing::None) raise(error_number::no_edit);
   // What is wrong by now is told without waiting for anybody.
   adopt_layout();
   check_edited();
@@ -335,7 +335,7 @@ void EmbeddedRecordset::delete_row() {
       .statement("DELETE FROM " + quoted_name(table_->definition.name) + where_row())
       ->with(reader_.rows().row_id(row_))
       .run();
-  if (session_->connection().changes() == 0) raise(3167);
+  if (session_->connection().changes() == 0) raise(error_number::record_deleted);
   change.done();
   reader_.rows().mark_deleted(row_);
   ++deleted_;
@@ -349,14 +349,15 @@ std::int32_t EmbeddedRecordset::field_count() const {
 
 const jet_sql::ResultColumn& EmbeddedRecordset::column_at(std::int32_t position) const {
   require_open();
-  if (position < 0 || static_cast<std::size_t>(position) >= columns_.size()) raise(3265, std::to_string(position));
+  if (position < 0 || static_cast<std::size_t>(position) >= columns_.size())
+    raise(error_number::item_not_found, std::to_string(position));
   return columns_[static_cast<std::size_t>(position)];
 }
 
 std::size_t EmbeddedRecordset::column(std::string_view name) const {
   require_open();
   const jet_sql::ResultColumn* found = find_named(columns_, name);
-  if (!found) raise(3265, name);
+  if (!found) raise(error_number::item_not_found, name);
   return static_cast<std::size_t>(found - columns_.data());
 }
 
@@ -380,11 +381,12 @@ Value EmbeddedRecordset::value(std::string_view field) const { return value(stat
 
 void EmbeddedRecordset::set_value(std::string_view field, const Value& value) {
   const std::size_t place = column(field);
-  if (editing_ == Editing::None) raise(3020);
+  if (editing_ == Editing::None) raise(error_number::no_edit);
   const std::optional<std::size_t> table_field = table_fields_[place];
-  if (!table_field) raise(column_fields_[place] == 0 ? 3164 : 3265, field);
+  if (!table_field)
+    raise(column_fields_[place] == 0 ? error_number::field_not_writable : error_number::item_not_found, field);
   const FieldDefinition& definition = table_->definition.fields[*table_field];
-  if (definition.auto_increment()) raise(3164, field);
+  if (definition.auto_increment()) raise(error_number::field_not_writable, field);
   edited_[definition.id] = value_for_field(definition, value);
   assigned_.insert(place);
 }

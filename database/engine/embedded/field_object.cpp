@@ -11,13 +11,13 @@ FieldDefinition FieldObject::definition() const {
   if (!place_.session) return definition_;
   const TablePointer table = place_.table();
   const auto stored = std::ranges::find(table->definition.fields, id_, &FieldDefinition::id);
-  if (stored == table->definition.fields.end()) raise(3420);
+  if (stored == table->definition.fields.end()) raise(error_number::object_invalid);
   return *stored;
 }
 
 template <typename Change>
 void FieldObject::change(Change&& change) {
-  if (frozen_) raise(3219);
+  if (frozen_) raise(error_number::invalid_operation);
   if (place_.session) {
     layout::change_field(*place_.session, place_.id, id_, change);
   } else {
@@ -36,7 +36,7 @@ void FieldObject::set_name(std::string_view name) {
 }
 
 void FieldObject::set_size(std::int32_t size) {
-  if (appended()) raise(3219);
+  if (appended()) raise(error_number::invalid_operation);
   // The storage size of numbers and dates is fixed by their type.
   if (definition_.type == DataType::Text) definition_.size = size;
 }

@@ -9,7 +9,7 @@ namespace engine::embedded {
 namespace {
 
 double finite(double number) {
-  if (!std::isfinite(number)) raise(3421);
+  if (!std::isfinite(number)) raise(error_number::conversion);
   return number;
 }
 
@@ -19,7 +19,7 @@ Value converted(const FieldDefinition& field, const Value& value) {
       return to_bool(value);
     case DataType::Byte: {
       const std::int32_t number = to_int32(value);
-      if (number < 0 || number > std::numeric_limits<std::uint8_t>::max()) raise(3421, field.name);
+      if (number < 0 || number > std::numeric_limits<std::uint8_t>::max()) raise(error_number::conversion, field.name);
       return number;
     }
     case DataType::Integer:
@@ -36,7 +36,7 @@ Value converted(const FieldDefinition& field, const Value& value) {
     case DataType::Memo:
       return to_text(value);
   }
-  raise(3259);
+  raise(error_number::invalid_data_type);
 }
 
 bool is_whole_type(DataType type) {
@@ -52,13 +52,13 @@ Value value_for_field(const FieldDefinition& field, const Value& value) {
   try {
     result = converted(field, value);
   } catch (const support::RuntimeError&) {
-    raise(3421, field.name);
+    raise(error_number::conversion, field.name);
   }
   if (const auto* text = std::get_if<std::string>(&result)) {
-    if (!support::is_utf8(*text)) raise(3421, field.name);
-    if (text->empty() && !field.allow_zero_length) raise(3315, field.name);
+    if (!support::is_utf8(*text)) raise(error_number::conversion, field.name);
+    if (text->empty() && !field.allow_zero_length) raise(error_number::zero_length, field.name);
     if (field.type == DataType::Text && support::character_count(*text) > static_cast<std::size_t>(field.size)) {
-      raise(3163, field.name);
+      raise(error_number::field_too_small, field.name);
     }
   }
   return result;

@@ -94,7 +94,9 @@ void check_structure(Connection& file, const FaultsTold& tell) {
 }
 
 bool tells_of_the_file(const support::RuntimeError& error) {
-  constexpr int disk = 3043, in_use = 3045, cancelled = 3059;
+  constexpr auto disk = support::error_number::disk_error;
+  constexpr auto in_use = support::error_number::file_in_use;
+  constexpr auto cancelled = support::error_number::cancelled;
   return error.number() != disk && error.number() != in_use && error.number() != cancelled;
 }
 

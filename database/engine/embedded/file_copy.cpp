@@ -30,7 +30,7 @@ void copy_file(Connection& source, const std::string& host_path, const FileKey* 
 void check_file(const std::string& host_path, const FileKey* key) {
   Connection copy{host_path, {}};
   if (key) copy.use_key(*key);
-  if (!copy.first_read()) raise(3343);
+  if (!copy.first_read()) raise(error_number::unknown_format);
   copy.use_small_cache();
   copy.check_integrity();
 }
@@ -76,14 +76,14 @@ void copy_compacted(Connection& source, const std::string& host_path, std::strin
     std::ranges::copy(copy.beginning(salt.size()), salt.begin());
     copy.use_key(key.emplace(password, salt));
   }
-  if (!copy.first_read()) raise(3343);
+  if (!copy.first_read()) raise(error_number::unknown_format);
   TableCounters::set_back(copy);
   copy.check_integrity();
   if (key) key->remember(password);
 }
 
 void save_copy(Session& session, const std::string& host_path) {
-  if (session.in_transaction() && !session.options().read_only) raise(3246);
+  if (session.in_transaction() && !session.options().read_only) raise(error_number::not_in_transaction);
   Connection& source = session.connection();
   check_place_of_new_file(host_path);
   WorkingFile file{host_path, support::new_database_mark};

@@ -18,7 +18,7 @@ std::string only_name_of(const std::string& host_path) {
   const std::filesystem::path path = support::std_path(host_path);
   std::error_code failure;
   if (std::filesystem::hard_link_count(path, failure) > 1 && !failure) {
-    raise(3251, "writing a file anew that has a second name in a folder");
+    raise(error_number::not_supported, "writing a file anew that has a second name in a folder");
   }
   const std::filesystem::path file = std::filesystem::canonical(path, failure);
   return failure ? host_path : support::host_path_of(file);
@@ -27,7 +27,7 @@ std::string only_name_of(const std::string& host_path) {
 }  // namespace
 
 void Session::rewrite(const std::function<void(Connection& reader, const std::string& path)>& fill) {
-  if (!connection_->hold_alone()) raise(3045);
+  if (!connection_->hold_alone()) raise(error_number::file_in_use);
   try {
     write_anew(fill);
   } catch (const support::RuntimeError&) {

@@ -7,8 +7,6 @@
 namespace engine::embedded {
 namespace {
 
-constexpr int not_updatable = 3027, no_edit = 3020, invalid_operation = 3219;
-
 std::vector<DataType> column_types(const std::vector<jet_sql::ResultColumn>& columns) {
   std::vector<DataType> types;
   types.reserve(columns.size());
@@ -28,7 +26,7 @@ ForwardRecordset::ForwardRecordset(std::shared_ptr<Session> session, RecordsetSo
 }
 
 void ForwardRecordset::require_open() const {
-  if (!reader_) raise(3420);
+  if (!reader_) raise(error_number::object_invalid);
   session_->require_open();
 }
 
@@ -50,7 +48,7 @@ std::int32_t ForwardRecordset::record_count() const {
 
 void ForwardRecordset::move_next() {
   require_open();
-  if (!has_row_) raise(3021);
+  if (!has_row_) raise(error_number::no_current_record);
   // Rows that were read ahead are walked first; then those behind make room for the next one.
   if (++row_ == reader_->rows().size()) {
     reader_->forget_rows();
@@ -61,15 +59,15 @@ void ForwardRecordset::move_next() {
   visited_ += has_row_ ? 1 : 0;
 }
 
-void ForwardRecordset::move_first() { raise(invalid_operation); }
-void ForwardRecordset::move_last() { raise(invalid_operation); }
-void ForwardRecordset::move_previous() { raise(invalid_operation); }
-void ForwardRecordset::add_new() { raise(not_updatable); }
-void ForwardRecordset::edit() { raise(not_updatable); }
-void ForwardRecordset::update() { raise(no_edit); }
-void ForwardRecordset::cancel_update() { raise(no_edit); }
-void ForwardRecordset::delete_row() { raise(not_updatable); }
-void ForwardRecordset::set_value(std::string_view, const Value&) { raise(no_edit); }
+void ForwardRecordset::move_first() { raise(error_number::invalid_operation); }
+void ForwardRecordset::move_last() { raise(error_number::invalid_operation); }
+void ForwardRecordset::move_previous() { raise(error_number::invalid_operation); }
+void ForwardRecordset::add_new() { raise(error_number::read_only); }
+void ForwardRecordset::edit() { raise(error_number::read_only); }
+void ForwardRecordset::update() { raise(error_number::no_edit); }
+void ForwardRecordset::cancel_update() { raise(error_number::no_edit); }
+void ForwardRecordset::delete_row() { raise(error_number::read_only); }
+void ForwardRecordset::set_value(std::string_view, const Value&) { raise(error_number::no_edit); }
 
 void ForwardRecordset::close() { reader_.reset(); }
 
@@ -80,7 +78,8 @@ std::int32_t ForwardRecordset::field_count() const {
 
 const jet_sql::ResultColumn& ForwardRecordset::column_at(std::int32_t position) const {
   require_open();
-  if (position < 0 || static_cast<std::size_t>(position) >= columns_.size()) raise(3265, std::to_string(position));
+  if (position < 0 || static_cast<std::size_t>(position) >= columns_.size())
+    raise(error_number::item_not_found, std::to_string(position));
   return columns_[static_cast<std::size_t>(position)];
 }
 
@@ -90,14 +89,14 @@ DataType ForwardRecordset::field_type(std::int32_t position) const { return colu
 
 Value ForwardRecordset::value(std::int32_t position) const {
   column_at(position);
-  if (!has_row_) raise(3021);
+  if (!has_row_) raise(error_number::no_current_record);
   return reader_->rows().value(row_, static_cast<std::size_t>(position));
 }
 
 Value ForwardRecordset::value(std::string_view field) const {
   require_open();
   const jet_sql::ResultColumn* found = find_named(columns_, field);
-  if (!found) raise(3265, field);
+  if (!found) raise(error_number::item_not_found, field);
   return value(static_cast<std::int32_t>(found - columns_.data()));
 }
 

@@ -18,7 +18,7 @@ IndexObject::IndexObject(const IndexDefinition& definition) : definition_(defini
 }
 
 void IndexObject::set(bool IndexDefinition::*property, bool value) {
-  if (appended_) raise(3219);
+  if (appended_) raise(error_number::invalid_operation);
   definition_.*property = value;
 }
 
@@ -38,28 +38,28 @@ IndexDefinition IndexObject::definition() const {
 }
 
 std::shared_ptr<Field> IndexObject::IndexFields::item(std::int32_t position) const {
-  if (position < 0 || position >= count()) raise(3265, std::to_string(position));
+  if (position < 0 || position >= count()) raise(error_number::item_not_found, std::to_string(position));
   return list_[static_cast<std::size_t>(position)];
 }
 
 std::shared_ptr<Field> IndexObject::IndexFields::item(std::string_view name) const {
   const auto found = std::ranges::find_if(
       list_, [name](const auto& field) { return support::equal_ignoring_case(field->name(), name); });
-  if (found == list_.end()) raise(3265, name);
+  if (found == list_.end()) raise(error_number::item_not_found, name);
   return *found;
 }
 
 void IndexObject::IndexFields::append(const std::shared_ptr<Field>& field) {
   const auto object = std::dynamic_pointer_cast<FieldObject>(field);
-  if (!object || object->appended() || index_.appended_) raise(3219);
+  if (!object || object->appended() || index_.appended_) raise(error_number::invalid_operation);
   const auto same = [&](const auto& other) { return support::equal_ignoring_case(other->name(), object->name()); };
-  if (std::ranges::any_of(list_, same)) raise(3191, object->name());
+  if (std::ranges::any_of(list_, same)) raise(error_number::field_defined_twice, object->name());
   object->freeze();
   add(object);
 }
 
 void IndexObject::IndexFields::remove(std::string_view name) {
-  if (index_.appended_) raise(3219);
+  if (index_.appended_) raise(error_number::invalid_operation);
   const auto field = item(name);
   std::erase(list_, field);
 }

@@ -22,12 +22,12 @@ void check_name(std::string_view name) {
       });
   // SQLite keeps names with this beginning for itself.
   const bool reserved = support::equal_ignoring_case(name.substr(0, 7), "sqlite_");
-  if (!allowed || reserved) raise(3125, name);
+  if (!allowed || reserved) raise(error_number::invalid_name, name);
 }
 
 /// A table has one AutoNumber at most.
 void check_auto_number(const FieldDefinition& field, const TableDefinition& table) {
-  if (field.auto_increment() && table.auto_number()) raise(3219);
+  if (field.auto_increment() && table.auto_number()) raise(error_number::invalid_operation);
 }
 
 /// Precondition: the field was checked.
@@ -84,7 +84,7 @@ void check_no_null(Connection& connection, const TableDefinition& table, const I
     condition += (condition.empty() ? "" : " OR ") + quoted_name(field) + " IS NULL";
   }
   if (connection.integer("SELECT 1 FROM " + quoted_name(table.name) + " WHERE " + condition + " LIMIT 1") == 1)
-    raise(3058);
+    raise(error_number::null_in_key);
 }
 
 /// The index with its fields spelled as the table spells them.
@@ -102,8 +102,8 @@ bool is_indexed(const TableDefinition& table, std::string_view field) {
 
 TablePointer table_for_new_field(Session& session, std::int64_t table, const FieldDefinition& field) {
   TablePointer stored = session.table(table);
-  if (stored->definition.find_field(field.name)) raise(3191, field.name);
-  if (stored->definition.fields.size() >= most_fields) raise(3190);
+  if (stored->definition.find_field(field.name)) raise(error_number::field_defined_twice, field.name);
+  if (stored->definition.fields.size() >= most_fields) raise(error_number::too_many_fields);
   check_auto_number(field, stored->definition);
   return stored;
 }
@@ -113,16 +113,16 @@ std::pair<TablePointer, const FieldDefinition*> field_to_drop(Session& session, 
                                                               std::string_view field) {
   TablePointer stored = session.table(table);
   const FieldDefinition* current = stored->definition.find_field(field);
-  if (!current) raise(3265, field);
-  if (is_indexed(stored->definition, field)) raise(3280, field);
-  if (stored->definition.fields.size() == 1) raise(3264);
+  if (!current) raise(error_number::item_not_found, field);
+  if (is_indexed(stored->definition, field)) raise(error_number::field_is_indexed, field);
+  if (stored->definition.fields.size() == 1) raise(error_number::no_field_defined);
   return {std::move(stored), current};
 }
 
 std::string name_of_index(Session& session, std::int64_t table, std::string_view index) {
   const TablePointer stored = session.table(table);
   const IndexDefinition* current = find_named(stored->definition.indexes, index);
-  if (!current) raise(3265, index);
+  if (!current) raise(error_number::item_not_found, index);
   return current->name;
 }
 
@@ -130,34 +130,36 @@ std::string name_of_index(Session& session, std::int64_t table, std::string_view
 
 void check_field(const FieldDefinition& field) {
   check_name(field.name);
-  if (!find_field_type(field.type)) raise(3259);
-  if (field.auto_increment() && field.type != DataType::Long) raise(3259);
-  if (field.type == DataType::Text && (field.size < 1 || field.size > longest_text)) raise(3001);
+  if (!find_field_type(field.type)) raise(error_number::invalid_data_type);
+  if (field.auto_increment() && field.type != DataType::Long) raise(error_number::invalid_data_type);
+  if (field.type == DataType::Text && (field.size < 1 || field.size > longest_text))
+    raise(error_number::invalid_argument);
   jet_sql::compile_default(field);
 }
 
 void check_index(const IndexDefinition& index, const TableDefinition& table) {
   check_name(index.name);
-  if (index.fields.empty()) raise(3264);
+  if (index.fields.empty()) raise(error_number::no_field_defined);
   for (const std::string& field : index.fields) {
-    if (!table.find_field(field)) raise(3409, field);
+    if (!table.find_field(field)) raise(error_number::index_field, field);
   }
-  if (find_named(table.indexes, index.name)) raise(3284, index.name);
-  if (index.primary && std::ranges::any_of(table.indexes, &IndexDefinition::primary)) raise(3283);
+  if (find_named(table.indexes, index.name)) raise(error_number::index_already_exists, index.name);
+  if (index.primary && std::ranges::any_of(table.indexes, &IndexDefinition::primary))
+    raise(error_number::primary_key_exists);
 }
 
 std::int64_t create_table(Session& session, const TableDefinition& table) {
   check_name(table.name);
-  if (session.catalogue().find(table.name)) raise(3010, table.name);
-  if (table.fields.empty()) raise(3264);
-  if (table.fields.size() > most_fields) raise(3190);
+  if (session.catalogue().find(table.name)) raise(error_number::table_exists, table.name);
+  if (table.fields.empty()) raise(error_number::no_field_defined);
+  if (table.fields.size() > most_fields) raise(error_number::too_many_fields);
   TableDefinition checked = table;
   checked.fields.clear();
   checked.indexes.clear();
   std::string columns;
   for (const FieldDefinition& field : table.fields) {
     check_field(field);
-    if (checked.find_field(field.name)) raise(3191, field.name);
+    if (checked.find_field(field.name)) raise(error_number::field_defined_twice, field.name);
     check_auto_number(field, checked);
     columns += (columns.empty() ? "" : ", ") + column(field);
     checked.fields.push_back(field);
@@ -196,7 +198,7 @@ void change_table(Session& session, std::int64_t table, const std::function<void
   if (renamed) {
     check_name(properties.name);
     const TablePointer taken = session.catalogue().find(properties.name);
-    if (taken && taken->id != table) raise(3010, properties.name);
+    if (taken && taken->id != table) raise(error_number::table_exists, properties.name);
   }
   session.change_catalogue().update_table(table, properties);
   if (renamed) {
@@ -227,12 +229,12 @@ void change_field(Session& session, std::int64_t table, std::int64_t field,
   const TablePointer stored = session.table(table);
   const auto& fields = stored->definition.fields;
   const auto current = std::ranges::find(fields, field, &FieldDefinition::id);
-  if (current == fields.end()) raise(3420);
+  if (current == fields.end()) raise(error_number::object_invalid);
   FieldDefinition changed = *current;
   change(changed);
   check_field(changed);
   const FieldDefinition* taken = stored->definition.find_field(changed.name);
-  if (taken && taken != &*current) raise(3191, changed.name);
+  if (taken && taken != &*current) raise(error_number::field_defined_twice, changed.name);
   if (!current->auto_increment()) check_auto_number(changed, stored->definition);
   session.change_catalogue().update_field(table, current->name, changed);
   if (current->name != changed.name) {
@@ -248,8 +250,8 @@ void convert_field(Session& session, std::int64_t table, const FieldDefinition& 
   AtomicChange change{session};
   const TablePointer stored = session.table(table);
   const FieldDefinition* current = stored->definition.find_field(changed.name);
-  if (!current) raise(3265, changed.name);
-  if (stored->definition.row_id_column().empty()) raise(3251, "rows without an identity");
+  if (!current) raise(error_number::item_not_found, changed.name);
+  if (stored->definition.row_id_column().empty()) raise(error_number::not_supported, "rows without an identity");
   FieldDefinition complete = changed;
   complete.name = current->name;
   check_field(complete);

@@ -8,8 +8,8 @@ namespace engine::embedded {
 
 void Session::change_password(std::string_view old_password, std::string_view new_password) {
   require_open();
-  if (is_too_long(new_password) || old_password != password_) raise(3031);
-  if (in_transaction_) raise(3246);
+  if (is_too_long(new_password) || old_password != password_) raise(error_number::wrong_password);
+  if (in_transaction_) raise(error_number::not_in_transaction);
   prepare_change();
   if (new_file_) {
     disconnect();

@@ -12,7 +12,9 @@ namespace engine::embedded {
 namespace {
 
 constexpr std::string_view plain_beginning{"SQLite format 3\0", 16};
-constexpr int no_database = 3343, cannot_convert = 3421, disk_error = 3043;
+constexpr auto no_database = error_number::unknown_format;
+constexpr auto cannot_convert = error_number::conversion;
+constexpr auto disk_error = error_number::disk_error;
 
 Value plain_number(std::int64_t number) {
   if (number >= std::numeric_limits<std::int32_t>::min() && number <= std::numeric_limits<std::int32_t>::max()) {

@@ -14,12 +14,14 @@ namespace {
 /// this database's own: the statement would wait for the lock that it holds itself.
 std::shared_ptr<Session> open_other_file(const Session& session, std::string_view path) {
   const std::string host_path = support::host_file_system().host_path(path);
-  if (session.is_file_at(host_path)) raise(3045);
+  if (session.is_file_at(host_path)) raise(error_number::file_in_use);
   const ConnectionOptions options{.read_only = true, .busy_time = session.options().busy_time};
   try {
     return Session::open(host_path, {}, options);
   } catch (const support::RuntimeError& error) {
-    if (error.number() != 3031 && (error.number() != 3343 || session.password().empty())) throw;
+    if (error.number() != error_number::wrong_password &&
+        (error.number() != error_number::unknown_format || session.password().empty()))
+      throw;
   }
   return Session::open(host_path, session.password(), options);
 }
@@ -62,8 +64,8 @@ TablePointer named_table(Session& session, const std::string& name) { return ses
 struct Runner {
   Session& session;
 
-  std::int32_t operator()(const jet_sql::Query&) const { raise(3065); }
-  std::int32_t operator()(const jet_sql::CrossTable&) const { raise(3065); }
+  std::int32_t operator()(const jet_sql::Query&) const { raise(error_number::select_executed); }
+  std::int32_t operator()(const jet_sql::CrossTable&) const { raise(error_number::select_executed); }
 
   std::int32_t operator()(const jet_sql::Change& change) const {
     Connection& connection = session.connection();
@@ -76,13 +78,13 @@ struct Runner {
   }
 
   std::int32_t operator()(const jet_sql::SelectInto& into) const {
-    if (session.catalogue().find(into.target)) raise(3010, into.target);
+    if (session.catalogue().find(into.target)) raise(error_number::table_exists, into.target);
     const std::shared_ptr<Session> other =
         into.external_file.empty() ? nullptr : open_other_file(session, into.external_file);
     Session& source = other ? *other : session;
     const auto program = source.compile(into.select_text);
     const auto* query = std::get_if<jet_sql::Query>(program.get());
-    if (!query) raise(3219);
+    if (!query) raise(error_number::invalid_operation);
     const std::int64_t id = layout::create_table(session, table_of_columns(into.target, query->columns));
     return copy_rows(source.connection(), *query, session, session.table(id));
   }

@@ -22,7 +22,7 @@ std::string_view without_brackets(std::string_view name) {
 }
 
 RecordsetSource table_source(Session& session, const TablePointer& table) {
-  if (table->definition.row_id_column().empty()) raise(3251, "rows without an identity");
+  if (table->definition.row_id_column().empty()) raise(error_number::not_supported, "rows without an identity");
   RecordsetSource source;
   source.table = table;
   source.sqlite_sql = "SELECT ";
@@ -50,7 +50,7 @@ RecordsetSource cross_table_source(Session& session, const jet_sql::CrossTable& 
   while (rows->step()) {
     const bool null = rows->storage_class(0) == SQLITE_NULL;
     headings.push_back(null ? std::nullopt : std::optional(std::string(rows->text(0))));
-    if (headings.size() > most_fields) raise(3190);
+    if (headings.size() > most_fields) raise(error_number::too_many_fields);
   }
   return query_source(session, jet_sql::compile_cross_table(statement, session.catalogue(), std::move(headings)));
 }
@@ -62,13 +62,13 @@ bool is_one_word(std::string_view text) { return text.find_first_of(" \t\r\n") =
 RecordsetSource recordset_source(Session& session, std::string_view source) {
   const std::string_view name = without_brackets(without_outer_blanks(source));
   if (const TablePointer table = session.catalogue().find(name)) return table_source(session, table);
-  if (is_one_word(name)) raise(3078, name);
+  if (is_one_word(name)) raise(error_number::unknown_table, name);
   const auto program = session.compile(source);
   if (const auto* cross_table = std::get_if<jet_sql::CrossTable>(program.get())) {
     return cross_table_source(session, *cross_table, source);
   }
   const auto* query = std::get_if<jet_sql::Query>(program.get());
-  if (!query) raise(3219);
+  if (!query) raise(error_number::invalid_operation);
   return query_source(session, *query);
 }
 

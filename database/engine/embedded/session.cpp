@@ -16,13 +16,12 @@ namespace {
 /// The user version. What a key does not fit to cannot be told from what is damaged: not in the file itself, and not in
 /// the journal of a process that died, which is read before it.
 std::int64_t read_for_the_first_time(Connection& file, const DatabaseFile& kind) {
-  constexpr int no_database = 3343;
   try {
     if (const std::optional<std::int64_t> version = file.first_read()) return *version;
   } catch (const support::RuntimeError& error) {
-    if (!kind.encrypted || error.number() != no_database) throw;
+    if (!kind.encrypted || error.number() != error_number::unknown_format) throw;
   }
-  raise(kind.encrypted && !kind.doubtful ? 3031 : no_database);
+  raise(kind.encrypted && !kind.doubtful ? error_number::wrong_password : error_number::unknown_format);
 }
 
 }  // namespace
@@ -57,8 +56,9 @@ std::shared_ptr<Session> Session::open(const std::string& host_path, std::string
   } catch (const JetFileError&) {
     throw;
   } catch (const support::RuntimeError& error) {
-    if (!password.empty() && (error.number() == 3031 || error.number() == 3343)) {
-      session->refuse_fitting_password(error.number() == 3031);
+    if (!password.empty() &&
+        (error.number() == error_number::wrong_password || error.number() == error_number::unknown_format)) {
+      session->refuse_fitting_password(error.number() == error_number::wrong_password);
     }
     throw;
   }
@@ -76,7 +76,7 @@ void Session::close() noexcept {
 }
 
 void Session::require_open() const {
-  if (!open_) raise(3420);
+  if (!open_) raise(error_number::object_invalid);
 }
 
 void Session::connect_existing() {
@@ -86,11 +86,13 @@ void Session::connect_existing() {
       identify_database_file(connection_->beginning(telling_size), connection_->file_size(), has_journal(host_path_));
   // A password given for a file that has none is not asked for.
   if (!file.encrypted) password_.clear();
-  if (file.encrypted && password_.empty()) raise(file.doubtful ? 3343 : 3031);
+  if (file.encrypted && password_.empty())
+    raise(file.doubtful ? error_number::unknown_format : error_number::wrong_password);
   std::optional<FileKey> key;
   if (file.encrypted) connection_->use_key(key.emplace(password_, file.salt));
   const std::int64_t stamp = read_for_the_first_time(*connection_, file);
-  if (key && is_too_long(password_)) raise(3343, "the file's password has more than 20 characters");
+  if (key && is_too_long(password_))
+    raise(error_number::unknown_format, "the file's password has more than 20 characters");
   if (key) key->remember(password_);
   if (options_.exclusive && !options_.read_only) {
     connection_->run("BEGIN EXCLUSIVE");
@@ -185,20 +187,20 @@ CatalogueChange Session::change_catalogue() {
 
 TablePointer Session::table_at_hand(std::int64_t id) {
   TablePointer table = catalogue_at_hand().find(id);
-  if (!table) raise(3420);
+  if (!table) raise(error_number::object_invalid);
   return table;
 }
 
 void Session::require_table(std::int64_t id, std::shared_ptr<const StoredCatalogue>& known) {
   const StoredCatalogue& now = catalogue_at_hand();
   if (known.get() == &now) return;
-  if (!now.find(id)) raise(3420);
+  if (!now.find(id)) raise(error_number::object_invalid);
   known = catalogue_;
 }
 
 TablePointer Session::table(std::int64_t id) {
   TablePointer table = catalogue().find(id);
-  if (!table) raise(3420);
+  if (!table) raise(error_number::object_invalid);
   return table;
 }
 
@@ -210,7 +212,7 @@ void Session::remove_row_holder(RowHolder& holder) noexcept { std::erase(row_hol
 
 void Session::prepare_change() {
   require_open();
-  if (options_.read_only || (connection_ && connection_->read_only())) raise(3027);
+  if (options_.read_only || (connection_ && connection_->read_only())) raise(error_number::read_only);
   require_transaction();
   // Whoever reads on while rows change could meet a row twice, or never end. Who reads through another handle holds a
   // lock, and there is nobody else who could let it go while this one waits.
@@ -225,7 +227,7 @@ void Session::finish_reading() noexcept {
 
 void Session::require_transaction() const {
   // SQLite rolls back on its own where the disk fails or is full. What follows must not be committed piece by piece.
-  if (in_transaction_ && !connection_->in_transaction()) raise(3043);
+  if (in_transaction_ && !connection_->in_transaction()) raise(error_number::disk_error);
 }
 
 void Session::begin_change() {
@@ -285,7 +287,7 @@ void Session::give_up_transaction() noexcept {
 
 void Session::begin_transaction() {
   require_open();
-  if (in_transaction_) raise(3219);
+  if (in_transaction_) raise(error_number::invalid_operation);
   if (!options_.read_only) prepare_change();
   const WaitingScope waiting{*this};
   begin_change();
@@ -294,19 +296,19 @@ void Session::begin_transaction() {
 
 void Session::commit_transaction() {
   require_open();
-  if (!in_transaction_) raise(3034);
+  if (!in_transaction_) raise(error_number::no_transaction);
   in_transaction_ = false;
   const WaitingScope waiting{*this};
   if (!connection_->in_transaction()) {
     undo_change();
-    raise(3043);
+    raise(error_number::disk_error);
   }
   end_change();
 }
 
 void Session::rollback_transaction() {
   require_open();
-  if (!in_transaction_) raise(3034);
+  if (!in_transaction_) raise(error_number::no_transaction);
   finish_reading();
   undo_change();
 }

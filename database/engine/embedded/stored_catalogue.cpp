@@ -61,7 +61,7 @@ StoredTable read_table(const Statement& row) {
 }  // namespace
 
 StoredCatalogue::StoredCatalogue(Connection& connection) {
-  if (connection.integer("PRAGMA application_id") != catalogue_application_id) raise(3343);
+  if (connection.integer("PRAGMA application_id") != catalogue_application_id) raise(error_number::unknown_format);
   stamp_ = connection.integer("PRAGMA user_version");
   read(connection);
 }

@@ -72,13 +72,13 @@ void TableCounters::set_back(Connection& connection) {
 
 std::int32_t TableCounters::next_number(Connection& connection, const StoredTable& table) {
   Counter& last = counter(connection, table);
-  if (last.number >= std::numeric_limits<std::int32_t>::max()) raise(6);
+  if (last.number >= std::numeric_limits<std::int32_t>::max()) raise(error_number::overflow);
   return static_cast<std::int32_t>(++last.number);
 }
 
 std::int64_t TableCounters::next_row(Connection& connection, const StoredTable& table) {
   Counter& last = counter(connection, table);
-  if (last.row >= std::numeric_limits<std::int64_t>::max()) raise(6);
+  if (last.row >= std::numeric_limits<std::int64_t>::max()) raise(error_number::overflow);
   return ++last.row;
 }
 

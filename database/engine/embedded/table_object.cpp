@@ -12,7 +12,8 @@ namespace {
 
 /// 3265 for a position that a list does not have.
 std::size_t place_in(std::int32_t position, std::size_t count) {
-  if (position < 0 || static_cast<std::size_t>(position) >= count) raise(3265, std::to_string(position));
+  if (position < 0 || static_cast<std::size_t>(position) >= count)
+    raise(error_number::item_not_found, std::to_string(position));
   return static_cast<std::size_t>(position);
 }
 
@@ -20,7 +21,7 @@ template <typename Object>
 auto find_object(const std::vector<std::shared_ptr<Object>>& list, std::string_view name) {
   const auto found = std::ranges::find_if(
       list, [name](const auto& object) { return support::equal_ignoring_case(object->name(), name); });
-  if (found == list.end()) raise(3265, name);
+  if (found == list.end()) raise(error_number::item_not_found, name);
   return found;
 }
 
@@ -106,13 +107,13 @@ std::shared_ptr<Field> TableObject::TableFields::item(std::string_view name) con
   if (!table_.appended()) return *find_object(table_.new_fields_, name);
   const TablePointer stored = table_.place_.table();
   const FieldDefinition* field = stored->definition.find_field(name);
-  if (!field) raise(3265, name);
+  if (!field) raise(error_number::item_not_found, name);
   return std::make_shared<FieldObject>(table_.place_, field->id);
 }
 
 void TableObject::TableFields::append(const std::shared_ptr<Field>& field) {
   const auto object = std::dynamic_pointer_cast<FieldObject>(field);
-  if (!object || object->appended()) raise(3219);
+  if (!object || object->appended()) raise(error_number::invalid_operation);
   const FieldDefinition definition = object->definition();
   if (table_.appended()) {
     layout::add_field(*table_.place_.session, table_.place_.id, definition);
@@ -121,7 +122,7 @@ void TableObject::TableFields::append(const std::shared_ptr<Field>& field) {
   }
   layout::check_field(definition);
   const auto same = [&](const auto& other) { return support::equal_ignoring_case(other->name(), definition.name); };
-  if (std::ranges::any_of(table_.new_fields_, same)) raise(3191, definition.name);
+  if (std::ranges::any_of(table_.new_fields_, same)) raise(error_number::field_defined_twice, definition.name);
   table_.new_fields_.push_back(object);
 }
 
@@ -150,13 +151,13 @@ std::shared_ptr<Index> TableObject::TableIndexes::item(std::string_view name) co
   if (!table_.appended()) return *find_object(table_.new_indexes_, name);
   const TablePointer stored = table_.place_.table();
   const IndexDefinition* index = find_named(stored->definition.indexes, name);
-  if (!index) raise(3265, name);
+  if (!index) raise(error_number::item_not_found, name);
   return std::make_shared<IndexObject>(*index);
 }
 
 void TableObject::TableIndexes::append(const std::shared_ptr<Index>& index) {
   const auto object = std::dynamic_pointer_cast<IndexObject>(index);
-  if (!object) raise(3219);
+  if (!object) raise(error_number::invalid_operation);
   const IndexDefinition definition = object->definition();
   if (table_.appended()) {
     layout::create_index(*table_.place_.session, table_.place_.id, definition);
@@ -189,19 +190,19 @@ std::shared_ptr<TableDef> TableCollection::item(std::int32_t position) const {
 
 std::shared_ptr<TableDef> TableCollection::item(std::string_view name) const {
   const TablePointer table = session_->catalogue().find(name);
-  if (!table) raise(3265, name);
+  if (!table) raise(error_number::item_not_found, name);
   return std::make_shared<TableObject>(TablePlace{session_, table->id});
 }
 
 void TableCollection::append(const std::shared_ptr<TableDef>& table) {
   const auto object = std::dynamic_pointer_cast<TableObject>(table);
-  if (!object || object->appended()) raise(3219);
+  if (!object || object->appended()) raise(error_number::invalid_operation);
   object->append_to({session_, layout::create_table(*session_, object->definition())});
 }
 
 void TableCollection::remove(std::string_view name) {
   const TablePointer table = session_->catalogue().find(name);
-  if (!table) raise(3265, name);
+  if (!table) raise(error_number::item_not_found, name);
   layout::drop_table(*session_, table->id);
 }
 

@@ -28,7 +28,8 @@ WorkingFile::~WorkingFile() {
 }
 
 void WorkingFile::take_name() {
-  if (!support::rename_host_file(path_, target_)) raise(support::host_file_exists(target_) ? 3204 : 3043);
+  if (!support::rename_host_file(path_, target_))
+    raise(support::host_file_exists(target_) ? error_number::database_exists : error_number::disk_error);
   path_.clear();
 }
 
@@ -37,9 +38,9 @@ void WorkingFile::replace(std::unique_ptr<Connection>& held) {
     replace_held_file(held, path_, target_);
   } catch (const support::RuntimeError& error) {
     path_.clear();
-    if (error.number() == 3045) throw;
+    if (error.number() == error_number::file_in_use) throw;
     // Its text tells what has become of the files.
-    throw support::RuntimeError(3043, error.what());
+    throw support::RuntimeError(error_number::disk_error, error.what());
   }
   path_.clear();
 }

@@ -136,7 +136,7 @@ class DatePrinter {
     } else if (section_[position_].letter() != '\0') {
       print_run();
     } else {
-      if (section_[position_].is_one_of("0#")) raise(error_picture);
+      if (section_[position_].is_one_of("0#")) raise(error_number::invalid_call);
       print_sign(text_, section_[position_++]);
     }
   }
@@ -151,8 +151,8 @@ class DatePrinter {
     const std::size_t width = position_ - begin;
     const bool minutes = letter == 'm' && width <= 2 && behind_hour_;
     const auto* const row = std::ranges::find(letter_rows, minutes ? 'n' : letter, &LetterRow::letter);
-    if (row == std::end(letter_rows) || width > 9) raise(error_picture);
-    if (row->widths.find(static_cast<char>('0' + width)) == std::string_view::npos) raise(error_picture);
+    if (row == std::end(letter_rows) || width > 9) raise(error_number::invalid_call);
+    if (row->widths.find(static_cast<char>('0' + width)) == std::string_view::npos) raise(error_number::invalid_call);
     Moment shown = moment_;
     if (twelve_hours_) shown.time.hour = (shown.time.hour + 11) % 12 + 1;
     text_ += row->print(shown, width);
@@ -170,7 +170,7 @@ class DatePrinter {
 }  // namespace
 
 std::string print_date(Date date, const Picture& picture, WeekRule weeks) {
-  if (picture.sections.size() != 1) raise(error_picture);
+  if (picture.sections.size() != 1) raise(error_number::invalid_call);
   return DatePrinter(picture.sections.front(), {date, weeks, calendar_time(date)}).print();
 }
 

@@ -26,8 +26,6 @@ DecimalNumber read_scientific(std::string_view text, bool negative) {
   return number;
 }
 
-constexpr int number_overflow = 6;
-
 std::string scientific_text(const DecimalNumber& number, char decimal_separator) {
   const int exponent = number.exponent - 1;
   std::string text = number.digits;
@@ -54,7 +52,7 @@ std::string DecimalNumber::scaled(int decimals) const {
 }
 
 DecimalNumber decimal_number(double value) {
-  if (!std::isfinite(value)) raise(number_overflow);
+  if (!std::isfinite(value)) raise(error_number::overflow);
   constexpr int digits_behind_first = 14;
   std::array<char, 64> buffer{};
   const auto end = std::to_chars(buffer.data(), buffer.data() + buffer.size(), std::fabs(value),
@@ -64,7 +62,7 @@ DecimalNumber decimal_number(double value) {
 }
 
 DecimalNumber decimal_number(float value) {
-  if (!std::isfinite(value)) raise(number_overflow);
+  if (!std::isfinite(value)) raise(error_number::overflow);
   std::array<char, 64> buffer{};
   const auto end =
       std::to_chars(buffer.data(), buffer.data() + buffer.size(), std::fabs(value), std::chars_format::scientific).ptr;

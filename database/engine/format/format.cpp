@@ -133,7 +133,7 @@ std::string plain_text(const Value& value) {
 }  // namespace
 
 std::string format(const Value& value, std::string_view picture, WeekRule weeks) {
-  if (picture.size() > longest_picture) raise(pictures::error_picture);
+  if (picture.size() > longest_picture) raise(error_number::invalid_call);
   if (is_null(value)) return print_null(picture);
   if (picture.empty()) return plain_text(value);
   if (const auto* const name = find_name<NumberName>(number_names, picture)) {

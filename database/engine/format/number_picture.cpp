@@ -21,7 +21,7 @@ NumberSection::NumberSection(const Section& section) {
     if (is_placeholder(character)) {
       read_digit(character);
     } else if (character.is('.')) {
-      if (std::exchange(has_point_, true)) raise(error_picture);
+      if (std::exchange(has_point_, true)) raise(error_number::invalid_call);
       elements_.push_back({Part::Point, {}});
     } else if (character.is(',')) {
       read_comma(section, i);
@@ -29,7 +29,7 @@ NumberSection::NumberSection(const Section& section) {
       i = read_exponent(section, i);
     } else {
       if (character.is('%')) {
-        if (std::exchange(percent_, true)) raise(error_picture);
+        if (std::exchange(percent_, true)) raise(error_number::invalid_call);
         shift_ += 2;
       }
       elements_.push_back({Part::Sign, {}});
@@ -40,7 +40,7 @@ NumberSection::NumberSection(const Section& section) {
 }
 
 void NumberSection::read_digit(const PictureCharacter& placeholder) {
-  if (scientific_) raise(error_picture);
+  if (scientific_) raise(error_number::invalid_call);
   has_digits_ = true;
   elements_.push_back({Part::Digit, {}});
   const bool zero = placeholder.is('0');
@@ -55,7 +55,7 @@ void NumberSection::read_digit(const PictureCharacter& placeholder) {
 
 /// Between digits it groups; behind the last one before the point it divides by 1000.
 void NumberSection::read_comma(const Section& section, std::size_t position) {
-  if (whole_places_ == 0 || has_point_ || scientific_) raise(error_picture);
+  if (whole_places_ == 0 || has_point_ || scientific_) raise(error_number::invalid_call);
   const auto rest = section.begin() + static_cast<std::ptrdiff_t>(position);
   const auto point = std::find_if(rest, section.end(), [](const PictureCharacter& next) { return next.is('.'); });
   if (std::any_of(rest, point, is_placeholder)) {
@@ -67,7 +67,7 @@ void NumberSection::read_comma(const Section& section, std::size_t position) {
 
 std::size_t NumberSection::read_exponent(const Section& section, std::size_t position) {
   const std::size_t sign = position + 1;
-  if (scientific_ || sign >= section.size() || !section[sign].is_one_of("+-")) raise(error_picture);
+  if (scientific_ || sign >= section.size() || !section[sign].is_one_of("+-")) raise(error_number::invalid_call);
   scientific_ = true;
   positive_sign_ = section[sign].is('+');
   exponent_letter_ = section[position].text.front();
@@ -79,9 +79,10 @@ std::size_t NumberSection::read_exponent(const Section& section, std::size_t pos
 }
 
 void NumberSection::check() const {
-  if (has_point_ && !has_digits_) raise(error_picture);
+  if (has_point_ && !has_digits_) raise(error_number::invalid_call);
   // Of more places before the point, or of commas, nothing is said.
-  if (scientific_ && (exponent_digits_ == 0 || whole_places_ != 1 || grouped_ || shift_ < 0)) raise(error_picture);
+  if (scientific_ && (exponent_digits_ == 0 || whole_places_ != 1 || grouped_ || shift_ < 0))
+    raise(error_number::invalid_call);
 }
 
 DecimalNumber NumberSection::shifted(DecimalNumber number) const {
@@ -160,7 +161,7 @@ std::string NumberSection::print(const DecimalNumber& number) const {
 
 std::string print_number(const DecimalNumber& number, const Picture& picture) {
   const std::vector<Section>& sections = picture.sections;
-  if (sections.size() > most_sections || sections.front().empty()) raise(error_picture);
+  if (sections.size() > most_sections || sections.front().empty()) raise(error_number::invalid_call);
   std::vector<NumberSection> known;
   known.reserve(sections.size());
   for (const Section& section : sections) known.emplace_back(section);
@@ -174,7 +175,7 @@ std::string print_number(const DecimalNumber& number, const Picture& picture) {
 std::string print_null_number(const Picture& picture) {
   if (picture.sections.size() != most_sections) return {};
   const NumberSection section(picture.sections.back());
-  if (section.has_digits()) raise(error_picture);
+  if (section.has_digits()) raise(error_number::invalid_call);
   return section.print({});
 }
 

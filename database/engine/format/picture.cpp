@@ -14,7 +14,7 @@ namespace {
 PictureCharacter take_character(std::string_view& rest) {
   if (rest.front() == '"') {
     const std::size_t end = rest.find('"', 1);
-    if (end == std::string_view::npos) raise(error_picture);
+    if (end == std::string_view::npos) raise(error_number::invalid_call);
     PictureCharacter quoted{std::string(rest.substr(1, end - 1)), true};
     rest.remove_prefix(end + 1);
     return quoted;
@@ -22,7 +22,7 @@ PictureCharacter take_character(std::string_view& rest) {
   const bool escaped = rest.front() == '\\';
   if (escaped) rest.remove_prefix(1);
   const std::string_view character = support::first_characters(rest, 1);
-  if (character.empty()) raise(error_picture);
+  if (character.empty()) raise(error_number::invalid_call);
   rest.remove_prefix(character.size());
   return {std::string(character), escaped};
 }
@@ -85,7 +85,8 @@ void print_sign(std::string& out, const PictureCharacter& character) {
   } else if (!character.literal && character.is('/')) {
     out += separator_of(support::user_locale().short_date, "dMy");
   } else {
-    if (!character.literal && (character.letter() != '\0' || is_foreign_letter(character.text))) raise(error_picture);
+    if (!character.literal && (character.letter() != '\0' || is_foreign_letter(character.text)))
+      raise(error_number::invalid_call);
     out += character.text;
   }
 }

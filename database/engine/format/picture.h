@@ -7,8 +7,6 @@
 
 namespace engine::pictures {
 
-inline constexpr int error_picture = 5;
-
 struct PictureCharacter {
   /// One character; of what was quoted, all of it.
   std::string text;

@@ -34,7 +34,7 @@ std::string print_places(std::string_view text, const Section& section) {
   const std::vector<std::string> characters = characters_of(text);
   const auto places = static_cast<std::size_t>(std::ranges::count_if(section, is_character_place));
   const bool from_left = std::ranges::any_of(section, [](const PictureCharacter& each) { return each.is('!'); });
-  if (characters.size() > places && has_sign_between(section)) raise(error_picture);
+  if (characters.size() > places && has_sign_between(section)) raise(error_number::invalid_call);
   const std::size_t empty = places - std::min(places, characters.size());
   const std::size_t first_filled = from_left ? 0 : empty;
   std::string printed;
@@ -42,7 +42,7 @@ std::string print_places(std::string_view text, const Section& section) {
   std::size_t next = 0;
   for (const PictureCharacter& character : section) {
     if (character.is_one_of("<>!")) continue;
-    if (character.is_one_of("0#")) raise(error_picture);
+    if (character.is_one_of("0#")) raise(error_number::invalid_call);
     if (!is_character_place(character)) {
       print_sign(printed, character);
       continue;
@@ -62,12 +62,12 @@ std::string print_places(std::string_view text, const Section& section) {
 
 std::string print_text(std::string_view text, const Picture& picture) {
   constexpr std::size_t most_sections_of_text = 2;
-  if (picture.sections.size() > most_sections_of_text) raise(error_picture);
+  if (picture.sections.size() > most_sections_of_text) raise(error_number::invalid_call);
   const Section& section = picture.sections[text.empty() ? picture.sections.size() - 1 : 0];
   const auto has = [&](char sign) {
     return std::ranges::any_of(section, [&](const PictureCharacter& each) { return each.is(sign); });
   };
-  if (has('<') && has('>')) raise(error_picture);
+  if (has('<') && has('>')) raise(error_number::invalid_call);
   const std::string cased = has('<') ? support::to_lower(text) : has('>') ? support::to_upper(text) : std::string(text);
   return print_places(cased, section);
 }

@@ -82,7 +82,8 @@ std::vector<std::string> linked_tables(MdbHandle& file) {
 MdbTablePointer read_table(MdbCatalogEntry& entry) {
   MdbTablePointer table(mdb_read_table(&entry));
   if (!table || !mdb_read_columns(table.get())) {
-    throw support::RuntimeError(3343, std::string(entry.object_name) + ": the table's definition cannot be read");
+    throw support::RuntimeError(support::error_number::unknown_format,
+                                std::string(entry.object_name) + ": the table's definition cannot be read");
   }
   return table;
 }

@@ -40,7 +40,8 @@ class Definition {
   void skip(std::size_t count) { take(count); }
   std::string_view take(std::size_t count) {
     if (count > bytes_.size() - place_) {
-      throw support::RuntimeError(3343, "the table's indexes cannot be read: the file is damaged");
+      throw support::RuntimeError(support::error_number::unknown_format,
+                                  "the table's indexes cannot be read: the file is damaged");
     }
     return std::string_view(bytes_).substr(std::exchange(place_, place_ + count), count);
   }

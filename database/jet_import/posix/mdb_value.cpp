@@ -11,7 +11,9 @@
 namespace jet_import {
 namespace {
 
-[[noreturn]] void damaged() { throw support::RuntimeError(3343, "the value cannot be read: the file is damaged"); }
+[[noreturn]] void damaged() {
+  throw support::RuntimeError(support::error_number::unknown_format, "the value cannot be read: the file is damaged");
+}
 
 template <typename Number>
 Number number_at(std::string_view bytes, std::size_t offset = 0) {
@@ -70,7 +72,8 @@ double decimal(const char* text) {
   std::string digits(rest);
   std::erase(digits, '.');
   digits.erase(0, digits.find_first_not_of('0'));
-  if (digits.size() > exact_digits) throw support::RuntimeError(6, "Overflow: " + std::string(text));
+  if (digits.size() > exact_digits)
+    throw support::RuntimeError(support::error_number::overflow, "Overflow: " + std::string(text));
   return number;
 }
 

@@ -43,7 +43,7 @@ class MdbWalk {
     std::size_t size = 0;
     if (mdb_find_row(&file_, static_cast<int>(table_.cur_row) - 1, &start, &size) != 0 ||
         mdb_crack_row(&table_, start & offset_mask, size, fields_.data()) < 0) {
-      throw support::RuntimeError(3343, "a row cannot be read: the file is damaged");
+      throw support::RuntimeError(support::error_number::unknown_format, "a row cannot be read: the file is damaged");
     }
     return true;
   }
@@ -74,7 +74,7 @@ class MdbRows : public SourceRows {
     for (const MdbField& candidate : walk_.fields()) {
       if (walk_.column(candidate) == columns_[field]) return mdb_value(file_, version_, *columns_[field], candidate);
     }
-    throw support::RuntimeError(3343, "a row lacks the field: the file is damaged");
+    throw support::RuntimeError(support::error_number::unknown_format, "a row lacks the field: the file is damaged");
   }
 
  private:
@@ -99,7 +99,8 @@ void check_catalogue(MdbHandle& file) {
     }
     if (rows == entries.size() && (rows == table->num_rows || table->num_rows == 0)) return;
   }
-  throw support::RuntimeError(3343, "Unrecognized database format: the list of tables is not whole.");
+  throw support::RuntimeError(support::error_number::unknown_format,
+                              "Unrecognized database format: the list of tables is not whole.");
 }
 
 class MdbSource : public Source {
@@ -129,17 +130,20 @@ class MdbSource : public Source {
 JetHeader header_of(const std::string& host_path) {
   std::error_code failure;
   if (!std::filesystem::is_regular_file(host_path, failure)) {
-    throw support::RuntimeError(3024, "Could not find file '" + host_path + "'.");
+    throw support::RuntimeError(support::error_number::file_not_found, "Could not find file '" + host_path + "'.");
   }
   std::ifstream file(host_path, std::ios::binary);
-  if (!file) throw support::RuntimeError(3051, "The file '" + host_path + "' cannot be opened.");
+  if (!file)
+    throw support::RuntimeError(support::error_number::file_not_opened,
+                                "The file '" + host_path + "' cannot be opened.");
   std::string beginning(jet_header_size, '\0');
   file.read(beginning.data(), static_cast<std::streamsize>(beginning.size()));
   beginning.resize(static_cast<std::size_t>(file.gcount()));
   JetHeader header = read_jet_header(beginning);
   const std::uintmax_t page_size = header.version == JetVersion::Jet3 ? 2048 : 4096;
   if (std::filesystem::file_size(host_path, failure) % page_size != 0) {
-    throw support::RuntimeError(3343, "Unrecognized database format: the file's last page is not whole.");
+    throw support::RuntimeError(support::error_number::unknown_format,
+                                "Unrecognized database format: the file's last page is not whole.");
   }
   return header;
 }
@@ -151,16 +155,17 @@ std::unique_ptr<Source> open_source(const database::Environment& environment, st
   const std::string host_path = environment.file_system().host_path(path);
   const JetHeader header = header_of(host_path);
   if (!header.password.empty() && header.password != password) {
-    throw support::RuntimeError(3031, "Not a valid password.");
+    throw support::RuntimeError(support::error_number::wrong_password, "Not a valid password.");
   }
   if (header.version == JetVersion::Jet3 && header.code_page != western_code_page) {
-    throw support::RuntimeError(3343,
+    throw support::RuntimeError(support::error_number::unknown_format,
                                 "Texts of code page " + std::to_string(header.code_page) + " are not understood.");
   }
   const Quiet quiet;
   MdbFilePointer file(mdb_open(host_path.c_str(), MDB_NOFLAGS));
   if (!file || !mdb_read_catalog(file.get(), MDB_ANY)) {
-    throw support::RuntimeError(3343, "Unrecognized database format: the list of tables cannot be read.");
+    throw support::RuntimeError(support::error_number::unknown_format,
+                                "Unrecognized database format: the list of tables cannot be read.");
   }
   check_catalogue(*file);
   return std::make_unique<MdbSource>(std::move(file), header.version);

@@ -3,7 +3,8 @@
 namespace engine {
 
 std::unique_ptr<Engine> open_automation_engine(std::string_view identifier) {
-  throw support::RuntimeError(429, std::string(identifier) + " is an automation object, which only Windows has.");
+  throw support::RuntimeError(support::error_number::no_such_engine,
+                              std::string(identifier) + " is an automation object, which only Windows has.");
 }
 
 std::shared_ptr<void> share_automation_objects() { return nullptr; }

@@ -1,8 +1,8 @@
 #include <cmath>
 #include <iterator>
 
-#include "database/engine/embedded/jet_sql/error_numbers.h"
 #include "database/engine/embedded/jet_sql/sqlite_functions.h"
+#include "database/engine/engine_error.h"
 
 namespace engine::embedded::jet_sql {
 
@@ -23,7 +23,7 @@ State* state_of(sqlite3_context* context) noexcept {
 
 void report_overflow(sqlite3_context* context) noexcept {
   try {
-    raise(error_overflow);
+    raise(error_number::overflow);
   } catch (...) {
     report_current_exception(context);
   }
@@ -97,7 +97,7 @@ void only_step(sqlite3_context* context, int count, sqlite3_value** arguments) n
   const auto* const kept = state_of<Kept>(context);
   if (kept == nullptr || !kept->any) return keep_step<false>(context, count, arguments);
   try {
-    raise(error_one_record);
+    raise(error_number::one_record);
   } catch (...) {
     report_current_exception(context);
   }

@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <utility>
 
-#include "database/engine/embedded/jet_sql/error_numbers.h"
+#include "database/engine/engine_error.h"
 #include "support/encoding.h"
 
 namespace engine::embedded::jet_sql {
@@ -28,14 +28,14 @@ void Binder::bind(InsertStatement& statement) {
     bind_query(*statement.query, nullptr);
   } else {
     Select nothing;
-    Scope scope{.select = &nothing, .visible = {}, .aggregate_error = error_aggregate_in_expression};
+    Scope scope{.select = &nothing, .visible = {}, .aggregate_error = error_number::aggregate_in_expression};
     for (const ExpressionPtr& value : statement.values) bind(value, scope);
   }
   raise_unknown_names();
 }
 
 void Binder::bind(UpdateStatement& statement) {
-  Scope scope{.select = &statement.rows, .visible = {}, .aggregate_error = error_aggregate_in_expression};
+  Scope scope{.select = &statement.rows, .visible = {}, .aggregate_error = error_number::aggregate_in_expression};
   bind_rows(statement.rows, scope);
   for (Assignment& assignment : statement.assignments) {
     if (!find_column(scope, assignment.target)) {
@@ -55,26 +55,27 @@ void Binder::bind(DeleteStatement& statement) {
 void Binder::bind_default(Expression& expression) {
   functions_without_parentheses_ = true;
   Select nothing;
-  Scope scope{.select = &nothing, .visible = {}, .aggregate_error = error_aggregate_in_expression};
+  Scope scope{.select = &nothing, .visible = {}, .aggregate_error = error_number::aggregate_in_expression};
   bind(expression, scope);
   raise_unknown_names();
 }
 
 void Binder::bind_rule(const ExpressionPtr& condition, Select& row) {
   functions_without_parentheses_ = true;
-  Scope scope{.select = &row, .visible = {&row.sources.front()}, .aggregate_error = error_aggregate_in_expression};
+  Scope scope{
+      .select = &row, .visible = {&row.sources.front()}, .aggregate_error = error_number::aggregate_in_expression};
   bind_criterion(condition, scope);
   raise_unknown_names();
 }
 
 const TableDefinition& Binder::table(std::string_view name) const {
   const TableDefinition* const found = catalogue_.find_table(name);
-  if (found == nullptr) raise(error_unknown_table, name);
+  if (found == nullptr) raise(error_number::unknown_table, name);
   return *found;
 }
 
 void Binder::raise_unknown_names() const {
-  if (!unknown_names_.empty()) raise(error_too_few_parameters, std::to_string(unknown_names_.size()));
+  if (!unknown_names_.empty()) raise(error_number::too_few_parameters, std::to_string(unknown_names_.size()));
 }
 
 void Binder::bind_query(QueryTree& query, Scope* outer) {
@@ -93,10 +94,10 @@ void Binder::bind_query(QueryTree& query, Scope* outer) {
 void Binder::bind_select(QueryTree& query, Select& select, Scope* outer) {
   Scope scope{.outer = outer, .select = &select, .visible = {}};
   bind_rows(select, scope);
-  scope.aggregate_error = error_aggregate_in_group_by;
+  scope.aggregate_error = error_number::aggregate_in_group_by;
   scope.aliases = true;
   for (const ExpressionPtr& group : select.group_by) bind(group, scope);
-  scope.aggregate_error = 0;
+  scope.aggregate_error = error_number::none;
   bind_items(select, scope);
   if (select.having != nullptr) bind_criterion(select.having, scope);
   if (select.pivot != nullptr) bind_pivot(*select.pivot, scope);
@@ -108,14 +109,16 @@ void Binder::bind_select(QueryTree& query, Select& select, Scope* outer) {
   collect_outputs(select);
   if (query.selects.size() == 1) bind_order(query, select, scope);
   if (select.grouped) check_grouping(select, query);
-  if (select.distinct_row && select.sources.size() > 1) raise(error_not_supported, "DISTINCTROW over several tables");
+  if (select.distinct_row && select.sources.size() > 1)
+    raise(error_number::not_supported, "DISTINCTROW over several tables");
   if (select.pivot != nullptr) add_headings(select);
 }
 
 void Binder::bind_pivot(Pivot& pivot, Scope& scope) {
   bind(pivot.value, scope);
-  if (!pivot.value->has_aggregate) raise(error_transform_syntax, "the value has no aggregate");
-  const int aggregate_error = std::exchange(scope.aggregate_error, error_aggregate_in_group_by);
+  if (!pivot.value->has_aggregate) raise(error_number::transform_syntax, "the value has no aggregate");
+  const error_number::Number aggregate_error =
+      std::exchange(scope.aggregate_error, error_number::aggregate_in_group_by);
   bind(pivot.head, scope);
   scope.aggregate_error = aggregate_error;
 }
@@ -128,7 +131,7 @@ void Binder::bind_items(Select& select, Scope& scope) {
 
 void Binder::bind_item(SelectItem& item, Scope& scope) {
   item.state = SelectItem::State::InProgress;
-  const int aggregate_error = std::exchange(scope.aggregate_error, 0);
+  const error_number::Number aggregate_error = std::exchange(scope.aggregate_error, error_number::none);
   bind(item.expression, scope);
   scope.aggregate_error = aggregate_error;
   item.state = SelectItem::State::Bound;
@@ -137,7 +140,7 @@ void Binder::bind_item(SelectItem& item, Scope& scope) {
 void Binder::bind_rows(Select& rows, Scope& scope) {
   for (const TableReferencePtr& reference : rows.from) bind_from(*reference, scope);
   if (rows.where == nullptr) return;
-  const int aggregate_error = std::exchange(scope.aggregate_error, error_aggregate_in_where);
+  const error_number::Number aggregate_error = std::exchange(scope.aggregate_error, error_number::aggregate_in_where);
   bind_criterion(rows.where, scope);
   scope.aggregate_error = aggregate_error;
 }
@@ -169,14 +172,15 @@ void Binder::bind_join(Join& join, Scope& scope) {
   const std::size_t first = scope.visible.size();
   bind_from(*join.left, scope);
   bind_from(*join.right, scope);
-  Scope inner{.outer = scope.outer, .select = scope.select, .visible = {}, .aggregate_error = error_aggregate_in_join};
+  Scope inner{
+      .outer = scope.outer, .select = scope.select, .visible = {}, .aggregate_error = error_number::aggregate_in_join};
   inner.visible.assign(scope.visible.begin() + static_cast<std::ptrdiff_t>(first), scope.visible.end());
   bind_criterion(join.condition, inner);
 }
 
 Source& Binder::add_source(Scope& scope, std::string name) {
   for (const Source* const other : scope.visible) {
-    if (!name.empty() && support::equal_ignoring_case(other->name, name)) raise(error_repeated_table, name);
+    if (!name.empty() && support::equal_ignoring_case(other->name, name)) raise(error_number::repeated_table, name);
   }
   Source& source = scope.select->sources.emplace_back();
   source.name = std::move(name);
@@ -188,7 +192,7 @@ Source& Binder::add_source(Scope& scope, std::string name) {
 void Binder::count_tables(Scope* scope, std::size_t tables) {
   if (scope->select == nullptr) return;
   scope->select->tables += tables;
-  if (scope->select->tables > most_tables) raise(error_too_complex);
+  if (scope->select->tables > most_tables) raise(error_number::too_complex);
 }
 
 }  // namespace engine::embedded::jet_sql

@@ -11,6 +11,7 @@
 #include <vector>
 
 #include "database/engine/embedded/jet_sql/ast.h"
+#include "database/engine/engine_error.h"
 
 namespace engine::embedded::jet_sql {
 
@@ -43,7 +44,7 @@ class Binder {
     std::vector<const Source*> visible;
     bool aliases = false;
     /// Error for an aggregate here; 0 where one may stand.
-    int aggregate_error = 0;
+    error_number::Number aggregate_error = error_number::none;
   };
 
   void bind_query(QueryTree& query, Scope* outer);

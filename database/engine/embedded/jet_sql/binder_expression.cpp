@@ -4,8 +4,8 @@
 #include <utility>
 
 #include "database/engine/embedded/jet_sql/binder.h"
-#include "database/engine/embedded/jet_sql/error_numbers.h"
 #include "database/engine/embedded/jet_sql/function_table.h"
+#include "database/engine/engine_error.h"
 #include "support/encoding.h"
 
 namespace engine::embedded::jet_sql {
@@ -16,11 +16,12 @@ namespace {
 constexpr int most_levels = 200;
 
 void check_comparable(const ValueType& left, const ValueType& right) {
-  if ((left.is_text() && right.is_number()) || (left.is_number() && right.is_text())) raise(error_criterion_mismatch);
+  if ((left.is_text() && right.is_number()) || (left.is_number() && right.is_text()))
+    raise(error_number::criterion_mismatch);
 }
 
 void check_condition(const ValueType& type) {
-  if (type.is_text()) raise(error_criterion_mismatch);
+  if (type.is_text()) raise(error_number::criterion_mismatch);
 }
 
 ValueType boolean(bool nullable) { return type_of_kind(Kind::Boolean).with_null(nullable); }
@@ -163,7 +164,7 @@ void Binder::bind_criterion(const ExpressionPtr& expression, Scope& scope) {
 
 void Binder::contain(Expression& whole, int height) const {
   whole.height = std::max(whole.height, height + 1);
-  if (whole.height > most_levels) raise(error_too_complex);
+  if (whole.height > most_levels) raise(error_number::too_complex);
 }
 
 void Binder::contain(Expression& whole, const ExpressionPtr& part) {
@@ -182,7 +183,7 @@ void Binder::bind_node(Expression& expression, ColumnName& name, Scope& scope) {
       contain(expression, name.alias_of->height - 1);
       expression.type = name.alias_of->type;
       expression.has_aggregate = name.alias_of->has_aggregate;
-      if (expression.has_aggregate && scope.aggregate_error != 0) raise(scope.aggregate_error);
+      if (expression.has_aggregate && scope.aggregate_error != error_number::none) raise(scope.aggregate_error);
       return;
     }
     expression.type = name.source->columns[name.index].type;
@@ -211,7 +212,7 @@ bool Binder::find_column(const Scope& scope, ColumnName& name) const {
     if (!name.table.empty() && !support::equal_ignoring_case(source->name, name.table)) continue;
     for (std::size_t index = 0; index < source->columns.size(); ++index) {
       if (!support::equal_ignoring_case(source->columns[index].name, name.column)) continue;
-      if (found) raise(error_ambiguous_field, name.column);
+      if (found) raise(error_number::ambiguous_field, name.column);
       found = true;
       name.source = source;
       name.index = index;
@@ -225,7 +226,7 @@ bool Binder::find_alias(Scope& scope, ColumnName& name) {
   if (!scope.aliases || !name.table.empty()) return false;
   for (SelectItem& item : scope.select->items) {
     if (item.alias.empty() || !support::equal_ignoring_case(item.alias, name.column)) continue;
-    if (item.state == SelectItem::State::InProgress) raise(error_circular_alias, name.column);
+    if (item.state == SelectItem::State::InProgress) raise(error_number::circular_alias, name.column);
     if (item.state == SelectItem::State::Unbound) bind_item(item, scope);
     name.alias_of = item.expression.get();
     return true;
@@ -306,7 +307,7 @@ void Binder::bind_node(Expression& expression, InSelect& in, Scope& scope) {
   count_tables(&scope, in.query->tables);
   contain(expression, in.value);
   contain(expression, in.query->height);
-  if (in.query->outputs.size() != 1) raise(error_subquery_columns);
+  if (in.query->outputs.size() != 1) raise(error_number::subquery_columns);
   check_comparable(in.value->type, in.query->outputs.front().type);
   expression.type = boolean(true);
 }
@@ -317,12 +318,12 @@ void Binder::bind_node(Expression& expression, Quantified& quantified, Scope& sc
   count_tables(&scope, quantified.query->tables);
   contain(expression, quantified.value);
   contain(expression, quantified.query->height);
-  if (quantified.query->outputs.size() != 1) raise(error_subquery_columns);
+  if (quantified.query->outputs.size() != 1) raise(error_number::subquery_columns);
   check_comparable(quantified.value->type, quantified.query->outputs.front().type);
   // The value is written inside of the subselect: SQLite tells by a column alone that an aggregate is not the
   // subselect's.
   if (has_aggregate_without_column(*quantified.value)) {
-    raise(error_not_supported, "an aggregate of no field before ANY or ALL");
+    raise(error_number::not_supported, "an aggregate of no field before ANY or ALL");
   }
   expression.type = boolean(true);
 }
@@ -338,29 +339,30 @@ void Binder::bind_node(Expression& expression, ScalarSelect& select, Scope& scop
   bind_query(*select.query, &scope);
   count_tables(&scope, select.query->tables);
   contain(expression, select.query->height);
-  if (select.query->outputs.size() != 1) raise(error_subquery_columns);
+  if (select.query->outputs.size() != 1) raise(error_number::subquery_columns);
   expression.type = select.query->outputs.front().type.with_null(true);
 }
 
 void Binder::bind_node(Expression& expression, Call& call, Scope& scope) {
   call.row = find_function(call.function);
-  if (call.row == nullptr) raise(error_unknown_function, call.function);
+  if (call.row == nullptr) raise(error_number::unknown_function, call.function);
   const FunctionRow& row = *call.row;
   const bool counts_rows = call.star && row.name == "count";
   const bool one_too_many = !call.arguments.empty() && argument_letter(row, call.arguments.size() - 1) == '\0';
   const bool half_pair = row.form == FunctionForm::Switch && call.arguments.size() % 2 != 0;
   if (!counts_rows && (call.star || call.arguments.size() < row.required || one_too_many || half_pair)) {
-    raise(error_expression_syntax, "wrong number of arguments for " + call.function);
+    raise(error_number::expression_syntax, "wrong number of arguments for " + call.function);
   }
   if (row.form == FunctionForm::Aggregate) {
-    if (scope.aggregate_error != 0) raise(scope.aggregate_error);
+    if (scope.aggregate_error != error_number::none) raise(scope.aggregate_error);
     const std::size_t outer_columns = scope.select->outer_columns.size();
-    const int aggregate_error = std::exchange(scope.aggregate_error, error_aggregate_in_expression);
+    const error_number::Number aggregate_error =
+        std::exchange(scope.aggregate_error, error_number::aggregate_in_expression);
     bind_arguments(call, scope);
     scope.aggregate_error = aggregate_error;
     // SQLite would make such an aggregate one of the query around this one.
-    if (scope.select->outer_columns.size() != outer_columns) raise(error_aggregate_in_expression);
-    if (row.arguments == "n" && call.arguments.front()->type.is_text()) raise(error_criterion_mismatch);
+    if (scope.select->outer_columns.size() != outer_columns) raise(error_number::aggregate_in_expression);
+    if (row.arguments == "n" && call.arguments.front()->type.is_text()) raise(error_number::criterion_mismatch);
     expression.has_aggregate = true;
   } else {
     bind_arguments(call, scope);
@@ -368,7 +370,7 @@ void Binder::bind_node(Expression& expression, Call& call, Scope& scope) {
   for (const ExpressionPtr& argument : call.arguments) contain(expression, argument);
   if (row.form == FunctionForm::Conversion && call.arguments.front()->type.kind == Kind::Null &&
       is_same_for_all_rows(*call.arguments.front())) {
-    raise(error_invalid_null);
+    raise(error_number::invalid_null);
   }
   expression.type = counts_rows ? type_of_kind(Kind::Long).with_null(false) : type_of_call(call);
 }

@@ -6,8 +6,8 @@
 #include "database/engine/date_text.h"
 #include "database/engine/embedded/jet_sql/binder.h"
 #include "database/engine/embedded/jet_sql/conversion.h"
-#include "database/engine/embedded/jet_sql/error_numbers.h"
 #include "database/engine/embedded/jet_sql/function_table.h"
+#include "database/engine/engine_error.h"
 #include "support/encoding.h"
 
 namespace engine::embedded::jet_sql {
@@ -64,13 +64,13 @@ void Binder::collect_outputs(Select& select) {
       output.index = name->index;
     }
     select.outputs.push_back(std::move(output));
-    if (select.outputs.size() > most_outputs) raise(error_too_many_fields);
+    if (select.outputs.size() > most_outputs) raise(error_number::too_many_fields);
   }
   name_outputs(select);
 }
 
 void Binder::expand_star(Select& select, const SelectItem& item) {
-  if (select.sources.empty()) raise(error_no_input);
+  if (select.sources.empty()) raise(error_number::no_input);
   bool found = false;
   for (const Source& source : select.sources) {
     if (!item.star_table.empty() && !support::equal_ignoring_case(source.name, item.star_table)) continue;
@@ -78,10 +78,10 @@ void Binder::expand_star(Select& select, const SelectItem& item) {
     for (std::size_t index = 0; index < source.columns.size(); ++index) {
       const SourceColumn& column = source.columns[index];
       select.outputs.push_back({column.name, column.type, nullptr, &source, index, nullptr, {}});
-      if (select.outputs.size() > most_outputs) raise(error_too_many_fields);
+      if (select.outputs.size() > most_outputs) raise(error_number::too_many_fields);
     }
   }
-  if (!found) raise(error_unknown_table, item.star_table);
+  if (!found) raise(error_number::unknown_table, item.star_table);
 }
 
 /// Columns of several tables with one name come as "table.column", expressions as "Expr1000" and so on.
@@ -101,7 +101,8 @@ void Binder::name_outputs(Select& select) {
         shared.contains(support::to_lower(output.name))) {
       output.name = qualified(output);
     }
-    if (fixed && taken.contains(support::to_lower(output.name))) raise(error_duplicate_destination, output.name);
+    if (fixed && taken.contains(support::to_lower(output.name)))
+      raise(error_number::duplicate_destination, output.name);
     while (output.name.empty() || taken.contains(support::to_lower(output.name))) {
       output.name = "Expr" + std::to_string(expression_number++);
     }
@@ -121,10 +122,10 @@ void Binder::add_headings(Select& select) const {
     std::string name = heading.value_or("<>");
     if (!seen.insert(support::to_lower(name)).second) {
       if (pivot.headings.empty()) continue;
-      raise(error_repeated_heading, name);
+      raise(error_number::repeated_heading, name);
     }
-    if (name.empty() || taken.contains(support::to_lower(name))) raise(error_duplicate_destination, name);
-    if (select.outputs.size() >= most_fields) raise(error_too_many_fields);
+    if (name.empty() || taken.contains(support::to_lower(name))) raise(error_number::duplicate_destination, name);
+    if (select.outputs.size() >= most_fields) raise(error_number::too_many_fields);
     select.outputs.push_back({.name = std::move(name),
                               .type = pivot.value->type.with_null(true),
                               .expression = pivot.value.get(),
@@ -139,7 +140,7 @@ void Binder::unite_outputs(QueryTree& query) {
   query.outputs = query.selects.front()->outputs;
   for (std::size_t i = 1; i < query.selects.size(); ++i) {
     const std::vector<OutputColumn>& others = query.selects[i]->outputs;
-    if (others.size() != query.outputs.size()) raise(error_union_columns);
+    if (others.size() != query.outputs.size()) raise(error_number::union_columns);
     for (std::size_t column = 0; column < others.size(); ++column) {
       ValueType& type = query.outputs[column].type;
       type = common_type(type, others[column].type);
@@ -158,7 +159,7 @@ bool Binder::is_output(OrderItem& item, const std::vector<OutputColumn>& outputs
   if (const Literal* const literal = std::get_if<Literal>(&item.expression->node)) {
     const auto* const ordinal = std::get_if<std::int64_t>(&literal->value);
     if (ordinal == nullptr) return false;
-    if (*ordinal < 1 || *ordinal > static_cast<std::int64_t>(outputs.size())) raise(error_order_by_syntax);
+    if (*ordinal < 1 || *ordinal > static_cast<std::int64_t>(outputs.size())) raise(error_number::order_by_syntax);
     item.output = static_cast<std::size_t>(*ordinal - 1);
     return true;
   }
@@ -175,7 +176,7 @@ bool Binder::is_output(OrderItem& item, const std::vector<OutputColumn>& outputs
 void Binder::bind_order(QueryTree& query, Select& select, Scope& scope) {
   for (OrderItem& item : query.order_by) {
     if (std::holds_alternative<Literal>(item.expression->node) && is_output(item, select.outputs)) continue;
-    scope.aggregate_error = select.grouped ? 0 : error_aggregate_in_order_by;
+    scope.aggregate_error = select.grouped ? error_number::none : error_number::aggregate_in_order_by;
     bind(item.expression, scope);
     for (std::size_t i = 0; i < select.outputs.size() && !item.output; ++i) {
       const OutputColumn& output = select.outputs[i];
@@ -186,7 +187,7 @@ void Binder::bind_order(QueryTree& query, Select& select, Scope& scope) {
         item.output = i;
       }
     }
-    if (select.distinct && !item.output) raise(error_order_with_distinct);
+    if (select.distinct && !item.output) raise(error_number::order_with_distinct);
   }
 }
 
@@ -194,14 +195,14 @@ void Binder::bind_union_order(QueryTree& query) {
   for (OrderItem& item : query.order_by) {
     if (is_output(item, query.outputs)) continue;
     const auto* const name = std::get_if<ColumnName>(&item.expression->node);
-    if (name == nullptr) raise(error_order_by_syntax);
+    if (name == nullptr) raise(error_number::order_by_syntax);
     unknown_names_.insert(support::to_lower(name->column));
   }
 }
 
 void Binder::check_grouping(const Select& select, const QueryTree& query) {
   for (const SelectItem& item : select.items) {
-    if (item.star) raise(error_group_on_star);
+    if (item.star) raise(error_number::group_on_star);
     check_grouped(select, *item.expression);
   }
   if (select.having != nullptr) check_grouped(select, *select.having);
@@ -223,7 +224,8 @@ void Binder::check_grouped(const Select& select, const Expression& expression) {
   if (const auto* name = std::get_if<ColumnName>(&expression.node)) {
     // The item behind an alias is checked as an item.
     const auto own = [&](const Source& source) { return &source == name->source; };
-    if (std::any_of(select.sources.begin(), select.sources.end(), own)) raise(error_not_in_aggregate, name->column);
+    if (std::any_of(select.sources.begin(), select.sources.end(), own))
+      raise(error_number::not_in_aggregate, name->column);
   }
   const auto* const call = std::get_if<Call>(&expression.node);
   if (call != nullptr && call->row->form == FunctionForm::Aggregate) return;

@@ -3,9 +3,9 @@
 #include <algorithm>
 #include <set>
 
-#include "database/engine/embedded/jet_sql/error_numbers.h"
 #include "database/engine/embedded/jet_sql/field_type.h"
 #include "database/engine/embedded/jet_sql/sqlite_text.h"
+#include "database/engine/engine_error.h"
 #include "support/encoding.h"
 
 namespace engine::embedded::jet_sql {
@@ -98,13 +98,13 @@ std::vector<std::string> ChangeGenerator::field_names(const InsertStatement& sta
 std::vector<ChangeGenerator::Destination> ChangeGenerator::destinations(const InsertStatement& statement) const {
   const std::vector<std::string> names = field_names(statement);
   const std::size_t count = statement.query != nullptr ? statement.query->outputs.size() : statement.values.size();
-  if (names.size() != count) raise(error_value_count);
+  if (names.size() != count) raise(error_number::value_count);
   std::vector<Destination> fields;
   std::set<const FieldDefinition*> seen;
   for (std::size_t position = 0; position < names.size(); ++position) {
     const FieldDefinition* const field = table_.find_field(names[position]);
-    if (field == nullptr) raise(error_insert_unknown_field, names[position]);
-    if (!seen.insert(field).second) raise(error_duplicate_destination, field->name);
+    if (field == nullptr) raise(error_number::insert_unknown_field, names[position]);
+    if (!seen.insert(field).second) raise(error_number::duplicate_destination, field->name);
     fields.push_back({field, position, {}, false});
   }
   return fields;
@@ -117,7 +117,7 @@ void ChangeGenerator::add_defaults(std::vector<Destination>& fields) const {
     if (named.contains(&field)) continue;
     std::string text = field.auto_increment() ? std::string() : compile_default(field);
     // A rule may speak of fields that the statement does not name.
-    if (text != "NULL" || null_error(field) != 0 || !rules_.empty())
+    if (text != "NULL" || null_error(field) != error_number::none || !rules_.empty())
       fields.push_back({&field, 0, std::move(text), true});
   }
 }
@@ -205,7 +205,7 @@ void ChangeGenerator::append_filters(const QueryTree& query, const std::vector<D
                                      std::string_view before, Write write_column) {
   const auto open = [&] { write(std::exchange(before, " AND ")); };
   for (const Destination& destination : fields) {
-    const bool required = null_error(*destination.field) != 0;
+    const bool required = null_error(*destination.field) != error_number::none;
     if (required) {
       open();
       write("(");
@@ -263,15 +263,15 @@ void ChangeGenerator::default_value(const Expression& expression, const FieldDef
   convert(field, {expression.type, origin_of(expression)}, StoreMode::Default, [&] { value(expression); });
 }
 
-int ChangeGenerator::null_error(const FieldDefinition& field) const noexcept {
-  if (field.auto_increment() || field.type == DataType::Boolean) return 0;
-  if (field.required) return error_field_required;
+error_number::Number ChangeGenerator::null_error(const FieldDefinition& field) const noexcept {
+  if (field.auto_increment() || field.type == DataType::Boolean) return error_number::none;
+  if (field.required) return error_number::field_required;
   const bool in_key = std::any_of(table_.indexes.begin(), table_.indexes.end(), [&](const IndexDefinition& index) {
     return index.forbids_null() && std::any_of(index.fields.begin(), index.fields.end(), [&](const std::string& name) {
              return support::equal_ignoring_case(name, field.name);
            });
   });
-  return in_key ? error_null_in_key : 0;
+  return in_key ? error_number::null_in_key : error_number::none;
 }
 
 /// The value of a list or an assignment.
@@ -285,10 +285,10 @@ void ChangeGenerator::store(const FieldDefinition& field, const Expression& give
 void ChangeGenerator::checked_for_null(const FieldDefinition& field, StoreMode mode, const Given& given,
                                        const Writer& write_value) {
   const bool constant = given.origin == ValueOrigin::Constant && given.type.kind != Kind::Null;
-  const int error = constant || mode != StoreMode::Refuse ? 0 : null_error(field);
-  if (error != 0) write("jet_required(");
+  const error_number::Number error = constant || mode != StoreMode::Refuse ? error_number::none : null_error(field);
+  if (error != error_number::none) write("jet_required(");
   write_value();
-  if (error == 0) return;
+  if (error == error_number::none) return;
   write(", ");
   whole_literal(error);
   write(", ");

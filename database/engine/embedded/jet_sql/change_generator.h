@@ -9,6 +9,7 @@
 
 #include "database/engine/embedded/jet_sql/generator.h"
 #include "database/engine/embedded/jet_sql/validation_rule.h"
+#include "database/engine/engine_error.h"
 
 namespace engine::embedded::jet_sql {
 
@@ -86,7 +87,7 @@ class ChangeGenerator : public Generator {
   void joined_where(const UpdateStatement& statement);
 
   /// The error for Null in the field; 0 where Null may stand.
-  int null_error(const FieldDefinition& field) const noexcept;
+  error_number::Number null_error(const FieldDefinition& field) const noexcept;
   bool may_violate_index(const UpdateStatement& statement) const;
   void store(const FieldDefinition& field, const Expression& given);
   void checked_for_null(const FieldDefinition& field, StoreMode mode, const Given& given, const Writer& write_value);

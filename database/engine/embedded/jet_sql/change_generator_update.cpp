@@ -2,7 +2,7 @@
 #include <set>
 
 #include "database/engine/embedded/jet_sql/change_generator.h"
-#include "database/engine/embedded/jet_sql/error_numbers.h"
+#include "database/engine/engine_error.h"
 #include "support/encoding.h"
 
 namespace engine::embedded::jet_sql {
@@ -61,8 +61,8 @@ void ChangeGenerator::assignments(const UpdateStatement& statement) {
   std::vector<const Rule*> rules = rules_of(statement);
   list(statement.assignments, ", ", [&](const Assignment& assignment) {
     const SourceColumn& column = assignment.target.source->columns[assignment.target.index];
-    if (column.field->auto_increment()) raise(error_field_not_updatable, column.name);
-    if (!seen.insert(column.field).second) raise(error_duplicate_destination, column.name);
+    if (column.field->auto_increment()) raise(error_number::field_not_updatable, column.name);
+    if (!seen.insert(column.field).second) raise(error_number::duplicate_destination, column.name);
     name(column.name);
     write(" = ");
     if (rules.empty()) return assigned(assignment);
@@ -112,7 +112,7 @@ void ChangeGenerator::checked_row(const UpdateStatement& statement, const std::v
 /// Takes an inner join apart; SQLite's UPDATE … FROM knows no other.
 void ChangeGenerator::joined_tables(const TableReference& reference, const Source& target) {
   if (const auto* join = std::get_if<Join>(&reference.node)) {
-    if (join->kind != JoinKind::Inner) raise(error_not_supported, "UPDATE over an outer join");
+    if (join->kind != JoinKind::Inner) raise(error_number::not_supported, "UPDATE over an outer join");
     joined_tables(*join->left, target);
     joined_tables(*join->right, target);
     conditions_.push_back(join->condition.get());

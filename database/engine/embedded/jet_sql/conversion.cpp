@@ -6,7 +6,7 @@
 #include <cmath>
 #include <cstdint>
 
-#include "database/engine/embedded/jet_sql/error_numbers.h"
+#include "database/engine/engine_error.h"
 #include "database/engine/format/decimal_number.h"
 #include "support/common_code.h"
 #include "support/user_locale.h"
@@ -59,7 +59,7 @@ double decimal_number(std::string_view digits) {
   if (result.ec == std::errc::result_out_of_range) {
     // Too small counts as nothing.
     if (digits.find("e-") == std::string_view::npos && digits.find("E-") == std::string_view::npos) {
-      raise(error_overflow);
+      raise(error_number::overflow);
     }
     return 0;
   }
@@ -107,7 +107,7 @@ double prefixed_number(std::string_view digits, int base, bool wide) {
   std::uint64_t value = 0;
   for (const char digit : digits.substr(0, prefixed_digits(digits, base))) {
     value = value * static_cast<std::uint64_t>(base) + static_cast<std::uint64_t>(digit_value(digit));
-    if (value > largest) raise(error_overflow);
+    if (value > largest) raise(error_number::overflow);
   }
   if (value <= largest_narrow && !wide) return static_cast<std::int16_t>(value);
   return static_cast<std::int32_t>(value);

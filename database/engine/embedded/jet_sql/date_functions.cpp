@@ -3,8 +3,8 @@
 #include <iterator>
 
 #include "database/engine/date_text.h"
-#include "database/engine/embedded/jet_sql/error_numbers.h"
 #include "database/engine/embedded/jet_sql/sqlite_functions.h"
+#include "database/engine/engine_error.h"
 #include "database/engine/week.h"
 #include "support/encoding.h"
 #include "support/user_locale.h"
@@ -29,12 +29,12 @@ Unit unit_of(std::string_view text) {
   const std::string lower = support::to_lower(text.substr(0, 8));
   const auto* const found = std::find_if(std::begin(interval_units), std::end(interval_units),
                                          [&](const UnitRow& row) { return row.text == lower; });
-  if (found == std::end(interval_units)) raise(error_invalid_call);
+  if (found == std::end(interval_units)) raise(error_number::invalid_call);
   return found->unit;
 }
 
 void result_date(FunctionCall& call, Date date) {
-  if (!in_calendar(date.days)) raise(error_invalid_call);
+  if (!in_calendar(date.days)) raise(error_number::invalid_call);
   call.result(date);
 }
 
@@ -45,7 +45,7 @@ Date add_months(Date date, std::int64_t months) {
   const CalendarTime from = calendar_time(date);
   const std::int64_t counted = from.year * std::int64_t{12} + from.month - 1 + months;
   const std::int64_t year = divide_down(counted, 12);
-  if (year < 100 || year > 9999) raise(error_invalid_call);
+  if (year < 100 || year > 9999) raise(error_number::invalid_call);
   const int month = static_cast<int>(counted - year * 12) + 1;
   const int day = std::min(from.day, days_in_month(year, month));
   return date_of_seconds(day_number(year, month, day) * seconds_per_day + time_of(date));
@@ -113,7 +113,7 @@ std::int64_t difference_of(const FunctionCall& call, Unit unit, Date from, Date 
 void date_difference(FunctionCall& call) {
   const Unit unit = unit_of(call.text(0));
   const std::int64_t difference = difference_of(call, unit, call.date(1), call.date(2));
-  if (difference != static_cast<std::int32_t>(difference)) raise(error_overflow);
+  if (difference != static_cast<std::int32_t>(difference)) raise(error_number::overflow);
   call.result(difference);
 }
 
@@ -186,7 +186,7 @@ const std::string& name_of(FunctionCall& call, std::size_t number, const std::ar
 void month_name(FunctionCall& call) {
   const support::LocaleNames& names = support::user_locale().names;
   const std::int32_t month = call.whole(0);
-  if (month < 1 || month > 12) raise(error_invalid_call);
+  if (month < 1 || month > 12) raise(error_number::invalid_call);
   call.result(std::string_view(name_of(call, static_cast<std::size_t>(month - 1), names.months, names.short_months)));
 }
 
@@ -194,7 +194,7 @@ void month_name(FunctionCall& call) {
 void weekday_name(FunctionCall& call) {
   const support::LocaleNames& names = support::user_locale().names;
   const std::int32_t weekday = call.whole(0);
-  if (weekday < 1 || weekday > 7) raise(error_invalid_call);
+  if (weekday < 1 || weekday > 7) raise(error_number::invalid_call);
   const int from_sunday = (weekday + first_weekday(call, 2) - 2) % 7;
   call.result(
       std::string_view(name_of(call, static_cast<std::size_t>(from_sunday), names.weekdays, names.short_weekdays)));

@@ -7,9 +7,9 @@
 #include <string>
 #include <string_view>
 
-#include "database/engine/embedded/jet_sql/error_numbers.h"
 #include "database/engine/embedded/jet_sql/function_call.h"
 #include "database/engine/embedded/jet_sql/jet_sql.h"
+#include "database/engine/engine_error.h"
 
 namespace engine::embedded::jet_sql {
 
@@ -17,26 +17,26 @@ namespace {
 
 struct ResultRow {
   int result;
-  int number;
+  error_number::Number number;
   std::string_view detail = {};
 };
 
 // SQLite's own messages may quote the statement, and with it what is stored; none of them is passed on.
 constexpr ResultRow result_codes[] = {
-    {SQLITE_BUSY, 3045},
-    {SQLITE_LOCKED, 3211},
-    {SQLITE_NOMEM, 7},
-    {SQLITE_READONLY, 3027},
-    {SQLITE_INTERRUPT, 3059},
-    {SQLITE_IOERR, 3043},
-    {SQLITE_FULL, 3043, "the disk is full"},
-    {SQLITE_CORRUPT, 3343, "the file is damaged"},
-    {SQLITE_NOTADB, 3343},
-    {SQLITE_CANTOPEN, 3051},
-    {SQLITE_PERM, 3051},
-    {SQLITE_AUTH, 3051},
-    {SQLITE_TOOBIG, 14},
-    {SQLITE_MISMATCH, error_conversion},
+    {SQLITE_BUSY, error_number::file_in_use},
+    {SQLITE_LOCKED, error_number::table_in_use},
+    {SQLITE_NOMEM, error_number::out_of_memory},
+    {SQLITE_READONLY, error_number::read_only},
+    {SQLITE_INTERRUPT, error_number::cancelled},
+    {SQLITE_IOERR, error_number::disk_error},
+    {SQLITE_FULL, error_number::disk_error, "the disk is full"},
+    {SQLITE_CORRUPT, error_number::unknown_format, "the file is damaged"},
+    {SQLITE_NOTADB, error_number::unknown_format},
+    {SQLITE_CANTOPEN, error_number::file_not_opened},
+    {SQLITE_PERM, error_number::file_not_opened},
+    {SQLITE_AUTH, error_number::file_not_opened},
+    {SQLITE_TOOBIG, error_number::out_of_string_space},
+    {SQLITE_MISMATCH, error_number::conversion},
 };
 
 /// What report_current_exception() wrote; nothing where the message is SQLite's own.
@@ -53,7 +53,6 @@ std::optional<support::RuntimeError> own_error(std::string_view message) {
 }  // namespace
 
 support::RuntimeError error_of(sqlite3* connection, int result) {
-  constexpr int internal_error = 51;
   const int code = result & 0xFF;
   const char* const message = sqlite3_errmsg(connection);
   if (code == SQLITE_ERROR && message != nullptr) {
@@ -61,10 +60,11 @@ support::RuntimeError error_of(sqlite3* connection, int result) {
   }
   if (code == SQLITE_CONSTRAINT) {
     const bool null = sqlite3_extended_errcode(connection) == SQLITE_CONSTRAINT_NOTNULL;
-    return engine_error(null ? error_field_required : error_duplicate_value);
+    return engine_error(null ? error_number::field_required : error_number::duplicate_value);
   }
   const auto* const row = std::ranges::find(result_codes, code, &ResultRow::result);
-  return row != std::end(result_codes) ? engine_error(row->number, row->detail) : engine_error(internal_error);
+  return row != std::end(result_codes) ? engine_error(row->number, row->detail)
+                                       : engine_error(error_number::internal_error);
 }
 
 }  // namespace engine::embedded::jet_sql

@@ -7,7 +7,7 @@
 
 #include "database/engine/date_text.h"
 #include "database/engine/embedded/jet_sql/conversion.h"
-#include "database/engine/embedded/jet_sql/error_numbers.h"
+#include "database/engine/engine_error.h"
 #include "support/user_locale.h"
 
 namespace engine::embedded::jet_sql {
@@ -22,14 +22,14 @@ bool FunctionCall::any_null() const noexcept {
 double FunctionCall::number(int position) const {
   if (!is_text(position)) return sqlite3_value_double(arguments_[position]);
   const std::optional<double> number = support::parse_number(stored_text(position));
-  if (!number) raise(error_type_mismatch);
+  if (!number) raise(error_number::type_mismatch);
   return *number;
 }
 
 std::int32_t FunctionCall::whole(int position) const {
   const double rounded = support::round_half_even(number(position));
   if (!(rounded >= std::numeric_limits<std::int32_t>::min() && rounded <= std::numeric_limits<std::int32_t>::max())) {
-    raise(error_overflow);
+    raise(error_number::overflow);
   }
   return static_cast<std::int32_t>(rounded);
 }
@@ -37,8 +37,8 @@ std::int32_t FunctionCall::whole(int position) const {
 Date FunctionCall::date(int position) const {
   const std::optional<Date> date =
       is_text(position) ? parse_user_date(stored_text(position)) : Date{sqlite3_value_double(arguments_[position])};
-  if (!date) raise(error_type_mismatch);
-  if (!in_calendar(date->days)) raise(error_overflow);
+  if (!date) raise(error_number::type_mismatch);
+  if (!in_calendar(date->days)) raise(error_number::overflow);
   return *date;
 }
 

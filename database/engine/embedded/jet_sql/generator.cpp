@@ -4,8 +4,8 @@
 #include <charconv>
 #include <cmath>
 
-#include "database/engine/embedded/jet_sql/error_numbers.h"
 #include "database/engine/embedded/jet_sql/sqlite_text.h"
+#include "database/engine/engine_error.h"
 #include "support/encoding.h"
 
 namespace engine::embedded::jet_sql {
@@ -18,7 +18,7 @@ constexpr std::size_t longest_output = 4 << 20;
 }  // namespace
 
 Generator& Generator::write(std::string_view text) {
-  if (out_.size() + text.size() > longest_output) raise(error_too_complex);
+  if (out_.size() + text.size() > longest_output) raise(error_number::too_complex);
   out_ += text;
   return *this;
 }

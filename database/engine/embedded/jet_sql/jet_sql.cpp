@@ -5,9 +5,9 @@
 
 #include "database/engine/embedded/jet_sql/binder.h"
 #include "database/engine/embedded/jet_sql/change_generator.h"
-#include "database/engine/embedded/jet_sql/error_numbers.h"
 #include "database/engine/embedded/jet_sql/generator.h"
 #include "database/engine/embedded/jet_sql/parser.h"
+#include "database/engine/engine_error.h"
 #include "support/encoding.h"
 
 namespace engine::embedded::jet_sql {
@@ -81,8 +81,8 @@ class Compiler {
     const Source* const target = statement.assignments.front().target.source;
     const bool one_table = std::all_of(statement.assignments.begin(), statement.assignments.end(),
                                        [&](const Assignment& each) { return each.target.source == target; });
-    if (!one_table) raise(error_not_supported, "UPDATE of several tables");
-    if (target->table == nullptr) raise(error_field_not_updatable, statement.assignments.front().target.column);
+    if (!one_table) raise(error_number::not_supported, "UPDATE of several tables");
+    if (target->table == nullptr) raise(error_number::field_not_updatable, statement.assignments.front().target.column);
     ChangeGenerator generator(*target->table);
     generator.update(statement, *target);
     return Change{generator.take(), target->table->name};
@@ -91,42 +91,44 @@ class Compiler {
   Program operator()(DeleteStatement& statement) {
     binder_.bind(statement);
     const Source& target = source_to_delete(statement);
-    if (target.table->row_id_column().empty()) raise(error_not_supported, "rows without an identity");
+    if (target.table->row_id_column().empty()) raise(error_number::not_supported, "rows without an identity");
     ChangeGenerator generator(*target.table);
     generator.remove(statement, target);
     return Change{generator.take(), target.table->name};
   }
 
   Program operator()(CreateTable& create) {
-    if (catalogue_.find_table(create.table.name) != nullptr) raise(error_table_exists, create.table.name);
+    if (catalogue_.find_table(create.table.name) != nullptr) raise(error_number::table_exists, create.table.name);
     const TableDefinition& table = create.table;
     for (const FieldDefinition& field : table.fields) {
       const auto same = [&](const FieldDefinition& other) { return same_name(other.name, field.name); };
       if (std::count_if(table.fields.begin(), table.fields.end(), same) > 1)
-        raise(error_field_defined_twice, field.name);
+        raise(error_number::field_defined_twice, field.name);
     }
     const auto primary = [](const IndexDefinition& index) { return index.primary; };
-    if (std::count_if(table.indexes.begin(), table.indexes.end(), primary) > 1) raise(error_primary_key_exists);
+    if (std::count_if(table.indexes.begin(), table.indexes.end(), primary) > 1) raise(error_number::primary_key_exists);
     for (const IndexDefinition& index : table.indexes) {
       check_fields(table, index);
       const auto same = [&](const IndexDefinition& other) { return same_name(other.name, index.name); };
-      if (std::count_if(table.indexes.begin(), table.indexes.end(), same) > 1) raise(error_index_exists, index.name);
+      if (std::count_if(table.indexes.begin(), table.indexes.end(), same) > 1)
+        raise(error_number::index_exists, index.name);
     }
     return std::move(create);
   }
 
   Program operator()(AddField& add) {
-    if (layout_of(add.table).find_field(add.field.name) != nullptr) raise(error_field_exists, add.field.name);
+    if (layout_of(add.table).find_field(add.field.name) != nullptr) raise(error_number::field_exists, add.field.name);
     return std::move(add);
   }
 
   Program operator()(AlterField& alter) {
-    if (layout_of(alter.table).find_field(alter.field.name) == nullptr) raise(error_no_such_field, alter.field.name);
+    if (layout_of(alter.table).find_field(alter.field.name) == nullptr)
+      raise(error_number::no_such_field, alter.field.name);
     return std::move(alter);
   }
 
   Program operator()(DropField& drop) {
-    if (layout_of(drop.table).find_field(drop.field) == nullptr) raise(error_no_such_field, drop.field);
+    if (layout_of(drop.table).find_field(drop.field) == nullptr) raise(error_number::no_such_field, drop.field);
     return std::move(drop);
   }
 
@@ -137,17 +139,18 @@ class Compiler {
 
   Program operator()(CreateIndex& create) {
     const TableDefinition& table = layout_of(create.table);
-    if (find_named(table.indexes, create.index.name) != nullptr) raise(error_index_exists, create.index.name);
+    if (find_named(table.indexes, create.index.name) != nullptr) raise(error_number::index_exists, create.index.name);
     const auto primary = [](const IndexDefinition& index) { return index.primary; };
     if (create.index.primary && std::any_of(table.indexes.begin(), table.indexes.end(), primary)) {
-      raise(error_primary_key_exists);
+      raise(error_number::primary_key_exists);
     }
     check_fields(table, create.index);
     return std::move(create);
   }
 
   Program operator()(DropIndex& drop) {
-    if (find_named(layout_of(drop.table).indexes, drop.index) == nullptr) raise(error_no_such_index, drop.index);
+    if (find_named(layout_of(drop.table).indexes, drop.index) == nullptr)
+      raise(error_number::no_such_index, drop.index);
     return std::move(drop);
   }
 
@@ -159,7 +162,7 @@ class Compiler {
   }
 
   Program select_into(SelectStatement& statement) {
-    if (catalogue_.find_table(statement.into) != nullptr) raise(error_table_exists, statement.into);
+    if (catalogue_.find_table(statement.into) != nullptr) raise(error_number::table_exists, statement.into);
     SelectInto program;
     program.target = statement.into;
     program.external_file = statement.external_file;
@@ -177,26 +180,26 @@ class Compiler {
     const Source* target = nullptr;
     for (const Source& source : statement.rows.sources) {
       if (statement.table.empty() || same_name(source.name, statement.table)) {
-        if (target != nullptr) raise(error_no_table_to_delete_from);
+        if (target != nullptr) raise(error_number::no_table_to_delete_from);
         target = &source;
       }
     }
-    if (target == nullptr) raise(error_unknown_table, statement.table);
-    if (target->table == nullptr) raise(error_no_table_to_delete_from);
+    if (target == nullptr) raise(error_number::unknown_table, statement.table);
+    if (target->table == nullptr) raise(error_number::no_table_to_delete_from);
     return *target;
   }
 
   const TableDefinition& layout_of(std::string_view name) const {
     const TableDefinition* const table = catalogue_.find_table(name);
-    if (table == nullptr) raise(error_no_such_table, name);
+    if (table == nullptr) raise(error_number::no_such_table, name);
     return *table;
   }
 
   static void check_fields(const TableDefinition& table, const IndexDefinition& index) {
     for (auto field = index.fields.begin(); field != index.fields.end(); ++field) {
-      if (table.find_field(*field) == nullptr) raise(error_index_field, *field);
+      if (table.find_field(*field) == nullptr) raise(error_number::index_field, *field);
       const auto same = [&](const std::string& other) { return same_name(other, *field); };
-      if (std::any_of(index.fields.begin(), field, same)) raise(error_field_defined_twice, *field);
+      if (std::any_of(index.fields.begin(), field, same)) raise(error_number::field_defined_twice, *field);
     }
   }
 

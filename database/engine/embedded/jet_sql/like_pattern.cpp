@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-#include "database/engine/embedded/jet_sql/error_numbers.h"
+#include "database/engine/engine_error.h"
 #include "support/encoding.h"
 
 namespace engine::embedded::jet_sql {
@@ -31,7 +31,7 @@ std::u32string folded(std::string_view text) {
 
 LikePattern::LikePattern(std::string_view pattern) {
   const std::u32string characters = folded(pattern);
-  if (characters.size() > longest_pattern) raise(error_invalid_pattern);
+  if (characters.size() > longest_pattern) raise(error_number::invalid_pattern);
   for (std::size_t position = 0; position < characters.size(); ++position) {
     switch (characters[position]) {
       case U'*':
@@ -58,7 +58,7 @@ LikePattern::LikePattern(std::string_view pattern) {
 /// Position of the "]" of the list that begins at `position`. An empty list stands for nothing.
 std::size_t LikePattern::read_list(const std::u32string& pattern, std::size_t position) {
   const std::size_t end = pattern.find(U']', position);
-  if (end == std::u32string::npos) raise(error_invalid_pattern);
+  if (end == std::u32string::npos) raise(error_number::invalid_pattern);
   Element list{Element::Kind::List};
   std::size_t current = position + 1;
   if (current + 1 < end && pattern[current] == U'!') {
@@ -69,7 +69,7 @@ std::size_t LikePattern::read_list(const std::u32string& pattern, std::size_t po
     const bool range = current + 2 < end && pattern[current + 1] == U'-';
     const CharacterWeight from = weight_of_character(pattern[current]);
     const CharacterWeight until = weight_of_character(pattern[range ? current + 2 : current]);
-    if (until < from) raise(error_invalid_pattern);
+    if (until < from) raise(error_number::invalid_pattern);
     list.ranges.push_back({from, until});
     current += range ? 3 : 1;
   }

@@ -5,8 +5,8 @@
 
 #include "database/engine/embedded/jet_sql/collation.h"
 #include "database/engine/embedded/jet_sql/conversion.h"
-#include "database/engine/embedded/jet_sql/error_numbers.h"
 #include "database/engine/embedded/jet_sql/sqlite_functions.h"
+#include "database/engine/engine_error.h"
 #include "support/encoding.h"
 #include "support/user_locale.h"
 
@@ -17,7 +17,7 @@ namespace {
 constexpr int most_round_decimals = 22;
 
 double finite(double value) {
-  if (!std::isfinite(value)) raise(error_overflow);
+  if (!std::isfinite(value)) raise(error_number::overflow);
   return value;
 }
 
@@ -38,30 +38,30 @@ void widen(FunctionCall& call) { call.result(widened(call.number(0))); }
 
 void divide(FunctionCall& call) {
   const double divisor = call.number(1);
-  if (divisor == 0) raise(error_division_by_zero);
+  if (divisor == 0) raise(error_number::division_by_zero);
   call.result(finite(call.number(0) / divisor));
 }
 
 void whole_divide(FunctionCall& call) {
   const std::int64_t divisor = call.whole(1);
-  if (divisor == 0) raise(error_division_by_zero);
+  if (divisor == 0) raise(error_number::division_by_zero);
   const std::int64_t quotient = call.whole(0) / divisor;
-  if (quotient > std::numeric_limits<std::int32_t>::max()) raise(error_overflow);
+  if (quotient > std::numeric_limits<std::int32_t>::max()) raise(error_number::overflow);
   call.result(quotient);
 }
 
 void modulo(FunctionCall& call) {
   const std::int64_t divisor = call.whole(1);
-  if (divisor == 0) raise(error_division_by_zero);
+  if (divisor == 0) raise(error_number::division_by_zero);
   call.result(call.whole(0) % divisor);
 }
 
 void power(FunctionCall& call) {
   const double base = call.number(0);
   const double exponent = call.number(1);
-  if (base == 0 && exponent < 0) raise(error_division_by_zero);
+  if (base == 0 && exponent < 0) raise(error_number::division_by_zero);
   const double value = std::pow(base, exponent);
-  if (std::isnan(value)) raise(error_invalid_call);
+  if (std::isnan(value)) raise(error_number::invalid_call);
   call.result(finite(value));
 }
 
@@ -81,7 +81,7 @@ void check_date(FunctionCall& call) { call.result(call.date(0)); }
 
 /// Negative, 0 or positive; a text beside a number is error 3464.
 void compare_values(FunctionCall& call) {
-  if (call.is_text(0) != call.is_text(1)) raise(error_criterion_mismatch);
+  if (call.is_text(0) != call.is_text(1)) raise(error_number::criterion_mismatch);
   if (call.is_text(0)) {
     call.result(compare_texts(call.text(0), call.text(1)));
   } else {
@@ -102,7 +102,7 @@ double rounded_to(double value, int decimals) {
 
 void round(FunctionCall& call) {
   const int decimals = call.has(1) ? call.whole(1) : 0;
-  if (decimals < 0 || decimals > most_round_decimals) raise(error_invalid_call);
+  if (decimals < 0 || decimals > most_round_decimals) raise(error_number::invalid_call);
   if (call.is_whole(0)) return call.result_argument(0);
   call.result(rounded_to(call.number(0), decimals));
 }
@@ -111,7 +111,7 @@ void round(FunctionCall& call) {
 void to_currency(FunctionCall& call) {
   constexpr double beyond = 922337203685477.625;
   const double value = rounded_to(call.number(0), 4);
-  if (!(std::abs(value) < beyond)) raise(error_overflow);
+  if (!(std::abs(value) < beyond)) raise(error_number::overflow);
   call.result(value);
 }
 
@@ -134,7 +134,7 @@ void partition(FunctionCall& call) {
   const std::int64_t start = call.whole(1);
   const std::int64_t stop = call.whole(2);
   const std::int64_t interval = call.whole(3);
-  if (start < 0 || stop <= start || interval < 1) raise(error_invalid_call);
+  if (start < 0 || stop <= start || interval < 1) raise(error_number::invalid_call);
   const std::size_t width = std::to_string(stop + 1).size();
   const auto aligned = [&](const std::string& text) {
     return std::string(text.size() < width ? width - text.size() : 0, ' ') + text;
@@ -168,13 +168,13 @@ void sign(FunctionCall& call) {
 
 void square_root(FunctionCall& call) {
   const double value = call.number(0);
-  if (value < 0) raise(error_invalid_call);
+  if (value < 0) raise(error_number::invalid_call);
   call.result(std::sqrt(value));
 }
 
 void logarithm(FunctionCall& call) {
   const double value = call.number(0);
-  if (value <= 0) raise(error_invalid_call);
+  if (value <= 0) raise(error_number::invalid_call);
   call.result(std::log(value));
 }
 
@@ -191,7 +191,7 @@ double arc_tangent(double value) { return std::atan(value); }
 template <int low, int high>
 void rounded(FunctionCall& call) {
   const std::int32_t value = call.whole(0);
-  if (value < low || value > high) raise(error_overflow);
+  if (value < low || value > high) raise(error_number::overflow);
   call.result(value);
 }
 

@@ -3,8 +3,8 @@
 #include <limits>
 #include <memory>
 
-#include "database/engine/embedded/jet_sql/error_numbers.h"
 #include "database/engine/embedded/jet_sql/sqlite_functions.h"
+#include "database/engine/engine_error.h"
 
 namespace engine::embedded::jet_sql {
 
@@ -17,7 +17,7 @@ Numbering& numbering(const FunctionCall& call) noexcept {
 
 void next_number(FunctionCall& call) {
   std::int64_t& last = numbering(call).number;
-  if (last >= std::numeric_limits<std::int32_t>::max()) raise(error_overflow);
+  if (last >= std::numeric_limits<std::int32_t>::max()) raise(error_number::overflow);
   call.result(++last);
 }
 
@@ -30,7 +30,7 @@ void given_number(FunctionCall& call) {
 
 void next_row(FunctionCall& call) {
   std::int64_t& last = numbering(call).row;
-  if (last >= std::numeric_limits<std::int64_t>::max()) raise(error_overflow);
+  if (last >= std::numeric_limits<std::int64_t>::max()) raise(error_number::overflow);
   call.result(++last);
 }
 

@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <array>
 
-#include "database/engine/embedded/jet_sql/error_numbers.h"
+#include "database/engine/engine_error.h"
 
 namespace engine::embedded::jet_sql {
 
@@ -20,14 +20,14 @@ constexpr auto reserved_words = std::to_array<std::string_view>(
 }  // namespace
 
 Parser::Level::Level(int& depth) : depth_(depth) {
-  if (depth_ >= max_tree_height) raise(error_too_complex);
+  if (depth_ >= max_tree_height) raise(error_number::too_complex);
   ++depth_;
 }
 
 Parser::Parser(std::string_view statement) : statement_(statement), tokens_(tokenize(statement_)) {}
 
 Statement Parser::parse_statement() {
-  clause_ = error_no_statement;
+  clause_ = error_number::no_statement;
   if (accept_word("PARAMETERS")) parse_parameters();
   refuse_statement();
   Statement statement;
@@ -61,7 +61,7 @@ Statement Parser::parse_layout_change() {
 }
 
 ExpressionPtr Parser::parse_lone_expression() {
-  clause_ = error_expression_syntax;
+  clause_ = error_number::expression_syntax;
   accept_symbol("=");
   ExpressionPtr expression = parse_expression();
   expect_end();
@@ -69,7 +69,7 @@ ExpressionPtr Parser::parse_lone_expression() {
 }
 
 ExpressionPtr Parser::parse_rule(std::string_view field) {
-  clause_ = error_expression_syntax;
+  clause_ = error_number::expression_syntax;
   implied_field_ = field;
   ExpressionPtr rule = parse_expression();
   expect_end();
@@ -132,7 +132,7 @@ std::string Parser::expect_any_name() {
 void Parser::expect_end() {
   const bool ended = accept_symbol(";");
   if (peek().kind == TokenKind::End) return;
-  raise(ended ? error_text_after_end : clause_, place_of(statement_, peek()));
+  raise(ended ? error_number::text_after_end : clause_, place_of(statement_, peek()));
 }
 
 }  // namespace engine::embedded::jet_sql

@@ -8,6 +8,7 @@
 
 #include "database/engine/embedded/jet_sql/ast.h"
 #include "database/engine/embedded/jet_sql/token.h"
+#include "database/engine/engine_error.h"
 
 namespace engine::embedded::jet_sql {
 
@@ -132,7 +133,7 @@ class Parser {
   std::vector<Token> tokens_;
   std::size_t position_ = 0;
   /// Number of the clause that is being read.
-  int clause_ = 0;
+  error_number::Number clause_ = error_number::none;
   int depth_ = 0;
   int select_depth_ = 0;
   bool transforms_ = false;

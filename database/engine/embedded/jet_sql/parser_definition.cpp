@@ -2,9 +2,9 @@
 #include <iterator>
 #include <utility>
 
-#include "database/engine/embedded/jet_sql/error_numbers.h"
 #include "database/engine/embedded/jet_sql/field_type.h"
 #include "database/engine/embedded/jet_sql/parser.h"
+#include "database/engine/engine_error.h"
 
 namespace engine::embedded::jet_sql {
 
@@ -52,20 +52,20 @@ constexpr std::string_view other_parameter_types[] = {"BINARY", "CURRENCY", "DEC
 
 /// "PARAMETERS [from] DATETIME, [count] LONG;" before a statement. Nobody gives them values here.
 void Parser::parse_parameters() {
-  clause_ = error_parameters_syntax;
+  clause_ = error_number::parameters_syntax;
   do {
     parameters_.push_back(expect_name());
     if (peek().kind != TokenKind::Word) fail_here();
     const Token word = take();
     const bool other = std::ranges::any_of(other_parameter_types, [&](auto type) { return word.is_word(type); });
-    if (find_type(word) == nullptr && !other) raise(error_invalid_data_type, word.text);
+    if (find_type(word) == nullptr && !other) raise(error_number::invalid_data_type, word.text);
     if (!accept_symbol("(")) continue;
     if (take().kind != TokenKind::Number) fail_here();
     expect_symbol(")");
   } while (accept_symbol(","));
-  clause_ = error_missing_semicolon;
+  clause_ = error_number::missing_semicolon;
   expect_symbol(";");
-  clause_ = error_no_statement;
+  clause_ = error_number::no_statement;
 }
 
 Statement Parser::parse_create() {
@@ -76,7 +76,7 @@ Statement Parser::parse_create() {
 }
 
 CreateTable Parser::parse_create_table() {
-  clause_ = error_create_table_syntax;
+  clause_ = error_number::create_table_syntax;
   CreateTable create;
   create.table.name = expect_name();
   expect_symbol("(");
@@ -85,18 +85,18 @@ CreateTable Parser::parse_create_table() {
       create.table.indexes.push_back(parse_constraint());
       if (create.table.indexes.back().fields.empty()) fail_here();
     } else {
-      if (create.table.fields.size() >= most_fields) raise(error_too_many_fields);
+      if (create.table.fields.size() >= most_fields) raise(error_number::too_many_fields);
       create.table.fields.push_back(parse_field(create.table.indexes));
       create.table.fields.back().ordinal_position = static_cast<std::int16_t>(create.table.fields.size() - 1);
     }
-    clause_ = error_create_table_syntax;
+    clause_ = error_number::create_table_syntax;
   } while (accept_symbol(","));
   expect_symbol(")");
   return create;
 }
 
 FieldDefinition Parser::parse_field(std::vector<IndexDefinition>& indexes) {
-  clause_ = error_field_definition_syntax;
+  clause_ = error_number::field_definition_syntax;
   FieldDefinition field = parse_typed_field();
   const auto ends = [this] {
     return peek().is_symbol(",") || peek().is_symbol(")") || peek().is_symbol(";") || peek().kind == TokenKind::End;
@@ -110,7 +110,7 @@ FieldDefinition Parser::parse_typed_field() {
   const Token word = take();
   if (word.kind != TokenKind::Word) fail_here();
   const TypeWord* const row = find_type(word);
-  if (row == nullptr) raise(error_invalid_data_type, word.text);
+  if (row == nullptr) raise(error_number::invalid_data_type, word.text);
   FieldDefinition field = new_field(name, row->type);
   if (row->counter) field.attributes |= attribute_auto_increment;
   if (row->type == DataType::Text) parse_field_size(field);
@@ -121,7 +121,7 @@ void Parser::parse_field_size(FieldDefinition& field) {
   if (!accept_symbol("(")) return;
   const Token size = take();
   if (size.kind != TokenKind::Number || !size.whole) fail_here();
-  if (size.number < 1 || size.number > longest_text) raise(error_field_size, field.name);
+  if (size.number < 1 || size.number > longest_text) raise(error_number::field_size, field.name);
   field.size = static_cast<std::int32_t>(size.number);
   expect_symbol(")");
 }
@@ -136,7 +136,7 @@ void Parser::parse_field_option(FieldDefinition& field, std::vector<IndexDefinit
     parse_default(field);
   } else if (at_constraint()) {
     IndexDefinition index = parse_constraint();
-    if (!index.fields.empty()) raise(error_constraint_syntax);
+    if (!index.fields.empty()) raise(error_number::constraint_syntax);
     if (index.name.empty()) index.name = index.primary ? "PrimaryKey" : field.name;
     index.fields.push_back(field.name);
     indexes.push_back(std::move(index));
@@ -162,7 +162,7 @@ bool Parser::at_constraint() const noexcept {
 
 /// Without fields where none are listed: the field that the constraint stands behind is meant.
 IndexDefinition Parser::parse_constraint() {
-  clause_ = error_constraint_syntax;
+  clause_ = error_number::constraint_syntax;
   IndexDefinition index;
   if (accept_word("CONSTRAINT")) index.name = expect_name();
   if (accept_word("PRIMARY")) {
@@ -170,8 +170,8 @@ IndexDefinition Parser::parse_constraint() {
     index.primary = true;
     index.required = true;
   } else if (!accept_word("UNIQUE")) {
-    if (at_word("REFERENCES") || at_word("FOREIGN")) raise(error_not_supported, "foreign keys");
-    if (at_word("CHECK")) raise(error_not_supported, "CHECK constraints");
+    if (at_word("REFERENCES") || at_word("FOREIGN")) raise(error_number::not_supported, "foreign keys");
+    if (at_word("CHECK")) raise(error_number::not_supported, "CHECK constraints");
     fail_here();
   }
   index.unique = true;
@@ -185,7 +185,7 @@ std::vector<std::string> Parser::parse_names() {
   std::vector<std::string> names;
   expect_symbol("(");
   do {
-    if (names.size() >= most_fields) raise(error_too_many_fields);
+    if (names.size() >= most_fields) raise(error_number::too_many_fields);
     names.push_back(expect_name());
     if (accept_symbol(".") || accept_symbol("!")) names.back() = expect_any_name();
     if (!accept_word("ASC")) accept_word("DESC");
@@ -195,7 +195,7 @@ std::vector<std::string> Parser::parse_names() {
 }
 
 CreateIndex Parser::parse_create_index(bool unique) {
-  clause_ = error_create_index_syntax;
+  clause_ = error_number::create_index_syntax;
   CreateIndex create;
   create.index.name = expect_name();
   create.index.unique = unique;
@@ -223,7 +223,7 @@ void Parser::parse_index_option(IndexDefinition& index) {
 }
 
 Statement Parser::parse_alter() {
-  clause_ = error_alter_table_syntax;
+  clause_ = error_number::alter_table_syntax;
   expect_word("TABLE");
   const std::string table = expect_name();
   std::vector<IndexDefinition> indexes;
@@ -235,13 +235,13 @@ Statement Parser::parse_alter() {
     }
     if (at_word("COLUMN") && peek(1).kind != TokenKind::Symbol) take();
     AddField add{table, parse_field(indexes)};
-    if (!indexes.empty()) raise(error_not_supported, "ALTER TABLE ADD COLUMN with a constraint");
+    if (!indexes.empty()) raise(error_number::not_supported, "ALTER TABLE ADD COLUMN with a constraint");
     return add;
   }
   if (accept_word("ALTER")) {
     accept_word("COLUMN");
     AlterField alter{table, parse_field(indexes)};
-    if (!indexes.empty()) raise(error_not_supported, "ALTER TABLE ALTER COLUMN with a constraint");
+    if (!indexes.empty()) raise(error_number::not_supported, "ALTER TABLE ALTER COLUMN with a constraint");
     return alter;
   }
   expect_word("DROP");
@@ -251,10 +251,10 @@ Statement Parser::parse_alter() {
 }
 
 Statement Parser::parse_drop() {
-  clause_ = error_drop_syntax;
+  clause_ = error_number::drop_syntax;
   if (accept_word("TABLE")) return DropTable{expect_name()};
   expect_word("INDEX");
-  clause_ = error_drop_index_syntax;
+  clause_ = error_number::drop_index_syntax;
   DropIndex drop;
   drop.index = expect_name();
   expect_word("ON");

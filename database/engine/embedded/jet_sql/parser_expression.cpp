@@ -2,8 +2,8 @@
 #include <utility>
 
 #include "database/engine/embedded/jet_sql/conversion.h"
-#include "database/engine/embedded/jet_sql/error_numbers.h"
 #include "database/engine/embedded/jet_sql/parser.h"
+#include "database/engine/engine_error.h"
 
 namespace engine::embedded::jet_sql {
 
@@ -64,7 +64,7 @@ int height_of(const std::vector<ExpressionPtr>& expressions) noexcept {
 
 template <typename Node>
 ExpressionPtr make(Node node, int height_below) {
-  if (height_below >= max_tree_height) raise(error_too_complex);
+  if (height_below >= max_tree_height) raise(error_number::too_complex);
   auto expression = std::make_unique<Expression>();
   expression->node = std::move(node);
   expression->height = height_below + 1;
@@ -95,7 +95,7 @@ bool negate(Literal& literal) noexcept {
 }  // namespace
 
 ExpressionPtr Parser::parse_expression() {
-  const int clause = std::exchange(clause_, error_expression_syntax);
+  const error_number::Number clause = std::exchange(clause_, error_number::expression_syntax);
   ExpressionPtr expression = parse_binary(0);
   refuse_after_expression();
   // What follows an expression and belongs to no clause lacks an operator before it.
@@ -230,14 +230,14 @@ ExpressionPtr Parser::parse_call() {
   Call call;
   call.function = take().text;
   expect_symbol("(");
-  if (at_word("DISTINCT")) raise(error_not_supported, "aggregates with DISTINCT");
+  if (at_word("DISTINCT")) raise(error_number::not_supported, "aggregates with DISTINCT");
   if (accept_symbol("*")) {
     call.star = true;
   } else if (!peek().is_symbol(")")) {
     call.arguments = parse_list();
   }
   expect_symbol(")");
-  if (at_word("OVER") && peek(1).is_symbol("(")) raise(error_not_supported, "window functions");
+  if (at_word("OVER") && peek(1).is_symbol("(")) raise(error_number::not_supported, "window functions");
   const int height = height_of(call.arguments);
   return make(std::move(call), height);
 }

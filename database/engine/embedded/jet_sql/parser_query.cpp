@@ -1,8 +1,8 @@
 #include <algorithm>
 #include <utility>
 
-#include "database/engine/embedded/jet_sql/error_numbers.h"
 #include "database/engine/embedded/jet_sql/parser.h"
+#include "database/engine/engine_error.h"
 
 namespace engine::embedded::jet_sql {
 
@@ -14,7 +14,7 @@ constexpr std::size_t most_groups = 64;
 
 void raise_height(int& height, int below) {
   height = std::max(height, below + 1);
-  if (height > max_tree_height) raise(error_too_complex);
+  if (height > max_tree_height) raise(error_number::too_complex);
 }
 
 void raise_height(int& height, const ExpressionPtr& expression) {
@@ -31,7 +31,7 @@ void raise_height(int& height, const Select& select) {
 
 template <typename Node>
 TableReferencePtr make_reference(Node node, int height_below) {
-  if (height_below >= max_tree_height) raise(error_too_complex);
+  if (height_below >= max_tree_height) raise(error_number::too_complex);
   auto reference = std::make_unique<TableReference>();
   reference->node = std::move(node);
   reference->height = height_below + 1;
@@ -41,15 +41,15 @@ TableReferencePtr make_reference(Node node, int height_below) {
 }  // namespace
 
 QueryPtr Parser::parse_query(SelectStatement* into) {
-  const int clause = clause_;
-  if (select_depth_ >= deepest_select) raise(error_too_complex);
+  const error_number::Number clause = clause_;
+  if (select_depth_ >= deepest_select) raise(error_number::too_complex);
   ++select_depth_;
   auto query = std::make_unique<QueryTree>();
   const bool first_is_table = at_word("TABLE");
   query->selects.push_back(parse_member(into));
   if (first_is_table && !at_word("UNION")) fail_here();
   while (accept_word("UNION")) {
-    if (query->selects.size() >= most_unions) raise(error_too_complex);
+    if (query->selects.size() >= most_unions) raise(error_number::too_complex);
     query->union_all.push_back(accept_word("ALL"));
     query->selects.push_back(parse_member(nullptr));
   }
@@ -105,7 +105,7 @@ std::unique_ptr<Select> Parser::parse_whole_table() {
 }
 
 std::unique_ptr<Select> Parser::parse_select(SelectStatement* into) {
-  clause_ = error_select_syntax;
+  clause_ = error_number::select_syntax;
   expect_word("SELECT");
   auto select = std::make_unique<Select>();
   parse_predicates(*select);
@@ -117,7 +117,7 @@ std::unique_ptr<Select> Parser::parse_select(SelectStatement* into) {
   }
   if (accept_word("WHERE")) {
     select->where = parse_expression();
-    clause_ = error_expression_syntax;
+    clause_ = error_number::expression_syntax;
   }
   parse_groups(*select);
   return select;
@@ -125,7 +125,7 @@ std::unique_ptr<Select> Parser::parse_select(SelectStatement* into) {
 
 /// TRANSFORM value SELECT … GROUP BY … PIVOT expression [IN (headings)].
 SelectStatement Parser::parse_transform() {
-  clause_ = error_transform_syntax;
+  clause_ = error_number::transform_syntax;
   auto pivot = std::make_unique<Pivot>();
   pivot->value = parse_expression();
   if (accept_word("AS")) expect_any_name();
@@ -135,10 +135,11 @@ SelectStatement Parser::parse_transform() {
   statement.query = parse_query(nullptr);
   transforms_ = false;
   Select& select = *statement.query->selects.front();
-  if (statement.query->selects.size() > 1) raise(error_not_supported, "UNION in TRANSFORM");
-  if (select.distinct || select.distinct_row || select.top) raise(error_not_supported, "DISTINCT and TOP in TRANSFORM");
-  if (select.having != nullptr) raise(error_not_supported, "HAVING in TRANSFORM");
-  clause_ = error_transform_syntax;
+  if (statement.query->selects.size() > 1) raise(error_number::not_supported, "UNION in TRANSFORM");
+  if (select.distinct || select.distinct_row || select.top)
+    raise(error_number::not_supported, "DISTINCT and TOP in TRANSFORM");
+  if (select.having != nullptr) raise(error_number::not_supported, "HAVING in TRANSFORM");
+  clause_ = error_number::transform_syntax;
   if (select.group_by.empty()) fail_here();
   parse_pivot(*pivot);
   raise_height(statement.query->height, pivot->value);
@@ -156,7 +157,7 @@ void Parser::parse_pivot(Pivot& pivot) {
   if (!accept_word("IN")) return;
   expect_symbol("(");
   do {
-    if (pivot.headings.size() >= most_fields) raise(error_too_many_fields);
+    if (pivot.headings.size() >= most_fields) raise(error_number::too_many_fields);
     pivot.headings.push_back(parse_expression());
     const auto* const literal = std::get_if<Literal>(&pivot.headings.back()->node);
     if (literal == nullptr || std::holds_alternative<std::monostate>(literal->value)) fail_here();
@@ -182,7 +183,7 @@ void Parser::parse_predicates(Select& select) {
 
 void Parser::parse_items(Select& select) {
   do {
-    if (select.items.size() >= most_fields) raise(error_too_many_fields);
+    if (select.items.size() >= most_fields) raise(error_number::too_many_fields);
     select.items.push_back(parse_item());
   } while (accept_symbol(","));
 }
@@ -210,12 +211,12 @@ void Parser::parse_into(SelectStatement& statement) {
   expect_word("INTO");
   statement.into = expect_name();
   statement.into_clause.end = peek().begin;
-  if (at_word("IN")) raise(error_not_supported, "SELECT INTO another database");
+  if (at_word("IN")) raise(error_number::not_supported, "SELECT INTO another database");
 }
 
 void Parser::parse_external(SelectStatement* statement) {
   if (statement == nullptr || statement->into.empty()) {
-    raise(error_not_supported, "a query on another database, except SELECT INTO");
+    raise(error_number::not_supported, "a query on another database, except SELECT INTO");
   }
   statement->in_clause.begin = peek().begin;
   expect_word("IN");
@@ -226,26 +227,26 @@ void Parser::parse_external(SelectStatement* statement) {
 
 void Parser::parse_groups(Select& select) {
   if (accept_word("GROUP")) {
-    clause_ = error_group_by_syntax;
+    clause_ = error_number::group_by_syntax;
     expect_word("BY");
     do {
-      if (select.group_by.size() >= most_groups) raise(error_too_complex);
+      if (select.group_by.size() >= most_groups) raise(error_number::too_complex);
       select.group_by.push_back(parse_expression());
     } while (accept_symbol(","));
   }
   if (accept_word("HAVING")) {
     select.having = parse_expression();
-    clause_ = error_expression_syntax;
+    clause_ = error_number::expression_syntax;
   }
 }
 
 std::vector<OrderItem> Parser::parse_order_by() {
   std::vector<OrderItem> items;
   if (!accept_word("ORDER")) return items;
-  clause_ = error_order_by_syntax;
+  clause_ = error_number::order_by_syntax;
   expect_word("BY");
   do {
-    if (items.size() >= most_groups) raise(error_too_complex);
+    if (items.size() >= most_groups) raise(error_number::too_complex);
     OrderItem item;
     item.expression = parse_expression();
     if (!accept_word("ASC")) item.descending = accept_word("DESC");
@@ -255,7 +256,7 @@ std::vector<OrderItem> Parser::parse_order_by() {
 }
 
 std::vector<TableReferencePtr> Parser::parse_from() {
-  clause_ = error_from_syntax;
+  clause_ = error_number::from_syntax;
   std::vector<TableReferencePtr> references;
   do {
     references.push_back(parse_joins());
@@ -268,12 +269,12 @@ TableReferencePtr Parser::parse_joins() {
   TableReferencePtr left = parse_table();
   JoinKind kind{};
   while (accept_join(kind)) {
-    clause_ = error_join_syntax;
+    clause_ = error_number::join_syntax;
     TableReferencePtr right = parse_table();
-    clause_ = error_join_syntax;
+    clause_ = error_number::join_syntax;
     expect_word("ON");
     ExpressionPtr condition = parse_expression();
-    clause_ = error_from_syntax;
+    clause_ = error_number::from_syntax;
     const int height = std::max({left->height, right->height, condition->height});
     left = make_reference(Join{kind, std::move(left), std::move(right), std::move(condition)}, height);
   }
@@ -292,7 +293,7 @@ bool Parser::accept_join(JoinKind& kind) {
     return false;
   }
   if (kind != JoinKind::Inner) accept_word("OUTER");
-  clause_ = error_join_syntax;
+  clause_ = error_number::join_syntax;
   expect_word("JOIN");
   return true;
 }

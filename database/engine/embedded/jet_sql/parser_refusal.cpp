@@ -2,8 +2,8 @@
 #include <algorithm>
 #include <array>
 
-#include "database/engine/embedded/jet_sql/error_numbers.h"
 #include "database/engine/embedded/jet_sql/parser.h"
+#include "database/engine/engine_error.h"
 
 namespace engine::embedded::jet_sql {
 
@@ -53,10 +53,10 @@ bool is_one_of(const Token& token, const Words& words) {
 void Parser::refuse_statement() const {
   const auto* const row =
       std::ranges::find_if(refused_statements, [this](const RefusedWord& refused) { return at_word(refused.word); });
-  if (row != refused_statements.end()) raise(error_not_supported, row->name);
+  if (row != refused_statements.end()) raise(error_number::not_supported, row->name);
   const bool changes_object = at_word("CREATE") || at_word("ALTER") || at_word("DROP");
   if (changes_object && is_one_of(peek(1), refused_objects)) {
-    raise(error_not_supported, upper_case(peek().text) + " " + upper_case(peek(1).text));
+    raise(error_number::not_supported, upper_case(peek().text) + " " + upper_case(peek(1).text));
   }
 }
 
@@ -64,26 +64,26 @@ void Parser::refuse_statement() const {
 void Parser::refuse_after_table() const {
   refuse_after_expression();
   if (is_one_of(peek(), refused_joins) && (at_word("JOIN", 1) || at_word("OUTER", 1) || at_word("INNER", 1))) {
-    raise(error_not_supported, upper_case(peek().text) + " JOIN");
+    raise(error_number::not_supported, upper_case(peek().text) + " JOIN");
   }
-  if (at_word("USING") && peek(1).is_symbol("(")) raise(error_not_supported, "USING; write ON");
+  if (at_word("USING") && peek(1).is_symbol("(")) raise(error_number::not_supported, "USING; write ON");
 }
 
 /// Behind an expression or a table, where a clause could begin.
 void Parser::refuse_after_expression() const {
-  if (at_word("LIMIT") && peek(1).kind == TokenKind::Number) raise(error_not_supported, "LIMIT; write TOP");
-  if (at_word("WITH") && at_word("OWNERACCESS", 1)) raise(error_not_supported, "WITH OWNERACCESS OPTION");
+  if (at_word("LIMIT") && peek(1).kind == TokenKind::Number) raise(error_number::not_supported, "LIMIT; write TOP");
+  if (at_word("WITH") && at_word("OWNERACCESS", 1)) raise(error_number::not_supported, "WITH OWNERACCESS OPTION");
   const bool unites = at_word("SELECT", 1) || (at_word("ALL", 1) && at_word("SELECT", 2)) || peek(1).is_symbol("(");
-  if (unites && is_one_of(peek(), refused_unions)) raise(error_not_supported, upper_case(peek().text));
+  if (unites && is_one_of(peek(), refused_unions)) raise(error_number::not_supported, upper_case(peek().text));
 }
 
 /// Where an operand begins.
 void Parser::refuse_operand() const {
   if (at_word("CASE") && (at_word("WHEN", 1) || at_word("WHEN", 2))) {
-    raise(error_not_supported, "CASE; write IIf or Switch");
+    raise(error_number::not_supported, "CASE; write IIf or Switch");
   }
   if (at_word("CAST") && peek(1).is_symbol("(")) {
-    raise(error_not_supported, "CAST; write CLng, CDbl, CStr, CDate or another function of this kind");
+    raise(error_number::not_supported, "CAST; write CLng, CDbl, CStr, CDate or another function of this kind");
   }
 }
 

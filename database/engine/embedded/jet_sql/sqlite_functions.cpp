@@ -16,8 +16,7 @@ int collate(void*, int left_size, const void* left, int right_size, const void* 
 }  // namespace
 
 void check_registered(int result) {
-  constexpr int out_of_memory = 7;
-  if (result != SQLITE_OK) raise(out_of_memory);
+  if (result != SQLITE_OK) raise(error_number::out_of_memory);
 }
 
 Numbering& register_functions(sqlite3* connection) {

@@ -4,8 +4,8 @@
 #include <optional>
 
 #include "database/engine/date_text.h"
-#include "database/engine/embedded/jet_sql/error_numbers.h"
 #include "database/engine/embedded/jet_sql/sqlite_functions.h"
+#include "database/engine/engine_error.h"
 #include "support/encoding.h"
 #include "support/user_locale.h"
 
@@ -16,7 +16,7 @@ namespace {
 double number_to_store(FunctionCall& call) {
   if (!call.is_text(0)) return call.number(0);
   const std::optional<double> number = support::parse_number(call.text(0));
-  if (!number) raise(error_conversion);
+  if (!number) raise(error_number::conversion);
   return *number;
 }
 
@@ -24,7 +24,7 @@ template <typename Whole>
 void store_whole(FunctionCall& call) {
   const double rounded = support::round_half_even(number_to_store(call));
   if (!(rounded >= std::numeric_limits<Whole>::min() && rounded <= std::numeric_limits<Whole>::max())) {
-    raise(error_conversion);
+    raise(error_number::conversion);
   }
   call.result(static_cast<std::int32_t>(rounded));
 }
@@ -40,19 +40,19 @@ void store_boolean(FunctionCall& call) {
 
 void store_single(FunctionCall& call) {
   const auto single = static_cast<float>(number_to_store(call));
-  if (!std::isfinite(single)) raise(error_conversion);
+  if (!std::isfinite(single)) raise(error_number::conversion);
   call.result(static_cast<double>(single));
 }
 
 void store_double(FunctionCall& call) {
   const double number = number_to_store(call);
-  if (!std::isfinite(number)) raise(error_conversion);
+  if (!std::isfinite(number)) raise(error_number::conversion);
   call.result(number);
 }
 
 void store_date(FunctionCall& call) {
   const std::optional<Date> date = call.is_text(0) ? parse_user_date(call.text(0)) : Date{call.number(0)};
-  if (!date || !in_calendar(date->days)) raise(error_conversion);
+  if (!date || !in_calendar(date->days)) raise(error_number::conversion);
   call.result(*date);
 }
 
@@ -60,10 +60,10 @@ void store_date(FunctionCall& call) {
 void store_text(FunctionCall& call) {
   const std::string_view text = call.text(0);
   const std::int64_t size = call.whole64(1);
-  if (text.empty() && call.whole64(2) == 0) raise(error_zero_length, call.text(3));
+  if (text.empty() && call.whole64(2) == 0) raise(error_number::zero_length, call.text(3));
   if (size > 0 && text.size() > static_cast<std::size_t>(size) &&
       support::character_count(text) > static_cast<std::size_t>(size)) {
-    raise(error_field_too_small, call.text(3));
+    raise(error_number::field_too_small, call.text(3));
   }
   call.result_argument(0);
 }
@@ -76,7 +76,7 @@ void cut_text(FunctionCall& call) {
 
 /// Value, error for Null, the field's name.
 void required(FunctionCall& call) {
-  if (call.is_null(0)) raise(static_cast<int>(call.whole64(1)), call.text(2));
+  if (call.is_null(0)) raise(static_cast<error_number::Number>(call.whole64(1)), call.text(2));
   call.result_argument(0);
 }
 

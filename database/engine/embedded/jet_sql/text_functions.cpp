@@ -3,9 +3,9 @@
 
 #include "database/engine/date_text.h"
 #include "database/engine/embedded/jet_sql/collation.h"
-#include "database/engine/embedded/jet_sql/error_numbers.h"
 #include "database/engine/embedded/jet_sql/like_pattern.h"
 #include "database/engine/embedded/jet_sql/sqlite_functions.h"
+#include "database/engine/engine_error.h"
 #include "support/encoding.h"
 
 namespace engine::embedded::jet_sql {
@@ -47,7 +47,7 @@ void like(FunctionCall& call) {
 
 std::size_t length_argument(const FunctionCall& call, int position) {
   const std::int32_t length = call.whole(position);
-  if (length < 0) raise(error_invalid_call);
+  if (length < 0) raise(error_number::invalid_call);
   return static_cast<std::size_t>(length);
 }
 
@@ -63,7 +63,7 @@ void right(FunctionCall& call) {
 void mid(FunctionCall& call) {
   const std::string_view whole = call.text(0);
   const std::size_t start = length_argument(call, 1);
-  if (start == 0) raise(error_invalid_call);
+  if (start == 0) raise(error_number::invalid_call);
   const std::string_view rest = whole.substr(support::first_characters(whole, start - 1).size());
   call.result(call.has(2) ? support::first_characters(rest, length_argument(call, 2)) : rest);
 }
@@ -91,7 +91,7 @@ void length(FunctionCall& call) { call.result(static_cast<std::int64_t>(support:
 void position_of(FunctionCall& call) {
   const bool has_start = call.count() > 2;
   const std::size_t start = has_start ? length_argument(call, 0) : 1;
-  if (start == 0) raise(error_invalid_call);
+  if (start == 0) raise(error_number::invalid_call);
   const std::string whole(call.text(has_start ? 1 : 0));
   const std::string wanted(call.text(has_start ? 2 : 1));
   const bool exact = call.has(3) && call.whole(3) == 0;
@@ -105,14 +105,14 @@ void position_of(FunctionCall& call) {
 /// An argument that tells how to compare: 0 by the letters as they stand, 1 or 2 without regard to case.
 bool compares_exactly(const FunctionCall& call, int position) {
   const std::int32_t comparison = call.has(position) ? call.whole(position) : 0;
-  if (comparison < 0 || comparison > 2) raise(error_invalid_call);
+  if (comparison < 0 || comparison > 2) raise(error_number::invalid_call);
   return comparison == 0;
 }
 
 /// InStrRev(text, wanted [, last place, comparison]): the place of the last one that ends at the last place or before.
 void last_position_of(FunctionCall& call) {
   const std::int32_t last = call.has(2) ? call.whole(2) : -1;
-  if (last == 0 || last < -1) raise(error_invalid_call);
+  if (last == 0 || last < -1) raise(error_number::invalid_call);
   const bool exact = compares_exactly(call, 3);
   const auto folded = [&](std::string_view text) { return exact ? std::string(text) : support::to_lower(text); };
   const std::string whole = folded(call.text(0));
@@ -132,7 +132,7 @@ void replace(FunctionCall& call) {
   const std::int32_t start = call.has(3) ? call.whole(3) : 1;
   const std::int32_t most = call.has(4) ? call.whole(4) : -1;
   const bool exact = compares_exactly(call, 5);
-  if (start < 1 || most < -1) raise(error_invalid_call);
+  if (start < 1 || most < -1) raise(error_number::invalid_call);
   const std::string_view given = call.text(0);
   const std::string whole(given.substr(support::first_characters(given, static_cast<std::size_t>(start - 1)).size()));
   const auto folded = [&](std::string_view text) { return exact ? std::string(text) : support::to_lower(text); };
@@ -188,7 +188,7 @@ void convert_case(FunctionCall& call) {
     case 3:
       return call.result(std::string_view(in_proper_case(call.text(0))));
     default:
-      raise(error_invalid_call);
+      raise(error_number::invalid_call);
   }
 }
 
@@ -199,7 +199,7 @@ std::string character_of_code(std::int32_t code) {
 
 std::size_t fill_length(FunctionCall& call) {
   const std::size_t length = length_argument(call, 0);
-  if (length > longest_fill) raise(error_overflow);
+  if (length > longest_fill) raise(error_number::overflow);
   return length;
 }
 
@@ -209,10 +209,10 @@ void repeat(FunctionCall& call) {
   constexpr int codes = 256;
   // A number is the code of a character; of one beyond the codes, what is left when they are counted off.
   const std::int32_t code = call.is_text(1) ? 0 : call.whole(1);
-  if (code < 0 || (!call.is_text(1) && code % codes == 0)) raise(error_invalid_call);
+  if (code < 0 || (!call.is_text(1) && code % codes == 0)) raise(error_number::invalid_call);
   const std::string first(call.is_text(1) ? support::first_characters(call.text(1), 1)
                                           : character_of_code(code % codes));
-  if (first.empty()) raise(error_invalid_call);
+  if (first.empty()) raise(error_number::invalid_call);
   std::string whole;
   for (std::size_t i = fill_length(call); i > 0; --i) whole += first;
   call.result(std::string_view(whole));
@@ -228,20 +228,20 @@ void compare_as_asked(FunctionCall& call) {
 
 void code_of(FunctionCall& call) {
   const std::string code = support::cp1252_from_utf8(support::first_characters(call.text(0), 1));
-  if (code.empty()) raise(error_invalid_call);
+  if (code.empty()) raise(error_number::invalid_call);
   call.result(static_cast<std::int32_t>(static_cast<unsigned char>(code.front())));
 }
 
 void character_of(FunctionCall& call) {
   const std::int32_t code = call.whole(0);
-  if (code < 1 || code > 255) raise(error_invalid_call);
+  if (code < 1 || code > 255) raise(error_number::invalid_call);
   call.result(std::string_view(character_of_code(code)));
 }
 
 /// The code in 16 bits, signed; of a character that takes two of them, the first.
 void wide_code_of(FunctionCall& call) {
   const std::u16string units = support::utf16_from_utf8(support::first_characters(call.text(0), 1));
-  if (units.empty()) raise(error_invalid_call);
+  if (units.empty()) raise(error_number::invalid_call);
   call.result(std::int32_t{static_cast<std::int16_t>(units.front())});
 }
 
@@ -249,7 +249,7 @@ void wide_character_of(FunctionCall& call) {
   const std::int32_t code = call.whole(0);
   const auto unit = static_cast<char16_t>(code);
   const bool half_a_character = unit >= 0xD800 && unit < 0xE000;
-  if (code < -32768 || code > 65535 || unit == 0 || half_a_character) raise(error_invalid_call);
+  if (code < -32768 || code > 65535 || unit == 0 || half_a_character) raise(error_number::invalid_call);
   call.result(std::string_view(support::utf8_from_utf16(std::u16string(1, unit))));
 }
 

@@ -6,7 +6,7 @@
 #include <system_error>
 
 #include "database/engine/date_text.h"
-#include "database/engine/embedded/jet_sql/error_numbers.h"
+#include "database/engine/engine_error.h"
 #include "support/common_code.h"
 #include "support/encoding.h"
 
@@ -74,11 +74,12 @@ class Tokenizer {
     while (position_ < statement_.size() && continues_word(statement_[position_])) ++position_;
     token.kind = TokenKind::Word;
     token.text = statement_.substr(begin, position_ - begin);
-    if (token.text.size() > longest_name) raise(error_invalid_name, "…");
+    if (token.text.size() > longest_name) raise(error_number::invalid_name, "…");
   }
 
   /// Raises the number for what begins at the place.
-  [[noreturn]] void fail(int number, std::size_t begin, TokenKind kind, std::string_view text = {}) const {
+  [[noreturn]] void fail(error_number::Number number, std::size_t begin, TokenKind kind,
+                         std::string_view text = {}) const {
     Token token;
     token.kind = kind;
     token.text = text;
@@ -109,7 +110,7 @@ class Tokenizer {
     token.kind = TokenKind::Number;
     token.text = statement_.substr(begin, position_ - begin);
     const auto result = std::from_chars(token.text.data(), token.text.data() + token.text.size(), token.number);
-    if (result.ec != std::errc{}) raise(error_overflow);
+    if (result.ec != std::errc{}) raise(error_number::overflow);
   }
 
   /// A quote inside is written twice.
@@ -123,25 +124,25 @@ class Tokenizer {
       }
       content += statement_[position_];
     }
-    fail(error_expression_syntax, begin, TokenKind::Text);
+    fail(error_number::expression_syntax, begin, TokenKind::Text);
   }
 
   void read_quoted_name(Token& token, char closing) {
     const std::size_t end = statement_.find(closing, position_ + 1);
-    if (end == std::string_view::npos) fail(error_invalid_bracketing, position_, TokenKind::Symbol, "[");
+    if (end == std::string_view::npos) fail(error_number::invalid_bracketing, position_, TokenKind::Symbol, "[");
     token.kind = TokenKind::QuotedName;
     token.text = statement_.substr(position_ + 1, end - position_ - 1);
     if (token.text.empty() || token.text.size() > longest_name) {
-      fail(error_invalid_bracketing, position_, TokenKind::Symbol, "[");
+      fail(error_number::invalid_bracketing, position_, TokenKind::Symbol, "[");
     }
     position_ = end + 1;
   }
 
   void read_date(Token& token) {
     const std::size_t end = statement_.find('#', position_ + 1);
-    if (end == std::string_view::npos) fail(error_expression_syntax, position_, TokenKind::Date);
+    if (end == std::string_view::npos) fail(error_number::expression_syntax, position_, TokenKind::Date);
     const std::optional<Date> date = parse_date(statement_.substr(position_ + 1, end - position_ - 1), "mdy");
-    if (!date) fail(error_expression_syntax, position_, TokenKind::Date);
+    if (!date) fail(error_number::expression_syntax, position_, TokenKind::Date);
     token.kind = TokenKind::Date;
     token.number = date->days;
     position_ = end + 1;
@@ -149,7 +150,7 @@ class Tokenizer {
 
   void read_symbol(Token& token) {
     const std::string_view rest = statement_.substr(position_);
-    if (rest.starts_with("/*")) raise(error_not_supported, "remarks in the text");
+    if (rest.starts_with("/*")) raise(error_number::not_supported, "remarks in the text");
     for (const std::string_view symbol : symbol_tokens) {
       if (!rest.starts_with(symbol)) continue;
       token.kind = TokenKind::Symbol;
@@ -157,7 +158,7 @@ class Tokenizer {
       position_ += symbol.size();
       return;
     }
-    fail(error_expression_syntax, position_, TokenKind::Symbol, support::first_characters(rest, 1));
+    fail(error_number::expression_syntax, position_, TokenKind::Symbol, support::first_characters(rest, 1));
   }
 
   std::string_view statement_;
@@ -201,9 +202,10 @@ std::string place_of(std::string_view statement, const Token& token) {
 }
 
 std::vector<Token> tokenize(std::string_view statement) {
-  if (statement.size() > longest_statement) raise(error_too_complex);
+  if (statement.size() > longest_statement) raise(error_number::too_complex);
   // SQLite takes neither; nothing that the user means is written with them.
-  if (statement.find('\0') != std::string_view::npos || !support::is_utf8(statement)) raise(error_expression_syntax);
+  if (statement.find('\0') != std::string_view::npos || !support::is_utf8(statement))
+    raise(error_number::expression_syntax);
   Tokenizer tokenizer(statement);
   std::vector<Token> tokens;
   do {

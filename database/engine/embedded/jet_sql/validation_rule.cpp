@@ -3,10 +3,10 @@
 #include <utility>
 
 #include "database/engine/embedded/jet_sql/binder.h"
-#include "database/engine/embedded/jet_sql/error_numbers.h"
 #include "database/engine/embedded/jet_sql/generator.h"
 #include "database/engine/embedded/jet_sql/parser.h"
 #include "database/engine/embedded/jet_sql/sqlite_text.h"
+#include "database/engine/engine_error.h"
 #include "support/encoding.h"
 
 namespace engine::embedded::jet_sql {
@@ -70,11 +70,11 @@ std::optional<Rule> compile(ExpressionPtr condition, const TableDefinition& tabl
   Binder(none).bind_rule(condition, row);
   RuleGenerator generator;
   generator.condition(*condition);
-  return Rule{generator.take(), 0, {}};
+  return Rule{generator.take(), error_number::none, {}};
 }
 
 void set_error(Rule& rule, const std::string& text, const std::string& own_text, const std::string& name) {
-  rule.error = own_text.empty() ? error_rule_breached : error_rule_text;
+  rule.error = own_text.empty() ? error_number::rule_breached : error_number::rule_text;
   const std::string place = "'" + text + "' set for '" + name + "'";
   rule.message = engine_error(rule.error, own_text.empty() ? place : own_text).what();
 }

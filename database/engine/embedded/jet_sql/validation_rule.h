@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "database/engine/embedded/jet_sql/catalogue.h"
+#include "database/engine/engine_error.h"
 
 namespace engine::embedded::jet_sql {
 
@@ -17,7 +18,7 @@ struct Rule {
   /// SQLite text, true for a value that may be stored; so is Null.
   std::string condition;
   /// 3316 with the rule's own text, 3317 where it has none.
-  int error = 0;
+  error_number::Number error = error_number::none;
   std::string message;
 
   /// SQLite text that raises the error where the rule is breached, and is 1 where not.

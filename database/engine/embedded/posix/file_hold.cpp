@@ -93,7 +93,7 @@ FileHold::FileHold(const std::string& host_path, std::chrono::milliseconds busy_
       held_ = std::move(held);
       return;
     }
-    if (is_that_file && std::chrono::steady_clock::now() >= end) raise(3045);
+    if (is_that_file && std::chrono::steady_clock::now() >= end) raise(error_number::file_in_use);
     if (is_that_file) std::this_thread::sleep_for(std::chrono::milliseconds(2));
   }
 }

@@ -28,17 +28,19 @@ void create_private_file(const std::string& host_path) {
   const std::string folder_path = name == 0 ? "." : host_path.substr(0, name);
   const Descriptor folder(open(folder_path.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
   if (folder && is_folder_of_another_user(folder)) {
-    throw support::RuntimeError(3051, "The database file cannot be created: its folder belongs to another user.");
+    throw support::RuntimeError(error_number::file_not_opened,
+                                "The database file cannot be created: its folder belongs to another user.");
   }
   constexpr int flags = O_CREAT | O_EXCL | O_WRONLY | O_CLOEXEC;
   const Descriptor file(folder ? openat(folder.get(), host_path.c_str() + name, flags, S_IRUSR | S_IWUSR) : -1);
   if (file) return;
-  if (errno == EEXIST) raise(3204);
-  if (errno == ENOENT || errno == ENOTDIR) raise(3044);
+  if (errno == EEXIST) raise(error_number::database_exists);
+  if (errno == ENOENT || errno == ENOTDIR) raise(error_number::invalid_path);
   if (errno == EACCES || errno == EPERM || errno == EROFS) {
-    throw support::RuntimeError(3051, "The database file cannot be created: its folder cannot be written to.");
+    throw support::RuntimeError(error_number::file_not_opened,
+                                "The database file cannot be created: its folder cannot be written to.");
   }
-  raise(3051);
+  raise(error_number::file_not_opened);
 }
 
 }  // namespace engine::embedded

@@ -45,7 +45,7 @@ FileHold::FileHold(const std::string& host_path, std::chrono::milliseconds busy_
   const auto end = std::chrono::steady_clock::now() + busy_time;
   while (!held->lock(0)) {
     if (GetLastError() != ERROR_LOCK_VIOLATION) return;
-    if (std::chrono::steady_clock::now() >= end) raise(3045);
+    if (std::chrono::steady_clock::now() >= end) raise(error_number::file_in_use);
     std::this_thread::sleep_for(std::chrono::milliseconds(2));
   }
   held_ = std::move(held);

@@ -29,7 +29,7 @@ void replace_held_file(std::unique_ptr<Connection>& held, const std::string& sou
     support::replace_with_host_file(source, target, [&] { return first_page(target) == known; });
   } catch (const support::RuntimeError&) {
     if (support::host_file_exists(target) && (first_page(target) != known || !support::is_host_file_unused(target))) {
-      raise(3045);
+      raise(error_number::file_in_use);
     }
     throw;
   }

@@ -18,9 +18,9 @@ void create_private_file(const std::string& host_path) {
   });
   if (created) return;
   const DWORD failure = GetLastError();
-  if (failure == ERROR_FILE_EXISTS || failure == ERROR_ALREADY_EXISTS) raise(3204);
-  if (failure == ERROR_PATH_NOT_FOUND || failure == ERROR_INVALID_NAME) raise(3044);
-  raise(3051);
+  if (failure == ERROR_FILE_EXISTS || failure == ERROR_ALREADY_EXISTS) raise(error_number::database_exists);
+  if (failure == ERROR_PATH_NOT_FOUND || failure == ERROR_INVALID_NAME) raise(error_number::invalid_path);
+  raise(error_number::file_not_opened);
 }
 
 }  // namespace engine::embedded
