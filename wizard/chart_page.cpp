@@ -139,7 +139,7 @@ void ChartPage::describe(int index) {
 
 /// One too many is not taken, and the page says so until the next click.
 void ChartPage::click(int index) {
-  constexpr long too_many = 4922;
+  constexpr long too_many = 4942;
   describe(index);
   const bool refused = static_cast<int>(chosen().size()) > limit_;
   if (refused) context_.form.at("optThumb", index).set_value(0);

@@ -22,7 +22,7 @@ constexpr form::ControlRow entry_controls[] = {
     {"lblDataEntry", 1, Label, "", {420, 2640, 6060, 480}, "Viele Werte schnell untereinander.", "L4781"},
     {"optDataEntry", 2, OptionButton, "", {120, 3120, 6360, 360}, "Tagebucheingabe", "L4779"},
     {"lblDataEntry", 2, Label, "", {420, 3480, 6060, 480}, "Ein Tag auf einem Blatt.", "L4782"},
-    {"imgDataEntry", -1, Image, "", {120, 4020, 1920, 1440}, "So sieht die gewählte Eingabe aus", "L4921"},
+    {"imgDataEntry", -1, Image, "", {120, 4020, 1920, 1440}, "So sieht die gewählte Eingabe aus", "L4941"},
 };
 // clang-format on
 

@@ -20,7 +20,7 @@ constexpr form::Bounds tip_heading{120, 120, 4380, 480};
 // clang-format off
 constexpr form::ControlRow navigation_tip_controls[] = {
     grid::heading("Tipp: Navigationsleiste", "L4715", tip_heading),
-    {"cmdSkipTips", of_page, Button, "", {4620, 120, 1860, 420}, "Tipps über&springen", "L4923"},
+    {"cmdSkipTips", of_page, Button, "", {4620, 120, 1860, 420}, "&Tipps überspringen", "L4923"},
     grid::purpose("Ein Klick auf ein Symbol wechselt den Bereich.", "L4735"),
     {"imgNavBar", 0, Image, "", {120, 1500, 4800, 3600}, "Die Navigationsleiste des Programms", "L4804"},
     {"imgNavBar", 1, Image, "", {120, 1500, 4800, 3600}, "Die Navigationsleiste des Programms", "L4804", false},
@@ -34,7 +34,7 @@ constexpr form::ControlRow navigation_tip_controls[] = {
 // clang-format off
 constexpr form::ControlRow splits_tip_controls[] = {
     grid::heading("Tipp: Geteiltes Fenster", "L4716", tip_heading),
-    {"cmdSkipTips", of_page, Button, "", {4620, 120, 1860, 420}, "Tipps über&springen", "L4923"},
+    {"cmdSkipTips", of_page, Button, "", {4620, 120, 1860, 420}, "&Tipps überspringen", "L4923"},
     grid::purpose("Zwei Ansichten können nebeneinander stehen.", "L4736"),
     {"imgSplitWindow", 0, Image, "", {120, 1440, 4320, 3240}, "Ein geteiltes Fenster des Programms", "L4805"},
     {"imgSplitWindow", 1, Image, "", {120, 1440, 4320, 3240}, "Ein geteiltes Fenster des Programms", "L4805", false},
@@ -48,7 +48,7 @@ constexpr form::ControlRow splits_tip_controls[] = {
 // clang-format off
 constexpr form::ControlRow statistics_tip_controls[] = {
     grid::heading("Tipp: Statistikfenster", "L4717", tip_heading),
-    {"cmdSkipTips", of_page, Button, "", {4620, 120, 1860, 420}, "Tipps über&springen", "L4923"},
+    {"cmdSkipTips", of_page, Button, "", {4620, 120, 1860, 420}, "&Tipps überspringen", "L4923"},
     grid::purpose("Das Statistikfenster lässt sich frei verschieben.", "L4737"),
     {"imgStatWindow", 0, Image, "", {120, 1440, 4320, 3240}, "Das Statistikfenster des Programms", "L4806"},
     {"imgStatWindow", 1, Image, "", {120, 1440, 4320, 3240}, "Das Statistikfenster des Programms", "L4806", false},
