@@ -33,5 +33,10 @@ function(firststeps_test name)
     ${ARG_DEFINITIONS})
   # One process per test program: its tests are quick, starting a process under Wine is not.
   add_test(NAME ${name} COMMAND ${name} --gtest_brief=1)
-  set_tests_properties(${name} PROPERTIES TIMEOUT 900 ENVIRONMENT UBSAN_OPTIONS=print_stacktrace=1)
+  # 32-bit programs may run in an emulator, which takes ten times as long.
+  set(seconds 900)
+  if(CMAKE_SIZEOF_VOID_P EQUAL 4)
+    set(seconds 3600)
+  endif()
+  set_tests_properties(${name} PROPERTIES TIMEOUT ${seconds} ENVIRONMENT UBSAN_OPTIONS=print_stacktrace=1)
 endfunction()
