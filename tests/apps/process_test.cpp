@@ -82,8 +82,9 @@ TEST_F(Process, AFolderThatMayNotBeReadIsNamed) {
 
 TEST_F(Process, ShellAndManualReaderTakeWhatTheProgramWritesForThem) {
   const Outcome completed = shell(
-      "source <($BIN/patientdb --completion bash); COMP_WORDS=(patientdb exp); COMP_CWORD=1; _patientdb; echo "
-      "${COMPREPLY[*]}; COMP_WORDS=(patientdb export a b --enc); COMP_CWORD=4; _patientdb; echo ${COMPREPLY[*]}");
+      "export BIN; bash -c 'source <($BIN/patientdb --completion bash); COMP_WORDS=(patientdb exp); COMP_CWORD=1; "
+      "_patientdb; "
+      "echo ${COMPREPLY[*]}; COMP_WORDS=(patientdb export a b --enc); COMP_CWORD=4; _patientdb; echo ${COMPREPLY[*]}'");
   EXPECT_EQ(completed.err + completed.out, "export\n--encoding\n");
   const Outcome shown = shell("$BIN/patientdb --manual | groff -man -Kutf8 -Tutf8 -ww -P-c -P-u -P-b -P-o");
   EXPECT_EQ(shown.err, "");
