@@ -17,7 +17,7 @@
 
 namespace wizard {
 
-class Context;
+struct Context;
 struct Pages;
 
 /// The parts of a known database that a finish works on. Without a database, and in the professional edition, which

@@ -13,8 +13,9 @@ std::string exit_codes_text(const ExitCode& own) {
 }
 
 std::string version_text(std::string_view program) {
-  return std::string(program) + " " FIRSTSTEPS_VERSION ", layout " + std::to_string(database::current_major_version) +
-         "." + std::to_string(database::current_minor_version) + "\n";
+  const std::string version = FIRSTSTEPS_VERSION;
+  return std::string(program) + " " + version + ", layout " + std::to_string(database::current_major_version) + "." +
+         std::to_string(database::current_minor_version) + "\n";
 }
 
 }  // namespace console

@@ -59,7 +59,7 @@ std::string in_single_quotes(std::string_view text) {
 std::span<const Variable> variables() { return known_variables; }
 
 void write_manual(std::ostream& out, std::span<const Described> commands) {
-  out << ".TH PATIENTDB 1 \"\" \"" << for_groff(console::version_text("patientdb").substr(0, 15)) << "\"\n"
+  out << R"(.TH PATIENTDB 1 "" ")" << for_groff(console::version_text("patientdb").substr(0, 15)) << "\"\n"
       << ".SH NAME\npatientdb \\- creates, shows and changes patient databases\n"
       << ".SH SYNOPSIS\n\\fBpatientdb\\fR \\fICOMMAND\\fR \\fIFILE\\fR …\n"
       << ".br\n\\fBpatientdb\\fR \\-\\-help | \\-\\-version | \\-\\-manual | \\-\\-completion bash|powershell\n"

@@ -48,6 +48,7 @@ std::vector<console::Option> options_of(const Command& command) {
 
 std::vector<Described> described_commands() {
   std::vector<Described> described;
+  described.reserve(std::size(commands));
   for (const Command* command : commands) described.push_back({*command, options_of(*command)});
   return described;
 }

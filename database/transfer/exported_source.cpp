@@ -31,9 +31,10 @@ class ExportedSource : public jet_import::Source {
     stored_ = stored_tables(rows);
     for (const StoredTable& stored : stored_) tables_.push_back(stored.table);
   }
-  std::vector<StoredTable> stored_;
+  const StoredTable& stored(std::size_t table) const { return stored_[table]; }
 
  private:
+  std::vector<StoredTable> stored_;
   std::vector<jet_import::SourceTable> tables_;
   std::vector<std::string> linked_tables_;
 };
@@ -81,7 +82,7 @@ class CsvSource : public ExportedSource {
   }
 
   std::unique_ptr<jet_import::SourceRows> rows(std::size_t table) override {
-    const StoredTable& stored = stored_[table];
+    const StoredTable& stored = this->stored(table);
     // A name, not a way to another folder.
     if (support::std_path(stored.file).filename() != support::std_path(stored.file)) {
       throw support::RuntimeError(unknown_format, "_tables.csv leads out of its folder.");
@@ -102,8 +103,8 @@ class CsvSource : public ExportedSource {
     for (bool names = true; file.next(cells); names = false) {
       TextRow row;
       for (Cell& cell : cells) row.push_back(std::move(cell.text));
-      if (!names) rows.push_back(std::move(row));
       if (names && row != list.columns) file.refuse("the columns are not those of an export");
+      if (!names) rows.push_back(std::move(row));
     }
     return rows;
   }

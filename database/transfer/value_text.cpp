@@ -71,11 +71,11 @@ std::optional<engine::Date> parse_iso(std::string_view text) {
     hour = *hours, minute = *minutes, seconds = *rest;
   }
   const std::int64_t number = engine::day_number(*year, *month, *day);
+  const std::int64_t before = (std::int64_t{hour} * 60 + minute) * 60;
   if (seconds == std::floor(seconds)) {
-    return engine::date_of_seconds(number * engine::seconds_per_day + hour * 3600 + minute * 60 +
-                                   static_cast<std::int64_t>(seconds));
+    return engine::date_of_seconds(number * engine::seconds_per_day + before + static_cast<std::int64_t>(seconds));
   }
-  const double part = (hour * 3600 + minute * 60 + seconds) / static_cast<double>(engine::seconds_per_day);
+  const double part = (static_cast<double>(before) + seconds) / static_cast<double>(engine::seconds_per_day);
   return engine::Date{number < 0 ? static_cast<double>(number) - part : static_cast<double>(number) + part};
 }
 

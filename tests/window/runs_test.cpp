@@ -71,6 +71,7 @@ TEST_F(RunsTest, AStandardRunByMouseIsWritten) {
     EXPECT_TRUE(wait_until([&] { return SendMessageW(list, CB_GETDROPPEDSTATE, 0, 0) != 0; })) << path;
     click_mouse(list, {closed.right / 2, closed.bottom + entry * line + line / 2 + 1});
     EXPECT_TRUE(wait_until([&] { return SendMessageW(list, CB_GETCURSEL, 0, 0) == entry; })) << path;
+    EXPECT_TRUE(wait_until([&] { return SendMessageW(list, CB_GETDROPPEDSTATE, 0, 0) == 0; })) << path;
   };
   turn_to("Maßeinheit");
   click_option("optBGUnit(1)");

@@ -184,9 +184,9 @@ class Compiler {
         target = &source;
       }
     }
+    if (target != nullptr && target->table != nullptr) return *target;
     if (target == nullptr) raise(error_number::unknown_table, statement.table);
-    if (target->table == nullptr) raise(error_number::no_table_to_delete_from);
-    return *target;
+    raise(error_number::no_table_to_delete_from);
   }
 
   const TableDefinition& layout_of(std::string_view name) const {
