@@ -84,6 +84,7 @@ using AccessibleTest = WindowTest;
 
 TEST_F(AccessibleTest, AFindingStandsAtItsFieldAndIsToldWithIt) {
   const wizard::win32::ComSession com;
+  const ScreenReader reader;
   start();
   enter_patient();
   wizard().go_to("Therapie_BP");

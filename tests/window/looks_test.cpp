@@ -202,6 +202,7 @@ TEST_F(LooksTest, AFontThatDoesNotExistIsReplaced) {
 
 TEST_F(LooksTest, AScreenReaderHasANameForEveryControl) {
   const wizard::win32::ComSession com;
+  const ScreenReader reader;
   std::string unnamed;
   walk([&](const form::Control& control) {
     // A page is what lies on it, and a label without a text is none.

@@ -36,6 +36,15 @@ class WindowTest : public ::testing::Test {
   std::optional<WizardProgram> wizard_;
 };
 
+/// A screen reader that has told the system of itself, while it exists.
+class ScreenReader {
+ public:
+  ScreenReader() { SystemParametersInfoW(SPI_SETSCREENREADER, TRUE, nullptr, 0); }
+  ~ScreenReader() { SystemParametersInfoW(SPI_SETSCREENREADER, FALSE, nullptr, 0); }
+  ScreenReader(const ScreenReader&) = delete;
+  ScreenReader& operator=(const ScreenReader&) = delete;
+};
+
 /// The pages of a standard run, by tag.
 inline constexpr std::string_view standard_pages[] = {
     "Intro", "Maßeinheit", "PatDat",  "Insulin",    "Medikamente", "Therapie_BZ", "Therapie_BP",

@@ -72,7 +72,8 @@ TEST_F(SpokenTest, ExplainsWhyAPageAsks) {
   for (const auto& each : wizard().form().controls()) {
     if (each->name() != "cmdWhy") continue;
     wizard().click("cmdWhy", each->index());
-    EXPECT_THAT(user.log.back(), ::testing::MatchesRegex("message T49[0-9][0-9] 65600 T4650")) << each->index();
+    EXPECT_THAT(user.log.back(), AllOf(::testing::StartsWith("message T493"), ::testing::EndsWith(" 65600 T4650")))
+        << each->index();
   }
   EXPECT_EQ(user.log.size(), 7u) << "the window is made topmost, and six pages explain themselves";
 }

@@ -8,6 +8,7 @@
 #include <utility>
 
 #include "wizard/win32/accessible_object.h"
+#include "wizard/win32/system_function.h"
 
 namespace wizard::win32 {
 namespace {
@@ -21,7 +22,8 @@ struct Answer {
 
 LRESULT answer_with_object(HWND window, WPARAM flags, const Answer& answer) {
   const Com<IAccessible> object = accessible_object(window, answer.what, answer.role);
-  return object ? LresultFromObject(IID_IAccessible, flags, object.get()) : 0;
+  static auto* const result_of = system_function<decltype(LresultFromObject)>(L"oleacc.dll", "LresultFromObject");
+  return object && result_of != nullptr ? result_of(IID_IAccessible, flags, object.get()) : 0;
 }
 
 LRESULT CALLBACK accessible_procedure(HWND window, UINT message, WPARAM first, LPARAM second, UINT_PTR,

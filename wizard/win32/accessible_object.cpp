@@ -3,6 +3,7 @@
 #include <utility>
 
 #include "support/win32/wide.h"
+#include "wizard/win32/system_function.h"
 
 namespace wizard::win32 {
 namespace {
@@ -116,8 +117,11 @@ class AccessibleObject final : public IAccessible {
 }  // namespace
 
 Com<IAccessible> accessible_object(HWND window, SpokenOf what, std::optional<long> role) {
+  static auto* const create =
+      system_function<decltype(CreateStdAccessibleObject)>(L"oleacc.dll", "CreateStdAccessibleObject");
   void* native = nullptr;
-  if (FAILED(CreateStdAccessibleObject(window, OBJID_CLIENT, IID_IAccessible, &native)) || native == nullptr) return {};
+  if (create == nullptr || FAILED(create(window, OBJID_CLIENT, IID_IAccessible, &native)) || native == nullptr)
+    return {};
   return Com<IAccessible>(
       new AccessibleObject(Com<IAccessible>(static_cast<IAccessible*>(native)), std::move(what), role));
 }

@@ -17,7 +17,7 @@ ChartPlaces::ChartPlaces(const form::Form& form, const TextSizes& sizes, SIZE fr
     : slide_(form.at("picSlide")),
       first_(form.at("optThumb", 0)),
       frame_(frame),
-      bar_width_(GetSystemMetricsForDpi(SM_CXVSCROLL, sizes.dpi())),
+      bar_width_(scroll_bar_width(sizes.dpi())),
       title_height_(title_lines(sizes) * sizes.line(first_) + sizes.scaled(title_room)),
       row_gap_(sizes.scaled(row_gap)) {}
 

@@ -12,6 +12,7 @@
 #include <utility>
 
 #include "wizard/win32/gdi.h"
+#include "wizard/win32/system_function.h"
 
 namespace wizard::win32 {
 namespace {
@@ -131,8 +132,13 @@ HBRUSH brush(Colour which) {
 void dress_frame(HWND window) {
   constexpr DWORD dark_title = 20, dark_title_before = 19;
   const BOOL dark = scheme() == Scheme::Dark ? TRUE : FALSE;
-  if (FAILED(DwmSetWindowAttribute(window, dark_title, &dark, sizeof dark)))
-    DwmSetWindowAttribute(window, dark_title_before, &dark, sizeof dark);
+  // Frames are light until one is told.
+  static bool told = false;
+  if (dark == FALSE && !told) return;
+  told = true;
+  static auto* const set = system_function<decltype(DwmSetWindowAttribute)>(L"dwmapi.dll", "DwmSetWindowAttribute");
+  if (set != nullptr && FAILED(set(window, dark_title, &dark, sizeof dark)))
+    set(window, dark_title_before, &dark, sizeof dark);
 }
 
 }  // namespace wizard::win32

@@ -125,27 +125,29 @@ const Dress* dress_of(HWND control) {
   return nullptr;
 }
 
-void give_theme(HWND control) {
-  if (dress_of(control) != nullptr) SetWindowTheme(control, is_dark() ? dark_theme : nullptr, nullptr);
-}
-
-BOOL CALLBACK give_theme_to_each(HWND control, LPARAM) {
-  give_theme(control);
+BOOL CALLBACK dress_or_undress(HWND control, LPARAM) {
+  const Dress* dress = dress_of(control);
+  if (dress == nullptr) return TRUE;
+  if (dress->procedure != nullptr) {
+    if (is_dark())
+      SetWindowSubclass(control, dress->procedure, dress_id, 0);
+    else
+      RemoveWindowSubclass(control, dress->procedure, dress_id);
+  }
+  SetWindowTheme(control, is_dark() ? dark_theme : nullptr, nullptr);
   return TRUE;
 }
 
 }  // namespace
 
+// A procedure in between costs time with every message, so only dark controls have one.
 void dress_control(HWND control) {
-  const Dress* dress = dress_of(control);
-  if (dress == nullptr) return;
-  if (dress->procedure != nullptr) SetWindowSubclass(control, dress->procedure, dress_id, 0);
-  if (is_dark()) give_theme(control);
+  if (is_dark()) dress_or_undress(control, 0);
 }
 
 void dress_again(HWND frame) {
   dress_frame(frame);
-  EnumChildWindows(frame, give_theme_to_each, 0);
+  EnumChildWindows(frame, dress_or_undress, 0);
   RedrawWindow(frame, nullptr, nullptr, RDW_INVALIDATE | RDW_ERASE | RDW_FRAME | RDW_ALLCHILDREN);
 }
 

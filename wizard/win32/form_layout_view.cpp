@@ -96,13 +96,16 @@ PagePlaces FormView::places_of(const form::Control& page, const TextSizes& sizes
   SIZE room = size_of(parts_.page);
   PagePlaces places = place_page(lines->second, notes_, sizes, room);
   if (places.height <= room.cy) return places;
-  room.cx -= GetSystemMetricsForDpi(SM_CXVSCROLL, dpi_);
+  room.cx -= scroll_bar_width(dpi_);
   return place_page(lines->second, notes_, sizes, room);
 }
 
 void FormView::arrange_page(const form::Control& page) {
   move(page, parts_.page);
-  const PagePlaces places = places_of(page, TextSizes(fonts_, dpi_));
+  arrange_page(page, places_of(page, TextSizes(fonts_, dpi_)));
+}
+
+void FormView::arrange_page(const form::Control& page, const PagePlaces& places) {
   const int visible = size_of(parts_.page).cy;
   scrolled_ = std::clamp(scrolled_, 0, std::max(0, places.height - visible));
   if (const ShownControl* shown = controls_.of(page))
@@ -210,7 +213,7 @@ void FormView::show_page(const form::Control& page) {
   for (const auto& [control, place] : places.controls)
     if (control->kind() == form::Kind::PictureBox) frame_of_charts_ = size_of(place);
   create_contents(page);
-  arrange_page(page);
+  arrange_page(page, places);
   is_arranged_ = true;
 }
 

@@ -47,6 +47,11 @@ bool shows_from_the_start(const form::Control& control, form::Property property)
   }
 }
 
+bool has_screen_reader() {
+  BOOL runs = FALSE;
+  return SystemParametersInfoW(SPI_GETSCREENREADER, 0, &runs, 0) != 0 && runs != FALSE;
+}
+
 bool is_page(const form::Control& control) { return control.parent() == nullptr && is_container(control); }
 
 }  // namespace
@@ -58,7 +63,10 @@ void FormView::open(HWND window) {
   arrange_parts();
   for (const auto& shown : controls_) {
     if (shown->control->kind() == form::Kind::Timer) show_timer(*shown->control);
-    if (shown->control->parent() == nullptr && (shown->control->visible() || !is_page(*shown->control))) create(*shown);
+    // The list of the steps can come after the first page.
+    const bool at_once = shown->control->visible() || !is_page(*shown->control);
+    const bool is_list = shown->control->kind() == form::Kind::StepIndicator;
+    if (shown->control->parent() == nullptr && at_once && !is_list) create(*shown);
     if (shown->window == nullptr) waiting_.push_back(shown.get());
   }
   arrange_parts();
@@ -66,6 +74,7 @@ void FormView::open(HWND window) {
 
 bool FormView::work_ahead() {
   arrange_changes();
+  give_voices();
   if (pictures_.load_next(false, controls_) || tips_.create(window_)) return true;
   if (waiting_.empty()) return pictures_.load_next(true, controls_);
   ShownControl& shown = *waiting_.front();
@@ -86,7 +95,18 @@ void FormView::create(ShownControl& shown) {
     if (!shows_from_the_start(*shown.control, property)) show(shown, property);
   }
   tips_.add(shown);
-  give_voice(shown);
+  if (has_screen_reader())
+    give_voice(shown);
+  else
+    silent_.push_back(&shown);
+}
+
+void FormView::give_voices() {
+  std::erase_if(silent_, [this](const ShownControl* shown) {
+    if (!outermost(*shown->control).visible()) return false;
+    if (shown->window != nullptr) give_voice(*shown);
+    return true;
+  });
 }
 
 /// Own windows have no role that the system would know of.
@@ -99,9 +119,9 @@ void FormView::give_voice(const ShownControl& shown) {
   if (!voice_) return;
   const SpokenOf what = [this, control = shown.control] { return voice_(*control); };
   make_accessible(shown.window, what, role);
+  if (shown.control->kind() != form::Kind::ComboBox) return;
   // The field of a list is what has the focus.
-  const HWND field = FindWindowExW(shown.window, nullptr, WC_EDITW, nullptr);
-  if (shown.control->kind() == form::Kind::ComboBox && field != nullptr) make_accessible(field, what);
+  if (const HWND field = FindWindowExW(shown.window, nullptr, WC_EDITW, nullptr)) make_accessible(field, what);
 }
 
 /// A chart that comes in late is placed at once; the first ones wait for the size of their frame.
@@ -112,11 +132,11 @@ void FormView::create_chart(const ShownControl& chart) {
   place(chart, places.chart(*chart.control), dpi_);
 }
 
-/// A chart below what its frame shows.
+/// A chart below the first row: it comes in as soon as the page is there.
 bool FormView::can_wait(const form::Control& control) const {
   if (control.kind() != form::Kind::ChartOption) return false;
   const TextSizes sizes(fonts_, dpi_);
-  return control.bounds().top >= ChartPlaces(form_, sizes, frame_of_charts_).visible();
+  return control.bounds().top >= ChartPlaces(form_, sizes, frame_of_charts_).visible() / 3;
 }
 
 /// Tab goes through the page before it comes to the buttons.

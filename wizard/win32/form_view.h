@@ -9,6 +9,7 @@
 #include <map>
 #include <optional>
 #include <utility>
+#include <vector>
 
 #include "wizard/spoken.h"
 #include "wizard/win32/look.h"
@@ -74,6 +75,7 @@ class FormView {
 
  private:
   void create(ShownControl& shown);
+  void give_voices();
   void give_voice(const ShownControl& shown);
   void create_chart(const ShownControl& chart);
   bool can_wait(const form::Control& control) const;
@@ -87,6 +89,7 @@ class FormView {
   void give_font(const ShownControl& shown);
   void arrange_parts();
   void arrange_page(const form::Control& page);
+  void arrange_page(const form::Control& page, const PagePlaces& places);
   PagePlaces places_of(const form::Control& page, const TextSizes& sizes);
   void move_all(const PagePlaces& places);
   void arrange_charts();
@@ -109,6 +112,9 @@ class FormView {
   int scrolled_ = 0;                   ///< pixels that the page that is shown is scrolled by
   bool is_arranged_ = true;            ///< false: something on the page may need another size
   std::deque<ShownControl*> waiting_;  ///< to be created
+  /// They answer a screen reader as soon as their page is shown; where one runs, from the beginning. A procedure in
+  /// between costs time with every message.
+  std::vector<const ShownControl*> silent_;
   bool showing_ = false;
   const form::Control* being_read_ = nullptr;  ///< shows already what the form is told of it
 };

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <array>
 #include <cstdlib>
+#include <map>
 #include <string_view>
 
 #include "support/encoding.h"
@@ -33,12 +34,26 @@ struct TypeRow {
 };
 constexpr std::array<TypeRow, 4> types = {{{110, FW_NORMAL}, {180, FW_NORMAL}, {110, FW_SEMIBOLD}, {100, FW_NORMAL}}};
 
-/// The font of the system's messages at a resolution.
-LOGFONTW message_font(UINT dpi) {
-  NONCLIENTMETRICSW metrics{};
-  metrics.cbSize = sizeof metrics;
-  SystemParametersInfoForDpi(SPI_GETNONCLIENTMETRICS, sizeof metrics, &metrics, 0, dpi);
-  return metrics.lfMessageFont;
+/// The font of the system's messages at a resolution, as the program found it first: the system looks up some thirty
+/// settings for each answer.
+const LOGFONTW& message_font(UINT dpi) {
+  static std::map<UINT, LOGFONTW> known;
+  const auto [font, is_new] = known.try_emplace(dpi);
+  if (is_new) {
+    NONCLIENTMETRICSW metrics{};
+    metrics.cbSize = sizeof metrics;
+    SystemParametersInfoForDpi(SPI_GETNONCLIENTMETRICS, sizeof metrics, &metrics, 0, dpi);
+    font->second = metrics.lfMessageFont;
+  }
+  return font->second;
+}
+
+int text_scale_now() {
+  constexpr DWORD least = 100, most = 225;
+  DWORD scale = 0, size = sizeof scale;
+  const LSTATUS found = RegGetValueW(HKEY_CURRENT_USER, L"Software\\Microsoft\\Accessibility", L"TextScaleFactor",
+                                     RRF_RT_REG_DWORD, nullptr, &scale, &size);
+  return found != ERROR_SUCCESS ? usual_text_scale : static_cast<int>(std::clamp(scale, least, most));
 }
 
 Font make_font(const std::string& face, TextStyle style, UINT dpi) {
@@ -67,11 +82,15 @@ TextStyle text_style(const form::Control& control) {
 
 /// Windows keeps it here and nowhere in its settings of old; the interface that tells of it is not for such programs.
 int text_scale() {
-  constexpr DWORD least = 100, most = 225;
-  DWORD scale = 0, size = sizeof scale;
-  const LSTATUS found = RegGetValueW(HKEY_CURRENT_USER, L"Software\\Microsoft\\Accessibility", L"TextScaleFactor",
-                                     RRF_RT_REG_DWORD, nullptr, &scale, &size);
-  return found != ERROR_SUCCESS ? usual_text_scale : static_cast<int>(std::clamp(scale, least, most));
+  static const int scale = text_scale_now();
+  return scale;
+}
+
+int scroll_bar_width(UINT dpi) {
+  static std::map<UINT, int> known;
+  const auto [width, is_new] = known.try_emplace(dpi);
+  if (is_new) width->second = GetSystemMetricsForDpi(SM_CXVSCROLL, dpi);
+  return width->second;
 }
 
 HFONT Fonts::font(const std::string& face, TextStyle style, UINT dpi) {

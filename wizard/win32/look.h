@@ -17,9 +17,12 @@ namespace wizard::win32 {
 enum class TextStyle { Normal, Heading, Emphasis, Hint };
 TextStyle text_style(const form::Control& control);
 
-/// What the user has set as the size of all texts, in per cent of the usual one.
+/// What the user had set as the size of all texts when the program asked first, in per cent of the usual one.
 int text_scale();
 inline constexpr int usual_text_scale = 100;
+
+/// In pixels; as the program found it first.
+int scroll_bar_width(UINT dpi);
 
 /// Fonts by face, style and resolution, made when first asked for. Their sizes follow the font of the system's messages
 /// and the user's text size.

@@ -72,18 +72,17 @@ RECT place_in_container(const form::Control& control, UINT dpi) {
 void place(const ShownControl& shown, RECT place, UINT dpi) {
   if (shown.window == nullptr) return;
   // The height of a combo box includes its list.
+  if (shown.control->kind() == form::Kind::ComboBox) place.bottom += pixels(list_height, dpi);
+  if (EqualRect(&place, &shown.placed) != 0) return;
   if (shown.control->kind() == form::Kind::ComboBox) {
-    const int inner_height = place.bottom - place.top - 2 * list_edge;
-    if (SendMessageW(shown.window, CB_GETITEMHEIGHT, static_cast<WPARAM>(-1), 0) != inner_height)
-      SendMessageW(shown.window, CB_SETITEMHEIGHT, static_cast<WPARAM>(-1), inner_height);
-    place.bottom += pixels(list_height, dpi);
+    const int inner_height = place.bottom - place.top - pixels(list_height, dpi) - 2 * list_edge;
+    SendMessageW(shown.window, CB_SETITEMHEIGHT, static_cast<WPARAM>(-1), inner_height);
   }
   const SIZE size{place.right - place.left, place.bottom - place.top};
-  RECT now;
-  GetWindowRect(shown.window, &now);
-  const bool keeps_size = now.right - now.left == size.cx && now.bottom - now.top == size.cy;
-  MapWindowPoints(nullptr, GetParent(shown.window), reinterpret_cast<POINT*>(&now), 2);
-  if (keeps_size && now.left == place.left && now.top == place.top) return;
+  // A new window has no size, and paints itself.
+  const bool keeps_size = IsRectEmpty(&shown.placed) != 0 || (size.cx == shown.placed.right - shown.placed.left &&
+                                                              size.cy == shown.placed.bottom - shown.placed.top);
+  shown.placed = place;
   SetWindowPos(shown.window, nullptr, place.left, place.top, size.cx, size.cy, SWP_NOZORDER | SWP_NOACTIVATE);
   // What is centred or wrapped stands elsewhere in another size.
   if (!keeps_size) InvalidateRect(shown.window, nullptr, TRUE);

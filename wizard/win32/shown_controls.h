@@ -17,6 +17,9 @@ struct ShownControl {
   HWND window = nullptr;  ///< null for a control that nobody sees, or that nobody has seen yet
   int id = 0;
   Picture picture;  ///< of an image: the last one that was loaded
+  /// Where it was placed last, in its container. The system looks up the screens whenever it is asked where a window
+  /// is.
+  mutable RECT placed{};
 };
 
 class ShownControls {
