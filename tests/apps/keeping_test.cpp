@@ -20,7 +20,6 @@ using apps_test::run_patientdb;
 using testing::AllOf;
 using testing::EndsWith;
 using testing::HasSubstr;
-using testing::MatchesRegex;
 using testing::Not;
 using testing::StartsWith;
 
@@ -71,7 +70,8 @@ TEST_F(Keeping, CompactsToTheSameRowsInFewerBytesAndSetsNumbersBack) {
   EXPECT_EQ(names(), std::vector<std::string>{"Müller_Jörg.das"});
   ASSERT_EQ(run_patientdb({"sql", file, "INSERT INTO glucose (vDate) VALUES (#2/2/2024#)"}).code, 0);
   EXPECT_THAT(run_patientdb({"sql", file, "SELECT max(ID) FROM glucose"}).out, HasSubstr("31")) << "was 61 otherwise";
-  EXPECT_THAT(run_patientdb({"compact", file, "--json"}).out, MatchesRegex(".*\"bytes_before\":[0-9]+,.*\"rows\".*\n"));
+  EXPECT_THAT(run_patientdb({"compact", file, "--json"}).out,
+              AllOf(HasSubstr("\"bytes_before\":" + std::to_string(compacted)), HasSubstr(",\"rows\":")));
 }
 
 TEST_F(Keeping, ChangesNothingWhereSomebodyHasTheFileOpen) {

@@ -57,7 +57,8 @@ TEST(Completion, KnowsTheSameCommandsAndOptions) {
 }
 
 TEST(Version, IsToldByBothPrograms) {
-  EXPECT_THAT(run_patientdb({"--version"}).out, testing::MatchesRegex("patientdb [0-9.]+, layout 4\\.[0-9]+\n"));
+  const std::string version = run_patientdb({"--version"}).out;
+  EXPECT_TRUE(std::regex_match(version, std::regex("patientdb [0-9.]+, layout 4\\.[0-9]+\n"))) << version;
   EXPECT_THAT(run_batch({"--version"}).out, StartsWith("firststeps_batch "));
   for (const std::string code : {"0 done", "1 failed", "2 wrong usage"}) {
     EXPECT_THAT(run_patientdb({"--help"}).out, HasSubstr(code));

@@ -1,6 +1,9 @@
 // Exporting tables and taking them back.
 #include <gmock/gmock.h>
 
+#include <iomanip>
+#include <sstream>
+
 #include "support/encoding.h"
 #include "tests/apps/program_run.h"
 
@@ -117,8 +120,10 @@ TEST_F(Transfer, CodePage1252IsWrittenOrRefusedWithItsPlace) {
 
 TEST_F(Transfer, NamedTablesAloneAreExportedAndCounted) {
   const Outcome outcome = run({"export", full_database(), folder_.file("one"), "T", "t", "--format", "json", "--json"});
-  EXPECT_EQ(outcome.out, "{\"folder\":" + std::string("\"") + folder_.file("one") +
-                             "\",\"tables\":[{\"name\":\"t\",\"file\":\"t.json\",\"rows\":6}]}\n");
+  std::ostringstream answer;
+  answer << "{\"folder\":" << std::quoted(folder_.file("one"))
+         << ",\"tables\":[{\"name\":\"t\",\"file\":\"t.json\",\"rows\":6}]}\n";
+  EXPECT_EQ(outcome.out, answer.str());
   EXPECT_THAT(outcome.err, HasSubstr("not protected"));
   EXPECT_THAT(content_of(folder_.file("one/t.json")),
               HasSubstr(R"({"id":17,"yes":false,"b":null,"n":null,"l":null,"f":3.4e+38,"x":1.7976931348623157e+308,)"
