@@ -3,7 +3,10 @@
 function(npm_package folder_name name version sha256 result)
   cmake_parse_arguments(ARG "" "HINT" "" ${ARGN})
   set(deps_dir ${CMAKE_SOURCE_DIR}/build/deps)
-  set(archive ${deps_dir}/${name}-${version}.tgz)
+  # npm writes the archive of "@scope/name" as scope-name.
+  string(REGEX REPLACE "^@" "" file_name ${name})
+  string(REPLACE "/" "-" file_name ${file_name})
+  set(archive ${deps_dir}/${file_name}-${version}.tgz)
   set(folder ${deps_dir}/${folder_name})
   file(MAKE_DIRECTORY ${deps_dir})
   file(LOCK ${deps_dir}/lock TIMEOUT 300)
