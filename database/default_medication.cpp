@@ -5,8 +5,8 @@
 #include "database/columns.h"
 #include "database/opened_target.h"
 #include "database/therapy_plan.h"
-#include "support/common_code.h"
-#include "support/harbinox.h"
+#include "support/text.h"
+#include "support/windows_path.h"
 
 namespace database {
 namespace {

@@ -5,7 +5,7 @@
 #include <string_view>
 #include <utility>
 
-#include "support/harbinox.h"
+#include "support/text.h"
 
 namespace database {
 namespace {

@@ -2,7 +2,7 @@
 
 #include "database/open_database.h"
 #include "support/abandoned_files.h"
-#include "support/common_code.h"
+#include "support/windows_path.h"
 
 namespace database {
 

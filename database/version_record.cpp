@@ -4,8 +4,8 @@
 
 #include "database/columns.h"
 #include "database/opened_target.h"
-#include "support/common_code.h"
 #include "support/encoding.h"
+#include "support/text.h"
 
 namespace database {
 namespace {

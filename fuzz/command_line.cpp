@@ -4,8 +4,8 @@
 
 #include "apps/console/arguments.h"
 #include "fuzz/target.h"
-#include "support/common_code.h"
 #include "support/file_system.h"
+#include "support/text.h"
 #include "wizard/step_list.h"
 
 namespace {

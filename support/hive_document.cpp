@@ -3,9 +3,9 @@
 #include <algorithm>
 #include <charconv>
 
-#include "support/common_code.h"
 #include "support/encoding.h"
 #include "support/error.h"
+#include "support/text.h"
 
 namespace support {
 

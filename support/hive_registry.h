@@ -6,7 +6,7 @@
 #include <memory>
 #include <string_view>
 
-#include "support/registry_funktions.h"
+#include "support/registry.h"
 
 namespace support {
 

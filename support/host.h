@@ -7,7 +7,7 @@
 
 #include "support/file_system.h"
 #include "support/ini.h"
-#include "support/registry_funktions.h"
+#include "support/registry.h"
 #include "support/user_locale.h"
 
 namespace support {

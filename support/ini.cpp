@@ -1,14 +1,15 @@
 #include "support/ini.h"
 
-#include "support/common_code.h"
 #include "support/error.h"
-#include "support/registry_funktions.h"
+#include "support/file_system.h"
+#include "support/registry.h"
+#include "support/text.h"
 
 namespace support {
 
 namespace {
 
-constexpr std::size_t ini_buffer = 4096;
+constexpr std::size_t ini_buffer = 4096, schemes_buffer = 4095;
 constexpr std::string_view nul_character("\0", 1);
 
 std::string joined(std::string_view names, std::string_view delimiter) {
@@ -65,6 +66,21 @@ std::string ReadIni(const IniFiles& files, const Registry& registry, std::string
     if (query.index != -1) text = piece(text, query.index, delimiter);
   });
   return text;
+}
+
+std::int16_t GetSchemes(const IniFiles& ini, const FileSystem& files, std::string_view schemes_file,
+                        std::vector<std::string>& names) {
+  Procedure procedure("code!GetSchemes");
+  std::int16_t count = 0;
+  procedure.step([&] {
+    if (!file_test(files, schemes_file)) return;
+    const std::string list = ini.sections(schemes_file, {}, schemes_buffer);
+    names.clear();
+    // Only what a NUL follows is whole.
+    Split(std::string_view(list).substr(0, list.rfind('\0') + 1), names, nul_character);
+    count = static_cast<std::int16_t>(names.size());
+  });
+  return count;
 }
 
 }  // namespace support

@@ -5,9 +5,11 @@
 #include <cstdint>
 #include <string>
 #include <string_view>
+#include <vector>
 
 namespace support {
 
+class FileSystem;
 class Registry;
 
 /// The platform's profile calls. File names are Windows paths; sections, keys and values are UTF-8 here and CP1252 in
@@ -49,5 +51,11 @@ struct IniQuery {
 /// Never raises.
 std::string ReadIni(const IniFiles& files, const Registry& registry, std::string_view registry_key,
                     const IniQuery& query);
+
+/// Section names of the scheme file, in file order, into `names`; returns their count. A missing or empty file returns
+/// 0 and leaves `names` as it was. At most 4095 characters of names are read: only whole names before the cut count.
+/// Never raises.
+std::int16_t GetSchemes(const IniFiles& ini, const FileSystem& files, std::string_view schemes_file,
+                        std::vector<std::string>& names);
 
 }  // namespace support

@@ -2,8 +2,8 @@
 
 #include <algorithm>
 
-#include "support/common_code.h"
 #include "support/encoding.h"
+#include "support/text.h"
 
 namespace support {
 

@@ -6,7 +6,7 @@
 #include <cmath>
 #include <utility>
 
-#include "support/common_code.h"
+#include "support/text.h"
 
 namespace support {
 

@@ -1,6 +1,6 @@
 #include "support/virtual_store.h"
 
-#include "support/common_code.h"
+#include "support/windows_path.h"
 
 namespace support {
 

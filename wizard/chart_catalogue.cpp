@@ -2,8 +2,8 @@
 
 #include <charconv>
 
-#include "support/common_code.h"
-#include "wizard/windows_path.h"
+#include "support/text.h"
+#include "support/windows_path.h"
 
 namespace wizard {
 
@@ -42,7 +42,8 @@ ChartCatalogue::Texts ChartCatalogue::texts(std::string_view key) const {
 
 std::string ChartCatalogue::picture_file(std::string_view prefix, std::string_view key) const {
   if (key.find_first_of("\\/:") != std::string_view::npos) return {};
-  return join_path(join_path(context_.config.own_folder, "pics"), std::string(prefix) + std::string(key) + ".jpg");
+  return support::join_path(support::join_path(context_.config.own_folder, "pics"),
+                            std::string(prefix) + std::string(key) + ".jpg");
 }
 
 }  // namespace wizard

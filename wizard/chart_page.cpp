@@ -3,7 +3,7 @@
 #include <algorithm>
 
 #include "support/encoding.h"
-#include "support/harbinox.h"
+#include "support/text.h"
 #include "support/user_locale.h"
 #include "wizard/form_layout.h"
 #include "wizard/home_page_slots.h"

@@ -2,9 +2,8 @@
 
 #include <algorithm>
 
-#include "support/common_code.h"
 #include "support/encoding.h"
-#include "support/harbinox.h"
+#include "support/text.h"
 
 namespace wizard {
 

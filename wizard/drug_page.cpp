@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-#include "support/common_code.h"
+#include "support/text.h"
 #include "wizard/page_grid.h"
 #include "wizard/page_rows.h"
 #include "wizard/pages.h"

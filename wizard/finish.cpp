@@ -9,9 +9,9 @@
 #include "database/open_database.h"
 #include "database/preferences.h"
 #include "support/error.h"
+#include "support/windows_path.h"
 #include "wizard/finish_problems.h"
 #include "wizard/home_page.h"
-#include "wizard/windows_path.h"
 
 namespace wizard {
 
@@ -169,7 +169,7 @@ void Finish::apply_scheme() {
   if (!choices_.scheme || !choices_.scheme->changed) return;
   writer_.registry_value(context_.config.RegKey, "Scheme", std::to_string(choices_.scheme->id));
   // The diary builds its toolbars and menus anew for the scheme.
-  const std::string folder = with_backslash(join_path(context_.config.Path, "user"));
+  const std::string folder = support::with_backslash(support::join_path(context_.config.Path, "user"));
   const FinishWriter::Discard how = way_to_discard(folder);
   for (const std::string_view pattern : discarded_patterns) writer_.discard(folder, pattern, how);
 }

@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <iterator>
 
-#include "support/common_code.h"
+#include "support/windows_path.h"
 
 namespace wizard {
 

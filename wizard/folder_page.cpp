@@ -1,11 +1,11 @@
 #include "wizard/folder_page.h"
 
-#include "wizard/index_database.h"
+#include "support/windows_path.h"
 #include "wizard/page_grid.h"
 #include "wizard/page_rows.h"
 #include "wizard/pages.h"
+#include "wizard/shared_index.h"
 #include "wizard/summary_lines.h"
-#include "wizard/windows_path.h"
 
 namespace wizard {
 
@@ -45,7 +45,7 @@ void choose_folder(Context& context, int button) {
     context.message(index_exists_already, message_style::critical_foreground);
     return;
   }
-  context.config.PatientData = join_path(*folder, "");
+  context.config.PatientData = support::join_path(*folder, "");
   context.config.IndexDB = index_in(*folder);
   bring_index_up_to_date(context);
   show_folder(context);

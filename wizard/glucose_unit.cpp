@@ -3,7 +3,7 @@
 #include <cmath>
 #include <limits>
 
-#include "support/common_code.h"
+#include "support/measured_value.h"
 #include "support/user_locale.h"
 
 namespace wizard {

@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <vector>
 
-#include "support/common_code.h"
+#include "support/text.h"
 
 namespace wizard {
 

@@ -2,9 +2,8 @@
 
 #include <algorithm>
 
-#include "support/common_code.h"
 #include "support/encoding.h"
-#include "support/harbinox.h"
+#include "support/text.h"
 #include "wizard/page_grid.h"
 #include "wizard/page_rows.h"
 #include "wizard/pages.h"

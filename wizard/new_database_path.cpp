@@ -4,7 +4,7 @@
 #include <string_view>
 
 #include "support/encoding.h"
-#include "wizard/windows_path.h"
+#include "support/windows_path.h"
 
 namespace wizard {
 
@@ -29,7 +29,7 @@ std::string database_file_name(const database::PatientRecord& patient) {
 }
 
 std::string wanted_database_path(const Context& context, const database::PatientRecord& patient) {
-  return join_path(context.config.PatientData, database_file_name(patient));
+  return support::join_path(context.config.PatientData, database_file_name(patient));
 }
 
 std::string new_database_path(const Context& context, const database::PatientRecord& patient) {

@@ -1,6 +1,6 @@
 #include "wizard/patient_page.h"
 
-#include "support/common_code.h"
+#include "support/text.h"
 #include "wizard/form/match_list.h"
 #include "wizard/new_database_path.h"
 #include "wizard/option_groups.h"

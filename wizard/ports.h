@@ -10,7 +10,7 @@
 #include "support/file_system.h"
 #include "support/ini.h"
 #include "support/language.h"
-#include "support/registry_funktions.h"
+#include "support/registry.h"
 #include "wizard/user_port.h"
 
 namespace wizard {

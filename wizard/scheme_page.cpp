@@ -1,7 +1,7 @@
 #include "wizard/scheme_page.h"
 
-#include "support/common_code.h"
-#include "support/harbinox.h"
+#include "support/ini.h"
+#include "support/text.h"
 #include "support/user_locale.h"
 #include "wizard/form/match_list.h"
 #include "wizard/page_grid.h"

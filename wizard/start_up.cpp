@@ -1,10 +1,10 @@
 #include "wizard/start_up.h"
 
-#include "support/common_code.h"
 #include "support/encoding.h"
 #include "support/error.h"
-#include "wizard/index_database.h"
-#include "wizard/windows_path.h"
+#include "support/text.h"
+#include "support/windows_path.h"
+#include "wizard/shared_index.h"
 
 namespace wizard {
 
@@ -34,7 +34,7 @@ std::string installation_name(const Ports& ports, std::string_view command_line)
   constexpr std::size_t buffer_size = 101;  // 100 characters and the NUL
   if (std::string name = support::trim(command_line_field(command_line, 1)); !name.empty()) return name;
   const std::string name =
-      ports.ini->value(with_backslash(ports.own_folder) + "vantrix.ini", "setup", "RegPath", "", buffer_size);
+      ports.ini->value(support::with_backslash(ports.own_folder) + "vantrix.ini", "setup", "RegPath", "", buffer_size);
   return name.substr(0, name.find('\0'));
 }
 
@@ -70,13 +70,13 @@ constexpr PathRow path_rows[] = {
 };
 
 void discover_paths(const Ports& ports, InstallationConfig& config) {
-  config.Path = with_backslash(
-      read_value(ports, Roots::MachineThenUser, config.RegKey, "Path", with_backslash(config.own_folder)));
+  config.Path = support::with_backslash(
+      read_value(ports, Roots::MachineThenUser, config.RegKey, "Path", support::with_backslash(config.own_folder)));
   support::RemoveSlashes(config.Path);
   for (const PathRow& row : path_rows) {
     std::string path = read_value(ports, Roots::MachineThenUser, config.RegKey, row.value_name,
                                   config.Path + std::string(row.default_below_path));
-    if (row.is_folder) path = with_backslash(std::move(path));
+    if (row.is_folder) path = support::with_backslash(std::move(path));
     support::RemoveSlashes(path);
     config.*row.member = std::move(path);
   }
@@ -104,7 +104,7 @@ void discover_current_database(Context& context, std::string_view command_line) 
   InstallationConfig& config = context.config;
   config.CurrentDB = support::trim(context.ini_value(config.Path + "setup.ini", "setup", "CurrentDB"));
   if (config.CurrentDB.empty())
-    config.CurrentDB = join_path(config.PatientData, support::trim(command_line_field(command_line, 2)));
+    config.CurrentDB = support::join_path(config.PatientData, support::trim(command_line_field(command_line, 2)));
   support::RemoveSlashes(config.CurrentDB);
   if (!support::file_test(*context.ports.files, config.CurrentDB)) config.CurrentDB.clear();
 }
@@ -140,7 +140,7 @@ bool discover_installation(Context& context, std::string_view command_line) {
   support::Procedure procedure{"wizard!Discover"};
   const Ports& ports = context.ports;
   InstallationConfig& config = context.config;
-  config.own_folder = with_backslash(ports.own_folder);
+  config.own_folder = support::with_backslash(ports.own_folder);
   procedure.step([&] { discover_font(context); });
   procedure.step([&] { discover_names(ports, config, command_line); });
   if (config.RegPath.empty() && command_line.empty()) return false;

@@ -1,7 +1,7 @@
 #include "wizard/step_list.h"
 
-#include "support/common_code.h"
 #include "support/encoding.h"
+#include "support/text.h"
 
 namespace wizard {
 

@@ -1,6 +1,6 @@
 #include "wizard/summary_lines.h"
 
-#include "support/harbinox.h"
+#include "support/text.h"
 
 namespace wizard {
 

@@ -7,14 +7,13 @@
 #include <string>
 
 #include "database/open_database.h"
-#include "support/common_code.h"
 #include "support/encoding.h"
 #include "support/error.h"
 #include "support/virtual_store.h"
+#include "support/windows_path.h"
 #include "wizard/finish_problems.h"
 #include "wizard/home_page_slots.h"
 #include "wizard/new_database_path.h"
-#include "wizard/windows_path.h"
 
 namespace wizard {
 

@@ -1,6 +1,7 @@
 #include "wizard/targets_findings.h"
 
-#include "support/common_code.h"
+#include "support/measured_value.h"
+#include "support/text.h"
 #include "support/user_locale.h"
 
 namespace wizard {

@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-#include "support/common_code.h"
+#include "support/text.h"
 #include "support/user_locale.h"
 #include "wizard/option_groups.h"
 #include "wizard/page_grid.h"

@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <array>
 
-#include "support/common_code.h"
+#include "support/text.h"
 
 namespace firststeps {
 namespace {

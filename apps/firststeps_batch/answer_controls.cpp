@@ -5,9 +5,9 @@
 
 #include "apps/console/console.h"
 #include "apps/firststeps_batch/page_refused.h"
-#include "support/common_code.h"
 #include "support/encoding.h"
 #include "support/file_system.h"
+#include "support/text.h"
 
 namespace firststeps_batch {
 namespace {

@@ -6,8 +6,8 @@
 
 #include "apps/console/console.h"
 #include "apps/console/input_file.h"
-#include "support/common_code.h"
 #include "support/encoding.h"
+#include "support/text.h"
 
 namespace firststeps_batch {
 namespace {

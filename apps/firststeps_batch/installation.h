@@ -6,7 +6,7 @@
 
 #include "apps/console/arguments.h"
 #include "apps/console/console.h"
-#include "support/registry_funktions.h"
+#include "support/registry.h"
 #include "wizard/installation_config.h"
 
 namespace firststeps_batch {

@@ -9,7 +9,7 @@
 #include "database/engine/engine.h"
 #include "support/file_system.h"
 #include "support/ini.h"
-#include "support/registry_funktions.h"
+#include "support/registry.h"
 
 namespace firststeps_batch {
 

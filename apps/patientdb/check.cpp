@@ -4,10 +4,10 @@
 #include <cstdint>
 
 #include "apps/console/json_writer.h"
-#include "apps/console/progress.h"
+#include "apps/console/progress_line.h"
 #include "apps/console/text_table.h"
 #include "apps/patientdb/command.h"
-#include "apps/patientdb/database_file.h"
+#include "apps/patientdb/database_operand.h"
 #include "apps/patientdb/tool_environment.h"
 
 namespace patientdb {

@@ -4,7 +4,7 @@
 #include <charconv>
 #include <vector>
 
-#include "support/common_code.h"
+#include "support/text.h"
 
 namespace patientdb {
 namespace {

@@ -1,9 +1,9 @@
 #include "database/jet_import/import.h"
 
-#include "apps/console/progress.h"
+#include "apps/console/progress_line.h"
 #include "apps/console/text_table.h"
 #include "apps/patientdb/command.h"
-#include "apps/patientdb/database_file.h"
+#include "apps/patientdb/database_operand.h"
 #include "apps/patientdb/tool_environment.h"
 #include "database/transfer/exported_source.h"
 

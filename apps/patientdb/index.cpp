@@ -2,9 +2,9 @@
 #include <array>
 #include <charconv>
 
-#include "apps/console/progress.h"
+#include "apps/console/progress_line.h"
 #include "apps/patientdb/command.h"
-#include "apps/patientdb/database_file.h"
+#include "apps/patientdb/database_operand.h"
 #include "apps/patientdb/date_arguments.h"
 #include "apps/patientdb/patient_arguments.h"
 #include "apps/patientdb/pump_question.h"

@@ -1,7 +1,7 @@
 #include <span>
 
 #include "apps/patientdb/command.h"
-#include "apps/patientdb/database_file.h"
+#include "apps/patientdb/database_operand.h"
 #include "apps/patientdb/tool_environment.h"
 #include "apps/patientdb/value_output.h"
 #include "database/columns.h"

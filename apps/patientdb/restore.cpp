@@ -1,6 +1,6 @@
-#include "apps/console/progress.h"
+#include "apps/console/progress_line.h"
 #include "apps/patientdb/command.h"
-#include "apps/patientdb/database_file.h"
+#include "apps/patientdb/database_operand.h"
 #include "apps/patientdb/fingerprint_output.h"
 #include "apps/patientdb/tool_environment.h"
 #include "database/keeping/backup.h"

@@ -1,9 +1,9 @@
 #include <algorithm>
 
 #include "apps/console/input_file.h"
-#include "apps/console/progress.h"
+#include "apps/console/progress_line.h"
 #include "apps/patientdb/command.h"
-#include "apps/patientdb/database_file.h"
+#include "apps/patientdb/database_operand.h"
 #include "apps/patientdb/sql_script.h"
 #include "apps/patientdb/value_output.h"
 #include "support/encoding.h"

@@ -2,7 +2,7 @@
 
 #include <ostream>
 
-#include "apps/patientdb/database_file.h"
+#include "apps/patientdb/database_operand.h"
 #include "apps/patientdb/engine_option.h"
 #include "support/file_system.h"
 

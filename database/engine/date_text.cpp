@@ -6,8 +6,8 @@
 #include <vector>
 
 #include "database/engine/week.h"
-#include "support/common_code.h"
 #include "support/encoding.h"
+#include "support/text.h"
 #include "support/user_locale.h"
 
 namespace engine {

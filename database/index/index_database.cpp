@@ -13,9 +13,9 @@
 #include "database/opened_target.h"
 #include "database/upgrade/ladder.h"
 #include "database/version_record.h"
-#include "support/common_code.h"
 #include "support/encoding.h"
 #include "support/user_locale.h"
+#include "support/windows_path.h"
 
 namespace database {
 namespace {

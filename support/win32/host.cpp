@@ -5,8 +5,8 @@
 #include <algorithm>
 #include <array>
 
-#include "support/common_code.h"
 #include "support/hive_registry.h"
+#include "support/text.h"
 #include "support/virtual_store.h"
 #include "support/win32/wide.h"
 #include "support/win32/win32_registry.h"

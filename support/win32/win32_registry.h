@@ -2,7 +2,7 @@
 // code page 1252, which the diary reads, are not written.
 #pragma once
 
-#include "support/registry_funktions.h"
+#include "support/registry.h"
 
 namespace support {
 

@@ -1,11 +1,10 @@
 // The progress line, and the commands that end when somebody presses Ctrl+C at it.
-#include "apps/console/progress.h"
-
 #include <gmock/gmock.h>
 
 #include <sstream>
 #include <thread>
 
+#include "apps/console/progress_line.h"
 #include "support/encoding.h"
 
 namespace {

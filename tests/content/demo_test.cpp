@@ -9,9 +9,10 @@
 #include "database/open_database.h"
 #include "database/patient.h"
 #include "database/table_procedures.h"
-#include "support/common_code.h"
 #include "support/encoding.h"
 #include "support/host.h"
+#include "support/ini.h"
+#include "support/text.h"
 #include "tests/content/text_tables.h"
 #include "wizard/form_layout.h"
 

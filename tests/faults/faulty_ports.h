@@ -4,7 +4,7 @@
 #include "support/error.h"
 #include "support/file_system.h"
 #include "support/ini.h"
-#include "support/registry_funktions.h"
+#include "support/registry.h"
 #include "tests/faults/fault_plan.h"
 
 namespace faults {

@@ -7,7 +7,7 @@
 #include <memory>
 #include <string>
 
-#include "support/registry_funktions.h"
+#include "support/registry.h"
 #include "tests/support/temporary_folder.h"
 
 namespace support::testing {

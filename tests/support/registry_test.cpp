@@ -1,9 +1,10 @@
+#include "support/registry.h"
+
 #include <gtest/gtest.h>
 
 #include <map>
 
 #include "support/hive_registry.h"
-#include "support/registry_funktions.h"
 #include "tests/support/registry_contract.h"
 
 namespace support {

@@ -1,9 +1,10 @@
 #include <gtest/gtest.h>
 
-#include "support/common_code.h"
 #include "support/error.h"
-#include "support/harbinox.h"
 #include "support/host.h"
+#include "support/ini.h"
+#include "support/text.h"
+#include "support/windows_path.h"
 #include "tests/support/temporary_folder.h"
 
 namespace support {

@@ -4,8 +4,8 @@
 
 #include <limits>
 
-#include "support/common_code.h"
 #include "support/host.h"
+#include "support/measured_value.h"
 
 namespace support {
 namespace {

@@ -9,7 +9,7 @@
 #include "database/upgrade/ladder.h"
 #include "database/version_record.h"
 #include "support/encoding.h"
-#include "support/harbinox.h"
+#include "support/text.h"
 
 namespace database::testing {
 namespace {

@@ -8,7 +8,7 @@
 #include "support/encoding.h"
 #include "support/host.h"
 #include "tests/window/driver/control_look.h"
-#include "tests/window/driver/layout_check.h"
+#include "tests/window/driver/misplaced_controls.h"
 #include "tests/window/window_test.h"
 #include "wizard/win32/com.h"
 #include "wizard/win32/frame_window.h"

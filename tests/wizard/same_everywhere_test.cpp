@@ -10,9 +10,9 @@
 #include "apps/firststeps_batch/report.h"
 #include "database/open_database.h"
 #include "database/therapy_plan.h"
-#include "support/common_code.h"
 #include "support/encoding.h"
-#include "support/harbinox.h"
+#include "support/measured_value.h"
+#include "support/text.h"
 #include "tests/wizard/wizard_test.h"
 
 namespace wizard::testing {

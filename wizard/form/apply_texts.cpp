@@ -4,9 +4,8 @@
 #include <optional>
 #include <vector>
 
-#include "support/common_code.h"
 #include "support/error.h"
-#include "support/harbinox.h"
+#include "support/text.h"
 
 namespace form {
 

@@ -1,4 +1,4 @@
-// Selecting the entry of a list that a stored value means (module "code").
+// Selecting the entry of a list that a stored value means.
 #pragma once
 
 #include <string_view>

@@ -1,4 +1,4 @@
-// The colour of a progress bar (module "code").
+// The colour of a progress bar.
 #pragma once
 
 #include <cstdint>

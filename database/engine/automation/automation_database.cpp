@@ -5,7 +5,7 @@
 
 #include "database/engine/automation/automation_recordset.h"
 #include "database/engine/automation/bracketed_words.h"
-#include "database/engine/automation/file_copy.h"
+#include "database/engine/automation/closed_file_copy.h"
 #include "database/engine/engine_error.h"
 #include "support/abandoned_files.h"
 #include "support/file_system.h"

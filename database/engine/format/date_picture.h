@@ -3,7 +3,7 @@
 
 #include <string>
 
-#include "database/engine/format/picture.h"
+#include "database/engine/format/format_picture.h"
 #include "database/engine/week.h"
 
 namespace engine::pictures {

@@ -11,8 +11,8 @@
 #include "database/engine/format/date_picture.h"
 #include "database/engine/format/number_picture.h"
 #include "database/engine/format/text_picture.h"
-#include "support/common_code.h"
 #include "support/encoding.h"
+#include "support/text.h"
 #include "support/user_locale.h"
 
 namespace engine {

@@ -3,7 +3,6 @@
 #include <algorithm>
 
 #include "database/engine/engine_error.h"
-#include "support/common_code.h"
 #include "support/user_locale.h"
 
 namespace engine::pictures {

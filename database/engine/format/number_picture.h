@@ -5,7 +5,7 @@
 #include <vector>
 
 #include "database/engine/format/decimal_number.h"
-#include "database/engine/format/picture.h"
+#include "database/engine/format/format_picture.h"
 
 namespace engine::pictures {
 

@@ -4,7 +4,7 @@
 #include <string>
 #include <string_view>
 
-#include "database/engine/format/picture.h"
+#include "database/engine/format/format_picture.h"
 
 namespace engine::pictures {
 

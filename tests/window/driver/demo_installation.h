@@ -9,7 +9,7 @@
 
 #include "database/patient.h"
 #include "database/settings.h"
-#include "support/registry_funktions.h"
+#include "support/registry.h"
 #include "tests/support/temporary_folder.h"
 
 namespace window_driver {

@@ -8,7 +8,7 @@
 
 #include "database/engine/engine_error.h"
 #include "database/engine/format/decimal_number.h"
-#include "support/common_code.h"
+#include "support/text.h"
 #include "support/user_locale.h"
 
 namespace engine::embedded::jet_sql {

@@ -7,8 +7,8 @@
 
 #include "database/engine/date_text.h"
 #include "database/engine/engine_error.h"
-#include "support/common_code.h"
 #include "support/encoding.h"
+#include "support/text.h"
 
 namespace engine::embedded::jet_sql {
 

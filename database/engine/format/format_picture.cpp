@@ -1,9 +1,8 @@
-#include "database/engine/format/picture.h"
+#include "database/engine/format/format_picture.h"
 
 #include <algorithm>
 
 #include "database/engine/engine_error.h"
-#include "support/common_code.h"
 #include "support/encoding.h"
 #include "support/user_locale.h"
 

@@ -1,4 +1,4 @@
-#include "apps/console/progress.h"
+#include "apps/console/progress_line.h"
 
 #include <algorithm>
 

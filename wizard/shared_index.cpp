@@ -1,4 +1,4 @@
-#include "wizard/index_database.h"
+#include "wizard/shared_index.h"
 
 #include <algorithm>
 #include <optional>
@@ -8,9 +8,8 @@
 
 #include "database/creation/create_database.h"
 #include "database/index/index_database.h"
-#include "support/common_code.h"
 #include "support/file_system.h"
-#include "wizard/windows_path.h"
+#include "support/windows_path.h"
 
 namespace wizard {
 
@@ -100,7 +99,7 @@ void tell(Context& context, const database::IndexUpgrade& upgrade, const std::ve
 
 }  // namespace
 
-std::string index_in(std::string_view folder) { return join_path(folder, "index.mdb"); }
+std::string index_in(std::string_view folder) { return support::join_path(folder, "index.mdb"); }
 
 void provide_index_database(Context& context) {
   if (!support::file_test(*context.ports.files, context.config.IndexDB)) bring_index_up_to_date(context);

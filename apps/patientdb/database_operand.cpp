@@ -1,4 +1,4 @@
-#include "apps/patientdb/database_file.h"
+#include "apps/patientdb/database_operand.h"
 
 #include "apps/console/input_file.h"
 #include "apps/patientdb/command.h"

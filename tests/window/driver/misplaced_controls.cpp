@@ -1,4 +1,4 @@
-#include "tests/window/driver/layout_check.h"
+#include "tests/window/driver/misplaced_controls.h"
 
 #include <vector>
 

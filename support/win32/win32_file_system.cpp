@@ -1,4 +1,4 @@
-#include "support/win32/file_system.h"
+#include "support/win32/win32_file_system.h"
 
 #include <windows.h>
 

@@ -1,4 +1,4 @@
-#include "database/engine/automation/file_copy.h"
+#include "database/engine/automation/closed_file_copy.h"
 
 #include <windows.h>
 

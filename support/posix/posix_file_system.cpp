@@ -1,4 +1,4 @@
-#include "support/posix/file_system.h"
+#include "support/posix/posix_file_system.h"
 
 #include <dirent.h>
 #include <sys/stat.h>

@@ -1,4 +1,4 @@
-#include "support/harbinox.h"
+#include "support/text.h"
 
 #include <algorithm>
 #include <limits>
@@ -9,6 +9,25 @@
 namespace support {
 
 namespace {
+
+// Codes 20 to 31 stay: the bound is 20, decimal.
+bool is_trimmed(char character) { return static_cast<unsigned char>(character) < 20 || character == ' '; }
+
+std::int16_t saturated(std::size_t count) {
+  constexpr auto most_counted = static_cast<std::size_t>(std::numeric_limits<std::int16_t>::max());
+  return static_cast<std::int16_t>(std::min(count, most_counted));
+}
+
+std::vector<std::string> split_text(std::string_view text, std::string_view delimiter) {
+  std::vector<std::string> pieces;
+  while (!text.empty()) {
+    const auto end = delimiter.empty() ? std::string_view::npos : text.find(delimiter);
+    pieces.emplace_back(text.substr(0, end));
+    if (end == std::string_view::npos) break;
+    text.remove_prefix(end + delimiter.size());
+  }
+  return pieces;
+}
 
 std::string reversed(std::string_view text) { return {text.rbegin(), text.rend()}; }
 
@@ -44,6 +63,27 @@ std::size_t replace_all(std::string& text, const std::string& lower_wanted, std:
 
 }  // namespace
 
+std::string trim(std::string_view text) {
+  Procedure procedure("code!trim");
+  if (text.empty() || text.front() == '\0') return {};
+  while (!text.empty() && is_trimmed(text.back())) text.remove_suffix(1);
+  while (!text.empty() && is_trimmed(text.front())) text.remove_prefix(1);
+  return std::string(text);
+}
+
+std::string_view strip(std::string_view text, std::string_view characters) noexcept {
+  const auto first = text.find_first_not_of(characters);
+  if (first == std::string_view::npos) return {};
+  return text.substr(first, text.find_last_not_of(characters) - first + 1);
+}
+
+std::int16_t Split(std::string_view text, std::vector<std::string>& pieces, std::string_view delimiter) {
+  Procedure procedure("code! Split");
+  if (text.empty()) return -1;
+  procedure.step([&] { pieces = split_text(text, delimiter); });
+  return procedure.pending() ? std::int16_t{-1} : saturated(pieces.size() - 1);
+}
+
 std::int16_t replace(std::string& text, std::string_view wanted, std::string_view replacement) {
   Procedure procedure("harbinox!replace");
   std::size_t count = 0;
@@ -52,8 +92,7 @@ std::int16_t replace(std::string& text, std::string_view wanted, std::string_vie
     if (lower_wanted.empty() || to_lower(replacement).find(lower_wanted) != std::string::npos) return;
     count = replace_all(text, lower_wanted, replacement);
   });
-  constexpr auto most_counted = static_cast<std::size_t>(std::numeric_limits<std::int16_t>::max());
-  return static_cast<std::int16_t>(std::min(count, most_counted));
+  return saturated(count);
 }
 
 }  // namespace support

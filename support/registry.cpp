@@ -1,7 +1,7 @@
-#include "support/registry_funktions.h"
+#include "support/registry.h"
 
-#include "support/common_code.h"
 #include "support/error.h"
+#include "support/text.h"
 
 namespace support {
 
