@@ -30,6 +30,9 @@ class Progress {
   }
 };
 
+/// A number of rows as a value of it; the largest there is for a larger number.
+std::int32_t progress_value(std::int64_t rows);
+
 /// Raises 3059 (cancelled by the user) where `progress` is interrupted. Null: nobody can interrupt.
 void end_if_interrupted(const Progress* progress);
 

@@ -76,6 +76,7 @@ int check_file(const console::Arguments& arguments, console::Console& console, c
     return report.clean() ? console::exit_done : console::exit_failed;
   } catch (const support::RuntimeError& error) {
     progress.clear();
+    if (error.number() == support::error_number::cancelled) throw;
     console.err << file << ": error " << error.number() << ": " << error.what() << '\n';
     return console::exit_unknown;
   }

@@ -46,6 +46,17 @@ struct ToText {
 
 }  // namespace
 
+std::optional<double> floating_number(const Value& value) noexcept {
+  if (const auto* number = std::get_if<float>(&value)) return *number;
+  if (const auto* number = std::get_if<double>(&value)) return *number;
+  return std::nullopt;
+}
+
+bool is_negative_zero(const Value& value) noexcept {
+  const std::optional<double> number = floating_number(value);
+  return number && *number == 0 && std::signbit(*number);
+}
+
 std::int16_t to_int16(const Value& value) { return whole_number<std::int16_t>(value); }
 
 std::int32_t to_int32(const Value& value) { return whole_number<std::int32_t>(value); }

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <cstdint>
+#include <optional>
 #include <string>
 #include <variant>
 
@@ -18,6 +19,10 @@ struct Null {
 using Value = std::variant<Null, bool, std::int32_t, float, double, Date, std::string>;
 
 inline bool is_null(const Value& value) noexcept { return std::holds_alternative<Null>(value); }
+/// Of a Single or a Double; nothing of other values.
+std::optional<double> floating_number(const Value& value) noexcept;
+/// -0, which a table of ours holds as 0.
+bool is_negative_zero(const Value& value) noexcept;
 
 // Conversions as an assignment to a typed variable makes them. Each raises RuntimeError 94 (invalid use of Null) for
 // Null, 13 (type mismatch) for a text that is no number or date in the user's locale, 6 (overflow) beyond the range.

@@ -76,7 +76,9 @@ class Import {
     if (table.fields.empty()) return note(table.name + ": has no fields, left out");
     try {
       create_table(table);
+      negative_zeros_ = 0;
       const std::int64_t rows = copy_rows(position);
+      if (negative_zeros_ > 0) note(table.name + ": " + std::to_string(negative_zeros_) + " times -0, held as 0");
       set_properties(table);
       check_rows(table, rows);
       report_.tables.push_back({table.name, rows});
@@ -112,7 +114,7 @@ class Import {
 
   std::int64_t copy_rows(std::size_t position) {
     const SourceTable& table = source_.tables()[position];
-    if (progress_) progress_->start(table.name, static_cast<std::int32_t>(table.row_count.value_or(0)));
+    if (progress_) progress_->start(table.name, database::progress_value(table.row_count.value_or(0)));
     const auto rows = source_.rows(position);
     std::unique_ptr<engine::Recordset> target;
     std::int64_t count = 0;
@@ -122,16 +124,18 @@ class Import {
         target = target_.open_recordset("SELECT * FROM " + bracketed(table.name) + " WHERE False");
       }
       copy_row(table, *rows, *target);
-      if (progress_) progress_->set_value(static_cast<std::int32_t>(count + 1));
+      if (progress_) progress_->set_value(database::progress_value(count + 1));
     }
     return count;
   }
 
-  static void copy_row(const SourceTable& table, SourceRows& row, engine::Recordset& target) {
+  void copy_row(const SourceTable& table, SourceRows& row, engine::Recordset& target) {
     target.add_new();
     for (std::size_t i = 0; i < table.fields.size(); ++i) {
       try {
-        target.set_value(table.fields[i].name, row.value(i));
+        const engine::Value value = row.value(i);
+        if (engine::is_negative_zero(value)) ++negative_zeros_;
+        target.set_value(table.fields[i].name, value);
       } catch (const support::RuntimeError& error) {
         throw with_place(error, table.fields[i].name);
       }
@@ -197,6 +201,7 @@ class Import {
   Source& source_;
   engine::Database& target_;
   Report report_;
+  std::int64_t negative_zeros_ = 0;  ///< in the table
 };
 
 }  // namespace

@@ -60,8 +60,8 @@ bool look_below(const Environment& environment, engine::FileCare& care, CheckRep
       },
       [&](std::int64_t done, std::int64_t all) {
         if (!progress) return;
-        if (!std::exchange(started, true)) progress->start("pages", static_cast<std::int32_t>(all));
-        progress->set_value(static_cast<std::int32_t>(done));
+        if (!std::exchange(started, true)) progress->start("pages", progress_value(all));
+        progress->set_value(progress_value(done));
         end_if_interrupted(progress);
       });
   if (started) progress->finish();

@@ -18,9 +18,11 @@ Compaction compact_file(const Environment& environment, std::string_view path, s
   Compaction done;
   done.bytes_before = environment.file_system().file_size(path).value_or(0);
   Progress* const progress = environment.progress;
-  if (progress) progress->start("", 2 * database->table_defs().count());
+  const std::int32_t tables = database->table_defs().count();
+  if (progress) progress->start("", 2 * tables);
   const std::vector<TableFingerprint> before = fingerprints(*database, progress);
-  care->compact([&](engine::Database& written) { require_same_content(before, fingerprints(written, progress)); });
+  care->compact(
+      [&](engine::Database& written) { require_same_content(before, fingerprints(written, progress, tables)); });
   if (progress) progress->finish();
   done.bytes_after = environment.file_system().file_size(path).value_or(0);
   done.rows = row_count(before);

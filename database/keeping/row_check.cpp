@@ -110,7 +110,10 @@ class RowCheck {
 
  private:
   void read(const std::string& table, std::vector<CheckedField>& fields, std::int64_t& count) {
-    const auto rows = database_.open_forward_only("SELECT * FROM [" + table + "]");
+    if (fields.empty()) return;
+    std::string sql = "SELECT ";
+    for (const CheckedField& field : fields) sql += (&field == fields.data() ? "[" : ", [") + field.name + "]";
+    const auto rows = database_.open_forward_only(sql + " FROM [" + table + "]");
     for (; !rows->eof(); rows->move_next()) {
       for (std::size_t i = 0; i < fields.size(); ++i) {
         check_value(fields[i], rows->value(static_cast<std::int32_t>(i)));
@@ -173,6 +176,7 @@ void check_rows(const Environment& environment, engine::Database& database, Chec
   engine::TableDefs& tables = database.table_defs();
   if (environment.progress) environment.progress->start("", tables.count());
   for (std::int32_t i = 0; i < tables.count(); ++i) {
+    end_if_interrupted(environment.progress);
     check.check_table(*tables.item(i));
     if (environment.progress) environment.progress->set_value(i + 1);
   }

@@ -82,14 +82,15 @@ TableFingerprint fingerprint_of_table(engine::Database& database, std::string_vi
   return {std::string(table), writer.rows(), writer.checksum()};
 }
 
-std::vector<TableFingerprint> fingerprints(engine::Database& database, Progress* progress) {
+std::vector<TableFingerprint> fingerprints(engine::Database& database, Progress* progress, std::int32_t tables_before) {
   engine::TableDefs& tables = database.table_defs();
   std::vector<TableFingerprint> found;
   for (std::int32_t i = 0; i < tables.count(); ++i) {
     const std::string name = tables.item(i)->name();
     if (progress) progress->set_caption(name);
+    end_if_interrupted(progress);
     found.push_back(fingerprint_of_table(database, name, progress));
-    if (progress) progress->set_value(i + 1);
+    if (progress) progress->set_value(tables_before + i + 1);
   }
   return found;
 }

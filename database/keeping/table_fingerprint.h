@@ -43,8 +43,9 @@ class FingerprintWriter {
 /// interrupted; else what the engine raises.
 TableFingerprint fingerprint_of_table(engine::Database& database, std::string_view table, Progress* progress = nullptr);
 
-/// Of all tables, in the order of appending.
-std::vector<TableFingerprint> fingerprints(engine::Database& database, Progress* progress = nullptr);
+/// Of all tables, in the order of appending. The progress goes on from as many tables as were read before.
+std::vector<TableFingerprint> fingerprints(engine::Database& database, Progress* progress = nullptr,
+                                           std::int32_t tables_before = 0);
 
 /// The names of the tables that differ, or that one side lacks.
 std::vector<std::string> differing_tables(const std::vector<TableFingerprint>& left,

@@ -21,7 +21,7 @@ std::vector<TableFingerprint> read_back(engine::Engine& engine, std::string_view
                                         Progress* progress) {
   const auto copy = engine.open_database(path, false, true, connect_text(password));
   const auto state = one_state(*copy);
-  return fingerprints(*copy, progress);
+  return fingerprints(*copy, progress, copy->table_defs().count());
 }
 
 }  // namespace

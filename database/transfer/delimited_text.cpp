@@ -105,7 +105,10 @@ bool DelimitedFile::next(std::vector<Cell>& row) {
   Cell cell{{}, true};
   for (bool quoted = false;;) {
     const int character = take();
-    if (character == '\r' && peek() == '\n') continue;
+    if (character == '\r') {
+      if (peek() != '\n') refuse("a carriage return stands alone and without quotes");
+      continue;
+    }
     if (character == end_of_file || character == '\n' || character == ',') {
       end_cell(row, cell);
       quoted = false;

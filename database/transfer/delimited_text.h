@@ -31,7 +31,8 @@ class DelimitedFile {
   /// Raises 3024 where it cannot be opened.
   DelimitedFile(const std::string& host_path, TextEncoding encoding);
   /// False behind the last row. An LF alone ends a row, too. Raises 3343 with the file's name and the row's number for
-  /// a quote that does not end or stands within a cell, and for a text that is not in the file's encoding.
+  /// a quote that does not end or stands within a cell, for a CR alone, which other programs take for the end of a row,
+  /// and for a text that is not in the file's encoding.
   bool next(std::vector<Cell>& row);
   /// Of the row that was read last; the first is 1.
   std::size_t row_number() const noexcept { return row_number_; }

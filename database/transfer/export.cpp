@@ -1,11 +1,12 @@
 #include "database/transfer/export.h"
 
 #include <algorithm>
-#include <limits>
+#include <cmath>
 #include <utility>
 
 #include "database/transfer/table_writer.h"
 #include "database/transfer/transfer_error.h"
+#include "database/transfer/value_text.h"
 #include "support/encoding.h"
 
 namespace transfer {
@@ -46,10 +47,6 @@ std::vector<std::size_t> chosen_tables(const jet_import::Source& source, const s
 /// The version record holds the password that the database was created with.
 bool is_secret(const jet_import::SourceField& field) { return support::equal_ignoring_case(field.name, "Password"); }
 
-std::int32_t progress_value(std::int64_t rows) {
-  return static_cast<std::int32_t>(std::min<std::int64_t>(rows, std::numeric_limits<std::int32_t>::max()));
-}
-
 class Export {
  public:
   Export(jet_import::Source& source, TableWriter& writer, const ExportChoices& choices, database::Progress* progress)
@@ -59,7 +56,7 @@ class Export {
     const std::vector<std::size_t> positions = chosen_tables(source_, choices_.tables);
     std::int64_t total = 0;
     for (const std::size_t position : positions) total += source_.tables()[position].row_count.value_or(0);
-    if (progress_) progress_->start("", progress_value(total));
+    if (progress_) progress_->start("", database::progress_value(total));
     for (const std::size_t position : positions) export_table(position);
     writer_.finish(layout_);
     if (progress_) progress_->finish();
@@ -91,6 +88,7 @@ class Export {
     }
     add_layout(layout_, stored);
     report_.tables.push_back({table.name, stored.file, stored.rows});
+    note_negative_zeros(table.name);
   }
 
   std::int64_t write_rows(std::size_t position) {
@@ -111,19 +109,33 @@ class Export {
         throw support::RuntimeError(error.number(),
                                     table.name + ", row " + std::to_string(count) + ": " + error.what());
       }
-      if (progress_) progress_->set_value(progress_value(done_ + count));
+      if (progress_) progress_->set_value(database::progress_value(done_ + count));
     }
     done_ += count;
     return count;
   }
 
-  void check(const engine::Value& value, const jet_import::SourceTable& table, std::size_t field,
-             std::int64_t row) const {
+  void check(const engine::Value& value, const jet_import::SourceTable& table, std::size_t field, std::int64_t row) {
+    const std::optional<double> number = engine::floating_number(value);
     const auto* text = std::get_if<std::string>(&value);
-    if (!text || is_writable(*text)) return;
+    const bool writable = number ? !std::isnan(*number) || holds_any_double() : !text || is_writable(*text);
+    if (engine::is_negative_zero(value)) ++negative_zeros_;
+    if (writable) return;
     const std::string place = table.name + "." + table.fields[field].name + ", row " + std::to_string(row) + ": ";
+    if (number)
+      throw support::RuntimeError(cannot_convert, place + "what is no number (NaN) has no place in this form");
     if (!support::is_utf8(*text)) throw support::RuntimeError(unknown_format, place + "a text is not UTF-8");
     throw support::RuntimeError(cannot_convert, place + "a character that code page 1252 does not have");
+  }
+
+  /// SQL has no word for what is no number, and SQLite takes it for Null.
+  bool holds_any_double() const { return choices_.format == Format::Csv || choices_.format == Format::Json; }
+
+  /// SQLite stores a zero of either sign as the same.
+  void note_negative_zeros(const std::string& table) {
+    const std::int64_t count = std::exchange(negative_zeros_, 0);
+    if (count == 0 || choices_.format != Format::Sqlite) return;
+    report_.notes.push_back(table + ": " + std::to_string(count) + " times -0, which this form holds as 0");
   }
 
   bool is_writable(const std::string& text) const {
@@ -136,7 +148,8 @@ class Export {
   database::Progress* progress_;
   LayoutRows layout_;
   ExportReport report_;
-  std::int64_t done_ = 0;  ///< rows of the tables before
+  std::int64_t done_ = 0;            ///< rows of the tables before
+  std::int64_t negative_zeros_ = 0;  ///< in the table
 };
 
 }  // namespace

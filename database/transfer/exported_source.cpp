@@ -1,14 +1,17 @@
 #include "database/transfer/exported_source.h"
 
+#include <algorithm>
 #include <filesystem>
 #include <utility>
 
 #include "database/engine/embedded/plain_file.h"
+#include "database/engine/engine_error.h"
 #include "database/transfer/delimited_text.h"
 #include "database/transfer/layout_tables.h"
 #include "database/transfer/sql_words.h"
 #include "database/transfer/transfer_error.h"
 #include "database/transfer/value_text.h"
+#include "support/encoding.h"
 #include "support/host_path.h"
 
 namespace transfer {
@@ -112,6 +115,16 @@ class CsvSource : public ExportedSource {
   std::string folder_;
 };
 
+/// Orders rows as they were added; nothing where the table's fields have taken all names of the row's number.
+std::string in_order(const jet_import::SourceTable& table) {
+  for (const std::string_view name : {"rowid", "_rowid_", "oid"}) {
+    const bool taken = std::ranges::any_of(
+        table.fields, [&](const auto& field) { return support::equal_ignoring_case(field.name, name); });
+    if (!taken) return " ORDER BY " + std::string(name);
+  }
+  return {};
+}
+
 class PlainTableRows : public jet_import::SourceRows {
  public:
   PlainTableRows(embedded::PlainFile& file, const jet_import::SourceTable& table) : table_(table) {
@@ -119,19 +132,23 @@ class PlainTableRows : public jet_import::SourceRows {
     for (const jet_import::SourceField& field : table.fields) {
       sql += (&field == table.fields.data() ? "" : ", ") + sql_name(field.name);
     }
-    rows_ = file.rows(sql + " FROM " + sql_name(table.name) + " ORDER BY rowid");
+    rows_ = file.rows(sql + " FROM " + sql_name(table.name) + in_order(table));
   }
 
   bool next() override { return rows_->next(); }
 
   engine::Value value(std::size_t field) override {
+    using enum engine::DataType;
     engine::Value value = rows_->value(static_cast<int>(field));
     const engine::DataType type = table_.fields[field].type;
-    if (const auto* number = std::get_if<std::int32_t>(&value); number && type == engine::DataType::Boolean) {
-      return *number != 0;
-    }
-    const auto* text = std::get_if<std::string>(&value);
-    return text ? value_of_text(type, *text) : value;
+    if (engine::is_null(value)) return value;
+    if (const auto* text = std::get_if<std::string>(&value)) return value_of_text(type, *text);
+    // What a number says of a moment or a text, only the program knows that has put it there.
+    if (type == Date || engine::is_text(type)) engine::raise(cannot_convert);
+    if (type == Single || type == Double) return value;
+    const auto* number = std::get_if<std::int32_t>(&value);
+    if (!number) engine::raise(cannot_convert);
+    return type == Boolean ? engine::Value(*number != 0) : value;
   }
 
  private:

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <array>
 #include <charconv>
+#include <tuple>
 
 #include "database/layout_json.h"
 #include "database/transfer/transfer_error.h"
@@ -83,10 +84,17 @@ SourceIndex index_of_row(const TextRow& row) {
   return {row[1], {}, is_yes(row[3]), is_yes(row[4]), is_yes(row[5]), is_yes(row[6]), is_yes(row[7])};
 }
 
+/// What is the same in all rows of an index.
+auto kind_of(const SourceIndex& index) {
+  return std::tie(index.primary, index.unique, index.required, index.ignore_nulls, index.clustered);
+}
+
 void add_index_field(StoredTable& stored, const TextRow& row) {
   std::vector<SourceIndex>& indexes = stored.table.indexes;
   const auto found = std::ranges::find(indexes, row[1], &SourceIndex::name);
-  SourceIndex& index = found != indexes.end() ? *found : indexes.emplace_back(index_of_row(row));
+  const SourceIndex described = index_of_row(row);
+  SourceIndex& index = found != indexes.end() ? *found : indexes.emplace_back(described);
+  if (kind_of(index) != kind_of(described)) refuse("the rows of index " + row[1] + " contradict each other");
   index.fields.push_back(row[2]);
 }
 

@@ -34,7 +34,8 @@ struct LayoutRows {
 };
 
 void add_layout(LayoutRows& rows, const StoredTable& stored);
-/// Raises 3343 where a row has not its columns, a word is none, or a field or an index is of no table.
+/// Raises 3343 where a row has not its columns, a word is none, a field or an index is of no table, or the rows of an
+/// index contradict each other.
 std::vector<StoredTable> stored_tables(const LayoutRows& rows);
 
 }  // namespace transfer

@@ -26,16 +26,16 @@ std::string_view form_text(Format format) {
   switch (format) {
     case Format::Csv:
       return "A file of comma-separated values for each table: names in the first row, rows end with CRLF, quotes "
-             "stand "
-             "around\r\na text that holds a comma, a quote (doubled) or a line break. A cell of nothing is Null, \"\" "
-             "an "
-             "empty text.\r\n_tables.csv, _fields.csv and _indexes.csv, always UTF-8, describe the tables: \"patientdb "
+             "stand around\r\na text that holds a comma, a quote (doubled) or a line break. A cell of nothing is Null, "
+             "\"\" "
+             "an empty text.\r\n_tables.csv, _fields.csv and _indexes.csv, always UTF-8, describe the tables: "
+             "\"patientdb "
              "import\" needs them.\r\nA spreadsheet takes a text that begins with =, +, - or @ for a formula.";
     case Format::Json:
       return "A file of JSON for each table: an array with an object for each row.";
     case Format::Sqlite:
       return "One SQLite file without password. The tables _tables, _fields and _indexes describe the others:\r\n"
-             "\"patientdb import\" needs them.";
+             "\"patientdb import\" needs them. A zero has no sign in it: -0 is 0.";
     default:
       return "One script of SQL statements, in one transaction.";
   }

@@ -1,5 +1,6 @@
 // One script of standard SQL: tables, rows and indexes, in one transaction.
 #include <cmath>
+#include <optional>
 
 #include "database/transfer/sql_words.h"
 #include "database/transfer/table_writer.h"
@@ -43,7 +44,7 @@ class SqlWriter : public TableWriter {
 
  private:
   static void append(std::string& line, const engine::Value& value) {
-    const auto* number = std::get_if<double>(&value);
+    const std::optional<double> number = engine::floating_number(value);
     if (engine::is_null(value)) {
       line += "NULL";
     } else if (number && std::isinf(*number)) {

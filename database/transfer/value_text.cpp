@@ -49,9 +49,10 @@ std::optional<int> take_number(std::string_view& text, std::size_t digits, char 
 
 /// The seconds behind the minute; nothing where the text is none, or 60 and more.
 std::optional<double> take_seconds(std::string_view text) {
-  if (!text.starts_with(':') || text.size() < 3 || (text.size() > 3 && text[3] != '.')) return std::nullopt;
-  const std::string_view digits = text.substr(1);
-  if (digits.find_first_not_of("0123456789.") != std::string_view::npos) return std::nullopt;
+  const std::string_view digits = text.empty() ? text : text.substr(1);
+  if (!take_number(text, 2, ':')) return std::nullopt;
+  if (!text.empty() && (text.front() != '.' || text.size() == 1)) return std::nullopt;
+  if (!text.empty() && text.find_first_not_of("0123456789", 1) != std::string_view::npos) return std::nullopt;
   const std::optional<double> seconds = number_of<double>(digits);
   if (!seconds || *seconds >= 60) return std::nullopt;
   return seconds;
@@ -98,7 +99,8 @@ std::string with_fraction(double days, int digits) {
 
 engine::Value date_of_text(std::string_view text) {
   if (text.starts_with(days_word)) {
-    if (const auto days = number_of<double>(text.substr(days_word.size()))) return engine::Date{*days};
+    const auto days = number_of<double>(text.substr(days_word.size()));
+    if (days && std::isfinite(*days)) return engine::Date{*days};
   } else if (const auto date = parse_iso(text)) {
     return *date;
   }
@@ -145,13 +147,12 @@ engine::Value value_of_text(engine::DataType type, std::string_view text) {
   if (type == Date) return date_of_text(text);
   if (engine::is_text(type)) return std::string(text);
   if (type == Single) {
-    if (const auto number = number_of<float>(text)) return *number;
-  } else if (type != Double) {
-    if (const auto number = number_of<std::int32_t>(text)) {
-      return type == Boolean ? engine::Value(*number != 0) : engine::Value(*number);
-    }
+    if (const auto number = number_of<float>(text); number && !std::isnan(*number)) return *number;
+  } else if (type == Double) {
+    if (const auto number = number_of<double>(text); number && !std::isnan(*number)) return *number;
+  } else if (const auto number = number_of<std::int32_t>(text)) {
+    return type == Boolean ? engine::Value(*number != 0) : engine::Value(*number);
   }
-  if (const auto number = number_of<double>(text)) return *number;
   engine::raise(cannot_convert);
 }
 

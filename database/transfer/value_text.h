@@ -17,7 +17,8 @@ void append_text(std::string& text, const engine::Value& value);
 /// exactly is "days:" and its number of days since 1899-12-30.
 std::string date_text(engine::Date date);
 
-/// The value that a field of this type holds, from its text. Raises 3421 where it is none.
+/// The value that a field of this type holds, from its text. Raises 3421 where it is none, and where the field would
+/// have to round it.
 engine::Value value_of_text(engine::DataType type, std::string_view text);
 
 }  // namespace transfer

@@ -11,6 +11,7 @@ namespace {
 using apps_test::content_of;
 using apps_test::Environment;
 using apps_test::Outcome;
+using apps_test::run_interrupted;
 using apps_test::run_patientdb;
 using testing::AllOf;
 using testing::AnyOf;
@@ -161,6 +162,14 @@ TEST_F(Check, IsEndedByNoDamage) {
   }
   EXPECT_THAT(run_patientdb({"check", folder_.write("text.das", "no database, but a text of some length")}).out,
               HasSubstr("file: cannot be opened as a database: "));
+}
+
+TEST_F(Check, OfManyFilesIsEndedByControlC) {
+  const std::string first = patient("first.das"), second = patient("second.das");
+  const Outcome outcome = run_interrupted({"check", first, second}, "] glucose ");
+  EXPECT_EQ(outcome.code, 1);
+  EXPECT_THAT(outcome.err, HasSubstr("\rerror 3059: "));
+  EXPECT_EQ(outcome.out, "");
 }
 
 TEST_F(Check, KnowsNothingOfAFileThatItCannotOpen) {

@@ -7,6 +7,8 @@
 
 #include "database/engine/embedded/embedded_engine.h"
 #include "database/engine/engine.h"
+#include "database/keeping/backup.h"
+#include "database/keeping/compact.h"
 #include "support/file_system.h"
 #include "tests/apps/program_run.h"
 
@@ -72,6 +74,35 @@ TEST_F(Keeping, CompactsToTheSameRowsInFewerBytesAndSetsNumbersBack) {
   EXPECT_THAT(run_patientdb({"sql", file, "SELECT max(ID) FROM glucose"}).out, HasSubstr("31")) << "was 61 otherwise";
   EXPECT_THAT(run_patientdb({"compact", file, "--json"}).out,
               AllOf(HasSubstr("\"bytes_before\":" + std::to_string(compacted)), HasSubstr(",\"rows\":")));
+}
+
+/// Remembers what it was told.
+class SeenProgress : public database::Progress {
+ public:
+  void start(std::string_view, std::int32_t maximum) override { maximum_ = maximum; }
+  void set_caption(std::string_view) override {}
+  void set_value(std::int32_t value) override {
+    EXPECT_GE(value, value_) << "it goes back";
+    value_ = value;
+  }
+  void finish() override { EXPECT_EQ(value_, maximum_); }
+  std::int32_t maximum() const { return maximum_; }
+
+ private:
+  std::int32_t value_ = 0, maximum_ = 0;
+};
+
+TEST_F(Keeping, TellsHowFarItIs) {
+  const support::FileSystem& files = support::host_file_system();
+  const std::string file = files.windows_path(patient()), copy = files.windows_path(folder_.file("copy.das"));
+  database::Environment environment;
+  SeenProgress backup, compaction;
+  environment.progress = &backup;
+  database::keeping::back_up(environment, file, database::default_password, copy, false);
+  environment.progress = &compaction;
+  database::keeping::compact_file(environment, file, database::default_password);
+  EXPECT_GT(backup.maximum(), 0);
+  EXPECT_GT(compaction.maximum(), 0);
 }
 
 TEST_F(Keeping, ChangesNothingWhereSomebodyHasTheFileOpen) {

@@ -2,8 +2,12 @@
 #include <gmock/gmock.h>
 
 #include <iomanip>
+#include <limits>
 #include <sstream>
+#include <utility>
 
+#include "database/engine/embedded/plain_file.h"
+#include "database/transfer/export.h"
 #include "support/encoding.h"
 #include "tests/apps/program_run.h"
 
@@ -29,20 +33,30 @@ class Transfer : public testing::Test {
     std::string file = folder_.file("full.das");
     EXPECT_EQ(run({"create", file, "--name", "Ödön"}).code, 0);
     const Outcome filled =
-        run({"sql", file,
+        run({"sql",
+             file,
              "CREATE TABLE t (id COUNTER, yes YESNO, b BYTE, n SHORT, l LONG, f SINGLE, x DOUBLE, d DATETIME, s "
              "TEXT(60), m MEMO)",
-             "CREATE UNIQUE INDEX byid ON t (id) WITH PRIMARY", "CREATE INDEX two ON t (s, d)",
-             "CREATE TABLE [odd, name?] ([a b] TEXT(9), [Ä] LONG)", "CREATE TABLE [ODD, name*] (one TEXT(9))",
+             "CREATE UNIQUE INDEX byid ON t (id) WITH PRIMARY",
+             "CREATE INDEX two ON t (s, d)",
+             "CREATE TABLE [odd, name?] ([a b] TEXT(9), [Ä] LONG)",
+             "CREATE TABLE [ODD, name*] (one TEXT(9))",
              "INSERT INTO t (yes, b, n, l, f, x, d, s, m) VALUES (True, 255, -32768, -2147483648, 5.6, 0.1, #2/29/2024 "
              "7:05:01#, "
              "'a\"b''c,d', 'Zeile' & chr(13) & chr(10) & 'zwei' & chr(10) & 'drei' & chr(13))",
              "INSERT INTO t (id, d, s, m, x, f) VALUES (17, #12:00:00#, Null, Null, 1.7976931348623157E308, 3.4E38)",
              "INSERT INTO t (d, s, m, x, f) VALUES (45351.123456789, ' Öß€ ', '😀𝄞', 4.9E-324, -1E-40)",
              "INSERT INTO t (d, s, m, x) VALUES (-0.25, '=1+1', 'ohne', -1E15 / 3)",
-             "INSERT INTO t (d, s, m) VALUES (-1.75, 'x', '\\N')", "INSERT INTO t (d) VALUES (-657434)",
-             "INSERT INTO t (n) VALUES (1)", "DELETE * FROM t WHERE n=1", "INSERT INTO [odd, name?] VALUES ('eins', 1)",
-             "INSERT INTO [ODD, name*] VALUES (NULL)", "INSERT INTO [ODD, name*] VALUES ('e')",
+             "INSERT INTO t (d, s, m) VALUES (-1.75, 'x', '\\N')",
+             "INSERT INTO t (d) VALUES (-657434)",
+             "INSERT INTO t (n) VALUES (1)",
+             "DELETE * FROM t WHERE n=1",
+             "INSERT INTO [odd, name?] VALUES ('eins', 1)",
+             "INSERT INTO [ODD, name*] VALUES (NULL)",
+             "INSERT INTO [ODD, name*] VALUES ('e')",
+             "CREATE TABLE [numbered] (rowid LONG, x LONG)",
+             "INSERT INTO [numbered] VALUES (5, 1)",
+             "INSERT INTO [numbered] VALUES (3, 2)",
              "INSERT INTO glucose (vDate, Comment, ExtData) VALUES (#1/2/2024#, '', Null)"});
     EXPECT_EQ(filled.code, 0) << filled.err;
     return file;
@@ -75,7 +89,7 @@ TEST_F(Transfer, ThereAndBackIsTheSameByteForByte) {
     SCOPED_TRACE(form.back());
     const std::string first = folder_.file("first-" + form.back()), again = folder_.file("again-" + form.back());
     const std::string back = folder_.file(form.back() + ".das");
-    ASSERT_THAT(run({"export", file, first, form[0], form[1]}).out, HasSubstr(": 46 tables, "));
+    ASSERT_THAT(run({"export", file, first, form[0], form[1]}).out, HasSubstr(": 47 tables, "));
     const Outcome imported = run({"import", first, back});
     ASSERT_EQ(imported.code, 0) << imported.err;
     EXPECT_EQ(told(back), rows);
@@ -177,6 +191,15 @@ TEST_F(Transfer, AnExportThatIsNotWholeIsRefused) {
       {"t.csv", "2024-02-29T07", "2024-02-30T07", "t.csv, row 2: d is no value of its type"},
       {"t.csv", "-32768", "-32768x", "t.csv, row 2: n is no value of its type"},
       {"t.csv", "-32768", "-32769", "t: n: "},
+      {"t.csv", "-32768", "-32767.5", "t.csv, row 2: n is no value of its type"},
+      {"t.csv", "255", "1e2", "t.csv, row 2: b is no value of its type"},
+      {"t.csv", "1,-1,", "1,0.5,", "t.csv, row 2: yes is no value of its type"},
+      {"t.csv", "0.1", "nan", "t.csv, row 2: x is no value of its type"},
+      {"t.csv", "3.4e+38", "3.5e+38", "t.csv, row 3: f is no value of its type"},
+      {"t.csv", "07:05:01", "07:05:1.", "t.csv, row 2: d is no value of its type"},
+      {"t.csv", "days:-0.25", "days:inf", "t.csv, row 5: d is no value of its type"},
+      {"odd, name_.csv", "eins,1\r\n", "ei\rns,1\r\n", "row 2: a carriage return stands alone"},
+      {"_indexes.csv", "t,two,d,no,no", "t,two,d,no,yes", "the rows of index two contradict each other"},
       {"t.csv", "ohne", "\xFF", "t.csv, row 5: a text is not UTF-8"},
       {"t.csv", "19,0", "18,0", "error 3022: "},
       {"t.csv", "id,yes", "yes,id", "t.csv, row 1: the fields are not those"},
@@ -214,6 +237,104 @@ TEST_F(Transfer, ASpreadsheetsLineEndsAndMarkAreTaken) {
   ASSERT_EQ(run({"import", folder, folder_.file("again.das")}).code, 0);
   EXPECT_THAT(run({"sql", folder_.file("again.das"), "SELECT * FROM [odd, name?]", "--json"}).out,
               HasSubstr("[[null,null]]"));
+}
+
+/// A table "t" with one field and the value in it.
+class OneValue : public jet_import::Source {
+ public:
+  OneValue(engine::DataType type, engine::Value value) : value_(std::move(value)) {
+    tables_.push_back({"t", {{.name = "x", .type = type}}, {}, {}, {}, 1});
+  }
+  const std::vector<jet_import::SourceTable>& tables() const override { return tables_; }
+  const std::vector<std::string>& linked_tables() const override { return linked_tables_; }
+  std::unique_ptr<jet_import::SourceRows> rows(std::size_t) override { return std::make_unique<Row>(value_); }
+
+ private:
+  class Row : public jet_import::SourceRows {
+   public:
+    explicit Row(engine::Value value) : value_(std::move(value)) {}
+    bool next() override { return !std::exchange(read_, true); }
+    engine::Value value(std::size_t) override { return value_; }
+
+   private:
+    engine::Value value_;
+    bool read_ = false;
+  };
+  std::vector<jet_import::SourceTable> tables_;
+  std::vector<std::string> linked_tables_;
+  engine::Value value_;
+};
+
+TEST_F(Transfer, NumbersThatAFormCannotHoldAreRefusedOrTold) {
+  using enum transfer::Format;
+  const double none = std::numeric_limits<double>::quiet_NaN(), beyond = std::numeric_limits<double>::infinity();
+  struct Case {
+    engine::Value value;
+    transfer::Format format;
+    std::string file, content, note;  ///< no content: it is refused
+  };
+  const Case cases[] = {
+      {-0.0, Csv, "t.csv", "x\r\n-0\r\n", ""},
+      {-0.0F, Sqlite, "README.txt", "-0 is 0", "t: 1 times -0, which this form holds as 0"},
+      {0.0, Sqlite, "README.txt", "t (tables.sqlite): 1", ""},
+      {none, Csv, "t.csv", "nan", ""},
+      {none, Json, "t.json", "\"nan\"", ""},
+      {none, Sqlite, "", "", ""},
+      {static_cast<float>(none), Sql, "", "", ""},
+      {static_cast<float>(beyond), Sql, "tables.sql", "(9e999);", ""},
+      {-beyond, Sql, "tables.sql", "(-9e999);", ""},
+  };
+  int number = 0;
+  for (const Case& row : cases) {
+    SCOPED_TRACE(++number);
+    const std::string folder = folder_.file("form" + std::to_string(number));
+    const auto type = std::holds_alternative<float>(row.value) ? engine::DataType::Single : engine::DataType::Double;
+    OneValue source(type, row.value);
+    const auto report = [&] { return transfer::export_tables(source, folder, {.format = row.format}, nullptr); };
+    if (row.content.empty()) {
+      EXPECT_THROW(report(), support::RuntimeError);
+      continue;
+    }
+    const std::vector<std::string> notes = report().notes;
+    EXPECT_EQ(notes.empty() ? "" : notes.front(), row.note);
+    EXPECT_THAT(content_of(folder + "/" + row.file), HasSubstr(row.content));
+  }
+  ASSERT_EQ(run({"import", folder_.file("form1"), folder_.file("zero.das")}).out,
+            "Table  Rows\n-----  ----\nt         1\n" + folder_.file("zero.das") + " created\n");
+  EXPECT_THAT(run({"import", folder_.file("form4"), folder_.file("none.das")}).err,
+              HasSubstr("x is no value of its type"));
+}
+
+TEST_F(Transfer, WhatAnotherProgramPutIntoASqliteFormIsTakenAsItIsOrRefused) {
+  struct Case {
+    std::string type, value, outcome;  ///< a row, or an error's number
+  };
+  const Case cases[] = {
+      {"Integer", "7.0", "[[7]]"},   {"Integer", "2.5", "error 3421"}, {"Boolean", "0.5", "error 3421"},
+      {"Long", "'x'", "error 3421"}, {"Date", "17.5", "error 3421"},   {"Date", "'2024-02-29'", "2024"},
+      {"Memo", "1.5", "error 3421"}, {"Double", "3", "[[3]]"},         {"Memo", "x'00'", "error 3421"}};
+  int number = 0;
+  for (const Case& row : cases) {
+    const std::string name = std::to_string(++number), path = folder_.file(name + ".sqlite");
+    auto file = engine::embedded::create_plain_file(path);
+    for (const std::string& sql :
+         {std::string("CREATE TABLE _tables (\"Table\", File, Encoding, Rows, Rule, RuleText)"),
+          std::string("CREATE TABLE _fields (\"Table\", Field, Type, Size, Attributes, Ordinal, \"Default\", Required, "
+                      "AllowZeroLength, Rule, RuleText)"),
+          std::string(
+              "CREATE TABLE _indexes (\"Table\", \"Index\", Field, \"Primary\", \"Unique\", Required, IgnoreNulls, "
+              "Clustered)"),
+          std::string("INSERT INTO _tables VALUES ('t', '', '', 1, '', '')"),
+          "INSERT INTO _fields VALUES ('t', 'x', '" + row.type + "', 0, 0, 0, '', 'no', 'no', '', '')",
+          "CREATE TABLE t (x" + std::string(row.type == "Integer" ? " SMALLINT" : "") + ")",
+          "INSERT INTO t VALUES (" + row.value + ")"}) {
+      file->run(sql);
+    }
+    engine::embedded::finish_plain_file(std::move(file));
+    const Outcome imported = run({"import", path, folder_.file(name + ".das")});
+    const std::string rows = run({"sql", folder_.file(name + ".das"), "SELECT * FROM t", "--json"}).out;
+    EXPECT_THAT(imported.err + rows, HasSubstr(row.outcome)) << row.type << ' ' << row.value;
+  }
 }
 
 TEST_F(Transfer, NoPasswordIsExported) {
