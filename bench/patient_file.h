@@ -25,10 +25,11 @@ inline std::string windows_path(const std::filesystem::path& path) {
   return support::host_file_system().windows_path(path.string());
 }
 
-/// Creates the database through CreatePatientDatabase; throws what made that fail.
+/// Throws what makes it fail.
 inline void create_patient_file(const std::filesystem::path& path) {
-  support::RuntimeError failure(51, "not created");
-  if (database::CreatePatientDatabase({}, windows_path(path), sample_patient(), {}, &failure) != 1) throw failure;
+  const database::Environment environment;
+  database::create_patient_database(environment, windows_path(path), environment.patient_password(), sample_patient(),
+                                    {});
 }
 
 }  // namespace bench

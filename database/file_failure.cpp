@@ -39,4 +39,8 @@ bool is_file_failure(const support::RuntimeError& error) noexcept {
   return std::ranges::binary_search(file_failures, error.number());
 }
 
+bool may_still_be_read(const support::RuntimeError& error) noexcept {
+  return error.number() == error_number::read_only || error.number() == error_number::file_not_opened;
+}
+
 }  // namespace database

@@ -22,20 +22,24 @@ std::string connect_text(std::string_view password) {
   return password.empty() ? std::string() : "MS Access;pwd=" + std::string(password);
 }
 
+OpenPatient open_patient_database(const Environment& environment, std::string_view path, bool read_only,
+                                  bool newest_engine_only) {
+  OpenPatient open{create_engine(environment, newest_engine_only), nullptr};
+  open.database = open.engine->open_database(path, false, read_only, connect_text(environment.patient_password()));
+  return open;
+}
+
 void OpenPatientDatabase(const Environment& environment, std::string_view path, bool read_only, bool newest_engine_only,
-                         std::unique_ptr<engine::Engine>& engine, std::unique_ptr<engine::Database>& database,
-                         support::RuntimeError* failure) {
+                         std::unique_ptr<engine::Engine>& engine, std::unique_ptr<engine::Database>& database) {
   support::Procedure procedure{"sql!OpenPatientDatabase"};
   database.reset();
   engine.reset();
   if (path.empty()) return;
-  const bool opened = procedure.guarded([&] {
-    engine = create_engine(environment, newest_engine_only);
-    database = engine->open_database(path, false, read_only, connect_text(environment.patient_password()));
+  procedure.guarded([&] {
+    OpenPatient open = open_patient_database(environment, path, read_only, newest_engine_only);
+    engine = std::move(open.engine);
+    database = std::move(open.database);
   });
-  if (opened) return;
-  engine.reset();
-  if (failure) *failure = procedure.error();
 }
 
 void db_cleanup(std::unique_ptr<engine::Engine>& workspace, std::unique_ptr<engine::Database>& database,

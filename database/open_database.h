@@ -16,11 +16,19 @@ std::unique_ptr<engine::Engine> create_engine(const Environment& environment, bo
 /// How an engine is told the password of a database that it opens; empty for an empty password.
 std::string connect_text(std::string_view password);
 
-/// Opens a patient database with the password of the environment. Engine and database are null on failure (the reason
-/// through the skipped-statement listener, and in `failure` where given), and for an empty path, which is no failure.
+/// A patient database that is open, with its engine, which outlives it.
+struct OpenPatient {
+  std::unique_ptr<engine::Engine> engine;
+  std::unique_ptr<engine::Database> database;
+};
+
+/// Opens a patient database with the password of the environment. Raises what keeps it from being opened.
+OpenPatient open_patient_database(const Environment& environment, std::string_view path, bool read_only,
+                                  bool newest_engine_only = false);
+
+/// The same, passed over where it fails: engine and database are null then, and for an empty path, which is no failure.
 void OpenPatientDatabase(const Environment& environment, std::string_view path, bool read_only, bool newest_engine_only,
-                         std::unique_ptr<engine::Engine>& engine, std::unique_ptr<engine::Database>& database,
-                         support::RuntimeError* failure = nullptr);
+                         std::unique_ptr<engine::Engine>& engine, std::unique_ptr<engine::Database>& database);
 
 /// Closes, in this order, what is given: recordset, database, engine (the workspace is the engine's own). All are null
 /// afterwards; what fails to close is passed over.

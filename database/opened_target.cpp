@@ -1,5 +1,6 @@
 #include "database/opened_target.h"
 
+#include "database/file_failure.h"
 #include "database/open_database.h"
 
 namespace database {
@@ -7,11 +8,10 @@ namespace database {
 OpenedTarget::OpenedTarget(const Environment& environment, const Target& target, Access access)
     : database_(target.open()) {
   if (database_) return;
-  support::RuntimeError failure{0, ""};
-  OpenPatientDatabase(environment, target.path(), false, false, engine_, owned_, &failure);
+  const support::Outcome opening =
+      support::outcome_of([&] { OpenPatientDatabase(environment, target.path(), false, false, engine_, owned_); });
   // A file that may not be written can still be read.
-  if (access == Access::Read && (failure.number() == support::error_number::read_only ||
-                                 failure.number() == support::error_number::file_not_opened)) {
+  if (access == Access::Read && opening.first(may_still_be_read)) {
     OpenPatientDatabase(environment, target.path(), true, false, engine_, owned_);
   }
   database_ = owned_.get();

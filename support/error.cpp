@@ -1,5 +1,6 @@
 #include "support/error.h"
 
+#include <algorithm>
 #include <new>
 
 namespace support {
@@ -14,6 +15,12 @@ std::string& label_entered_last() {
 SkippedStatementListener& listener() {
   static SkippedStatementListener told;
   return told;
+}
+
+/// The outcome that is being gathered; null outside outcome_of().
+Outcome*& gathered() {
+  static Outcome* outcome = nullptr;
+  return outcome;
 }
 
 RuntimeError runtime_error_of_current_exception() {
@@ -31,6 +38,40 @@ RuntimeError runtime_error_of_current_exception() {
 }
 
 }  // namespace
+
+std::optional<RuntimeError> Outcome::first(const std::function<bool(const RuntimeError&)>& wanted) const {
+  const auto found = std::ranges::find_if(first_of_number_, wanted);
+  return found == first_of_number_.end() ? std::nullopt : std::optional(*found);
+}
+
+void Outcome::raise_first(const std::function<bool(const RuntimeError&)>& wanted) const {
+  if (const auto error = first(wanted)) throw *error;
+}
+
+void Outcome::add(const RuntimeError& error) {
+  const auto known = std::ranges::find(first_of_number_, error.number(), &RuntimeError::number);
+  if (known == first_of_number_.end()) first_of_number_.push_back(error);
+  last_ = error;
+}
+
+void Outcome::add(const Outcome& later) {
+  for (const RuntimeError& error : later.first_of_number_) add(error);
+  if (later.last_) last_ = later.last_;
+}
+
+Outcome outcome_of(const std::function<void()>& work) {
+  Outcome outcome;
+  struct Gathering {
+    Outcome& inner;
+    Outcome* outer = std::exchange(gathered(), &inner);
+    ~Gathering() {
+      gathered() = outer;
+      if (outer) outer->add(inner);
+    }
+  } gathering{outcome};
+  work();
+  return outcome;
+}
 
 const std::string& current_procedure_label() noexcept { return label_entered_last(); }
 
@@ -51,6 +92,7 @@ Procedure::Procedure(std::string_view label) : label_(label) { label_entered_las
 
 void Procedure::record_current_exception() noexcept {
   error_ = runtime_error_of_current_exception();
+  if (gathered()) gathered()->add(*error_);
   if (listener()) listener()(label_, *error_);
 }
 

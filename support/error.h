@@ -10,6 +10,7 @@
 #include <string>
 #include <string_view>
 #include <utility>
+#include <vector>
 
 #include "support/error_number.h"
 
@@ -26,10 +27,34 @@ class RuntimeError : public std::runtime_error {
   int number_;
 };
 
+/// Which statements a piece of work has passed over.
+class Outcome {
+ public:
+  /// The first error that `wanted` holds for. Of errors with one number, only the first is asked about.
+  std::optional<RuntimeError> first(const std::function<bool(const RuntimeError&)>& wanted) const;
+  /// Raises that error, where there is one.
+  void raise_first(const std::function<bool(const RuntimeError&)>& wanted) const;
+  /// The last error, which is the one that ended the work where it has ended early.
+  const std::optional<RuntimeError>& last() const noexcept { return last_; }
+
+  void add(const RuntimeError& error);
+  /// What comes later: as if this work had gone on with that one.
+  void add(const Outcome& later);
+
+ private:
+  std::vector<RuntimeError> first_of_number_;  ///< in the order of their coming
+  std::optional<RuntimeError> last_;
+};
+
+/// Runs `work` and returns what the procedures in it have passed over. Calls may be nested: the outer one's outcome
+/// holds that of the inner one. Raises what `work` raises.
+Outcome outcome_of(const std::function<void()>& work);
+
 /// Label of the procedure entered last, module label + "!" + procedure name; empty before the first.
 const std::string& current_procedure_label() noexcept;
 
-/// Told of every statement that was passed over. Must not raise.
+/// Told of every statement that was passed over, for a journal or a console; work asks for the outcome_of() its parts
+/// instead. Must not raise.
 using SkippedStatementListener = std::function<void(std::string_view label, const RuntimeError& error)>;
 
 /// Replaces the listener (none by default) and returns the one before.
@@ -50,7 +75,8 @@ class SkippedStatementWatch {
 /// One procedure's run. Its construction records the label, which stays recorded after the return.
 ///
 /// Resume-next mode: each statement that may fail is a step() of its own; a failing one is passed over and its
-/// error stays pending until clear(). Handler mode: the whole body is one guarded() call, ended by its first error.
+/// error stays pending until clear(), and counts in the outcome_of() the work. Handler mode: the whole body is one
+/// guarded() call, ended by its first error.
 class Procedure {
  public:
   explicit Procedure(std::string_view label);

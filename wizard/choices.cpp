@@ -25,12 +25,14 @@ void read_settings(const database::Environment& environment, const Context& cont
 
 /// A plan that is not there is no failure; one that the disk keeps back is.
 void read_plan(const database::Environment& environment, const Context& context, StoredNow& stored) {
-  const database::FileFailures failures;
-  database::TherapyPlan newest;
-  if (database::db_GetTherapyPlan(environment, context.config.CurrentDB, std::nullopt, newest))
-    stored.newest = std::move(newest);
-  stored.plan_unread = failures.any();
-  if (failures.any()) stored.failure = failures.first();
+  const support::Outcome outcome = support::outcome_of([&] {
+    database::TherapyPlan newest;
+    if (database::db_GetTherapyPlan(environment, context.config.CurrentDB, std::nullopt, newest))
+      stored.newest = std::move(newest);
+  });
+  const auto failure = outcome.first(database::is_file_failure);
+  stored.plan_unread = failure.has_value();
+  if (failure) stored.failure = failure;
 }
 
 StoredNow read_stored_now(const Context& context, const Pages& pages) {
@@ -38,14 +40,16 @@ StoredNow read_stored_now(const Context& context, const Pages& pages) {
   support::Procedure procedure{"wizard!ReadStored"};
   const database::Environment environment = context.environment();
   const bool known = !context.config.ProEdition && pages.database_read;
-  const database::FileFailures failures;
-  procedure.step([&] {
-    if (known) database::db_GetPatient(environment, context.config.CurrentDB, 0, stored.patient);
+  const support::Outcome outcome = support::outcome_of([&] {
+    procedure.step([&] {
+      if (known) database::db_GetPatient(environment, context.config.CurrentDB, 0, stored.patient);
+    });
+    procedure.step([&] { read_settings(environment, context, pages, stored, known); });
   });
-  procedure.step([&] { read_settings(environment, context, pages, stored, known); });
+  const auto failure = outcome.first(database::is_file_failure);
   // What could not be read would be written back empty.
-  stored.usable = pages.database_read && !failures.any();
-  stored.failure = failures.any() ? failures.first() : pages.database_failure;
+  stored.usable = pages.database_read && !failure;
+  stored.failure = failure ? failure : pages.database_failure;
   if (known && stored.usable) procedure.step([&] { read_plan(environment, context, stored); });
   return stored;
 }

@@ -125,13 +125,10 @@ void Finish::merge_preferences() {
   if (!support::file_test(*context_.ports.files, lookup)) return;
   writer_.file(choices_.database, "laboratory definitions and preferred insulins", [&] {
     const database::Environment environment = context_.environment();
-    {
-      std::unique_ptr<engine::Engine> engine;
-      std::unique_ptr<engine::Database> readable;
-      support::RuntimeError failure{0, ""};
-      database::OpenPatientDatabase(environment, lookup, true, false, engine, readable, &failure);
-      if (!readable && (failure.number() != support::error_number::unknown_format || !environment.readable_copy))
-        return false;
+    try {
+      database::open_patient_database(environment, lookup, true);
+    } catch (const support::RuntimeError& failure) {
+      if (failure.number() != support::error_number::unknown_format || !environment.readable_copy) throw;
     }
     return database::db_MergePreferences(environment, choices_.database, lookup);
   });

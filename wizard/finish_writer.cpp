@@ -13,20 +13,18 @@ namespace {
 using What = FinishReport::What;
 
 /// Why something failed: the last statement that was passed over meanwhile or, where none was, another reason.
-class LastSkipped {
- public:
-  explicit LastSkipped(std::string_view otherwise) : reason_(otherwise) {}
-  const std::string& reason() const noexcept { return reason_; }
-  int number() const noexcept { return number_; }
-
- private:
-  std::string reason_;
-  int number_ = 0;
-  support::SkippedStatementWatch watch_{[this](std::string_view, const support::RuntimeError& error) {
-    number_ = error.number();
-    reason_ = "error " + std::to_string(number_) + ": " + error.what();
-  }};
+struct Reason {
+  std::string text;
+  int number = 0;
 };
+
+Reason reason_of(const support::RuntimeError& error) {
+  return {"error " + std::to_string(error.number()) + ": " + error.what(), error.number()};
+}
+
+Reason reason_of(const support::Outcome& outcome, std::string_view otherwise) {
+  return outcome.last() ? reason_of(*outcome.last()) : Reason{std::string(otherwise)};
+}
 
 bool fits_registry(std::string_view text) {
   return support::fits_cp1252(text) && text.find('\0') == std::string_view::npos;
@@ -41,23 +39,28 @@ void FinishWriter::record(FinishReport::Entry entry) {
 
 void FinishWriter::registry_value(std::string_view key, std::string_view name, std::string_view value) {
   const bool fits = fits_registry(value);
-  LastSkipped skipped{fits ? "the registry cannot be written" : "the registry cannot hold this text"};
-  const bool written = !previewing() && support::WriteRegString(*context_.ports.registry, support::RootKey::CurrentUser,
-                                                                key, name, value);
+  bool written = false;
+  const support::Outcome outcome = support::outcome_of([&] {
+    written = !previewing() &&
+              support::WriteRegString(*context_.ports.registry, support::RootKey::CurrentUser, key, name, value);
+  });
+  const Reason reason =
+      reason_of(outcome, fits ? "the registry cannot be written" : "the registry cannot hold this text");
   record({What::RegistryValue, "HKEY_CURRENT_USER\\" + std::string(key), std::string(name), std::string(value), written,
-          written || previewing() ? "" : skipped.reason(), skipped.number(),
+          written || previewing() ? "" : reason.text, reason.number,
           fits ? reason_text::registry_refuses : reason_text::text_does_not_fit});
 }
 
 void FinishWriter::ini_key(std::string_view file, std::string_view section, std::string_view key,
                            std::string_view value) {
-  LastSkipped skipped{""};
-  const bool written = !previewing() && support::Procedure{"wizard!FinishIni"}.step([&] {
+  support::Procedure procedure{"wizard!FinishIni"};
+  const bool written = !previewing() && procedure.step([&] {
     if (context_.ports.ini->write(file, section, key, value)) return;
     throw support::RuntimeError(support::error_number::path_file_access, "Cannot write " + std::string(file));
   });
+  const Reason reason = procedure.pending() ? reason_of(procedure.error()) : Reason{};
   record({What::IniKey, std::string(file), "[" + std::string(section) + "] " + std::string(key), std::string(value),
-          written, written || previewing() ? "" : skipped.reason(), skipped.number()});
+          written, reason.text, reason.number});
 }
 
 bool FinishWriter::file(std::string_view path, std::string_view what, const std::function<bool()>& action) {
@@ -65,11 +68,11 @@ bool FinishWriter::file(std::string_view path, std::string_view what, const std:
     record({What::File, std::string(path), std::string(what), "", false, ""});
     return true;
   }
-  LastSkipped skipped{"could not be written"};
   bool written = false;
-  support::Procedure{"wizard!FinishFile"}.step([&] { written = action(); });
-  record({What::File, std::string(path), std::string(what), "", written, written ? "" : skipped.reason(),
-          skipped.number()});
+  const support::Outcome outcome =
+      support::outcome_of([&] { support::Procedure{"wizard!FinishFile"}.step([&] { written = action(); }); });
+  const Reason reason = reason_of(outcome, "could not be written");
+  record({What::File, std::string(path), std::string(what), "", written, written ? "" : reason.text, reason.number});
   return written;
 }
 

@@ -64,25 +64,23 @@ void read_database(const Context& context, engine::Database& known, Stored& stor
 Stored read_stored(Context& context, Pages& pages) {
   support::Procedure procedure{"wizard!PresetDatabase"};
   Stored stored;
-  std::unique_ptr<engine::Engine> engine;
-  std::unique_ptr<engine::Database> known;
+  database::OpenPatient open;
   const std::string& path = context.config.CurrentDB;
-  const database::FileFailures failures;
-  support::RuntimeError failure{0, ""};
-  procedure.step(
-      [&] { database::OpenPatientDatabase(context.environment(), path, true, false, engine, known, &failure); });
-  procedure.step([&] { stored.settings = preferred_settings(context); });
-  procedure.step([&] {
-    if (known)
-      read_database(context, *known, stored);
-    else if (path.empty() && support::file_test(*context.ports.files, context.config.LookupDB))
-      stored.insulins = offered_insulins(context, context.config.LookupDB);
+  const support::Outcome outcome = support::outcome_of([&] {
+    if (!path.empty())
+      procedure.step([&] { open = database::open_patient_database(context.environment(), path, true); });
+    if (!path.empty() && procedure.pending()) pages.database_failure = procedure.error();
+    procedure.step([&] { stored.settings = preferred_settings(context); });
+    procedure.step([&] {
+      if (open.database)
+        read_database(context, *open.database, stored);
+      else if (path.empty() && support::file_test(*context.ports.files, context.config.LookupDB))
+        stored.insulins = offered_insulins(context, context.config.LookupDB);
+    });
   });
-  pages.database_read = known != nullptr && !failures.any();
-  if (failures.any())
-    pages.database_failure = failures.first();
-  else if (!known && !path.empty())
-    pages.database_failure = failure;
+  const auto file_failure = outcome.first(database::is_file_failure);
+  pages.database_read = open.database && !file_failure;
+  if (file_failure) pages.database_failure = file_failure;
   return stored;
 }
 

@@ -20,12 +20,14 @@ constexpr long cancel_caption = 901, how_far = 4886, goes_on = 4887, not_upgrade
 /// Why the index could not be created; nothing where it was.
 std::optional<support::RuntimeError> create(Context& context, const std::string& path) {
   constexpr int folder = static_cast<int>(support::PathPart::Folder);
-  support::RuntimeError reason(support::error_number::path_file_access, "The folder cannot be created");
-  const support::SkippedStatementWatch watch(
-      [&reason](std::string_view, const support::RuntimeError& error) { reason = error; });
-  context.ports.files->create_folder(support::ExtractFromPath(path, folder));
-  if (database::CreateIndexDatabase(context.environment(), path) == 1) return std::nullopt;
-  return reason;
+  const support::RuntimeError otherwise(support::error_number::path_file_access, "The folder cannot be created");
+  bool created = false;
+  const support::Outcome outcome = support::outcome_of([&] {
+    context.ports.files->create_folder(support::ExtractFromPath(path, folder));
+    created = database::CreateIndexDatabase(context.environment(), path) == 1;
+  });
+  if (created) return std::nullopt;
+  return outcome.last().value_or(otherwise);
 }
 
 /// False where the index is missing afterwards.

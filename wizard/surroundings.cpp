@@ -126,11 +126,9 @@ void Look::look_at_index() {
   if (context_.patients_failure)
     warn(patients_not_upgraded, {config.IndexDB, error_reason(config, *context_.patients_failure)});
   if (!config.ProEdition || !support::file_test(files(), config.IndexDB)) return;
-  std::unique_ptr<engine::Engine> engine;
-  std::unique_ptr<engine::Database> index;
-  support::RuntimeError failure{0, ""};
-  database::OpenPatientDatabase(context_.environment(), config.IndexDB, true, false, engine, index, &failure);
-  if (!index) warn(index_unread, {config.IndexDB, error_reason(config, failure)});
+  support::Procedure procedure{"wizard!Surroundings"};
+  procedure.step([&] { database::open_patient_database(context_.environment(), config.IndexDB, true); });
+  if (procedure.pending()) warn(index_unread, {config.IndexDB, error_reason(config, procedure.error())});
 }
 
 /// What an older program stored in its copy of a folder is not in the folder, and the other way round.

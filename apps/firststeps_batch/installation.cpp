@@ -63,13 +63,12 @@ void check_configuration(const wizard::InstallationConfig& config) {
   if (config.CurrentDB.empty()) return;
   database::Environment environment;
   environment.password = config.DBPassword;
-  std::unique_ptr<engine::Engine> engine;
-  std::unique_ptr<engine::Database> database;
-  support::RuntimeError failure(51, "the database could not be opened");
-  database::OpenPatientDatabase(environment, config.CurrentDB, true, false, engine, database, &failure);
-  if (database) return;
-  const std::string name = support::host_file_system().host_path(config.CurrentDB);
-  throw support::RuntimeError(failure.number(), name + ": " + failure.what());
+  try {
+    database::open_patient_database(environment, config.CurrentDB, true);
+  } catch (const support::RuntimeError& failure) {
+    const std::string name = support::host_file_system().host_path(config.CurrentDB);
+    throw support::RuntimeError(failure.number(), name + ": " + failure.what());
+  }
 }
 
 }  // namespace firststeps_batch

@@ -36,15 +36,6 @@ database::SettingsRecord initial_settings() {
   return settings;
 }
 
-void create_with_tables(const database::Environment& environment, const std::string& path,
-                        const database::PatientRecord& patient) {
-  support::RuntimeError failure(51, "the database could not be created");
-  if (database::create_patient_database(environment, path, environment.password, patient, initial_settings(),
-                                        &failure) != 1) {
-    throw failure;
-  }
-}
-
 void create_empty(const database::Environment& environment, const std::string& path) {
   database::NewFile file(environment, path, environment.password);
   // The engine writes the file with the first change.
@@ -65,7 +56,7 @@ int run_create(const console::Arguments& arguments, console::Console& console) {
   check_new_password(environment.password);
   choose_maker(arguments, tool.get(), console.err);
   if (!arguments.has("--empty")) {
-    create_with_tables(environment, path, patient);
+    database::create_patient_database(environment, path, environment.password, patient, initial_settings());
   } else {
     for (const console::Option& other : {name_option, firstname_option, diabetes_type_option, therapy_option}) {
       if (!arguments.has(other.name)) continue;

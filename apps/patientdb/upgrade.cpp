@@ -52,21 +52,6 @@ struct Outcome {
 /// The layout that every upgrade leads to.
 std::string current_layout() { return database::layout_text({}); }
 
-/// The last error that a procedure passed over, which is the one that ended it.
-class LastError {
- public:
-  bool any() const { return error_.has_value(); }
-  support::RuntimeError error() const {
-    return error_.value_or(
-        support::RuntimeError(support::error_number::internal_error, "The record could not be written."));
-  }
-
- private:
-  std::optional<support::RuntimeError> error_;
-  support::SkippedStatementWatch watch_{
-      [this](std::string_view, const support::RuntimeError& error) { error_ = error; }};
-};
-
 class Upgrader {
  public:
   Upgrader(const console::Arguments& arguments, console::Console& console)
@@ -105,10 +90,11 @@ class Upgrader {
     const auto engine = database::create_engine(environment_.get(), false);
     const auto database = engine->open_database(path, true, false, database::connect_text(word_));
     database->open_recordset("SELECT * FROM db_info")->move_first();
-    const LastError last;
     database::VersionRecord record;
-    const bool ours = database::db_ReadDBInfo(environment_.get(), *database, record);
-    if (!ours && last.any()) throw last.error();
+    bool ours = false;
+    const support::Outcome reading =
+        support::outcome_of([&] { ours = database::db_ReadDBInfo(environment_.get(), *database, record); });
+    if (!ours && reading.last()) throw support::RuntimeError(*reading.last());
     outcome.layout = database::layout_text(record);
     outcome.state = !ours                             ? "foreign"
                     : database::needs_upgrade(record) ? "failed"

@@ -1,6 +1,5 @@
 #include "database/creation/create_database.h"
 
-#include <optional>
 #include <string>
 
 #include "database/new_file.h"
@@ -14,26 +13,11 @@ namespace {
 
 namespace error_number = support::error_number;
 
-/// Keeps the first of the statements that the procedures below pass over: what they may leave out one by one, a new
-/// database must not lack. Two kinds do not count: the repair pass finds its fields there, and an empty text in a field
-/// that takes none leaves it Null.
-class SkippedStatements {
- public:
-  void forget() { first_.reset(); }
-  void raise_first() const {
-    if (first_) throw *first_;
-  }
-
- private:
-  void notice(const support::RuntimeError& error) {
-    if (!first_ && error.number() != error_number::field_defined_twice && error.number() != error_number::zero_length)
-      first_ = error;
-  }
-
-  std::optional<support::RuntimeError> first_;
-  support::SkippedStatementWatch watch_{
-      [this](std::string_view, const support::RuntimeError& error) { notice(error); }};
-};
+/// The procedures below pass over what fails; a new database must not lack it. Two errors leave no gap: the repair pass
+/// finds its fields there, and an empty text in a field that takes none leaves it Null.
+bool leaves_a_gap(const support::RuntimeError& error) {
+  return error.number() != error_number::field_defined_twice && error.number() != error_number::zero_length;
+}
 
 /// Adds what a data table lacks of the fields `flag` and `importid`; a table of this layout has both.
 void repair_data_table(support::Procedure& procedure, engine::Database& database, std::string_view name) {
@@ -91,41 +75,35 @@ void write_records(const Environment& environment, engine::Database& database, c
 
 void fill(const Environment& environment, engine::Database& database, const PatientRecord& patient,
           const SettingsRecord& settings) {
-  SkippedStatements skipped;
-  create_tables(environment, database);
+  // Properties that an engine refuses leave no gap; a table that is not complete tells why.
+  const support::Outcome tables = support::outcome_of([&] { create_tables(environment, database); });
   try {
     require_all_tables(database);
   } catch (const support::RuntimeError&) {
-    skipped.raise_first();
+    tables.raise_first(leaves_a_gap);
     throw;
   }
-  // Properties that an engine refused have left no gap.
-  skipped.forget();
-  write_records(environment, database, patient, settings);
-  skipped.raise_first();
+  support::outcome_of([&] { write_records(environment, database, patient, settings); }).raise_first(leaves_a_gap);
 }
 
 }  // namespace
 
-std::int16_t CreatePatientDatabase(const Environment& environment, std::string_view path, const PatientRecord& patient,
-                                   const SettingsRecord& settings, support::RuntimeError* failure) {
-  return create_patient_database(environment, path, environment.patient_password(), patient, settings, failure);
+void create_patient_database(const Environment& environment, std::string_view path, std::string_view password,
+                             const PatientRecord& patient, const SettingsRecord& settings) {
+  NewFile file{environment, path, password};
+  {
+    engine::Transaction transaction{file.database()};
+    fill(environment, file.database(), patient, settings);
+    transaction.commit();
+  }
+  file.finish();
 }
 
-std::int16_t create_patient_database(const Environment& environment, std::string_view path, std::string_view password,
-                                     const PatientRecord& patient, const SettingsRecord& settings,
-                                     support::RuntimeError* failure) {
+std::int16_t CreatePatientDatabase(const Environment& environment, std::string_view path, const PatientRecord& patient,
+                                   const SettingsRecord& settings) {
   support::Procedure procedure{"sql!CreatePatientDatabase"};
-  const bool created = procedure.guarded([&] {
-    NewFile file{environment, path, password};
-    {
-      engine::Transaction transaction{file.database()};
-      fill(environment, file.database(), patient, settings);
-      transaction.commit();
-    }
-    file.finish();
-  });
-  if (!created && failure) *failure = procedure.error();
+  const bool created = procedure.guarded(
+      [&] { create_patient_database(environment, path, environment.patient_password(), patient, settings); });
   return created ? 1 : 0;
 }
 

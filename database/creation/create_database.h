@@ -11,15 +11,14 @@
 namespace database {
 
 /// Creates a patient database with all its tables, the patient, the settings with their zones, and the version record.
-/// All or nothing: the file appears under its name only when complete. 1 on success, 0 otherwise (the reason through
-/// the skipped-statement listener, and in `failure` where given).
+/// All or nothing: the file appears under its name only when complete. 1 on success, 0 otherwise; what ended it was
+/// passed over.
 std::int16_t CreatePatientDatabase(const Environment& environment, std::string_view path, const PatientRecord& patient,
-                                   const SettingsRecord& settings, support::RuntimeError* failure = nullptr);
+                                   const SettingsRecord& settings);
 
-/// The same with this password in place of the environment's; empty: a database without one.
-std::int16_t create_patient_database(const Environment& environment, std::string_view path, std::string_view password,
-                                     const PatientRecord& patient, const SettingsRecord& settings,
-                                     support::RuntimeError* failure = nullptr);
+/// The same with this password in place of the environment's; empty: a database without one. Raises what ends it.
+void create_patient_database(const Environment& environment, std::string_view path, std::string_view password,
+                             const PatientRecord& patient, const SettingsRecord& settings);
 
 /// Creates the patient index database, without password. All or nothing, 1 or 0 as above; an existing file is never
 /// touched.

@@ -190,22 +190,14 @@ void PatientReader::read_hba1c() {
   });
 }
 
-struct OpenPatient {
-  std::unique_ptr<engine::Engine> engine;
-  std::unique_ptr<engine::Database> database;
-};
-
 /// One that may not be written can still be read. Raises what keeps it from being opened.
 OpenPatient open_patient(const Environment& environment, std::string_view file) {
-  OpenPatient open;
-  support::RuntimeError failure{support::error_number::file_not_found, "File not found."};
-  OpenPatientDatabase(environment, file, false, false, open.engine, open.database, &failure);
-  if (!open.database && (failure.number() == support::error_number::read_only ||
-                         failure.number() == support::error_number::file_not_opened)) {
-    OpenPatientDatabase(environment, file, true, false, open.engine, open.database, &failure);
+  try {
+    return open_patient_database(environment, file, false);
+  } catch (const support::RuntimeError& failure) {
+    if (!may_still_be_read(failure)) throw;
+    return open_patient_database(environment, file, true);
   }
-  if (!open.database) throw failure;
-  return open;
 }
 
 /// The patient's database, upgraded before where its layout calls for that. Raises what kept it from being read or
@@ -213,9 +205,10 @@ OpenPatient open_patient(const Environment& environment, std::string_view file) 
 OpenPatient open_current_patient(const Environment& environment, std::string_view file, IndexOutcome& outcome) {
   OpenPatient open = open_patient(environment, file);
   VersionRecord record;
-  const FileFailures failures;
-  const bool is_due = db_ReadDBInfo(environment, *open.database, record) && needs_upgrade(record);
-  if (failures.first()) throw support::RuntimeError(*failures.first());
+  bool is_due = false;
+  support::outcome_of([&] {
+    is_due = db_ReadDBInfo(environment, *open.database, record) && needs_upgrade(record);
+  }).raise_first(is_file_failure);
   if (!is_due) return open;
   std::unique_ptr<engine::Recordset> none;
   db_cleanup(open.engine, open.database, none);
@@ -234,15 +227,15 @@ std::int32_t refresh_row(const Environment& environment, Procedure& procedure, e
   bool holds_patient = false;
   {
     const OpenPatient open = open_current_patient(environment, patient_database, outcome);
-    const FileFailures failures;
-    PatientReader reader(environment, procedure, *open.database);
-    holds_patient = reader.read_patient(patient);
-    reader.read_therapy();
-    reader.read_last_change();
-    reader.read_span();
-    reader.read_hba1c();
-    values = reader.values();
-    if (failures.first()) throw support::RuntimeError(*failures.first());
+    support::outcome_of([&] {
+      PatientReader reader(environment, procedure, *open.database);
+      holds_patient = reader.read_patient(patient);
+      reader.read_therapy();
+      reader.read_last_change();
+      reader.read_span();
+      reader.read_hba1c();
+      values = reader.values();
+    }).raise_first(is_file_failure);
   }
   const std::int32_t id = store_row(environment, procedure, index, patient.index_id, values, holds_patient);
   patient.index_id = id;

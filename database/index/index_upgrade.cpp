@@ -192,26 +192,23 @@ IndexUpgrade db_UpgradeIndexDatabase(const Environment& environment, std::string
                                      const IndexUpgradeWatch& watch) {
   Procedure procedure{"sql!db_UpgradeIndexDatabase"};
   IndexUpgrade upgrade;
-  std::unique_ptr<engine::Engine> engine;
-  std::unique_ptr<engine::Database> index;
-  std::unique_ptr<engine::Recordset> none;
-  support::RuntimeError not_opened{support::error_number::no_object, "no index database is open"};
-  OpenPatientDatabase(environment, index_path, false, false, engine, index, &not_opened);
-  if (!index) {
-    upgrade.failure = not_opened;
-    return upgrade;
-  }
-  const bool changed = procedure.guarded([&] { bring_layout_up_to_date(*index); });
+  OpenPatient open;
+  const bool changed = procedure.guarded([&] {
+    open = open_patient_database(environment, index_path, false);
+    bring_layout_up_to_date(*open.database);
+  });
   if (changed) {
+    engine::Database& index = *open.database;
     procedure.guarded([&] {
-      if (has_table(*index, pending_table)) PatientWalk{environment, *index, index_path, watch, upgrade}.run();
+      if (has_table(index, pending_table)) PatientWalk{environment, index, index_path, watch, upgrade}.run();
     });
     if (!upgrade.cancelled) {
-      procedure.guarded([&] { remove_rows_without_file(environment, *index, index_path, watch, upgrade); });
+      procedure.guarded([&] { remove_rows_without_file(environment, index, index_path, watch, upgrade); });
     }
   }
   if (procedure.pending()) upgrade.failure = procedure.error();
-  db_cleanup(engine, index, none);
+  std::unique_ptr<engine::Recordset> none;
+  db_cleanup(open.engine, open.database, none);
   return upgrade;
 }
 

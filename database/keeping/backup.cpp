@@ -80,9 +80,10 @@ void require_sound(const Environment& environment, std::string_view path, std::s
   const auto database = engine->open_database(path, false, true, connect_text(password));
   if (!has_record(*database)) return;
   VersionRecord record;
-  const FileFailures failures;
-  if (db_ReadDBInfo(environment, *database, record)) return;
-  if (failures.any()) throw support::RuntimeError(*failures.first());
+  bool read = false;
+  const support::Outcome outcome = support::outcome_of([&] { read = db_ReadDBInfo(environment, *database, record); });
+  if (read) return;
+  outcome.raise_first(is_file_failure);
   throw support::RuntimeError(support::error_number::unknown_format, "The backup is no database of this product.");
 }
 

@@ -42,10 +42,10 @@ std::optional<VersionRecord> read_record(const Environment& environment, engine:
                                          CheckReport& report) {
   if (!has_table(database, "db_info")) return std::nullopt;
   VersionRecord record;
-  std::string reason = "is not of this product";
-  const support::SkippedStatementWatch watch{
-      [&reason](std::string_view, const support::RuntimeError& error) { reason = error.what(); }};
-  if (db_ReadDBInfo(environment, database, record)) return record;
+  bool read = false;
+  const support::Outcome outcome = support::outcome_of([&] { read = db_ReadDBInfo(environment, database, record); });
+  if (read) return record;
+  const std::string reason = outcome.last() ? outcome.last()->what() : "is not of this product";
   report.findings.push_back({"layout", "db_info", {}, "the version record cannot be read: " + reason});
   return std::nullopt;
 }

@@ -10,6 +10,8 @@
 namespace database {
 namespace {
 
+const support::RuntimeError not_upgraded{support::error_number::internal_error, "Not upgraded."};
+
 /// Saves the copy; its path. Raises 3204 where all names are taken.
 std::string save_copy_beside(engine::Database& database, std::string_view path, std::string_view layout) {
   constexpr int most_copies = 99;
@@ -27,19 +29,6 @@ std::string save_copy_beside(engine::Database& database, std::string_view path, 
     }
   }
 }
-
-/// The last error that a procedure passed over, which is the one that ended it.
-class LastPassedOver {
- public:
-  support::RuntimeError error() const {
-    return error_.value_or(support::RuntimeError(support::error_number::internal_error, "Not upgraded."));
-  }
-
- private:
-  std::optional<support::RuntimeError> error_;
-  support::SkippedStatementWatch watch_{
-      [this](std::string_view, const support::RuntimeError& error) { error_ = error; }};
-};
 
 /// The lock of another user ends an upgrade before it has changed anything.
 bool leaves_copy(const support::RuntimeError& failure) {
@@ -60,10 +49,12 @@ std::string layout_text(const VersionRecord& record) {
 FileUpgrade upgrade_opened(const Environment& environment, engine::Database& database, std::string_view path,
                            VersionRecord& record, bool with_copy) {
   FileUpgrade done{layout_text(record), {}};
-  const LastPassedOver last;
   const std::string copy = with_copy ? save_copy_beside(database, path, done.layout) : std::string();
-  if (db_WriteDBInfo(environment, database, record) != 1) {
-    const support::RuntimeError failure = last.error();
+  bool written = false;
+  const support::Outcome outcome =
+      support::outcome_of([&] { written = db_WriteDBInfo(environment, database, record) == 1; });
+  if (!written) {
+    const support::RuntimeError failure = outcome.last().value_or(not_upgraded);
     const bool kept = !copy.empty() && leaves_copy(failure);
     if (!copy.empty() && !kept) environment.file_system().remove(copy);
     throw UpgradeFailure(failure, kept ? name_in(copy) : std::string());
@@ -76,8 +67,9 @@ FileUpgrade upgrade_file(const Environment& environment, std::string_view path) 
   const auto engine = create_engine(environment, false);
   const auto database = engine->open_database(path, true, false, connect_text(environment.patient_password()));
   VersionRecord record;
-  const LastPassedOver last;
-  if (!db_ReadDBInfo(environment, *database, record)) throw last.error();
+  bool read = false;
+  const support::Outcome outcome = support::outcome_of([&] { read = db_ReadDBInfo(environment, *database, record); });
+  if (!read) throw outcome.last().value_or(not_upgraded);
   return upgrade_opened(environment, *database, path, record, true);
 }
 

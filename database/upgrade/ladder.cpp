@@ -33,32 +33,19 @@ bool is_fatal(const support::RuntimeError& error) {
          std::ranges::find(other_fatal_errors, error.number()) != std::end(other_fatal_errors);
 }
 
-/// Notes the first such error among the statements that are passed over.
-class FatalErrors {
- public:
-  void raise() const {
-    if (first_) throw *first_;
-  }
-
- private:
-  std::optional<support::RuntimeError> first_;
-  support::SkippedStatementWatch watch_{[this](std::string_view, const support::RuntimeError& error) {
-    if (!first_ && is_fatal(error)) first_ = error;
-  }};
-};
-
 void run_action(Run& run, const Step& step, const Action& action, std::string_view table) {
   end_if_interrupted(run.environment.progress);
   if (run.environment.progress) run.environment.progress->upgrade_step(step.version, table);
   action.act(run, action, table);
 }
 
-void run_step(Run& run, const Step& step, const FatalErrors& fatal) {
+void run_step(Run& run, const Step& step) {
   run.passed_over = false;
   for (const Action& action : step.actions) {
-    if (action.tables.empty()) run_action(run, step, action, action.table);
-    for (const std::string_view table : action.tables) run_action(run, step, action, table);
-    fatal.raise();
+    support::outcome_of([&] {
+      if (action.tables.empty()) run_action(run, step, action, action.table);
+      for (const std::string_view table : action.tables) run_action(run, step, action, table);
+    }).raise_first(is_fatal);
   }
   run.procedure.clear();
 }
@@ -72,12 +59,11 @@ bool needs_upgrade(const VersionRecord& record) noexcept {
 void upgrade_ladder(const Environment& environment, engine::Database& database, VersionRecord& record) {
   if (!needs_upgrade(record)) return;
   support::Procedure procedure{"sql!db_WriteDBInfo"};
-  const FatalErrors fatal;
   Run run{environment, database, procedure};
   if (record.MinVersion == reissued_version) record.MinVersion = version_before_reissue;
   for (const Step& step : upgrade::steps()) {
     if (!applies(step, record.MinVersion)) continue;
-    run_step(run, step, fatal);
+    run_step(run, step);
     if (!run.passed_over) record.MinVersion = step.version;
   }
 }

@@ -126,9 +126,7 @@ TEST_F(Creation, StoresNothingOfADatabaseThatCannotBeCompleted) {
   for (const Case& row : cases) {
     PatientRecord patient = sample_patient();
     patient.name = row.patient_name;
-    support::RuntimeError failure{0, "none"};
-    EXPECT_EQ(CreatePatientDatabase(environment, path(row.file), patient, {}, &failure), 0) << row.what;
-    EXPECT_EQ(failure.number(), row.error) << row.what << ": " << failure.what();
+    EXPECT_EQ(creation_error(path(row.file), patient), row.error) << row.what;
     EXPECT_EQ(files(), before) << row.what;
   }
   EXPECT_EQ(read_file(path("there.das")), "somebody's data");
@@ -136,9 +134,7 @@ TEST_F(Creation, StoresNothingOfADatabaseThatCannotBeCompleted) {
 
 TEST_F(Creation, StoresNothingWhereOneTableIsMissing) {
   environment.open_engine = [](std::string_view) { return std::make_unique<RefusingEngine>(); };
-  support::RuntimeError failure{0, "none"};
-  EXPECT_EQ(CreatePatientDatabase(environment, path("new.das"), sample_patient(), {}, &failure), 0);
-  EXPECT_EQ(failure.number(), 3010);
+  EXPECT_EQ(creation_error(path("new.das"), sample_patient()), 3010);
   EXPECT_TRUE(files().empty());
 }
 
@@ -147,9 +143,7 @@ TEST_F(Creation, GivesWayToAFileThatComesUpMeanwhile) {
     write_file(path("new.das"), "somebody's data");
     return engine::Date{};
   };
-  support::RuntimeError failure{0, "none"};
-  EXPECT_EQ(CreatePatientDatabase(environment, path("new.das"), sample_patient(), {}, &failure), 0);
-  EXPECT_EQ(failure.number(), 3204);
+  EXPECT_EQ(creation_error(path("new.das"), sample_patient()), 3204);
   EXPECT_EQ(files(), std::vector<std::string>{"new.das"});
   EXPECT_EQ(read_file(path("new.das")), "somebody's data");
 }
@@ -215,8 +209,7 @@ TEST_F(Creation, ReplacesPasswordsOfFewerThanThreeCharacters) {
   for (const Case& row : cases) {
     environment.password = row.setting;
     const std::string file = path(row.setting);
-    support::RuntimeError failure{0, "none"};
-    ASSERT_EQ(CreatePatientDatabase(environment, file + ".das", {}, {}, &failure), 1) << failure.what();
+    ASSERT_EQ(creation_error(file + ".das", {}), 0);
     const auto engine = engine::open_engine("DAO.DBEngine.36");
     const auto connect = "MS Access;pwd=" + std::string(row.effective);
     EXPECT_NO_THROW(engine->open_database(file + ".das", false, true, connect)) << row.setting;
@@ -236,11 +229,11 @@ TEST_F(Creation, OpensNothingForAnEmptyPathOrAFileThatIsNone) {
   const auto before = files();
   for (const Case& row : cases) {
     Opened opened;
-    support::RuntimeError failure{0, "none"};
-    OpenPatientDatabase(environment, row.file, false, false, opened.engine, opened.database, &failure);
+    const support::Outcome outcome = support::outcome_of(
+        [&] { OpenPatientDatabase(environment, row.file, false, false, opened.engine, opened.database); });
     EXPECT_EQ(opened.database, nullptr) << row.file;
     EXPECT_EQ(opened.engine, nullptr) << row.file;
-    EXPECT_EQ(failure.number(), row.error) << row.file << failure.what();
+    EXPECT_EQ(outcome.last() ? outcome.last()->number() : 0, row.error) << row.file;
   }
   EXPECT_EQ(files(), before);
 }

@@ -64,13 +64,20 @@ std::string DatabaseTest::read_file(const std::string& windows_path) const {
   return support::host_file_system().read(windows_path, file_limit).value_or("(missing)");
 }
 
+int DatabaseTest::creation_error(const std::string& windows_path, const PatientRecord& patient) const {
+  bool created = false;
+  const support::Outcome outcome =
+      support::outcome_of([&] { created = CreatePatientDatabase(environment, windows_path, patient, {}) == 1; });
+  if (created) return 0;
+  return outcome.last() ? outcome.last()->number() : -1;
+}
+
 std::string DatabaseTest::patient_database(std::string_view name) {
   // Created once and copied: the copies share their salt, so that their key is derived once.
   static std::string content;
   std::string file = path(name);
   if (content.empty()) {
-    support::RuntimeError failure{0, "none"};
-    EXPECT_EQ(CreatePatientDatabase(environment, file, sample_patient(), {}, &failure), 1) << failure.what();
+    EXPECT_EQ(creation_error(file, sample_patient()), 0);
     content = read_file(file);
   } else {
     write_file(file, content);
@@ -79,11 +86,7 @@ std::string DatabaseTest::patient_database(std::string_view name) {
 }
 
 Opened DatabaseTest::open(const std::string& windows_path) const {
-  Opened opened;
-  support::RuntimeError failure{0, "none"};
-  OpenPatientDatabase(environment, windows_path, false, false, opened.engine, opened.database, &failure);
-  if (!opened.database) throw failure;
-  return opened;
+  return open_patient_database(environment, windows_path, false);
 }
 
 void DatabaseTest::execute(const std::string& windows_path, std::initializer_list<std::string_view> statements) const {

@@ -34,10 +34,7 @@ class ZoneFile : public support::IniFiles {
   std::map<std::string, std::string, std::less<>> values;
 };
 
-struct Opened {
-  std::unique_ptr<engine::Engine> engine;
-  std::unique_ptr<engine::Database> database;
-};
+using Opened = OpenPatient;
 
 struct Message {
   std::string text;
@@ -57,6 +54,8 @@ class DatabaseTest : public ::testing::Test {
 
   /// A new patient database with the password "geheim", as CreatePatientDatabase makes it; returns its path.
   std::string patient_database(std::string_view name = "patient.das");
+  /// The number of the error that ends CreatePatientDatabase; 0 where it succeeds.
+  int creation_error(const std::string& windows_path, const PatientRecord& patient) const;
   Opened open(const std::string& windows_path) const;
   /// Runs statements, each on the file opened anew.
   void execute(const std::string& windows_path, std::initializer_list<std::string_view> statements) const;

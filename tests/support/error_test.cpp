@@ -66,5 +66,36 @@ TEST(Procedure, TellsTheListenerWhatWasPassedOver) {
   EXPECT_EQ(told, std::vector<std::string>{"code!trim 13"});
 }
 
+TEST(Outcome, HoldsWhatWasPassedOverWithinTheWorkAndAllThatItCalled) {
+  const auto fail = [](int number, const char* text) {
+    Procedure("inner").step([&] { throw RuntimeError(number, text); });
+  };
+  const auto disk = [](const RuntimeError& error) { return error.number() >= 3000; };
+  Outcome inner;
+  fail(3043, "before");
+  const Outcome outer = outcome_of([&] {
+    fail(13, "one");
+    inner = outcome_of([&] {
+      fail(3043, "two");
+      fail(3043, "three");
+    });
+    EXPECT_THROW(outcome_of([&] {
+                   fail(3045, "four");
+                   throw RuntimeError(9, "ended");
+                 }),
+                 RuntimeError);
+    fail(13, "five");
+  });
+  fail(3044, "after");
+  EXPECT_STREQ(inner.first(disk)->what(), "two");
+  EXPECT_STREQ(inner.last()->what(), "three");
+  EXPECT_STREQ(outer.first(disk)->what(), "two");
+  EXPECT_EQ(outer.first([](const RuntimeError& error) { return error.number() > 3043; })->number(), 3045);
+  EXPECT_STREQ(outer.last()->what(), "five");
+  EXPECT_THROW(outer.raise_first(disk), RuntimeError);
+  EXPECT_NO_THROW(inner.raise_first([](const RuntimeError& error) { return error.number() == 13; }));
+  EXPECT_FALSE(outcome_of([] { Procedure("inner").step([] {}); }).last());
+}
+
 }  // namespace
 }  // namespace support

@@ -10,16 +10,15 @@ using FullDisk = DatabaseTest;
 
 TEST_F(FullDisk, LeavesNoFileWhereverItStopsTheCreation) {
   int refused = 0;
-  bool created = false;
-  for (rlim_t limit = 1; !created; limit += 96 << 10) {
-    support::RuntimeError failure{0, "none"};
+  int error = -1;
+  for (rlim_t limit = 1; error != 0; limit += 96 << 10) {
     {
       const support::testing::FileSizeLimit full{limit};
-      created = CreatePatientDatabase(environment, path("new.das"), sample_patient(), {}, &failure) == 1;
+      error = creation_error(path("new.das"), sample_patient());
     }
-    if (created) continue;
+    if (error == 0) continue;
     ++refused;
-    EXPECT_EQ(failure.number(), 3043) << limit << ": " << failure.what();
+    EXPECT_EQ(error, 3043) << limit;
     ASSERT_TRUE(files().empty()) << limit << ": " << files().front();
   }
   EXPECT_GT(refused, 2);
