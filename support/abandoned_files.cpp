@@ -4,9 +4,11 @@
 #include <chrono>
 #include <cstdio>
 #include <random>
+#include <vector>
 
 #include "support/host_file.h"
 #include "support/host_path.h"
+#include "support/host_stream.h"
 
 namespace support {
 
@@ -33,12 +35,16 @@ bool is_working_name(std::string_view name, std::string_view beginning) {
   return is_token(name.substr(0, inner)) && is_token(name.substr(inner + new_database_mark.size()));
 }
 
-bool is_old_and_unused(const fs::path& file) {
+/// Of this type, no link to one, and not changed for a while.
+bool is_old(const fs::path& path, fs::file_type type) {
   std::error_code failure;
-  if (fs::symlink_status(file, failure).type() != fs::file_type::regular) return false;
-  const fs::file_time_type changed = fs::last_write_time(file, failure);
-  if (failure || fs::file_time_type::clock::now() - changed < surely_abandoned) return false;
-  return is_host_file_unused(host_path_of(file));
+  if (fs::symlink_status(path, failure).type() != type) return false;
+  const fs::file_time_type changed = fs::last_write_time(path, failure);
+  return !failure && fs::file_time_type::clock::now() - changed >= surely_abandoned;
+}
+
+bool is_old_and_unused(const fs::path& file) {
+  return is_old(file, fs::file_type::regular) && is_host_file_unused(host_path_of(file));
 }
 
 /// A journal is written once in a long transaction, and nobody locks it: whether its writer lives tells the database.
@@ -48,6 +54,29 @@ bool is_abandoned(const fs::path& file) {
   if (!database.ends_with(journal_ending)) return true;
   database.resize(database.size() - journal_ending.size());
   return !host_file_exists(database) || is_old_and_unused(std_path(database));
+}
+
+/// A folder is filled with files alone: one that has anything else in it is another's.
+bool is_abandoned_folder(const fs::path& folder) {
+  if (!is_old(folder, fs::file_type::directory)) return false;
+  std::error_code failure;
+  for (fs::directory_iterator entry(folder, failure), end; !failure && entry != end; entry.increment(failure)) {
+    if (!is_old(entry->path(), fs::file_type::regular)) return false;
+  }
+  return !failure && is_host_folder_unused(host_path_of(folder));
+}
+
+/// What lies beside the path under its name with the mark.
+std::vector<fs::path> working_entries(const std::string& host_path, std::string_view mark) {
+  std::vector<fs::path> found;
+  std::error_code failure;
+  const fs::path file = std_path(host_path);
+  const std::string beginning = host_path_of(file.filename()).append(mark);
+  const fs::path folder = file.has_parent_path() ? file.parent_path() : fs::path(".");
+  for (fs::directory_iterator entry(folder, failure), end; !failure && entry != end; entry.increment(failure)) {
+    if (is_working_name(host_path_of(entry->path().filename()), beginning)) found.push_back(entry->path());
+  }
+  return found;
 }
 
 }  // namespace
@@ -60,14 +89,16 @@ std::string working_path(std::string_view path, std::string_view mark) {
 
 void remove_abandoned_files(const std::string& host_path, std::string_view mark) {
   if (mark == replacement_mark && !host_file_exists(host_path)) return;
-  std::error_code failure;
-  const fs::path file = std_path(host_path);
-  const std::string beginning = host_path_of(file.filename()).append(mark);
-  const fs::path folder = file.has_parent_path() ? file.parent_path() : fs::path(".");
-  for (fs::directory_iterator entry(folder, failure), end; !failure && entry != end; entry.increment(failure)) {
-    if (!is_working_name(host_path_of(entry->path().filename()), beginning)) continue;
+  for (const fs::path& file : working_entries(host_path, mark)) {
     std::error_code ignored;
-    if (is_abandoned(entry->path())) fs::remove(entry->path(), ignored);
+    if (is_abandoned(file)) fs::remove(file, ignored);
+  }
+}
+
+void remove_abandoned_folders(const std::string& host_path, std::string_view mark) {
+  for (const fs::path& folder : working_entries(host_path, mark)) {
+    std::error_code ignored;
+    if (is_abandoned_folder(folder)) fs::remove_all(folder, ignored);
   }
 }
 

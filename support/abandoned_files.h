@@ -11,6 +11,8 @@ namespace support {
 /// by replace_host_file, and by the creation of a database.
 inline constexpr std::string_view replacement_mark = ".writing-";
 inline constexpr std::string_view new_database_mark = ".creating-";
+/// The same in the names of folders that are being filled by an export.
+inline constexpr std::string_view export_mark = ".exporting-";
 
 /// The path of a file that is still being written for `path`: no two runs, and no file left by a run that was killed,
 /// meet under it.
@@ -21,5 +23,9 @@ std::string working_path(std::string_view path, std::string_view mark);
 /// it belongs to, or where that is gone. What was to replace a file stays as long as that file is missing: it may be
 /// all that is left of it. Never raises.
 void remove_abandoned_files(const std::string& host_path, std::string_view mark);
+
+/// Removes such folders beside the one that is given by its host path, with the files in them: none of these was
+/// changed for ten minutes, no process fills the folder, and there is nothing in it but files. Never raises.
+void remove_abandoned_folders(const std::string& host_path, std::string_view mark);
 
 }  // namespace support

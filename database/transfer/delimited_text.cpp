@@ -1,5 +1,6 @@
 #include "database/transfer/delimited_text.h"
 
+#include <optional>
 #include <utility>
 
 #include "support/encoding.h"
@@ -40,9 +41,7 @@ std::string delimited_row(const std::vector<std::string>& cells) {
 }
 
 DelimitedFile::DelimitedFile(const std::string& host_path, TextEncoding encoding)
-    : name_(support::host_path_of(support::std_path(host_path).filename())),
-      file_(support::std_path(host_path), std::ios::binary),
-      encoding_(encoding) {
+    : name_(support::host_path_of(support::std_path(host_path).filename())), file_(host_path), encoding_(encoding) {
   if (!file_) throw support::RuntimeError(support::error_number::file_not_found, "File not found: " + host_path);
   if (!fill() || encoding != TextEncoding::Utf8) return;
   if (std::string_view(buffer_).starts_with(support::utf8_byte_order_mark)) {
@@ -57,10 +56,10 @@ void DelimitedFile::refuse(std::string_view reason) const {
 
 bool DelimitedFile::fill() {
   buffer_.resize(part_size);
-  file_.read(buffer_.data(), part_size);
-  buffer_.resize(static_cast<std::size_t>(file_.gcount()));
+  const std::optional<std::size_t> count = file_.read(buffer_);
+  buffer_.resize(count.value_or(0));
   position_ = 0;
-  if (file_.bad()) refuse("cannot be read");
+  if (!count) refuse("cannot be read");
   return !buffer_.empty();
 }
 

@@ -3,10 +3,11 @@
 #pragma once
 
 #include <cstddef>
-#include <fstream>
 #include <string>
 #include <string_view>
 #include <vector>
+
+#include "support/host_stream.h"
 
 namespace transfer {
 
@@ -47,7 +48,7 @@ class DelimitedFile {
   void end_cell(std::vector<Cell>& row, Cell& cell) const;
 
   std::string name_;
-  std::ifstream file_;
+  support::HostFileReader file_;
   TextEncoding encoding_;
   std::string buffer_;
   std::size_t position_ = 0;

@@ -5,7 +5,6 @@
 
 #include "support/abandoned_files.h"
 #include "support/error.h"
-#include "support/host_file.h"
 #include "support/host_path.h"
 
 namespace transfer {
@@ -13,7 +12,6 @@ namespace {
 
 namespace fs = std::filesystem;
 
-constexpr std::string_view export_mark = ".exporting-";
 constexpr std::size_t pending_size = 1 << 16;
 constexpr auto exists_already = support::error_number::database_exists;
 constexpr auto no_such_folder = support::error_number::invalid_path;
@@ -35,26 +33,27 @@ bool is_free(const fs::path& path) {
 }  // namespace
 
 OutputFolder::OutputFolder(const std::string& host_path)
-    : path_(without_last_separator(host_path)), working_path_(support::working_path(path_, export_mark)) {
+    : path_(without_last_separator(host_path)), working_path_(support::working_path(path_, support::export_mark)) {
   const fs::path path = support::std_path(path_);
   if (!is_free(path)) {
-    working_path_.clear();
     throw support::RuntimeError(exists_already, "There is something at " + path_ + " already.");
   }
   std::error_code failure;
   if (path.has_parent_path() && !fs::is_directory(path.parent_path(), failure)) {
     throw support::RuntimeError(no_such_folder, "There is no folder for " + path_ + ".");
   }
-  const fs::path working = support::std_path(working_path_);
-  if (!fs::create_directory(working, failure)) {
+  support::remove_abandoned_folders(path_, support::export_mark);
+  folder_.emplace(working_path_);
+  if (!*folder_) {
     throw support::RuntimeError(support::error_number::path_file_access, "No folder can be made for " + path_ + ".");
   }
-  fs::permissions(working, fs::perms::owner_all, failure);
 }
 
 OutputFolder::~OutputFolder() {
+  if (!folder_) return;
+  folder_.reset();
   std::error_code failure;
-  if (!working_path_.empty()) fs::remove_all(support::std_path(working_path_), failure);
+  fs::remove_all(support::std_path(working_path_), failure);
 }
 
 std::string OutputFolder::file(std::string_view name) const {
@@ -63,21 +62,16 @@ std::string OutputFolder::file(std::string_view name) const {
 
 void OutputFolder::finish() {
   std::error_code failure;
-  if (is_free(support::std_path(path_))) fs::remove(support::std_path(path_), failure);
-  if (!support::sync_host_file(working_path_)) {
-    throw support::RuntimeError(disk_error, "The disk does not take " + path_);
-  }
-  if (!support::rename_host_file(working_path_, path_)) {
-    throw support::RuntimeError(exists_already, "The folder cannot be given its name: " + path_);
-  }
-  working_path_.clear();
+  const fs::path path = support::std_path(path_);
+  const bool was_there = is_free(path) && fs::remove(path, failure);
+  if (folder_->take_name(path_)) return folder_.reset();
+  if (was_there) fs::create_directory(path, failure);
+  if (was_there || is_free(path)) throw support::RuntimeError(disk_error, "The disk does not take " + path_ + ".");
+  throw support::RuntimeError(exists_already, "Something has come up at " + path_ + " meanwhile.");
 }
 
-OutputFile::OutputFile(const std::string& host_path)
-    : path_(host_path), file_(support::std_path(host_path), std::ios::binary) {
+OutputFile::OutputFile(const std::string& host_path) : path_(host_path), file_(host_path) {
   if (!file_) fail();
-  std::error_code failure;
-  fs::permissions(support::std_path(host_path), fs::perms::owner_read | fs::perms::owner_write, failure);
 }
 
 void OutputFile::fail() const {
@@ -86,8 +80,7 @@ void OutputFile::fail() const {
 }
 
 void OutputFile::flush() {
-  file_.write(pending_.data(), static_cast<std::streamsize>(pending_.size()));
-  if (!file_) fail();
+  if (!file_.write(pending_)) fail();
   pending_.clear();
 }
 
@@ -98,8 +91,7 @@ void OutputFile::write(std::string_view bytes) {
 
 void OutputFile::close() {
   flush();
-  file_.close();
-  if (file_.fail() || !support::sync_host_file(path_)) fail();
+  if (!file_.close()) fail();
 }
 
 }  // namespace transfer

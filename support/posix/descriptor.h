@@ -3,6 +3,10 @@
 
 #include <unistd.h>
 
+#include <cerrno>
+#include <cstddef>
+#include <string_view>
+
 namespace support {
 
 class Descriptor {
@@ -20,5 +24,16 @@ class Descriptor {
  private:
   int descriptor_;
 };
+
+/// False where not all of it could be written; errno tells why.
+inline bool write_all(int descriptor, std::string_view content) {
+  while (!content.empty()) {
+    const ssize_t written = write(descriptor, content.data(), content.size());
+    if (written < 0 && errno == EINTR) continue;
+    if (written <= 0) return false;
+    content.remove_prefix(static_cast<std::size_t>(written));
+  }
+  return true;
+}
 
 }  // namespace support

@@ -35,16 +35,6 @@ std::string link_target(const std::string& path) {
   return realpath(path.c_str(), buffer.data()) != nullptr ? std::string(buffer.data()) : path;
 }
 
-bool write_all(int descriptor, std::string_view content) {
-  while (!content.empty()) {
-    const ssize_t written = write(descriptor, content.data(), content.size());
-    if (written < 0 && errno == EINTR) continue;
-    if (written <= 0) return false;
-    content.remove_prefix(static_cast<std::size_t>(written));
-  }
-  return true;
-}
-
 /// Access rights and owner of the file that is to be replaced; the owner only as far as we may.
 bool take_over_rights(int descriptor, const std::string& path) {
   struct stat existing {};

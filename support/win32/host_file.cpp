@@ -29,17 +29,6 @@ constexpr DWORD longest_wait = 5000;
   throw RuntimeError(error_number::path_file_access, "Cannot write " + path + ": error " + std::to_string(reason));
 }
 
-bool write_all(HANDLE file, std::string_view content) {
-  constexpr std::size_t block_size = std::size_t{1} << 20U;
-  while (!content.empty()) {
-    DWORD written = 0;
-    const auto size = static_cast<DWORD>(std::min(content.size(), block_size));
-    if (WriteFile(file, content.data(), size, &written, nullptr) == 0 || written == 0) return false;
-    content.remove_prefix(written);
-  }
-  return FlushFileBuffers(file) != 0;
-}
-
 bool is_read_only(const std::wstring& path) {
   const DWORD attributes = GetFileAttributesW(path.c_str());
   return attributes != INVALID_FILE_ATTRIBUTES && (attributes & FILE_ATTRIBUTE_READONLY) != 0;
@@ -121,7 +110,7 @@ void replace_host_file(const std::string& path, std::string_view content) {
   const std::wstring name = wide_path(temporary);
   FileHandle file(CreateFileW(name.c_str(), GENERIC_WRITE, 0, nullptr, CREATE_NEW, FILE_ATTRIBUTE_NORMAL, nullptr));
   if (!file) fail(path, GetLastError());
-  const bool written = write_all(file.get(), content);
+  const bool written = write_all(file.get(), content) && FlushFileBuffers(file.get()) != 0;
   const DWORD reason = GetLastError();
   file.close();
   if (!written) {

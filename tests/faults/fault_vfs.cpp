@@ -24,6 +24,13 @@ bool tracks() {
   return fault == Fault::PowerCut || fault == Fault::TornPowerCut;
 }
 
+/// The calls that SQLite's own file system makes are none of ours.
+int calls_of_sqlite = 0;
+struct CallOfSqlite {
+  CallOfSqlite() { ++calls_of_sqlite; }
+  ~CallOfSqlite() { --calls_of_sqlite; }
+};
+
 /// Followed in memory by the file of the machine's own VFS.
 struct FaultFile {
   sqlite3_file base;
@@ -43,10 +50,12 @@ int close_file(sqlite3_file* file) {
 
 int read_file(sqlite3_file* file, void* bytes, int count, sqlite3_int64 offset) {
   if (fails(Operation::Read)) return SQLITE_IOERR_READ;
+  const CallOfSqlite call;
   return methods(file).xRead(real(file), bytes, count, offset);
 }
 
 int write_file(sqlite3_file* file, const void* bytes, int count, sqlite3_int64 offset) {
+  const CallOfSqlite call;
   switch (FaultPlan::current().meet(Operation::Write)) {
     case Verdict::Fail:
       return SQLITE_IOERR_WRITE;
@@ -117,6 +126,7 @@ int open_file(sqlite3_vfs* vfs, sqlite3_filename name, sqlite3_file* file, int f
   file->pMethods = nullptr;
   const bool existed = name != nullptr && access(name, F_OK) == 0;
   if (fails(existed ? Operation::Read : Operation::Other)) return SQLITE_CANTOPEN;
+  const CallOfSqlite call;
   sqlite3_file* machine_file = real(file);
   const int result = machine_vfs(vfs).xOpen(&machine_vfs(vfs), name, machine_file, flags, out_flags);
   if (machine_file->pMethods == nullptr) return result;
@@ -129,6 +139,7 @@ int open_file(sqlite3_vfs* vfs, sqlite3_filename name, sqlite3_file* file, int f
 int delete_file(sqlite3_vfs* vfs, const char* name, int sync_folder) {
   if (fails(Operation::Other)) return SQLITE_IOERR_DELETE;
   if (tracks()) unsynced().removed(name);
+  const CallOfSqlite call;
   return machine_vfs(vfs).xDelete(&machine_vfs(vfs), name, sync_folder);
 }
 
@@ -152,6 +163,20 @@ int last_error(sqlite3_vfs* vfs, int size, char* text) {
 }  // namespace
 
 void forget_unsynced() { unsynced().forget(); }
+
+bool is_call_of_sqlite() { return calls_of_sqlite > 0; }
+
+void tell_created(const std::string& path) {
+  if (tracks()) unsynced().opened(path, false);
+}
+
+void tell_written(const std::string& path, std::int64_t offset, std::string_view bytes) {
+  if (tracks()) unsynced().written(path, offset, bytes);
+}
+
+void tell_synced(const std::string& path) {
+  if (tracks()) unsynced().synced(path);
+}
 
 void tell_rename(const char* source, const char* target) {
   if (tracks()) unsynced().renamed(source, target);

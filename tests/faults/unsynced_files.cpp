@@ -51,7 +51,21 @@ void UnsyncedFiles::removed(const std::string& path) {
   file.removed = true;
 }
 
+void UnsyncedFiles::move_files(const std::string& source, const std::string& target) {
+  std::map<std::string, File> moved;
+  for (auto& [path, file] : files_) {
+    const bool inside = path.starts_with(source + "/");
+    moved[inside ? target + path.substr(source.size()) : path] = std::move(file);
+  }
+  files_ = std::move(moved);
+}
+
 void UnsyncedFiles::renamed(const std::string& source, const std::string& target) {
+  if (std::filesystem::is_directory(source)) {
+    move_files(source, target);
+    folder_renames_.push_back({source, target});
+    return;
+  }
   const auto known = [&](const std::string& path) {
     const auto [place, is_new] = files_.try_emplace(path);
     if (is_new) place->second.durable = content_of(path);
@@ -64,12 +78,14 @@ void UnsyncedFiles::renamed(const std::string& source, const std::string& target
 
 void UnsyncedFiles::folder_synced() {
   renames_.clear();
+  folder_renames_.clear();
   std::erase_if(files_, [](const auto& file) { return file.second.removed; });
 }
 
 void UnsyncedFiles::forget() {
   files_.clear();
   renames_.clear();
+  folder_renames_.clear();
 }
 
 std::optional<std::string> UnsyncedFiles::surviving(const File& file, bool torn, std::mt19937& coins) {
@@ -93,6 +109,13 @@ std::optional<std::string> UnsyncedFiles::surviving(const File& file, bool torn,
 
 void UnsyncedFiles::cut(bool torn, unsigned seed) {
   std::mt19937 coins(seed);
+  for (; !folder_renames_.empty(); folder_renames_.pop_back()) {
+    if (torn && (coins() & 1U) != 0) break;
+    const auto& [source, target] = folder_renames_.back();
+    std::error_code ignored;
+    std::filesystem::rename(target, source, ignored);
+    move_files(target, source);
+  }
   for (; !renames_.empty(); renames_.pop_back()) {
     if (torn && (coins() & 1U) != 0) break;
     const Rename& undone = renames_.back();

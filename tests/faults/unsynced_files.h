@@ -20,8 +20,8 @@ class UnsyncedFiles {
   void synced(const std::string& path);
   /// Until the folder is synced the file may come back.
   void removed(const std::string& path);
-  /// About to happen: `source` takes the name of `target`, which may be missing. Until the folder is synced both may be
-  /// as they were.
+  /// About to happen: the file or folder `source` takes the name of `target`, which may be missing. Until the folder is
+  /// synced both may be as they were.
   void renamed(const std::string& source, const std::string& target);
   /// All work is in one folder.
   void folder_synced();
@@ -46,10 +46,16 @@ class UnsyncedFiles {
     std::string source, target;
     File replaced;
   };
+  struct FolderRename {
+    std::string source, target;
+  };
+  /// What is known of the files in a folder is known of them in the other one.
+  void move_files(const std::string& source, const std::string& target);
   static std::optional<std::string> surviving(const File& file, bool torn, std::mt19937& coins);
 
   std::map<std::string, File> files_;
   std::vector<Rename> renames_;
+  std::vector<FolderRename> folder_renames_;
 };
 
 }  // namespace faults

@@ -2,12 +2,14 @@
 
 #include <gtest/gtest.h>
 
+#include <array>
 #include <chrono>
 #include <filesystem>
 
 #include "support/abandoned_files.h"
 #include "support/error.h"
 #include "support/host_file.h"
+#include "support/host_stream.h"
 #include "support/virtual_store.h"
 #include "tests/support/temporary_folder.h"
 
@@ -164,6 +166,71 @@ TEST(AbandonedFiles, AreRemovedWhereTheyAreSurelyOursAndOld) {
   folder.write("gone.ini", "");
   remove_abandoned_files(folder.host("gone.ini"), replacement_mark);
   EXPECT_FALSE(folder.read("gone.ini.writing-1"));
+}
+
+TEST(AbandonedFolders, AreRemovedWhereTheyAreSurelyOursAndOld) {
+  const TemporaryFolder folder;
+  const auto grow_old = [&](const std::string& name) {
+    const auto age = std::filesystem::file_time_type::clock::now() - std::chrono::minutes(11);
+    for (const auto& entry : std::filesystem::recursive_directory_iterator(folder.host(name)))
+      std::filesystem::last_write_time(entry.path(), age);
+    std::filesystem::last_write_time(folder.host(name), age);
+  };
+  const auto fill = [&](const std::string& name) {
+    NewHostFolder made(folder.host(name));
+    EXPECT_TRUE(made);
+    folder.write(name + "/t.csv", "x");
+  };
+  const std::string kept[] = {"out", "out.exporting-", "out.exporting-my.copy", "other.exporting-0a1b2c3d"};
+  for (const std::string& name : kept) fill(name);
+  for (const std::string name : {"out.exporting-0000000a", "out.exporting-0000000b", "out.exporting-0000000c"})
+    fill(name);
+  std::filesystem::create_directory(folder.host("out.exporting-0000000b/folder"));
+  for (const auto& entry : std::filesystem::directory_iterator(folder.host(""))) {
+    grow_old(entry.path().filename().string());
+  }
+  folder.write("out.exporting-0000000c/young.csv", "x");
+  const auto is_there = [&](const std::string& name) { return std::filesystem::exists(folder.host(name)); };
+  {
+    NewHostFolder used(folder.host("out.exporting-0000000d"));
+    grow_old("out.exporting-0000000d");
+    remove_abandoned_folders(folder.host("out"), export_mark);
+    EXPECT_TRUE(is_there("out.exporting-0000000d"));
+  }
+  for (const std::string& name : kept) EXPECT_TRUE(is_there(name)) << name;
+  EXPECT_FALSE(is_there("out.exporting-0000000a"));
+  EXPECT_TRUE(is_there("out.exporting-0000000b/t.csv")) << "a folder in it is none of ours";
+  EXPECT_TRUE(is_there("out.exporting-0000000c/t.csv")) << "it grows";
+  remove_abandoned_folders(folder.host("out"), export_mark);
+  EXPECT_FALSE(is_there("out.exporting-0000000d"));
+}
+
+TEST(HostStream, TakesNoPlaceThatIsTakenAndReadsFilesAlone) {
+  const TemporaryFolder folder;
+  HostFileWriter writer(folder.host("a.csv"));
+  ASSERT_TRUE(writer.write("Zeile\n"));
+  ASSERT_TRUE(writer.close());
+  EXPECT_FALSE(writer.write("more"));
+  EXPECT_FALSE(writer.close());
+  EXPECT_FALSE(HostFileWriter(folder.host("a.csv")));
+  EXPECT_FALSE(HostFileWriter(folder.host("none/a.csv")));
+  EXPECT_EQ(folder.read("a.csv"), "Zeile\n");
+  HostFileReader reader(folder.host("a.csv"));
+  std::array<char, 4> part{};
+  EXPECT_EQ(reader.read(part), 4U);
+  EXPECT_EQ(reader.read(part), 2U);
+  EXPECT_EQ(reader.read(part), 0U);
+  EXPECT_FALSE(HostFileReader(folder.host("b.csv")));
+  EXPECT_FALSE(HostFileReader(folder.host("")));
+  EXPECT_FALSE(NewHostFolder(folder.host("a.csv")));
+  NewHostFolder made(folder.host("new")), other(folder.host("second"));
+  ASSERT_TRUE(made && other);
+  folder.write("new/t.csv", "x");
+  EXPECT_FALSE(is_host_folder_unused(folder.host("new")));
+  EXPECT_TRUE(made.take_name(folder.host("named")));
+  EXPECT_EQ(folder.read("named/t.csv"), "x");
+  EXPECT_FALSE(other.take_name(folder.host("named")));
+  EXPECT_EQ(folder.read("named/t.csv"), "x");
 }
 
 TEST(VirtualStore, HasATwinOfAFolderOnlyWhereFilesLieInIt) {

@@ -5,6 +5,7 @@
 #include <utility>
 
 #include "database/engine/embedded/connection.h"
+#include "database/engine/embedded/database_file.h"
 #include "database/engine/engine_error.h"
 #include "support/host_path.h"
 
@@ -14,7 +15,6 @@ namespace {
 constexpr std::string_view plain_beginning{"SQLite format 3\0", 16};
 constexpr auto no_database = error_number::unknown_format;
 constexpr auto cannot_convert = error_number::conversion;
-constexpr auto disk_error = error_number::disk_error;
 
 Value plain_number(std::int64_t number) {
   if (number >= std::numeric_limits<std::int32_t>::min() && number <= std::numeric_limits<std::int32_t>::max()) {
@@ -90,7 +90,7 @@ class SqliteFile : public PlainFile {
 }  // namespace
 
 std::unique_ptr<PlainFile> create_plain_file(const std::string& host_path) {
-  if (!std::ofstream(support::std_path(host_path), std::ios::binary)) raise(disk_error);
+  create_private_file(host_path);
   return std::make_unique<SqliteFile>(host_path, false);
 }
 

@@ -39,7 +39,8 @@ class PlainFile {
   virtual bool has_table(std::string_view name) = 0;
 };
 
-/// A new file, which must not exist: everything up to finish_plain_file() is one transaction. Raises 3043.
+/// A new file, which must not exist: everything up to finish_plain_file() is one transaction. Raises as
+/// create_private_file() does.
 std::unique_ptr<PlainFile> create_plain_file(const std::string& host_path);
 /// Commits and closes it.
 void finish_plain_file(std::unique_ptr<PlainFile> file);
