@@ -29,9 +29,9 @@ class WorkFolder {
 };
 
 constexpr bench::Job (*jobs[])(const std::filesystem::path&) = {
-    bench::creation_job,        bench::reading_job,         bench::ladder_job,
-    bench::pump_conversion_job, bench::pump_statistics_job, bench::summary_job,
-    bench::index_ahead_job,     bench::backup_job,          bench::check_job,
+    bench::creation_job,        bench::reading_job, bench::ladder_job,      bench::pump_conversion_job,
+    bench::pump_statistics_job, bench::summary_job, bench::index_ahead_job, bench::backup_job,
+    bench::export_job,          bench::check_job,
 };
 
 constexpr bench::GrowthJob (*growth_jobs[])(const std::filesystem::path&) = {

@@ -15,6 +15,7 @@ Job pump_conversion_job(const std::filesystem::path& folder);
 Job pump_statistics_job(const std::filesystem::path& folder);
 Job summary_job(const std::filesystem::path& folder);
 Job backup_job(const std::filesystem::path& folder);
+Job export_job(const std::filesystem::path& folder);
 Job check_job(const std::filesystem::path& folder);
 // The walk with keys derived ahead beside the one without; the limit is that of two processors.
 Job index_ahead_job(const std::filesystem::path& folder);

@@ -1,5 +1,5 @@
-// A backup that is read back and compared, and a check, beside what they come down to: copying the rows of every table
-// to a new file of the same kind, and reading all pages and rows.
+// A backup that is read back and compared, an export and a check, beside what they come down to: copying the rows of
+// every table to a new file of the same kind, and reading all pages and rows.
 #include <filesystem>
 #include <memory>
 #include <stdexcept>
@@ -10,8 +10,11 @@
 #include "bench/jobs.h"
 #include "bench/patient_file.h"
 #include "bench/straight.h"
+#include "database/jet_import/engine_source.h"
 #include "database/keeping/backup.h"
 #include "database/keeping/check.h"
+#include "database/open_database.h"
+#include "database/transfer/export.h"
 
 namespace bench {
 namespace {
@@ -68,6 +71,16 @@ void check_straight(const FilledFile& file) {
   }
 }
 
+void export_csv(const std::string& path, const std::filesystem::path& folder) {
+  const database::Environment environment;
+  auto engine = database::create_engine(environment, false);
+  auto database = engine->open_database(windows_path(path), false, true,
+                                        database::connect_text(std::string(database::default_password)));
+  database->begin_transaction();
+  const auto source = jet_import::engine_source(std::move(engine), std::move(database));
+  transfer::export_tables(*source, folder.string(), {}, nullptr);
+}
+
 }  // namespace
 
 Job backup_job(const std::filesystem::path& folder) {
@@ -83,6 +96,21 @@ Job backup_job(const std::filesystem::path& folder) {
               },
           .straight = [file, copy] { copy_straight(*file, copy); },
           .prepare = [copy] { std::filesystem::remove(copy); }};
+}
+
+Job export_job(const std::filesystem::path& folder) {
+  const auto file = std::make_shared<FilledFile>(create_filled_file(folder / "export.das", glucose_rows));
+  const std::string copy = (folder / "exported_rows.das").string();
+  const std::filesystem::path out = folder / "exported";
+  return {.name = "export a year as csv",
+          .limit = 2.0,
+          .ours = [file, out] { export_csv(file->path, out); },
+          .straight = [file, copy] { copy_straight(*file, copy); },
+          .prepare =
+              [copy, out] {
+                std::filesystem::remove(copy);
+                std::filesystem::remove_all(out);
+              }};
 }
 
 Job check_job(const std::filesystem::path& folder) {

@@ -33,6 +33,9 @@ bool sync_host_file(const std::string& path);
 /// second names.
 bool link_host_file(const std::string& path, const std::string& second_name);
 
+/// How many names folders have for the file; 0 where the system does not tell.
+std::uint64_t host_file_names(const std::string& path);
+
 /// Puts a file, which is closed and synced, in the place of another one in one step and takes over its access rights.
 /// Raises 75: the target is as it was and the source is gone, or, where the system has lost the target, the text names
 /// the source, which is kept. `may_replace` is asked before each try; false ends them.

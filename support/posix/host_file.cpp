@@ -136,6 +136,11 @@ bool link_host_file(const std::string& path, const std::string& second_name) {
   return linked;
 }
 
+std::uint64_t host_file_names(const std::string& path) {
+  struct stat status {};
+  return stat(path.c_str(), &status) == 0 ? status.st_nlink : 0;
+}
+
 void replace_with_host_file(const std::string& source, const std::string& target,
                             const std::function<bool()>& may_replace) {
   const std::string place = link_target(target);

@@ -137,6 +137,14 @@ bool link_host_file(const std::string& path, const std::string& second_name) {
   return CreateHardLinkW(wide_path(second_name).c_str(), wide_path(path).c_str(), nullptr) != 0;
 }
 
+std::uint64_t host_file_names(const std::string& path) {
+  constexpr DWORD anybody = FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE;
+  const FileHandle file(CreateFileW(wide_path(path).c_str(), 0, anybody, nullptr, OPEN_EXISTING, 0, nullptr));
+  BY_HANDLE_FILE_INFORMATION information{};
+  if (!file || GetFileInformationByHandle(file.get(), &information) == 0) return 0;
+  return information.nNumberOfLinks;
+}
+
 void replace_with_host_file(const std::string& source, const std::string& target,
                             const std::function<bool()>& may_replace) {
   SystemCalls calls{may_replace};

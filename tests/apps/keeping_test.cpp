@@ -10,6 +10,7 @@
 #include "database/keeping/backup.h"
 #include "database/keeping/compact.h"
 #include "support/file_system.h"
+#include "support/host_file.h"
 #include "tests/apps/program_run.h"
 
 namespace {
@@ -123,6 +124,17 @@ TEST_F(Keeping, ChangesNothingWhereSomebodyHasTheFileOpen) {
   }
   EXPECT_EQ(names().size(), 2U);
   EXPECT_EQ(user->open_recordset("SELECT * FROM glucose WHERE ID=1")->record_count(), 1);
+}
+
+TEST_F(Keeping, WritesNoFileAnewThatHasASecondName) {
+  const std::string file = folder_.file("first.das");
+  ASSERT_EQ(run_patientdb({"create", file}).code, 0);
+  ASSERT_TRUE(support::link_host_file(file, folder_.file("second.das")));
+  const auto before = folder_.snapshot();
+  EXPECT_THAT(run_patientdb({"compact", file}).err, StartsWith("error 3251: "));
+  EXPECT_THAT(run_patientdb({"password", file}, {{"PATIENTDB_NEW_PASSWORD", "geheim"}}).err,
+              StartsWith("error 3251: "));
+  EXPECT_EQ(folder_.snapshot(), before);
 }
 
 TEST_F(Keeping, CopiesAFileThatIsInUseAsItIsStored) {

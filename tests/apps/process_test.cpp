@@ -105,15 +105,4 @@ TEST_F(Process, AFullDiskLeavesNoHalfDatabase) {
   EXPECT_TRUE(folder_.snapshot().empty());
 }
 
-TEST_F(Process, AFileWithASecondNameIsNotWrittenAnew) {
-  const std::string file = folder_.file("first.das");
-  ASSERT_EQ(apps_test::run_patientdb({"create", file}).code, 0);
-  std::filesystem::create_hard_link(file, folder_.file("second.das"));
-  const auto before = folder_.snapshot();
-  EXPECT_THAT(apps_test::run_patientdb({"compact", file}).err, StartsWith("error 3251: "));
-  EXPECT_THAT(apps_test::run_patientdb({"password", file}, {{"PATIENTDB_NEW_PASSWORD", "geheim"}}).err,
-              StartsWith("error 3251: "));
-  EXPECT_EQ(folder_.snapshot(), before);
-}
-
 }  // namespace

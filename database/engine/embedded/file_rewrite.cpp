@@ -8,6 +8,7 @@
 #include "database/engine/engine_error.h"
 #include "support/abandoned_files.h"
 #include "support/encoding.h"
+#include "support/host_file.h"
 #include "support/host_path.h"
 
 namespace engine::embedded {
@@ -15,12 +16,11 @@ namespace {
 
 /// The file itself, where the path is a link to it. Another name of it would go on leading to the old file.
 std::string only_name_of(const std::string& host_path) {
-  const std::filesystem::path path = support::std_path(host_path);
-  std::error_code failure;
-  if (std::filesystem::hard_link_count(path, failure) > 1 && !failure) {
+  if (support::host_file_names(host_path) > 1) {
     raise(error_number::not_supported, "writing a file anew that has a second name in a folder");
   }
-  const std::filesystem::path file = std::filesystem::canonical(path, failure);
+  std::error_code failure;
+  const std::filesystem::path file = std::filesystem::canonical(support::std_path(host_path), failure);
   return failure ? host_path : support::host_path_of(file);
 }
 
