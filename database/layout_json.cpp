@@ -1,9 +1,11 @@
 #include "database/layout_json.h"
 
-#include <cstdio>
+#include "support/json_writer.h"
 
 namespace database {
 namespace {
+
+using support::json_text;
 
 struct TypeWord {
   engine::DataType type;
@@ -17,21 +19,6 @@ constexpr TypeWord type_words[] = {
     {engine::DataType::Date, "Date"},       {engine::DataType::Text, "Text"},
     {engine::DataType::Memo, "Memo"},
 };
-
-std::string json_text(std::string_view text) {
-  std::string json = "\"";
-  for (const char character : text) {
-    if (character == '"' || character == '\\') json += '\\';
-    if (static_cast<unsigned char>(character) < 0x20) {
-      char escape[8];
-      std::snprintf(escape, sizeof escape, "\\u%04x", static_cast<unsigned>(character));
-      json += escape;
-    } else {
-      json += character;
-    }
-  }
-  return json + '"';
-}
 
 std::string member(std::string_view name, const std::string& value) { return json_text(name) + ":" + value; }
 

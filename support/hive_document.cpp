@@ -1,7 +1,6 @@
 #include "support/hive_document.h"
 
 #include <algorithm>
-#include <charconv>
 
 #include "support/encoding.h"
 #include "support/error.h"
@@ -53,10 +52,7 @@ std::string unquoted(std::string_view quoted) {
 }
 
 std::optional<std::uint32_t> hex_number(std::string_view digits, std::size_t most_digits) {
-  std::uint32_t number = 0;
-  const auto [end, error] = std::from_chars(digits.data(), digits.data() + digits.size(), number, 16);
-  const bool whole = error == std::errc() && end == digits.data() + digits.size() && digits.size() <= most_digits;
-  return whole ? std::optional(number) : std::nullopt;
+  return digits.size() <= most_digits ? parse_whole<std::uint32_t>(digits, 16) : std::nullopt;
 }
 
 bool is_known_data(std::string_view data) { return hive_text(data) || hive_number(data) || hive_bytes(data); }

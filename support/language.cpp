@@ -1,6 +1,5 @@
 #include "support/language.h"
 
-#include <charconv>
 #include <map>
 #include <utility>
 
@@ -8,6 +7,7 @@
 #include "support/file_system.h"
 #include "support/german_table.h"
 #include "support/ini_document.h"
+#include "support/text.h"
 
 namespace support {
 
@@ -50,10 +50,7 @@ Texts texts_of(std::string_view bytes) {
   const IniDocument table = IniDocument::parse(bytes, encoding);
   Texts texts;
   table.each_value(text_section, [&texts](std::string_view key, std::string_view text) {
-    long number = 0;
-    const auto [end, error] = std::from_chars(key.data(), key.data() + key.size(), number);
-    if (error != std::errc() || end != key.data() + key.size()) return;
-    texts.try_emplace(number, with_line_breaks(text));
+    if (const auto number = parse_whole<long>(key)) texts.try_emplace(*number, with_line_breaks(text));
   });
   return texts;
 }

@@ -1,15 +1,34 @@
 // Texts trimmed, split and replaced. None raises.
 #pragma once
 
+#include <charconv>
 #include <cstdint>
+#include <optional>
 #include <string>
 #include <string_view>
+#include <system_error>
+#include <type_traits>
 #include <vector>
 
 namespace support {
 
 /// A decimal digit, whatever the locale.
 constexpr bool is_digit(char character) noexcept { return character >= '0' && character <= '9'; }
+
+/// The number that the whole text is, as std::from_chars reads it: no blanks, no "+", "." whatever the locale; `base`
+/// is for whole numbers. Nothing for anything else, for an empty text, and for what `Number` cannot hold.
+template <typename Number>
+std::optional<Number> parse_whole(std::string_view text, [[maybe_unused]] int base = 10) noexcept {
+  Number number{};
+  const char* const end = text.data() + text.size();
+  std::from_chars_result result{};
+  if constexpr (std::is_floating_point_v<Number>) {
+    result = std::from_chars(text.data(), end, number);
+  } else {
+    result = std::from_chars(text.data(), end, number, base);
+  }
+  return result.ec == std::errc() && result.ptr == end ? std::optional(number) : std::nullopt;
+}
 
 /// Without outer blanks and characters below 20; empty where the text begins with NUL.
 std::string trim(std::string_view text);

@@ -1,9 +1,9 @@
 #include "apps/console/arguments.h"
 
 #include <algorithm>
-#include <charconv>
 
 #include "support/encoding.h"
+#include "support/text.h"
 
 namespace console {
 namespace {
@@ -61,14 +61,12 @@ std::int32_t Arguments::number(std::string_view option, std::int32_t fallback, s
                                std::int32_t most) const {
   const std::optional<std::string> text = value(option);
   if (!text) return fallback;
-  std::int32_t number = 0;
-  const char* end = text->data() + text->size();
-  const auto [stop, problem] = std::from_chars(text->data(), end, number);
-  if (problem != std::errc() || stop != end || number < least || number > most) {
+  const auto number = support::parse_whole<std::int32_t>(*text);
+  if (!number || *number < least || *number > most) {
     throw UsageError(std::string(option) + " takes a whole number from " + std::to_string(least) + " to " +
                      std::to_string(most) + ", not \"" + *text + "\".");
   }
-  return number;
+  return *number;
 }
 
 void Arguments::expect_operands(std::size_t least, std::size_t most, std::string_view usage) const {

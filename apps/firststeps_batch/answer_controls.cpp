@@ -1,7 +1,6 @@
 #include "apps/firststeps_batch/answer_controls.h"
 
 #include <algorithm>
-#include <charconv>
 
 #include "apps/console/console.h"
 #include "apps/firststeps_batch/page_refused.h"
@@ -77,13 +76,6 @@ bool offered(const Control* control) {
   return true;
 }
 
-std::optional<std::int32_t> whole_number(std::string_view text) {
-  std::int32_t number = 0;
-  const auto [stop, problem] = std::from_chars(text.data(), text.data() + text.size(), number);
-  if (text.empty() || problem != std::errc() || stop != text.data() + text.size()) return std::nullopt;
-  return number;
-}
-
 /// Applies one answer. Each function returns what is wrong with the value; empty when it was taken.
 class Hand {
  public:
@@ -117,7 +109,7 @@ class Hand {
     const auto& items = control.items();
     auto found = std::ranges::find_if(
         items, [&](const form::ListItem& item) { return support::equal_ignoring_case(item.text, value); });
-    const std::optional<std::int32_t> number = whole_number(value);
+    const std::optional<std::int32_t> number = support::parse_whole<std::int32_t>(value);
     if (!control.editable() && number) found = std::ranges::find(items, *number, &form::ListItem::item_data);
     if (found == items.end()) {
       if (!control.editable()) return "the list has no entry \"" + value + "\"" + entries_text(control);

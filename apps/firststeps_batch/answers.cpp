@@ -1,7 +1,6 @@
 #include "apps/firststeps_batch/answers.h"
 
 #include <algorithm>
-#include <charconv>
 #include <optional>
 
 #include "apps/console/console.h"
@@ -35,9 +34,9 @@ std::optional<Answer> answer_of_key(std::string_view key) {
   if (bracket == std::string_view::npos) return answer;
   if (key.back() != ')') return std::nullopt;
   const std::string_view digits = support::strip(key.substr(bracket + 1, key.size() - bracket - 2), blanks);
-  const char* end = digits.data() + digits.size();
-  const auto [stop, problem] = std::from_chars(digits.data(), end, answer.index);
-  if (problem != std::errc() || stop != end || answer.index < 0 || answer.index > largest_index) return std::nullopt;
+  const auto index = support::parse_whole<int>(digits);
+  if (!index || *index < 0 || *index > largest_index) return std::nullopt;
+  answer.index = *index;
   return answer;
 }
 

@@ -2,9 +2,9 @@
 
 #include <algorithm>
 
-#include "apps/console/json_writer.h"
 #include "apps/console/text_table.h"
 #include "support/file_system.h"
+#include "support/json_writer.h"
 #include "wizard/findings.h"
 
 namespace firststeps_batch {
@@ -58,7 +58,7 @@ void write_problems(std::ostream& out, const std::vector<Entry>& entries) {
   }
 }
 
-void write_entry(console::JsonWriter& json, const Entry& entry, bool dry_run) {
+void write_entry(support::JsonWriter& json, const Entry& entry, bool dry_run) {
   json.begin_object().key("what").text(word(entry.what)).key("place").text(place(entry));
   json.key("name").text(entry.name).key("value").text(entry.value);
   json.key("written").boolean(entry.written && !dry_run).key("problem").text(entry.problem).end_object();
@@ -75,7 +75,7 @@ void write_warnings(std::ostream& out, const std::vector<Warning>& warnings) {
   }
 }
 
-void write_warnings(console::JsonWriter& json, const std::vector<Warning>& warnings) {
+void write_warnings(support::JsonWriter& json, const std::vector<Warning>& warnings) {
   json.key("warnings").begin_array();
   for (const Warning& warning : warnings) {
     json.begin_object().key("severity").text(warning.severity).key("page").text(warning.page);
@@ -84,7 +84,7 @@ void write_warnings(console::JsonWriter& json, const std::vector<Warning>& warni
   json.end_array();
 }
 
-void write_texts(console::JsonWriter& json, std::string_view key, const std::vector<std::string>& texts) {
+void write_texts(support::JsonWriter& json, std::string_view key, const std::vector<std::string>& texts) {
   json.key(key).begin_array();
   for (const std::string& text : texts) json.text(text);
   json.end_array();
@@ -114,7 +114,7 @@ void write_text(std::ostream& out, const RunReport& report) {
 }
 
 void write_json(std::ostream& out, const RunReport& report) {
-  console::JsonWriter json(out);
+  support::JsonWriter json(out);
   json.begin_object().key("dry_run").boolean(report.dry_run).key("complete").boolean(report.finish.complete());
   json.key("entries").begin_array();
   for (const Entry& entry : report.finish.entries) write_entry(json, entry, report.dry_run);

@@ -38,7 +38,7 @@ int run_backup(const console::Arguments& arguments, console::Console& console) {
   progress.clear();
   const std::string path = support::host_file_system().host_path(done.path);
   if (arguments.has(json_option.name)) {
-    console::JsonWriter json(console.out);
+    support::JsonWriter json(console.out);
     json.begin_object().key("file").text(file).key("backup").text(path);
     json.key("bytes").integer(static_cast<std::int64_t>(done.bytes)).key("tables");
     write_tables(json, done.tables);

@@ -15,7 +15,7 @@ int run_basal(const console::Arguments& arguments, console::Console& console) {
   const SkippedStatementLines skipped(console.err);
   const engine::Value units = database::db_IP_CalcBasal(environment.get(), *open.database, with_whole_days(period));
   if (arguments.has(json_option.name)) {
-    console::JsonWriter json(console.out);
+    support::JsonWriter json(console.out);
     json.begin_object();
     write_json(json.key("basal"), units);
     json.end_object();

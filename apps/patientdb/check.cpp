@@ -3,12 +3,12 @@
 #include <algorithm>
 #include <cstdint>
 
-#include "apps/console/json_writer.h"
 #include "apps/console/progress_line.h"
 #include "apps/console/text_table.h"
 #include "apps/patientdb/command.h"
 #include "apps/patientdb/database_operand.h"
 #include "apps/patientdb/tool_environment.h"
+#include "support/json_writer.h"
 
 namespace patientdb {
 namespace {
@@ -47,7 +47,7 @@ void write_report_text(std::ostream& out, const std::string& file, const CheckRe
 }
 
 void write_report_json(std::ostream& out, const std::string& file, const CheckReport& report) {
-  console::JsonWriter json(out);
+  support::JsonWriter json(out);
   json.begin_object().key("file").text(file).key("layout").text(report.layout);
   json.key("tables").integer(report.tables).key("rows").integer(report.rows).key("findings").begin_array();
   for (const Finding& finding : report.findings) {

@@ -1,10 +1,10 @@
 #include "database/keeping/compact.h"
 
-#include "apps/console/json_writer.h"
 #include "apps/console/progress_line.h"
 #include "apps/patientdb/command.h"
 #include "apps/patientdb/database_operand.h"
 #include "apps/patientdb/tool_environment.h"
+#include "support/json_writer.h"
 
 namespace patientdb {
 namespace {
@@ -32,7 +32,7 @@ int run_compact(const console::Arguments& arguments, console::Console& console) 
       database::keeping::compact_file(environment.get(), database_path(file), password(arguments, console));
   progress.clear();
   if (arguments.has(json_option.name)) {
-    console::JsonWriter json(console.out);
+    support::JsonWriter json(console.out);
     json.begin_object().key("file").text(file);
     json.key("bytes_before").integer(static_cast<std::int64_t>(done.bytes_before));
     json.key("bytes_after").integer(static_cast<std::int64_t>(done.bytes_after));

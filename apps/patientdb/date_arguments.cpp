@@ -1,7 +1,6 @@
 #include "apps/patientdb/date_arguments.h"
 
 #include <algorithm>
-#include <charconv>
 #include <vector>
 
 #include "support/text.h"
@@ -23,10 +22,9 @@ std::optional<std::vector<int>> digit_groups(std::string_view text, char separat
       text.remove_prefix(1);
     }
     const std::string_view group = text.substr(0, lengths[i]);
-    int number = 0;
-    const auto [end, error] = std::from_chars(group.data(), group.data() + group.size(), number);
-    if (error != std::errc() || end != group.data() + lengths[i] || group.starts_with('-')) return std::nullopt;
-    numbers.push_back(number);
+    const auto number = support::parse_whole<int>(group);
+    if (!number || group.size() != lengths[i] || group.starts_with('-')) return std::nullopt;
+    numbers.push_back(*number);
     text.remove_prefix(group.size());
   }
   return text.empty() ? std::optional(numbers) : std::nullopt;

@@ -3,12 +3,12 @@
 #include <algorithm>
 #include <iterator>
 
-#include "apps/console/json_writer.h"
 #include "apps/console/progress_line.h"
 #include "apps/console/text_table.h"
 #include "apps/patientdb/command.h"
 #include "apps/patientdb/database_operand.h"
 #include "database/jet_import/engine_source.h"
+#include "support/json_writer.h"
 
 namespace patientdb {
 namespace {
@@ -71,7 +71,7 @@ transfer::ExportChoices choices_of(const console::Arguments& arguments) {
 }
 
 void write_report_json(std::ostream& out, const std::string& folder, const transfer::ExportReport& report) {
-  console::JsonWriter json(out);
+  support::JsonWriter json(out);
   json.begin_object().key("folder").text(folder).key("tables").begin_array();
   for (const transfer::ExportedTable& table : report.tables) {
     json.begin_object().key("name").text(table.name).key("file").text(table.file);

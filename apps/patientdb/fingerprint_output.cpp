@@ -11,7 +11,7 @@ void write_sum(std::ostream& out, const std::vector<database::keeping::TableFing
   out << tables.size() << " tables, " << database::keeping::row_count(tables) << " rows";
 }
 
-void write_tables(console::JsonWriter& json, const std::vector<database::keeping::TableFingerprint>& tables) {
+void write_tables(support::JsonWriter& json, const std::vector<database::keeping::TableFingerprint>& tables) {
   json.begin_array();
   for (const database::keeping::TableFingerprint& table : tables) {
     char checksum[17];

@@ -4,8 +4,8 @@
 #include <ostream>
 #include <vector>
 
-#include "apps/console/json_writer.h"
 #include "database/keeping/table_fingerprint.h"
+#include "support/json_writer.h"
 
 namespace patientdb {
 
@@ -13,6 +13,6 @@ namespace patientdb {
 void write_sum(std::ostream& out, const std::vector<database::keeping::TableFingerprint>& tables);
 
 /// A list of objects: table, rows, checksum (16 hexadecimal digits).
-void write_tables(console::JsonWriter& json, const std::vector<database::keeping::TableFingerprint>& tables);
+void write_tables(support::JsonWriter& json, const std::vector<database::keeping::TableFingerprint>& tables);
 
 }  // namespace patientdb

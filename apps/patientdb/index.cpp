@@ -1,6 +1,5 @@
 #include <algorithm>
 #include <array>
-#include <charconv>
 
 #include "apps/console/progress_line.h"
 #include "apps/patientdb/command.h"
@@ -12,6 +11,7 @@
 #include "database/creation/create_database.h"
 #include "database/index/index_database.h"
 #include "support/encoding.h"
+#include "support/text.h"
 
 namespace patientdb {
 namespace {
@@ -55,12 +55,11 @@ struct Call {
 
 std::int32_t patient_number(const Call& call) {
   const std::string& text = call.arguments.operands()[2];
-  std::int32_t number = 0;
-  const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), number);
-  if (error != std::errc() || end != text.data() + text.size() || number < 0) {
+  const auto number = support::parse_whole<std::int32_t>(text);
+  if (!number || *number < 0) {
     throw console::UsageError("The patient's number is a whole number from 0, not \"" + text + "\".");
   }
-  return number;
+  return *number;
 }
 
 database::PatientRecord patient_of(const Call& call) {

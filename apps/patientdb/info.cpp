@@ -51,7 +51,7 @@ void write_record_text(std::ostream& out, std::span<const Line> lines) {
 }
 
 void write_record_json(std::ostream& out, std::span<const Line> lines) {
-  console::JsonWriter json(out);
+  support::JsonWriter json(out);
   json.begin_object();
   for (const Line& line : lines) write_json(json.key(line.name), line.value);
   json.end_object();

@@ -37,7 +37,7 @@ std::vector<database::LabDefinition> definitions(const database::Environment& en
   return found;
 }
 
-std::string limit(float value) { return value < 0 ? "" : console::plain_number(value); }
+std::string limit(float value) { return value < 0 ? "" : support::plain_number(value); }
 
 void write_text(std::ostream& out, const std::vector<database::LabDefinition>& found) {
   using Align = console::TextTable::Align;
@@ -53,7 +53,7 @@ void write_text(std::ostream& out, const std::vector<database::LabDefinition>& f
 }
 
 void write_json_definitions(std::ostream& out, const std::vector<database::LabDefinition>& found) {
-  console::JsonWriter json(out);
+  support::JsonWriter json(out);
   json.begin_array();
   for (const auto& entry : found) {
     json.begin_object().key("type").integer(entry.type).key("field").text(entry.field);

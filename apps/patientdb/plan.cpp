@@ -26,14 +26,14 @@ void write_text(std::ostream& out, const database::TherapyPlan& plan, const std:
   table.add_column("Time slot", console::TextTable::Align::Right);
   table.add_column("Text");
   for (const auto& item : plan.items) {
-    table.add_row({std::to_string(item.ItemType), console::plain_number(item.ItemValue), std::to_string(item.TimeSlot),
+    table.add_row({std::to_string(item.ItemType), support::plain_number(item.ItemValue), std::to_string(item.TimeSlot),
                    item.desc});
   }
   table.write(out);
 }
 
 void write_json_plan(std::ostream& out, const database::TherapyPlan& plan, const database::PlanSummary& summary) {
-  console::JsonWriter json(out);
+  support::JsonWriter json(out);
   json.begin_object().key("id").integer(plan.id).key("date").text(day_text(plan.vDate)).key("type").integer(plan.Type);
   json.key("summary").text(plan_summary_text(summary)).key("basal_per_kilogram");
   summary.basal_per_kilogram ? json.number(*summary.basal_per_kilogram) : json.null();

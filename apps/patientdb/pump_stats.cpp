@@ -53,7 +53,7 @@ void write_text(std::ostream& out, const database::PumpStatistics& statistics) {
 }
 
 void write_json_object(std::ostream& out, const database::PumpStatistics& statistics) {
-  console::JsonWriter json(out);
+  support::JsonWriter json(out);
   json.begin_object();
   for (const StatisticsLine& line : statistics_lines(statistics)) write_json(json.key(line.key), line.value);
   json.key("hours").begin_array();

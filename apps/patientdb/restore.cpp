@@ -33,7 +33,7 @@ int run_restore(const console::Arguments& arguments, console::Console& console) 
   progress.clear();
   const std::string kept = done.kept.empty() ? "" : support::host_file_system().host_path(done.kept);
   if (arguments.has(json_option.name)) {
-    console::JsonWriter json(console.out);
+    support::JsonWriter json(console.out);
     json.begin_object().key("file").text(file).key("backup").text(backup).key("kept").text(kept).key("tables");
     write_tables(json, done.tables);
     json.end_object();

@@ -44,7 +44,7 @@ class Runner {
   void report_change() {
     const std::int32_t affected = database_.records_affected();
     if (json_) {
-      console::JsonWriter json(out_);
+      support::JsonWriter json(out_);
       json.begin_object().key("columns").begin_array().end_array().key("rows").begin_array().end_array();
       json.key("affected").integer(affected).end_object();
       out_ << '\n';
@@ -54,7 +54,7 @@ class Runner {
   }
 
   void write_json_rows(engine::Recordset& rows) {
-    console::JsonWriter json(out_);
+    support::JsonWriter json(out_);
     const std::int32_t columns = rows.field_count();
     json.begin_object().key("columns").begin_array();
     for (std::int32_t i = 0; i < columns; ++i) json.text(rows.field_name(i));

@@ -47,13 +47,13 @@ void write_text(std::ostream& out, const std::vector<database::Availability>& fo
   table.add_column("Checksum", Align::Right);
   for (const auto& entry : found) {
     table.add_row({std::to_string(entry.category), std::to_string(entry.count), day_text(entry.first),
-                   day_text(entry.last), entry.checksum ? console::plain_number(*entry.checksum) : ""});
+                   day_text(entry.last), entry.checksum ? support::plain_number(*entry.checksum) : ""});
   }
   table.write(out);
 }
 
 void write_json_lines(std::ostream& out, const std::vector<database::Availability>& found) {
-  console::JsonWriter json(out);
+  support::JsonWriter json(out);
   json.begin_array();
   for (const auto& entry : found) {
     json.begin_object().key("typ").integer(entry.category).key("count").integer(entry.count);

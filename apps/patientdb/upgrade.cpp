@@ -1,6 +1,5 @@
 #include <optional>
 
-#include "apps/console/json_writer.h"
 #include "apps/console/progress_line.h"
 #include "apps/patientdb/command.h"
 #include "apps/patientdb/database_operand.h"
@@ -10,6 +9,7 @@
 #include "database/upgrade/file_upgrade.h"
 #include "database/upgrade/ladder.h"
 #include "support/encoding.h"
+#include "support/json_writer.h"
 
 namespace patientdb {
 namespace {
@@ -135,7 +135,7 @@ void write_text(console::Console& console, const Outcome& outcome) {
 }
 
 void write_json(console::Console& console, const Outcome& outcome) {
-  console::JsonWriter json(console.out);
+  support::JsonWriter json(console.out);
   json.begin_object().key("file").text(outcome.file).key("state").text(outcome.state);
   json.key("layout").text(outcome.layout).key("copy").text(outcome.copy);
   json.key("error").integer(outcome.error ? outcome.error->number() : 0);

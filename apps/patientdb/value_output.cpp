@@ -7,14 +7,14 @@ struct CellText {
   std::string operator()(engine::Null) const { return {}; }
   std::string operator()(bool value) const { return value ? "-1" : "0"; }
   std::string operator()(std::int32_t value) const { return std::to_string(value); }
-  std::string operator()(float value) const { return console::plain_number(value); }
-  std::string operator()(double value) const { return console::plain_number(value); }
+  std::string operator()(float value) const { return support::plain_number(value); }
+  std::string operator()(double value) const { return support::plain_number(value); }
   std::string operator()(engine::Date value) const { return engine::iso_text(value); }
   std::string operator()(const std::string& value) const { return value; }
 };
 
 struct JsonValue {
-  console::JsonWriter& json;
+  support::JsonWriter& json;
   void operator()(engine::Null) const { json.null(); }
   void operator()(bool value) const { json.integer(value ? -1 : 0); }
   void operator()(std::int32_t value) const { json.integer(value); }
@@ -34,7 +34,7 @@ engine::Value date_or_null(const std::optional<engine::Date>& date) {
   return date ? engine::Value(*date) : engine::Value(engine::Null{});
 }
 
-void write_json(console::JsonWriter& json, const engine::Value& value) { std::visit(JsonValue{json}, value); }
+void write_json(support::JsonWriter& json, const engine::Value& value) { std::visit(JsonValue{json}, value); }
 
 console::TextTable::Align alignment(engine::DataType type) {
   using enum engine::DataType;

@@ -5,9 +5,9 @@
 #include <optional>
 #include <string>
 
-#include "apps/console/json_writer.h"
 #include "apps/console/text_table.h"
 #include "database/engine/engine.h"
+#include "support/json_writer.h"
 
 namespace patientdb {
 
@@ -21,7 +21,7 @@ std::string day_text(engine::Date date);
 engine::Value date_or_null(const std::optional<engine::Date>& date);
 
 /// Null is null, a date a text.
-void write_json(console::JsonWriter& json, const engine::Value& value);
+void write_json(support::JsonWriter& json, const engine::Value& value);
 
 /// Numbers stand to the right.
 console::TextTable::Align alignment(engine::DataType type);

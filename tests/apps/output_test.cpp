@@ -10,14 +10,14 @@ namespace {
 
 std::string json_of(const engine::Value& value) {
   std::ostringstream out;
-  console::JsonWriter json(out);
+  support::JsonWriter json(out);
   patientdb::write_json(json, value);
   return out.str();
 }
 
 TEST(JsonWriter, SetsCommasAndNesting) {
   std::ostringstream out;
-  console::JsonWriter json(out);
+  support::JsonWriter json(out);
   json.begin_object().key("a").begin_array().integer(1).begin_array().end_array().text("x").end_array();
   json.key("b").begin_object().end_object().key("c").boolean(false).key("d").null().end_object();
   EXPECT_EQ(out.str(), R"({"a":[1,[],"x"],"b":{},"c":false,"d":null})");

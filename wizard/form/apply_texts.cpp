@@ -1,6 +1,5 @@
 #include "wizard/form/apply_texts.h"
 
-#include <charconv>
 #include <optional>
 #include <vector>
 
@@ -15,11 +14,7 @@ std::optional<long> text_number(std::string_view tag) {
   std::string mark(tag.substr(0, tag.find('^')));
   if (!mark.starts_with('L')) return std::nullopt;
   support::replace(mark, "L", "");
-  long number = 0;
-  const char* const end = mark.data() + mark.size();
-  const auto [rest, error] = std::from_chars(mark.data(), end, number);
-  if (mark.empty() || error != std::errc() || rest != end) return std::nullopt;
-  return number;
+  return support::parse_whole<long>(mark);
 }
 
 bool has_font(Kind kind) noexcept {

@@ -1,27 +1,20 @@
 #include "wizard/form/match_list.h"
 
 #include <algorithm>
-#include <charconv>
 #include <optional>
 
 #include "support/encoding.h"
 #include "support/error.h"
+#include "support/text.h"
 
 namespace form {
 
 namespace {
 
-std::optional<std::int32_t> whole_number(std::string_view text) {
-  std::int32_t number = 0;
-  const char* const end = text.data() + text.size();
-  const auto [rest, error] = std::from_chars(text.data(), end, number);
-  if (text.empty() || error != std::errc() || rest != end) return std::nullopt;
-  return number;
-}
-
 int matching_entry(const std::vector<ListItem>& items, std::string_view value) {
   auto match = items.end();
-  if (const auto number = whole_number(value)) match = std::ranges::find(items, *number, &ListItem::item_data);
+  if (const auto number = support::parse_whole<std::int32_t>(value))
+    match = std::ranges::find(items, *number, &ListItem::item_data);
   if (match == items.end())
     match = std::ranges::find_if(items,
                                  [&](const ListItem& item) { return support::equal_ignoring_case(item.text, value); });

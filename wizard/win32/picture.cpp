@@ -3,20 +3,18 @@
 #include <shlwapi.h>
 
 #include <algorithm>
-#include <charconv>
 #include <cstdint>
 #include <utility>
 
+#include "support/text.h"
 #include "support/win32/wide.h"
 
 namespace wizard::win32 {
 namespace {
 
 HRSRC find_resource(std::string_view name) {
-  WORD number = 0;
-  const char* const end = name.data() + name.size();
-  const auto [rest, error] = std::from_chars(name.data(), end, number);
-  if (error == std::errc() && rest == end) return FindResourceW(nullptr, MAKEINTRESOURCEW(number), RT_RCDATA);
+  if (const auto number = support::parse_whole<WORD>(name))
+    return FindResourceW(nullptr, MAKEINTRESOURCEW(*number), RT_RCDATA);
   return FindResourceW(nullptr, support::wide(name).c_str(), RT_RCDATA);
 }
 

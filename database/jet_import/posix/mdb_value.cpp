@@ -1,12 +1,12 @@
 #include "database/jet_import/posix/mdb_value.h"
 
 #include <algorithm>
-#include <charconv>
 #include <cstring>
 #include <memory>
 #include <string>
 
 #include "support/error.h"
+#include "support/text.h"
 
 namespace jet_import {
 namespace {
@@ -65,16 +65,15 @@ std::string_view bytes_of(const MdbField& field) {
 double decimal(const char* text) {
   constexpr std::size_t exact_digits = 15;
   std::string_view rest(text);
-  double number = 0;
-  const auto read = std::from_chars(rest.data(), rest.data() + rest.size(), number);
-  if (read.ec != std::errc() || read.ptr != rest.data() + rest.size()) damaged();
+  const auto number = support::parse_whole<double>(rest);
+  if (!number) damaged();
   if (rest.starts_with('-')) rest.remove_prefix(1);
   std::string digits(rest);
   std::erase(digits, '.');
   digits.erase(0, digits.find_first_not_of('0'));
   if (digits.size() > exact_digits)
     throw support::RuntimeError(support::error_number::overflow, "Overflow: " + std::string(text));
-  return number;
+  return *number;
 }
 
 using MdbText = std::unique_ptr<char, decltype([](char* text) { g_free(text); })>;

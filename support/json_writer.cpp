@@ -1,4 +1,4 @@
-#include "apps/console/json_writer.h"
+#include "support/json_writer.h"
 
 #include <array>
 #include <charconv>
@@ -6,7 +6,7 @@
 
 #include "support/encoding.h"
 
-namespace console {
+namespace support {
 namespace {
 
 template <typename Number>
@@ -42,8 +42,8 @@ std::string plain_number(float value) { return shortest(value); }
 
 std::string json_text(std::string_view text) {
   std::string mended;
-  if (!support::is_utf8(text)) {
-    mended = support::utf8_from_utf16(support::utf16_from_utf8(text));
+  if (!is_utf8(text)) {
+    mended = utf8_from_utf16(utf16_from_utf8(text));
     text = mended;
   }
   std::string result = "\"";
@@ -101,4 +101,4 @@ JsonWriter& JsonWriter::number(float value) { return raw(plain_number(value)); }
 JsonWriter& JsonWriter::boolean(bool value) { return raw(value ? "true" : "false"); }
 JsonWriter& JsonWriter::null() { return raw("null"); }
 
-}  // namespace console
+}  // namespace support

@@ -7,7 +7,7 @@
 #include <string>
 #include <string_view>
 
-namespace console {
+namespace support {
 
 class JsonWriter {
  public:
@@ -42,4 +42,4 @@ std::string json_text(std::string_view text);
 std::string plain_number(double value);
 std::string plain_number(float value);
 
-}  // namespace console
+}  // namespace support
