@@ -70,12 +70,16 @@ TEST_F(ErrorJournalTest, LeavesOutWhateverATextQuotesAndEveryPath) {
 
 TEST_F(ErrorJournalTest, BeginsAnewAtOneMebibyteAndKeepsTheOneBefore) {
   const std::string text(290, 'x');
-  for (int round = 0; round < 2; ++round) {
-    fail(3500, text);
-    EXPECT_LE(content().size(), most_journal_bytes);
-    EXPECT_THAT(content(), StartsWith("APPLICATION LOG ("));
+  for (const char round : {'1', '2'}) {
+    const std::string nearly_full = "APPLICATION LOG (" + std::string(most_journal_bytes - 1000, round);
+    folder_.write("journal.log", nearly_full);
+    fail(6, text);
+    EXPECT_THAT(content("journal.log.1"), StartsWith(nearly_full));
     EXPECT_LE(content("journal.log.1").size(), most_journal_bytes);
-    EXPECT_GT(content("journal.log.1").size(), most_journal_bytes - 1000);
+    EXPECT_GT(content("journal.log.1").size(), most_journal_bytes - 400);
+    EXPECT_THAT(content(), StartsWith("APPLICATION LOG ("));
+    EXPECT_GT(content().size(), 4 * text.size());
+    EXPECT_LT(content().size(), 5 * 400U);
   }
   EXPECT_EQ(folder_.file_count(), 2U);
 }
