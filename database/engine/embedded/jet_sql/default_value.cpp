@@ -1,5 +1,5 @@
 #include "database/engine/embedded/jet_sql/binder.h"
-#include "database/engine/embedded/jet_sql/change_generator.h"
+#include "database/engine/embedded/jet_sql/change_writer.h"
 #include "database/engine/embedded/jet_sql/function_table.h"
 #include "database/engine/embedded/jet_sql/jet_sql.h"
 #include "database/engine/embedded/jet_sql/parser.h"
@@ -66,9 +66,9 @@ std::string compile_default(const FieldDefinition& field) {
   Binder binder(no_tables);
   binder.bind_default(*expression);
   const TableDefinition table;
-  ChangeGenerator generator(table);
-  generator.default_value(*expression, field);
-  return generator.take();
+  ChangeWriter change(table);
+  change.default_value(*expression, field);
+  return change.take();
 }
 
 }  // namespace engine::embedded::jet_sql

@@ -4,9 +4,9 @@
 #include <utility>
 
 #include "database/engine/embedded/jet_sql/binder.h"
-#include "database/engine/embedded/jet_sql/change_generator.h"
-#include "database/engine/embedded/jet_sql/generator.h"
+#include "database/engine/embedded/jet_sql/change_writer.h"
 #include "database/engine/embedded/jet_sql/parser.h"
+#include "database/engine/embedded/jet_sql/query_writer.h"
 #include "database/engine/engine_error.h"
 #include "support/encoding.h"
 
@@ -56,13 +56,13 @@ class Compiler {
       query.columns.push_back(std::move(column));
     }
     if (base != nullptr) query.base_table = base->table->name;
-    Generator generator;
-    generator.query(tree, base);
-    query.sqlite_sql = generator.take();
+    SqlText sql;
+    QueryWriter(sql).query(tree, base);
+    query.sqlite_sql = sql.take();
     const auto is_worked_out = [](const ResultColumn& column) { return column.base_field.empty(); };
     if (base != nullptr && std::ranges::any_of(query.columns, is_worked_out)) {
-      Generator row;
-      row.one_row(tree, *base);
+      SqlText row;
+      QueryWriter(row).one_row(tree, *base);
       query.row_sql = row.take();
     }
     return query;
@@ -71,9 +71,9 @@ class Compiler {
   Program operator()(InsertStatement& statement) {
     const TableDefinition& table = binder_.table(statement.table);
     binder_.bind(statement);
-    ChangeGenerator generator(table);
-    generator.insert(statement);
-    return Change{generator.take(), table.name, true};
+    ChangeWriter change(table);
+    change.insert(statement);
+    return Change{change.take(), table.name, true};
   }
 
   Program operator()(UpdateStatement& statement) {
@@ -83,18 +83,18 @@ class Compiler {
                                        [&](const Assignment& each) { return each.target.source == target; });
     if (!one_table) raise(error_number::not_supported, "UPDATE of several tables");
     if (target->table == nullptr) raise(error_number::field_not_updatable, statement.assignments.front().target.column);
-    ChangeGenerator generator(*target->table);
-    generator.update(statement, *target);
-    return Change{generator.take(), target->table->name};
+    ChangeWriter change(*target->table);
+    change.update(statement, *target);
+    return Change{change.take(), target->table->name};
   }
 
   Program operator()(DeleteStatement& statement) {
     binder_.bind(statement);
     const Source& target = source_to_delete(statement);
     if (target.table->row_id_column().empty()) raise(error_number::not_supported, "rows without an identity");
-    ChangeGenerator generator(*target.table);
-    generator.remove(statement, target);
-    return Change{generator.take(), target.table->name};
+    ChangeWriter change(*target.table);
+    change.remove(statement, target);
+    return Change{change.take(), target.table->name};
   }
 
   Program operator()(CreateTable& create) {
@@ -156,9 +156,9 @@ class Compiler {
 
  private:
   static Program cross_table(const Select& select) {
-    Generator generator;
-    generator.headings(select);
-    return CrossTable{{generator.take(), {{"heading", DataType::Text, longest_text, {}}}, {}}};
+    SqlText sql;
+    QueryWriter(sql).headings(select);
+    return CrossTable{{sql.take(), {{"heading", DataType::Text, longest_text, {}}}, {}}};
   }
 
   Program select_into(SelectStatement& statement) {

@@ -3,8 +3,8 @@
 #include <utility>
 
 #include "database/engine/embedded/jet_sql/binder.h"
-#include "database/engine/embedded/jet_sql/generator.h"
 #include "database/engine/embedded/jet_sql/parser.h"
+#include "database/engine/embedded/jet_sql/query_writer.h"
 #include "database/engine/embedded/jet_sql/sqlite_text.h"
 #include "database/engine/engine_error.h"
 #include "support/encoding.h"
@@ -12,11 +12,6 @@
 namespace engine::embedded::jet_sql {
 
 namespace {
-
-class RuleGenerator : public Generator {
- public:
-  using Generator::condition;
-};
 
 class WithoutTables final : public Catalogue {
  public:
@@ -68,9 +63,9 @@ std::optional<Rule> compile(ExpressionPtr condition, const TableDefinition& tabl
   Select row;
   row.sources.push_back(row_of(table, only));
   Binder(none).bind_rule(condition, row);
-  RuleGenerator generator;
-  generator.condition(*condition);
-  return Rule{generator.take(), error_number::none, {}};
+  SqlText sql;
+  QueryWriter(sql).conditions().condition(*condition);
+  return Rule{sql.take(), error_number::none, {}};
 }
 
 void set_error(Rule& rule, const std::string& text, const std::string& own_text, const std::string& name) {

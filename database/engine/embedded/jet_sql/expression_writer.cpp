@@ -1,8 +1,11 @@
+#include "database/engine/embedded/jet_sql/expression_writer.h"
+
 #include <cmath>
 #include <utility>
 
+#include "database/engine/embedded/jet_sql/condition_writer.h"
 #include "database/engine/embedded/jet_sql/function_table.h"
-#include "database/engine/embedded/jet_sql/generator.h"
+#include "database/engine/embedded/jet_sql/query_writer.h"
 
 namespace engine::embedded::jet_sql {
 
@@ -35,11 +38,11 @@ bool gives_one_row(const QueryTree& query) noexcept {
 
 }  // namespace
 
-void Generator::value(const Expression& expression) {
+void ExpressionWriter::value(const Expression& expression) {
   if (is_predicate(expression)) {
-    write("(-(");
-    condition(expression);
-    write("))");
+    sql_.write("(-(");
+    conditions_.condition(expression);
+    sql_.write("))");
     return;
   }
   std::visit(Overloaded{[&](const Literal& node) { literal(node); },
@@ -47,48 +50,60 @@ void Generator::value(const Expression& expression) {
                           node.alias_of != nullptr ? value(*node.alias_of) : column(*node.source, node.index);
                         },
                         [&](const Unary& node) {
-                          write(node.op == UnaryOperator::Minus ? "(-" : "(");
+                          sql_.write(node.op == UnaryOperator::Minus ? "(-" : "(");
                           node.op == UnaryOperator::Minus ? number(*node.operand) : value(*node.operand);
-                          write(")");
+                          sql_.write(")");
                         },
                         [&](const Binary& node) { binary(expression, node); }, [&](const Call& node) { call(node); },
                         [&](const ScalarSelect& node) { scalar(node); }, [](const auto&) {}},
              expression.node);
 }
 
-void Generator::column(const Source& source, std::size_t index) {
-  write(source.sqlite_name).write(".");
-  name(source.columns[index].name);
+void ExpressionWriter::output_value(const OutputColumn& shown) {
+  const OutputColumn* const cell = std::exchange(cell_, shown.pivot != nullptr ? &shown : nullptr);
+  value(*shown.expression);
+  cell_ = cell;
 }
 
-void Generator::number(const Expression& expression) {
+void ExpressionWriter::column(const Source& source, std::size_t index) {
+  sql_.write(source.sqlite_name).write(".");
+  sql_.name(source.columns[index].name);
+}
+
+void ExpressionWriter::number(const Expression& expression) {
   const bool converted = expression.type.is_text() || expression.type.kind == Kind::Variant;
-  if (converted) write("jet_number(");
+  if (converted) sql_.write("jet_number(");
   value(expression);
-  if (converted) write(")");
+  if (converted) sql_.write(")");
 }
 
-void Generator::text(const Expression& expression) {
+void ExpressionWriter::collated(const Expression& expression) {
+  value(expression);
+  if (expression.type.is_text()) sql_.write(" COLLATE JET");
+}
+
+void ExpressionWriter::text(const Expression& expression) {
   as_text(expression.type, [&] { value(expression); });
 }
 
-void Generator::operand(const Expression& expression, const ValueType& other) {
+void ExpressionWriter::operand(const Expression& expression, const ValueType& other) {
   const Literal* const constant = other.kind == Kind::Single ? as_literal(expression) : nullptr;
   const auto* const decimal = constant != nullptr ? std::get_if<double>(&constant->value) : nullptr;
   if (decimal == nullptr || !std::isfinite(static_cast<float>(*decimal))) return value(expression);
-  number_literal(static_cast<float>(*decimal));
+  sql_.number_literal(static_cast<float>(*decimal));
 }
 
-void Generator::literal(const Literal& literal) {
+void ExpressionWriter::literal(const Literal& literal) {
   std::visit(
-      Overloaded{[&](std::monostate) { write("NULL"); }, [&](bool yes) { whole_literal(yes ? -1 : 0); },
-                 [&](std::int64_t whole) { whole_literal(whole); }, [&](double decimal) { number_literal(decimal); },
-                 [&](DateLiteral date) { number_literal(date.days); },
-                 [&](const std::string& content) { text_literal(content); }},
+      Overloaded{[&](std::monostate) { sql_.write("NULL"); }, [&](bool yes) { sql_.whole_literal(yes ? -1 : 0); },
+                 [&](std::int64_t whole) { sql_.whole_literal(whole); },
+                 [&](double decimal) { sql_.number_literal(decimal); },
+                 [&](DateLiteral date) { sql_.number_literal(date.days); },
+                 [&](const std::string& content) { sql_.text_literal(content); }},
       literal.value);
 }
 
-void Generator::binary(const Expression& expression, const Binary& binary) {
+void ExpressionWriter::binary(const Expression& expression, const Binary& binary) {
   switch (binary.op) {
     case BinaryOperator::Add:
       return add(expression.type, binary);
@@ -104,56 +119,56 @@ void Generator::binary(const Expression& expression, const Binary& binary) {
     case BinaryOperator::Power:
       return function("jet_power(", binary);
     default:
-      write("jet_concat(");
+      sql_.write("jet_concat(");
       text(*binary.left);
-      write(", ");
+      sql_.write(", ");
       text(*binary.right);
-      write(")");
+      sql_.write(")");
   }
 }
 
-void Generator::add(const ValueType& type, const Binary& binary) {
+void ExpressionWriter::add(const ValueType& type, const Binary& binary) {
   if (type.kind != Kind::Variant && !type.is_text()) return operation(type, " + ", binary);
   const bool known = type.is_text();
-  write(known ? "(" : "jet_add(");
+  sql_.write(known ? "(" : "jet_add(");
   value(*binary.left);
-  write(known ? " || " : ", ");
+  sql_.write(known ? " || " : ", ");
   value(*binary.right);
-  write(")");
+  sql_.write(")");
 }
 
-void Generator::operation(const ValueType& type, std::string_view sqlite_operator, const Binary& binary) {
+void ExpressionWriter::operation(const ValueType& type, std::string_view sqlite_operator, const Binary& binary) {
   const bool checked = !is_bounded(binary.left->type) || !is_bounded(binary.right->type);
-  if (type.kind == Kind::Single) write("jet_single");
-  if (type.kind == Kind::Double && checked) write("jet_finite");
-  if (type.kind == Kind::Date && checked) write("jet_in_calendar");
-  write("(");
+  if (type.kind == Kind::Single) sql_.write("jet_single");
+  if (type.kind == Kind::Double && checked) sql_.write("jet_finite");
+  if (type.kind == Kind::Date && checked) sql_.write("jet_in_calendar");
+  sql_.write("(");
   // SQLite would give all digits of a product that a Double does not hold.
-  if (type.kind == Kind::Double && binary.op == BinaryOperator::Multiply) write("1.0 * ");
+  if (type.kind == Kind::Double && binary.op == BinaryOperator::Multiply) sql_.write("1.0 * ");
   number(*binary.left);
-  write(sqlite_operator);
+  sql_.write(sqlite_operator);
   number(*binary.right);
-  write(")");
+  sql_.write(")");
 }
 
-void Generator::function(std::string_view sqlite_name, const Binary& binary) {
-  write(sqlite_name);
+void ExpressionWriter::function(std::string_view sqlite_name, const Binary& binary) {
+  sql_.write(sqlite_name);
   number(*binary.left);
-  write(", ");
+  sql_.write(", ");
   number(*binary.right);
-  write(")");
+  sql_.write(")");
 }
 
-void Generator::divide(const Binary& binary) {
+void ExpressionWriter::divide(const Binary& binary) {
   if (!is_safe_divisor(*binary.right)) return function("jet_divide(", binary);
-  write("(1.0 * ");
+  sql_.write("(1.0 * ");
   number(*binary.left);
-  write(" / ");
+  sql_.write(" / ");
   number(*binary.right);
-  write(")");
+  sql_.write(")");
 }
 
-void Generator::whole_divide(const Binary& binary) {
+void ExpressionWriter::whole_divide(const Binary& binary) {
   const bool divide = binary.op == BinaryOperator::WholeDivide;
   // SQLite's own operators cut towards 0 as well, but only where nothing has to be rounded first.
   if (is_whole_type(*binary.left) && is_whole_type(*binary.right) && is_safe_divisor(*binary.right)) {
@@ -162,7 +177,7 @@ void Generator::whole_divide(const Binary& binary) {
   function(divide ? "jet_whole_divide(" : "jet_modulo(", binary);
 }
 
-void Generator::call(const Call& call) {
+void ExpressionWriter::call(const Call& call) {
   switch (call.row->form) {
     case FunctionForm::Plain:
     case FunctionForm::Conversion:
@@ -177,13 +192,13 @@ void Generator::call(const Call& call) {
     case FunctionForm::Nz:
       return nz_call(call);
     case FunctionForm::Now:
-      write("(").write(seconds_now).write(" / 86400.0)");
+      sql_.write("(").write(seconds_now).write(" / 86400.0)");
       return;
     case FunctionForm::Today:
-      write("(").write(seconds_now).write(" / 86400 * 1.0)");
+      sql_.write("(").write(seconds_now).write(" / 86400 * 1.0)");
       return;
     case FunctionForm::TimeOfDay:
-      write("(").write(seconds_now).write(" % 86400 / 86400.0)");
+      sql_.write("(").write(seconds_now).write(" % 86400 / 86400.0)");
       return;
     case FunctionForm::IsNull:
       return;  // a condition
@@ -191,141 +206,141 @@ void Generator::call(const Call& call) {
 }
 
 /// In a cell of a crosstab over the cell's rows alone; without rows even a count is Null.
-void Generator::aggregate(const Call& call) {
+void ExpressionWriter::aggregate(const Call& call) {
   const OutputColumn* const cell = std::exchange(cell_, nullptr);
   if (cell == nullptr) return plain_call(call);
   const bool counts = call.row->name == "count";
   if (counts) {
-    write("(CASE WHEN count(*)");
+    sql_.write("(CASE WHEN count(*)");
     of_cell(*cell);
-    write(" > 0 THEN ");
+    sql_.write(" > 0 THEN ");
   }
   plain_call(call);
   of_cell(*cell);
-  if (counts) write(" END)");
+  if (counts) sql_.write(" END)");
   cell_ = cell;
 }
 
-void Generator::of_cell(const OutputColumn& cell) {
-  write(" FILTER (WHERE ");
+void ExpressionWriter::of_cell(const OutputColumn& cell) {
+  sql_.write(" FILTER (WHERE ");
   if (cell.heading) {
     text(*cell.pivot);
-    write(" = ");
-    text_literal(*cell.heading);
-    write(" COLLATE JET)");
+    sql_.write(" = ");
+    sql_.text_literal(*cell.heading);
+    sql_.write(" COLLATE JET)");
   } else {
     value(*cell.pivot);
-    write(" IS NULL)");
+    sql_.write(" IS NULL)");
   }
 }
 
-void Generator::plain_call(const Call& call) {
+void ExpressionWriter::plain_call(const Call& call) {
   // What rounds a Single works with the decimal number that the user sees.
   const bool single = call.row->rule == ResultRule::FirstArgument && argument_letter(*call.row, 0) == 'w' &&
                       call.arguments.front()->type.kind == Kind::Single;
-  if (single) write("jet_single(");
-  write(call.row->sqlite_name);
+  if (single) sql_.write("jet_single(");
+  sql_.write(call.row->sqlite_name);
   const bool has_date_form = argument_letter(*call.row, 0) == 'v';
-  if (has_date_form && call.arguments.front()->type.kind == Kind::Date) write("_date");
-  write("(");
-  if (call.star) write("*");
+  if (has_date_form && call.arguments.front()->type.kind == Kind::Date) sql_.write("_date");
+  sql_.write("(");
+  if (call.star) sql_.write("*");
   bool first = true;
   for (std::size_t i = 0; i < call.arguments.size(); ++i) {
-    if (!std::exchange(first, false)) write(", ");
+    if (!std::exchange(first, false)) sql_.write(", ");
     const Expression& given = *call.arguments[i];
     const bool refuses_null =
         call.row->form == FunctionForm::Conversion && given.type.nullable && is_same_for_all_rows(given);
-    if (refuses_null) write("jet_required(");
+    if (refuses_null) sql_.write("jet_required(");
     argument(given, argument_letter(*call.row, i));
-    if (refuses_null) write(", 94, '')");
+    if (refuses_null) sql_.write(", 94, '')");
   }
   const bool aggregate = call.row->form == FunctionForm::Aggregate;
-  if (aggregate && !call.star && call.arguments.front()->type.is_text()) write(" COLLATE JET");
-  write(single ? "))" : ")");
+  if (aggregate && !call.star && call.arguments.front()->type.is_text()) sql_.write(" COLLATE JET");
+  sql_.write(single ? "))" : ")");
 }
 
-void Generator::argument(const Expression& expression, char letter) {
+void ExpressionWriter::argument(const Expression& expression, char letter) {
   const bool unknown = expression.type.is_text() || expression.type.kind == Kind::Variant;
   if ((letter == 'w' || letter == 'v') && expression.type.kind == Kind::Single) {
-    write("jet_widen(");
+    sql_.write("jet_widen(");
     value(expression);
-    write(")");
+    sql_.write(")");
   } else if (letter == 'n' || letter == 'w') {
     number(expression);
   } else if (letter == 'i') {
     number(expression);
     const bool narrow = expression.type.is_whole() && expression.type.kind != Kind::Long;
-    write(narrow ? ", 16" : ", 32");
+    sql_.write(narrow ? ", 16" : ", 32");
   } else if (letter == 't') {
     text(expression);
   } else if (letter == 'd' && unknown) {
-    write("jet_date(");
+    sql_.write("jet_date(");
     value(expression);
-    write(")");
+    sql_.write(")");
   } else {
     value(expression);
   }
 }
 
 /// IIf(condition, value, other value) and Switch(condition, value, …).
-void Generator::case_call(const Call& call) {
-  write("(CASE");
+void ExpressionWriter::case_call(const Call& call) {
+  sql_.write("(CASE");
   for (std::size_t i = 0; i + 1 < call.arguments.size(); i += 2) {
-    write(" WHEN ");
-    condition(*call.arguments[i]);
-    write(" THEN ");
+    sql_.write(" WHEN ");
+    conditions_.condition(*call.arguments[i]);
+    sql_.write(" THEN ");
     value(*call.arguments[i + 1]);
   }
   if (call.arguments.size() % 2 != 0) {
-    write(" ELSE ");
+    sql_.write(" ELSE ");
     value(*call.arguments.back());
   }
-  write(" END)");
+  sql_.write(" END)");
 }
 
-void Generator::choose_call(const Call& call) {
-  write("(CASE jet_fix(");
+void ExpressionWriter::choose_call(const Call& call) {
+  sql_.write("(CASE jet_fix(");
   number(*call.arguments.front());
-  write(")");
+  sql_.write(")");
   for (std::size_t i = 1; i < call.arguments.size(); ++i) {
-    write(" WHEN ");
-    whole_literal(static_cast<std::int64_t>(i));
-    write(" THEN ");
+    sql_.write(" WHEN ");
+    sql_.whole_literal(static_cast<std::int64_t>(i));
+    sql_.write(" THEN ");
     value(*call.arguments[i]);
   }
-  write(" END)");
+  sql_.write(" END)");
 }
 
 /// Without a second argument Null becomes 0, or the empty text where the first is a text.
-void Generator::nz_call(const Call& call) {
-  write("coalesce(");
+void ExpressionWriter::nz_call(const Call& call) {
+  sql_.write("coalesce(");
   value(*call.arguments.front());
-  write(", ");
+  sql_.write(", ");
   if (call.arguments.size() > 1) {
     value(*call.arguments.back());
   } else {
-    write(call.arguments.front()->type.is_text() ? "''" : "0");
+    sql_.write(call.arguments.front()->type.is_text() ? "''" : "0");
   }
-  write(")");
+  sql_.write(")");
 }
 
-void Generator::scalar(const ScalarSelect& scalar) {
-  write("(");
+void ExpressionWriter::scalar(const ScalarSelect& scalar) {
+  sql_.write("(");
   if (gives_one_row(*scalar.query)) {
     subselect(*scalar.query);
   } else {
-    write("SELECT jet_only(");
-    name(scalar.query->outputs.front().name);
-    write(") FROM (");
+    sql_.write("SELECT jet_only(");
+    sql_.name(scalar.query->outputs.front().name);
+    sql_.write(") FROM (");
     subselect(*scalar.query);
-    write(")");
+    sql_.write(")");
   }
-  write(")");
+  sql_.write(")");
 }
 
-void Generator::subselect(const QueryTree& inner) {
+void ExpressionWriter::subselect(const QueryTree& inner) {
   const OutputColumn* const cell = std::exchange(cell_, nullptr);
-  query(inner);
+  queries_.query(inner);
   cell_ = cell;
 }
 

@@ -7,7 +7,7 @@
 #include <variant>
 #include <vector>
 
-#include "database/engine/embedded/jet_sql/generator.h"
+#include "database/engine/embedded/jet_sql/query_writer.h"
 #include "database/engine/embedded/jet_sql/validation_rule.h"
 #include "database/engine/engine_error.h"
 
@@ -21,9 +21,9 @@ enum class ValueOrigin {
   Expression,
 };
 
-class ChangeGenerator : public Generator {
+class ChangeWriter {
  public:
-  explicit ChangeGenerator(const TableDefinition& changed);
+  explicit ChangeWriter(const TableDefinition& changed);
 
   /// 3127 for an unknown field, 3063 for one named twice, 3346 where values and fields differ in number.
   void insert(const InsertStatement& statement);
@@ -32,6 +32,9 @@ class ChangeGenerator : public Generator {
   void remove(const DeleteStatement& statement, const Source& target);
   /// The value converted to the field's type; neither Null nor an empty text is refused.
   void default_value(const Expression& expression, const FieldDefinition& field);
+
+  /// What was written so far.
+  std::string take() { return sql_.take(); }
 
  private:
   using Writer = std::function<void()>;
@@ -72,7 +75,7 @@ class ChangeGenerator : public Generator {
   void append_filters(const QueryTree& query, const std::vector<Destination>& fields, std::string_view before,
                       Write write_column);
 
-  // Updates and rules (change_generator_update.cpp). Rules are checked on the row as it will be stored, which a
+  // Updates and rules (change_writer_update.cpp). Rules are checked on the row as it will be stored, which a
   // subselect in FROM gives the name that they use.
   void named_stored(const FieldDefinition& field, bool named, const Writer& write_stored);
   void named_row();
@@ -94,6 +97,8 @@ class ChangeGenerator : public Generator {
   void convert(const FieldDefinition& field, const Given& given, StoreMode mode, const Writer& write_value);
   void convert_text(const FieldDefinition& field, const Given& given, StoreMode mode, const Writer& write_value);
 
+  SqlText sql_;
+  QueryWriter queries_{sql_};
   const TableDefinition& table_;
   struct FieldRule {
     const FieldDefinition* field = nullptr;  ///< null for the table's own rule

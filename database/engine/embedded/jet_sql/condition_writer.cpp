@@ -1,7 +1,9 @@
+#include "database/engine/embedded/jet_sql/condition_writer.h"
+
 #include <optional>
 
 #include "database/engine/embedded/jet_sql/collation.h"
-#include "database/engine/embedded/jet_sql/generator.h"
+#include "database/engine/embedded/jet_sql/expression_writer.h"
 
 namespace engine::embedded::jet_sql {
 
@@ -63,185 +65,181 @@ bool is_variant(const Expression& expression) noexcept { return expression.type.
 
 }  // namespace
 
-void Generator::condition(const Expression& expression) {
+void ConditionWriter::condition(const Expression& expression) {
   const Expression& tested = behind_alias(expression);
   if (is_predicate(tested)) {
     predicate(tested);
   } else {
-    value(tested);
+    expressions_.value(tested);
   }
 }
 
-void Generator::predicate(const Expression& expression) {
+void ConditionWriter::predicate(const Expression& expression) {
   std::visit(Overloaded{[&](const Unary& node) {
-                          write("(NOT ");
+                          sql_.write("(NOT ");
                           condition(*node.operand);
-                          write(")");
+                          sql_.write(")");
                         },
                         [&](const Binary& node) { is_logical(node.op) ? logical(node) : comparison(node); },
                         [&](const Between& node) { between(node); }, [&](const Like& node) { like(node); },
                         [&](const NullTest& node) {
-                          write("(");
-                          value(*node.value);
-                          write(node.negated ? " IS NOT NULL)" : " IS NULL)");
+                          sql_.write("(");
+                          expressions_.value(*node.value);
+                          sql_.write(node.negated ? " IS NOT NULL)" : " IS NULL)");
                         },
                         [&](const InList& node) { in_list(node); }, [&](const InSelect& node) { in_select(node); },
                         [&](const Quantified& node) { quantified(node); },
                         [&](const Exists& node) {
-                          write("(EXISTS (");
-                          subselect(*node.query);
-                          write("))");
+                          sql_.write("(EXISTS (");
+                          expressions_.subselect(*node.query);
+                          sql_.write("))");
                         },
                         [&](const Call& node) {
-                          write("(");
-                          value(*node.arguments.front());
-                          write(" IS NULL)");
+                          sql_.write("(");
+                          expressions_.value(*node.arguments.front());
+                          sql_.write(" IS NULL)");
                         },
                         [](const auto&) {}},
              expression.node);
 }
 
 /// NOT makes 0 or 1 of any number, so that conditions can be compared.
-void Generator::logical(const Binary& binary) {
+void ConditionWriter::logical(const Binary& binary) {
   const bool compared = binary.op == BinaryOperator::Xor || binary.op == BinaryOperator::Eqv;
   const bool left_negated = compared || binary.op == BinaryOperator::Imp;
-  write(left_negated ? "((NOT " : "(");
+  sql_.write(left_negated ? "((NOT " : "(");
   condition(*binary.left);
-  if (left_negated) write(")");
+  if (left_negated) sql_.write(")");
   switch (binary.op) {
     case BinaryOperator::And:
-      write(" AND ");
+      sql_.write(" AND ");
       break;
     case BinaryOperator::Xor:
-      write(" <> ");
+      sql_.write(" <> ");
       break;
     case BinaryOperator::Eqv:
-      write(" = ");
+      sql_.write(" = ");
       break;
     default:
-      write(" OR ");
+      sql_.write(" OR ");
   }
-  if (compared) write("(NOT ");
+  if (compared) sql_.write("(NOT ");
   condition(*binary.right);
-  write(compared ? "))" : ")");
+  sql_.write(compared ? "))" : ")");
 }
 
-void Generator::comparison(const Binary& binary) {
+void ConditionWriter::comparison(const Binary& binary) {
   const Expression& left = *binary.left;
   const Expression& right = *binary.right;
   if (truth_comparison(binary, left, right) || truth_comparison(binary, right, left)) return;
   if (is_variant(left) || is_variant(right)) {
-    write("(jet_compare(");
-    value(left);
-    write(", ");
-    value(right);
-    write(")").write(sqlite_operator(binary.op)).write("0)");
+    sql_.write("(jet_compare(");
+    expressions_.value(left);
+    sql_.write(", ");
+    expressions_.value(right);
+    sql_.write(")").write(sqlite_operator(binary.op)).write("0)");
     return;
   }
-  write("(");
-  operand(left, right.type);
-  write(sqlite_operator(binary.op));
-  operand(right, left.type);
-  write(left.type.is_text() || right.type.is_text() ? " COLLATE JET)" : ")");
+  sql_.write("(");
+  expressions_.operand(left, right.type);
+  sql_.write(sqlite_operator(binary.op));
+  expressions_.operand(right, left.type);
+  sql_.write(left.type.is_text() || right.type.is_text() ? " COLLATE JET)" : ")");
 }
 
 /// A condition compared with Yes or No is the condition or its opposite: "isnull(d)=0" lets SQLite use an index.
-bool Generator::truth_comparison(const Binary& binary, const Expression& tested, const Expression& truth) {
+bool ConditionWriter::truth_comparison(const Binary& binary, const Expression& tested, const Expression& truth) {
   const bool equal = binary.op == BinaryOperator::Equal;
   const std::optional<bool> yes = truth_of(truth);
   if ((!equal && binary.op != BinaryOperator::NotEqual) || !yes || !is_predicate(tested)) return false;
   const bool as_it_stands = equal == *yes;
-  write(as_it_stands ? "(" : "(NOT ");
+  sql_.write(as_it_stands ? "(" : "(NOT ");
   condition(tested);
-  write(")");
+  sql_.write(")");
   return true;
 }
 
-void Generator::between(const Between& between) {
-  write(between.negated ? "(NOT (" : "((");
+void ConditionWriter::between(const Between& between) {
+  sql_.write(between.negated ? "(NOT (" : "((");
   if (is_variant(*between.value) || is_variant(*between.low) || is_variant(*between.high)) {
     // Between the bounds, in either order, where it does not lie on the same side of both.
     for (const ExpressionPtr* bound : {&between.low, &between.high}) {
-      write(bound == &between.low ? "jet_compare(" : " * jet_compare(");
-      value(*between.value);
-      write(", ");
-      value(**bound);
-      write(")");
+      sql_.write(bound == &between.low ? "jet_compare(" : " * jet_compare(");
+      expressions_.value(*between.value);
+      sql_.write(", ");
+      expressions_.value(**bound);
+      sql_.write(")");
     }
-    write(" <= 0))");
+    sql_.write(" <= 0))");
     return;
   }
-  collated(*between.value);
-  write(" BETWEEN ");
+  expressions_.collated(*between.value);
+  sql_.write(" BETWEEN ");
   bounds(between);
-  write("))");
+  sql_.write("))");
 }
 
-void Generator::bounds(const Between& between) {
+void ConditionWriter::bounds(const Between& between) {
   const ValueType& type = between.value->type;
   const BoundOrder order = order_of(*between.low, *between.high);
   if (order != BoundOrder::Unknown) {
     const bool ascending = order == BoundOrder::Ascending;
-    operand(ascending ? *between.low : *between.high, type);
-    write(" AND ");
-    operand(ascending ? *between.high : *between.low, type);
+    expressions_.operand(ascending ? *between.low : *between.high, type);
+    sql_.write(" AND ");
+    expressions_.operand(ascending ? *between.high : *between.low, type);
     return;
   }
   // SQLite's min and max of several values are Null where one of them is.
   for (const std::string_view function : {"min(", "max("}) {
-    write(function == "max(" ? " AND " : "").write(function);
-    operand(*between.low, type);
-    write(between.low->type.is_text() ? " COLLATE JET, " : ", ");
-    operand(*between.high, type);
-    write(")");
+    sql_.write(function == "max(" ? " AND " : "").write(function);
+    expressions_.operand(*between.low, type);
+    sql_.write(between.low->type.is_text() ? " COLLATE JET, " : ", ");
+    expressions_.operand(*between.high, type);
+    sql_.write(")");
   }
 }
 
-void Generator::collated(const Expression& expression) {
-  value(expression);
-  if (expression.type.is_text()) write(" COLLATE JET");
+void ConditionWriter::in_list(const InList& list_node) {
+  sql_.write("(");
+  expressions_.collated(*list_node.value);
+  sql_.write(list_node.negated ? " NOT IN (" : " IN (");
+  sql_.list(list_node.items, ", ",
+            [&](const ExpressionPtr& item) { expressions_.operand(*item, list_node.value->type); });
+  sql_.write("))");
 }
 
-void Generator::in_list(const InList& list_node) {
-  write("(");
-  collated(*list_node.value);
-  write(list_node.negated ? " NOT IN (" : " IN (");
-  list(list_node.items, ", ", [&](const ExpressionPtr& item) { operand(*item, list_node.value->type); });
-  write("))");
-}
-
-void Generator::in_select(const InSelect& in) {
-  write("(");
-  collated(*in.value);
-  write(in.negated ? " NOT IN (" : " IN (");
-  subselect(*in.query);
-  write("))");
+void ConditionWriter::in_select(const InSelect& in) {
+  sql_.write("(");
+  expressions_.collated(*in.value);
+  sql_.write(in.negated ? " NOT IN (" : " IN (");
+  expressions_.subselect(*in.query);
+  sql_.write("))");
 }
 
 /// One true comparison decides ANY, one false decides ALL; then one with Null.
-void Generator::quantified(const Quantified& quantified) {
+void ConditionWriter::quantified(const Quantified& quantified) {
   const OutputColumn& column = quantified.query->outputs.front();
   const bool by_function = is_variant(*quantified.value) || column.type.kind == Kind::Variant;
   const bool text = quantified.value->type.is_text() || column.type.is_text();
-  write(quantified.all ? "(SELECT CASE WHEN min(c) = 0 THEN 0" : "(SELECT CASE WHEN max(c) = 1 THEN 1");
-  write(" WHEN count(*) > count(c) THEN NULL ELSE ").write(quantified.all ? "1" : "0");
-  write(by_function ? " END FROM (SELECT jet_compare(" : " END FROM (SELECT (");
-  operand(*quantified.value, column.type);
-  write(by_function ? ", " : sqlite_operator(quantified.op)).write("jet_each.");
-  name(column.name);
-  if (by_function) write(")").write(sqlite_operator(quantified.op)).write("0");
-  if (!by_function) write(text ? " COLLATE JET)" : ")");
-  write(" AS c FROM (");
-  subselect(*quantified.query);
-  write(") AS jet_each))");
+  sql_.write(quantified.all ? "(SELECT CASE WHEN min(c) = 0 THEN 0" : "(SELECT CASE WHEN max(c) = 1 THEN 1");
+  sql_.write(" WHEN count(*) > count(c) THEN NULL ELSE ").write(quantified.all ? "1" : "0");
+  sql_.write(by_function ? " END FROM (SELECT jet_compare(" : " END FROM (SELECT (");
+  expressions_.operand(*quantified.value, column.type);
+  sql_.write(by_function ? ", " : sqlite_operator(quantified.op)).write("jet_each.");
+  sql_.name(column.name);
+  if (by_function) sql_.write(")").write(sqlite_operator(quantified.op)).write("0");
+  if (!by_function) sql_.write(text ? " COLLATE JET)" : ")");
+  sql_.write(" AS c FROM (");
+  expressions_.subselect(*quantified.query);
+  sql_.write(") AS jet_each))");
 }
 
-void Generator::like(const Like& like) {
-  write(like.negated ? "(NOT jet_like(" : "(jet_like(");
-  text(*like.pattern);
-  write(", ");
-  text(*like.value);
-  write("))");
+void ConditionWriter::like(const Like& like) {
+  sql_.write(like.negated ? "(NOT jet_like(" : "(jet_like(");
+  expressions_.text(*like.pattern);
+  sql_.write(", ");
+  expressions_.text(*like.value);
+  sql_.write("))");
 }
 
 }  // namespace engine::embedded::jet_sql

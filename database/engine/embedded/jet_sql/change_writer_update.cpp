@@ -1,7 +1,7 @@
 #include <algorithm>
 #include <set>
 
-#include "database/engine/embedded/jet_sql/change_generator.h"
+#include "database/engine/embedded/jet_sql/change_writer.h"
 #include "database/engine/engine_error.h"
 #include "support/encoding.h"
 
@@ -14,69 +14,69 @@ bool reads_other_rows(const Assignment& assignment) { return has_subselect(*assi
 
 }  // namespace
 
-void ChangeGenerator::named_stored(const FieldDefinition& field, bool named, const Writer& write_stored) {
+void ChangeWriter::named_stored(const FieldDefinition& field, bool named, const Writer& write_stored) {
   write_stored();
   if (!named) return;
-  write(" AS ");
-  name(field.name);
+  sql_.write(" AS ");
+  sql_.name(field.name);
 }
 
 /// One sum, so that the rules are checked in their order.
-void ChangeGenerator::raise_breaches(const std::vector<const Rule*>& rules) {
-  list(rules, " + ", [this](const Rule* rule) { write(rule->raising()); });
+void ChangeWriter::raise_breaches(const std::vector<const Rule*>& rules) {
+  sql_.list(rules, " + ", [this](const Rule* rule) { sql_.write(rule->raising()); });
 }
 
-void ChangeGenerator::leave_out_breaches() {
+void ChangeWriter::leave_out_breaches() {
   if (rules_.empty()) return;
   named_row();
-  list(rules_, " AND ", [this](const FieldRule& each) { write("ifnull(" + each.rule.condition + ", 1)"); });
+  sql_.list(rules_, " AND ", [this](const FieldRule& each) { sql_.write("ifnull(" + each.rule.condition + ", 1)"); });
 }
 
 /// Ends the subselect of the row as it will be stored. The limit keeps it a row of its own, whose values are worked out
 /// once.
-void ChangeGenerator::named_row() {
-  write(" LIMIT -1) AS ");
-  write(rule_row);
-  write(" WHERE ");
+void ChangeWriter::named_row() {
+  sql_.write(" LIMIT -1) AS ");
+  sql_.write(rule_row);
+  sql_.write(" WHERE ");
 }
 
-void ChangeGenerator::update(const UpdateStatement& statement, const Source& target) {
-  write(may_violate_index(statement) ? "UPDATE OR IGNORE " : "UPDATE ");
-  table(target);
-  write(" SET ");
+void ChangeWriter::update(const UpdateStatement& statement, const Source& target) {
+  sql_.write(may_violate_index(statement) ? "UPDATE OR IGNORE " : "UPDATE ");
+  queries_.table(target);
+  sql_.write(" SET ");
   assignments(statement);
   for (const TableReferencePtr& reference : statement.rows.from) joined_tables(*reference, target);
   if (!others_.empty()) {
-    write(" FROM ");
-    list(others_, ", ", [this](const TableReference* other) { reference(*other); });
+    sql_.write(" FROM ");
+    sql_.list(others_, ", ", [this](const TableReference* other) { queries_.reference(*other); });
   } else if (std::ranges::any_of(statement.assignments, reads_other_rows)) {
     // With a FROM clause SQLite works out all new values before it stores the first one.
-    write(" FROM (SELECT 1)");
+    sql_.write(" FROM (SELECT 1)");
   }
   joined_where(statement);
 }
 
-void ChangeGenerator::assignments(const UpdateStatement& statement) {
+void ChangeWriter::assignments(const UpdateStatement& statement) {
   std::set<const FieldDefinition*> seen;
   std::vector<const Rule*> rules = rules_of(statement);
-  list(statement.assignments, ", ", [&](const Assignment& assignment) {
+  sql_.list(statement.assignments, ", ", [&](const Assignment& assignment) {
     const SourceColumn& column = assignment.target.source->columns[assignment.target.index];
     if (column.field->auto_increment()) raise(error_number::field_not_updatable, column.name);
     if (!seen.insert(column.field).second) raise(error_number::duplicate_destination, column.name);
-    name(column.name);
-    write(" = ");
+    sql_.name(column.name);
+    sql_.write(" = ");
     if (rules.empty()) return assigned(assignment);
     checked_row(statement, rules);
     rules.clear();
   });
 }
 
-void ChangeGenerator::assigned(const Assignment& assignment) {
+void ChangeWriter::assigned(const Assignment& assignment) {
   store(*assignment.target.source->columns[assignment.target.index].field, *assignment.value);
 }
 
 /// The rules of the fields that change, and the table's.
-std::vector<const Rule*> ChangeGenerator::rules_of(const UpdateStatement& statement) const {
+std::vector<const Rule*> ChangeWriter::rules_of(const UpdateStatement& statement) const {
   const auto changes = [&](const FieldDefinition* field) {
     return field == nullptr || std::ranges::any_of(statement.assignments, [&](const Assignment& assignment) {
              return assignment.target.source->columns[assignment.target.index].field == field;
@@ -90,27 +90,27 @@ std::vector<const Rule*> ChangeGenerator::rules_of(const UpdateStatement& statem
 }
 
 /// The value of the first assignment, read from the whole new row when no rule is breached.
-void ChangeGenerator::checked_row(const UpdateStatement& statement, const std::vector<const Rule*>& rules) {
+void ChangeWriter::checked_row(const UpdateStatement& statement, const std::vector<const Rule*>& rules) {
   const Source& source = *statement.assignments.front().target.source;
-  write("(SELECT ");
-  name(source.columns[statement.assignments.front().target.index].name);
-  write(" FROM (SELECT ");
-  list(source.columns, ", ", [&](const SourceColumn& column) {
+  sql_.write("(SELECT ");
+  sql_.name(source.columns[statement.assignments.front().target.index].name);
+  sql_.write(" FROM (SELECT ");
+  sql_.list(source.columns, ", ", [&](const SourceColumn& column) {
     named_stored(*column.field, true, [&] {
       const auto assignment = std::ranges::find_if(statement.assignments, [&](const Assignment& each) {
         return &each.target.source->columns[each.target.index] == &column;
       });
       if (assignment != statement.assignments.end()) return assigned(*assignment);
-      this->column(source, static_cast<std::size_t>(&column - source.columns.data()));
+      queries_.expressions().column(source, static_cast<std::size_t>(&column - source.columns.data()));
     });
   });
   named_row();
   raise_breaches(rules);
-  write(")");
+  sql_.write(")");
 }
 
 /// Takes an inner join apart; SQLite's UPDATE … FROM knows no other.
-void ChangeGenerator::joined_tables(const TableReference& reference, const Source& target) {
+void ChangeWriter::joined_tables(const TableReference& reference, const Source& target) {
   if (const auto* join = std::get_if<Join>(&reference.node)) {
     if (join->kind != JoinKind::Inner) raise(error_number::not_supported, "UPDATE over an outer join");
     joined_tables(*join->left, target);
@@ -122,14 +122,14 @@ void ChangeGenerator::joined_tables(const TableReference& reference, const Sourc
   if (named == nullptr || named->source != &target) others_.push_back(&reference);
 }
 
-void ChangeGenerator::joined_where(const UpdateStatement& statement) {
+void ChangeWriter::joined_where(const UpdateStatement& statement) {
   if (statement.rows.where != nullptr) conditions_.push_back(statement.rows.where.get());
   if (conditions_.empty()) return;
-  write(" WHERE ");
-  list(conditions_, " AND ", [this](const Expression* part) { condition(*part); });
+  sql_.write(" WHERE ");
+  sql_.list(conditions_, " AND ", [this](const Expression* part) { queries_.conditions().condition(*part); });
 }
 
-bool ChangeGenerator::may_violate_index(const UpdateStatement& statement) const {
+bool ChangeWriter::may_violate_index(const UpdateStatement& statement) const {
   const auto assigned = [&](const std::string& field) {
     return std::any_of(statement.assignments.begin(), statement.assignments.end(), [&](const Assignment& assignment) {
       return support::equal_ignoring_case(assignment.target.source->columns[assignment.target.index].name, field);
@@ -140,28 +140,28 @@ bool ChangeGenerator::may_violate_index(const UpdateStatement& statement) const 
   });
 }
 
-void ChangeGenerator::remove(const DeleteStatement& statement, const Source& target) {
-  write("DELETE FROM ");
+void ChangeWriter::remove(const DeleteStatement& statement, const Source& target) {
+  sql_.write("DELETE FROM ");
   const Select& rows = statement.rows;
   if (rows.sources.size() == 1) {
-    table(target);
+    queries_.table(target);
     if (rows.where == nullptr) return;
-    write(" WHERE ");
-    condition(*rows.where);
+    sql_.write(" WHERE ");
+    queries_.conditions().condition(*rows.where);
     return;
   }
-  name(target.table->name);
-  write(" WHERE ");
-  write(target.table->row_id_column());
-  write(" IN (SELECT ");
-  row_id(target);
-  write(" FROM ");
-  from(rows.from);
+  sql_.name(target.table->name);
+  sql_.write(" WHERE ");
+  sql_.write(target.table->row_id_column());
+  sql_.write(" IN (SELECT ");
+  queries_.row_id(target);
+  sql_.write(" FROM ");
+  queries_.from(rows.from);
   if (rows.where != nullptr) {
-    write(" WHERE ");
-    condition(*rows.where);
+    sql_.write(" WHERE ");
+    queries_.conditions().condition(*rows.where);
   }
-  write(")");
+  sql_.write(")");
 }
 
 }  // namespace engine::embedded::jet_sql

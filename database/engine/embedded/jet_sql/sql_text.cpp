@@ -1,4 +1,4 @@
-#include "database/engine/embedded/jet_sql/generator.h"
+#include "database/engine/embedded/jet_sql/sql_text.h"
 
 #include <array>
 #include <charconv>
@@ -17,17 +17,17 @@ constexpr std::size_t longest_output = 4 << 20;
 
 }  // namespace
 
-Generator& Generator::write(std::string_view text) {
-  if (out_.size() + text.size() > longest_output) raise(error_number::too_complex);
-  out_ += text;
+SqlText& SqlText::write(std::string_view text) {
+  if (text_.size() + text.size() > longest_output) raise(error_number::too_complex);
+  text_ += text;
   return *this;
 }
 
-void Generator::name(std::string_view name) { write(quoted_name(name)); }
+void SqlText::name(std::string_view name) { write(quoted_name(name)); }
 
-void Generator::text_literal(std::string_view text) { write(quoted_text(text)); }
+void SqlText::text_literal(std::string_view text) { write(quoted_text(text)); }
 
-void Generator::number_literal(double number) {
+void SqlText::number_literal(double number) {
   std::array<char, 40> buffer{};
   const auto end = std::to_chars(buffer.data(), buffer.data() + buffer.size(), number).ptr;
   std::string text(buffer.data(), end);
@@ -37,7 +37,7 @@ void Generator::number_literal(double number) {
   write(text);
 }
 
-void Generator::whole_literal(std::int64_t number) {
+void SqlText::whole_literal(std::int64_t number) {
   const std::string text = std::to_string(number);
   write(number < 0 ? "(" + text + ")" : text);
 }

@@ -1,4 +1,4 @@
-#include "database/engine/embedded/jet_sql/change_generator.h"
+#include "database/engine/embedded/jet_sql/change_writer.h"
 
 #include <algorithm>
 #include <set>
@@ -65,14 +65,14 @@ bool is_empty_constant(const Expression& expression) noexcept {
 
 }  // namespace
 
-ChangeGenerator::ChangeGenerator(const TableDefinition& changed) : table_(changed) {
+ChangeWriter::ChangeWriter(const TableDefinition& changed) : table_(changed) {
   for (const FieldDefinition& field : table_.fields) {
     if (std::optional<Rule> rule = compile_rule(field, table_)) rules_.push_back({&field, std::move(*rule)});
   }
   if (std::optional<Rule> rule = compile_rule(table_)) rules_.push_back({nullptr, std::move(*rule)});
 }
 
-void ChangeGenerator::insert(const InsertStatement& statement) {
+void ChangeWriter::insert(const InsertStatement& statement) {
   std::vector<Destination> fields = destinations(statement);
   add_defaults(fields);
   head(fields, statement.query != nullptr);
@@ -84,7 +84,7 @@ void ChangeGenerator::insert(const InsertStatement& statement) {
 }
 
 /// Without a list: every field for VALUES, the names of the columns for a query.
-std::vector<std::string> ChangeGenerator::field_names(const InsertStatement& statement) const {
+std::vector<std::string> ChangeWriter::field_names(const InsertStatement& statement) const {
   if (!statement.fields.empty()) return statement.fields;
   std::vector<std::string> names;
   if (statement.query != nullptr) {
@@ -95,7 +95,7 @@ std::vector<std::string> ChangeGenerator::field_names(const InsertStatement& sta
   return names;
 }
 
-std::vector<ChangeGenerator::Destination> ChangeGenerator::destinations(const InsertStatement& statement) const {
+std::vector<ChangeWriter::Destination> ChangeWriter::destinations(const InsertStatement& statement) const {
   const std::vector<std::string> names = field_names(statement);
   const std::size_t count = statement.query != nullptr ? statement.query->outputs.size() : statement.values.size();
   if (names.size() != count) raise(error_number::value_count);
@@ -110,7 +110,7 @@ std::vector<ChangeGenerator::Destination> ChangeGenerator::destinations(const In
   return fields;
 }
 
-void ChangeGenerator::add_defaults(std::vector<Destination>& fields) const {
+void ChangeWriter::add_defaults(std::vector<Destination>& fields) const {
   std::set<const FieldDefinition*> named;
   for (const Destination& destination : fields) named.insert(destination.field);
   for (const FieldDefinition& field : table_.fields) {
@@ -122,58 +122,58 @@ void ChangeGenerator::add_defaults(std::vector<Destination>& fields) const {
   }
 }
 
-void ChangeGenerator::head(const std::vector<Destination>& fields, bool append) {
+void ChangeWriter::head(const std::vector<Destination>& fields, bool append) {
   const bool unique = std::ranges::any_of(table_.indexes, &IndexDefinition::forbids_duplicates);
   // Rows that a unique index refuses are passed over in an append.
-  write(append && unique ? "INSERT OR IGNORE INTO " : "INSERT INTO ");
-  name(table_.name);
-  write(" (");
-  if (!table_.row_id_column().empty()) write(std::string(table_.row_id_column()) + ", ");
-  list(fields, ", ", [&](const Destination& destination) { name(destination.field->name); });
-  write(") ");
+  sql_.write(append && unique ? "INSERT OR IGNORE INTO " : "INSERT INTO ");
+  sql_.name(table_.name);
+  sql_.write(" (");
+  if (!table_.row_id_column().empty()) sql_.write(std::string(table_.row_id_column()) + ", ");
+  sql_.list(fields, ", ", [&](const Destination& destination) { sql_.name(destination.field->name); });
+  sql_.write(") ");
 }
 
 /// Where no name for it is left, SQLite chooses the row's identity.
-void ChangeGenerator::row_identity() {
+void ChangeWriter::row_identity() {
   if (table_.row_id_column().empty()) return;
   // A name with a "." is no field's.
-  write(rules_.empty() ? "jet_next_row(), " : "jet_next_row() AS \"jet.row\", ");
+  sql_.write(rules_.empty() ? "jet_next_row(), " : "jet_next_row() AS \"jet.row\", ");
 }
 
 /// What a field gets that the statement does not name. Rows of an append are filtered; of a list, Null is refused.
-void ChangeGenerator::default_of(const Destination& destination, bool append) {
+void ChangeWriter::default_of(const Destination& destination, bool append) {
   const FieldDefinition& field = *destination.field;
   if (field.auto_increment()) {
-    write("jet_next_number()");
+    sql_.write("jet_next_number()");
     return;
   }
   const Given given{ValueType{}, ValueOrigin::Expression};
   checked_for_null(field, append ? StoreMode::Append : StoreMode::Refuse, given,
-                   [&] { write(destination.default_text); });
+                   [&] { sql_.write(destination.default_text); });
 }
 
 /// The value; in an AutoNumber the next number where it is Null.
 template <typename Write>
-void ChangeGenerator::number_or_value(const FieldDefinition& field, Write write_value) {
+void ChangeWriter::number_or_value(const FieldDefinition& field, Write write_value) {
   if (!field.auto_increment()) return write_value();
-  write("coalesce(jet_given_number(");
+  sql_.write("coalesce(jet_given_number(");
   write_value();
-  write("), jet_next_number())");
+  sql_.write("), jet_next_number())");
 }
 
-void ChangeGenerator::values(const InsertStatement& statement, const std::vector<Destination>& fields) {
+void ChangeWriter::values(const InsertStatement& statement, const std::vector<Destination>& fields) {
   const auto write_stored = [&](const Destination& destination) {
     if (destination.is_default) return default_of(destination, false);
     const Expression& given = *statement.values[destination.position];
     number_or_value(*destination.field, [&] { store(*destination.field, given); });
   };
-  write(rules_.empty() ? "VALUES (" : "SELECT * FROM (SELECT ");
+  sql_.write(rules_.empty() ? "VALUES (" : "SELECT * FROM (SELECT ");
   row_identity();
-  list(fields, ", ", [&](const Destination& destination) {
+  sql_.list(fields, ", ", [&](const Destination& destination) {
     named_stored(*destination.field, !rules_.empty(), [&] { write_stored(destination); });
   });
   if (rules_.empty()) {
-    write(")");
+    sql_.write(")");
     return;
   }
   named_row();
@@ -183,8 +183,7 @@ void ChangeGenerator::values(const InsertStatement& statement, const std::vector
 }
 
 template <typename Write>
-void ChangeGenerator::append_columns(const QueryTree& query, const std::vector<Destination>& fields,
-                                     Write write_column) {
+void ChangeWriter::append_columns(const QueryTree& query, const std::vector<Destination>& fields, Write write_column) {
   const auto write_stored = [&](const Destination& destination) {
     if (destination.is_default) return default_of(destination, true);
     const OutputColumn& column = query.outputs[destination.position];
@@ -192,78 +191,79 @@ void ChangeGenerator::append_columns(const QueryTree& query, const std::vector<D
       convert(*destination.field, {column.type, origin_of(column)}, StoreMode::Append, [&] { write_column(column); });
     });
   };
-  write(rules_.empty() ? "SELECT " : "SELECT * FROM (SELECT ");
+  sql_.write(rules_.empty() ? "SELECT " : "SELECT * FROM (SELECT ");
   row_identity();
-  list(fields, ", ", [&](const Destination& destination) {
+  sql_.list(fields, ", ", [&](const Destination& destination) {
     named_stored(*destination.field, !rules_.empty(), [&] { write_stored(destination); });
   });
 }
 
 /// Conditions that leave out rows with Null in a required field or an empty text where none is allowed.
 template <typename Write>
-void ChangeGenerator::append_filters(const QueryTree& query, const std::vector<Destination>& fields,
-                                     std::string_view before, Write write_column) {
-  const auto open = [&] { write(std::exchange(before, " AND ")); };
+void ChangeWriter::append_filters(const QueryTree& query, const std::vector<Destination>& fields,
+                                  std::string_view before, Write write_column) {
+  const auto open = [&] { sql_.write(std::exchange(before, " AND ")); };
   for (const Destination& destination : fields) {
     const bool required = null_error(*destination.field) != error_number::none;
     if (required) {
       open();
-      write("(");
-      destination.is_default ? static_cast<void>(write(destination.default_text))
+      sql_.write("(");
+      destination.is_default ? static_cast<void>(sql_.write(destination.default_text))
                              : write_column(query.outputs[destination.position]);
-      write(" IS NOT NULL)");
+      sql_.write(" IS NOT NULL)");
     }
     if (destination.is_default || !destination.field->holds_text() || destination.field->allow_zero_length) continue;
     const OutputColumn& column = query.outputs[destination.position];
     if (!column.type.is_text() && column.type.kind != Kind::Variant) continue;
     open();
-    write("ifnull(");
+    sql_.write("ifnull(");
     write_column(column);
-    write(" <> '' COLLATE BINARY, 1)");
+    sql_.write(" <> '' COLLATE BINARY, 1)");
   }
 }
 
-void ChangeGenerator::append(const QueryTree& query, const std::vector<Destination>& fields) {
+void ChangeWriter::append(const QueryTree& query, const std::vector<Destination>& fields) {
   if (is_plain(query)) {
     append_plain(query, fields);
     return leave_out_breaches();
   }
   const auto write_column = [this](const OutputColumn& column) {
-    write("q.");
-    name(column.name);
+    sql_.write("q.");
+    sql_.name(column.name);
   };
   // All rows are there, in their order, before the first one is numbered.
-  write("WITH q AS MATERIALIZED (");
+  sql_.write("WITH q AS MATERIALIZED (");
   const Select& first = *query.selects.front();
   const bool sorted_top = query.selects.size() == 1 && first.top && !query.order_by.empty();
-  sorted_top ? ranked(first, query, nullptr) : Generator::query(query);
-  write(") ");
+  sorted_top ? queries_.ranked(first, query, nullptr) : queries_.query(query);
+  sql_.write(") ");
   append_columns(query, fields, write_column);
-  write(" FROM q");
+  sql_.write(" FROM q");
   append_filters(query, fields, " WHERE ", write_column);
   leave_out_breaches();
 }
 
-void ChangeGenerator::append_plain(const QueryTree& query, const std::vector<Destination>& fields) {
+void ChangeWriter::append_plain(const QueryTree& query, const std::vector<Destination>& fields) {
   const Select& select = *query.selects.front();
-  const auto write_column = [this](const OutputColumn& column) { output(column); };
+  const auto write_column = [this](const OutputColumn& column) { queries_.output(column); };
   append_columns(query, fields, write_column);
   if (!select.from.empty()) {
-    write(" FROM ");
-    from(select.from);
+    sql_.write(" FROM ");
+    queries_.from(select.from);
   }
   if (select.where != nullptr) {
-    write(" WHERE ");
-    condition(*select.where);
+    sql_.write(" WHERE ");
+    queries_.conditions().condition(*select.where);
   }
   append_filters(query, fields, select.where != nullptr ? " AND " : " WHERE ", write_column);
 }
 
-void ChangeGenerator::default_value(const Expression& expression, const FieldDefinition& field) {
-  convert(field, {expression.type, origin_of(expression)}, StoreMode::Default, [&] { value(expression); });
+void ChangeWriter::default_value(const Expression& expression, const FieldDefinition& field) {
+  convert(field, {expression.type, origin_of(expression)}, StoreMode::Default,
+          [&] { queries_.expressions().value(expression); });
 }
 
-error_number::Number ChangeGenerator::null_error(const FieldDefinition& field) const noexcept {
+error_number::Number ChangeWriter::null_error(const FieldDefinition& field) const noexcept {
   if (field.auto_increment() || field.type == DataType::Boolean) return error_number::none;
   if (field.required) return error_number::field_required;
   const bool in_key = std::any_of(table_.indexes.begin(), table_.indexes.end(), [&](const IndexDefinition& index) {
@@ -275,46 +275,46 @@ error_number::Number ChangeGenerator::null_error(const FieldDefinition& field) c
 }
 
 /// The value of a list or an assignment.
-void ChangeGenerator::store(const FieldDefinition& field, const Expression& given) {
+void ChangeWriter::store(const FieldDefinition& field, const Expression& given) {
   Given known{given.type, origin_of(given)};
   known.empty = is_empty_constant(given);
   checked_for_null(field, StoreMode::Refuse, known,
-                   [&] { convert(field, known, StoreMode::Refuse, [&] { value(given); }); });
+                   [&] { convert(field, known, StoreMode::Refuse, [&] { queries_.expressions().value(given); }); });
 }
 
-void ChangeGenerator::checked_for_null(const FieldDefinition& field, StoreMode mode, const Given& given,
-                                       const Writer& write_value) {
+void ChangeWriter::checked_for_null(const FieldDefinition& field, StoreMode mode, const Given& given,
+                                    const Writer& write_value) {
   const bool constant = given.origin == ValueOrigin::Constant && given.type.kind != Kind::Null;
   const error_number::Number error = constant || mode != StoreMode::Refuse ? error_number::none : null_error(field);
-  if (error != error_number::none) write("jet_required(");
+  if (error != error_number::none) sql_.write("jet_required(");
   write_value();
   if (error == error_number::none) return;
-  write(", ");
-  whole_literal(error);
-  write(", ");
-  text_literal(field.name);
-  write(")");
+  sql_.write(", ");
+  sql_.whole_literal(error);
+  sql_.write(", ");
+  sql_.text_literal(field.name);
+  sql_.write(")");
 }
 
-void ChangeGenerator::convert(const FieldDefinition& field, const Given& given, StoreMode mode,
-                              const Writer& write_value) {
+void ChangeWriter::convert(const FieldDefinition& field, const Given& given, StoreMode mode,
+                           const Writer& write_value) {
   // A Yes/No without a value is No.
   const bool boolean = field.type == DataType::Boolean;
   if (given.type.kind == Kind::Null) {
-    write(boolean ? "0" : "NULL");
+    sql_.write(boolean ? "0" : "NULL");
     return;
   }
   if (field.holds_text()) return convert_text(field, given, mode, write_value);
-  if (boolean) write("ifnull(");
+  if (boolean) sql_.write("ifnull(");
   const bool converted = given.origin == ValueOrigin::Expression || needs_conversion(field, given.type);
-  if (converted) write(std::string(find_field_type(field.type)->store_function) + "(");
+  if (converted) sql_.write(std::string(find_field_type(field.type)->store_function) + "(");
   write_value();
-  if (converted) write(")");
-  if (boolean) write(", 0)");
+  if (converted) sql_.write(")");
+  if (boolean) sql_.write(", 0)");
 }
 
-void ChangeGenerator::convert_text(const FieldDefinition& field, const Given& given, StoreMode mode,
-                                   const Writer& write_value) {
+void ChangeWriter::convert_text(const FieldDefinition& field, const Given& given, StoreMode mode,
+                                const Writer& write_value) {
   const ValueType& type = given.type;
   const bool sized = type.kind == Kind::Text && type.size > 0 && type.size <= field.size;
   const bool fits = field.type == DataType::Memo || (sized && given.origin != ValueOrigin::Expression);
@@ -323,15 +323,15 @@ void ChangeGenerator::convert_text(const FieldDefinition& field, const Given& gi
   if (type.is_text() && fits && !empty_is_refused) return write_value();
   // Only texts are cut: a number without its last digits would be another number.
   const bool cut = mode == StoreMode::Append && type.is_text();
-  write(cut ? "jet_cut_text(" : "jet_store_text(");
-  as_text(type, write_value);
-  write(", ");
-  whole_literal(field.type == DataType::Memo ? 0 : field.size);
+  sql_.write(cut ? "jet_cut_text(" : "jet_store_text(");
+  queries_.expressions().as_text(type, write_value);
+  sql_.write(", ");
+  sql_.whole_literal(field.type == DataType::Memo ? 0 : field.size);
   if (!cut) {
-    write(empty_is_refused ? ", 0, " : ", 1, ");
-    text_literal(field.name);
+    sql_.write(empty_is_refused ? ", 0, " : ", 1, ");
+    sql_.text_literal(field.name);
   }
-  write(")");
+  sql_.write(")");
 }
 
 }  // namespace engine::embedded::jet_sql

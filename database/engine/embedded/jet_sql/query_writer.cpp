@@ -1,7 +1,7 @@
+#include "database/engine/embedded/jet_sql/query_writer.h"
+
 #include <algorithm>
 #include <utility>
-
-#include "database/engine/embedded/jet_sql/generator.h"
 
 namespace engine::embedded::jet_sql {
 
@@ -35,10 +35,10 @@ std::string key_name(std::size_t position) { return "k" + std::to_string(positio
 
 }  // namespace
 
-void Generator::query(const QueryTree& query, const Source* rows_of) {
+void QueryWriter::query(const QueryTree& query, const Source* rows_of) {
   if (query.selects.size() > 1) {
     for (std::size_t i = 0; i < query.selects.size(); ++i) {
-      if (i > 0) write(query.union_all[i - 1] ? " UNION ALL " : " UNION ");
+      if (i > 0) sql_.write(query.union_all[i - 1] ? " UNION ALL " : " UNION ");
       union_member(*query.selects[i], query);
     }
     order_by(query, true);
@@ -49,241 +49,239 @@ void Generator::query(const QueryTree& query, const Source* rows_of) {
   select(only, query, rows_of);
   order_by(query, true);
   if (!only.top) return;
-  write(" LIMIT ");
-  whole_literal(only.top->count);
+  sql_.write(" LIMIT ");
+  sql_.whole_literal(only.top->count);
 }
 
-void Generator::union_member(const Select& member, const QueryTree& query) {
+void QueryWriter::union_member(const Select& member, const QueryTree& query) {
   if (!member.top) return select(member, query, nullptr);
   // TOP counts the rows of this SELECT before they are united, and ORDER BY is the whole union's.
   QueryTree alone;
-  write("SELECT * FROM (");
+  sql_.write("SELECT * FROM (");
   if (member.top->percent) {
     alone.outputs = query.outputs;
     ranked(member, alone, nullptr);
   } else {
     select(member, query, nullptr);
-    write(" LIMIT ");
-    whole_literal(member.top->count);
+    sql_.write(" LIMIT ");
+    sql_.whole_literal(member.top->count);
   }
-  write(")");
+  sql_.write(")");
 }
 
-void Generator::one_row(const QueryTree& query, const Source& rows_of) {
-  write("SELECT ");
-  list(query.outputs, ", ", [&](const OutputColumn& shown) { output_as(shown, shown.type, false); });
-  write(" FROM ");
+void QueryWriter::one_row(const QueryTree& query, const Source& rows_of) {
+  sql_.write("SELECT ");
+  sql_.list(query.outputs, ", ", [&](const OutputColumn& shown) { output_as(shown, shown.type, false); });
+  sql_.write(" FROM ");
   table(rows_of);
-  write(" WHERE ");
+  sql_.write(" WHERE ");
   row_id(rows_of);
-  write("=?1");
+  sql_.write("=?1");
 }
 
-void Generator::select(const Select& select, const QueryTree& query, const Source* rows_of) {
+void QueryWriter::select(const Select& select, const QueryTree& query, const Source* rows_of) {
   const bool united = query.selects.size() > 1;
-  write(select.distinct ? "SELECT DISTINCT " : "SELECT ");
+  sql_.write(select.distinct ? "SELECT DISTINCT " : "SELECT ");
   for (std::size_t i = 0; i < select.outputs.size(); ++i) {
-    if (i > 0) write(", ");
+    if (i > 0) sql_.write(", ");
     output_at(select, i, query.outputs[i].type, united || select.distinct);
-    write(" AS ");
-    name(query.outputs[i].name);
+    sql_.write(" AS ");
+    sql_.name(query.outputs[i].name);
   }
   if (rows_of != nullptr) {
-    write(", ");
+    sql_.write(", ");
     row_id(*rows_of);
   }
   tail(select);
 }
 
-void Generator::headings(const Select& select) {
+void QueryWriter::headings(const Select& select) {
   const Expression& head = *select.pivot->head;
-  write("SELECT ");
-  as_text(head.type, [&] { value(head); });
+  sql_.write("SELECT ");
+  expressions_.as_text(head.type, [&] { expressions_.value(head); });
   rows(select);
-  write(" GROUP BY ");
+  sql_.write(" GROUP BY ");
   sort_key(head);
-  write(" ORDER BY ");
+  sql_.write(" ORDER BY ");
   sort_key(head);
 }
 
 /// FROM, WHERE.
-void Generator::rows(const Select& select) {
+void QueryWriter::rows(const Select& select) {
   if (!select.from.empty()) {
-    write(" FROM ");
+    sql_.write(" FROM ");
     from(select.from);
   }
   if (select.where == nullptr) return;
-  write(" WHERE ");
-  condition(*select.where);
+  sql_.write(" WHERE ");
+  conditions_.condition(*select.where);
 }
 
 /// FROM, WHERE, GROUP BY, HAVING.
-void Generator::tail(const Select& select) {
+void QueryWriter::tail(const Select& select) {
   rows(select);
   if (!select.group_by.empty()) {
-    write(" GROUP BY ");
-    list(select.group_by, ", ", [&](const ExpressionPtr& group) { sort_key(*group); });
+    sql_.write(" GROUP BY ");
+    sql_.list(select.group_by, ", ", [&](const ExpressionPtr& group) { sort_key(*group); });
   }
   if (select.having == nullptr) return;
-  write(" HAVING ");
-  condition(*select.having);
+  sql_.write(" HAVING ");
+  conditions_.condition(*select.having);
 }
 
 /// TOP keeps the rows that stand equal to the last one: the rows are ranked, and those within the rank are shown.
-void Generator::ranked(const Select& select, const QueryTree& query, const Source* rows_of) {
-  write("SELECT ");
+void QueryWriter::ranked(const Select& select, const QueryTree& query, const Source* rows_of) {
+  sql_.write("SELECT ");
   for (std::size_t i = 0; i < query.outputs.size(); ++i) {
-    write(i > 0 ? ", " : "").write(output_name(i)).write(" AS ");
-    name(query.outputs[i].name);
+    sql_.write(i > 0 ? ", " : "").write(output_name(i)).write(" AS ");
+    sql_.name(query.outputs[i].name);
   }
-  if (rows_of != nullptr) write(", jet_row");
-  write(" FROM (SELECT *, ");
+  if (rows_of != nullptr) sql_.write(", jet_row");
+  sql_.write(" FROM (SELECT *, ");
   rank(query);
-  write(" AS jet_rank, count(*) OVER () AS jet_count FROM (");
-  write(select.distinct ? "SELECT DISTINCT " : "SELECT ");
+  sql_.write(" AS jet_rank, count(*) OVER () AS jet_count FROM (");
+  sql_.write(select.distinct ? "SELECT DISTINCT " : "SELECT ");
   for (std::size_t i = 0; i < select.outputs.size(); ++i) {
-    if (i > 0) write(", ");
+    if (i > 0) sql_.write(", ");
     output_at(select, i, query.outputs[i].type, true);
-    write(" AS ").write(output_name(i));
+    sql_.write(" AS ").write(output_name(i));
   }
   for (std::size_t i = 0; i < query.order_by.size(); ++i) {
     if (query.order_by[i].output) continue;
-    write(", ");
-    collated(*query.order_by[i].expression);
-    write(" AS ").write(key_name(i));
+    sql_.write(", ");
+    expressions_.collated(*query.order_by[i].expression);
+    sql_.write(" AS ").write(key_name(i));
   }
   if (rows_of != nullptr) {
-    write(", ");
+    sql_.write(", ");
     row_id(*rows_of);
-    write(" AS jet_row");
+    sql_.write(" AS jet_row");
   }
   tail(select);
-  write(select.top->percent ? ")) WHERE jet_rank <= (jet_count * " : ")) WHERE jet_rank <= ");
-  whole_literal(select.top->count);
-  write(select.top->percent ? " + 99) / 100 ORDER BY jet_rank" : " ORDER BY jet_rank");
+  sql_.write(select.top->percent ? ")) WHERE jet_rank <= (jet_count * " : ")) WHERE jet_rank <= ");
+  sql_.whole_literal(select.top->count);
+  sql_.write(select.top->percent ? " + 99) / 100 ORDER BY jet_rank" : " ORDER BY jet_rank");
 }
 
-void Generator::rank(const QueryTree& query) {
-  write(query.order_by.empty() ? "row_number() OVER (" : "rank() OVER (ORDER BY ");
+void QueryWriter::rank(const QueryTree& query) {
+  sql_.write(query.order_by.empty() ? "row_number() OVER (" : "rank() OVER (ORDER BY ");
   for (std::size_t i = 0; i < query.order_by.size(); ++i) {
     const OrderItem& item = query.order_by[i];
-    write(i > 0 ? ", " : "").write(item.output ? output_name(*item.output) : key_name(i));
+    sql_.write(i > 0 ? ", " : "").write(item.output ? output_name(*item.output) : key_name(i));
     const ValueType& type = item.output ? query.outputs[*item.output].type : item.expression->type;
-    if (type.is_text()) write(" COLLATE JET");
-    if (item.descending) write(" DESC");
+    if (type.is_text()) sql_.write(" COLLATE JET");
+    if (item.descending) sql_.write(" DESC");
   }
-  write(")");
+  sql_.write(")");
 }
 
-void Generator::output(const OutputColumn& shown) {
+void QueryWriter::output(const OutputColumn& shown) {
   if (shown.expression != nullptr) {
-    const OutputColumn* const cell = std::exchange(cell_, shown.pivot != nullptr ? &shown : nullptr);
-    value(*shown.expression);
-    cell_ = cell;
+    expressions_.output_value(shown);
   } else {
-    column(*shown.source, shown.index);
+    expressions_.column(*shown.source, shown.index);
   }
 }
 
-void Generator::output_at(const Select& select, std::size_t position, const ValueType& type, bool collate) {
+void QueryWriter::output_at(const Select& select, std::size_t position, const ValueType& type, bool collate) {
   // With HAVING alone all rows are one group, which SQLite believes only of an aggregate in the list.
   const bool counted = position == 0 && select.having != nullptr && select.group_by.empty();
-  if (counted) write("CASE WHEN count(*) >= 0 THEN ");
+  if (counted) sql_.write("CASE WHEN count(*) >= 0 THEN ");
   output_as(select.outputs[position], type, collate);
-  if (counted) write(" END");
+  if (counted) sql_.write(" END");
 }
 
-void Generator::output_as(const OutputColumn& shown, const ValueType& type, bool collate) {
+void QueryWriter::output_as(const OutputColumn& shown, const ValueType& type, bool collate) {
   const bool date = type.kind == Kind::Date && shown.type.kind != Kind::Null;
   if (type.is_text() || shown.type.kind == Kind::Variant) {
-    as_text(shown.type, [&] { output(shown); });
+    expressions_.as_text(shown.type, [&] { output(shown); });
   } else if (date && (shown.type.kind != Kind::Date || !shown.type.in_calendar)) {
-    write("jet_in_calendar(");
+    sql_.write("jet_in_calendar(");
     output(shown);
-    write(")");
+    sql_.write(")");
   } else {
     output(shown);
   }
-  if (collate && (type.is_text() || shown.type.kind == Kind::Variant)) write(" COLLATE JET");
+  if (collate && (type.is_text() || shown.type.kind == Kind::Variant)) sql_.write(" COLLATE JET");
 }
 
 /// SQLite takes a number for the position of a column, also one that it has worked out of a condition.
-void Generator::sort_key(const Expression& expression) {
+void QueryWriter::sort_key(const Expression& expression) {
   if (is_constant(expression)) {
-    write("NULL");
+    sql_.write("NULL");
     return;
   }
-  collated(expression);
+  expressions_.collated(expression);
   const bool worked_out = is_predicate(expression) || std::holds_alternative<Unary>(behind_alias(expression).node);
-  if (worked_out && !expression.type.is_text()) write(" + 0");
+  if (worked_out && !expression.type.is_text()) sql_.write(" + 0");
 }
 
-void Generator::order_by(const QueryTree& query, bool by_position) {
+void QueryWriter::order_by(const QueryTree& query, bool by_position) {
   if (query.order_by.empty()) return;
-  write(" ORDER BY ");
-  list(query.order_by, ", ", [&](const OrderItem& item) {
+  sql_.write(" ORDER BY ");
+  sql_.list(query.order_by, ", ", [&](const OrderItem& item) {
     order_term(query, item, by_position);
-    if (item.descending) write(" DESC");
+    if (item.descending) sql_.write(" DESC");
   });
 }
 
-void Generator::order_term(const QueryTree& query, const OrderItem& item, bool by_position) {
+void QueryWriter::order_term(const QueryTree& query, const OrderItem& item, bool by_position) {
   if (!item.output) {
     sort_key(*item.expression);
     return;
   }
   const OutputColumn& shown = query.outputs[*item.output];
   if (by_position) {
-    whole_literal(static_cast<std::int64_t>(*item.output) + 1);
+    sql_.whole_literal(static_cast<std::int64_t>(*item.output) + 1);
     // The columns of a union carry their collation; named again, SQLite does not find the columns of grouped members.
     if (query.selects.size() > 1) return;
   } else if (shown.expression != nullptr && is_constant(*shown.expression)) {
-    write("NULL");
+    sql_.write("NULL");
     return;
   } else {
     output(shown);
   }
-  if (shown.type.is_text() || shown.type.kind == Kind::Variant) write(" COLLATE JET");
+  if (shown.type.is_text() || shown.type.kind == Kind::Variant) sql_.write(" COLLATE JET");
 }
 
-void Generator::from(const std::vector<TableReferencePtr>& references) {
+void QueryWriter::from(const std::vector<TableReferencePtr>& references) {
   for (std::size_t i = 0; i < references.size(); ++i) {
     const bool nested = i > 0 && std::holds_alternative<Join>(references[i]->node);
-    if (i > 0) write(", ");
-    if (nested) write("(");
+    if (i > 0) sql_.write(", ");
+    if (nested) sql_.write("(");
     reference(*references[i]);
-    if (nested) write(")");
+    if (nested) sql_.write(")");
   }
 }
 
-void Generator::reference(const TableReference& reference_node) {
+void QueryWriter::reference(const TableReference& reference_node) {
   std::visit(Overloaded{[&](const NamedTable& named) { table(*named.source); },
                         [&](const DerivedTable& derived) {
-                          write("(");
+                          sql_.write("(");
                           query(*derived.query);
-                          write(") AS ").write(derived.source->sqlite_name);
+                          sql_.write(") AS ").write(derived.source->sqlite_name);
                         },
                         [&](const Join& join) {
                           reference(*join.left);
-                          write(join.kind == JoinKind::Inner  ? " JOIN "
-                                : join.kind == JoinKind::Left ? " LEFT JOIN "
-                                                              : " RIGHT JOIN ");
+                          sql_.write(join.kind == JoinKind::Inner  ? " JOIN "
+                                     : join.kind == JoinKind::Left ? " LEFT JOIN "
+                                                                   : " RIGHT JOIN ");
                           const bool nested = std::holds_alternative<Join>(join.right->node);
-                          if (nested) write("(");
+                          if (nested) sql_.write("(");
                           reference(*join.right);
-                          write(nested ? ") ON " : " ON ");
-                          condition(*join.condition);
+                          sql_.write(nested ? ") ON " : " ON ");
+                          conditions_.condition(*join.condition);
                         }},
              reference_node.node);
 }
 
-void Generator::table(const Source& source) {
-  name(source.table->name);
-  write(" AS ").write(source.sqlite_name);
+void QueryWriter::table(const Source& source) {
+  sql_.name(source.table->name);
+  sql_.write(" AS ").write(source.sqlite_name);
 }
 
-void Generator::row_id(const Source& source) {
-  write(source.sqlite_name).write(".").write(source.table->row_id_column());
+void QueryWriter::row_id(const Source& source) {
+  sql_.write(source.sqlite_name).write(".").write(source.table->row_id_column());
 }
 
 }  // namespace engine::embedded::jet_sql

@@ -1,0 +1,35 @@
+// The text of a SQLite statement as it is written, piece by piece.
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <string_view>
+#include <utility>
+
+namespace engine::embedded::jet_sql {
+
+class SqlText {
+ public:
+  /// Raises 3360 where the text gets too long; so do the functions below.
+  SqlText& write(std::string_view text);
+  void name(std::string_view name);
+  void text_literal(std::string_view text);
+  void number_literal(double number);
+  void whole_literal(std::int64_t number);
+  template <typename Range, typename Write>
+  void list(const Range& range, std::string_view separator, Write write_item) {
+    bool first = true;
+    for (const auto& item : range) {
+      if (!std::exchange(first, false)) write(separator);
+      write_item(item);
+    }
+  }
+
+  /// What was written so far.
+  std::string take() { return std::move(text_); }
+
+ private:
+  std::string text_;
+};
+
+}  // namespace engine::embedded::jet_sql
