@@ -1,8 +1,11 @@
+#include "database/engine/embedded/jet_sql/expression_parser.h"
+
 #include <algorithm>
 #include <utility>
 
 #include "database/engine/embedded/jet_sql/conversion.h"
-#include "database/engine/embedded/jet_sql/parser.h"
+#include "database/engine/embedded/jet_sql/query_parser.h"
+#include "database/engine/embedded/jet_sql/refusal.h"
 #include "database/engine/engine_error.h"
 
 namespace engine::embedded::jet_sql {
@@ -94,21 +97,21 @@ bool negate(Literal& literal) noexcept {
 
 }  // namespace
 
-ExpressionPtr Parser::parse_expression() {
-  const error_number::Number clause = std::exchange(clause_, error_number::expression_syntax);
+ExpressionPtr ExpressionParser::parse_expression() {
+  const error_number::Number clause = cursor_.exchange_clause(error_number::expression_syntax);
   ExpressionPtr expression = parse_binary(0);
-  refuse_after_expression();
+  refuse_after_expression(cursor_);
   // What follows an expression and belongs to no clause lacks an operator before it.
-  const TokenKind next = peek().kind;
-  if (next == TokenKind::Number || next == TokenKind::Text || next == TokenKind::Date) fail_here();
-  const bool pivot = transforms_ && at_word("PIVOT");
-  if (at_name() && !at_word("ASC") && !at_word("DESC") && !pivot) fail_here();
-  clause_ = clause;
+  const TokenKind next = cursor_.peek().kind;
+  if (next == TokenKind::Number || next == TokenKind::Text || next == TokenKind::Date) cursor_.fail_here();
+  const bool pivot = in_transform_ && cursor_.at_word("PIVOT");
+  if (cursor_.at_name() && !cursor_.at_word("ASC") && !cursor_.at_word("DESC") && !pivot) cursor_.fail_here();
+  cursor_.set_clause(clause);
   return expression;
 }
 
-ExpressionPtr Parser::parse_binary(int lowest_precedence) {
-  const Level level(depth_);
+ExpressionPtr ExpressionParser::parse_binary(int lowest_precedence) {
+  const TokenCursor::Level level(cursor_);
   const bool implied = lacks_field(lowest_precedence);
   ExpressionPtr left = implied ? make(ColumnName{.table = {}, .column = implied_field_}, 0) : parse_prefix();
   while (true) {
@@ -116,9 +119,9 @@ ExpressionPtr Parser::parse_binary(int lowest_precedence) {
       left = parse_predicate(std::move(left));
       continue;
     }
-    const OperatorRow* const row = find_operator(peek());
+    const OperatorRow* const row = find_operator(cursor_.peek());
     if (row == nullptr || row->precedence < lowest_precedence) return left;
-    take();
+    cursor_.take();
     if (at_quantifier() && is_comparison(row->op)) {
       left = parse_quantified(row->op, std::move(left));
       continue;
@@ -129,35 +132,36 @@ ExpressionPtr Parser::parse_binary(int lowest_precedence) {
   }
 }
 
-bool Parser::at_quantifier() const noexcept {
-  return (at_word("ANY") || at_word("SOME") || at_word("ALL")) && peek(1).is_symbol("(") && at_query(2);
+bool ExpressionParser::at_quantifier() const noexcept {
+  return (cursor_.at_word("ANY") || cursor_.at_word("SOME") || cursor_.at_word("ALL")) &&
+         cursor_.peek(1).is_symbol("(") && queries_.at_query(2);
 }
 
-ExpressionPtr Parser::parse_quantified(BinaryOperator op, ExpressionPtr value) {
-  const bool all = take().is_word("ALL");
-  take();
-  QueryPtr query = parse_query(nullptr);
-  expect_symbol(")");
+ExpressionPtr ExpressionParser::parse_quantified(BinaryOperator op, ExpressionPtr value) {
+  const bool all = cursor_.take().is_word("ALL");
+  cursor_.take();
+  QueryPtr query = queries_.parse_query(nullptr);
+  cursor_.expect_symbol(")");
   const int height = std::max(value->height, query->height);
   return make(Quantified{op, std::move(value), std::move(query), all}, height);
 }
 
 /// In a rule, at a condition whose left side is missing.
-bool Parser::lacks_field(int lowest_precedence) const noexcept {
+bool ExpressionParser::lacks_field(int lowest_precedence) const noexcept {
   if (implied_field_.empty() || lowest_precedence > not_precedence) return false;
-  const OperatorRow* const row = find_operator(peek());
+  const OperatorRow* const row = find_operator(cursor_.peek());
   return at_predicate() || (row != nullptr && is_comparison(row->op));
 }
 
-ExpressionPtr Parser::parse_prefix() {
-  const Level level(depth_);
-  if (accept_word("NOT")) {
+ExpressionPtr ExpressionParser::parse_prefix() {
+  const TokenCursor::Level level(cursor_);
+  if (cursor_.accept_word("NOT")) {
     ExpressionPtr operand = parse_binary(not_precedence);
     const int height = operand->height;
     return make(Unary{UnaryOperator::Not, std::move(operand)}, height);
   }
-  if (accept_symbol("-")) return parse_minus();
-  if (accept_symbol("+")) {
+  if (cursor_.accept_symbol("-")) return parse_minus();
+  if (cursor_.accept_symbol("+")) {
     ExpressionPtr operand = parse_binary(power_precedence);
     const int height = operand->height;
     return make(Unary{UnaryOperator::Plus, std::move(operand)}, height);
@@ -165,160 +169,160 @@ ExpressionPtr Parser::parse_prefix() {
   return parse_primary();
 }
 
-ExpressionPtr Parser::parse_minus() {
+ExpressionPtr ExpressionParser::parse_minus() {
   ExpressionPtr operand = parse_binary(power_precedence);
   if (auto* literal = std::get_if<Literal>(&operand->node); literal != nullptr && negate(*literal)) return operand;
   const int height = operand->height;
   return make(Unary{UnaryOperator::Minus, std::move(operand)}, height);
 }
 
-ExpressionPtr Parser::parse_primary() {
-  switch (peek().kind) {
+ExpressionPtr ExpressionParser::parse_primary() {
+  switch (cursor_.peek().kind) {
     case TokenKind::Number:
     case TokenKind::Text:
     case TokenKind::Date:
-      return make(literal_of(take()), 0);
+      return make(literal_of(cursor_.take()), 0);
     case TokenKind::Word:
       return parse_word();
     case TokenKind::QuotedName:
       return parse_column();
     case TokenKind::Symbol:
-      if (peek().is_symbol("(")) return parse_parenthesis();
-      if (peek().is_symbol("&")) return parse_prefixed_number();
-      fail_here();
+      if (cursor_.peek().is_symbol("(")) return parse_parenthesis();
+      if (cursor_.peek().is_symbol("&")) return parse_prefixed_number();
+      cursor_.fail_here();
     case TokenKind::End:
-      fail_here();
+      cursor_.fail_here();
   }
-  fail_here();
+  cursor_.fail_here();
 }
 
 /// "&HFF" and "&O17"; a "&" right behind makes a number of 32 bits.
-ExpressionPtr Parser::parse_prefixed_number() {
-  const Token sign = take();
-  const Token& digits = peek();
+ExpressionPtr ExpressionParser::parse_prefixed_number() {
+  const Token sign = cursor_.take();
+  const Token& digits = cursor_.peek();
   const char letter = digits.kind == TokenKind::Word ? static_cast<char>(digits.text.front() | 0x20) : ' ';
   const int base = letter == 'h' ? 16 : letter == 'o' ? 8 : 0;
-  if (base == 0 || digits.begin != sign.end) fail_here();
+  if (base == 0 || digits.begin != sign.end) cursor_.fail_here();
   const std::string text = digits.text.substr(1);
-  if (text.empty() || prefixed_digits(text, base) != text.size()) fail_here();
-  const std::size_t end = take().end;
-  const bool wide = peek().is_symbol("&") && peek().begin == end;
-  if (wide) take();
+  if (text.empty() || prefixed_digits(text, base) != text.size()) cursor_.fail_here();
+  const std::size_t end = cursor_.take().end;
+  const bool wide = cursor_.peek().is_symbol("&") && cursor_.peek().begin == end;
+  if (wide) cursor_.take();
   return make(Literal{static_cast<std::int64_t>(prefixed_number(text, base, wide))}, 0);
 }
 
-ExpressionPtr Parser::parse_word() {
-  refuse_operand();
-  if (at_word("EXISTS") && peek(1).is_symbol("(") && at_query(2)) {
-    position_ += 2;
-    QueryPtr query = parse_query(nullptr);
-    expect_symbol(")");
+ExpressionPtr ExpressionParser::parse_word() {
+  refuse_operand(cursor_);
+  if (cursor_.at_word("EXISTS") && cursor_.peek(1).is_symbol("(") && queries_.at_query(2)) {
+    cursor_.skip(2);
+    QueryPtr query = queries_.parse_query(nullptr);
+    cursor_.expect_symbol(")");
     const int height = query->height;
     return make(Exists{std::move(query)}, height);
   }
   // LEFT and RIGHT are words of a join as well.
-  const bool function = at_name() || at_word("LEFT") || at_word("RIGHT");
-  if (function && peek(1).is_symbol("(")) return parse_call();
-  if (accept_word("NULL")) return make(Literal{}, 0);
+  const bool function = cursor_.at_name() || cursor_.at_word("LEFT") || cursor_.at_word("RIGHT");
+  if (function && cursor_.peek(1).is_symbol("(")) return parse_call();
+  if (cursor_.accept_word("NULL")) return make(Literal{}, 0);
   // A word of a join; where an operand stands it is the constant.
-  if (accept_word("ON")) return make(Literal{true}, 0);
-  if (at_word("TRUE") || at_word("FALSE")) return make(Literal{take().is_word("TRUE")}, 0);
+  if (cursor_.accept_word("ON")) return make(Literal{true}, 0);
+  if (cursor_.at_word("TRUE") || cursor_.at_word("FALSE")) return make(Literal{cursor_.take().is_word("TRUE")}, 0);
   return parse_column();
 }
 
-ExpressionPtr Parser::parse_call() {
+ExpressionPtr ExpressionParser::parse_call() {
   Call call;
-  call.function = take().text;
-  expect_symbol("(");
-  if (at_word("DISTINCT")) raise(error_number::not_supported, "aggregates with DISTINCT");
-  if (accept_symbol("*")) {
+  call.function = cursor_.take().text;
+  cursor_.expect_symbol("(");
+  if (cursor_.at_word("DISTINCT")) raise(error_number::not_supported, "aggregates with DISTINCT");
+  if (cursor_.accept_symbol("*")) {
     call.star = true;
-  } else if (!peek().is_symbol(")")) {
+  } else if (!cursor_.peek().is_symbol(")")) {
     call.arguments = parse_list();
   }
-  expect_symbol(")");
-  if (at_word("OVER") && peek(1).is_symbol("(")) raise(error_number::not_supported, "window functions");
+  cursor_.expect_symbol(")");
+  if (cursor_.at_word("OVER") && cursor_.peek(1).is_symbol("(")) raise(error_number::not_supported, "window functions");
   const int height = height_of(call.arguments);
   return make(std::move(call), height);
 }
 
-ExpressionPtr Parser::parse_column() {
+ExpressionPtr ExpressionParser::parse_column() {
   ColumnName name;
-  name.quoted = peek().kind == TokenKind::QuotedName;
-  name.column = expect_name();
-  if (accept_symbol(".") || accept_symbol("!")) {
+  name.quoted = cursor_.peek().kind == TokenKind::QuotedName;
+  name.column = cursor_.expect_name();
+  if (cursor_.accept_symbol(".") || cursor_.accept_symbol("!")) {
     name.table = std::exchange(name.column, {});
-    name.column = expect_any_name();
+    name.column = cursor_.expect_any_name();
   }
   return make(std::move(name), 0);
 }
 
-ExpressionPtr Parser::parse_parenthesis() {
-  expect_symbol("(");
-  if (at_query()) {
-    QueryPtr query = parse_query(nullptr);
-    expect_symbol(")");
+ExpressionPtr ExpressionParser::parse_parenthesis() {
+  cursor_.expect_symbol("(");
+  if (queries_.at_query()) {
+    QueryPtr query = queries_.parse_query(nullptr);
+    cursor_.expect_symbol(")");
     const int height = query->height;
     return make(ScalarSelect{std::move(query)}, height);
   }
   ExpressionPtr expression = parse_binary(0);
-  expect_symbol(")");
+  cursor_.expect_symbol(")");
   return expression;
 }
 
-bool Parser::at_predicate() const noexcept {
-  const std::size_t negation = at_word("NOT") ? 1 : 0;
+bool ExpressionParser::at_predicate() const noexcept {
+  const std::size_t negation = cursor_.at_word("NOT") ? 1 : 0;
   for (const std::string_view keyword : {"BETWEEN", "LIKE", "IN"}) {
-    if (pivots_ && keyword == "IN") continue;
-    if (at_word(keyword, negation)) return true;
+    if (in_pivot_ && keyword == "IN") continue;
+    if (cursor_.at_word(keyword, negation)) return true;
   }
-  return at_word("IS");
+  return cursor_.at_word("IS");
 }
 
-ExpressionPtr Parser::parse_predicate(ExpressionPtr value) {
-  if (accept_word("IS")) {
-    const bool negated = accept_word("NOT");
-    expect_word("NULL");
+ExpressionPtr ExpressionParser::parse_predicate(ExpressionPtr value) {
+  if (cursor_.accept_word("IS")) {
+    const bool negated = cursor_.accept_word("NOT");
+    cursor_.expect_word("NULL");
     const int height = value->height;
     return make(NullTest{std::move(value), negated}, height);
   }
-  const bool negated = accept_word("NOT");
-  if (accept_word("BETWEEN")) return parse_between(std::move(value), negated);
-  if (accept_word("IN")) return parse_in(std::move(value), negated);
-  expect_word("LIKE");
+  const bool negated = cursor_.accept_word("NOT");
+  if (cursor_.accept_word("BETWEEN")) return parse_between(std::move(value), negated);
+  if (cursor_.accept_word("IN")) return parse_in(std::move(value), negated);
+  cursor_.expect_word("LIKE");
   ExpressionPtr pattern = parse_binary(concatenate_precedence);
   const int height = std::max(value->height, pattern->height);
   return make(Like{std::move(value), std::move(pattern), negated}, height);
 }
 
-ExpressionPtr Parser::parse_between(ExpressionPtr value, bool negated) {
+ExpressionPtr ExpressionParser::parse_between(ExpressionPtr value, bool negated) {
   ExpressionPtr low = parse_binary(concatenate_precedence);
-  expect_word("AND");
+  cursor_.expect_word("AND");
   ExpressionPtr high = parse_binary(concatenate_precedence);
   const int height = std::max({value->height, low->height, high->height});
   return make(Between{std::move(value), std::move(low), std::move(high), negated}, height);
 }
 
-ExpressionPtr Parser::parse_in(ExpressionPtr value, bool negated) {
-  expect_symbol("(");
-  if (at_query()) {
-    QueryPtr query = parse_query(nullptr);
-    expect_symbol(")");
+ExpressionPtr ExpressionParser::parse_in(ExpressionPtr value, bool negated) {
+  cursor_.expect_symbol("(");
+  if (queries_.at_query()) {
+    QueryPtr query = queries_.parse_query(nullptr);
+    cursor_.expect_symbol(")");
     const int height = std::max(value->height, query->height);
     return make(InSelect{std::move(value), std::move(query), negated}, height);
   }
   std::vector<ExpressionPtr> items = parse_list();
-  expect_symbol(")");
+  cursor_.expect_symbol(")");
   const int height = std::max(height_of(value), height_of(items));
   return make(InList{std::move(value), std::move(items), negated}, height);
 }
 
-std::vector<ExpressionPtr> Parser::parse_list() {
+std::vector<ExpressionPtr> ExpressionParser::parse_list() {
   const std::string implied = std::exchange(implied_field_, {});
   std::vector<ExpressionPtr> items;
   do {
     items.push_back(parse_binary(0));
-  } while (accept_symbol(","));
+  } while (cursor_.accept_symbol(","));
   implied_field_ = implied;
   return items;
 }

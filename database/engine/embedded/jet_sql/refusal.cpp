@@ -1,8 +1,8 @@
-// What people know from other dialects and this one does not have is refused by its name.
+#include "database/engine/embedded/jet_sql/refusal.h"
+
 #include <algorithm>
 #include <array>
 
-#include "database/engine/embedded/jet_sql/parser.h"
 #include "database/engine/engine_error.h"
 
 namespace engine::embedded::jet_sql {
@@ -50,39 +50,39 @@ bool is_one_of(const Token& token, const Words& words) {
 
 }  // namespace
 
-void Parser::refuse_statement() const {
+void refuse_statement(const TokenCursor& at) {
   const auto* const row =
-      std::ranges::find_if(refused_statements, [this](const RefusedWord& refused) { return at_word(refused.word); });
+      std::ranges::find_if(refused_statements, [&](const RefusedWord& refused) { return at.at_word(refused.word); });
   if (row != refused_statements.end()) raise(error_number::not_supported, row->name);
-  const bool changes_object = at_word("CREATE") || at_word("ALTER") || at_word("DROP");
-  if (changes_object && is_one_of(peek(1), refused_objects)) {
-    raise(error_number::not_supported, upper_case(peek().text) + " " + upper_case(peek(1).text));
+  const bool changes_object = at.at_word("CREATE") || at.at_word("ALTER") || at.at_word("DROP");
+  if (changes_object && is_one_of(at.peek(1), refused_objects)) {
+    raise(error_number::not_supported, upper_case(at.peek().text) + " " + upper_case(at.peek(1).text));
   }
 }
 
-/// Behind a table of a FROM clause, where the word would be taken for an alias.
-void Parser::refuse_after_table() const {
-  refuse_after_expression();
-  if (is_one_of(peek(), refused_joins) && (at_word("JOIN", 1) || at_word("OUTER", 1) || at_word("INNER", 1))) {
-    raise(error_number::not_supported, upper_case(peek().text) + " JOIN");
+void refuse_after_table(const TokenCursor& at) {
+  refuse_after_expression(at);
+  if (is_one_of(at.peek(), refused_joins) &&
+      (at.at_word("JOIN", 1) || at.at_word("OUTER", 1) || at.at_word("INNER", 1))) {
+    raise(error_number::not_supported, upper_case(at.peek().text) + " JOIN");
   }
-  if (at_word("USING") && peek(1).is_symbol("(")) raise(error_number::not_supported, "USING; write ON");
+  if (at.at_word("USING") && at.peek(1).is_symbol("(")) raise(error_number::not_supported, "USING; write ON");
 }
 
-/// Behind an expression or a table, where a clause could begin.
-void Parser::refuse_after_expression() const {
-  if (at_word("LIMIT") && peek(1).kind == TokenKind::Number) raise(error_number::not_supported, "LIMIT; write TOP");
-  if (at_word("WITH") && at_word("OWNERACCESS", 1)) raise(error_number::not_supported, "WITH OWNERACCESS OPTION");
-  const bool unites = at_word("SELECT", 1) || (at_word("ALL", 1) && at_word("SELECT", 2)) || peek(1).is_symbol("(");
-  if (unites && is_one_of(peek(), refused_unions)) raise(error_number::not_supported, upper_case(peek().text));
+void refuse_after_expression(const TokenCursor& at) {
+  if (at.at_word("LIMIT") && at.peek(1).kind == TokenKind::Number)
+    raise(error_number::not_supported, "LIMIT; write TOP");
+  if (at.at_word("WITH") && at.at_word("OWNERACCESS", 1)) raise(error_number::not_supported, "WITH OWNERACCESS OPTION");
+  const bool unites =
+      at.at_word("SELECT", 1) || (at.at_word("ALL", 1) && at.at_word("SELECT", 2)) || at.peek(1).is_symbol("(");
+  if (unites && is_one_of(at.peek(), refused_unions)) raise(error_number::not_supported, upper_case(at.peek().text));
 }
 
-/// Where an operand begins.
-void Parser::refuse_operand() const {
-  if (at_word("CASE") && (at_word("WHEN", 1) || at_word("WHEN", 2))) {
+void refuse_operand(const TokenCursor& at) {
+  if (at.at_word("CASE") && (at.at_word("WHEN", 1) || at.at_word("WHEN", 2))) {
     raise(error_number::not_supported, "CASE; write IIf or Switch");
   }
-  if (at_word("CAST") && peek(1).is_symbol("(")) {
+  if (at.at_word("CAST") && at.peek(1).is_symbol("(")) {
     raise(error_number::not_supported, "CAST; write CLng, CDbl, CStr, CDate or another function of this kind");
   }
 }
