@@ -3,24 +3,15 @@
 #include <algorithm>
 #include <utility>
 
+#include "database/engine/embedded/jet_sql/output_columns.h"
 #include "database/engine/engine_error.h"
 #include "support/encoding.h"
 
 namespace engine::embedded::jet_sql {
 
-namespace {
-
-constexpr std::size_t most_tables = 32;
-
-}  // namespace
-
-void Binder::declare(const std::vector<std::string>& parameters) {
-  for (const std::string& name : parameters) parameters_.insert(support::to_lower(name));
-}
-
 void Binder::bind(SelectStatement& statement) {
   bind_query(*statement.query, nullptr);
-  raise_unknown_names();
+  expressions_.raise_unknown_names();
 }
 
 void Binder::bind(InsertStatement& statement) {
@@ -29,53 +20,47 @@ void Binder::bind(InsertStatement& statement) {
   } else {
     Select nothing;
     Scope scope{.select = &nothing, .visible = {}, .aggregate_error = error_number::aggregate_in_expression};
-    for (const ExpressionPtr& value : statement.values) bind(value, scope);
+    for (const ExpressionPtr& value : statement.values) expressions_.bind(value, scope);
   }
-  raise_unknown_names();
+  expressions_.raise_unknown_names();
 }
 
 void Binder::bind(UpdateStatement& statement) {
   Scope scope{.select = &statement.rows, .visible = {}, .aggregate_error = error_number::aggregate_in_expression};
   bind_rows(statement.rows, scope);
   for (Assignment& assignment : statement.assignments) {
-    if (!find_column(scope, assignment.target)) {
-      unknown_names_.insert(support::to_lower(assignment.target.column));
-    }
-    bind(assignment.value, scope);
+    if (!expressions_.find_column(scope, assignment.target)) expressions_.add_unknown_name(assignment.target.column);
+    expressions_.bind(assignment.value, scope);
   }
-  raise_unknown_names();
+  expressions_.raise_unknown_names();
 }
 
 void Binder::bind(DeleteStatement& statement) {
   Scope scope{.select = &statement.rows, .visible = {}};
   bind_rows(statement.rows, scope);
-  raise_unknown_names();
+  expressions_.raise_unknown_names();
 }
 
 void Binder::bind_default(Expression& expression) {
-  functions_without_parentheses_ = true;
+  expressions_.take_functions_without_parentheses();
   Select nothing;
   Scope scope{.select = &nothing, .visible = {}, .aggregate_error = error_number::aggregate_in_expression};
-  bind(expression, scope);
-  raise_unknown_names();
+  expressions_.bind(expression, scope);
+  expressions_.raise_unknown_names();
 }
 
 void Binder::bind_rule(const ExpressionPtr& condition, Select& row) {
-  functions_without_parentheses_ = true;
+  expressions_.take_functions_without_parentheses();
   Scope scope{
       .select = &row, .visible = {&row.sources.front()}, .aggregate_error = error_number::aggregate_in_expression};
-  bind_criterion(condition, scope);
-  raise_unknown_names();
+  expressions_.bind_criterion(condition, scope);
+  expressions_.raise_unknown_names();
 }
 
 const TableDefinition& Binder::table(std::string_view name) const {
   const TableDefinition* const found = catalogue_.find_table(name);
   if (found == nullptr) raise(error_number::unknown_table, name);
   return *found;
-}
-
-void Binder::raise_unknown_names() const {
-  if (!unknown_names_.empty()) raise(error_number::too_few_parameters, std::to_string(unknown_names_.size()));
 }
 
 void Binder::bind_query(QueryTree& query, Scope* outer) {
@@ -96,10 +81,10 @@ void Binder::bind_select(QueryTree& query, Select& select, Scope* outer) {
   bind_rows(select, scope);
   scope.aggregate_error = error_number::aggregate_in_group_by;
   scope.aliases = true;
-  for (const ExpressionPtr& group : select.group_by) bind(group, scope);
+  for (const ExpressionPtr& group : select.group_by) expressions_.bind(group, scope);
   scope.aggregate_error = error_number::none;
   bind_items(select, scope);
-  if (select.having != nullptr) bind_criterion(select.having, scope);
+  if (select.having != nullptr) expressions_.bind_criterion(select.having, scope);
   if (select.pivot != nullptr) bind_pivot(*select.pivot, scope);
   const auto has_aggregate = [](const SelectItem& item) {
     return item.expression != nullptr && item.expression->has_aggregate;
@@ -111,15 +96,15 @@ void Binder::bind_select(QueryTree& query, Select& select, Scope* outer) {
   if (select.grouped) check_grouping(select, query);
   if (select.distinct_row && select.sources.size() > 1)
     raise(error_number::not_supported, "DISTINCTROW over several tables");
-  if (select.pivot != nullptr) add_headings(select);
+  if (select.pivot != nullptr) add_headings(select, headings_);
 }
 
 void Binder::bind_pivot(Pivot& pivot, Scope& scope) {
-  bind(pivot.value, scope);
+  expressions_.bind(pivot.value, scope);
   if (!pivot.value->has_aggregate) raise(error_number::transform_syntax, "the value has no aggregate");
   const error_number::Number aggregate_error =
       std::exchange(scope.aggregate_error, error_number::aggregate_in_group_by);
-  bind(pivot.head, scope);
+  expressions_.bind(pivot.head, scope);
   scope.aggregate_error = aggregate_error;
 }
 
@@ -132,7 +117,7 @@ void Binder::bind_items(Select& select, Scope& scope) {
 void Binder::bind_item(SelectItem& item, Scope& scope) {
   item.state = SelectItem::State::InProgress;
   const error_number::Number aggregate_error = std::exchange(scope.aggregate_error, error_number::none);
-  bind(item.expression, scope);
+  expressions_.bind(item.expression, scope);
   scope.aggregate_error = aggregate_error;
   item.state = SelectItem::State::Bound;
 }
@@ -141,7 +126,7 @@ void Binder::bind_rows(Select& rows, Scope& scope) {
   for (const TableReferencePtr& reference : rows.from) bind_from(*reference, scope);
   if (rows.where == nullptr) return;
   const error_number::Number aggregate_error = std::exchange(scope.aggregate_error, error_number::aggregate_in_where);
-  bind_criterion(rows.where, scope);
+  expressions_.bind_criterion(rows.where, scope);
   scope.aggregate_error = aggregate_error;
 }
 
@@ -153,7 +138,7 @@ void Binder::bind_from(TableReference& reference, Scope& scope) {
                           for (const FieldDefinition& field : definition.fields) {
                             named.source->columns.push_back({field.name, type_of_field(field), &field});
                           }
-                          count_tables(&scope, 1);
+                          scope.count_tables(1);
                         },
                         [&](DerivedTable& derived) {
                           bind_query(*derived.query, scope.outer);
@@ -161,7 +146,7 @@ void Binder::bind_from(TableReference& reference, Scope& scope) {
                           for (const OutputColumn& output : derived.query->outputs) {
                             derived.source->columns.push_back({output.name, output.type, nullptr});
                           }
-                          count_tables(&scope, derived.query->tables);
+                          scope.count_tables(derived.query->tables);
                         },
                         [&](Join& join) { bind_join(join, scope); }},
              reference.node);
@@ -175,7 +160,7 @@ void Binder::bind_join(Join& join, Scope& scope) {
   Scope inner{
       .outer = scope.outer, .select = scope.select, .visible = {}, .aggregate_error = error_number::aggregate_in_join};
   inner.visible.assign(scope.visible.begin() + static_cast<std::ptrdiff_t>(first), scope.visible.end());
-  bind_criterion(join.condition, inner);
+  expressions_.bind_criterion(join.condition, inner);
 }
 
 Source& Binder::add_source(Scope& scope, std::string name) {
@@ -189,10 +174,31 @@ Source& Binder::add_source(Scope& scope, std::string name) {
   return source;
 }
 
-void Binder::count_tables(Scope* scope, std::size_t tables) {
-  if (scope->select == nullptr) return;
-  scope->select->tables += tables;
-  if (scope->select->tables > most_tables) raise(error_number::too_complex);
+void Binder::bind_order(QueryTree& query, Select& select, Scope& scope) {
+  for (OrderItem& item : query.order_by) {
+    if (std::holds_alternative<Literal>(item.expression->node) && is_output(item, select.outputs)) continue;
+    scope.aggregate_error = select.grouped ? error_number::none : error_number::aggregate_in_order_by;
+    expressions_.bind(item.expression, scope);
+    for (std::size_t i = 0; i < select.outputs.size() && !item.output; ++i) {
+      const OutputColumn& output = select.outputs[i];
+      const auto* const name = std::get_if<ColumnName>(&behind_alias(*item.expression).node);
+      const bool same_column =
+          name != nullptr && name->source != nullptr && name->source == output.source && name->index == output.index;
+      if (same_column || (output.expression != nullptr && same_expression(*item.expression, *output.expression))) {
+        item.output = i;
+      }
+    }
+    if (select.distinct && !item.output) raise(error_number::order_with_distinct);
+  }
+}
+
+void Binder::bind_union_order(QueryTree& query) {
+  for (OrderItem& item : query.order_by) {
+    if (is_output(item, query.outputs)) continue;
+    const auto* const name = std::get_if<ColumnName>(&item.expression->node);
+    if (name == nullptr) raise(error_number::order_by_syntax);
+    expressions_.add_unknown_name(name->column);
+  }
 }
 
 }  // namespace engine::embedded::jet_sql

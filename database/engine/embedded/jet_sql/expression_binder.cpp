@@ -1,3 +1,5 @@
+#include "database/engine/embedded/jet_sql/expression_binder.h"
+
 #include <algorithm>
 #include <cmath>
 #include <optional>
@@ -14,6 +16,8 @@ namespace {
 
 /// Aliases may stack trees on each other; SQLite takes 1000 levels, of which one here needs at most four.
 constexpr int most_levels = 200;
+
+constexpr std::size_t most_tables = 32;
 
 void check_comparable(const ValueType& left, const ValueType& right) {
   if ((left.is_text() && right.is_number()) || (left.is_number() && right.is_text()))
@@ -150,31 +154,47 @@ ValueType type_of_call(const Call& call) {
 
 }  // namespace
 
-void Binder::bind(const ExpressionPtr& expression, Scope& scope) { bind(*expression, scope); }
+void Scope::count_tables(std::size_t tables) const {
+  if (select == nullptr) return;
+  select->tables += tables;
+  if (select->tables > most_tables) raise(error_number::too_complex);
+}
 
-void Binder::bind(Expression& expression, Scope& scope) {
+void ExpressionBinder::declare(const std::vector<std::string>& parameters) {
+  for (const std::string& name : parameters) parameters_.insert(support::to_lower(name));
+}
+
+void ExpressionBinder::add_unknown_name(std::string_view name) { unknown_names_.insert(support::to_lower(name)); }
+
+void ExpressionBinder::raise_unknown_names() const {
+  if (!unknown_names_.empty()) raise(error_number::too_few_parameters, std::to_string(unknown_names_.size()));
+}
+
+void ExpressionBinder::bind(Expression& expression, Scope& scope) {
   expression.height = 1;
   std::visit([&](auto& node) { bind_node(expression, node, scope); }, expression.node);
 }
 
-void Binder::bind_criterion(const ExpressionPtr& expression, Scope& scope) {
+void ExpressionBinder::bind_criterion(const ExpressionPtr& expression, Scope& scope) {
   bind(expression, scope);
   check_condition(expression->type);
 }
 
-void Binder::contain(Expression& whole, int height) const {
+void ExpressionBinder::contain(Expression& whole, int height) const {
   whole.height = std::max(whole.height, height + 1);
   if (whole.height > most_levels) raise(error_number::too_complex);
 }
 
-void Binder::contain(Expression& whole, const ExpressionPtr& part) {
+void ExpressionBinder::contain(Expression& whole, const ExpressionPtr& part) {
   contain(whole, part->height);
   whole.has_aggregate = whole.has_aggregate || part->has_aggregate;
 }
 
-void Binder::bind_node(Expression& expression, Literal& literal, Scope&) { expression.type = type_of_literal(literal); }
+void ExpressionBinder::bind_node(Expression& expression, Literal& literal, Scope&) {
+  expression.type = type_of_literal(literal);
+}
 
-void Binder::bind_node(Expression& expression, ColumnName& name, Scope& scope) {
+void ExpressionBinder::bind_node(Expression& expression, ColumnName& name, Scope& scope) {
   if (name.table.empty() && parameters_.contains(support::to_lower(name.column)))
     return take_parameter(expression, name);
   for (Scope* place = &scope; place != nullptr; place = place->outer) {
@@ -201,12 +221,12 @@ void Binder::bind_node(Expression& expression, ColumnName& name, Scope& scope) {
 }
 
 /// A name that has no value.
-void Binder::take_parameter(Expression& expression, const ColumnName& name) {
+void ExpressionBinder::take_parameter(Expression& expression, const ColumnName& name) {
   expression.type = type_of_kind(Kind::Variant);
-  unknown_names_.insert(support::to_lower(name.column));
+  add_unknown_name(name.column);
 }
 
-bool Binder::find_column(const Scope& scope, ColumnName& name) const {
+bool ExpressionBinder::find_column(const Scope& scope, ColumnName& name) const {
   bool found = false;
   for (const Source* const source : scope.visible) {
     if (!name.table.empty() && !support::equal_ignoring_case(source->name, name.table)) continue;
@@ -222,26 +242,26 @@ bool Binder::find_column(const Scope& scope, ColumnName& name) const {
   return found;
 }
 
-bool Binder::find_alias(Scope& scope, ColumnName& name) {
+bool ExpressionBinder::find_alias(Scope& scope, ColumnName& name) {
   if (!scope.aliases || !name.table.empty()) return false;
   for (SelectItem& item : scope.select->items) {
     if (item.alias.empty() || !support::equal_ignoring_case(item.alias, name.column)) continue;
     if (item.state == SelectItem::State::InProgress) raise(error_number::circular_alias, name.column);
-    if (item.state == SelectItem::State::Unbound) bind_item(item, scope);
+    if (item.state == SelectItem::State::Unbound) queries_.bind_item(item, scope);
     name.alias_of = item.expression.get();
     return true;
   }
   return false;
 }
 
-bool Binder::find_function_without_parentheses(Expression& expression, const ColumnName& name) {
+bool ExpressionBinder::find_function_without_parentheses(Expression& expression, const ColumnName& name) {
   const FunctionRow* const row = find_function(name.column);
   if (!functions_without_parentheses_ || row == nullptr || !row->arguments.empty() || !name.table.empty()) return false;
   expression.node = Call{.function = name.column, .arguments = {}};
   return true;
 }
 
-void Binder::bind_node(Expression& expression, Unary& unary, Scope& scope) {
+void ExpressionBinder::bind_node(Expression& expression, Unary& unary, Scope& scope) {
   bind(unary.operand, scope);
   contain(expression, unary.operand);
   const ValueType& type = unary.operand->type;
@@ -253,7 +273,7 @@ void Binder::bind_node(Expression& expression, Unary& unary, Scope& scope) {
   }
 }
 
-void Binder::bind_node(Expression& expression, Binary& binary, Scope& scope) {
+void ExpressionBinder::bind_node(Expression& expression, Binary& binary, Scope& scope) {
   bind(binary.left, scope);
   bind(binary.right, scope);
   contain(expression, binary.left);
@@ -266,7 +286,7 @@ void Binder::bind_node(Expression& expression, Binary& binary, Scope& scope) {
   expression.type = type_of_binary(binary.op, binary.left->type, binary.right->type);
 }
 
-void Binder::bind_node(Expression& expression, Between& between, Scope& scope) {
+void ExpressionBinder::bind_node(Expression& expression, Between& between, Scope& scope) {
   for (const ExpressionPtr* part : {&between.value, &between.low, &between.high}) {
     bind(*part, scope);
     contain(expression, *part);
@@ -276,7 +296,7 @@ void Binder::bind_node(Expression& expression, Between& between, Scope& scope) {
   expression.type = boolean(true);
 }
 
-void Binder::bind_node(Expression& expression, Like& like, Scope& scope) {
+void ExpressionBinder::bind_node(Expression& expression, Like& like, Scope& scope) {
   bind(like.value, scope);
   bind(like.pattern, scope);
   contain(expression, like.value);
@@ -284,13 +304,13 @@ void Binder::bind_node(Expression& expression, Like& like, Scope& scope) {
   expression.type = boolean(true);
 }
 
-void Binder::bind_node(Expression& expression, NullTest& test, Scope& scope) {
+void ExpressionBinder::bind_node(Expression& expression, NullTest& test, Scope& scope) {
   bind(test.value, scope);
   contain(expression, test.value);
   expression.type = boolean(false);
 }
 
-void Binder::bind_node(Expression& expression, InList& list, Scope& scope) {
+void ExpressionBinder::bind_node(Expression& expression, InList& list, Scope& scope) {
   bind(list.value, scope);
   contain(expression, list.value);
   for (const ExpressionPtr& item : list.items) {
@@ -301,10 +321,10 @@ void Binder::bind_node(Expression& expression, InList& list, Scope& scope) {
   expression.type = boolean(true);
 }
 
-void Binder::bind_node(Expression& expression, InSelect& in, Scope& scope) {
+void ExpressionBinder::bind_node(Expression& expression, InSelect& in, Scope& scope) {
   bind(in.value, scope);
-  bind_query(*in.query, &scope);
-  count_tables(&scope, in.query->tables);
+  queries_.bind_query(*in.query, &scope);
+  scope.count_tables(in.query->tables);
   contain(expression, in.value);
   contain(expression, in.query->height);
   if (in.query->outputs.size() != 1) raise(error_number::subquery_columns);
@@ -312,10 +332,10 @@ void Binder::bind_node(Expression& expression, InSelect& in, Scope& scope) {
   expression.type = boolean(true);
 }
 
-void Binder::bind_node(Expression& expression, Quantified& quantified, Scope& scope) {
+void ExpressionBinder::bind_node(Expression& expression, Quantified& quantified, Scope& scope) {
   bind(quantified.value, scope);
-  bind_query(*quantified.query, &scope);
-  count_tables(&scope, quantified.query->tables);
+  queries_.bind_query(*quantified.query, &scope);
+  scope.count_tables(quantified.query->tables);
   contain(expression, quantified.value);
   contain(expression, quantified.query->height);
   if (quantified.query->outputs.size() != 1) raise(error_number::subquery_columns);
@@ -328,22 +348,22 @@ void Binder::bind_node(Expression& expression, Quantified& quantified, Scope& sc
   expression.type = boolean(true);
 }
 
-void Binder::bind_node(Expression& expression, Exists& exists, Scope& scope) {
-  bind_query(*exists.query, &scope);
-  count_tables(&scope, exists.query->tables);
+void ExpressionBinder::bind_node(Expression& expression, Exists& exists, Scope& scope) {
+  queries_.bind_query(*exists.query, &scope);
+  scope.count_tables(exists.query->tables);
   contain(expression, exists.query->height);
   expression.type = boolean(false);
 }
 
-void Binder::bind_node(Expression& expression, ScalarSelect& select, Scope& scope) {
-  bind_query(*select.query, &scope);
-  count_tables(&scope, select.query->tables);
+void ExpressionBinder::bind_node(Expression& expression, ScalarSelect& select, Scope& scope) {
+  queries_.bind_query(*select.query, &scope);
+  scope.count_tables(select.query->tables);
   contain(expression, select.query->height);
   if (select.query->outputs.size() != 1) raise(error_number::subquery_columns);
   expression.type = select.query->outputs.front().type.with_null(true);
 }
 
-void Binder::bind_node(Expression& expression, Call& call, Scope& scope) {
+void ExpressionBinder::bind_node(Expression& expression, Call& call, Scope& scope) {
   call.row = find_function(call.function);
   if (call.row == nullptr) raise(error_number::unknown_function, call.function);
   const FunctionRow& row = *call.row;
@@ -375,7 +395,7 @@ void Binder::bind_node(Expression& expression, Call& call, Scope& scope) {
   expression.type = counts_rows ? type_of_kind(Kind::Long).with_null(false) : type_of_call(call);
 }
 
-void Binder::bind_arguments(Call& call, Scope& scope) {
+void ExpressionBinder::bind_arguments(Call& call, Scope& scope) {
   for (std::size_t i = 0; i < call.arguments.size(); ++i) {
     bind(call.arguments[i], scope);
     if (argument_letter(*call.row, i) == 'c') check_condition(call.arguments[i]->type);

@@ -1,10 +1,11 @@
+#include "database/engine/embedded/jet_sql/output_columns.h"
+
 #include <algorithm>
 #include <map>
 #include <set>
 #include <utility>
 
 #include "database/engine/date_text.h"
-#include "database/engine/embedded/jet_sql/binder.h"
 #include "database/engine/embedded/jet_sql/conversion.h"
 #include "database/engine/embedded/jet_sql/function_table.h"
 #include "database/engine/engine_error.h"
@@ -47,29 +48,7 @@ std::set<std::string> names_of_several_sources(const std::vector<OutputColumn>& 
   return shared;
 }
 
-}  // namespace
-
-void Binder::collect_outputs(Select& select) {
-  for (const SelectItem& item : select.items) {
-    if (item.star) {
-      expand_star(select, item);
-      continue;
-    }
-    OutputColumn output;
-    output.expression = item.expression.get();
-    output.type = item.expression->type;
-    output.name = item.alias.empty() ? natural_name(*item.expression) : item.alias;
-    if (const auto* name = std::get_if<ColumnName>(&item.expression->node)) {
-      output.source = name->source;
-      output.index = name->index;
-    }
-    select.outputs.push_back(std::move(output));
-    if (select.outputs.size() > most_outputs) raise(error_number::too_many_fields);
-  }
-  name_outputs(select);
-}
-
-void Binder::expand_star(Select& select, const SelectItem& item) {
+void expand_star(Select& select, const SelectItem& item) {
   if (select.sources.empty()) raise(error_number::no_input);
   bool found = false;
   for (const Source& source : select.sources) {
@@ -85,7 +64,7 @@ void Binder::expand_star(Select& select, const SelectItem& item) {
 }
 
 /// Columns of several tables with one name come as "table.column", expressions as "Expr1000" and so on.
-void Binder::name_outputs(Select& select) {
+void name_outputs(Select& select) {
   const auto has_alias = [&](const OutputColumn& output) {
     return output.expression != nullptr &&
            std::any_of(select.items.begin(), select.items.end(), [&](const SelectItem& item) {
@@ -110,10 +89,55 @@ void Binder::name_outputs(Select& select) {
   }
 }
 
-/// A column for each heading of a crosstab, behind those of its rows.
-void Binder::add_headings(Select& select) const {
+bool is_group(const Select& select, const Expression& expression) {
+  return std::any_of(select.group_by.begin(), select.group_by.end(),
+                     [&](const ExpressionPtr& group) { return same_expression(*group, expression); });
+}
+
+/// Every column stands in an aggregate or in an expression that the rows are grouped by.
+void check_grouped(const Select& select, const Expression& expression) {
+  if (is_group(select, expression)) return;
+  if (const auto* name = std::get_if<ColumnName>(&expression.node)) {
+    // The item behind an alias is checked as an item.
+    const auto own = [&](const Source& source) { return &source == name->source; };
+    if (std::any_of(select.sources.begin(), select.sources.end(), own))
+      raise(error_number::not_in_aggregate, name->column);
+  }
+  const auto* const call = std::get_if<Call>(&expression.node);
+  if (call != nullptr && call->row->form == FunctionForm::Aggregate) return;
+  visit_parts(
+      expression, [&](const Expression& part) { check_grouped(select, part); },
+      [&](const QueryTree& query) {
+        for (const auto& inner : query.selects) {
+          for (const Expression* const column : inner->outer_columns) check_grouped(select, *column);
+        }
+      });
+}
+
+}  // namespace
+
+void collect_outputs(Select& select) {
+  for (const SelectItem& item : select.items) {
+    if (item.star) {
+      expand_star(select, item);
+      continue;
+    }
+    OutputColumn output;
+    output.expression = item.expression.get();
+    output.type = item.expression->type;
+    output.name = item.alias.empty() ? natural_name(*item.expression) : item.alias;
+    if (const auto* name = std::get_if<ColumnName>(&item.expression->node)) {
+      output.source = name->source;
+      output.index = name->index;
+    }
+    select.outputs.push_back(std::move(output));
+    if (select.outputs.size() > most_outputs) raise(error_number::too_many_fields);
+  }
+  name_outputs(select);
+}
+
+void add_headings(Select& select, std::vector<std::optional<std::string>> headings) {
   const Pivot& pivot = *select.pivot;
-  std::vector<std::optional<std::string>> headings = headings_;
   for (const ExpressionPtr& heading : pivot.headings) headings.emplace_back(text_of(std::get<Literal>(heading->node)));
   std::set<std::string> taken;
   for (const OutputColumn& output : select.outputs) taken.insert(support::to_lower(output.name));
@@ -136,7 +160,7 @@ void Binder::add_headings(Select& select) const {
   }
 }
 
-void Binder::unite_outputs(QueryTree& query) {
+void unite_outputs(QueryTree& query) {
   query.outputs = query.selects.front()->outputs;
   for (std::size_t i = 1; i < query.selects.size(); ++i) {
     const std::vector<OutputColumn>& others = query.selects[i]->outputs;
@@ -154,8 +178,7 @@ void Binder::unite_outputs(QueryTree& query) {
   }
 }
 
-/// Finds the output column that an ordinal number or a name stands for.
-bool Binder::is_output(OrderItem& item, const std::vector<OutputColumn>& outputs) {
+bool is_output(OrderItem& item, const std::vector<OutputColumn>& outputs) {
   if (const Literal* const literal = std::get_if<Literal>(&item.expression->node)) {
     const auto* const ordinal = std::get_if<std::int64_t>(&literal->value);
     if (ordinal == nullptr) return false;
@@ -173,34 +196,7 @@ bool Binder::is_output(OrderItem& item, const std::vector<OutputColumn>& outputs
   return false;
 }
 
-void Binder::bind_order(QueryTree& query, Select& select, Scope& scope) {
-  for (OrderItem& item : query.order_by) {
-    if (std::holds_alternative<Literal>(item.expression->node) && is_output(item, select.outputs)) continue;
-    scope.aggregate_error = select.grouped ? error_number::none : error_number::aggregate_in_order_by;
-    bind(item.expression, scope);
-    for (std::size_t i = 0; i < select.outputs.size() && !item.output; ++i) {
-      const OutputColumn& output = select.outputs[i];
-      const auto* const name = std::get_if<ColumnName>(&behind_alias(*item.expression).node);
-      const bool same_column =
-          name != nullptr && name->source != nullptr && name->source == output.source && name->index == output.index;
-      if (same_column || (output.expression != nullptr && same_expression(*item.expression, *output.expression))) {
-        item.output = i;
-      }
-    }
-    if (select.distinct && !item.output) raise(error_number::order_with_distinct);
-  }
-}
-
-void Binder::bind_union_order(QueryTree& query) {
-  for (OrderItem& item : query.order_by) {
-    if (is_output(item, query.outputs)) continue;
-    const auto* const name = std::get_if<ColumnName>(&item.expression->node);
-    if (name == nullptr) raise(error_number::order_by_syntax);
-    unknown_names_.insert(support::to_lower(name->column));
-  }
-}
-
-void Binder::check_grouping(const Select& select, const QueryTree& query) {
+void check_grouping(const Select& select, const QueryTree& query) {
   for (const SelectItem& item : select.items) {
     if (item.star) raise(error_number::group_on_star);
     check_grouped(select, *item.expression);
@@ -211,31 +207,6 @@ void Binder::check_grouping(const Select& select, const QueryTree& query) {
   for (const OrderItem& item : query.order_by) {
     if (!item.output) check_grouped(select, *item.expression);
   }
-}
-
-bool Binder::is_group(const Select& select, const Expression& expression) {
-  return std::any_of(select.group_by.begin(), select.group_by.end(),
-                     [&](const ExpressionPtr& group) { return same_expression(*group, expression); });
-}
-
-/// Every column stands in an aggregate or in an expression that the rows are grouped by.
-void Binder::check_grouped(const Select& select, const Expression& expression) {
-  if (is_group(select, expression)) return;
-  if (const auto* name = std::get_if<ColumnName>(&expression.node)) {
-    // The item behind an alias is checked as an item.
-    const auto own = [&](const Source& source) { return &source == name->source; };
-    if (std::any_of(select.sources.begin(), select.sources.end(), own))
-      raise(error_number::not_in_aggregate, name->column);
-  }
-  const auto* const call = std::get_if<Call>(&expression.node);
-  if (call != nullptr && call->row->form == FunctionForm::Aggregate) return;
-  visit_parts(
-      expression, [&](const Expression& part) { check_grouped(select, part); },
-      [&](const QueryTree& query) {
-        for (const auto& inner : query.selects) {
-          for (const Expression* const column : inner->outer_columns) check_grouped(select, *column);
-        }
-      });
 }
 
 }  // namespace engine::embedded::jet_sql
