@@ -11,6 +11,7 @@
 
 #include "support/win32/wide.h"
 #include "wizard/win32/control_properties.h"
+#include "wizard/win32/gdi.h"
 #include "wizard/win32/look.h"
 
 namespace wizard::win32 {
@@ -94,21 +95,6 @@ void draw(HWND window, HDC target, Chart& chart) {
   if (GetFocus() == window) DrawFocusRect(target, &strip);
 }
 
-void paint(HWND window, Chart& chart) {
-  PAINTSTRUCT painting;
-  const HDC screen = BeginPaint(window, &painting);
-  RECT whole;
-  GetClientRect(window, &whole);
-  {
-    const MemoryContext memory(CreateCompatibleDC(screen));
-    const Bitmap canvas(CreateCompatibleBitmap(screen, whole.right, whole.bottom));
-    const Selection selection(memory.get(), canvas.get());
-    draw(window, memory.get(), chart);
-    BitBlt(screen, 0, 0, whole.right, whole.bottom, memory.get(), 0, 0, SRCCOPY);
-  }
-  EndPaint(window, &painting);
-}
-
 /// The native control draws at once on these; what it drew is drawn over.
 bool redraws(UINT message) {
   switch (message) {
@@ -128,7 +114,7 @@ bool redraws(UINT message) {
 LRESULT CALLBACK chart_procedure(HWND window, UINT message, WPARAM first, LPARAM second, UINT_PTR, DWORD_PTR data) {
   auto* chart = reinterpret_cast<Chart*>(data);
   if (message == WM_PAINT) {
-    paint(window, *chart);
+    paint_at_once(window, [&](HDC target) { draw(window, target, *chart); });
     return 0;
   }
   if (message == WM_ERASEBKGND) return 1;

@@ -1,4 +1,4 @@
-// Owners of drawing objects.
+// Owners of drawing objects, and drawing in one go.
 #pragma once
 
 #include <windows.h>
@@ -46,5 +46,22 @@ class WindowContext {
   HWND window_;
   HDC context_;
 };
+
+/// Answers WM_PAINT in one go, without flicker: `draw(HDC)` draws the whole inside of the window.
+template <typename Draw>
+void paint_at_once(HWND window, Draw draw) {
+  PAINTSTRUCT painting;
+  const HDC screen = BeginPaint(window, &painting);
+  RECT whole;
+  GetClientRect(window, &whole);
+  {
+    const MemoryContext memory(CreateCompatibleDC(screen));
+    const Bitmap canvas(CreateCompatibleBitmap(screen, whole.right, whole.bottom));
+    const Selection selection(memory.get(), canvas.get());
+    draw(memory.get());
+    BitBlt(screen, 0, 0, whole.right, whole.bottom, memory.get(), 0, 0, SRCCOPY);
+  }
+  EndPaint(window, &painting);
+}
 
 }  // namespace wizard::win32

@@ -54,8 +54,10 @@ void draw(HWND window, HDC target, const Steps& steps) {
   const int shown = std::min(count - first, lines);
   const Selection font(target, steps.font);
   SetBkMode(target, TRANSPARENT);
+  // Where there is more room than needed, beside the page's heading.
+  const int above = std::min((static_cast<int>(whole.bottom) - shown * height) / 2, height);
   for (int n = 0; n < shown; ++n) {
-    const int place = first + n, top = (whole.bottom - shown * height) / 2 + n * height;
+    const int place = first + n, top = above + n * height;
     RECT line{margin, top, whole.right - margin / 2, top + height};
     draw_state(target, line, place, steps.current);
     line.left += height * 3 / 4;
@@ -63,21 +65,6 @@ void draw(HWND window, HDC target, const Steps& steps) {
     DrawTextW(target, steps.names[static_cast<std::size_t>(place)].c_str(), -1, &line,
               DT_SINGLELINE | DT_VCENTER | DT_NOPREFIX | DT_END_ELLIPSIS);
   }
-}
-
-void paint(HWND window, const Steps& steps) {
-  PAINTSTRUCT painting;
-  const HDC screen = BeginPaint(window, &painting);
-  RECT whole;
-  GetClientRect(window, &whole);
-  {
-    const MemoryContext memory(CreateCompatibleDC(screen));
-    const Bitmap canvas(CreateCompatibleBitmap(screen, whole.right, whole.bottom));
-    const Selection selection(memory.get(), canvas.get());
-    draw(window, memory.get(), steps);
-    BitBlt(screen, 0, 0, whole.right, whole.bottom, memory.get(), 0, 0, SRCCOPY);
-  }
-  EndPaint(window, &painting);
 }
 
 LRESULT CALLBACK step_list_procedure(HWND window, UINT message, WPARAM first, LPARAM second) {
@@ -98,7 +85,7 @@ LRESULT CALLBACK step_list_procedure(HWND window, UINT message, WPARAM first, LP
       return 1;
     case WM_PAINT:
       if (steps == nullptr) break;
-      paint(window, *steps);
+      paint_at_once(window, [&](HDC target) { draw(window, target, *steps); });
       return 0;
     default:
       break;
