@@ -72,6 +72,12 @@ std::string group_of(const form::Form& form, const form::Control& option) {
   return around ? heading_of_page(form, around->index()) : std::string();
 }
 
+/// "Weiter >" is drawn with an arrow, and would be read as "Weiter greater than".
+std::string without_arrows(std::string caption) {
+  if (caption.ends_with(" >")) caption.resize(caption.size() - 2);
+  return caption.starts_with("< ") ? caption.substr(2) : caption;
+}
+
 /// The title, which may be shown shortened.
 Spoken of_chart(const form::Control& chart) { return {chart.tooltip(), {}, false}; }
 
@@ -90,7 +96,10 @@ Spoken spoken(const form::Form& form, const InstallationConfig& config, const fo
     case form::Kind::ChartOption:
       return of_chart(control);
     case form::Kind::Button:
-      return {plain_caption(control.caption()), control.tooltip(), false};
+      return {without_arrows(plain_caption(control.caption())), control.tooltip(), false};
+    case form::Kind::Label:
+      // What has nothing to say now is as if it were not there.
+      return {plain_caption(control.caption()), {}, control.caption().empty()};
     case form::Kind::Frame:
       if (!control.parent()) return {heading_of_page(form, control.index()), {}, false};
       return {plain_caption(control.caption()), {}, false};

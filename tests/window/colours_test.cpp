@@ -104,7 +104,7 @@ class ColoursTest : public WindowTest {
   }
   bool page_becomes(Scheme scheme) {
     return wait_until(
-        [&] { return ground_of(wizard().control("lblPurpose(0)")) == wizard::win32::colour_in(scheme, Colour::Page); });
+        [&] { return ground_of(wizard().control("lblPurpose(3)")) == wizard::win32::colour_in(scheme, Colour::Page); });
   }
   /// Says of which controls the ground is not one of the scheme, or nothing on it can be read.
   std::string not_in(Scheme scheme);
@@ -156,14 +156,19 @@ TEST_F(ColoursTest, EveryControlOfEveryPageIsDark) {
   }
 }
 
-TEST_F(ColoursTest, TheWindowFollowsTheUsersChoiceWhileItIsOpen) {
+TEST_F(ColoursTest, TheWindowFollowsTheUsersChoiceWhileItIsOpenAndKeepsWhatIsTyped) {
   const AppsUseLightTheme theme(1);
   start();
+  enter_patient();
   EXPECT_TRUE(page_becomes(Scheme::Light));
   for (const DWORD light : {0u, 1u}) {
     AppsUseLightTheme::set(light);
     SendMessageW(wizard().window(), WM_SETTINGCHANGE, 0, reinterpret_cast<LPARAM>(L"ImmersiveColorSet"));
-    EXPECT_TRUE(page_becomes(light != 0 ? Scheme::Light : Scheme::Dark));
+    const Scheme scheme = light != 0 ? Scheme::Light : Scheme::Dark;
+    EXPECT_TRUE(page_becomes(scheme));
+    EXPECT_TRUE(wait_until([&] { return not_in(scheme).empty(); })) << not_in(scheme);
+    EXPECT_EQ(wizard().text("txtFirstName") + " " + wizard().text("txtName"), "Jörg Müller");
+    EXPECT_EQ(wizard().focus(), "txtFirstName");
   }
 }
 

@@ -17,10 +17,6 @@
 namespace window_driver {
 namespace {
 
-constexpr std::string_view every_page =
-    "INtro|netpath|Maßeinheit|Patdat|Insulin|Medikamente|Therapie_bz|Therapie_bp|pics|eingabe|Darstellung|Schema|"
-    "sidebar|start|tip_navbar|tip_splits|tip_stats|Fertig";
-
 /// The resolution that programs started from now on find, until it is put back.
 class Resolution {
  public:
@@ -90,11 +86,10 @@ class LooksTest : public WindowTest {
     return place.top >= 0 && place.bottom <= room.bottom;
   }
 
-  int field_height() {
-    start().go_to("PatDat");
-    RECT field;
-    GetWindowRect(wizard().control("txtName"), &field);
-    return field.bottom - field.top;
+  int height_of(std::string_view path) {
+    RECT place;
+    GetWindowRect(wizard().control(path), &place);
+    return place.bottom - place.top;
   }
 
   /// Makes the texts of the installation 40 % longer.
@@ -170,17 +165,59 @@ TEST_F(LooksTest, ASmallWindowScrollsItsPagesAndKeepsItsButtons) {
       << "what has the focus is in sight";
 }
 
+/// The user's text size, for the window and for what is measured here, until it is put back.
+class TextSize {
+ public:
+  explicit TextSize(DWORD per_cent) {
+    RegSetKeyValueW(HKEY_CURRENT_USER, key, L"TextScaleFactor", REG_DWORD, &per_cent, sizeof per_cent);
+    wizard::win32::refresh_text_scale();
+  }
+  ~TextSize() {
+    RegDeleteKeyValueW(HKEY_CURRENT_USER, key, L"TextScaleFactor");
+    wizard::win32::refresh_text_scale();
+  }
+  TextSize(const TextSize&) = delete;
+  TextSize& operator=(const TextSize&) = delete;
+
+ private:
+  static constexpr wchar_t key[] = L"Software\\Microsoft\\Accessibility";
+};
+
 /// In pixels at 96 to the inch of the first window: the user's text size makes all of it larger.
 TEST_F(LooksTest, TheUsersTextSizeMakesTextsLargerAndCutsNone) {
-  const int usual = field_height();
-  DWORD scale = 175;
-  RegSetKeyValueW(HKEY_CURRENT_USER, L"Software\\Microsoft\\Accessibility", L"TextScaleFactor", REG_DWORD, &scale,
-                  sizeof scale);
-  EXPECT_GE(field_height(), usual * 7 / 5) << "all but the field's edge";
+  start().go_to("PatDat");
+  const int usual = height_of("txtName");
+  const TextSize larger(175);
+  start().go_to("PatDat");
+  EXPECT_GE(height_of("txtName"), usual * 7 / 5) << "all but the field's edge";
   std::string problems;
   walk([&](const form::Control& control) { problems += cut_text(wizard(), control, "Tahoma"); });
-  RegDeleteKeyValueW(HKEY_CURRENT_USER, L"Software\\Microsoft\\Accessibility", L"TextScaleFactor");
   EXPECT_EQ(problems, "");
+}
+
+/// The pages that are shown then and later, and back again.
+TEST_F(LooksTest, AChangeOfTheTextSizeTakesEffectAtOnceAndKeepsWhatIsTyped) {
+  start();
+  enter_patient("Jörg", "Müller-Lüdenscheidt");
+  const int usual = height_of("txtName");
+  const auto tell = [this] { SendMessageW(wizard().window(), WM_SETTINGCHANGE, 0, 0); };
+  const auto expect_all_kept = [this] {
+    EXPECT_EQ(wizard().text("txtName"), "Müller-Lüdenscheidt");
+    EXPECT_EQ(wizard().focus(), "txtFirstName");
+    EXPECT_EQ(problems_of_page(), "");
+  };
+  {
+    const TextSize larger(150);
+    tell();
+    EXPECT_GE(height_of("txtName"), usual * 5 / 4);
+    expect_all_kept();
+    wizard().next();
+    EXPECT_EQ(problems_of_page(), "");
+    wizard().back();
+  }
+  tell();
+  EXPECT_EQ(height_of("txtName"), usual);
+  expect_all_kept();
 }
 
 TEST_F(LooksTest, NoTextIsCutWhereTextsAreFortyPerCentLonger) {

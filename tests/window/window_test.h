@@ -51,4 +51,9 @@ inline constexpr std::string_view standard_pages[] = {
     "Pics",  "Eingabe",    "sidebar", "tip_navbar", "tip_splits",  "tip_stats",   "Fertig",
 };
 
+/// Every page that there is, as an installation lists them.
+inline constexpr std::string_view every_page =
+    "INtro|netpath|Maßeinheit|Patdat|Insulin|Medikamente|Therapie_bz|Therapie_bp|pics|eingabe|Darstellung|Schema|"
+    "sidebar|start|tip_navbar|tip_splits|tip_stats|Fertig";
+
 }  // namespace window_driver

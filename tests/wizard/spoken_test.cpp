@@ -17,9 +17,9 @@ class SpokenTest : public WizardTest {
 };
 
 TEST_F(SpokenTest, NamesFieldsByTheirLabelsAndUnitsAndOptionsWithTheirGroup) {
-  texts->given = {{4740, "&Vorname *:"},  {4756, "Zielbereich &von:"}, {4746, "W&eiblich"},
-                  {4745, "Geschlecht:"},  {4750, "Blutzucker in"},     {4751, "&mg/dl"},
-                  {4713, "Seitenleiste"}, {4789, "&Ohne Seitenleiste"}};
+  texts->given = {{4740, "&Vorname *:"},  {4756, "Zielbereich &von:"},  {4746, "W&eiblich"},
+                  {4745, "Geschlecht:"},  {4750, "Blutzucker in"},      {4751, "&mg/dl"},
+                  {4713, "Seitenleiste"}, {4789, "&Ohne Seitenleiste"}, {905, "&Weiter >"}};
   start();
   struct Case {
     const char* control;
@@ -40,6 +40,8 @@ TEST_F(SpokenTest, NamesFieldsByTheirLabelsAndUnitsAndOptionsWithTheirGroup) {
            Case{"Image1", -1, "-"},
            Case{"imgCursorHand", -1, "-"},
            Case{"imgSidebar", -1, "T4788"},
+           Case{"Command1", 0, "Weiter"},
+           Case{"lblChartLimit", -1, "-"},
        }) {
     EXPECT_EQ(said(control, index), expected) << control;
   }

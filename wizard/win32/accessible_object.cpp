@@ -15,8 +15,8 @@ bool is_self(const VARIANT& child) { return child.vt == VT_I4 && child.lVal == C
 /// Every question that is not about the window itself, or not about what is ours to say, goes to the system's object.
 class AccessibleObject final : public IAccessible {
  public:
-  AccessibleObject(Com<IAccessible> native, SpokenOf what, std::optional<long> role)
-      : native_(std::move(native)), what_(std::move(what)), role_(role) {}
+  AccessibleObject(HWND window, Com<IAccessible> native, SpokenOf what, std::optional<long> role)
+      : window_(window), native_(std::move(native)), what_(std::move(what)), role_(role) {}
 
   HRESULT WINAPI QueryInterface(REFIID wanted, void** object) override {
     if (object == nullptr) return E_POINTER;
@@ -57,8 +57,10 @@ class AccessibleObject final : public IAccessible {
   }
   HRESULT WINAPI get_accState(VARIANT child, VARIANT* state) override {
     const HRESULT result = native_->get_accState(child, state);
-    if (is_self(child) && SUCCEEDED(result) && state->vt == VT_I4 && what_().silent)
-      state->lVal |= STATE_SYSTEM_INVISIBLE;
+    if (!is_self(child) || FAILED(result) || state->vt != VT_I4) return result;
+    if (what_().silent) state->lVal |= STATE_SYSTEM_INVISIBLE;
+    const bool can_be_chosen = role_ == ROLE_SYSTEM_RADIOBUTTON || role_ == ROLE_SYSTEM_CHECKBUTTON;
+    if (can_be_chosen && SendMessageW(window_, BM_GETCHECK, 0, 0) == BST_CHECKED) state->lVal |= STATE_SYSTEM_CHECKED;
     return result;
   }
 
@@ -108,6 +110,7 @@ class AccessibleObject final : public IAccessible {
  private:
   ~AccessibleObject() = default;
 
+  const HWND window_;
   const Com<IAccessible> native_;
   const SpokenOf what_;
   const std::optional<long> role_;
@@ -123,7 +126,7 @@ Com<IAccessible> accessible_object(HWND window, SpokenOf what, std::optional<lon
   if (create == nullptr || FAILED(create(window, OBJID_CLIENT, IID_IAccessible, &native)) || native == nullptr)
     return {};
   return Com<IAccessible>(
-      new AccessibleObject(Com<IAccessible>(static_cast<IAccessible*>(native)), std::move(what), role));
+      new AccessibleObject(window, Com<IAccessible>(static_cast<IAccessible*>(native)), std::move(what), role));
 }
 
 }  // namespace wizard::win32

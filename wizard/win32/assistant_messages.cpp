@@ -124,6 +124,7 @@ bool AssistantWindow::handle_system_message(HWND window, UINT message, WPARAM fi
     case WM_SETTINGCHANGE:
     case WM_SYSCOLORCHANGE:
       if (refresh_scheme()) dress_again(window);
+      if (refresh_text_scale()) view_.change_text_size();
       return false;
     case WM_ACTIVATE:
       // The viewer of a chart was let before it.

@@ -219,10 +219,18 @@ void FormView::show_page(const form::Control& page) {
 
 void FormView::change_resolution(UINT dpi, const RECT& suggested) {
   dpi_ = dpi;
-  for (const auto& shown : controls_)
-    if (shown->window != nullptr) give_font(*shown);
+  give_fonts();
   SetWindowPos(window_, nullptr, suggested.left, suggested.top, suggested.right - suggested.left,
                suggested.bottom - suggested.top, SWP_NOZORDER | SWP_NOACTIVATE);
+  arrange_anew();
+}
+
+void FormView::change_text_size() {
+  give_fonts();
+  arrange_anew();
+}
+
+void FormView::arrange_anew() {
   arrange();
   RedrawWindow(window_, nullptr, nullptr, RDW_INVALIDATE | RDW_ERASE | RDW_ALLCHILDREN);
 }

@@ -54,6 +54,36 @@ bool has_screen_reader() {
 
 bool is_page(const form::Control& control) { return control.parent() == nullptr && is_container(control); }
 
+/// Own windows have no role that the system would know of, and it takes each kind of button for the same. The rest
+/// keeps what the system says.
+std::optional<long> role_of(const form::Control& control) {
+  switch (control.kind()) {
+    case form::Kind::Image:
+      return ROLE_SYSTEM_GRAPHIC;
+    case form::Kind::StepIndicator:
+    case form::Kind::Label:
+      return ROLE_SYSTEM_STATICTEXT;
+    case form::Kind::Frame:
+      return is_page(control) ? ROLE_SYSTEM_PROPERTYPAGE : ROLE_SYSTEM_GROUPING;
+    case form::Kind::PictureBox:
+      return ROLE_SYSTEM_GROUPING;
+    case form::Kind::Button:
+      return ROLE_SYSTEM_PUSHBUTTON;
+    case form::Kind::OptionButton:
+      return ROLE_SYSTEM_RADIOBUTTON;
+    case form::Kind::ChartOption:
+      return ROLE_SYSTEM_CHECKBUTTON;
+    case form::Kind::ComboBox:
+      return ROLE_SYSTEM_COMBOBOX;
+    case form::Kind::ProgressBar:
+      return ROLE_SYSTEM_PROGRESSBAR;
+    case form::Kind::ScrollBar:
+      return ROLE_SYSTEM_SCROLLBAR;
+    default:
+      return std::nullopt;
+  }
+}
+
 }  // namespace
 
 void FormView::open(HWND window) {
@@ -109,16 +139,10 @@ void FormView::give_voices() {
   });
 }
 
-/// Own windows have no role that the system would know of.
 void FormView::give_voice(const ShownControl& shown) {
-  std::optional<long> role;
-  if (shown.control->kind() == form::Kind::Image) role = ROLE_SYSTEM_GRAPHIC;
-  if (shown.control->kind() == form::Kind::StepIndicator) role = ROLE_SYSTEM_STATICTEXT;
-  if (shown.control->kind() == form::Kind::PictureBox) role = ROLE_SYSTEM_GROUPING;
-  if (is_page(*shown.control)) role = ROLE_SYSTEM_PROPERTYPAGE;
   if (!voice_) return;
   const SpokenOf what = [this, control = shown.control] { return voice_(*control); };
-  make_accessible(shown.window, what, role);
+  make_accessible(shown.window, what, role_of(*shown.control));
   if (shown.control->kind() != form::Kind::ComboBox) return;
   // The field of a list is what has the focus.
   if (const HWND field = FindWindowExW(shown.window, nullptr, WC_EDITW, nullptr)) make_accessible(field, what);
@@ -217,6 +241,14 @@ void FormView::give_font(const ShownControl& shown) {
   if (shown.control->kind() != form::Kind::TextBox) return;
   const auto margin = static_cast<WORD>(pixels(text_margin, dpi_));
   SendMessageW(shown.window, EM_SETMARGINS, EC_LEFTMARGIN | EC_RIGHTMARGIN, MAKELPARAM(margin, margin));
+}
+
+/// A line below a field is written as the field is.
+void FormView::give_fonts() {
+  for (const auto& shown : controls_)
+    if (shown->window != nullptr) give_font(*shown);
+  for (const PageNote& note : notes_)
+    SendMessageW(note.window, WM_SETFONT, SendMessageW(controls_.of(*note.field)->window, WM_GETFONT, 0, 0), FALSE);
 }
 
 void FormView::show_change(const form::Control& control, form::Property property) {

@@ -44,6 +44,8 @@ class FormView {
   void focus(const form::Control& control) const;
   /// Takes another resolution (pixels to the inch), and for the window the place that the system suggests with it.
   void change_resolution(UINT dpi, const RECT& suggested);
+  /// Takes the text size that look.h knows now.
+  void change_text_size();
 
   // The layout.
 
@@ -87,6 +89,8 @@ class FormView {
   void show_timer(const form::Control& timer) const;
   void give_tab_stop(const form::Control& chosen) const;
   void give_font(const ShownControl& shown);
+  void give_fonts();
+  void arrange_anew();
   void arrange_parts();
   void arrange_page(const form::Control& page);
   void arrange_page(const form::Control& page, const PagePlaces& places);

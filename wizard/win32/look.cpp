@@ -5,6 +5,7 @@
 #include <cstdlib>
 #include <map>
 #include <string_view>
+#include <utility>
 
 #include "support/encoding.h"
 #include "support/win32/wide.h"
@@ -48,12 +49,18 @@ const LOGFONTW& message_font(UINT dpi) {
   return font->second;
 }
 
+/// Windows keeps it here and nowhere in its settings of old; the interface that tells of it is not for such programs.
 int text_scale_now() {
   constexpr DWORD least = 100, most = 225;
   DWORD scale = 0, size = sizeof scale;
   const LSTATUS found = RegGetValueW(HKEY_CURRENT_USER, L"Software\\Microsoft\\Accessibility", L"TextScaleFactor",
                                      RRF_RT_REG_DWORD, nullptr, &scale, &size);
   return found != ERROR_SUCCESS ? usual_text_scale : static_cast<int>(std::clamp(scale, least, most));
+}
+
+int& known_text_scale() {
+  static int scale = text_scale_now();
+  return scale;
 }
 
 Font make_font(const std::string& face, TextStyle style, UINT dpi) {
@@ -80,10 +87,11 @@ TextStyle text_style(const form::Control& control) {
   return TextStyle::Normal;
 }
 
-/// Windows keeps it here and nowhere in its settings of old; the interface that tells of it is not for such programs.
-int text_scale() {
-  static const int scale = text_scale_now();
-  return scale;
+int text_scale() { return known_text_scale(); }
+
+bool refresh_text_scale() {
+  const int now = text_scale_now();
+  return std::exchange(known_text_scale(), now) != now;
 }
 
 int scroll_bar_width(UINT dpi) {
@@ -94,7 +102,7 @@ int scroll_bar_width(UINT dpi) {
 }
 
 HFONT Fonts::font(const std::string& face, TextStyle style, UINT dpi) {
-  Font& font = fonts_[{face, {style, dpi}}];
+  Font& font = fonts_[{face, style, dpi, text_scale()}];
   if (!font) font = make_font(face, style, dpi);
   return font.get();
 }
