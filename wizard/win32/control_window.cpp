@@ -25,7 +25,7 @@ DWORD label_style(const form::Control& control) {
 
 NativeClass text_class(const form::Control& control) {
   if (control.editable()) return {L"EDIT", WS_TABSTOP | WS_GROUP | ES_AUTOHSCROLL, WS_EX_CLIENTEDGE};
-  return {L"EDIT", WS_TABSTOP | WS_GROUP | WS_VSCROLL | WS_BORDER | ES_MULTILINE | ES_READONLY | ES_AUTOVSCROLL};
+  return {L"EDIT", WS_TABSTOP | WS_GROUP | WS_VSCROLL | ES_MULTILINE | ES_READONLY | ES_AUTOVSCROLL, WS_EX_CLIENTEDGE};
 }
 
 DWORD list_style(const form::Control& control) {

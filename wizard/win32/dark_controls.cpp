@@ -18,7 +18,8 @@ constexpr UINT_PTR dress_id = 2;
 /// The theme that newer systems have for dark scroll bars.
 constexpr wchar_t dark_theme[] = L"DarkMode_Explorer";
 
-bool is_dark() { return scheme() == Scheme::Dark; }
+/// With high contrast too: the themes of the system need not know its colours.
+bool is_drawn_here() { return scheme() != Scheme::Light; }
 
 void draw_edge(HDC target, RECT whole, bool focused) {
   FrameRect(target, &whole, brush(focused ? Colour::Choice : Colour::Edge));
@@ -30,12 +31,11 @@ void paint_field_edge(HWND field) {
   GetWindowRect(field, &whole);
   OffsetRect(&whole, -whole.left, -whole.top);
   const HDC target = GetWindowDC(field);
-  if ((GetWindowLongPtrW(field, GWL_STYLE) & ES_READONLY) == 0) {
-    draw_edge(target, whole, GetFocus() == field);
-    InflateRect(&whole, -1, -1);
-    if ((GetWindowLongPtrW(field, GWL_EXSTYLE) & WS_EX_CLIENTEDGE) != 0)
-      FrameRect(target, &whole, brush(Colour::Field));
-  }
+  const bool is_typed_into = (GetWindowLongPtrW(field, GWL_STYLE) & ES_READONLY) == 0;
+  draw_edge(target, whole, GetFocus() == field);
+  InflateRect(&whole, -1, -1);
+  if ((GetWindowLongPtrW(field, GWL_EXSTYLE) & WS_EX_CLIENTEDGE) != 0)
+    FrameRect(target, &whole, brush(is_typed_into ? Colour::Field : Colour::Page));
   ReleaseDC(field, target);
 }
 
@@ -89,20 +89,20 @@ bool shows_focus(UINT message) {
 LRESULT CALLBACK field_procedure(HWND window, UINT message, WPARAM first, LPARAM second, UINT_PTR, DWORD_PTR) {
   if (message == WM_NCDESTROY) RemoveWindowSubclass(window, field_procedure, dress_id);
   const LRESULT result = DefSubclassProc(window, message, first, second);
-  if (is_dark() && (message == WM_NCPAINT || shows_focus(message))) paint_field_edge(window);
+  if (is_drawn_here() && (message == WM_NCPAINT || shows_focus(message))) paint_field_edge(window);
   return result;
 }
 
 LRESULT CALLBACK list_procedure(HWND window, UINT message, WPARAM first, LPARAM second, UINT_PTR, DWORD_PTR) {
-  if (is_dark() && message == WM_PAINT && first == 0) {
+  if (is_drawn_here() && message == WM_PAINT && first == 0) {
     paint_list(window);
     return 0;
   }
-  if (is_dark() && message == WM_ERASEBKGND) return 1;
+  if (is_drawn_here() && message == WM_ERASEBKGND) return 1;
   if (message == WM_NCDESTROY) RemoveWindowSubclass(window, list_procedure, dress_id);
   const LRESULT result = DefSubclassProc(window, message, first, second);
   // The native control has drawn some of these at once.
-  if (is_dark() && shows_focus(message)) InvalidateRect(window, nullptr, FALSE);
+  if (is_drawn_here() && shows_focus(message)) InvalidateRect(window, nullptr, FALSE);
   return result;
 }
 
@@ -129,20 +129,20 @@ BOOL CALLBACK dress_or_undress(HWND control, LPARAM) {
   const Dress* dress = dress_of(control);
   if (dress == nullptr) return TRUE;
   if (dress->procedure != nullptr) {
-    if (is_dark())
+    if (is_drawn_here())
       SetWindowSubclass(control, dress->procedure, dress_id, 0);
     else
       RemoveWindowSubclass(control, dress->procedure, dress_id);
   }
-  SetWindowTheme(control, is_dark() ? dark_theme : nullptr, nullptr);
+  SetWindowTheme(control, scheme() == Scheme::Dark ? dark_theme : nullptr, nullptr);
   return TRUE;
 }
 
 }  // namespace
 
-// A procedure in between costs time with every message, so only dark controls have one.
+// A procedure in between costs time with every message, so light controls have none.
 void dress_control(HWND control) {
-  if (is_dark()) dress_or_undress(control, 0);
+  if (is_drawn_here()) dress_or_undress(control, 0);
 }
 
 void dress_again(HWND frame) {

@@ -13,10 +13,12 @@ using enum form::Kind;
 // Pixels at 96 to the inch. A gap stands above its line.
 constexpr int margin = 20, top_margin = 16, widest_content = 800;
 constexpr int line_gap = 10, option_gap = 4, explanation_gap = 2, text_gap = 14, cell_gap = 10, option_cell_gap = 28;
-constexpr int option_mark = 22, option_room = 6, field_room = 10, button_room = 12, button_sides = 28,
+constexpr int option_mark = 22, option_text = 18, option_room = 6, field_room = 3, button_room = 12, button_sides = 28,
               least_button = 96;
 constexpr int least_field = 110, least_beside_label = 240, least_area = 150, least_picture = 110, highest_picture = 360,
               least_column = 150, least_beside = 280;
+/// Pixels of any resolution: what a field has around its text, which stands at its upper edge.
+constexpr int field_edge = 3;
 /// Twips: a field that is designed wider than this takes what room there is.
 constexpr std::int32_t widest_short_field = 2400, field_column = 1000;
 
@@ -79,6 +81,12 @@ bool is_hidden(const PageLine& line) {
                               [&](const Cell& cell) { return is_shown(cell.label) || is_shown(cell.control); });
 }
 
+/// How far below a control's upper end a line of its text begins.
+int text_offset(const form::Control& control, int height, int line) {
+  if (control.kind() == Label) return 0;
+  return control.kind() == TextBox ? field_edge : (height - line) / 2;
+}
+
 void Pass::put(const form::Control* control, int left, int top, int width, int height) {
   places_.controls.emplace_back(control, RECT{left, top, left + width, top + height});
 }
@@ -107,7 +115,7 @@ int Pass::control_height(const form::Control& control, int width) const {
     case Label:
       return std::max(sizes_.height(control, width), sizes_.line(control));
     default:
-      return sizes_.line(control) + scaled(field_room);
+      return sizes_.line(control) + 2 * field_edge + scaled(field_room);
   }
 }
 
@@ -183,7 +191,7 @@ void Pass::lay_heading(const PageLine& line, Column column) {
 void Pass::lay_text(const PageLine& line, Column column) {
   const form::Control& label = *line.cells.front().label;
   const int field = column.label > 0 ? column.label + scaled(cell_gap) : 0;
-  const int indent = !line.indented ? 0 : label.bounds().left < field_column ? scaled(option_mark) : field;
+  const int indent = !line.indented ? 0 : label.bounds().left < field_column ? scaled(option_text) : field;
   const int width = column.width - indent;
   int height = control_height(label, width);
   // Below a picture the text changes with it, and the picture must not.
@@ -296,8 +304,8 @@ void Pass::lay_fields(const std::vector<Cell>& cells, Column column) {
   if (beside == 0) return;
   // The label stands on the line of the field's text.
   const int height = control_height(*label, beside), line = sizes_.line(*label);
-  const int lower = cells.front().control->kind() == Label ? 0 : (y_ - top - line) / 2;
-  put(label, column.left, top + (height > line ? 0 : lower), beside, height);
+  put(label, column.left, top + (height > line ? 0 : text_offset(*cells.front().control, y_ - top, line)), beside,
+      height);
   y_ = std::max(y_, top + height);
 }
 
@@ -311,7 +319,8 @@ void Pass::lay_cells(const std::vector<Cell>& cells, int left, int width) {
   const int more = growing > 0 ? std::max(0, width - needed) / growing : 0;
   const int top = y_, right = left + width;
   const auto text_top = [&](const form::Control& text) {
-    return top + (control_height(*cells.front().control, width) - sizes_.line(text)) / 2;
+    const form::Control& first = *cells.front().control;
+    return top + text_offset(first, control_height(first, width), sizes_.line(text));
   };
   for (const Cell& cell : cells) {
     if (cell.label != nullptr && &cell != &cells.front()) {

@@ -34,7 +34,8 @@ Room room_beside_text(form::Kind kind) {
 }
 
 bool wraps(form::Kind kind) {
-  return kind == form::Kind::Label || kind == form::Kind::OptionButton || kind == form::Kind::Button;
+  return kind == form::Kind::Label || kind == form::Kind::OptionButton || kind == form::Kind::Button ||
+         kind == form::Kind::ChartOption;
 }
 
 SIZE measure(const std::string& text, HFONT font, int width, bool wrapped) {
@@ -52,6 +53,7 @@ bool shows_fixed_text(const form::Control& control) {
     case form::Kind::Button:
     case form::Kind::OptionButton:
     case form::Kind::ComboBox:
+    case form::Kind::ChartOption:
       return true;
     case form::Kind::TextBox:
       return control.editable();
@@ -83,6 +85,12 @@ std::string label_before(HWND window) {
   return is_label ? shown_text(before) : std::string();
 }
 
+/// A chart's picture keeps its shape; the title has what is left below it.
+int picture_height(const WizardProgram& program, int width) {
+  const form::Bounds& design = program.described("optThumb(0)").bounds();
+  return MulDiv(width, design.height, design.width);
+}
+
 }  // namespace
 
 std::string cut_text(const WizardProgram& program, const form::Control& control, const std::string& font) {
@@ -93,7 +101,8 @@ std::string cut_text(const WizardProgram& program, const form::Control& control,
   GetClientRect(window, &inside);
   const Room room = room_beside_text(control.kind());
   const int width = inside.right - MulDiv(room.width, static_cast<int>(dpi), 96);
-  const int height = inside.bottom - MulDiv(room.height, static_cast<int>(dpi), 96);
+  int height = inside.bottom - MulDiv(room.height, static_cast<int>(dpi), 96);
+  if (control.kind() == form::Kind::ChartOption) height -= picture_height(program, width);
   wizard::win32::Fonts fonts;
   const std::string text = program.text(control.path());
   const SIZE needed =
