@@ -6,6 +6,7 @@
 #include <exception>
 #include <iomanip>
 #include <iostream>
+#include <map>
 #include <sstream>
 #include <string>
 #include <string_view>
@@ -60,13 +61,25 @@ void answer_page(const WizardProgram& wizard, const Tour& tour) {
   }
 }
 
-/// A third of a second, for pictures that come in after the page.
-constexpr DWORD settling_time = 350;
+/// What comes in after the page, as pictures do, is there as soon as nothing changes any more; on pages with an
+/// animation it is waited for some time only.
+void wait_until_still(const WizardProgram& wizard) {
+  constexpr DWORD interval = 150;  // milliseconds, shorter than a frame of an animation
+  constexpr int most = 20, still = 2;
+  std::map<COLORREF, std::size_t> before;
+  for (int n = 0, same = 0; n < most && same < still; ++n) {
+    Sleep(interval);
+    SendMessageW(wizard.window(), WM_NULL, 0, 0);
+    auto now = window_driver::colours_of(wizard.window());
+    same = now == before ? same + 1 : 0;
+    before = std::move(now);
+  }
+}
 
 void store_picture(const WizardProgram& wizard, const std::string& folder, int number) {
   std::ostringstream name;
   name << folder << '\\' << std::setw(2) << std::setfill('0') << number << '-' << wizard.page() << ".png";
-  Sleep(settling_time);
+  wait_until_still(wizard);
   if (!window_driver::save_picture(wizard.window(), name.str()))
     throw std::runtime_error("no picture can be stored: " + name.str());
   std::cout << name.str() << '\n';

@@ -85,6 +85,15 @@ void click_mouse(HWND window, POINT place) {
   send({mouse_input(MOUSEEVENTF_LEFTDOWN), mouse_input(MOUSEEVENTF_LEFTUP)});
 }
 
+void press_mouse(HWND window, POINT place) {
+  point_at(window, place);
+  send({mouse_input(MOUSEEVENTF_LEFTDOWN)});
+}
+
+void draw_mouse(HWND window, POINT place) { point_at(window, place); }
+
+void release_mouse() { send({mouse_input(MOUSEEVENTF_LEFTUP)}); }
+
 void double_click_mouse(HWND window) {
   point_at(window, middle(window));
   send({mouse_input(MOUSEEVENTF_LEFTDOWN), mouse_input(MOUSEEVENTF_LEFTUP), mouse_input(MOUSEEVENTF_LEFTDOWN),

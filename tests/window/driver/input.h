@@ -20,6 +20,11 @@ void type_keys(std::string_view text);
 void click_mouse(HWND window);
 void click_mouse(HWND window, POINT place);
 
+/// Presses the left button at a place inside a window; draws to another place, with the button as it is; lets go.
+void press_mouse(HWND window, POINT place);
+void draw_mouse(HWND window, POINT place);
+void release_mouse();
+
 /// Clicks twice, as fast as can be.
 void double_click_mouse(HWND window);
 

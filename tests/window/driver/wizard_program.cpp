@@ -118,9 +118,14 @@ bool WizardProgram::is_enabled(std::string_view path) const { return IsWindowEna
 /// There is nothing to cancel any more.
 void WizardProgram::close_outcome() const {
   const auto is_done = [this] { return IsWindowEnabled(window_) != 0 && !is_shown("Command1(2)"); };
-  if (!wait_until([&] { return !process_.is_running() || is_done(); }) || !process_.is_running()) return;
-  let_page_settle();
-  press("Command1(0)");
+  if (!wait_until([&] { return !process_.is_running() || is_done(); })) return;
+  // A click that comes with the page itself is taken for one that was meant for the page before.
+  constexpr int tries = 20;
+  for (int n = 0; n < tries && process_.is_running(); ++n) {
+    let_page_settle();
+    press("Command1(0)");
+    WaitForSingleObject(process_.handle(), 250);
+  }
 }
 
 std::string WizardProgram::focus() const {
