@@ -18,7 +18,7 @@ inline constexpr int exit_done = 0;
 inline constexpr int exit_failed = 1;   ///< the work could not be done, or not all of it
 inline constexpr int exit_usage = 2;    ///< the arguments, or files given as arguments, are wrong; nothing was touched
 inline constexpr int exit_refused = 3;  ///< a page refused its answers; nothing was written
-inline constexpr int exit_unknown = 3;  ///< a file could not be looked at: nothing is known of it
+inline constexpr int exit_unknown = 5;  ///< a file could not be looked at: nothing is known of it
 
 struct Console {
   std::ostream& out;

@@ -25,7 +25,7 @@ row (items without a plan, entries without their import). Nothing is changed. FI
 
 Of a file of the Jet engine, pages and structure are not looked at.
 
-Exit code 0 where nothing was found, 1 with findings, 3 where a file could not be opened (another password, in use, not
+Exit code 0 where nothing was found, 1 with findings, 5 where a file could not be opened (another password, in use, not
 there), so that nothing is known of it. A file whose first page is damaged cannot be told from one with another password.)";
 
 constexpr console::Option check_options[] = {json_option, password_file_option, console::help_option};

@@ -121,7 +121,7 @@ TEST_F(Check, NamesPagesThatAreDamaged) {
   std::string first = sound;
   first[100] = static_cast<char>(first[100] ^ 1);
   const Outcome unknown = run_patientdb({"check", folder_.write("first.das", first)});
-  EXPECT_EQ(unknown.code, 3);
+  EXPECT_EQ(unknown.code, 5);
   EXPECT_THAT(unknown.err, HasSubstr("first.das: error 3031: "));
 }
 
@@ -183,7 +183,7 @@ TEST_F(Check, KnowsNothingOfAFileThatItCannotOpen) {
        {Case{file, {{"PATIENTDB_PASSWORD", "falsch"}}, "error 3031: "},
         Case{folder_.file("none.das"), {}, "error 3024: "}, Case{folder_.file("none/x.das"), {}, "error 3044: "}}) {
     const Outcome outcome = run_patientdb({"check", row.file, file}, row.environment);
-    EXPECT_EQ(outcome.code, 3);
+    EXPECT_EQ(outcome.code, 5);
     EXPECT_THAT(outcome.err, StartsWith(row.file + ": " + row.message));
   }
 }
