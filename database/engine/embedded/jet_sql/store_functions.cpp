@@ -1,4 +1,4 @@
-// What is stored in a field is converted and checked by these; ChangeWriter writes them around the values.
+// What is stored in a field is converted and checked by these; StoredRowWriter writes them around the values.
 #include <cmath>
 #include <limits>
 #include <optional>

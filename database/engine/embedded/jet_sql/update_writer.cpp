@@ -1,7 +1,8 @@
+#include "database/engine/embedded/jet_sql/update_writer.h"
+
 #include <algorithm>
 #include <set>
 
-#include "database/engine/embedded/jet_sql/change_writer.h"
 #include "database/engine/engine_error.h"
 #include "support/encoding.h"
 
@@ -14,33 +15,7 @@ bool reads_other_rows(const Assignment& assignment) { return has_subselect(*assi
 
 }  // namespace
 
-void ChangeWriter::named_stored(const FieldDefinition& field, bool named, const Writer& write_stored) {
-  write_stored();
-  if (!named) return;
-  sql_.write(" AS ");
-  sql_.name(field.name);
-}
-
-/// One sum, so that the rules are checked in their order.
-void ChangeWriter::raise_breaches(const std::vector<const Rule*>& rules) {
-  sql_.list(rules, " + ", [this](const Rule* rule) { sql_.write(rule->raising()); });
-}
-
-void ChangeWriter::leave_out_breaches() {
-  if (rules_.empty()) return;
-  named_row();
-  sql_.list(rules_, " AND ", [this](const FieldRule& each) { sql_.write("ifnull(" + each.rule.condition + ", 1)"); });
-}
-
-/// Ends the subselect of the row as it will be stored. The limit keeps it a row of its own, whose values are worked out
-/// once.
-void ChangeWriter::named_row() {
-  sql_.write(" LIMIT -1) AS ");
-  sql_.write(rule_row);
-  sql_.write(" WHERE ");
-}
-
-void ChangeWriter::update(const UpdateStatement& statement, const Source& target) {
+void UpdateWriter::update(const UpdateStatement& statement, const Source& target) {
   sql_.write(may_violate_index(statement) ? "UPDATE OR IGNORE " : "UPDATE ");
   queries_.table(target);
   sql_.write(" SET ");
@@ -56,7 +31,7 @@ void ChangeWriter::update(const UpdateStatement& statement, const Source& target
   joined_where(statement);
 }
 
-void ChangeWriter::assignments(const UpdateStatement& statement) {
+void UpdateWriter::assignments(const UpdateStatement& statement) {
   std::set<const FieldDefinition*> seen;
   std::vector<const Rule*> rules = rules_of(statement);
   sql_.list(statement.assignments, ", ", [&](const Assignment& assignment) {
@@ -71,32 +46,27 @@ void ChangeWriter::assignments(const UpdateStatement& statement) {
   });
 }
 
-void ChangeWriter::assigned(const Assignment& assignment) {
-  store(*assignment.target.source->columns[assignment.target.index].field, *assignment.value);
+void UpdateWriter::assigned(const Assignment& assignment) {
+  stored_.store(*assignment.target.source->columns[assignment.target.index].field, *assignment.value);
 }
 
 /// The rules of the fields that change, and the table's.
-std::vector<const Rule*> ChangeWriter::rules_of(const UpdateStatement& statement) const {
-  const auto changes = [&](const FieldDefinition* field) {
+std::vector<const Rule*> UpdateWriter::rules_of(const UpdateStatement& statement) const {
+  return stored_.rules([&](const FieldDefinition* field) {
     return field == nullptr || std::ranges::any_of(statement.assignments, [&](const Assignment& assignment) {
              return assignment.target.source->columns[assignment.target.index].field == field;
            });
-  };
-  std::vector<const Rule*> rules;
-  for (const FieldRule& each : rules_) {
-    if (changes(each.field)) rules.push_back(&each.rule);
-  }
-  return rules;
+  });
 }
 
 /// The value of the first assignment, read from the whole new row when no rule is breached.
-void ChangeWriter::checked_row(const UpdateStatement& statement, const std::vector<const Rule*>& rules) {
+void UpdateWriter::checked_row(const UpdateStatement& statement, const std::vector<const Rule*>& rules) {
   const Source& source = *statement.assignments.front().target.source;
   sql_.write("(SELECT ");
   sql_.name(source.columns[statement.assignments.front().target.index].name);
   sql_.write(" FROM (SELECT ");
   sql_.list(source.columns, ", ", [&](const SourceColumn& column) {
-    named_stored(*column.field, true, [&] {
+    stored_.named_stored(*column.field, true, [&] {
       const auto assignment = std::ranges::find_if(statement.assignments, [&](const Assignment& each) {
         return &each.target.source->columns[each.target.index] == &column;
       });
@@ -104,13 +74,13 @@ void ChangeWriter::checked_row(const UpdateStatement& statement, const std::vect
       queries_.expressions().column(source, static_cast<std::size_t>(&column - source.columns.data()));
     });
   });
-  named_row();
-  raise_breaches(rules);
+  stored_.named_row();
+  stored_.raise_breaches(rules);
   sql_.write(")");
 }
 
 /// Takes an inner join apart; SQLite's UPDATE … FROM knows no other.
-void ChangeWriter::joined_tables(const TableReference& reference, const Source& target) {
+void UpdateWriter::joined_tables(const TableReference& reference, const Source& target) {
   if (const auto* join = std::get_if<Join>(&reference.node)) {
     if (join->kind != JoinKind::Inner) raise(error_number::not_supported, "UPDATE over an outer join");
     joined_tables(*join->left, target);
@@ -122,14 +92,14 @@ void ChangeWriter::joined_tables(const TableReference& reference, const Source& 
   if (named == nullptr || named->source != &target) others_.push_back(&reference);
 }
 
-void ChangeWriter::joined_where(const UpdateStatement& statement) {
+void UpdateWriter::joined_where(const UpdateStatement& statement) {
   if (statement.rows.where != nullptr) conditions_.push_back(statement.rows.where.get());
   if (conditions_.empty()) return;
   sql_.write(" WHERE ");
   sql_.list(conditions_, " AND ", [this](const Expression* part) { queries_.conditions().condition(*part); });
 }
 
-bool ChangeWriter::may_violate_index(const UpdateStatement& statement) const {
+bool UpdateWriter::may_violate_index(const UpdateStatement& statement) const {
   const auto assigned = [&](const std::string& field) {
     return std::any_of(statement.assignments.begin(), statement.assignments.end(), [&](const Assignment& assignment) {
       return support::equal_ignoring_case(assignment.target.source->columns[assignment.target.index].name, field);
@@ -140,7 +110,7 @@ bool ChangeWriter::may_violate_index(const UpdateStatement& statement) const {
   });
 }
 
-void ChangeWriter::remove(const DeleteStatement& statement, const Source& target) {
+void UpdateWriter::remove(const DeleteStatement& statement, const Source& target) {
   sql_.write("DELETE FROM ");
   const Select& rows = statement.rows;
   if (rows.sources.size() == 1) {
