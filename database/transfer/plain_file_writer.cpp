@@ -21,10 +21,11 @@ class PlainFileWriter : public TableWriter {
  public:
   explicit PlainFileWriter(const OutputFolder& folder) : file_(embedded::create_plain_file(folder.file(plain_name))) {}
 
+  /// With the indexes, which a later build would sort in memory.
   std::string begin_table(const jet_import::SourceTable& table) override {
     file_->run(create_table_statement(table));
+    for (const std::string& index : create_index_statements(table)) file_->run(index);
     insert_ = file_->insert(insert_statement(table.name, table.fields.size()));
-    indexes_ = create_index_statements(table);
     return std::string(plain_name);
   }
 
@@ -36,10 +37,7 @@ class PlainFileWriter : public TableWriter {
     insert_->add(row_);
   }
 
-  void end_table() override {
-    insert_.reset();
-    for (const std::string& index : indexes_) file_->run(index);
-  }
+  void end_table() override { insert_.reset(); }
 
   void finish(const LayoutRows& layout) override {
     write_list(table_list(), layout.tables);
@@ -60,7 +58,6 @@ class PlainFileWriter : public TableWriter {
 
   std::unique_ptr<embedded::PlainFile> file_;
   std::unique_ptr<embedded::PlainInsert> insert_;
-  std::vector<std::string> indexes_;
   std::vector<engine::Value> row_;
 };
 
