@@ -3,9 +3,11 @@
 #include <algorithm>
 #include <array>
 #include <charconv>
+#include <chrono>
 #include <cmath>
 #include <utility>
 
+#include "support/calendar_day.h"
 #include "support/text.h"
 
 namespace support {
@@ -162,49 +164,28 @@ std::string scaled_digits(double size, int decimals) {
   return digits;
 }
 
-struct CivilDate {
-  int year = 0;
-  int month = 0;
-  int day = 0;
-  int weekday = 0;  ///< 0 Sunday … 6 Saturday
-};
-
-constexpr double first_day = -657434;  // 0100-01-01
-constexpr double last_day = 2958465;   // 9999-12-31
-
-/// Days since 1899-12-30 to a date of the Gregorian calendar. The era arithmetic counts years from 1 March.
-CivilDate civil_date(int day) {
-  const int from_epoch = day + 693899;  // days since 0000-03-01
-  const int era = (from_epoch >= 0 ? from_epoch : from_epoch - 146096) / 146097;
-  const int day_of_era = from_epoch - era * 146097;
-  const int year_of_era = (day_of_era - day_of_era / 1460 + day_of_era / 36524 - day_of_era / 146096) / 365;
-  const int day_of_year = day_of_era - (365 * year_of_era + year_of_era / 4 - year_of_era / 100);
-  const int month_from_march = (5 * day_of_year + 2) / 153;
-  const int month = month_from_march < 10 ? month_from_march + 3 : month_from_march - 9;
-  const int year = year_of_era + era * 400 + (month <= 2 ? 1 : 0);
-  // Day 1 was a Sunday.
-  return {year, month, day_of_year - (153 * month_from_march + 2) / 5 + 1, ((day - 1) % 7 + 7) % 7};
-}
-
 std::string padded(int number, std::size_t width) {
   std::string text = std::to_string(number);
   if (text.size() < width) text.insert(0, width - text.size(), '0');
   return text;
 }
 
-std::string date_field(const CivilDate& date, char letter, std::size_t width) {
+std::string date_field(std::chrono::sys_days day, char letter, std::size_t width) {
   const LocaleNames& names = user_locale().names;
+  const std::chrono::year_month_day date{day};
+  const auto month = static_cast<unsigned>(date.month());
   if (letter == 'd' && width > 2) {
-    return (width == 3 ? names.short_weekdays : names.weekdays)[static_cast<std::size_t>(date.weekday)];
+    return (width == 3 ? names.short_weekdays : names.weekdays)[std::chrono::weekday{day}.c_encoding()];
   }
-  if (letter == 'M' && width > 2) {
-    return (width == 3 ? names.short_months : names.months)[static_cast<std::size_t>(date.month) - 1];
+  if (letter == 'M' && width > 2) return (width == 3 ? names.short_months : names.months)[month - 1];
+  if (letter == 'd' || letter == 'M') {
+    return padded(static_cast<int>(letter == 'd' ? static_cast<unsigned>(date.day()) : month), width);
   }
-  if (letter == 'd' || letter == 'M') return padded(letter == 'd' ? date.day : date.month, width);
-  return width > 2 ? padded(date.year, 4) : padded(date.year % 100, 2);
+  const auto year = static_cast<int>(date.year());
+  return width > 2 ? padded(year, 4) : padded(year % 100, 2);
 }
 
-std::string date_by_picture(const CivilDate& date, std::string_view picture) {
+std::string date_by_picture(std::chrono::sys_days day, std::string_view picture) {
   std::string text;
   bool quoted = false;
   for (std::size_t i = 0; i < picture.size();) {
@@ -214,7 +195,7 @@ std::string date_by_picture(const CivilDate& date, std::string_view picture) {
     if (letter == '\'') {
       quoted = !quoted;
     } else if (field) {
-      text += date_field(date, letter, run);
+      text += date_field(day, letter, run);
     } else {
       text += letter;
     }
@@ -225,7 +206,7 @@ std::string date_by_picture(const CivilDate& date, std::string_view picture) {
 
 std::string day_text(double day, std::string_view picture) {
   if (!(day > first_day - 1 && day < last_day + 1)) return {};
-  return date_by_picture(civil_date(static_cast<int>(day)), picture);
+  return date_by_picture(calendar_day(static_cast<std::int64_t>(day)), picture);
 }
 
 }  // namespace

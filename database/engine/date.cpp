@@ -1,5 +1,6 @@
 #include "database/engine/date.h"
 
+#include <chrono>
 #include <cmath>
 #include <cstdio>
 
@@ -8,22 +9,19 @@
 namespace engine {
 namespace {
 
-// Years are counted in eras of 400 that begin on 1 March, so that the leap day is the last one of its year.
-constexpr std::int64_t days_of_era = 146097;
-/// From 0000-03-01 to 1899-12-30.
-constexpr std::int64_t days_before_day_zero = 693899;
+/// The calendar repeats itself after these years, which have that many days.
+constexpr std::int64_t years_of_era = 400, days_of_era = 146097;
 
 }  // namespace
 
 std::int64_t day_number(std::int64_t year, std::int64_t month, std::int64_t day) noexcept {
-  const std::int64_t months = year * 12 + month - 3;
-  const std::int64_t march_year = divide_down(months, 12);
-  const std::int64_t month_from_march = months - march_year * 12;
-  const std::int64_t era = divide_down(march_year, 400);
-  const std::int64_t year_of_era = march_year - era * 400;
-  const std::int64_t day_of_year = (153 * month_from_march + 2) / 5 + day - 1;
-  return era * days_of_era + year_of_era * 365 + year_of_era / 4 - year_of_era / 100 + day_of_year -
-         days_before_day_zero;
+  const std::int64_t months = year * 12 + month - 1;
+  const std::int64_t whole_year = divide_down(months, 12);
+  // The library's years end at 32767.
+  const std::int64_t era = divide_down(whole_year, years_of_era);
+  const std::chrono::year year_of_era{static_cast<int>(whole_year - era * years_of_era)};
+  const std::chrono::month month_of_year{static_cast<unsigned>(months - whole_year * 12 + 1)};
+  return support::day_number(year_of_era / month_of_year / 1) + era * days_of_era + day - 1;
 }
 
 int days_in_month(std::int64_t year, int month) noexcept {
@@ -54,17 +52,10 @@ CalendarTime calendar_time(Date date) {
   const std::int64_t seconds = seconds_of(date);
   const std::int64_t number = divide_down(seconds, seconds_per_day);
   const std::int64_t time = seconds - number * seconds_per_day;
-  const std::int64_t day = number + days_before_day_zero;
-  const std::int64_t era = divide_down(day, days_of_era);
-  const std::int64_t day_of_era = day - era * days_of_era;
-  const std::int64_t year_of_era = (day_of_era - day_of_era / 1460 + day_of_era / 36524 - day_of_era / 146096) / 365;
-  const std::int64_t day_of_year = day_of_era - (365 * year_of_era + year_of_era / 4 - year_of_era / 100);
-  const std::int64_t month_from_march = (5 * day_of_year + 2) / 153;
-  const std::int64_t month = month_from_march < 10 ? month_from_march + 3 : month_from_march - 9;
-  const std::int64_t year = year_of_era + era * 400 + (month <= 2 ? 1 : 0);
-  return {static_cast<int>(year),
-          static_cast<int>(month),
-          static_cast<int>(day_of_year - (153 * month_from_march + 2) / 5 + 1),
+  const std::chrono::year_month_day day{support::calendar_day(number)};
+  return {static_cast<int>(day.year()),
+          static_cast<int>(static_cast<unsigned>(day.month())),
+          static_cast<int>(static_cast<unsigned>(day.day())),
           static_cast<int>(time / 3600),
           static_cast<int>(time / 60 % 60),
           static_cast<int>(time % 60)};

@@ -4,6 +4,8 @@
 #include <cstdint>
 #include <string>
 
+#include "support/calendar_day.h"
+
 namespace engine {
 
 /// Days since 1899-12-30; the fraction is the time of day. A moment before that day carries it away from zero: -1.25
@@ -13,8 +15,7 @@ struct Date {
   friend bool operator==(const Date&, const Date&) = default;
 };
 
-inline constexpr std::int64_t first_day = -657434;  ///< 0100-01-01
-inline constexpr std::int64_t last_day = 2958465;   ///< 9999-12-31
+using support::first_day, support::last_day;
 inline constexpr std::int64_t seconds_per_day = 86400;
 
 constexpr bool in_calendar(double days) noexcept {
