@@ -53,25 +53,30 @@ std::string layout_of(const Environment& environment, std::string_view path, std
   return "." + std::to_string(record.MajVersion) + "." + std::to_string(record.MinVersion);
 }
 
+/// `stem`, the moment, and the ending, in a name that no file has: the second one of a second is "…-2".
+std::string free_name(const Environment& environment, std::string_view stem, std::string_view ending) {
+  constexpr int most_names = 99;
+  const std::string now = moment(environment.present());
+  for (int number = 1; number <= most_names; ++number) {
+    std::string name{stem};
+    name.append(now).append(number > 1 ? "-" + std::to_string(number) : "").append(ending);
+    if (!environment.file_system().file_size(name)) return name;
+  }
+  throw support::RuntimeError(support::error_number::database_exists, "Database already exists.");
+}
+
 std::string name_in_folder(const Environment& environment, std::string_view source, std::string_view password,
                            std::string_view folder) {
   const NameParts name = parts_of(source);
-  std::string path{folder};
-  if (!path.ends_with('\\')) path += '\\';
-  path.append(name.stem).append(layout_of(environment, source, password));
-  return path.append(".").append(moment(environment.present())).append(name.ending);
+  std::string stem{folder};
+  if (!stem.ends_with('\\')) stem += '\\';
+  stem.append(name.stem).append(layout_of(environment, source, password)).append(".");
+  return free_name(environment, stem, name.ending);
 }
 
 std::string name_to_keep(const Environment& environment, std::string_view path) {
-  constexpr int most_names = 99;
   const NameParts name = parts_of(path);
-  for (int number = 1; number <= most_names; ++number) {
-    std::string kept{name.folder};
-    kept.append(name.stem).append(".replaced-").append(moment(environment.present()));
-    kept.append(number > 1 ? "-" + std::to_string(number) : "").append(name.ending);
-    if (!environment.file_system().file_size(kept)) return kept;
-  }
-  throw support::RuntimeError(support::error_number::database_exists, "Database already exists.");
+  return free_name(environment, std::string(name.folder).append(name.stem).append(".replaced-"), name.ending);
 }
 
 /// Raises unless the backup holds together and is a database of this product, as far as that can be told.

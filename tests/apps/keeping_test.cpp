@@ -159,6 +159,8 @@ TEST_F(Keeping, NamesACopyInAFolderByLayoutAndMomentAndOverwritesNothingUnasked)
   const std::regex name(R"re("backup":"[^"]*Müller_Jörg\.4\.60\.\d{8}-\d{6}\.das")re");
   EXPECT_TRUE(std::regex_search(first.out, name)) << first.out;
   EXPECT_THAT(first.out, HasSubstr("{\"table\":\"glucose\",\"rows\":30,\"checksum\":\""));
+  for (int again = 0; again < 3; ++again) EXPECT_EQ(run_patientdb({"backup", file, folder_.file("copies")}).code, 0);
+  EXPECT_EQ(std::distance(fs::directory_iterator(folder_.file("copies")), {}), 4) << "also within one second";
 
   const std::string copy = folder_.file("copy.das");
   ASSERT_EQ(run_patientdb({"backup", file, copy}).code, 0);
