@@ -155,7 +155,7 @@ bool draws_at_once(UINT message) {
 }  // namespace
 
 LRESULT CALLBACK dark_button_procedure(HWND window, UINT message, WPARAM first, LPARAM second, UINT_PTR id, DWORD_PTR) {
-  const bool ours = scheme() == Scheme::Dark && kind_of(window) != ButtonKind::Other;
+  const bool ours = scheme() != Scheme::Light && kind_of(window) != ButtonKind::Other;
   if (ours && message == WM_PAINT) {
     paint_button(window);
     return 0;

@@ -1,11 +1,11 @@
-// Push buttons, options and group boxes, drawn in the colours of the dark scheme.
+// Push buttons, options and group boxes, drawn in the colours of the dark scheme and of high contrast.
 #pragma once
 
 #include <windows.h>
 
 namespace wizard::win32 {
 
-/// The subclass procedure of a button: draws it while the dark scheme is in force, else leaves it to the system.
+/// The subclass procedure of a button: draws it in these schemes, else leaves it to the system.
 LRESULT CALLBACK dark_button_procedure(HWND window, UINT message, WPARAM first, LPARAM second, UINT_PTR id, DWORD_PTR);
 
 }  // namespace wizard::win32
