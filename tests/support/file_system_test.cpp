@@ -9,13 +9,16 @@
 #include "support/abandoned_files.h"
 #include "support/error.h"
 #include "support/host_file.h"
+#include "support/host_path.h"
 #include "support/host_stream.h"
 #include "support/virtual_store.h"
+#include "tests/support/file_age.h"
 #include "tests/support/temporary_folder.h"
 
 namespace support {
 namespace {
 
+using testing::set_age;
 using testing::TemporaryFolder;
 
 TEST(FileSystem, FindsNamesWithoutRegardToCase) {
@@ -150,7 +153,7 @@ TEST(AbandonedFiles, AreRemovedWhereTheyAreSurelyOursAndOld) {
   const auto write_old = [&](const char* name) {
     folder.write(name, "x");
     const auto age = std::chrono::minutes(11);
-    std::filesystem::last_write_time(folder.host(name), std::filesystem::file_time_type::clock::now() - age);
+    set_age(folder.host(name), age);
   };
   for (const char* name : abandoned) write_old(name);
   for (const char* name : kept) write_old(name);
@@ -171,10 +174,9 @@ TEST(AbandonedFiles, AreRemovedWhereTheyAreSurelyOursAndOld) {
 TEST(AbandonedFolders, AreRemovedWhereTheyAreSurelyOursAndOld) {
   const TemporaryFolder folder;
   const auto grow_old = [&](const std::string& name) {
-    const auto age = std::filesystem::file_time_type::clock::now() - std::chrono::minutes(11);
     for (const auto& entry : std::filesystem::recursive_directory_iterator(folder.host(name)))
-      std::filesystem::last_write_time(entry.path(), age);
-    std::filesystem::last_write_time(folder.host(name), age);
+      set_age(host_path_of(entry.path()), std::chrono::minutes(11));
+    set_age(folder.host(name), std::chrono::minutes(11));
   };
   const auto fill = [&](const std::string& name) {
     NewHostFolder made(folder.host(name));

@@ -6,6 +6,7 @@
 
 #include "support/error.h"
 #include "support/hive_registry.h"
+#include "tests/support/file_age.h"
 #include "tests/support/temporary_folder.h"
 
 namespace support {
@@ -123,7 +124,7 @@ TEST(Hive, CleansUpAfterAProcessThatDiedWhileWriting) {
   open_hive(folder.host("h.reg"));
   EXPECT_EQ(folder.file_count(), 2U) << "its process may be alive";
   const auto age = std::chrono::minutes(11);
-  std::filesystem::last_write_time(folder.host(left_behind), std::filesystem::file_time_type::clock::now() - age);
+  testing::set_age(folder.host(left_behind), age);
   open_hive(folder.host("h.reg"));
   EXPECT_EQ(folder.read("h.reg"), hive_text);
   EXPECT_EQ(folder.file_count(), 1U);
