@@ -41,15 +41,20 @@ std::string plain_number(double value) { return shortest(value); }
 std::string plain_number(float value) { return shortest(value); }
 
 std::string json_text(std::string_view text) {
+  std::string json;
+  append_json_text(json, text);
+  return json;
+}
+
+void append_json_text(std::string& json, std::string_view text) {
   std::string mended;
   if (!is_utf8(text)) {
     mended = utf8_from_utf16(utf16_from_utf8(text));
     text = mended;
   }
-  std::string result = "\"";
-  for (const char character : text) append_escaped(result, character);
-  result += '"';
-  return result;
+  json += '"';
+  for (const char character : text) append_escaped(json, character);
+  json += '"';
 }
 
 void JsonWriter::separate() {

@@ -37,6 +37,8 @@ class JsonWriter {
 
 /// A text with its quotes, escaped.
 std::string json_text(std::string_view text);
+/// The same behind what `json` holds.
+void append_json_text(std::string& json, std::string_view text);
 
 /// The shortest text that reads back as the same number, with "." whatever the locale; "null" for no number.
 std::string plain_number(double value);

@@ -1,4 +1,6 @@
 // A file of JSON for each table: an array of objects, one in a line.
+#include "support/json_writer.h"
+
 #include <cmath>
 #include <optional>
 
@@ -8,20 +10,7 @@
 namespace transfer {
 namespace {
 
-void append_quoted(std::string& json, std::string_view text) {
-  constexpr std::string_view digits = "0123456789abcdef";
-  json += '"';
-  for (const char character : text) {
-    const auto code = static_cast<unsigned char>(character);
-    if (code < 0x20 || code == 0x7F) {
-      json.append("\\u00").append({digits[code >> 4U], digits[code & 15U]});
-    } else {
-      if (character == '"' || character == '\\') json += '\\';
-      json += character;
-    }
-  }
-  json += '"';
-}
+using support::append_json_text;
 
 struct AppendJson {
   std::string& json;
@@ -30,13 +19,13 @@ struct AppendJson {
   void operator()(std::int32_t value) const { append_text(json, value); }
   void operator()(float value) const { number(value, value); }
   void operator()(double value) const { number(value, value); }
-  void operator()(engine::Date value) const { append_quoted(json, date_text(value)); }
-  void operator()(const std::string& value) const { append_quoted(json, value); }
+  void operator()(engine::Date value) const { append_json_text(json, date_text(value)); }
+  void operator()(const std::string& value) const { append_json_text(json, value); }
 
  private:
   /// JSON has no number that is infinite.
   void number(double size, const engine::Value& value) const {
-    std::isfinite(size) ? append_text(json, value) : append_quoted(json, text_of(value));
+    std::isfinite(size) ? append_text(json, value) : append_json_text(json, text_of(value));
   }
 };
 
@@ -50,7 +39,7 @@ class JsonTables : public TableWriter {
     keys_.clear();
     for (const jet_import::SourceField& field : table.fields) {
       std::string& key = keys_.emplace_back(keys_.empty() ? "{" : ",");
-      append_quoted(key, field.name);
+      append_json_text(key, field.name);
       key += ':';
     }
     file_->write("[");

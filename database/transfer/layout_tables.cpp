@@ -2,11 +2,11 @@
 
 #include <algorithm>
 #include <array>
-#include <charconv>
 #include <tuple>
 
 #include "database/layout_json.h"
 #include "database/transfer/transfer_error.h"
+#include "support/text.h"
 
 namespace transfer {
 namespace {
@@ -27,11 +27,9 @@ bool is_yes(const std::string& word) {
 
 template <typename Number>
 Number number_of_word(const std::string& word) {
-  Number number{};
-  const char* const end = word.data() + word.size();
-  const auto [stop, problem] = std::from_chars(word.data(), end, number);
-  if (problem != std::errc() || stop != end) refuse("\"" + word + "\" is no number");
-  return number;
+  const auto number = support::parse_whole<Number>(word);
+  if (!number) refuse("\"" + word + "\" is no number");
+  return *number;
 }
 
 engine::DataType type_of_word(const std::string& word) {

@@ -9,6 +9,7 @@
 
 #include "database/engine/engine_error.h"
 #include "database/transfer/transfer_error.h"
+#include "support/text.h"
 
 namespace transfer {
 namespace {
@@ -20,15 +21,6 @@ void append_number(std::string& text, Number number) {
   std::array<char, 40> digits;
   const auto end = std::to_chars(digits.data(), digits.data() + digits.size(), number).ptr;
   text.append(digits.data(), end);
-}
-
-template <typename Number>
-std::optional<Number> number_of(std::string_view text) {
-  Number number{};
-  const char* const end = text.data() + text.size();
-  const auto [stop, problem] = std::from_chars(text.data(), end, number);
-  if (problem != std::errc() || stop != end) return std::nullopt;
-  return number;
 }
 
 bool same_bits(double left, double right) {
@@ -44,7 +36,7 @@ std::optional<int> take_number(std::string_view& text, std::size_t digits, char 
   const std::string_view part = text.substr(0, digits);
   if (part.size() != digits || part.find_first_not_of("0123456789") != std::string_view::npos) return std::nullopt;
   text.remove_prefix(digits);
-  return number_of<int>(part);
+  return support::parse_whole<int>(part);
 }
 
 /// The seconds behind the minute; nothing where the text is none, or 60 and more.
@@ -53,7 +45,7 @@ std::optional<double> take_seconds(std::string_view text) {
   if (!take_number(text, 2, ':')) return std::nullopt;
   if (!text.empty() && (text.front() != '.' || text.size() == 1)) return std::nullopt;
   if (!text.empty() && text.find_first_not_of("0123456789", 1) != std::string_view::npos) return std::nullopt;
-  const std::optional<double> seconds = number_of<double>(digits);
+  const std::optional<double> seconds = support::parse_whole<double>(digits);
   if (!seconds || *seconds >= 60) return std::nullopt;
   return seconds;
 }
@@ -99,7 +91,7 @@ std::string with_fraction(double days, int digits) {
 
 engine::Value date_of_text(std::string_view text) {
   if (text.starts_with(days_word)) {
-    const auto days = number_of<double>(text.substr(days_word.size()));
+    const auto days = support::parse_whole<double>(text.substr(days_word.size()));
     if (days && std::isfinite(*days)) return engine::Date{*days};
   } else if (const auto date = parse_iso(text)) {
     return *date;
@@ -147,10 +139,10 @@ engine::Value value_of_text(engine::DataType type, std::string_view text) {
   if (type == Date) return date_of_text(text);
   if (engine::is_text(type)) return std::string(text);
   if (type == Single) {
-    if (const auto number = number_of<float>(text); number && !std::isnan(*number)) return *number;
+    if (const auto number = support::parse_whole<float>(text); number && !std::isnan(*number)) return *number;
   } else if (type == Double) {
-    if (const auto number = number_of<double>(text); number && !std::isnan(*number)) return *number;
-  } else if (const auto number = number_of<std::int32_t>(text)) {
+    if (const auto number = support::parse_whole<double>(text); number && !std::isnan(*number)) return *number;
+  } else if (const auto number = support::parse_whole<std::int32_t>(text)) {
     return type == Boolean ? engine::Value(*number != 0) : engine::Value(*number);
   }
   engine::raise(cannot_convert);
