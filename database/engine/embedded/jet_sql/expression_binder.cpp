@@ -28,6 +28,10 @@ void check_condition(const ValueType& type) {
   if (type.is_text()) raise(error_number::criterion_mismatch);
 }
 
+void require_one_column(const QueryTree& query) {
+  if (query.outputs.size() != 1) raise(error_number::subquery_columns);
+}
+
 ValueType boolean(bool nullable) { return type_of_kind(Kind::Boolean).with_null(nullable); }
 
 ValueType type_of_literal(const Literal& literal) {
@@ -321,24 +325,26 @@ void ExpressionBinder::bind_node(Expression& expression, InList& list, Scope& sc
   expression.type = boolean(true);
 }
 
+void ExpressionBinder::bind_subselect(Expression& whole, QueryTree& query, Scope& scope) {
+  queries_.bind_query(query, &scope);
+  scope.count_tables(query.tables);
+  contain(whole, query.height);
+}
+
 void ExpressionBinder::bind_node(Expression& expression, InSelect& in, Scope& scope) {
   bind(in.value, scope);
-  queries_.bind_query(*in.query, &scope);
-  scope.count_tables(in.query->tables);
+  bind_subselect(expression, *in.query, scope);
   contain(expression, in.value);
-  contain(expression, in.query->height);
-  if (in.query->outputs.size() != 1) raise(error_number::subquery_columns);
+  require_one_column(*in.query);
   check_comparable(in.value->type, in.query->outputs.front().type);
   expression.type = boolean(true);
 }
 
 void ExpressionBinder::bind_node(Expression& expression, Quantified& quantified, Scope& scope) {
   bind(quantified.value, scope);
-  queries_.bind_query(*quantified.query, &scope);
-  scope.count_tables(quantified.query->tables);
+  bind_subselect(expression, *quantified.query, scope);
   contain(expression, quantified.value);
-  contain(expression, quantified.query->height);
-  if (quantified.query->outputs.size() != 1) raise(error_number::subquery_columns);
+  require_one_column(*quantified.query);
   check_comparable(quantified.value->type, quantified.query->outputs.front().type);
   // The value is written inside of the subselect: SQLite tells by a column alone that an aggregate is not the
   // subselect's.
@@ -349,17 +355,13 @@ void ExpressionBinder::bind_node(Expression& expression, Quantified& quantified,
 }
 
 void ExpressionBinder::bind_node(Expression& expression, Exists& exists, Scope& scope) {
-  queries_.bind_query(*exists.query, &scope);
-  scope.count_tables(exists.query->tables);
-  contain(expression, exists.query->height);
+  bind_subselect(expression, *exists.query, scope);
   expression.type = boolean(false);
 }
 
 void ExpressionBinder::bind_node(Expression& expression, ScalarSelect& select, Scope& scope) {
-  queries_.bind_query(*select.query, &scope);
-  scope.count_tables(select.query->tables);
-  contain(expression, select.query->height);
-  if (select.query->outputs.size() != 1) raise(error_number::subquery_columns);
+  bind_subselect(expression, *select.query, scope);
+  require_one_column(*select.query);
   expression.type = select.query->outputs.front().type.with_null(true);
 }
 

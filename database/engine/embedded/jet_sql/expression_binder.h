@@ -64,6 +64,7 @@ class ExpressionBinder {
   void bind_node(Expression& expression, ScalarSelect& select, Scope& scope);
   void bind_node(Expression& expression, Call& call, Scope& scope);
   void bind_arguments(Call& call, Scope& scope);
+  void bind_subselect(Expression& whole, QueryTree& query, Scope& scope);
   void take_parameter(Expression& expression, const ColumnName& name);
   bool find_alias(Scope& scope, ColumnName& name);
   bool find_function_without_parentheses(Expression& expression, const ColumnName& name);
