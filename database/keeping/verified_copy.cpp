@@ -11,6 +11,8 @@
 namespace database::keeping {
 namespace {
 
+namespace error_number = support::error_number;
+
 /// While it lives, the handle sees one state of the file, whatever others write.
 std::unique_ptr<engine::Transaction> one_state(engine::Database& database) {
   // Through other engines nobody else has the file open.
@@ -64,8 +66,8 @@ void VerifiedCopy::take_name() {
   support::FileSystem& files = environment_.file_system();
   if (!files.rename_without_replacing(path_, target_)) {
     const bool taken = files.file_size(target_).has_value() || files.folder_exists(target_);
-    throw support::RuntimeError(taken ? 3204 : 3043,
-                                taken ? "Database already exists." : "The copy cannot be given its name.");
+    if (taken) throw support::RuntimeError(error_number::database_exists, "Database already exists.");
+    throw support::RuntimeError(error_number::disk_error, "The copy cannot be given its name.");
   }
   path_.clear();
 }
