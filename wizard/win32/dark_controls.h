@@ -1,6 +1,6 @@
 // Native controls in the scheme's colours. Windows has no dark look of its own for most of them that a program may ask
-// for: with the dark scheme, buttons, options, group boxes, fields and lists are drawn here, with high contrast fields
-// and lists; otherwise by the system.
+// for: with the dark scheme and with high contrast, buttons, options, group boxes, fields and lists are drawn here,
+// otherwise by the system.
 #pragma once
 
 #include <windows.h>
