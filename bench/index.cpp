@@ -1,6 +1,8 @@
 // Refreshing the patient index: a thousand patients beside a hundred, whose files are copies of one, as an
 // administrator rolls them out, and so share password and salt; and the walk of an upgrade over files with salts of
 // their own, whose keys are derived ahead, beside the same refreshes one after the other.
+#include <fmt/core.h>
+
 #include <memory>
 #include <stdexcept>
 
@@ -8,7 +10,6 @@
 #include "bench/long_history.h"
 #include "bench/patient_file.h"
 #include "database/engine/embedded/file_keys.h"
-#include "database/formatted.h"
 #include "database/index/index_database.h"
 
 namespace bench {
@@ -103,7 +104,7 @@ class Practice {
     return environment;
   }
   fs::path index() const { return folder_ / "index.mdb"; }
-  fs::path file(int id) const { return folder_ / database::formatted("db4_%06d.das", id); }
+  fs::path file(int id) const { return folder_ / fmt::format("db4_{:06}.das", id); }
 
   fs::path folder_;
   int patients_;
@@ -161,7 +162,7 @@ class OwnSalts {
     return environment;
   }
   std::string index() const { return windows_path(folder_ / "index.mdb"); }
-  fs::path file(int id) const { return folder_ / database::formatted("db4_%06d.das", id); }
+  fs::path file(int id) const { return folder_ / fmt::format("db4_{:06}.das", id); }
 
   fs::path folder_;
 };

@@ -1,5 +1,7 @@
 #include "database/availability.h"
 
+#include <fmt/core.h>
+
 #include <algorithm>
 #include <array>
 #include <string_view>
@@ -88,7 +90,7 @@ std::string day_range(const AvailabilityRequest& request) {
 
 std::string import_clause(const AvailabilityRequest& request, const Category& category) {
   if (request.import_id < 0 || !category.knows_imports) return {};
-  return " AND (importid=" + std::to_string(request.import_id) + ")";
+  return fmt::format(" AND (importid={})", request.import_id);
 }
 
 std::string category_query(const AvailabilityRequest& request, std::size_t number) {
@@ -174,8 +176,8 @@ std::string availability_summary(const Environment& environment, const Target& t
                                  const AvailabilityRequest& request) {
   std::string text;
   for (const Availability& entry : find_availability(environment, target, request)) {
-    text += std::to_string(entry.category) + "|" + day_text(entry.first) + "|" + day_text(entry.last) + "|" +
-            checksum_text(entry.checksum) + "\r\n";
+    text += fmt::format("{}|{}|{}|{}\r\n", entry.category, day_text(entry.first), day_text(entry.last),
+                        checksum_text(entry.checksum));
   }
   return text;
 }

@@ -1,5 +1,7 @@
 #include "database/default_medication.h"
 
+#include <fmt/core.h>
+
 #include <span>
 
 #include "database/columns.h"
@@ -55,8 +57,8 @@ void take_from_newest_plan(support::Procedure& procedure, const OpenedTarget& op
   if (!plan || !procedure.step([&] { plan_id = engine::to_int32(plan->value("id")); })) return;
   const auto items =
       try_open_row(procedure, opened,
-                   "SELECT * from therapieplan_details WHERE lID= " + std::to_string(plan_id) +
-                       " AND itemtype BETWEEN " + std::to_string(first) + " and " + std::to_string(last));
+                   fmt::format("SELECT * from therapieplan_details WHERE lID= {} AND itemtype BETWEEN {} and {}",
+                               plan_id, first, last));
   for (bool more = items != nullptr; more; more = next_row(procedure, *items)) {
     procedure.step([&] {
       const int place = engine::to_int16(items->value("itemtype")) - first;

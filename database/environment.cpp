@@ -1,5 +1,7 @@
 #include "database/environment.h"
 
+#include <fmt/core.h>
+
 #include <ctime>
 
 #include "support/encoding.h"
@@ -18,8 +20,8 @@ engine::Date machine_time() {
 }  // namespace
 
 std::string sentence(const RowsLeft& rows) {
-  return std::to_string(rows.left) + " of " + std::to_string(rows.all) + " rows of " + rows.table +
-         " could not be brought over and stay there" + (rows.reason.empty() ? "" : ": " + rows.reason);
+  return fmt::format("{} of {} rows of {} could not be brought over and stay there{}", rows.left, rows.all, rows.table,
+                     rows.reason.empty() ? "" : ": " + rows.reason);
 }
 
 engine::Date Environment::present() const { return now ? now() : machine_time(); }

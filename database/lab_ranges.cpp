@@ -1,5 +1,7 @@
 #include "database/lab_ranges.h"
 
+#include <fmt/core.h>
+
 #include "database/columns.h"
 #include "database/opened_target.h"
 
@@ -68,8 +70,8 @@ bool store_range(const Environment& environment, Procedure& procedure, engine::D
                  std::int32_t laboratory_id) {
   std::unique_ptr<engine::Recordset> rows;
   procedure.step([&] {
-    rows = database.open_recordset("SELECT * FROM Labordefinitionen where LaborID=" + std::to_string(laboratory_id) +
-                                   std::string(row.condition));
+    rows = database.open_recordset(
+        fmt::format("SELECT * FROM Labordefinitionen where LaborID={}{}", laboratory_id, row.condition));
   });
   if (!rows || !procedure.step([&] { edit_or_add(*rows); })) return false;
   const std::string description =
@@ -91,11 +93,11 @@ bool store_range(const Environment& environment, Procedure& procedure, engine::D
 
 std::string definition_query(const std::variant<std::string, std::int16_t>& name_or_type, std::int32_t laboratory_id) {
   if (const auto* type = std::get_if<std::int16_t>(&name_or_type)) {
-    return "SELECT * FROM labdefs WHERE type= " + std::to_string(*type);
+    return fmt::format("SELECT * FROM labdefs WHERE type= {}", *type);
   }
   const auto& name = std::get<std::string>(name_or_type);
   if (laboratory_id <= 0) return "SELECT * FROM labdefs WHERE field='" + name + "' ";
-  return "SELECT * FROM LABORDEFINITIONEN WHERE field='" + name + "'" + " AND LaborID=" + std::to_string(laboratory_id);
+  return fmt::format("SELECT * FROM LABORDEFINITIONEN WHERE field='{}' AND LaborID={}", name, laboratory_id);
 }
 
 }  // namespace
@@ -126,8 +128,8 @@ bool db_GetLabDefinition(const Environment& environment, const Target& target,
   if (!row) return false;
   LabDefinition found;
   read_columns<LabDefinition>(procedure, *row, definition_columns, found);
-  const auto count = try_open_row(
-      procedure, opened, "SELECT count(value) as icnt FROM labvalues WHERE type= " + std::to_string(found.type));
+  const auto count = try_open_row(procedure, opened,
+                                  fmt::format("SELECT count(value) as icnt FROM labvalues WHERE type= {}", found.type));
   if (count) procedure.step([&] { found.stored_values = engine::to_int32(count->value("icnt")); });
   definition = found;
   return true;

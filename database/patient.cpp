@@ -1,5 +1,7 @@
 #include "database/patient.h"
 
+#include <fmt/core.h>
+
 #include "database/columns.h"
 #include "database/opened_target.h"
 
@@ -46,8 +48,7 @@ constexpr Column<PreferredInsulin> insulin_columns[] = {
 std::int16_t db_AddPatient(const Environment& environment, const Target& target, const PatientRecord& patient) {
   support::Procedure procedure{"sql!db_AddPatient"};
   const OpenedTarget opened{environment, target, OpenedTarget::Access::Write};
-  const auto rows =
-      try_open_recordset(procedure, opened, "SELECT * FROM patdat WHERE ID=" + std::to_string(patient.id));
+  const auto rows = try_open_recordset(procedure, opened, fmt::format("SELECT * FROM patdat WHERE ID={}", patient.id));
   if (!rows || !procedure.step([&] { edit_or_add(*rows); })) return 0;
   procedure.step([&] { rows->set_value("id", std::int32_t{patient.id}); });
   write_columns<PatientRecord>(procedure, *rows, patient_columns, patient);
@@ -59,7 +60,7 @@ bool db_GetPatient(const Environment& environment, const Target& target, std::in
   support::Procedure procedure{"sql!db_GetPatient"};
   const OpenedTarget opened{environment, target, OpenedTarget::Access::Read};
   std::string query = "SELECT * FROM patdat";
-  if (patient_id > 0) query += " WHERE pat_id = " + std::to_string(patient_id);
+  if (patient_id > 0) query += fmt::format(" WHERE pat_id = {}", patient_id);
   const auto row = try_open_row(procedure, opened, query);
   if (!row) return false;
   read_columns<PatientRecord>(procedure, *row, patient_columns, patient);
@@ -78,7 +79,7 @@ std::int32_t db_GetPreferredInsulin(const Environment& environment, const Target
   support::Procedure procedure{"sql!db_GetPreferredInsulin"};
   const OpenedTarget opened{environment, target, OpenedTarget::Access::Read};
   std::string query = SQL_GetPreferredInsulin();
-  if (patient_id > 0) query += " AND pat_id = " + std::to_string(patient_id);
+  if (patient_id > 0) query += fmt::format(" AND pat_id = {}", patient_id);
   query += " ORDER BY iSortOrder,manufacturer";
   entries.clear();
   const auto rows = try_open_row(procedure, opened, query);

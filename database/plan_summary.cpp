@@ -1,5 +1,7 @@
 #include "database/plan_summary.h"
 
+#include <fmt/core.h>
+
 #include <string_view>
 #include <utility>
 
@@ -133,18 +135,17 @@ bool db_GetPlanSummary(const Environment& environment, const Target& target, std
 }
 
 std::string plan_summary_text(const PlanSummary& summary) {
-  std::string text = std::to_string(summary.insulin_items) + "|" + std::to_string(summary.diet_items) + "|" +
-                     std::to_string(summary.correction_items);
+  std::string text = fmt::format("{}|{}|{}", summary.insulin_items, summary.diet_items, summary.correction_items);
   const std::pair<int, double> values[] = {{400, summary.basal_rates[0]}, {401, summary.basal_rates[1]},
                                            {402, summary.basal_rates[2]}, {500, summary.glucose_from},
                                            {501, summary.glucose_until},  {502, summary.hypoglycaemia},
                                            {503, summary.hyperglycaemia}};
   for (const auto& [type, value] : values) {
-    text += "|" + std::to_string(type) + "=" + engine::format(value, "0.0");
+    text += fmt::format("|{}={}", type, engine::format(value, "0.0"));
   }
   if (summary.basal_per_kilogram) text += "|400/kg=" + engine::format(*summary.basal_per_kilogram, "0.00");
   for (std::size_t slot = 0; slot < summary.insulins.size(); ++slot) {
-    text += "|" + std::to_string(slot) + "=" + summary.insulins[slot];
+    text += fmt::format("|{}={}", slot, summary.insulins[slot]);
   }
   return text;
 }

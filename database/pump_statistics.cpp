@@ -1,9 +1,9 @@
 #include "database/pump_statistics.h"
 
-#include <array>
+#include <fmt/core.h>
+
 #include <charconv>
 #include <cmath>
-#include <cstdio>
 #include <string_view>
 
 #include "database/basal_sum.h"
@@ -165,21 +165,14 @@ float db_IP_CalcBasal(const Environment& environment, const Target& target, cons
 
 namespace {
 
-template <typename... Numbers>
-std::string picture(const char* pattern, Numbers... numbers) {
-  std::array<char, 48> text{};
-  const int length = std::snprintf(text.data(), text.size(), pattern, numbers...);
-  return {text.data(), static_cast<std::size_t>(length)};
-}
-
 std::string day_literal(engine::Date date) {
   const engine::CalendarTime at = engine::calendar_time(date);
-  return picture("#%02d/%02d/%04d#", at.month, at.day, at.year);
+  return fmt::format("#{:02}/{:02}/{:04}#", at.month, at.day, at.year);
 }
 
 std::string minute_literal(engine::Date time) {
   const engine::CalendarTime at = engine::calendar_time(time);
-  return picture("#%02d:%02d#", at.hour, at.minute);
+  return fmt::format("#{:02}:{:02}#", at.hour, at.minute);
 }
 
 std::string statistics_filter(const PumpPeriod& period, std::optional<std::int32_t> profile) {
@@ -189,7 +182,7 @@ std::string statistics_filter(const PumpPeriod& period, std::optional<std::int32
     text += " AND " + times_condition(period.times->first, period.times->second, minute_literal) + " ";
   }
   // The parenthesis stands before the AND, and always has.
-  if (profile) text += " (AND profile =" + std::to_string(*profile) + ") ";
+  if (profile) text += fmt::format(" (AND profile ={}) ", *profile);
   if (!period.weekdays.empty() && period.weekdays != "0") text += " AND (weekday(vdate) IN (" + period.weekdays + ")) ";
   return text;
 }

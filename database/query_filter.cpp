@@ -1,8 +1,9 @@
 #include "database/query_filter.h"
 
+#include <fmt/core.h>
+
 #include <array>
 
-#include "database/formatted.h"
 #include "support/error.h"
 
 namespace database {
@@ -45,20 +46,20 @@ std::string event_criterion(int selector, int event_code) {
   if (selector >= 0 && selector < static_cast<int>(event_criteria.size())) {
     return std::string(event_criteria[static_cast<std::size_t>(selector)]);
   }
-  return " AND (event = " + std::to_string(event_code) + ") ";
+  return fmt::format(" AND (event = {}) ", event_code);
 }
 
 }  // namespace
 
 std::string date_literal(engine::Date date, bool with_time) {
   const engine::CalendarTime at = engine::calendar_time(date);
-  if (!with_time) return formatted("#%d/%d/%d#", at.month, at.day, at.year);
-  return formatted("#%d/%d/%d %02d:%02d:%02d#", at.month, at.day, at.year, at.hour, at.minute, at.second);
+  if (!with_time) return fmt::format("#{}/{}/{}#", at.month, at.day, at.year);
+  return fmt::format("#{}/{}/{} {:02}:{:02}:{:02}#", at.month, at.day, at.year, at.hour, at.minute, at.second);
 }
 
 std::string time_literal(engine::Date date) {
   const engine::CalendarTime at = engine::calendar_time(date);
-  return formatted("#%02d:%02d:%02d#", at.hour, at.minute, at.second);
+  return fmt::format("#{:02}:{:02}:{:02}#", at.hour, at.minute, at.second);
 }
 
 engine::Date time_of_day(int hour, int minute, int second) {

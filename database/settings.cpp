@@ -1,5 +1,7 @@
 #include "database/settings.h"
 
+#include <fmt/core.h>
+
 #include "database/columns.h"
 #include "database/opened_target.h"
 #include "database/therapy_plan.h"
@@ -52,7 +54,7 @@ constexpr Override plan_overrides[] = {
 };
 
 std::string with_patient(std::string query, std::int32_t patient_id) {
-  if (patient_id > 0) query += " WHERE pat_id = " + std::to_string(patient_id);
+  if (patient_id > 0) query += fmt::format(" WHERE pat_id = {}", patient_id);
   return query;
 }
 

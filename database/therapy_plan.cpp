@@ -1,5 +1,7 @@
 #include "database/therapy_plan.h"
 
+#include <fmt/core.h>
+
 #include <algorithm>
 
 #include "database/columns.h"
@@ -36,7 +38,7 @@ std::int32_t store_header(engine::Database& database, const TherapyPlan& plan) {
   std::int32_t id = plan.id;
   std::unique_ptr<engine::Recordset> row;
   if (id != 0) {
-    row = database.open_recordset("SELECT * FROM therapieplan WHERE id=" + std::to_string(id));
+    row = database.open_recordset(fmt::format("SELECT * FROM therapieplan WHERE id={}", id));
     row->move_last();
     row->edit();
   } else {
@@ -73,7 +75,7 @@ std::size_t store_items(const Environment& environment, support::Procedure& proc
 }
 
 std::string header_query(std::optional<std::int32_t> id) {
-  return id ? "SELECT * FROM therapieplan WHERE id=" + std::to_string(*id)
+  return id ? fmt::format("SELECT * FROM therapieplan WHERE id={}", *id)
             : "SELECT * FROM therapieplan ORDER BY vdate DESC";
 }
 
@@ -108,7 +110,7 @@ bool db_SaveTherapyPlan(const Environment& environment, const Target& target, Th
     const auto details = database.open_recordset("therapieplan_details");
     if (!details->updatable())
       throw support::RuntimeError(support::error_number::read_only, "the plan's items cannot be changed");
-    database.execute("DELETE * FROM therapieplan_details WHERE lID=" + std::to_string(id));
+    database.execute(fmt::format("DELETE * FROM therapieplan_details WHERE lID={}", id));
     failed_items = store_items(environment, procedure, *details, plan.items, id);
     details->close();
     transaction.commit();
@@ -131,7 +133,7 @@ bool db_GetTherapyPlan(const Environment& environment, const Target& target, std
   if (!header || !procedure.step([&] { found.id = engine::to_int32(header->value("id")); })) return false;
   read_columns<TherapyPlan>(procedure, *header, header_columns, found);
   const auto details =
-      try_open_row(procedure, opened, "select * from therapieplan_details where lid=" + std::to_string(found.id));
+      try_open_row(procedure, opened, fmt::format("select * from therapieplan_details where lid={}", found.id));
   for (bool more = details != nullptr; more; more = next_row(procedure, *details)) {
     read_columns<PlanItem>(procedure, *details, item_columns, found.items.emplace_back());
   }

@@ -227,6 +227,7 @@ Section "-rest"
   File "${STAGE}/texts/de.ini"
   File "${STAGE}/texts/en.ini"
   SetOutPath "$INSTDIR\${LICENCES}"
+  File "${STAGE}/${LICENCES}/fmt.txt"
   File "${STAGE}/${LICENCES}/gcc-runtime.txt"
   File "${STAGE}/${LICENCES}/mingw-w64.txt"
   File "${STAGE}/${LICENCES}/sqlite.txt"
@@ -394,6 +395,7 @@ Section "Uninstall"
   !insertmacro Remove texts\de.ini
   !insertmacro Remove texts\en.ini
   RMDir "$INSTDIR\texts"
+  !insertmacro Remove ${LICENCES}\fmt.txt
   !insertmacro Remove ${LICENCES}\gcc-runtime.txt
   !insertmacro Remove ${LICENCES}\mingw-w64.txt
   !insertmacro Remove ${LICENCES}\sqlite.txt

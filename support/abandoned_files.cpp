@@ -1,8 +1,8 @@
 #include "support/abandoned_files.h"
 
-#include <array>
+#include <fmt/core.h>
+
 #include <chrono>
-#include <cstdio>
 #include <random>
 #include <vector>
 
@@ -82,9 +82,7 @@ std::vector<fs::path> working_entries(const std::string& host_path, std::string_
 }  // namespace
 
 std::string working_path(std::string_view path, std::string_view mark) {
-  std::array<char, 9> token{};
-  std::snprintf(token.data(), token.size(), "%08x", std::random_device{}());
-  return std::string(path).append(mark).append(token.data());
+  return fmt::format("{}{}{:08x}", path, mark, std::random_device{}());
 }
 
 void remove_abandoned_files(const std::string& host_path, std::string_view mark) {

@@ -1,5 +1,7 @@
 #include "support/error_journal.h"
 
+#include <fmt/core.h>
+
 #include <algorithm>
 #include <array>
 #include <fstream>
@@ -88,8 +90,7 @@ ErrorJournal::ErrorJournal(std::string host_path, JournalProgram program, Clock 
 
 void ErrorJournal::write(std::string_view label, const RuntimeError& error) const noexcept {
   try {
-    append(stamp(clock_()) + " " + std::string(label) + " " + std::to_string(error.number()) + " " +
-           journal_text(error.what()) + "\r\n");
+    append(fmt::format("{} {} {} {}\r\n", stamp(clock_()), label, error.number(), journal_text(error.what())));
   } catch (...) {
     // The statement that was passed over is all that may be missing.
   }

@@ -1,5 +1,7 @@
 #include "support/hive_document.h"
 
+#include <fmt/core.h>
+
 #include <algorithm>
 
 #include "support/encoding.h"
@@ -93,7 +95,7 @@ class HiveDocument::Reader {
 
   [[noreturn]] void fail(const std::string& what) const {
     throw RuntimeError(invalid_file_format,
-                       file_name_ + ", line " + std::to_string(std::max<std::size_t>(line_number_, 1)) + ": " + what);
+                       fmt::format("{}, line {}: {}", file_name_, std::max<std::size_t>(line_number_, 1), what));
   }
 
   void read_comment() {

@@ -1,5 +1,7 @@
 #include "support/user_locale.h"
 
+#include <fmt/core.h>
+
 #include <algorithm>
 #include <array>
 #include <charconv>
@@ -164,12 +166,6 @@ std::string scaled_digits(double size, int decimals) {
   return digits;
 }
 
-std::string padded(int number, std::size_t width) {
-  std::string text = std::to_string(number);
-  if (text.size() < width) text.insert(0, width - text.size(), '0');
-  return text;
-}
-
 std::string date_field(std::chrono::sys_days day, char letter, std::size_t width) {
   const LocaleNames& names = user_locale().names;
   const std::chrono::year_month_day date{day};
@@ -179,10 +175,10 @@ std::string date_field(std::chrono::sys_days day, char letter, std::size_t width
   }
   if (letter == 'M' && width > 2) return (width == 3 ? names.short_months : names.months)[month - 1];
   if (letter == 'd' || letter == 'M') {
-    return padded(static_cast<int>(letter == 'd' ? static_cast<unsigned>(date.day()) : month), width);
+    return fmt::format("{:0{}}", letter == 'd' ? static_cast<unsigned>(date.day()) : month, width);
   }
   const auto year = static_cast<int>(date.year());
-  return width > 2 ? padded(year, 4) : padded(year % 100, 2);
+  return width > 2 ? fmt::format("{:04}", year) : fmt::format("{:02}", year % 100);
 }
 
 std::string date_by_picture(std::chrono::sys_days day, std::string_view picture) {

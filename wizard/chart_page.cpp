@@ -1,5 +1,7 @@
 #include "wizard/chart_page.h"
 
+#include <fmt/core.h>
+
 #include <algorithm>
 
 #include "support/encoding.h"
@@ -123,7 +125,7 @@ std::vector<const form::Control*> ChartPage::chosen() const {
 
 void ChartPage::show_count() {
   const int count = std::min(static_cast<int>(chosen().size()), limit_);
-  context_.form.at("lblPics").set_caption(std::to_string(count) + "/" + std::to_string(limit_));
+  context_.form.at("lblPics").set_caption(fmt::format("{}/{}", count, limit_));
 }
 
 void ChartPage::describe(int index) {

@@ -1,4 +1,6 @@
 // Page "Eingabe": how the diary's entries are made by default.
+#include <fmt/core.h>
+
 #include <algorithm>
 
 #include "wizard/page_grid.h"
@@ -37,7 +39,7 @@ constexpr PagePicture entry_pictures[] = {{"imgDataEntry", 0, "entry0"}};
 
 void show_entry(Context& context, Pages&) {
   const int chosen = std::max(chosen_option(context.form, "optDataEntry"), 0);
-  context.form.at("imgDataEntry").set_picture("entry" + std::to_string(chosen));
+  context.form.at("imgDataEntry").set_picture(fmt::format("entry{}", chosen));
 }
 void choose_entry(Context& context, Pages& pages, int) { show_entry(context, pages); }
 

@@ -1,5 +1,7 @@
 #include "wizard/finish_writer.h"
 
+#include <fmt/core.h>
+
 #include <algorithm>
 
 #include "support/encoding.h"
@@ -19,7 +21,7 @@ struct Reason {
 };
 
 Reason reason_of(const support::RuntimeError& error) {
-  return {"error " + std::to_string(error.number()) + ": " + error.what(), error.number()};
+  return {fmt::format("error {}: {}", error.number(), error.what()), error.number()};
 }
 
 Reason reason_of(const support::Outcome& outcome, std::string_view otherwise) {

@@ -1,5 +1,7 @@
 #include "wizard/form_layout.h"
 
+#include <fmt/core.h>
+
 #include <string>
 
 #include "wizard/page_grid.h"
@@ -34,8 +36,7 @@ void add_rows(form::Form& form, std::span<const form::ControlRow> rows) {
 void set_pictures(form::Form& form, const Page& page) {
   for (const PagePicture& row : page.pictures) {
     if (row.count == 0) form.at(row.control).set_picture(row.resource);
-    for (int n = 0; n < row.count; ++n)
-      form.at(row.control, n).set_picture(std::string(row.resource) + std::to_string(n));
+    for (int n = 0; n < row.count; ++n) form.at(row.control, n).set_picture(fmt::format("{}{}", row.resource, n));
   }
 }
 

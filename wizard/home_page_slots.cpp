@@ -1,5 +1,7 @@
 #include "wizard/home_page_slots.h"
 
+#include <fmt/core.h>
+
 #include <algorithm>
 #include <vector>
 
@@ -23,7 +25,7 @@ std::string home_page_section(const Context& context, std::string_view file) {
   return context.ini_value(file, "setup", "homepage");
 }
 
-std::string slot_entry(int slot) { return "CHART" + std::to_string(slot); }
+std::string slot_entry(int slot) { return fmt::format("CHART{}", slot); }
 
 std::string chart_in_slot(std::string_view slot) {
   const auto fields = fields_of(slot);

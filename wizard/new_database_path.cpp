@@ -1,5 +1,7 @@
 #include "wizard/new_database_path.h"
 
+#include <fmt/core.h>
+
 #include <algorithm>
 #include <string_view>
 
@@ -38,7 +40,7 @@ std::string new_database_path(const Context& context, const database::PatientRec
   // The numbered names have no stem, no extension and no folder ("_1."): the diary knows them so.
   for (int number = 1; files.file_size(path); ++number) {
     if (number > last_number) return {};
-    path = "_" + std::to_string(number) + ".";
+    path = fmt::format("_{}.", number);
   }
   return path;
 }

@@ -1,4 +1,6 @@
 // Page "start": what the diary shows when it is started.
+#include <fmt/core.h>
+
 #include <algorithm>
 
 #include "wizard/animation.h"
@@ -35,7 +37,7 @@ constexpr PagePicture start_pictures[] = {{"imgStart", 0, "start0"}, {"imgStartM
 
 void show_start_view(Context& context, Pages&) {
   const int chosen = std::max(chosen_option(context.form, "optShowStart"), 0);
-  context.form.at("imgStart").set_picture("start" + std::to_string(chosen));
+  context.form.at("imgStart").set_picture(fmt::format("start{}", chosen));
 }
 void choose_start_view(Context& context, Pages& pages, int) { show_start_view(context, pages); }
 

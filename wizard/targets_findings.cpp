@@ -1,5 +1,7 @@
 #include "wizard/targets_findings.h"
 
+#include <fmt/core.h>
+
 #include "support/measured_value.h"
 #include "support/text.h"
 #include "support/user_locale.h"
@@ -40,7 +42,7 @@ Target target_at(const Context& context, const Choices& choices, std::size_t fie
 
 void add(Findings& findings, const Target& target, Severity severity, long text, std::vector<std::string> values) {
   findings.push_back({.severity = severity,
-                      .control = "txtvorgabe(" + std::to_string(target.field) + ")",
+                      .control = fmt::format("txtvorgabe({})", target.field),
                       .text = text,
                       .values = std::move(values)});
 }

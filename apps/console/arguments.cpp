@@ -1,5 +1,7 @@
 #include "apps/console/arguments.h"
 
+#include <fmt/core.h>
+
 #include <algorithm>
 
 #include "support/encoding.h"
@@ -26,7 +28,7 @@ Arguments::Arguments(std::span<const Option> options, std::span<const std::strin
   bool options_ended = false;
   for (std::size_t i = 0; i < words.size(); ++i) {
     const std::string& word = words[i];
-    if (!support::is_utf8(word)) throw UsageError("Argument " + std::to_string(i + 1) + " is not UTF-8.");
+    if (!support::is_utf8(word)) throw UsageError(fmt::format("Argument {} is not UTF-8.", i + 1));
     if (options_ended || word.size() < 2 || !word.starts_with('-')) {
       operands_.push_back(word);
       continue;
@@ -63,8 +65,7 @@ std::int32_t Arguments::number(std::string_view option, std::int32_t fallback, s
   if (!text) return fallback;
   const auto number = support::parse_whole<std::int32_t>(*text);
   if (!number || *number < least || *number > most) {
-    throw UsageError(std::string(option) + " takes a whole number from " + std::to_string(least) + " to " +
-                     std::to_string(most) + ", not \"" + *text + "\".");
+    throw UsageError(fmt::format("{} takes a whole number from {} to {}, not \"{}\".", option, least, most, *text));
   }
   return *number;
 }

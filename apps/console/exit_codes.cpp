@@ -1,5 +1,7 @@
 #include "apps/console/exit_codes.h"
 
+#include <fmt/core.h>
+
 #include "database/version_record.h"
 
 namespace console {
@@ -7,15 +9,15 @@ namespace console {
 std::string exit_codes_text(const ExitCode& own) {
   std::string text = "Exit codes: ";
   for (const ExitCode& row : common_exit_codes) {
-    text.append(std::to_string(row.code)).append(" ").append(row.meaning).append(";\n  ");
+    text += fmt::format("{} {};\n  ", row.code, row.meaning);
   }
-  return text.append(std::to_string(own.code)).append(" ").append(own.meaning).append(".\n");
+  return text += fmt::format("{} {}.\n", own.code, own.meaning);
 }
 
 std::string version_text(std::string_view program) {
   const std::string version = FIRSTSTEPS_VERSION;
-  return std::string(program) + " " + version + ", layout " + std::to_string(database::current_major_version) + "." +
-         std::to_string(database::current_minor_version) + "\n";
+  return fmt::format("{} {}, layout {}.{}\n", program, version, database::current_major_version,
+                     database::current_minor_version);
 }
 
 }  // namespace console

@@ -1,5 +1,7 @@
 #include "apps/console/progress_line.h"
 
+#include <fmt/core.h>
+
 #include <algorithm>
 
 #include "apps/console/text_table.h"
@@ -28,9 +30,8 @@ std::string shortened(const std::string& text, std::size_t longest) {
 
 std::string duration_text(std::chrono::seconds duration) {
   const auto hours = duration.count() / 3600, minutes = duration.count() / 60 % 60, seconds = duration.count() % 60;
-  const auto two_digits = [](auto number) { return (number < 10 ? "0" : "") + std::to_string(number); };
-  if (hours == 0) return std::to_string(minutes) + ":" + two_digits(seconds);
-  return std::to_string(hours) + ":" + two_digits(minutes) + ":" + two_digits(seconds);
+  if (hours == 0) return fmt::format("{}:{:02}", minutes, seconds);
+  return fmt::format("{}:{:02}:{:02}", hours, minutes, seconds);
 }
 
 ProgressLine::ProgressLine(Console& console, const Interrupt* interrupt)
@@ -80,8 +81,7 @@ void ProgressLine::set_value(std::int32_t value) {
   if (!console_.err_is_terminal) return;
   const Clock::time_point now = Clock::now();
   if (!is_due(now)) return;
-  const std::string count =
-      " " + std::to_string(value) + (maximum_ > 0 ? "/" + std::to_string(maximum_) : std::string());
+  const std::string count = maximum_ > 0 ? fmt::format(" {}/{}", value, maximum_) : fmt::format(" {}", value);
   const double share = maximum_ > 0 ? static_cast<double>(value) / maximum_ : 0;
   show(share, caption_, count + time_left(value, now), now);
 }
@@ -92,7 +92,7 @@ void ProgressLine::upgrade_step(std::int16_t version, std::string_view table) {
   const Clock::time_point now = Clock::now();
   if (!is_due(now)) return;
   const double share = static_cast<double>(version) / database::current_minor_version;
-  show(share, "4." + std::to_string(version) + " " + std::string(table), "", now);
+  show(share, fmt::format("4.{} {}", version, table), "", now);
 }
 
 }  // namespace console

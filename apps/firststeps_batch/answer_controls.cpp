@@ -1,5 +1,7 @@
 #include "apps/firststeps_batch/answer_controls.h"
 
+#include <fmt/core.h>
+
 #include <algorithm>
 
 #include "apps/console/console.h"
@@ -18,8 +20,8 @@ constexpr std::string_view page_container = "contstep", folder_button = "cmdPath
 
 [[noreturn]] void fail(const Answers& answers, const PageAnswers& page, const Answer& answer,
                        const std::string& problem) {
-  throw console::InputError(answers.file + ", line " + std::to_string(answer.line) + ": [" + page.page + "] " +
-                            answer.key() + ": " + problem);
+  throw console::InputError(
+      fmt::format("{}, line {}: [{}] {}: {}", answers.file, answer.line, page.page, answer.key(), problem));
 }
 
 const Control* find_page(const form::Form& form, std::string_view name) {
@@ -99,7 +101,7 @@ class Hand {
  private:
   std::string type(Control& control, const std::string& value) {
     const auto limit = static_cast<std::size_t>(std::max(control.maximum(), 0));
-    if (support::character_count(value) > limit) return "at most " + std::to_string(limit) + " characters";
+    if (support::character_count(value) > limit) return fmt::format("at most {} characters", limit);
     control.set_text(value);
     assistant_.change(control.name(), control.index());
     return {};
@@ -123,7 +125,7 @@ class Hand {
   static std::string entries_text(const Control& control) {
     std::string text;
     for (const form::ListItem& item : control.items()) {
-      text += (text.empty() ? "; it has " : ", ") + std::to_string(item.item_data) + " (" + item.text + ")";
+      text += fmt::format("{}{} ({})", text.empty() ? "; it has " : ", ", item.item_data, item.text);
     }
     return text;
   }
@@ -189,8 +191,7 @@ void check_names(const form::Form& form, const Answers& answers) {
   for (const PageAnswers& page : answers.pages) {
     const Control* container = find_page(form, page.page);
     if (container == nullptr) {
-      throw console::InputError(answers.file + ", line " + std::to_string(page.line) + ": there is no page [" +
-                                page.page + "]");
+      throw console::InputError(fmt::format("{}, line {}: there is no page [{}]", answers.file, page.line, page.page));
     }
     for (const Answer& answer : page.answers) {
       const std::string problem = name_problem(find_on_page(form, container, answer), answer);

@@ -1,5 +1,7 @@
 #include "apps/firststeps_batch/answers.h"
 
+#include <fmt/core.h>
+
 #include <algorithm>
 #include <optional>
 
@@ -84,7 +86,7 @@ class Parser {
   }
 
   [[noreturn]] void fail(const std::string& problem) const {
-    throw console::InputError(result_.file + ", line " + std::to_string(line_) + ": " + problem);
+    throw console::InputError(fmt::format("{}, line {}: {}", result_.file, line_, problem));
   }
 
   Answers result_;

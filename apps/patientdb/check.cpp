@@ -1,5 +1,7 @@
 #include "database/keeping/check.h"
 
+#include <fmt/core.h>
+
 #include <algorithm>
 #include <cstdint>
 
@@ -33,7 +35,7 @@ constexpr console::Option check_options[] = {json_option, password_file_option, 
 std::string sentence(const Finding& finding) {
   std::string text = finding.check + ": ";
   if (!finding.table.empty()) text += finding.table + (finding.field.empty() ? "" : "." + finding.field) + ": ";
-  if (finding.rows > 0) text += std::to_string(finding.rows) + (finding.rows == 1 ? " row: " : " rows: ");
+  if (finding.rows > 0) text += fmt::format("{}{}", finding.rows, finding.rows == 1 ? " row: " : " rows: ");
   return text + finding.text;
 }
 
@@ -43,7 +45,7 @@ void write_report_text(std::ostream& out, const std::string& file, const CheckRe
   out << file << ": " << (report.layout.empty() ? "" : "layout " + report.layout + ", ") << report.tables << " tables, "
       << report.rows << " rows, ";
   const std::size_t count = report.findings.size();
-  out << (count == 0 ? "nothing found" : std::to_string(count) + (count == 1 ? " finding" : " findings")) << '\n';
+  out << (count == 0 ? "nothing found" : fmt::format("{}{}", count, count == 1 ? " finding" : " findings")) << '\n';
 }
 
 void write_report_json(std::ostream& out, const std::string& file, const CheckReport& report) {

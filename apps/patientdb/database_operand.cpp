@@ -1,5 +1,7 @@
 #include "apps/patientdb/database_operand.h"
 
+#include <fmt/core.h>
+
 #include "apps/console/input_file.h"
 #include "apps/patientdb/command.h"
 #include "apps/patientdb/engine_option.h"
@@ -34,8 +36,8 @@ std::string password_from_file(const std::string& host_path) {
 void check_new_password(std::string_view word) {
   const std::size_t size = support::character_count(word);
   if (size == 0 || (size >= database::shortest_password && size <= database::longest_password)) return;
-  throw console::UsageError("A password has " + std::to_string(database::shortest_password) + " to " +
-                            std::to_string(database::longest_password) + " characters.");
+  throw console::UsageError(
+      fmt::format("A password has {} to {} characters.", database::shortest_password, database::longest_password));
 }
 
 std::string password(const console::Arguments& arguments, const console::Console& console) {

@@ -1,5 +1,7 @@
 #include "apps/patientdb/engine_option.h"
 
+#include <fmt/core.h>
+
 #include <algorithm>
 #include <iterator>
 
@@ -47,8 +49,8 @@ void choose_maker(const console::Arguments& arguments, database::Environment& en
   const std::string name = arguments.value(engine_option.name).value_or("auto");
   if (name == "automation") {
     if (support::character_count(environment.password) > longest_for_automation)
-      throw console::UsageError("The Jet engine takes passwords of at most " + std::to_string(longest_for_automation) +
-                                " characters.");
+      throw console::UsageError(
+          fmt::format("The Jet engine takes passwords of at most {} characters.", longest_for_automation));
     err << "The Jet engine does not encrypt the file: this password keeps accidents out, not people.\n";
   } else if (name == "auto") {
     environment.open_engine = engine::open_embedded_engine;

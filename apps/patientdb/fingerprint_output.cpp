@@ -1,7 +1,6 @@
 #include "apps/patientdb/fingerprint_output.h"
 
-#include <cinttypes>
-#include <cstdio>
+#include <fmt/core.h>
 
 #include "database/keeping/same_content.h"
 
@@ -14,10 +13,8 @@ void write_sum(std::ostream& out, const std::vector<database::keeping::TableFing
 void write_tables(support::JsonWriter& json, const std::vector<database::keeping::TableFingerprint>& tables) {
   json.begin_array();
   for (const database::keeping::TableFingerprint& table : tables) {
-    char checksum[17];
-    std::snprintf(checksum, sizeof checksum, "%016" PRIx64, table.checksum);
     json.begin_object().key("table").text(table.table).key("rows").integer(table.rows);
-    json.key("checksum").text(checksum).end_object();
+    json.key("checksum").text(fmt::format("{:016x}", table.checksum)).end_object();
   }
   json.end_array();
 }

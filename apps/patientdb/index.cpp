@@ -1,3 +1,5 @@
+#include <fmt/core.h>
+
 #include <algorithm>
 #include <array>
 
@@ -75,17 +77,16 @@ void require_room(engine::TableDef& table, std::string_view field, const std::st
   const auto size = static_cast<std::size_t>(table.fields().item(field)->size());
   if (support::character_count(text) <= size) return;
   throw support::RuntimeError(support::error_number::field_too_small,
-                              std::string(field) + " takes at most " + std::to_string(size) + " characters.");
+                              fmt::format("{} takes at most {} characters.", field, size));
 }
 
 /// What is wrong with the row is told before it, the devices or a patient's file are touched.
 void check_row(const Call& call, const database::PatientRecord& patient, bool may_add) {
   const OpenDatabase open = open_database(call.arguments, call.console, Access::ReadWrite);
-  const auto row =
-      open.database->open_forward_only("SELECT id FROM index WHERE id=" + std::to_string(patient.index_id));
+  const auto row = open.database->open_forward_only(fmt::format("SELECT id FROM index WHERE id={}", patient.index_id));
   if (row->eof() && !may_add) {
     throw support::RuntimeError(support::error_number::no_current_record,
-                                "The index has no patient " + std::to_string(patient.index_id) + ".");
+                                fmt::format("The index has no patient {}.", patient.index_id));
   }
   const auto table = open.database->table_defs().item("index");
   require_room(*table, "Name", patient.name);

@@ -1,3 +1,5 @@
+#include <fmt/core.h>
+
 #include <algorithm>
 
 #include "apps/console/input_file.h"
@@ -107,8 +109,8 @@ void run_script(engine::Database& database, Runner& runner, const std::vector<Sc
     try {
       runner.run(statements[i].text);
     } catch (const support::RuntimeError& error) {
-      throw support::RuntimeError(error.number(), std::string(error.what()) + " (" + script + ", line " +
-                                                      std::to_string(statements[i].line) + "; nothing was changed)");
+      throw support::RuntimeError(error.number(), fmt::format("{} ({}, line {}; nothing was changed)", error.what(),
+                                                              script, statements[i].line));
     }
   }
   transaction.commit();

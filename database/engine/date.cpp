@@ -1,8 +1,9 @@
 #include "database/engine/date.h"
 
+#include <fmt/core.h>
+
 #include <chrono>
 #include <cmath>
-#include <cstdio>
 
 #include "database/engine/engine_error.h"
 
@@ -63,10 +64,8 @@ CalendarTime calendar_time(Date date) {
 
 std::string iso_text(Date date) {
   const CalendarTime time = calendar_time(date);
-  char text[64];
-  std::snprintf(text, sizeof text, "%04d-%02d-%02d %02d:%02d:%02d", time.year, time.month, time.day, time.hour,
-                time.minute, time.second);
-  return text;
+  return fmt::format("{:04}-{:02}-{:02} {:02}:{:02}:{:02}", time.year, time.month, time.day, time.hour, time.minute,
+                     time.second);
 }
 
 }  // namespace engine

@@ -1,5 +1,7 @@
 #include "database/engine/date_text.h"
 
+#include <fmt/core.h>
+
 #include <algorithm>
 #include <array>
 #include <utility>
@@ -221,11 +223,7 @@ std::string user_order() {
   return order.size() == 3 ? order : "dmy";
 }
 
-std::string two_digits(int value, std::size_t width) {
-  std::string text = std::to_string(value);
-  if (text.size() < width) text.insert(0, "0");
-  return text;
-}
+std::string two_digits(int value, std::size_t width) { return fmt::format("{:0{}}", value, width); }
 
 /// "AM" and "PM" also where the locale has no words for them: hours of a clock alone would be ambiguous.
 std::string half_text(const CalendarTime& time, std::size_t width) {

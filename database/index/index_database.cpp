@@ -1,5 +1,7 @@
 #include "database/index/index_database.h"
 
+#include <fmt/core.h>
+
 #include <algorithm>
 #include <memory>
 #include <utility>
@@ -8,7 +10,6 @@
 #include "database/availability.h"
 #include "database/columns.h"
 #include "database/file_failure.h"
-#include "database/formatted.h"
 #include "database/open_database.h"
 #include "database/opened_target.h"
 #include "database/upgrade/ladder.h"
@@ -36,7 +37,7 @@ bool keeps_devices(std::int16_t action) { return action < index_action::remove |
 using RowValues = std::vector<std::pair<std::string_view, engine::Value>>;
 
 std::unique_ptr<engine::Recordset> row_of(engine::Database& index, std::int32_t number) {
-  return index.open_recordset("SELECT * FROM index WHERE id=" + std::to_string(number));
+  return index.open_recordset(fmt::format("SELECT * FROM index WHERE id={}", number));
 }
 
 /// A new row. A number whose patient file is there is passed over: the row would be taken for that patient's.
@@ -49,7 +50,7 @@ std::unique_ptr<engine::Recordset> new_row(const Environment& environment, engin
   rows->cancel_update();
   do ++id;
   while (!patient_file(environment, path, id).empty() || !row_of(index, id)->eof());
-  index.execute("INSERT INTO index (id) VALUES (" + std::to_string(id) + ")");
+  index.execute(fmt::format("INSERT INTO index (id) VALUES ({})", id));
   auto row = row_of(index, id);
   row->edit();
   return row;
@@ -278,7 +279,7 @@ std::int32_t db_ProcessIndex(const Environment& environment, const Target& index
       } else if (refreshes(action)) {
         id = refresh_row(environment, procedure, database, patient, patient_database, told);
       } else if (action == index_action::remove) {
-        database.execute("DELETE * FROM index WHERE id=" + std::to_string(patient.index_id));
+        database.execute(fmt::format("DELETE * FROM index WHERE id={}", patient.index_id));
       }
     });
     if (!done) told.failure = procedure.error();
@@ -288,7 +289,7 @@ std::int32_t db_ProcessIndex(const Environment& environment, const Target& index
 }
 
 std::string patient_file(const Environment& environment, std::string_view index_path, std::int32_t patient_id) {
-  const std::string file = formatted("db4_%06d.das", patient_id);
+  const std::string file = fmt::format("db4_{:06}.das", patient_id);
   for (const std::string& folder : {support::ExtractFromPath(index_path, 1), environment.data_folder}) {
     std::string path = in_folder(folder, file);
     if (support::file_test(environment.file_system(), path)) return path;

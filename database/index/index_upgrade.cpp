@@ -1,3 +1,5 @@
+#include <fmt/core.h>
+
 #include <optional>
 #include <vector>
 
@@ -129,7 +131,7 @@ class PatientWalk {
 
 void tell_percentage(const IndexUpgradeWatch& watch, std::string_view caption, std::size_t done, std::size_t all) {
   const std::size_t percentage = done * 100 / all;
-  if (watch.status) watch.status(std::string(caption) + std::to_string(percentage) + "%");
+  if (watch.status) watch.status(fmt::format("{}{}%", caption, percentage));
   if (watch.percentage) watch.percentage(static_cast<std::int32_t>(percentage));
 }
 
@@ -169,7 +171,7 @@ void PatientWalk::refresh(std::int32_t id) {
     return;
   }
   ++upgrade_.refreshed;
-  index_.execute("DELETE * FROM " + std::string(pending_table) + " WHERE id=" + std::to_string(id));
+  index_.execute(fmt::format("DELETE * FROM {} WHERE id={}", pending_table, id));
 }
 
 void remove_rows_without_file(const Environment& environment, engine::Database& index, std::string_view index_path,
@@ -180,7 +182,7 @@ void remove_rows_without_file(const Environment& environment, engine::Database& 
     tell_percentage(watch, "Bereinige Datenbank...", i + 1, ids.size());
     support::YieldToInput();
     if (!patient_file(environment, index_path, ids[i]).empty()) continue;
-    missing += (missing.empty() ? "" : ",") + std::to_string(ids[i]);
+    missing += fmt::format("{}{}", missing.empty() ? "" : ",", ids[i]);
     ++upgrade.removed;
   }
   if (!missing.empty()) index.execute("DELETE * FROM INDEX WHERE id IN (" + missing + ")");

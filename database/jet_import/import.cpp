@@ -1,5 +1,7 @@
 #include "database/jet_import/import.h"
 
+#include <fmt/core.h>
+
 #include <algorithm>
 #include <utility>
 
@@ -78,7 +80,7 @@ class Import {
       create_table(table);
       negative_zeros_ = 0;
       const std::int64_t rows = copy_rows(position);
-      if (negative_zeros_ > 0) note(table.name + ": " + std::to_string(negative_zeros_) + " times -0, held as 0");
+      if (negative_zeros_ > 0) note(fmt::format("{}: {} times -0, held as 0", table.name, negative_zeros_));
       set_properties(table);
       check_rows(table, rows);
       report_.tables.push_back({table.name, rows});
@@ -192,9 +194,9 @@ class Import {
     const auto written = static_cast<std::int64_t>(engine::to_double(counted->value(0)));
     const std::int64_t announced = table.row_count.value_or(read);
     if (read == announced && written == read) return;
-    throw support::RuntimeError(support::error_number::unknown_format,
-                                "the file announces " + std::to_string(announced) + " rows, " + std::to_string(read) +
-                                    " could be read and " + std::to_string(written) + " were written");
+    throw support::RuntimeError(
+        support::error_number::unknown_format,
+        fmt::format("the file announces {} rows, {} could be read and {} were written", announced, read, written));
   }
 
   database::Progress* progress_;

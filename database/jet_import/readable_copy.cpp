@@ -1,5 +1,7 @@
 #include "database/jet_import/readable_copy.h"
 
+#include <fmt/core.h>
+
 #include <filesystem>
 #include <random>
 #include <string>
@@ -27,7 +29,7 @@ std::string temporary_path(const support::FileSystem& files) {
   const std::u8string folder = std::filesystem::temp_directory_path().u8string();
   std::string path = files.windows_path(std::string(folder.begin(), folder.end()));
   if (!path.ends_with('\\')) path += '\\';
-  return path + "lookup" + std::to_string(std::random_device{}()) + ".mdb";
+  return fmt::format("{}lookup{}.mdb", path, std::random_device{}());
 }
 
 std::unique_ptr<Source> open(const database::Environment& environment, std::string_view path) {

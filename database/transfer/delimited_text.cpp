@@ -1,5 +1,7 @@
 #include "database/transfer/delimited_text.h"
 
+#include <fmt/core.h>
+
 #include <optional>
 #include <utility>
 
@@ -51,7 +53,7 @@ DelimitedFile::DelimitedFile(const std::string& host_path, TextEncoding encoding
 
 void DelimitedFile::refuse(std::string_view reason) const {
   throw support::RuntimeError(support::error_number::unknown_format,
-                              name_ + ", row " + std::to_string(row_number_) + ": " + std::string(reason));
+                              fmt::format("{}, row {}: {}", name_, row_number_, reason));
 }
 
 bool DelimitedFile::fill() {

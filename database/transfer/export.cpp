@@ -1,5 +1,7 @@
 #include "database/transfer/export.h"
 
+#include <fmt/core.h>
+
 #include <algorithm>
 #include <cmath>
 #include <utility>
@@ -83,8 +85,8 @@ class Export {
     stored.rows = write_rows(position);
     writer_.end_table();
     if (table.row_count && *table.row_count != stored.rows) {
-      throw support::RuntimeError(unknown_format, table.name + ": " + std::to_string(stored.rows) + " of " +
-                                                      std::to_string(*table.row_count) + " rows could be read");
+      throw support::RuntimeError(
+          unknown_format, fmt::format("{}: {} of {} rows could be read", table.name, stored.rows, *table.row_count));
     }
     add_layout(layout_, stored);
     report_.tables.push_back({table.name, stored.file, stored.rows});
@@ -106,8 +108,7 @@ class Export {
       try {
         writer_.add_row(values);
       } catch (const support::RuntimeError& error) {
-        throw support::RuntimeError(error.number(),
-                                    table.name + ", row " + std::to_string(count) + ": " + error.what());
+        throw support::RuntimeError(error.number(), fmt::format("{}, row {}: {}", table.name, count, error.what()));
       }
       if (progress_) progress_->set_value(database::progress_value(done_ + count));
     }
@@ -121,7 +122,7 @@ class Export {
     const bool writable = number ? !std::isnan(*number) || holds_any_double() : !text || is_writable(*text);
     if (engine::is_negative_zero(value)) ++negative_zeros_;
     if (writable) return;
-    const std::string place = table.name + "." + table.fields[field].name + ", row " + std::to_string(row) + ": ";
+    const std::string place = fmt::format("{}.{}, row {}: ", table.name, table.fields[field].name, row);
     if (number)
       throw support::RuntimeError(cannot_convert, place + "what is no number (NaN) has no place in this form");
     if (!support::is_utf8(*text)) throw support::RuntimeError(unknown_format, place + "a text is not UTF-8");
@@ -135,7 +136,7 @@ class Export {
   void note_negative_zeros(const std::string& table) {
     const std::int64_t count = std::exchange(negative_zeros_, 0);
     if (count == 0 || choices_.format != Format::Sqlite) return;
-    report_.notes.push_back(table + ": " + std::to_string(count) + " times -0, which this form holds as 0");
+    report_.notes.push_back(fmt::format("{}: {} times -0, which this form holds as 0", table, count));
   }
 
   bool is_writable(const std::string& text) const {

@@ -1,5 +1,7 @@
 #include "database/transfer/sql_words.h"
 
+#include <fmt/core.h>
+
 #include "database/transfer/transfer_error.h"
 
 namespace transfer {
@@ -18,7 +20,7 @@ std::string declaration(const jet_import::SourceField& field) {
     case engine::DataType::Double:
       return "DOUBLE PRECISION";
     case engine::DataType::Text:
-      return "VARCHAR(" + std::to_string(field.size) + ")";
+      return fmt::format("VARCHAR({})", field.size);
     default:
       // A date, too: other programs mean different things by a type of that name.
       return "TEXT";

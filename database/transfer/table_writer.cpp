@@ -1,5 +1,7 @@
 #include "database/transfer/table_writer.h"
 
+#include <fmt/core.h>
+
 #include <algorithm>
 
 #include "database/engine/engine_error.h"
@@ -32,7 +34,7 @@ std::string safe_name(const std::string& table) {
 std::string FileNames::next(const std::string& table) {
   const std::string name = safe_name(table);
   for (int number = 1;; ++number) {
-    std::string file = name + (number > 1 ? "-" + std::to_string(number) : "") + ending_;
+    std::string file = name + (number > 1 ? fmt::format("-{}", number) : "") + ending_;
     const std::string folded = support::to_lower(file);
     if (std::ranges::find(taken_, folded) != taken_.end()) continue;
     taken_.push_back(folded);

@@ -1,10 +1,11 @@
 #include "database/transfer/value_text.h"
 
+#include <fmt/core.h>
+
 #include <array>
 #include <bit>
 #include <charconv>
 #include <cmath>
-#include <cstdio>
 #include <optional>
 
 #include "database/engine/engine_error.h"
@@ -83,10 +84,9 @@ std::string with_fraction(double days, int digits) {
   const double day = std::trunc(days);
   const double of_day = std::abs(days - day) * static_cast<double>(engine::seconds_per_day);
   const int hour = static_cast<int>(of_day / 3600), minute = static_cast<int>(std::fmod(of_day, 3600) / 60);
-  std::array<char, 64> time;
-  std::snprintf(time.data(), time.size(), "T%02d:%02d:%0*.*f", hour, minute, digits + 3, digits,
-                of_day - hour * 3600.0 - minute * 60.0);
-  return engine::iso_text(engine::Date{day}).substr(0, 10) + time.data();
+  const double seconds = of_day - hour * 3600.0 - minute * 60.0;
+  return fmt::format("{:.10}T{:02}:{:02}:{:0{}.{}f}", engine::iso_text(engine::Date{day}), hour, minute, seconds,
+                     digits + 3, digits);
 }
 
 engine::Value date_of_text(std::string_view text) {

@@ -1,5 +1,7 @@
 #include "database/upgrade/file_upgrade.h"
 
+#include <fmt/core.h>
+
 #include <optional>
 #include <utility>
 
@@ -20,7 +22,7 @@ std::string save_copy_beside(engine::Database& database, std::string_view path, 
   const std::size_t stem = dot == std::string_view::npos || dot < name ? path.size() : dot;
   for (int number = 1;; ++number) {
     std::string copy{path.substr(0, stem)};
-    copy.append(".").append(layout).append(number > 1 ? "-" + std::to_string(number) : "").append(path.substr(stem));
+    copy.append(".").append(layout).append(number > 1 ? fmt::format("-{}", number) : "").append(path.substr(stem));
     try {
       database.save_copy(copy);
       return copy;
@@ -43,7 +45,7 @@ UpgradeFailure::UpgradeFailure(const support::RuntimeError& failure, std::string
     : RuntimeError(failure), copy_(std::move(copy)) {}
 
 std::string layout_text(const VersionRecord& record) {
-  return std::to_string(record.MajVersion) + "." + std::to_string(record.MinVersion);
+  return fmt::format("{}.{}", record.MajVersion, record.MinVersion);
 }
 
 FileUpgrade upgrade_opened(const Environment& environment, engine::Database& database, std::string_view path,

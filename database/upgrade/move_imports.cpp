@@ -1,4 +1,6 @@
 // Step 42: the import list under its new name, whose texts may not be empty.
+#include <fmt/core.h>
+
 #include <memory>
 #include <optional>
 #include <string>
@@ -78,7 +80,7 @@ void try_row(engine::Database& database, const engine::Recordset& row, const std
     target->set_value(field.name, value);
   }
   target->update();
-  database.execute("DELETE * FROM import WHERE id=" + std::to_string(number));
+  database.execute(fmt::format("DELETE * FROM import WHERE id={}", number));
 }
 
 /// Why the first row that is not there did not arrive; empty where nobody knows.

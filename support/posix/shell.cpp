@@ -1,6 +1,7 @@
 #include "support/shell.h"
 
 #include <fcntl.h>
+#include <fmt/core.h>
 #include <linux/magic.h>
 #include <spawn.h>
 #include <sys/stat.h>
@@ -9,7 +10,6 @@
 
 #include <array>
 #include <cerrno>
-#include <cstdio>
 #include <cstdlib>
 #include <ctime>
 
@@ -48,9 +48,7 @@ std::string percent_encoded(std::string_view path) {
       encoded += byte;
       continue;
     }
-    std::array<char, 4> text{};
-    std::snprintf(text.data(), text.size(), "%%%02X", static_cast<unsigned>(static_cast<unsigned char>(byte)));
-    encoded += text.data();
+    encoded += fmt::format("%{:02X}", static_cast<unsigned char>(byte));
   }
   return encoded;
 }
@@ -68,7 +66,7 @@ std::string local_time_text() {
 std::string reserve_trash_name(const std::string& trash, const std::string& name, const std::string& note) {
   constexpr int most_attempts = 10000;
   for (int attempt = 1; attempt <= most_attempts; ++attempt) {
-    std::string candidate = attempt == 1 ? name : name + "." + std::to_string(attempt);
+    std::string candidate = attempt == 1 ? name : fmt::format("{}.{}", name, attempt);
     if (host_file_exists(trash + "/files/" + candidate)) continue;
     const std::string path = trash + "/info/" + candidate + ".trashinfo";
     const Descriptor descriptor(open(path.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, 0600));

@@ -1,5 +1,6 @@
 #include "support/host_file.h"
 
+#include <fmt/core.h>
 #include <windows.h>
 // sddl.h needs windows.h before it.
 #include <sddl.h>
@@ -26,7 +27,7 @@ namespace {
 constexpr DWORD longest_wait = 5000;
 
 [[noreturn]] void fail(const std::string& path, DWORD reason) {
-  throw RuntimeError(error_number::path_file_access, "Cannot write " + path + ": error " + std::to_string(reason));
+  throw RuntimeError(error_number::path_file_access, fmt::format("Cannot write {}: error {}", path, reason));
 }
 
 bool is_read_only(const std::wstring& path) {

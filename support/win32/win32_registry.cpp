@@ -1,5 +1,6 @@
 #include "support/win32/win32_registry.h"
 
+#include <fmt/core.h>
 #include <windows.h>
 
 #include "support/encoding.h"
@@ -16,7 +17,7 @@ constexpr REGSAM writing_rights = 0x3F;
 
 [[noreturn]] void fail(std::string_view key, LSTATUS status) {
   throw RuntimeError(error_number::path_file_access,
-                     "Cannot write the registry key " + std::string(key) + ": error " + std::to_string(status));
+                     fmt::format("Cannot write the registry key {}: error {}", key, status));
 }
 
 HKEY root_handle(RootKey root) { return root == RootKey::CurrentUser ? HKEY_CURRENT_USER : HKEY_LOCAL_MACHINE; }

@@ -1,9 +1,10 @@
 #include "database/index/index_database.h"
 
+#include <fmt/core.h>
+
 #include <filesystem>
 
 #include "database/creation/create_database.h"
-#include "database/formatted.h"
 #include "support/user_locale.h"
 #include "tests/database/database_test.h"
 
@@ -172,7 +173,7 @@ class IndexOfOldPatients : public IndexTest {
     }
   }
   void add_patient(int id) {
-    patient_database("old\\" + formatted("db4_%06d.das", id));
+    patient_database("old\\" + fmt::format("db4_{:06}.das", id));
     execute(file(id), {"UPDATE db_info SET MinVersion=57"});
     execute(old, {"INSERT INTO index (id) VALUES (" + std::to_string(id) + ")"});
   }
@@ -181,7 +182,7 @@ class IndexOfOldPatients : public IndexTest {
       execute(file(id), {"INSERT INTO insulinpump (vdate, [type]) VALUES (#3/" + std::to_string(day) + "/2024#, 1)"});
     }
   }
-  std::string file(int id) const { return path("old\\" + formatted("db4_%06d.das", id)); }
+  std::string file(int id) const { return path("old\\" + fmt::format("db4_{:06}.das", id)); }
   static std::string host(const std::string& name) { return support::host_file_system().host_path(name); }
   std::string layouts() const {
     std::string all;

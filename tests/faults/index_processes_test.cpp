@@ -1,11 +1,11 @@
 // Eight processes at work on one index database: no row is lost, none waits too long, nobody sees half a change.
+#include <fmt/core.h>
 #include <unistd.h>
 
 #include <chrono>
 #include <filesystem>
 #include <iostream>
 
-#include "database/formatted.h"
 #include "database/index/index_database.h"
 #include "tests/database/database_test.h"
 #include "tests/faults/processes.h"
@@ -90,7 +90,7 @@ class KilledIndexUpgrade : public DatabaseTest {
       execute(index, {"INSERT INTO index (id) VALUES (" + std::to_string(id) + ")"});
     }
   }
-  static std::string name(int id) { return formatted("db4_%06d.das", id); }
+  static std::string name(int id) { return fmt::format("db4_{:06}.das", id); }
   std::string host(const std::string& file) const { return support::host_file_system().host_path(path(file)); }
   /// Ends its process without a word as soon as it has been told something for the `calls`th time.
   IndexUpgradeWatch killed_after(int calls) {

@@ -23,7 +23,8 @@ TEXT, MARK = b'Mingw-w64 runtime failure', b'MINGW-W64 runtime failure'
 
 INSTALLED = {
     'firststeps-README.txt', 'firststeps.exe', 'firststeps_batch.exe', 'patientdb.exe', 'texts/de.ini', 'texts/en.ini',
-    'firststeps-licences/gcc-runtime.txt', 'firststeps-licences/mingw-w64.txt', 'firststeps-licences/sqlite.txt', 'firststeps-licences/sqlite3-multiple-ciphers.txt'}
+    'firststeps-licences/fmt.txt', 'firststeps-licences/gcc-runtime.txt', 'firststeps-licences/mingw-w64.txt',
+    'firststeps-licences/sqlite.txt', 'firststeps-licences/sqlite3-multiple-ciphers.txt'}
 
 
 def wine(*command):

@@ -1,5 +1,7 @@
 #include "wizard/form/form.h"
 
+#include <fmt/core.h>
+
 #include <algorithm>
 #include <charconv>
 
@@ -24,7 +26,7 @@ std::vector<Pointer> members(const std::vector<std::unique_ptr<Control>>& contro
 }
 
 std::string path_of(std::string_view name, int index) {
-  return index < 0 ? std::string(name) : std::string(name) + "(" + std::to_string(index) + ")";
+  return index < 0 ? std::string(name) : fmt::format("{}({})", name, index);
 }
 
 }  // namespace

@@ -1,5 +1,6 @@
 #include "database/engine/embedded/catalogue_change.h"
 
+#include <fmt/core.h>
 #include <sqlite3.h>
 
 #include <limits>
@@ -62,7 +63,7 @@ std::string joined(const std::vector<std::string>& names) {
 void CatalogueChange::create_tables(Connection& connection) {
   for (const std::string_view table : catalogue_tables) connection.run(table);
   TableCounters::create_table(connection);
-  connection.run("PRAGMA application_id=" + std::to_string(catalogue_application_id));
+  connection.run(fmt::format("PRAGMA application_id={}", catalogue_application_id));
 }
 
 void CatalogueChange::draw_stamp() {
@@ -71,7 +72,7 @@ void CatalogueChange::draw_stamp() {
     sqlite3_randomness(sizeof stamp, &stamp);
     stamp &= std::numeric_limits<std::int32_t>::max();
   }
-  connection_.run("PRAGMA user_version=" + std::to_string(stamp));
+  connection_.run(fmt::format("PRAGMA user_version={}", stamp));
   catalogue_.set_stamp(stamp);
 }
 

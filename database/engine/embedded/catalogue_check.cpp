@@ -1,3 +1,5 @@
+#include <fmt/core.h>
+
 #include <algorithm>
 #include <map>
 #include <optional>
@@ -55,7 +57,7 @@ void check_fields(Connection& file, const TableDefinition& table, const FaultsTo
 
 void check_indexes(const StoredTable& table, const StoredObjects& objects, const FaultsTold& tell) {
   for (const IndexDefinition& index : table.definition.indexes) {
-    const auto stored = objects.find(std::to_string(table.id) + "." + index.name);
+    const auto stored = objects.find(fmt::format("{}.{}", table.id, index.name));
     if (stored == objects.end() || stored->second.type != "index") {
       tell({"catalogue", table.definition.name, "the index " + index.name + " is not in the file"});
     } else if (stored->second.sql.starts_with("CREATE UNIQUE") != index.forbids_duplicates()) {
@@ -68,7 +70,7 @@ std::set<std::string, std::less<>> names_of_indexes(const StoredCatalogue& catal
   std::set<std::string, std::less<>> names;
   for (const TablePointer& table : catalogue.tables()) {
     for (const IndexDefinition& index : table->definition.indexes) {
-      names.insert(std::to_string(table->id) + "." + index.name);
+      names.insert(fmt::format("{}.{}", table->id, index.name));
     }
   }
   return names;

@@ -1,5 +1,7 @@
 #include "database/engine/embedded/database_file.h"
 
+#include <fmt/core.h>
+
 #include <algorithm>
 #include <filesystem>
 #include <fstream>
@@ -93,8 +95,8 @@ void refuse_fitting_password(std::string_view beginning, std::int64_t file_size,
     if ((!other_size && !seemed_wrong) || sqlcipher4_fits_first_page(key.key().data(), page, size) == 0) continue;
     if (!other_size)
       raise(error_number::unknown_format, "the password is right, but the file is damaged behind its first page");
-    raise(error_number::unknown_format, "the file is encrypted in pages of " + std::to_string(size) +
-                                            " bytes, and here they have " + std::to_string(encrypted_page_size));
+    raise(error_number::unknown_format,
+          fmt::format("the file is encrypted in pages of {} bytes, and here they have {}", size, encrypted_page_size));
   }
 }
 

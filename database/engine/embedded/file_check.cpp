@@ -1,5 +1,7 @@
 #include "database/engine/embedded/file_check.h"
 
+#include <fmt/core.h>
+
 #include <algorithm>
 #include <charconv>
 #include <map>
@@ -21,21 +23,15 @@ void check_pages(Connection& file, const FaultsTold& tell, const Look& look) {
   const std::int64_t size = file.integer("PRAGMA page_size"), bytes = file.file_size();
   const std::int64_t wanted = file.integer("PRAGMA page_count"), pages = bytes / size;
   if (pages < wanted) {
-    tell({"page",
-          {},
-          "the file ends before its last pages: " + std::to_string(pages) + " of " + std::to_string(wanted) +
-              " are there"});
+    tell({"page", {}, fmt::format("the file ends before its last pages: {} of {} are there", pages, wanted)});
   }
   int told = 0;
   for (std::int64_t page = 1; page <= std::min(pages, wanted); ++page) {
     if (page % pages_between_looks == 0) look(page, wanted);
     if (file.is_page_sound(page, size) || ++told > most_faults) continue;
-    tell({"page",
-          {},
-          "page " + std::to_string(page) + " of " + std::to_string(wanted) +
-              " cannot be read, or is not as it was written"});
+    tell({"page", {}, fmt::format("page {} of {} cannot be read, or is not as it was written", page, wanted)});
   }
-  if (told > most_faults) tell({"page", {}, std::to_string(told - most_faults) + " more pages like these"});
+  if (told > most_faults) tell({"page", {}, fmt::format("{} more pages like these", told - most_faults)});
 }
 
 /// Whose the trees and indexes are that SQLite speaks of.
@@ -79,7 +75,7 @@ class Owners {
 
 void check_structure(Connection& file, const FaultsTold& tell) {
   const Owners owners{file};
-  const PooledStatement report = file.statement("PRAGMA integrity_check(" + std::to_string(most_faults) + ")");
+  const PooledStatement report = file.statement(fmt::format("PRAGMA integrity_check({})", most_faults));
   while (report->step()) {
     const std::string_view text = report->text(0);
     if (text == "ok") continue;

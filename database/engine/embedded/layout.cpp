@@ -1,5 +1,7 @@
 #include "database/engine/embedded/layout.h"
 
+#include <fmt/core.h>
+
 #include <algorithm>
 #include <string>
 
@@ -37,7 +39,7 @@ std::string column(const FieldDefinition& field) {
 
 /// Indexes share one name space in SQLite; the table's identity keeps them apart and outlives its renaming.
 std::string index_name(std::int64_t table, std::string_view index) {
-  return quoted_name(std::to_string(table) + "." + std::string(index));
+  return quoted_name(fmt::format("{}.{}", table, index));
 }
 
 void create_sqlite_index(Connection& connection, std::int64_t id, std::string_view table,

@@ -1,5 +1,7 @@
 #include "database/engine/embedded/stored_catalogue.h"
 
+#include <fmt/core.h>
+
 #include <algorithm>
 #include <utility>
 
@@ -146,7 +148,7 @@ LruCache<CataloguePointer>& cache() {
   return known;
 }
 
-std::string key(std::string_view file, std::int64_t stamp) { return std::to_string(stamp) + std::string(file); }
+std::string key(std::string_view file, std::int64_t stamp) { return fmt::format("{}{}", stamp, file); }
 
 }  // namespace
 

@@ -1,5 +1,7 @@
 #include "database/engine/format/date_picture.h"
 
+#include <fmt/core.h>
+
 #include <algorithm>
 #include <array>
 
@@ -22,11 +24,7 @@ struct Moment {
   std::size_t weekday() const noexcept { return static_cast<std::size_t>(weekday_from(day_of(date), 1)) - 1; }
 };
 
-std::string digits_of(std::int64_t value, std::size_t width) {
-  std::string text = std::to_string(value);
-  if (text.size() < width) text.insert(0, width - text.size(), '0');
-  return text;
-}
+std::string digits_of(std::int64_t value, std::size_t width) { return fmt::format("{:0{}}", value, width); }
 
 std::string print_day(const Moment& moment, std::size_t width) {
   const support::UserLocale& locale = support::user_locale();

@@ -1,8 +1,11 @@
 #include "database/engine/format/decimal_number.h"
 
+#include <fmt/core.h>
+
 #include <array>
 #include <charconv>
 #include <cmath>
+#include <cstdlib>
 
 #include "database/engine/engine_error.h"
 #include "support/user_locale.h"
@@ -30,8 +33,7 @@ std::string scientific_text(const DecimalNumber& number, char decimal_separator)
   const int exponent = number.exponent - 1;
   std::string text = number.digits;
   if (text.size() > 1) text.insert(1, 1, decimal_separator);
-  const std::string size = std::to_string(exponent < 0 ? -exponent : exponent);
-  return text + (exponent < 0 ? "E-" : "E+") + (size.size() < 2 ? "0" : "") + size;
+  return fmt::format("{}E{}{:02}", text, exponent < 0 ? '-' : '+', std::abs(exponent));
 }
 
 }  // namespace

@@ -1,6 +1,9 @@
 #include "database/engine/format/number_picture.h"
 
+#include <fmt/core.h>
+
 #include <algorithm>
+#include <cstdlib>
 
 #include "database/engine/engine_error.h"
 #include "support/user_locale.h"
@@ -115,10 +118,8 @@ std::vector<std::string> NumberSection::whole_places(const std::string& digits) 
 }
 
 std::string NumberSection::exponent_text(int exponent) const {
-  std::string text = std::to_string(exponent < 0 ? -exponent : exponent);
-  if (text.size() < exponent_digits_) text.insert(0, exponent_digits_ - text.size(), '0');
   const std::string_view sign = exponent < 0 ? "-" : positive_sign_ ? "+" : "";
-  return std::string(1, exponent_letter_) + std::string(sign) + text;
+  return fmt::format("{}{}{:0{}}", exponent_letter_, sign, std::abs(exponent), exponent_digits_);
 }
 
 std::string NumberSection::print(const DecimalNumber& number) const {

@@ -1,3 +1,5 @@
+#include <fmt/core.h>
+
 #include <algorithm>
 #include <cstdio>
 #include <filesystem>
@@ -159,7 +161,7 @@ std::unique_ptr<Source> open_source(const database::Environment& environment, st
   }
   if (header.version == JetVersion::Jet3 && header.code_page != western_code_page) {
     throw support::RuntimeError(support::error_number::unknown_format,
-                                "Texts of code page " + std::to_string(header.code_page) + " are not understood.");
+                                fmt::format("Texts of code page {} are not understood.", header.code_page));
   }
   const Quiet quiet;
   MdbFilePointer file(mdb_open(host_path.c_str(), MDB_NOFLAGS));

@@ -1,5 +1,7 @@
 #include "database/engine/embedded/jet_sql/binder.h"
 
+#include <fmt/core.h>
+
 #include <algorithm>
 #include <utility>
 
@@ -169,7 +171,7 @@ Source& Binder::add_source(Scope& scope, std::string name) {
   }
   Source& source = scope.select->sources.emplace_back();
   source.name = std::move(name);
-  source.sqlite_name = "s" + std::to_string(++source_count_);
+  source.sqlite_name = fmt::format("s{}", ++source_count_);
   scope.visible.push_back(&source);
   return source;
 }

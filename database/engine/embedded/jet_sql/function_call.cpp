@@ -1,5 +1,7 @@
 #include "database/engine/embedded/jet_sql/function_call.h"
 
+#include <fmt/core.h>
+
 #include <exception>
 #include <limits>
 #include <new>
@@ -63,7 +65,7 @@ void report_current_exception(sqlite3_context* context) noexcept {
     throw;
   } catch (const support::RuntimeError& error) {
     try {
-      const std::string text = std::string(own_error_mark) + std::to_string(error.number()) + ":" + error.what();
+      const std::string text = fmt::format("{}{}:{}", own_error_mark, error.number(), error.what());
       sqlite3_result_error(context, text.c_str(), -1);
     } catch (...) {
       sqlite3_result_error_nomem(context);

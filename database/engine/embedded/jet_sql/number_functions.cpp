@@ -1,3 +1,5 @@
+#include <fmt/core.h>
+
 #include <algorithm>
 #include <cmath>
 #include <limits>
@@ -136,9 +138,6 @@ void partition(FunctionCall& call) {
   const std::int64_t interval = call.whole(3);
   if (start < 0 || stop <= start || interval < 1) raise(error_number::invalid_call);
   const std::size_t width = std::to_string(stop + 1).size();
-  const auto aligned = [&](const std::string& text) {
-    return std::string(text.size() < width ? width - text.size() : 0, ' ') + text;
-  };
   std::string low;
   std::string high;
   if (number < start) {
@@ -150,7 +149,7 @@ void partition(FunctionCall& call) {
     low = std::to_string(first);
     high = std::to_string(std::min(first + interval - 1, stop));
   }
-  call.result(std::string_view(aligned(low) + ":" + aligned(high)));
+  call.result(std::string_view(fmt::format("{:>{}}:{:>{}}", low, width, high, width)));
 }
 
 template <double (*function)(double)>

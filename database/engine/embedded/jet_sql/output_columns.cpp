@@ -1,5 +1,7 @@
 #include "database/engine/embedded/jet_sql/output_columns.h"
 
+#include <fmt/core.h>
+
 #include <algorithm>
 #include <map>
 #include <set>
@@ -83,7 +85,7 @@ void name_outputs(Select& select) {
     if (fixed && taken.contains(support::to_lower(output.name)))
       raise(error_number::duplicate_destination, output.name);
     while (output.name.empty() || taken.contains(support::to_lower(output.name))) {
-      output.name = "Expr" + std::to_string(expression_number++);
+      output.name = fmt::format("Expr{}", expression_number++);
     }
     taken.insert(support::to_lower(output.name));
   }

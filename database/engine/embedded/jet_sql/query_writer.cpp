@@ -1,5 +1,7 @@
 #include "database/engine/embedded/jet_sql/query_writer.h"
 
+#include <fmt/core.h>
+
 #include <algorithm>
 #include <utility>
 
@@ -30,8 +32,8 @@ bool is_constant(const Expression& expression) noexcept {
   return std::holds_alternative<Literal>(shown.node);
 }
 
-std::string output_name(std::size_t position) { return "c" + std::to_string(position + 1); }
-std::string key_name(std::size_t position) { return "k" + std::to_string(position + 1); }
+std::string output_name(std::size_t position) { return fmt::format("c{}", position + 1); }
+std::string key_name(std::size_t position) { return fmt::format("k{}", position + 1); }
 
 }  // namespace
 

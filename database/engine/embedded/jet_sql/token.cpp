@@ -1,5 +1,7 @@
 #include "database/engine/embedded/jet_sql/token.h"
 
+#include <fmt/core.h>
+
 #include <algorithm>
 #include <charconv>
 #include <optional>
@@ -178,8 +180,8 @@ bool Token::is_word(std::string_view keyword) const noexcept {
 std::string place_of(std::string_view statement, const Token& token) {
   const std::string_view before = statement.substr(0, token.begin);
   const std::size_t line_begin = before.find_last_of('\n') + 1;
-  std::string place = "line " + std::to_string(std::ranges::count(before, '\n') + 1) + ", column " +
-                      std::to_string(support::character_count(before.substr(line_begin)) + 1);
+  std::string place = fmt::format("line {}, column {}", std::ranges::count(before, '\n') + 1,
+                                  support::character_count(before.substr(line_begin)) + 1);
   // A word right behind a quote is the rest of a text that holds one.
   const bool rest_of_text = before.ends_with('\'') || before.ends_with('"');
   if (token.kind == TokenKind::Word && rest_of_text) return place + ": a word";

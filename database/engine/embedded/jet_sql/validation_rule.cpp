@@ -1,5 +1,7 @@
 #include "database/engine/embedded/jet_sql/validation_rule.h"
 
+#include <fmt/core.h>
+
 #include <utility>
 
 #include "database/engine/embedded/jet_sql/binder.h"
@@ -77,7 +79,7 @@ void set_error(Rule& rule, const std::string& text, const std::string& own_text,
 }  // namespace
 
 std::string Rule::raising() const {
-  return "jet_check_rule(" + condition + ", " + std::to_string(error) + ", " + quoted_text(message) + ")";
+  return fmt::format("jet_check_rule({}, {}, {})", condition, error, quoted_text(message));
 }
 
 std::optional<Rule> compile_rule(const FieldDefinition& field, const TableDefinition& table) {
