@@ -30,7 +30,7 @@ class OpenedTarget {
   engine::Database* database_ = nullptr;
 };
 
-/// The recordset, or null where opening it fails (the failed statement is pending).
+/// The recordset, or null where opening it fails (the error is then pending).
 std::unique_ptr<engine::Recordset> try_open_recordset(support::Procedure& procedure, const OpenedTarget& target,
                                                       std::string_view source);
 

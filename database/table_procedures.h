@@ -7,7 +7,7 @@
 
 namespace database {
 
-/// Runs the table procedure of one of the 43 tables: its layout, and for `labdefs` its rows. Failing statements are
+/// Runs the table procedure of one of the 43 tables: its layout, and for `labdefs` its rows. Failing steps are
 /// passed over; a name that is none of them does nothing.
 void create_table(const Environment& environment, engine::Database& database, std::string_view name);
 

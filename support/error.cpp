@@ -12,8 +12,8 @@ std::string& label_entered_last() {
   return label;
 }
 
-SkippedStatementListener& listener() {
-  static SkippedStatementListener told;
+SkippedStepListener& listener() {
+  static SkippedStepListener told;
   return told;
 }
 
@@ -75,18 +75,18 @@ Outcome outcome_of(const std::function<void()>& work) {
 
 const std::string& current_procedure_label() noexcept { return label_entered_last(); }
 
-SkippedStatementListener set_skipped_statement_listener(SkippedStatementListener new_listener) {
+SkippedStepListener set_skipped_step_listener(SkippedStepListener new_listener) {
   return std::exchange(listener(), std::move(new_listener));
 }
 
-SkippedStatementWatch::SkippedStatementWatch(SkippedStatementListener told)
+SkippedStepWatch::SkippedStepWatch(SkippedStepListener told)
     : told_(std::move(told)),
-      before_(set_skipped_statement_listener([this](std::string_view label, const RuntimeError& error) {
+      before_(set_skipped_step_listener([this](std::string_view label, const RuntimeError& error) {
         told_(label, error);
         if (before_) before_(label, error);
       })) {}
 
-SkippedStatementWatch::~SkippedStatementWatch() { set_skipped_statement_listener(std::move(before_)); }
+SkippedStepWatch::~SkippedStepWatch() { set_skipped_step_listener(std::move(before_)); }
 
 Procedure::Procedure(std::string_view label) : label_(label) { label_entered_last() = label_; }
 

@@ -1,4 +1,4 @@
-// The error convention of the whole program: failing statements raise RuntimeError, a procedure passes over
+// The error convention of the whole program: failing steps raise RuntimeError, a procedure passes over
 // them one by one and records which procedure was entered last. Nothing here is shown to the user.
 //
 // "Raises 75" in a header means: throws RuntimeError with this number.
@@ -16,7 +16,7 @@
 
 namespace support {
 
-/// A failed statement: the database engine's own number where it has one (3021 no current record), else the
+/// A failed step: the database engine's own number where it has one (3021 no current record), else the
 /// language runtime's (13 type mismatch).
 class RuntimeError : public std::runtime_error {
  public:
@@ -27,7 +27,7 @@ class RuntimeError : public std::runtime_error {
   int number_;
 };
 
-/// Which statements a piece of work has passed over.
+/// Which steps a piece of work has passed over.
 class Outcome {
  public:
   /// The first error that `wanted` holds for. Of errors with one number, only the first is asked about.
@@ -53,28 +53,28 @@ Outcome outcome_of(const std::function<void()>& work);
 /// Label of the procedure entered last, module label + "!" + procedure name; empty before the first.
 const std::string& current_procedure_label() noexcept;
 
-/// Told of every statement that was passed over, for a journal or a console; work asks for the outcome_of() its parts
+/// Told of every step that was passed over, for a journal or a console; work asks for the outcome_of() its parts
 /// instead. Must not raise.
-using SkippedStatementListener = std::function<void(std::string_view label, const RuntimeError& error)>;
+using SkippedStepListener = std::function<void(std::string_view label, const RuntimeError& error)>;
 
 /// Replaces the listener (none by default) and returns the one before.
-SkippedStatementListener set_skipped_statement_listener(SkippedStatementListener listener);
+SkippedStepListener set_skipped_step_listener(SkippedStepListener listener);
 
 /// A listener for as long as this lives, beside the one from before. Of several the youngest must go first.
-class SkippedStatementWatch {
+class SkippedStepWatch {
  public:
-  explicit SkippedStatementWatch(SkippedStatementListener told);
-  ~SkippedStatementWatch();
-  SkippedStatementWatch(const SkippedStatementWatch&) = delete;
-  SkippedStatementWatch& operator=(const SkippedStatementWatch&) = delete;
+  explicit SkippedStepWatch(SkippedStepListener told);
+  ~SkippedStepWatch();
+  SkippedStepWatch(const SkippedStepWatch&) = delete;
+  SkippedStepWatch& operator=(const SkippedStepWatch&) = delete;
 
  private:
-  SkippedStatementListener told_, before_;
+  SkippedStepListener told_, before_;
 };
 
 /// One procedure's run. Its construction records the label, which stays recorded after the return.
 ///
-/// Resume-next mode: each statement that may fail is a step() of its own; a failing one is passed over and its
+/// Resume-next mode: whatever may fail is a step() of its own; a failing one is passed over and its
 /// error stays pending until clear(), and counts in the outcome_of() the work. Handler mode: the whole body is one
 /// guarded() call, ended by its first error.
 class Procedure {
@@ -83,12 +83,12 @@ class Procedure {
   Procedure(const Procedure&) = delete;
   Procedure& operator=(const Procedure&) = delete;
 
-  /// Runs one statement. False when it failed; the error is pending then and the listener has been told.
+  /// Runs one step. False when it failed; the error is pending then and the listener has been told.
   /// Any exception but a RuntimeError becomes error 51 (internal error), std::bad_alloc 7 (out of memory).
-  template <typename Statement>
-  bool step(Statement&& statement) noexcept {
+  template <typename Work>
+  bool step(Work&& work) noexcept {
     try {
-      std::forward<Statement>(statement)();
+      std::forward<Work>(work)();
       return true;
     } catch (...) {
       record_current_exception();

@@ -92,7 +92,7 @@ void ErrorJournal::write(std::string_view label, const RuntimeError& error) cons
   try {
     append(fmt::format("{} {} {} {}\r\n", stamp(clock_()), label, error.number(), journal_text(error.what())));
   } catch (...) {
-    // The statement that was passed over is all that may be missing.
+    // The step that was passed over is all that may be missing.
   }
 }
 

@@ -1,5 +1,5 @@
 // The error journal: a text file for whoever has to find out why something is missing on a machine. One line for each
-// statement that was passed over: time, procedure, error number, text. What a text quotes, and every path in it, is
+// step that was passed over: time, procedure, error number, text. What a text quotes, and every path in it, is
 // left out, so that no patient's data, password or value of a statement can reach the file. A journal that cannot be
 // written changes nothing: nothing here raises anything but out of memory.
 #pragma once
@@ -29,7 +29,7 @@ class ErrorJournal {
  public:
   using Clock = std::function<std::time_t()>;
 
-  /// Writes down every statement that is passed over while it lives. `host_path` is created with its first line, for
+  /// Writes down every step that is passed over while it lives. `host_path` is created with its first line, for
   /// the user alone; an existing file that is no journal is left as it is.
   ErrorJournal(
       std::string host_path, JournalProgram program, Clock clock = [] { return std::time(nullptr); });
@@ -42,7 +42,7 @@ class ErrorJournal {
   std::string path_;
   JournalProgram program_;
   Clock clock_;
-  SkippedStatementWatch watch_;
+  SkippedStepWatch watch_;
 };
 
 /// An error's text as a journal may hold it: one line, "…" in place of all that stands between the first and the last

@@ -14,7 +14,7 @@ namespace {
 
 using What = FinishReport::What;
 
-/// Why something failed: the last statement that was passed over meanwhile or, where none was, another reason.
+/// Why something failed: the last step that was passed over meanwhile or, where none was, another reason.
 struct Reason {
   std::string text;
   int number = 0;

@@ -11,7 +11,7 @@ struct Options {
   std::string program_folder;  ///< --program-dir: with its trailing backslash; empty: the program's own
   std::string hive;            ///< --registry: a hive file in place of the registry
   std::string report;          ///< --report: a file that says what was written
-  std::string journal;         ///< --journal: a file for the statements that were passed over
+  std::string journal;         ///< --journal: a file for the steps that were passed over
   std::string colours;         ///< --colours: light, dark or contrast, whatever Windows is set to; for pictures
   std::string command_line;    ///< the rest, as it stands
 };

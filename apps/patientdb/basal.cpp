@@ -12,7 +12,7 @@ int run_basal(const console::Arguments& arguments, console::Console& console) {
   const database::PumpPeriod period = pump_period(arguments);
   const ToolEnvironment environment(arguments, console);
   const OpenDatabase open = open_database(arguments, console, Access::ReadOnly);
-  const SkippedStatementLines skipped(console.err);
+  const SkippedStepLines skipped(console.err);
   const engine::Value units = database::db_IP_CalcBasal(environment.get(), *open.database, with_whole_days(period));
   if (arguments.has(json_option.name)) {
     support::JsonWriter json(console.out);

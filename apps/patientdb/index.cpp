@@ -193,7 +193,7 @@ int run_index(const console::Arguments& arguments, console::Console& console) {
   environment.get().message_box = question.message_box();
   environment.get().progress = &progress;
   if (const auto folder = arguments.value("--data-dir")) environment.get().data_folder = database_path(*folder);
-  const SkippedStatementLines skipped(console.err);
+  const SkippedStepLines skipped(console.err);
   Call call{arguments, console, environment.get(), progress, database_path(arguments.operands().front())};
   return action->run(call);
 }

@@ -63,7 +63,7 @@ int run_info(const console::Arguments& arguments, console::Console& console) {
   const OpenDatabase open = open_database(arguments, console, Access::ReadOnly);
   const auto row = open.database->open_recordset("SELECT * FROM db_info");
   row->move_first();
-  const SkippedStatementLines skipped(console.err);
+  const SkippedStepLines skipped(console.err);
   database::VersionRecord record;
   const bool known = database::db_ReadDBInfo(database::Environment{}, *open.database, record);
   const std::vector<Line> lines = lines_of(*row, record);

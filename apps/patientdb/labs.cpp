@@ -2,7 +2,7 @@
 #include "apps/patientdb/database_operand.h"
 #include "apps/patientdb/tool_environment.h"
 #include "apps/patientdb/value_output.h"
-#include "database/lab_ranges.h"
+#include "database/lab_definitions.h"
 
 namespace patientdb {
 namespace {
@@ -73,7 +73,7 @@ int run_labs(const console::Arguments& arguments, console::Console& console) {
   const OpenDatabase open = open_database(arguments, console, writes ? Access::ReadWrite : Access::ReadOnly);
   if (writes) {
     const std::int32_t laboratory = arguments.number("--default-ranges", 0, 0, INT32_MAX);
-    const SkippedStatementLines skipped(console.err);
+    const SkippedStepLines skipped(console.err);
     const auto stored = database::db_SetDefaultLabRanges(environment.get(), *open.database, laboratory);
     console.err << stored << " ranges written for laboratory " << laboratory << '\n';
     if (stored != default_range_count) return console::exit_failed;

@@ -54,7 +54,7 @@ int run_plan(const console::Arguments& arguments, console::Console& console) {
   const auto date = day_argument(arguments, "--date");
   const ToolEnvironment environment(arguments, console);
   const OpenDatabase open = open_database(arguments, console, Access::ReadOnly);
-  const SkippedStatementLines skipped(console.err);
+  const SkippedStepLines skipped(console.err);
   database::PlanSummary summary;
   database::TherapyPlan plan;
   if (!database::db_GetPlanSummary(environment.get(), *open.database, date, summary) ||

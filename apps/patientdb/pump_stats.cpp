@@ -83,7 +83,7 @@ int run_pump_stats(const console::Arguments& arguments, console::Console& consol
   const ToolEnvironment environment(arguments, console);
   const OpenDatabase open = open_database(arguments, console, Access::ReadOnly);
   tell_of_seconds(console, period);
-  const SkippedStatementLines skipped(console.err);
+  const SkippedStepLines skipped(console.err);
   const auto statistics = database::db_GetIGPumpStats(environment.get(), *open.database, period);
   arguments.has(json_option.name) ? write_json_object(console.out, statistics) : write_text(console.out, statistics);
   return skipped.count() == 0 ? console::exit_done : console::exit_failed;

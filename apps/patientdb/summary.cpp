@@ -78,7 +78,7 @@ int run_summary(const console::Arguments& arguments, console::Console& console) 
   const ToolEnvironment environment(arguments, console);
   const OpenDatabase open = open_database(arguments, console, Access::ReadOnly);
   tell_what_is_left_out(console.err, database::categories_without_times(request));
-  const SkippedStatementLines skipped(console.err);
+  const SkippedStepLines skipped(console.err);
   const auto found = database::find_availability(environment.get(), *open.database, request);
   arguments.has(json_option.name) ? write_json_lines(console.out, found) : write_text(console.out, found);
   return skipped.count() == 0 ? console::exit_done : console::exit_failed;

@@ -18,7 +18,7 @@ ToolEnvironment::ToolEnvironment(const console::Arguments& arguments, const cons
   environment_.rows_left = [&err = console.err](const database::RowsLeft& rows) { err << sentence(rows) << '\n'; };
 }
 
-SkippedStatementLines::SkippedStatementLines(std::ostream& err)
+SkippedStepLines::SkippedStepLines(std::ostream& err)
     : watch_([this, &err](std::string_view label, const support::RuntimeError& error) {
         ++count_;
         err << label << ": error " << error.number() << ": " << error.what() << '\n';

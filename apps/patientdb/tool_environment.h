@@ -24,14 +24,14 @@ class ToolEnvironment {
 };
 
 /// Turns statements that a database procedure passed over into lines on standard error while it lives.
-class SkippedStatementLines {
+class SkippedStepLines {
  public:
-  explicit SkippedStatementLines(std::ostream& err);
+  explicit SkippedStepLines(std::ostream& err);
   std::size_t count() const noexcept { return count_; }
 
  private:
   std::size_t count_ = 0;
-  support::SkippedStatementWatch watch_;
+  support::SkippedStepWatch watch_;
 };
 
 }  // namespace patientdb

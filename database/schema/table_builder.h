@@ -1,4 +1,4 @@
-// Tables made from the rows of the schema, or changed after them. Each statement is a step of its own, so that a field
+// Tables made from the rows of the schema, or changed after them. Each change is a step of its own, so that a field
 // that fails is left out and the rest is there.
 #pragma once
 

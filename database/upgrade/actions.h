@@ -9,7 +9,7 @@ namespace database::upgrade {
 
 /// Runs the table procedure; a table that exists stays as it is.
 void create_table(Run& run, const Action& action, std::string_view table);
-/// The same without a failing statement where the table exists.
+/// The same without a failing step where the table exists.
 void create_missing_table(Run& run, const Action& action, std::string_view table);
 void delete_table(Run& run, const Action& action, std::string_view table);
 /// To the action's text.

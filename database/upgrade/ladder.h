@@ -11,7 +11,7 @@ bool needs_upgrade(const VersionRecord& record) noexcept;
 /// Brings the layout up to date and raises the record's MinVersion as it goes. Nothing happens where the record calls
 /// for no upgrade. The caller holds the transaction and writes the record.
 ///
-/// Statements that fail because the file's layout is not the usual one are passed over and part of
+/// Steps that fail because the file's layout is not the usual one are passed over and part of
 /// the outcome. Raises only where going on would lose data: the disk, the memory or the file fails. The
 /// environment's progress is told of each step, its message box is asked before a long conversion of pump data.
 void upgrade_ladder(const Environment& environment, engine::Database& database, VersionRecord& record);

@@ -1,4 +1,4 @@
-#include "database/lab_ranges.h"
+#include "database/lab_definitions.h"
 #include "database/plan_summary.h"
 #include "database/therapy_plan.h"
 #include "tests/database/database_test.h"

@@ -89,11 +89,11 @@ SqlDatabase::SqlDatabase() {
   numbering_ = &jet_sql::register_functions(connection);
 }
 
-SqlDatabase::Statement SqlDatabase::prepare(const std::string& text) {
+SqlDatabase::PreparedStatement SqlDatabase::prepare(const std::string& text) {
   sqlite3_stmt* statement = nullptr;
   const int result = sqlite3_prepare_v2(connection(), text.c_str(), -1, &statement, nullptr);
   if (result != SQLITE_OK) throw std::logic_error(sqlite3_errmsg(connection()) + (" in " + text));
-  return Statement(statement);
+  return PreparedStatement(statement);
 }
 
 void SqlDatabase::sqlite(const std::string& text) {

@@ -52,11 +52,11 @@ class SqlDatabase {
   struct Finalize {
     void operator()(sqlite3_stmt* statement) const { sqlite3_finalize(statement); }
   };
-  using Statement = std::unique_ptr<sqlite3_stmt, Finalize>;
+  using PreparedStatement = std::unique_ptr<sqlite3_stmt, Finalize>;
   friend struct Runner;
 
   jet_sql::Numbering last_given(const std::string& table);
-  Statement prepare(const std::string& text);
+  PreparedStatement prepare(const std::string& text);
   void create(const std::string& table, const IndexDefinition& index);
 
   std::unique_ptr<sqlite3, Close> connection_;

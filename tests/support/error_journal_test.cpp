@@ -98,7 +98,7 @@ TEST_F(ErrorJournalTest, TouchesNoFileThatIsNoJournal) {
 
 TEST_F(ErrorJournalTest, ChangesNothingWhereItCannotBeWrittenAndHandsOnWhatItHears) {
   int told = 0;
-  auto before = set_skipped_statement_listener([&](std::string_view, const RuntimeError&) { ++told; });
+  auto before = set_skipped_step_listener([&](std::string_view, const RuntimeError&) { ++told; });
   {
     const ErrorJournal journal(folder_.host("missing/journal.log"), {});
     Procedure procedure("sql!test");
@@ -106,7 +106,7 @@ TEST_F(ErrorJournalTest, ChangesNothingWhereItCannotBeWrittenAndHandsOnWhatItHea
     EXPECT_EQ(procedure.error().number(), 13);
   }
   Procedure("sql!test").step([] { throw RuntimeError(13, "Type mismatch"); });
-  set_skipped_statement_listener(std::move(before));
+  set_skipped_step_listener(std::move(before));
   EXPECT_EQ(told, 2);
   EXPECT_EQ(folder_.file_count(), 0U);
 }

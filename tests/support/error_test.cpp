@@ -55,13 +55,13 @@ TEST(Procedure, EndsAGuardedBodyAtItsFirstErrorAndGivesForeignErrorsNumbers) {
 
 TEST(Procedure, TellsTheListenerWhatWasPassedOver) {
   std::vector<std::string> told;
-  auto before = set_skipped_statement_listener([&](std::string_view label, const RuntimeError& error) {
+  auto before = set_skipped_step_listener([&](std::string_view label, const RuntimeError& error) {
     told.push_back(std::string(label) + " " + std::to_string(error.number()));
   });
   Procedure procedure("code!trim");
   procedure.step([] { throw RuntimeError(13, "Type mismatch"); });
   procedure.step([] {});
-  set_skipped_statement_listener(before);
+  set_skipped_step_listener(before);
   procedure.step([] { throw RuntimeError(13, "Type mismatch"); });
   EXPECT_EQ(told, std::vector<std::string>{"code!trim 13"});
 }

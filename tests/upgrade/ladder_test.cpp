@@ -222,10 +222,10 @@ TEST_F(Ladder, FindsInsulinUnderItsOldNames) {
 
 TEST_F(Ladder, TellsOfStatementsThatItPassesOver) {
   std::map<int, int> passed_over;
-  const auto before = support::set_skipped_statement_listener(
+  const auto before = support::set_skipped_step_listener(
       [&](std::string_view, const support::RuntimeError& error) { ++passed_over[error.number()]; });
   ASSERT_EQ(upgrade(old_database(18)), 1);
-  support::set_skipped_statement_listener(before);
+  support::set_skipped_step_listener(before);
   // The misspelled table of step 19, and the column that only the old import list has.
   EXPECT_EQ(passed_over[3078], 1);
   EXPECT_EQ(passed_over[3127], 1);

@@ -35,7 +35,7 @@ constexpr std::string_view update_field_sql =
          allow_zero_length=?8, ordinal_position=?9, validation_rule=?10, validation_text=?11
        WHERE table_id=?1 AND name=?12)";
 
-Statement& bind_field(Statement& statement, std::int64_t id, const FieldDefinition& field) {
+PreparedStatement& bind_field(PreparedStatement& statement, std::int64_t id, const FieldDefinition& field) {
   return statement.with(id, field.name, static_cast<std::int32_t>(field.type), field.size, field.attributes,
                         field.default_value, field.required, field.allow_zero_length,
                         std::int32_t{field.ordinal_position}, field.validation_rule, field.validation_text);

@@ -67,7 +67,7 @@ void choose_cipher(sqlite3* handle) {
 
 }  // namespace
 
-Statement::Statement(sqlite3* connection, std::string_view sql) {
+PreparedStatement::PreparedStatement(sqlite3* connection, std::string_view sql) {
   sqlite3_stmt* statement = nullptr;
   const int result = sqlite3_prepare_v3(connection, sql.data(), static_cast<int>(sql.size()), SQLITE_PREPARE_PERSISTENT,
                                         &statement, nullptr);
@@ -75,21 +75,21 @@ Statement::Statement(sqlite3* connection, std::string_view sql) {
   if (result != SQLITE_OK) throw jet_sql::error_of(connection, result);
 }
 
-void Statement::check(int result) const {
+void PreparedStatement::check(int result) const {
   if (result != SQLITE_OK) throw jet_sql::error_of(sqlite3_db_handle(statement_.get()), result);
 }
 
-void Statement::bind(int parameter, std::int64_t value) {
+void PreparedStatement::bind(int parameter, std::int64_t value) {
   check(sqlite3_bind_int64(statement_.get(), parameter, value));
 }
 
-void Statement::bind(int parameter, std::string_view value) {
+void PreparedStatement::bind(int parameter, std::string_view value) {
   // A null pointer would bind Null instead of an empty text.
   const char* text = value.data() ? value.data() : "";
   check(sqlite3_bind_text64(statement_.get(), parameter, text, value.size(), SQLITE_TRANSIENT, SQLITE_UTF8));
 }
 
-void Statement::bind(int parameter, const Value& value) {
+void PreparedStatement::bind(int parameter, const Value& value) {
   std::visit(
       [&](const auto& content) {
         using Content = std::decay_t<decltype(content)>;
@@ -110,11 +110,11 @@ void Statement::bind(int parameter, const Value& value) {
       value);
 }
 
-void Statement::bind_column(int parameter, const Statement& row, int column) {
+void PreparedStatement::bind_column(int parameter, const PreparedStatement& row, int column) {
   check(sqlite3_bind_value(statement_.get(), parameter, sqlite3_column_value(row.statement_.get(), column)));
 }
 
-bool Statement::step() {
+bool PreparedStatement::step() {
   const int result = sqlite3_step(statement_.get());
   if (result == SQLITE_ROW) return true;
   if (result == SQLITE_DONE) return false;
@@ -123,18 +123,18 @@ bool Statement::step() {
   throw error;
 }
 
-void Statement::run() {
+void PreparedStatement::run() {
   while (step()) {
   }
   sqlite3_reset(statement_.get());
 }
 
-void Statement::reset() noexcept {
+void PreparedStatement::reset() noexcept {
   sqlite3_reset(statement_.get());
   sqlite3_clear_bindings(statement_.get());
 }
 
-std::string_view Statement::text(int column) const {
+std::string_view PreparedStatement::text(int column) const {
   const unsigned char* text = sqlite3_column_text(statement_.get(), column);
   if (!text) return {};
   return {reinterpret_cast<const char*>(text),
@@ -256,8 +256,8 @@ std::optional<std::int64_t> Connection::first_read() {
 }
 
 PooledStatement Connection::statement(std::string_view sql) {
-  if (std::optional<Statement> idle = idle_.take(sql)) return PooledStatement(*this, std::move(*idle));
-  return PooledStatement(*this, Statement(handle_.get(), sql));
+  if (std::optional<PreparedStatement> idle = idle_.take(sql)) return PooledStatement(*this, std::move(*idle));
+  return PooledStatement(*this, PreparedStatement(handle_.get(), sql));
 }
 
 std::int64_t Connection::integer(std::string_view sql) {

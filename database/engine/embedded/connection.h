@@ -20,19 +20,19 @@
 namespace engine::embedded {
 
 /// A prepared statement. Must not outlive its connection. Parameters count from 1, columns from 0.
-class Statement {
+class PreparedStatement {
  public:
-  Statement(sqlite3* connection, std::string_view sql);
+  PreparedStatement(sqlite3* connection, std::string_view sql);
 
   void bind(int parameter, std::int64_t value);
   void bind(int parameter, std::string_view value);
   /// As the tables store it: Yes/No -1 or 0, a Single as its double, a Date as its days.
   void bind(int parameter, const Value& value);
   /// The value of another statement's row, as it is stored.
-  void bind_column(int parameter, const Statement& row, int column);
+  void bind_column(int parameter, const PreparedStatement& row, int column);
   /// Binds all parameters, from the first.
   template <typename... Arguments>
-  Statement& with(const Arguments&... arguments) {
+  PreparedStatement& with(const Arguments&... arguments) {
     int parameter = 0;
     (bind_one(++parameter, arguments), ...);
     return *this;
@@ -69,17 +69,17 @@ class Connection;
 /// A statement on loan: goes back to its connection, reset, when the loan ends.
 class PooledStatement {
  public:
-  PooledStatement(Connection& connection, Statement statement)
-      : connection_(&connection), statement_(std::make_unique<Statement>(std::move(statement))) {}
+  PooledStatement(Connection& connection, PreparedStatement statement)
+      : connection_(&connection), statement_(std::make_unique<PreparedStatement>(std::move(statement))) {}
   ~PooledStatement();
   PooledStatement(PooledStatement&&) noexcept = default;
   PooledStatement& operator=(PooledStatement&&) = delete;
-  Statement& operator*() const { return *statement_; }
-  Statement* operator->() const { return statement_.get(); }
+  PreparedStatement& operator*() const { return *statement_; }
+  PreparedStatement* operator->() const { return statement_.get(); }
 
  private:
   Connection* connection_;
-  std::unique_ptr<Statement> statement_;
+  std::unique_ptr<PreparedStatement> statement_;
 };
 
 struct ConnectionOptions {
@@ -162,7 +162,7 @@ class Connection {
   std::chrono::steady_clock::duration waited_{};
   bool exclusive_;
   bool read_only_;
-  LruCache<Statement> idle_{128};
+  LruCache<PreparedStatement> idle_{128};
 };
 
 }  // namespace engine::embedded

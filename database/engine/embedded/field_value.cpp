@@ -74,7 +74,7 @@ Value value_of_number(double number, DataType type) {
   return number;
 }
 
-Value column_value(const Statement& row, int column, DataType type) {
+Value column_value(const PreparedStatement& row, int column, DataType type) {
   switch (row.storage_class(column)) {
     case SQLITE_NULL:
       return Null{};

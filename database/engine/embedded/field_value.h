@@ -17,6 +17,6 @@ Value value_for_field(const FieldDefinition& field, const Value& value);
 Value value_of_number(double number, DataType type);
 
 /// A column of the statement's row, as a column of this type reads. A value that the type cannot hold is told as it is.
-Value column_value(const Statement& row, int column, DataType type);
+Value column_value(const PreparedStatement& row, int column, DataType type);
 
 }  // namespace engine::embedded

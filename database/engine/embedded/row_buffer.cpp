@@ -68,7 +68,7 @@ Value unpack(const char* position, DataType type) {
 
 }  // namespace
 
-void RowBuffer::append(const Statement& row, bool has_row_id) {
+void RowBuffer::append(const PreparedStatement& row, bool has_row_id) {
   const int columns = static_cast<int>(types_.size());
   for (int column = 0; column < columns; ++column) append_column(row, column);
   end_row(has_row_id ? row.integer(columns) : 0);
@@ -93,7 +93,7 @@ void RowBuffer::end_row(std::int64_t row_id) {
   packed_.clear();
 }
 
-void RowBuffer::append_column(const Statement& row, int column) {
+void RowBuffer::append_column(const PreparedStatement& row, int column) {
   switch (row.storage_class(column)) {
     case SQLITE_NULL:
       return append_null();

@@ -25,7 +25,7 @@ class RowBuffer {
 
   std::size_t size() const noexcept { return rows_.size(); }
   /// The statement's row; with `has_row_id` its last column, one more than there are types, is the row's identity.
-  void append(const Statement& row, bool has_row_id);
+  void append(const PreparedStatement& row, bool has_row_id);
   void append(std::int64_t row_id, const std::vector<Value>& values);
 
   /// Forgets all rows; the next one appended is row 0.
@@ -47,7 +47,7 @@ class RowBuffer {
     bool deleted;
   };
 
-  void append_column(const Statement& row, int column);
+  void append_column(const PreparedStatement& row, int column);
   void append_value(const Value& value);
   void append_null();
   void append_number(double number);

@@ -62,7 +62,7 @@ void RowReader::let_go() noexcept {
 }
 
 bool RowReader::read_row() noexcept {
-  Statement& statement = **statement_;
+  PreparedStatement& statement = **statement_;
   bool found = false;
   try {
     found = statement.step();

@@ -20,7 +20,7 @@ std::vector<std::string> split(std::string_view text) {
   return names;
 }
 
-FieldDefinition read_field(const Statement& row) {
+FieldDefinition read_field(const PreparedStatement& row) {
   FieldDefinition field;
   field.name = row.text(1);
   field.type = static_cast<DataType>(row.integer(2));
@@ -36,7 +36,7 @@ FieldDefinition read_field(const Statement& row) {
   return field;
 }
 
-IndexDefinition read_index(const Statement& row) {
+IndexDefinition read_index(const PreparedStatement& row) {
   IndexDefinition index;
   index.name = row.text(1);
   index.fields = split(row.text(2));
@@ -48,7 +48,7 @@ IndexDefinition read_index(const Statement& row) {
   return index;
 }
 
-StoredTable read_table(const Statement& row) {
+StoredTable read_table(const PreparedStatement& row) {
   StoredTable table;
   table.id = row.integer(0);
   table.definition.name = row.text(1);
@@ -78,7 +78,7 @@ void StoredCatalogue::read(Connection& connection) {
     places.emplace(table_rows->integer(0), tables.size());
     tables.push_back(read_table(*table_rows));
   }
-  const auto definition_of = [&](const Statement& row) -> TableDefinition* {
+  const auto definition_of = [&](const PreparedStatement& row) -> TableDefinition* {
     const auto place = places.find(row.integer(0));
     return place == places.end() ? nullptr : &tables[place->second].definition;
   };
