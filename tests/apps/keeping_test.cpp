@@ -2,9 +2,11 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <filesystem>
 #include <regex>
 
+#include "database/engine/embedded/connection.h"
 #include "database/engine/embedded/embedded_engine.h"
 #include "database/engine/engine.h"
 #include "database/keeping/backup.h"
@@ -149,6 +151,22 @@ TEST_F(Keeping, CopiesAFileThatIsInUseAsItIsStored) {
   EXPECT_EQ(glucose(folder_.file("copy.das")), before) << "what is not committed is in no copy";
   user->commit_transaction();
   EXPECT_THAT(glucose(file), HasSubstr("\"rows\":[]"));
+}
+
+TEST_F(Keeping, CopiesWhatAnotherToolKeepsInASecondFile) {
+  const std::string file = patient();
+  engine::embedded::Connection other{file, {}};
+  engine::embedded::FileSalt salt{};
+  std::ranges::copy(other.beginning(salt.size()), salt.begin());
+  other.use_key({"brimol", salt});
+  other.first_read();
+  other.run("PRAGMA journal_mode=WAL");
+  other.run("DELETE FROM glucose WHERE ID>5");
+  const std::string before = glucose(file);
+  const Outcome outcome = run_patientdb({"backup", file, folder_.file("copy.das")});
+  ASSERT_EQ(outcome.code, 0) << outcome.err;
+  EXPECT_THAT(before, AllOf(HasSubstr("[5,\"2024"), Not(HasSubstr("[6,\"2024"))));
+  EXPECT_EQ(glucose(folder_.file("copy.das")), before);
 }
 
 TEST_F(Keeping, NamesACopyInAFolderByLayoutAndMomentAndOverwritesNothingUnasked) {

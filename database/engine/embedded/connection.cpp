@@ -5,6 +5,7 @@
 #include <thread>
 #include <type_traits>
 #include <utility>
+#include <vector>
 
 #include "database/engine/embedded/jet_sql/jet_sql.h"
 #include "database/engine/embedded/journal_end.h"
@@ -18,6 +19,7 @@ namespace {
 constexpr int maximum_text_bytes = 64 << 20;
 /// Where SQLite keeps the locks of a file.
 constexpr std::int64_t pending_byte = 0x40000000;
+constexpr std::int64_t lock_bytes = 512;
 /// As long as the compiler's longest statement.
 constexpr int maximum_sql_bytes = 4 << 20;
 
@@ -274,6 +276,28 @@ void Connection::change_key(const FileKey* key) {
   }
   const KeyText text{*key};
   check(sqlite3_rekey(handle_.get(), text.data(), text.size()));
+}
+
+bool Connection::is_all_in_one_file() {
+  const PooledStatement mode = statement("PRAGMA journal_mode");
+  return mode->step() && mode->text(0) != "wal";
+}
+
+void Connection::copy_bytes_to(Connection& target) {
+  sqlite3_file* const from = file();
+  sqlite3_file* const to = target.file();
+  const std::int64_t size = file_size();
+  std::vector<char> chunk(std::size_t{64} << 10);
+  static_assert(pending_byte % (64 << 10) == 0);
+  for (std::int64_t position = 0; position < size;) {
+    // On the page of these bytes nothing is stored, and on Windows what is locked cannot be read.
+    if (position == pending_byte) position += lock_bytes;
+    const int part = static_cast<int>(std::min<std::int64_t>(size - position, std::ssize(chunk)));
+    target.check(from->pMethods->xRead(from, chunk.data(), part, position));
+    target.check(to->pMethods->xWrite(to, chunk.data(), part, position));
+    position += part;
+  }
+  target.check(to->pMethods->xSync(to, SQLITE_SYNC_FULL));
 }
 
 void Connection::copy_to(Connection& target) {

@@ -119,6 +119,11 @@ class Connection {
   /// From here on nobody else opens the file. False, and nothing changed, where somebody has it open.
   bool hold_alone() { return hold_.hold_alone(); }
   void let_others_in() noexcept { hold_.let_others_in(); }
+  /// Fills another connection's file, new and empty, with this one's bytes as they are on the disk, and syncs it. Only
+  /// while a transaction of another connection keeps others from changing them. Neither was given a key.
+  void copy_bytes_to(Connection& target);
+  /// False where another tool has chosen that what is committed may lie in a second file.
+  bool is_all_in_one_file();
   /// Fills another connection's file, new and empty, with what is committed in this one's.
   void copy_to(Connection& target);
   /// 3343 where what the file holds does not hold together.

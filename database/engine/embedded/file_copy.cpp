@@ -4,6 +4,7 @@
 #include <optional>
 
 #include "database/engine/embedded/database_file.h"
+#include "database/engine/embedded/session_scope.h"
 #include "database/engine/embedded/table_counters.h"
 #include "database/engine/embedded/working_file.h"
 #include "database/engine/engine_error.h"
@@ -12,13 +13,15 @@
 namespace engine::embedded {
 namespace {
 
-std::optional<FileSalt> salt_for(std::string_view password) {
-  if (password.empty()) return std::nullopt;
-  return new_salt();
+FileSalt salt_of(Connection& file) {
+  FileSalt salt{};
+  std::ranges::copy(file.beginning(salt.size()), salt.begin());
+  return salt;
 }
 
-/// The whole file, copied under a key of the same kind: pages with a check of each have less room than those without.
-void copy_file(Connection& source, const std::string& host_path, const FileKey* key) {
+/// What is committed, copied under a key of the same kind: pages with a check of each have less room than those
+/// without.
+void copy_pages(Connection& source, const std::string& host_path, const FileKey* key) {
   Connection copy{host_path, {}};
   if (key) copy.use_key(*key);
   copy.first_read();
@@ -38,8 +41,13 @@ void check_file(const std::string& host_path, const FileKey* key) {
 /// A key, where there is a password.
 class OptionalKey {
  public:
+  /// Of a new file.
   explicit OptionalKey(std::string_view password) {
-    if (const std::optional<FileSalt> salt = salt_for(password)) key_.emplace(password, *salt);
+    if (!password.empty()) key_.emplace(password, new_salt());
+  }
+  /// Of a file whose connection was given no key yet.
+  OptionalKey(std::string_view password, Connection& file) {
+    if (!password.empty()) key_.emplace(password, salt_of(file));
   }
   const FileKey* get() const { return key_ ? &*key_ : nullptr; }
 
@@ -54,10 +62,10 @@ void copy_with_password(Connection& source, const std::string& host_path, std::s
   const bool same_kind = password.empty() == new_password.empty();
   const OptionalKey key{new_password};
   if (same_kind) {
-    copy_file(source, host_path, key.get());
+    copy_pages(source, host_path, key.get());
   } else {
     const OptionalKey old_key{password};
-    copy_file(source, host_path, old_key.get());
+    copy_pages(source, host_path, old_key.get());
     Connection copy{host_path, {}};
     if (old_key.get()) copy.use_key(*old_key.get());
     copy.first_read();
@@ -70,16 +78,12 @@ void copy_with_password(Connection& source, const std::string& host_path, std::s
 void copy_compacted(Connection& source, const std::string& host_path, std::string_view password) {
   source.statement("VACUUM INTO ?")->with(std::string_view(host_path)).run();
   Connection copy{host_path, {}};
-  std::optional<FileKey> key;
-  if (!password.empty()) {
-    FileSalt salt{};
-    std::ranges::copy(copy.beginning(salt.size()), salt.begin());
-    copy.use_key(key.emplace(password, salt));
-  }
+  const OptionalKey key{password, copy};
+  if (key.get()) copy.use_key(*key.get());
   if (!copy.first_read()) raise(error_number::unknown_format);
   TableCounters::set_back(copy);
   copy.check_integrity();
-  if (key) key->remember(password);
+  if (key.get()) key.get()->remember(password);
 }
 
 void save_copy(Session& session, const std::string& host_path) {
@@ -87,9 +91,20 @@ void save_copy(Session& session, const std::string& host_path) {
   Connection& source = session.connection();
   check_place_of_new_file(host_path);
   WorkingFile file{host_path, support::new_database_mark};
-  const OptionalKey key{session.password()};
-  copy_file(source, file.path(), key.get());
-  check_file(file.path(), key.get());
+  {
+    session.catalogue();
+    const ReadScope nobody_writes{session};
+    source.integer("SELECT count(*) FROM sqlite_schema");
+    Connection bytes{session.host_path(), {.held = true}};
+    const OptionalKey key{session.password(), bytes};
+    if (source.is_all_in_one_file()) {
+      Connection copy{file.path(), {}};
+      bytes.copy_bytes_to(copy);
+    } else {
+      copy_pages(source, file.path(), key.get());
+    }
+    check_file(file.path(), key.get());
+  }
   file.take_name();
 }
 

@@ -8,7 +8,7 @@
 
 namespace engine::embedded {
 
-/// See Database::save_copy. The copy has a key of its own, derived from the same password.
+/// See Database::save_copy. The copy is the file byte for byte, under the same key.
 void save_copy(Session& session, const std::string& host_path);
 
 /// Fills the new, empty file with what is committed in `source`, whose password is `password`, and gives it another

@@ -132,13 +132,15 @@ void RowBuffer::append_text(std::string_view text) {
 }
 
 Value RowBuffer::value(std::size_t row, std::size_t column) const {
-  const char* position = rows_[row].values;
-  for (std::size_t i = 0; i < column; ++i) skip(position);
-  return unpack(position, types_[column]);
+  const char* const values = rows_[row].values;
+  if (reached_.values != values || reached_.column > column) reached_ = {values, 0, values};
+  for (; reached_.column < column; ++reached_.column) skip(reached_.position);
+  return unpack(reached_.position, types_[column]);
 }
 
 void RowBuffer::clear() noexcept {
   rows_.clear();
+  reached_ = {};
   if (blocks_.empty()) return;
   // The last block serves again.
   blocks_.erase(blocks_.begin(), blocks_.end() - 1);

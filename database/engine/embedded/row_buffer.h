@@ -47,6 +47,13 @@ class RowBuffer {
     bool deleted;
   };
 
+  /// Where a value of a row begins.
+  struct Place {
+    const char* values = nullptr;
+    std::size_t column = 0;
+    const char* position = nullptr;
+  };
+
   void append_column(const PreparedStatement& row, int column);
   void append_value(const Value& value);
   void append_null();
@@ -59,9 +66,10 @@ class RowBuffer {
   std::deque<Row> rows_;
   std::vector<std::unique_ptr<char[]>> blocks_;
   std::size_t last_block_size_ = 0;
-  std::size_t room_ = 0;  ///< bytes that are free at the end of the last block
-  char* end_ = nullptr;   ///< where they begin
-  std::string packed_;    ///< the row that is being appended
+  std::size_t room_ = 0;   ///< bytes that are free at the end of the last block
+  char* end_ = nullptr;    ///< where they begin
+  mutable Place reached_;  ///< the value that was asked for last: the next one mostly lies behind it
+  std::string packed_;     ///< the row that is being appended
 };
 
 }  // namespace engine::embedded

@@ -86,6 +86,7 @@ class Session {
 
   /// True where the path, the host's, leads to this session's file, under whatever name.
   bool is_file_at(const std::string& host_path) const;
+  const std::string& host_path() const noexcept { return host_path_; }
   const ConnectionOptions& options() const noexcept { return options_; }
   const std::string& password() const noexcept { return password_; }
   /// See Database::new_password. Interrupted at any point, it leaves a file that the old or the new password opens.
