@@ -1,5 +1,6 @@
 # GoogleTest: Debian's library natively, Debian's sources for Windows.
-# firststeps_test(NAME SOURCES … LIBRARIES … [DEFINITIONS …]) adds a test program NAME and its tests.
+# firststeps_test(NAME SOURCES … LIBRARIES … [DEFINITIONS …]) adds a test program NAME and its tests. What takes long, to build or
+# to run, has the label "long" and is built by long_checks alone.
 if(CMAKE_CROSSCOMPILING)
   set(INSTALL_GTEST OFF)
   find_path(GOOGLETEST_SOURCE_DIR googletest/CMakeLists.txt PATHS /usr/src /usr/local/src PATH_SUFFIXES googletest
@@ -10,6 +11,13 @@ if(CMAKE_CROSSCOMPILING)
 else()
   find_package(GTest REQUIRED)
 endif()
+
+add_custom_target(long_checks)
+# long_check(TARGET …)
+function(long_check)
+  set_target_properties(${ARGN} PROPERTIES EXCLUDE_FROM_ALL ON)
+  add_dependencies(long_checks ${ARGN})
+endfunction()
 
 # The tests' common header, compiled once for all of them.
 if(NOT EXISTS ${CMAKE_BINARY_DIR}/common_header.cpp)
