@@ -7,7 +7,7 @@
 #include <string_view>
 
 #include "database/engine/format/format.h"
-#include "database/opened_target.h"
+#include "database/open_database.h"
 #include "database/query_filter.h"
 #include "support/user_locale.h"
 

@@ -5,7 +5,7 @@
 #include <span>
 
 #include "database/columns.h"
-#include "database/opened_target.h"
+#include "database/open_database.h"
 #include "database/therapy_plan.h"
 #include "support/text.h"
 #include "support/windows_path.h"

@@ -2,9 +2,12 @@
 
 #include <fmt/core.h>
 
+#include <algorithm>
 #include <ctime>
+#include <limits>
 
 #include "support/encoding.h"
+#include "support/error.h"
 
 namespace database {
 namespace {
@@ -32,6 +35,16 @@ std::string_view Environment::patient_password() const {
 
 void Environment::show_message(std::string_view message, std::uint32_t style) const {
   if (message_box) message_box(message, style, product_description);
+}
+
+std::int32_t progress_value(std::int64_t rows) {
+  return static_cast<std::int32_t>(std::min<std::int64_t>(rows, std::numeric_limits<std::int32_t>::max()));
+}
+
+void end_if_interrupted(const Progress* progress) {
+  if (progress != nullptr && progress->interrupted()) {
+    throw support::RuntimeError(support::error_number::cancelled, "Interrupted; nothing of it was kept.");
+  }
 }
 
 }  // namespace database

@@ -1,5 +1,6 @@
-// What the database procedures need of the program around them: password, texts, settings file, clock, the engine, and
-// a way to ask. One per process, built by the program's edge.
+// What the database procedures need of the program around them: password, texts, settings file, clock, the engine, a
+// way to ask, and somebody who is told how far long work is and may end it. One per process, built by the program's
+// edge.
 #pragma once
 
 #include <cstdint>
@@ -11,12 +12,42 @@
 
 #include "database/engine/choice/engine_choice.h"
 #include "database/engine/engine.h"
-#include "database/progress.h"
 #include "support/file_system.h"
 #include "support/ini.h"
 #include "support/language.h"
 
 namespace database {
+
+/// Long work as it is told to whoever shows it, and the user's wish to end it. All calls may be made any number of
+/// times; none raises.
+class Progress {
+ public:
+  virtual ~Progress() = default;
+  /// `maximum` is the value at the end of the work, in units of the caller's; 0 where nobody knows that.
+  virtual void start(std::string_view caption, std::int32_t maximum) = 0;
+  virtual void set_caption(std::string_view caption) = 0;
+  virtual void set_value(std::int32_t value) = 0;
+  virtual void finish() = 0;
+  /// The work goes on: whoever shows it may let its window answer. Work that takes long calls this often.
+  virtual void at_work() {}
+  /// Work that can be ended between two of its parts offers that, between start() and finish(), under this caption.
+  virtual void offer_cancel(std::string_view caption) { static_cast<void>(caption); }
+  /// True once the user has taken that offer.
+  virtual bool cancelled() const { return false; }
+  /// True once the user wants the work to end at its next row, with nothing of it kept.
+  virtual bool interrupted() const { return false; }
+  /// An upgrade works towards a minor version on a table; the table is empty where it works on none.
+  virtual void upgrade_step(std::int16_t version, std::string_view table) {
+    static_cast<void>(version);
+    static_cast<void>(table);
+  }
+};
+
+/// A number of rows as a value of it; the largest there is for a larger number.
+std::int32_t progress_value(std::int64_t rows);
+
+/// Raises 3059 (cancelled by the user) where `progress` is interrupted. Null: nobody can interrupt.
+void end_if_interrupted(const Progress* progress);
 
 /// Password used where the setting is shorter than the shortest.
 inline constexpr std::string_view default_password = "brimol";

@@ -7,7 +7,7 @@
 #include <utility>
 
 #include "database/columns.h"
-#include "database/opened_target.h"
+#include "database/open_database.h"
 #include "support/text.h"
 
 namespace database {

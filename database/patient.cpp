@@ -3,7 +3,7 @@
 #include <fmt/core.h>
 
 #include "database/columns.h"
-#include "database/opened_target.h"
+#include "database/open_database.h"
 
 namespace database {
 namespace {

@@ -6,7 +6,7 @@
 #include <utility>
 
 #include "database/engine/format/format.h"
-#include "database/opened_target.h"
+#include "database/open_database.h"
 #include "database/query_filter.h"
 #include "database/settings.h"
 #include "database/therapy_plan.h"

@@ -8,7 +8,7 @@
 
 #include "database/engine/engine_error.h"
 #include "database/file_failure.h"
-#include "database/opened_target.h"
+#include "database/open_database.h"
 
 namespace database {
 namespace {

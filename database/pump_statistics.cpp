@@ -8,7 +8,7 @@
 
 #include "database/basal_sum.h"
 #include "database/columns.h"
-#include "database/opened_target.h"
+#include "database/open_database.h"
 #include "database/query_filter.h"
 #include "support/encoding.h"
 

@@ -1,6 +1,8 @@
-// Therapy plans: dated headers (`therapieplan`) with items (`therapieplan_details`).
+// Therapy plans: dated headers (`therapieplan`) with items (`therapieplan_details`); and the plan that the wizard makes
+// from what its pages show.
 #pragma once
 
+#include <array>
 #include <cstdint>
 #include <optional>
 #include <string>
@@ -55,5 +57,23 @@ std::string insulin_text(std::string_view name, double bolus, double basal, doub
 
 /// The name in an insulin's text: what stands before the first bar.
 std::string insulin_name(std::string_view text);
+
+/// What the therapy pages show. Something that no page showed is not given, and a plan that is followed keeps it; an
+/// empty text is a field that was left empty.
+struct PlanChoices {
+  std::array<std::optional<std::string>, 5> insulins;  ///< insulin texts by slot
+  std::array<std::optional<std::string>, 3> drugs;
+  std::array<std::optional<double>, 8> targets;  ///< items 500 to 507: mg/dl, then mmHg
+};
+
+/// A new plan of this day from the choices.
+TherapyPlan first_plan(const PlanChoices& choices, engine::Date today);
+
+/// The newest plan carried on with the choices: items that no page shows stay, and so do those of an insulin or drug
+/// whose name is the same. A plan dated today keeps its id and is replaced when saved; otherwise it is a new one.
+TherapyPlan following_plan(const TherapyPlan& newest, const PlanChoices& choices, engine::Date today);
+
+/// True where both plans hold the same items, in whatever order.
+bool same_content(const TherapyPlan& left, const TherapyPlan& right);
 
 }  // namespace database

@@ -3,7 +3,7 @@
 #include <algorithm>
 
 #include "database/columns.h"
-#include "database/opened_target.h"
+#include "database/open_database.h"
 #include "support/encoding.h"
 #include "support/text.h"
 

@@ -8,7 +8,7 @@
 #include "support/host.h"
 #include "wizard/chart_page.h"
 #include "wizard/form_layout.h"
-#include "wizard/home_page_slots.h"
+#include "wizard/home_page.h"
 
 namespace {
 

@@ -11,7 +11,6 @@
 #include "support/host_stream.h"
 
 namespace support {
-
 namespace {
 
 namespace fs = std::filesystem;
@@ -98,6 +97,16 @@ void remove_abandoned_folders(const std::string& host_path, std::string_view mar
     std::error_code ignored;
     if (is_abandoned_folder(folder)) fs::remove_all(folder, ignored);
   }
+}
+
+Replaced put_in_place(ReplacementCalls& calls, const std::string& source, const std::string& target) {
+  const bool existed = calls.exists(target);
+  if (existed ? calls.replace(source, target) : calls.rename(source, target)) return Replaced::Done;
+  if (existed && !calls.exists(target)) {
+    return calls.rename(source, target) ? Replaced::Done : Replaced::OnlySource;
+  }
+  calls.remove(source);
+  return Replaced::Refused;
 }
 
 }  // namespace support

@@ -1,5 +1,5 @@
-// Files that are written beside the one whose name they get in the end, and what is left of them when a process is
-// killed meanwhile.
+// Files that are written beside the one whose place they take in the end; what is left of them when a process is killed
+// meanwhile; and how one takes that place.
 #pragma once
 
 #include <string>
@@ -27,5 +27,26 @@ void remove_abandoned_files(const std::string& host_path, std::string_view mark)
 /// Removes such folders beside the one that is given by its host path, with the files in them: none of these was
 /// changed for ten minutes, no process fills the folder, and there is nothing in it but files. Never raises.
 void remove_abandoned_folders(const std::string& host_path, std::string_view mark);
+
+/// The system's calls, by host path.
+class ReplacementCalls {
+ public:
+  virtual ~ReplacementCalls() = default;
+  /// One file in the place of the other. Where it fails, the other may be there or not.
+  virtual bool replace(const std::string& source, const std::string& target) = 0;
+  /// False where `target` exists.
+  virtual bool rename(const std::string& source, const std::string& target) = 0;
+  virtual bool exists(const std::string& path) const = 0;
+  virtual void remove(const std::string& path) = 0;
+};
+
+enum class Replaced {
+  Done,
+  Refused,     ///< the target is as it was, the source is gone
+  OnlySource,  ///< the target is gone, and the source, which could not take its name, is what there is
+};
+
+/// `source` takes the name of `target`, which may be missing. Never removes the source while the target is missing.
+Replaced put_in_place(ReplacementCalls& calls, const std::string& source, const std::string& target);
 
 }  // namespace support

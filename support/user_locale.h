@@ -1,13 +1,36 @@
-// How the user writes numbers and dates. One locale for the process, set at start-up by the program's edge.
+// How the user writes numbers and dates, and what the user's language calls months, days of the week and halves of a
+// day. One locale for the process, set at start-up by the program's edge.
 #pragma once
 
+#include <array>
 #include <optional>
 #include <string>
 #include <string_view>
 
-#include "support/locale_names.h"
-
 namespace support {
+
+struct LocaleNames {
+  std::array<std::string, 12> months;
+  std::array<std::string, 12> short_months;
+  /// Sunday first.
+  std::array<std::string, 7> weekdays;
+  std::array<std::string, 7> short_weekdays;
+  /// Before and after noon; empty where the language counts 24 hours.
+  std::string morning;
+  std::string afternoon;
+};
+
+LocaleNames german_names();
+LocaleNames english_names();
+LocaleNames french_names();
+
+/// In the pictures, "n" is the number without its sign, "c" the symbol.
+struct CurrencyPicture {
+  std::string symbol = "€";
+  std::string positive = "n c";
+  std::string negative = "-n c";
+  int decimals = 2;
+};
 
 struct UserLocale {
   char decimal_separator = ',';

@@ -7,7 +7,6 @@
 #include "support/text.h"
 
 namespace support {
-
 namespace {
 
 std::string drive_of(std::string_view path) {
@@ -68,6 +67,15 @@ std::string join_path(std::string_view folder, std::string_view name) {
   std::string path = std::string(folder) + "\\" + std::string(name);
   RemoveSlashes(path);
   return path;
+}
+
+std::string virtual_store_twin(const FileSystem& files, std::string_view local_data, std::string_view folder) {
+  constexpr std::size_t drive = 2;
+  const bool on_drive = folder.size() > drive && folder[1] == ':' && folder[drive] == '\\';
+  if (local_data.empty() || !on_drive) return {};
+  std::string twin = std::string(local_data) + "\\VirtualStore" + std::string(folder.substr(drive));
+  RemoveSlashes(twin);
+  return files.folder_exists(twin) && !files.files(twin, "*").empty() ? twin : std::string();
 }
 
 }  // namespace support

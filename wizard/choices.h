@@ -9,7 +9,6 @@
 #include <vector>
 
 #include "database/patient.h"
-#include "database/plan_choices.h"
 #include "database/settings.h"
 #include "database/therapy_plan.h"
 #include "support/error.h"

@@ -1,28 +1,30 @@
-#include "wizard/drug_page.h"
-
+// Page "Medikamente": the names of up to three drugs, beside insulin.
 #include <algorithm>
+#include <array>
+#include <string>
 
 #include "support/text.h"
+#include "wizard/context.h"
 #include "wizard/page_grid.h"
-#include "wizard/page_rows.h"
+#include "wizard/page_list.h"
 #include "wizard/pages.h"
 #include "wizard/stored.h"
 #include "wizard/summary_lines.h"
 
 namespace wizard {
+namespace {
 
 void show_drugs(Context& context, const std::array<std::string, 3>& drugs) {
   for (std::size_t n = 0; n < drugs.size(); ++n)
     context.form.at("txtMedik", static_cast<int>(n)).set_text(support::trim(drugs[n]));
 }
 
+/// The fields' texts without outer blanks.
 std::array<std::string, 3> gather_drugs(const form::Form& form) {
   std::array<std::string, 3> drugs;
   for (std::size_t n = 0; n < drugs.size(); ++n) drugs[n] = typed_text(form.at("txtMedik", static_cast<int>(n)));
   return drugs;
 }
-
-namespace {
 
 using enum form::Kind;
 

@@ -4,7 +4,7 @@
 #include <algorithm>
 
 #include "wizard/page_grid.h"
-#include "wizard/page_rows.h"
+#include "wizard/page_list.h"
 #include "wizard/summary_lines.h"
 
 namespace wizard {

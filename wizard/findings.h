@@ -1,4 +1,5 @@
-// All findings of a run, those of the pages and those of the surroundings, and their texts, for whoever shows them.
+// All findings of a run, those of the pages and those of the surroundings (folders, names, files, the registry, which
+// are looked at and never changed), and their texts, for whoever shows them.
 #pragma once
 
 #include "wizard/choices.h"
@@ -21,5 +22,9 @@ Findings page_findings(const Context& context, const Pages& pages, const Choices
 /// Those of the surroundings, then those of all pages in their order. Looks at files and registry and changes neither.
 /// Never raises.
 Findings all_findings(const Context& context, const Pages& pages, const Choices& choices);
+
+/// What will keep the choices from being stored, or store them elsewhere than expected, and what to do about it. Never
+/// raises.
+Findings surrounding_findings(const Context& context, const Choices& choices);
 
 }  // namespace wizard

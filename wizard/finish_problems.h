@@ -5,7 +5,7 @@
 #include <vector>
 
 #include "support/error.h"
-#include "wizard/finish_report.h"
+#include "wizard/finish_outcome.h"
 #include "wizard/installation_config.h"
 
 namespace wizard {

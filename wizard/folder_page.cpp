@@ -1,14 +1,13 @@
-#include "wizard/folder_page.h"
-
+// Page "netpath": the folder of the patient databases, on this computer or shared.
 #include "support/windows_path.h"
+#include "wizard/context.h"
 #include "wizard/page_grid.h"
-#include "wizard/page_rows.h"
+#include "wizard/page_list.h"
 #include "wizard/pages.h"
 #include "wizard/shared_index.h"
 #include "wizard/summary_lines.h"
 
 namespace wizard {
-
 namespace {
 
 constexpr int new_database = 0;
@@ -28,14 +27,15 @@ class NotTopmost {
   UserPort& user_;
 };
 
-}  // namespace
-
+/// Shows the folder and says whether it lies on a network drive.
 void show_folder(Context& context) {
   context.form.at("lblFolder").set_caption(context.config.PatientData);
   context.show_text(context.form.at("lblLocation"),
                     context.ports.user->is_network_path(context.config.PatientData) ? shared_folder : local_folder);
 }
 
+/// `cmdPath` Click. Button 0 asks for the folder of a new shared database, which must hold no index yet, button 1 for
+/// that of an existing one. A cancelled or refused choice changes nothing.
 void choose_folder(Context& context, int button) {
   if (button < 0 || button >= static_cast<int>(std::size(folder_dialog_title))) return;
   const NotTopmost not_topmost{*context.ports.user};
@@ -50,8 +50,6 @@ void choose_folder(Context& context, int button) {
   bring_index_up_to_date(context);
   show_folder(context);
 }
-
-namespace {
 
 using enum form::Kind;
 

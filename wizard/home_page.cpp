@@ -1,13 +1,15 @@
 #include "wizard/home_page.h"
 
+#include <fmt/core.h>
+
 #include <algorithm>
+#include <vector>
 
 #include "support/encoding.h"
+#include "support/text.h"
 #include "wizard/finish_problems.h"
-#include "wizard/home_page_slots.h"
 
 namespace wizard {
-
 namespace {
 
 /// A chart that was offered and is not chosen. A slot with a chart that this program does not know keeps it.
@@ -43,6 +45,38 @@ void update_home_page(const Context& context, const std::vector<ChartChoice>& ch
     else if (is_unticked(charts, slot))
       writer.ini_key(file, section, entry, slot_with_chart(slot, ""));
   }
+}
+
+namespace {
+
+constexpr std::size_t chart_field = 2;
+
+std::vector<std::string> fields_of(std::string_view slot) {
+  std::vector<std::string> fields;
+  support::Split(slot, fields, "|");
+  return fields;
+}
+
+}  // namespace
+
+std::string home_page_section(const Context& context, std::string_view file) {
+  return context.ini_value(file, "setup", "homepage");
+}
+
+std::string slot_entry(int slot) { return fmt::format("CHART{}", slot); }
+
+std::string chart_in_slot(std::string_view slot) {
+  const auto fields = fields_of(slot);
+  return fields.size() > chart_field ? fields[chart_field] : std::string();
+}
+
+std::string slot_with_chart(std::string_view slot, std::string_view chart) {
+  auto fields = fields_of(slot);
+  fields.resize(std::max(fields.size(), chart_field + 1));
+  fields[chart_field] = chart;
+  std::string joined = fields.front();
+  for (std::size_t n = 1; n < fields.size(); ++n) joined += "|" + fields[n];
+  return joined;
 }
 
 }  // namespace wizard

@@ -5,7 +5,7 @@
 #include "support/encoding.h"
 #include "support/text.h"
 #include "wizard/page_grid.h"
-#include "wizard/page_rows.h"
+#include "wizard/page_list.h"
 #include "wizard/pages.h"
 #include "wizard/stored.h"
 #include "wizard/summary_lines.h"

@@ -1,6 +1,6 @@
 // Page "Intro": the welcome.
 #include "wizard/page_grid.h"
-#include "wizard/page_rows.h"
+#include "wizard/page_list.h"
 
 namespace wizard {
 

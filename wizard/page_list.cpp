@@ -3,7 +3,6 @@
 #include <algorithm>
 
 #include "support/encoding.h"
-#include "wizard/page_rows.h"
 
 namespace wizard {
 
@@ -29,6 +28,22 @@ std::string default_steps(bool professional) {
     steps += (steps.empty() ? "" : "|") + std::string(page->step.empty() ? page->tag : page->step);
   }
   return steps;
+}
+
+void start_animation(form::Form& form, const Page* page) {
+  form::Control& timer = form.at("Timer1");
+  // Stopped first: the same interval is started anew.
+  timer.set_interval(0);
+  if (page) timer.set_interval(page->animation.interval);
+}
+
+void advance_animation(Context& context, const Page* page) {
+  if (page && page->animation.tick) page->animation.tick(context);
+}
+
+void blink(form::Form& form, std::string_view picture) {
+  form::Control& mark = form.at(picture);
+  mark.set_visible(!mark.visible());
 }
 
 }  // namespace wizard

@@ -1,18 +1,18 @@
-#include "wizard/patient_page.h"
-
+// Page "PatDat": the patient's name and address, the type of diabetes and the kind of therapy.
+#include "database/patient.h"
 #include "support/text.h"
+#include "wizard/context.h"
 #include "wizard/form/match_list.h"
 #include "wizard/new_database_path.h"
 #include "wizard/option_groups.h"
 #include "wizard/page_grid.h"
-#include "wizard/page_rows.h"
+#include "wizard/page_list.h"
 #include "wizard/pages.h"
 #include "wizard/stored.h"
 #include "wizard/summary_lines.h"
 #include "wizard/therapy_kind.h"
 
 namespace wizard {
-
 namespace {
 
 struct TextField {
@@ -40,8 +40,7 @@ constexpr NumberedList lists[] = {
     {"cbTherapie", 4821, 5, &database::PatientRecord::therapy},
 };
 
-}  // namespace
-
+/// Fills the lists of diabetes types and therapy kinds; item data are the numbers that the patient record holds.
 void fill_patient_lists(Context& context) {
   for (const NumberedList& list : lists) {
     std::vector<form::ListItem> items;
@@ -50,6 +49,7 @@ void fill_patient_lists(Context& context) {
   }
 }
 
+/// Needs the lists. A number that a list does not have selects nothing in it, an unknown gender no option.
 void show_patient(Context& context, const database::PatientRecord& patient) {
   for (const TextField& field : text_fields) context.form.at(field.control).set_text(patient.*field.member);
   if (form::Control* gender = context.form.find("optGender", patient.gender)) gender->set_value(1);
@@ -57,6 +57,8 @@ void show_patient(Context& context, const database::PatientRecord& patient) {
     form::MatchList(context.form.at(list.control), std::to_string(patient.*list.member));
 }
 
+/// Takes the page's fields over into the record; a list without a selection and options of which none is
+/// chosen leave their number as it was.
 void gather_patient(const form::Form& form, database::PatientRecord& patient) {
   for (const TextField& field : text_fields) patient.*field.member = typed_text(form.at(field.control));
   if (const int gender = chosen_option(form, "optGender"); gender >= 0)
@@ -66,6 +68,7 @@ void gather_patient(const form::Form& form, database::PatientRecord& patient) {
       patient.*list.member = static_cast<std::int16_t>(box.selected_item_data());
 }
 
+/// False, after saying why, where first name or name is blank; the field has the focus then.
 bool check_patient(Context& context) {
   struct Required {
     std::string_view control;
@@ -80,8 +83,6 @@ bool check_patient(Context& context) {
   }
   return true;
 }
-
-namespace {
 
 using enum form::Kind;
 

@@ -5,7 +5,7 @@
 #include "support/user_locale.h"
 #include "wizard/form/match_list.h"
 #include "wizard/page_grid.h"
-#include "wizard/page_rows.h"
+#include "wizard/page_list.h"
 #include "wizard/pages.h"
 #include "wizard/summary_lines.h"
 

@@ -1,7 +1,6 @@
 // Page "sidebar": whether the diary shows its side bar.
-#include "wizard/animation.h"
 #include "wizard/page_grid.h"
-#include "wizard/page_rows.h"
+#include "wizard/page_list.h"
 #include "wizard/summary_lines.h"
 
 namespace wizard {

@@ -3,9 +3,8 @@
 
 #include <algorithm>
 
-#include "wizard/animation.h"
 #include "wizard/page_grid.h"
-#include "wizard/page_rows.h"
+#include "wizard/page_list.h"
 #include "wizard/summary_lines.h"
 
 namespace wizard {

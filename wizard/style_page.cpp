@@ -1,6 +1,6 @@
 // Page "Darstellung": the style of the diary's main window.
 #include "wizard/page_grid.h"
-#include "wizard/page_rows.h"
+#include "wizard/page_list.h"
 #include "wizard/summary_lines.h"
 
 namespace wizard {

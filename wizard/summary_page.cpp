@@ -9,7 +9,6 @@
 #include "wizard/finish_outcome.h"
 #include "wizard/page_grid.h"
 #include "wizard/page_list.h"
-#include "wizard/page_rows.h"
 #include "wizard/pages.h"
 
 namespace wizard {

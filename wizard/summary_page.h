@@ -6,7 +6,7 @@
 #include "wizard/choices.h"
 #include "wizard/context.h"
 #include "wizard/finding.h"
-#include "wizard/finish_report.h"
+#include "wizard/finish_outcome.h"
 
 namespace wizard {
 

@@ -1,5 +1,5 @@
 // Pages "Therapie_BZ" and "Therapie_BP": target values of blood glucose and blood pressure, `txtvorgabe` 0 to 3 and 4
-// to 7.
+// to 7, and what is worth a word about them.
 #pragma once
 
 #include <array>
@@ -9,8 +9,11 @@
 #include <string>
 
 #include "database/settings.h"
+#include "wizard/choices.h"
 #include "wizard/context.h"
+#include "wizard/finding.h"
 #include "wizard/glucose_unit.h"
+#include "wizard/pages.h"
 
 namespace wizard {
 
@@ -66,5 +69,8 @@ class TargetsPage {
   GlucoseUnit shown_unit_ = GlucoseUnit::MgDl;
   std::array<Shown, all_fields> shown_;
 };
+
+void find_in_glucose_targets(const Context& context, const Pages& pages, const Choices& choices, Findings& findings);
+void find_in_pressure_targets(const Context& context, const Pages& pages, const Choices& choices, Findings& findings);
 
 }  // namespace wizard

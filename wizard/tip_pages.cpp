@@ -4,7 +4,6 @@
 
 #include "wizard/page_grid.h"
 #include "wizard/page_list.h"
-#include "wizard/page_rows.h"
 #include "wizard/pages.h"
 
 namespace wizard {

@@ -1,6 +1,6 @@
 // Page "Maßeinheit": the unit of blood glucose.
 #include "wizard/page_grid.h"
-#include "wizard/page_rows.h"
+#include "wizard/page_list.h"
 #include "wizard/pages.h"
 #include "wizard/summary_lines.h"
 

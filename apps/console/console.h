@@ -1,5 +1,5 @@
 // What a console program is given by its platform's main, and how it ends: streams and arguments in UTF-8, one meaning
-// for each exit code, one form for each error.
+// for each exit code, one form for each error. The texts of help and manual on exit codes and version.
 #pragma once
 
 #include <chrono>
@@ -57,5 +57,25 @@ int run_guarded(Console& console, std::string_view program, const std::function<
 
 /// The program behind main, defined once in each program. Arguments without the program's own name.
 int program(const std::vector<std::string>& arguments, Console& console);
+
+struct ExitCode {
+  int code;
+  std::string_view meaning;
+};
+
+/// Of every console program.
+inline constexpr ExitCode common_exit_codes[] = {
+    {exit_done, "done"},
+    {exit_failed, "failed, or not all of it was done (\"error NUMBER: text\" on standard error)"},
+    {exit_usage, "wrong usage: arguments, or files given as arguments; nothing was touched"},
+};
+
+/// "Exit codes: 0 done, 1 …", with the one that a program has of its own.
+std::string exit_codes_text(const ExitCode& own);
+
+/// As --version tells it.
+std::string version_text(std::string_view program);
+
+inline constexpr std::string_view version_option_name = "--version";
 
 }  // namespace console

@@ -3,6 +3,7 @@
 #include <fmt/core.h>
 
 #include <algorithm>
+#include <csignal>
 
 #include "apps/console/text_table.h"
 #include "database/version_record.h"
@@ -94,5 +95,25 @@ void ProgressLine::upgrade_step(std::int16_t version, std::string_view table) {
   const double share = static_cast<double>(version) / database::current_minor_version;
   show(share, fmt::format("4.{} {}", version, table), "", now);
 }
+
+namespace {
+
+volatile std::sig_atomic_t interrupted = 0;
+
+void note(int) {
+  interrupted = 1;
+  std::signal(SIGINT, SIG_DFL);
+}
+
+}  // namespace
+
+Interrupt::Interrupt() {
+  interrupted = 0;
+  before_ = std::signal(SIGINT, note);
+}
+
+Interrupt::~Interrupt() { std::signal(SIGINT, before_ == SIG_ERR ? SIG_DFL : before_); }
+
+bool Interrupt::wanted() noexcept { return interrupted != 0; }
 
 }  // namespace console

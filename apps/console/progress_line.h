@@ -1,15 +1,28 @@
 // Long work as one line of a terminal that is written over: a bar, what is being done, how much of it, and the time
-// that is left. Nothing where the output is no terminal, and nothing for work of less than half a second.
+// that is left. Nothing where the output is no terminal, and nothing for work of less than half a second. Ctrl+C while
+// it lasts is a wish, which the work looks at where it can stop.
 #pragma once
 
 #include <chrono>
 #include <string>
 
 #include "apps/console/console.h"
-#include "apps/console/interrupt.h"
-#include "database/progress.h"
+#include "database/environment.h"
 
 namespace console {
+
+/// While it lives, the first Ctrl+C is noted, and the next one ends the program as ever. One at a time.
+class Interrupt {
+ public:
+  Interrupt();
+  ~Interrupt();
+  Interrupt(const Interrupt&) = delete;
+  Interrupt& operator=(const Interrupt&) = delete;
+  static bool wanted() noexcept;
+
+ private:
+  void (*before_)(int);
+};
 
 class ProgressLine : public database::Progress {
  public:

@@ -1,11 +1,9 @@
 #include "apps/firststeps_batch/firststeps_batch.h"
 
 #include "apps/console/arguments.h"
-#include "apps/console/exit_codes.h"
+#include "apps/console/console.h"
 #include "apps/console/journal.h"
-#include "apps/firststeps_batch/answer_controls.h"
 #include "apps/firststeps_batch/installation.h"
-#include "apps/firststeps_batch/page_refused.h"
 #include "apps/firststeps_batch/read_only_ports.h"
 #include "apps/firststeps_batch/report.h"
 #include "apps/firststeps_batch/walk.h"

@@ -1,6 +1,12 @@
-// Walks the wizard's pages with the answers of the file, as far as the last page.
+// Walks the wizard's pages as far as the last page. Answers are put into the form's controls as a user's hand would:
+// the control is set, its event raised. Each kind of control takes its own form of value:
+//
+//   text box           name=text                    option buttons   name=index of the chosen one
+//   drop-down list     name=item data, or its text  charts           name=key|key, all others unticked
+//   list with text     name=any text                folder button    name(index)=folder, a host path
 #pragma once
 
+#include <stdexcept>
 #include <string>
 #include <vector>
 
@@ -9,6 +15,29 @@
 #include "wizard/assistant.h"
 
 namespace firststeps_batch {
+
+/// Raises console::InputError for the first page or control that the form does not have, or that takes no answer.
+void check_names(const form::Form& form, const Answers& answers);
+
+/// Applies one page's answers in their order, on the page that is shown. Raises console::InputError for a value that
+/// its control does not take, and for a control that is hidden or disabled then; PageRefused where the page itself says
+/// no.
+void apply(wizard::frmAssistantFirstSteps& assistant, BatchUser& user, const Answers& answers, const PageAnswers& page);
+
+/// A page said no to its answers: the run ends without having written anything.
+class PageRefused : public std::runtime_error {
+ public:
+  /// The messages from `first` on are what the page said.
+  PageRefused(const std::string& page, const std::vector<std::string>& messages, std::size_t first)
+      : std::runtime_error(text(page, messages, first)) {}
+
+ private:
+  static std::string text(const std::string& page, const std::vector<std::string>& messages, std::size_t first) {
+    std::string text = "The page " + page + " refuses its answers";
+    for (std::size_t i = first; i < messages.size(); ++i) text += (i == first ? ": " : " ") + messages[i];
+    return text;
+  }
+};
 
 /// Answers each page as it is shown and presses Next, until the last page is answered; nothing is written yet. Returns
 /// the pages of the file that were not shown. Raises PageRefused with page and message, and console::InputError

@@ -3,8 +3,8 @@
 #include "apps/console/progress_line.h"
 #include "apps/patientdb/command.h"
 #include "apps/patientdb/database_operand.h"
-#include "apps/patientdb/fingerprint_output.h"
 #include "apps/patientdb/tool_environment.h"
+#include "apps/patientdb/value_output.h"
 #include "support/file_system.h"
 
 namespace patientdb {

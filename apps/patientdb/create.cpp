@@ -1,6 +1,5 @@
 #include "apps/patientdb/command.h"
 #include "apps/patientdb/database_operand.h"
-#include "apps/patientdb/engine_option.h"
 #include "apps/patientdb/patient_arguments.h"
 #include "apps/patientdb/tool_environment.h"
 #include "database/creation/create_database.h"

@@ -6,7 +6,7 @@
 #include <string_view>
 #include <vector>
 
-#include "apps/console/exit_codes.h"
+#include "apps/console/console.h"
 #include "apps/patientdb/command.h"
 
 namespace patientdb {

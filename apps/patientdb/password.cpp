@@ -1,6 +1,5 @@
 #include "apps/patientdb/command.h"
 #include "apps/patientdb/database_operand.h"
-#include "apps/patientdb/engine_option.h"
 #include "database/environment.h"
 #include "database/open_database.h"
 #include "support/encoding.h"

@@ -3,10 +3,10 @@
 #include <algorithm>
 #include <array>
 
-#include "apps/console/exit_codes.h"
+#include "apps/console/console.h"
 #include "apps/console/journal.h"
 #include "apps/patientdb/command.h"
-#include "apps/patientdb/engine_option.h"
+#include "apps/patientdb/database_operand.h"
 #include "apps/patientdb/manual.h"
 #include "database/engine/choice/engine_choice.h"
 #include "support/file_system.h"

@@ -1,6 +1,6 @@
 #include "apps/patientdb/command.h"
 #include "apps/patientdb/database_operand.h"
-#include "apps/patientdb/date_arguments.h"
+#include "apps/patientdb/patient_arguments.h"
 #include "apps/patientdb/tool_environment.h"
 #include "apps/patientdb/value_output.h"
 #include "database/availability.h"

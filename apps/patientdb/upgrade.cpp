@@ -3,7 +3,6 @@
 #include "apps/console/progress_line.h"
 #include "apps/patientdb/command.h"
 #include "apps/patientdb/database_operand.h"
-#include "apps/patientdb/pump_question.h"
 #include "apps/patientdb/tool_environment.h"
 #include "database/open_database.h"
 #include "database/upgrade/file_upgrade.h"

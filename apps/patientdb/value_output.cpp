@@ -1,5 +1,9 @@
 #include "apps/patientdb/value_output.h"
 
+#include <fmt/core.h>
+
+#include "database/keeping/same_content.h"
+
 namespace patientdb {
 namespace {
 
@@ -40,6 +44,19 @@ console::TextTable::Align alignment(engine::DataType type) {
   using enum engine::DataType;
   const bool text = type == Text || type == Memo || type == Date;
   return text ? console::TextTable::Align::Left : console::TextTable::Align::Right;
+}
+
+void write_sum(std::ostream& out, const std::vector<database::keeping::TableFingerprint>& tables) {
+  out << tables.size() << " tables, " << database::keeping::row_count(tables) << " rows";
+}
+
+void write_tables(support::JsonWriter& json, const std::vector<database::keeping::TableFingerprint>& tables) {
+  json.begin_array();
+  for (const database::keeping::TableFingerprint& table : tables) {
+    json.begin_object().key("table").text(table.table).key("rows").integer(table.rows);
+    json.key("checksum").text(fmt::format("{:016x}", table.checksum)).end_object();
+  }
+  json.end_array();
 }
 
 }  // namespace patientdb

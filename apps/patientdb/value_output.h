@@ -1,12 +1,15 @@
-// A field's value as the console tool shows it: to a person as a cell, to a program as JSON. Never in the user's
-// locale.
+// What the console tool prints of a database: a field's value, to a person as a cell, to a program as JSON, never in
+// the user's locale; the tables of a database that was copied or checked.
 #pragma once
 
 #include <optional>
+#include <ostream>
 #include <string>
+#include <vector>
 
 #include "apps/console/text_table.h"
 #include "database/engine/engine.h"
+#include "database/keeping/table_fingerprint.h"
 #include "support/json_writer.h"
 
 namespace patientdb {
@@ -25,5 +28,11 @@ void write_json(support::JsonWriter& json, const engine::Value& value);
 
 /// Numbers stand to the right.
 console::TextTable::Align alignment(engine::DataType type);
+
+/// "43 tables, 120 rows"
+void write_sum(std::ostream& out, const std::vector<database::keeping::TableFingerprint>& tables);
+
+/// A list of objects: table, rows, checksum (16 hexadecimal digits).
+void write_tables(support::JsonWriter& json, const std::vector<database::keeping::TableFingerprint>& tables);
 
 }  // namespace patientdb

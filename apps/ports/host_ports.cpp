@@ -1,10 +1,10 @@
 #include "apps/ports/host_ports.h"
 
 #include "database/environment.h"
-#include "database/jet_import/readable_copy.h"
+#include "database/jet_import/import.h"
 #include "support/host.h"
 #include "support/language.h"
-#include "support/virtual_store.h"
+#include "support/windows_path.h"
 
 namespace apps {
 wizard::Ports host_ports(support::Registry& registry, wizard::UserPort& user, const std::string& own_folder,

@@ -7,7 +7,7 @@
 #include <utility>
 #include <vector>
 
-#include "database/engine/week.h"
+#include "database/engine/date.h"
 #include "support/encoding.h"
 #include "support/text.h"
 #include "support/user_locale.h"

@@ -11,7 +11,6 @@
 #include "database/columns.h"
 #include "database/file_failure.h"
 #include "database/open_database.h"
-#include "database/opened_target.h"
 #include "database/upgrade/ladder.h"
 #include "database/version_record.h"
 #include "support/encoding.h"

@@ -5,7 +5,6 @@
 
 #include "database/index/index_database.h"
 #include "database/open_database.h"
-#include "database/opened_target.h"
 #include "database/schema/table_builder.h"
 #include "support/encoding.h"
 #include "support/yield_to_input.h"

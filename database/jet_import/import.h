@@ -1,7 +1,9 @@
-// Copies a database that was written by another engine into a new one of ours, all of it or nothing.
+// Copies a database that was written by another engine into a new one of ours, all of it or nothing; for good, or for
+// procedures that read another database beside their own.
 #pragma once
 
 #include <cstdint>
+#include <memory>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -36,5 +38,10 @@ struct Choices {
 /// transaction. A property that our engine refuses (a default that it cannot compute) is left out with a note.
 Report import_database(const database::Environment& environment, Source& source, std::string_view target,
                        const Choices& choices);
+
+/// Copies the file into the folder for temporary files, without password; fields that cannot be held are left out. The
+/// file is opened without password first, then with that of the environment's patients. Raises what open_source and
+/// import_database raise.
+std::unique_ptr<database::ReadableCopy> readable_copy(const database::Environment& environment, std::string_view path);
 
 }  // namespace jet_import

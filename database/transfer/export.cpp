@@ -7,7 +7,6 @@
 #include <utility>
 
 #include "database/transfer/table_writer.h"
-#include "database/transfer/transfer_error.h"
 #include "database/transfer/value_text.h"
 #include "support/encoding.h"
 

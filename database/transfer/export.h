@@ -5,8 +5,8 @@
 #include <string>
 #include <vector>
 
+#include "database/environment.h"
 #include "database/jet_import/source.h"
-#include "database/progress.h"
 #include "database/transfer/delimited_text.h"
 
 namespace transfer {

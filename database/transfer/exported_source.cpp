@@ -9,7 +9,6 @@
 #include "database/transfer/delimited_text.h"
 #include "database/transfer/layout_tables.h"
 #include "database/transfer/sql_words.h"
-#include "database/transfer/transfer_error.h"
 #include "database/transfer/value_text.h"
 #include "support/encoding.h"
 #include "support/host_path.h"

@@ -5,7 +5,7 @@
 #include <tuple>
 
 #include "database/layout_json.h"
-#include "database/transfer/transfer_error.h"
+#include "database/transfer/value_text.h"
 #include "support/text.h"
 
 namespace transfer {

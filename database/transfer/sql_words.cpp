@@ -2,7 +2,7 @@
 
 #include <fmt/core.h>
 
-#include "database/transfer/transfer_error.h"
+#include "database/transfer/value_text.h"
 
 namespace transfer {
 namespace {

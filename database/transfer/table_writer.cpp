@@ -5,7 +5,7 @@
 #include <algorithm>
 
 #include "database/engine/engine_error.h"
-#include "database/transfer/transfer_error.h"
+#include "database/transfer/value_text.h"
 #include "support/encoding.h"
 
 namespace transfer {

@@ -9,7 +9,6 @@
 #include <optional>
 
 #include "database/engine/engine_error.h"
-#include "database/transfer/transfer_error.h"
 #include "support/text.h"
 
 namespace transfer {

@@ -1,4 +1,5 @@
-// A value as a text that reads back as the same value, bit for bit, whatever the locale.
+// A value as a text that reads back as the same value, bit for bit, whatever the locale; and the error numbers of
+// values and files that cannot be taken over.
 #pragma once
 
 #include <string>
@@ -7,6 +8,9 @@
 #include "database/engine/engine.h"
 
 namespace transfer {
+
+inline constexpr auto unknown_format = support::error_number::unknown_format;
+inline constexpr auto cannot_convert = support::error_number::conversion;
 
 /// Yes/No is -1 or 0, a number its shortest text with ".", a date as date_text() writes it, a text itself.
 /// Precondition: the value is not Null.

@@ -4,7 +4,7 @@
 #include <optional>
 
 #include "database/file_failure.h"
-#include "database/opened_target.h"
+#include "database/open_database.h"
 #include "database/upgrade/steps.h"
 
 namespace database {

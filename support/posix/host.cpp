@@ -4,7 +4,7 @@
 
 #include "support/file_ini_files.h"
 #include "support/hive_registry.h"
-#include "support/virtual_store.h"
+#include "support/windows_path.h"
 
 namespace support {
 

@@ -17,7 +17,7 @@
 #include "support/abandoned_files.h"
 #include "support/error.h"
 #include "support/posix/descriptor.h"
-#include "support/posix/folder.h"
+#include "support/posix/posix_file_system.h"
 
 namespace support {
 

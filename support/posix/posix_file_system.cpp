@@ -1,6 +1,7 @@
 #include "support/posix/posix_file_system.h"
 
 #include <dirent.h>
+#include <fcntl.h>
 #include <sys/stat.h>
 #include <sys/statvfs.h>
 #include <unistd.h>
@@ -12,9 +13,9 @@
 
 #include "support/encoding.h"
 #include "support/host_file.h"
+#include "support/posix/descriptor.h"
 
 namespace support {
-
 namespace {
 
 // Below a device no file can be, so a path that must not exist is put there.
@@ -171,6 +172,17 @@ std::string PosixFileSystem::windows_path(std::string_view host_path) const {
 FileSystem& host_file_system() {
   static PosixFileSystem files;
   return files;
+}
+
+std::string folder_of(const std::string& path) {
+  const auto slash = path.rfind('/');
+  if (slash == std::string::npos) return ".";
+  return slash == 0 ? "/" : path.substr(0, slash);
+}
+
+void sync_folder_of(const std::string& path) {
+  const Descriptor folder(open(folder_of(path).c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
+  if (folder) fsync(folder.get());
 }
 
 }  // namespace support

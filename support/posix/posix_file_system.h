@@ -1,9 +1,17 @@
 // Windows paths on a POSIX machine.
 #pragma once
 
+#include <string>
+
 #include "support/file_system.h"
 
 namespace support {
+
+/// "." for a name without a folder.
+std::string folder_of(const std::string& path);
+
+/// A file's new name is on the disk only when its folder is. What cannot be synced is left to the system.
+void sync_folder_of(const std::string& path);
 
 class PosixFileSystem final : public FileSystem {
  public:

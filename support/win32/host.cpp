@@ -7,9 +7,9 @@
 
 #include "support/hive_registry.h"
 #include "support/text.h"
-#include "support/virtual_store.h"
 #include "support/win32/wide.h"
 #include "support/win32/win32_registry.h"
+#include "support/windows_path.h"
 
 namespace support {
 

@@ -15,7 +15,6 @@
 #include "support/encoding.h"
 #include "support/error.h"
 #include "support/file_system.h"
-#include "support/replacement.h"
 #include "support/win32/handle.h"
 #include "support/win32/sharing.h"
 #include "support/win32/wide.h"

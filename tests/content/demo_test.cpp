@@ -4,7 +4,7 @@
 
 #include <filesystem>
 
-#include "apps/firststeps_batch/answer_controls.h"
+#include "apps/firststeps_batch/walk.h"
 #include "database/creation/create_database.h"
 #include "database/open_database.h"
 #include "database/patient.h"

@@ -1,7 +1,7 @@
 // The plan made from what the therapy pages show.
-#include "database/plan_choices.h"
-
 #include <gtest/gtest.h>
+
+#include "database/therapy_plan.h"
 
 namespace database::testing {
 namespace {

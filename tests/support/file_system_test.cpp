@@ -11,7 +11,7 @@
 #include "support/host_file.h"
 #include "support/host_path.h"
 #include "support/host_stream.h"
-#include "support/virtual_store.h"
+#include "support/windows_path.h"
 #include "tests/support/file_age.h"
 #include "tests/support/temporary_folder.h"
 

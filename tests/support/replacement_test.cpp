@@ -1,8 +1,8 @@
-#include "support/replacement.h"
-
 #include <gtest/gtest.h>
 
 #include <map>
+
+#include "support/abandoned_files.h"
 
 namespace support {
 namespace {

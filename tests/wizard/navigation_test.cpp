@@ -1,7 +1,6 @@
 // The list of pages, the three buttons, and what is shown on a page's arrival.
 #include "tests/wizard/wizard_test.h"
 #include "wizard/page_list.h"
-#include "wizard/page_rows.h"
 #include "wizard/step_list.h"
 
 namespace wizard::testing {

@@ -8,7 +8,6 @@
 #include "support/error.h"
 
 namespace form {
-
 namespace {
 
 bool same_name(std::string_view left, std::string_view right) noexcept {
@@ -153,6 +152,11 @@ void Form::request_redraw(Control& control) {
 
 void Form::changed(const Control& control, Property property) {
   if (observer_) observer_->property_changed(control, property);
+}
+
+void SetProgressbarColor(Control& bar, std::uint32_t colour) {
+  support::Procedure procedure{"code!SetProgressbarColor"};
+  procedure.step([&] { bar.set_colours({.bar = colour, .background = 0xFFFFFF}); });
 }
 
 }  // namespace form

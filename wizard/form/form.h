@@ -230,4 +230,7 @@ class Form {
   Control* focus_ = nullptr;
 };
 
+/// Bar colour as 0xBBGGRR; the background becomes white. Never raises.
+void SetProgressbarColor(Control& bar, std::uint32_t colour);
+
 }  // namespace form

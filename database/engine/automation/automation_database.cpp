@@ -3,9 +3,9 @@
 #include <algorithm>
 #include <iterator>
 
+#include "database/engine/automation/automation_engine.h"
 #include "database/engine/automation/automation_recordset.h"
 #include "database/engine/automation/bracketed_words.h"
-#include "database/engine/automation/closed_file_copy.h"
 #include "database/engine/engine_error.h"
 #include "support/abandoned_files.h"
 #include "support/file_system.h"

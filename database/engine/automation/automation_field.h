@@ -5,7 +5,7 @@
 #include <string>
 #include <string_view>
 
-#include "database/engine/automation/collection.h"
+#include "database/engine/automation/object.h"
 #include "database/engine/engine.h"
 
 namespace engine::automation {

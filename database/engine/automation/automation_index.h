@@ -6,7 +6,7 @@
 #include <string_view>
 
 #include "database/engine/automation/automation_field.h"
-#include "database/engine/automation/collection.h"
+#include "database/engine/automation/object.h"
 #include "database/engine/engine.h"
 
 namespace engine::automation {

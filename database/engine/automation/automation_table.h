@@ -10,7 +10,7 @@
 
 #include "database/engine/automation/automation_field.h"
 #include "database/engine/automation/automation_index.h"
-#include "database/engine/automation/collection.h"
+#include "database/engine/automation/object.h"
 #include "database/engine/engine.h"
 
 namespace engine::automation {

@@ -11,4 +11,20 @@ Object::Object(std::shared_ptr<Server> server, Kind kind, const support::Variant
   dispatch_ = support::DispatchObject(numbers(kind), V_DISPATCH(&result.get()));
 }
 
+void Collection::refresh() const {
+  try {
+    collection_.call(L"Refresh");
+  } catch (const support::RuntimeError&) {
+    // A list that cannot be read anew is the one that the engine has: what it lacks is an error when it is asked for.
+  }
+}
+
+const Object& Collection::get() const {
+  if (collection_) return collection_;
+  if (!owner_) raise(error_number::object_invalid);
+  collection_ = owner_.object(kind_, member_);
+  if (stored_) refresh();
+  return collection_;
+}
+
 }  // namespace engine::automation

@@ -1,7 +1,7 @@
 #include "database/engine/embedded/embedded_engine.h"
 
 #include "database/engine/embedded/embedded_database.h"
-#include "database/engine/embedded/openings.h"
+#include "database/engine/embedded/keys_ahead.h"
 #include "support/encoding.h"
 #include "support/file_system.h"
 

@@ -1,9 +1,11 @@
-// The whole file written anew beside the old one, whose place it takes: at any moment there is the old file or the new
-// one.
+// What a session does to its file as a whole, a change of password and a compaction: the file is written anew beside
+// the old one, whose place it takes. At any moment there is the old file or the new one.
 #include <algorithm>
 #include <filesystem>
 
+#include "database/engine/embedded/file_copy.h"
 #include "database/engine/embedded/session.h"
+#include "database/engine/embedded/table_counters.h"
 #include "database/engine/embedded/working_file.h"
 #include "database/engine/engine_error.h"
 #include "support/abandoned_files.h"
@@ -58,6 +60,38 @@ void Session::write_anew(const std::function<void(Connection& reader, const std:
     fill(reader, file.path());
   }
   file.replace(connection_);
+}
+
+void Session::compact(const std::function<void(const std::string& host_path)>& verify) {
+  require_open();
+  if (in_transaction_) raise(error_number::not_in_transaction);
+  prepare_change();
+  // Of a file that is not there yet nothing can be compacted.
+  if (new_file_) return;
+  rewrite([&](Connection& reader, const std::string& path) {
+    copy_compacted(reader, path, password_);
+    verify(path);
+  });
+  // What this handle gave beyond the highest number was set back with the rest.
+  counters_ = {};
+  connect_existing();
+}
+
+void Session::change_password(std::string_view old_password, std::string_view new_password) {
+  require_open();
+  if (is_too_long(new_password) || old_password != password_) raise(error_number::wrong_password);
+  if (in_transaction_) raise(error_number::not_in_transaction);
+  prepare_change();
+  if (new_file_) {
+    disconnect();
+    password_ = new_password;
+    return;
+  }
+  rewrite(
+      [&](Connection& reader, const std::string& path) { copy_with_password(reader, path, password_, new_password); });
+  wipe_memory(password_.data(), password_.size());
+  password_ = new_password;
+  connect_existing();
 }
 
 }  // namespace engine::embedded

@@ -7,14 +7,17 @@
 
 #include <condition_variable>
 #include <cstddef>
+#include <deque>
 #include <list>
 #include <mutex>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <thread>
 #include <vector>
 
 #include "database/engine/embedded/file_keys.h"
+#include "database/engine/engine.h"
 
 namespace engine::embedded {
 
@@ -62,6 +65,27 @@ class KeysAhead {
   Slots slots_;
   bool ending_ = false;
   std::vector<std::thread> threads_;
+};
+
+/// Openings of encrypted files prepared ahead: their salts are read, and their keys derived, before their turn.
+class EmbeddedOpenings : public OpeningsAhead {
+ public:
+  explicit EmbeddedOpenings(std::string_view password) : password_(password), keys_(password) {}
+  ~EmbeddedOpenings() override { wipe_memory(password_.data(), password_.size()); }
+  EmbeddedOpenings(const EmbeddedOpenings&) = delete;
+  EmbeddedOpenings& operator=(const EmbeddedOpenings&) = delete;
+
+  bool has_room() const override { return announced_.size() < KeysAhead::most_expected(); }
+  void announce(std::string_view path) override;
+  void pass() override;
+
+ private:
+  /// The salt of a file whose key is still to be derived.
+  std::optional<FileSalt> new_salt_of(std::string_view path) const;
+
+  std::string password_;
+  KeysAhead keys_;
+  std::deque<std::optional<FileSalt>> announced_;
 };
 
 }  // namespace engine::embedded

@@ -14,7 +14,6 @@
 #include "database/engine/embedded/connection.h"
 #include "database/engine/embedded/stored_catalogue.h"
 #include "database/engine/embedded/table_counters.h"
-#include "database/engine/embedded/table_statements.h"
 
 namespace engine::embedded {
 

@@ -3,8 +3,8 @@
 
 #include <string>
 
+#include "database/engine/date.h"
 #include "database/engine/format/format_picture.h"
-#include "database/engine/week.h"
 
 namespace engine::pictures {
 

@@ -13,8 +13,8 @@
 #include <string>
 #include <string_view>
 
+#include "database/engine/date.h"
 #include "database/engine/value.h"
-#include "database/engine/week.h"
 
 namespace engine {
 

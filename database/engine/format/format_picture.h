@@ -1,4 +1,5 @@
-// A picture of Format, read as far as all kinds of pictures have in common: quotes, escapes and sections.
+// A picture of Format, read as far as all kinds of pictures have in common: quotes, escapes and sections. Pictures of
+// characters: "@@@", "!&&&", ">", "@@@;\-".
 #pragma once
 
 #include <string>
@@ -38,5 +39,9 @@ Picture read_picture(std::string_view text);
 /// Prints what is no placeholder: a literal, a sign, the locale's separators for ":" and "/". Raises error_picture for
 /// a letter.
 void print_sign(std::string& out, const PictureCharacter& character);
+
+/// A second section is for the empty text and Null. Raises error_picture for what it does not know, and for a text that
+/// is longer than placeholders with signs between them: where the rest of it would stand is not said.
+std::string print_text(std::string_view text, const Picture& picture);
 
 }  // namespace engine::pictures

@@ -1,4 +1,5 @@
-// A Jet file behind libmdb: handles that close themselves, and what its tables and columns say.
+// A Jet file behind libmdb: handles that close themselves, what its tables and columns say, and the value of a field
+// from the bytes that libmdb finds for it.
 #pragma once
 
 #include <glib.h>  // before mdbtools.h, which includes it as C
@@ -8,6 +9,7 @@
 #include <span>
 #include <string>
 
+#include "database/engine/value.h"
 #include "database/jet_import/jet_header.h"
 #include "database/jet_import/source.h"
 
@@ -35,5 +37,12 @@ std::vector<const MdbColumn*> held_columns(const MdbTableDef& table);
 
 /// Raises 3343 where the definition ends before its indexes do.
 SourceTable describe(const MdbTableDef& table, JetVersion version);
+
+/// Raises 3343 where the bytes are no value of the column's type, and 6 for money and decimals of more than 15 digits,
+/// which a Double would round.
+engine::Value mdb_value(MdbHandle& file, JetVersion version, const MdbColumn& column, const MdbField& field);
+
+/// What a Memo or an object stores, which may lie in other pages. Raises 3343 where a part of it is not there.
+std::string mdb_long_value(MdbHandle& file, const MdbField& field);
 
 }  // namespace jet_import

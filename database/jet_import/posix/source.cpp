@@ -8,7 +8,6 @@
 #include <utility>
 
 #include "database/jet_import/posix/mdb_file.h"
-#include "database/jet_import/posix/mdb_value.h"
 
 namespace jet_import {
 namespace {

@@ -3,7 +3,7 @@
 
 #include <filesystem>
 
-#include "database/jet_import/readable_copy.h"
+#include "database/jet_import/import.h"
 #include "database/preferences.h"
 #include "tests/apps/program_run.h"
 #include "tests/import/posix/jet3_file.h"

@@ -7,7 +7,7 @@
 #include <cstdint>
 
 #include "database/engine/engine_error.h"
-#include "database/engine/format/decimal_number.h"
+#include "database/engine/format/number_picture.h"
 #include "support/text.h"
 #include "support/user_locale.h"
 

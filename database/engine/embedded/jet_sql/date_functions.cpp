@@ -2,10 +2,10 @@
 #include <array>
 #include <iterator>
 
+#include "database/engine/date.h"
 #include "database/engine/date_text.h"
 #include "database/engine/embedded/jet_sql/sqlite_functions.h"
 #include "database/engine/engine_error.h"
-#include "database/engine/week.h"
 #include "support/encoding.h"
 #include "support/user_locale.h"
 
