@@ -11,11 +11,18 @@
 #include <memory>
 
 #include "support/file_system.h"
+#include "support/win32/system_function.h"
 #include "support/win32/wide.h"
 
 namespace support {
 
 namespace {
+
+/// A function of the shell, by its declaration; null where it cannot be loaded.
+template <typename Function>
+Function* shell_function(const char* name) {
+  return system_function<Function>(L"shell32.dll", name);
+}
 
 struct FreeTaskMemory {
   void operator()(void* memory) const noexcept { CoTaskMemFree(memory); }
@@ -46,14 +53,17 @@ std::string path_in(std::string_view folder, const std::string& name) {
 
 /// The choice of before there was a dialog for it.
 std::optional<std::string> choose_in_tree(std::string_view title, HWND owner) {
+  auto* const browse_tree = shell_function<decltype(SHBrowseForFolderW)>("SHBrowseForFolderW");
+  auto* const path_of = shell_function<decltype(SHGetPathFromIDListW)>("SHGetPathFromIDListW");
+  if (browse_tree == nullptr || path_of == nullptr) return std::nullopt;
   const std::wstring title_text = wide(title);
   BROWSEINFOW browse{};
   browse.hwndOwner = owner;
   browse.lpszTitle = title_text.c_str();
   browse.ulFlags = BIF_RETURNONLYFSDIRS | BIF_NEWDIALOGSTYLE;
-  const std::unique_ptr<ITEMIDLIST, FreeTaskMemory> chosen(SHBrowseForFolderW(&browse));
+  const std::unique_ptr<ITEMIDLIST, FreeTaskMemory> chosen(browse_tree(&browse));
   std::array<wchar_t, MAX_PATH> path{};
-  if (!chosen || SHGetPathFromIDListW(chosen.get(), path.data()) == 0) return std::nullopt;
+  if (!chosen || path_of(chosen.get(), path.data()) == 0) return std::nullopt;
   return narrow(path.data());
 }
 
@@ -80,7 +90,7 @@ std::vector<std::string> recycle(std::string_view folder, std::string_view patte
   operation.pFrom = list.c_str();
   operation.fFlags = recycle_flags(display);
   // Neither the result nor fAnyOperationsAborted tells which files went; the folder does.
-  SHFileOperationW(&operation);
+  if (auto* const run = shell_function<decltype(SHFileOperationW)>("SHFileOperationW")) run(&operation);
   std::erase_if(names, [&](const std::string& name) { return files.file_size(path_in(folder, name)).has_value(); });
   return names;
 }
@@ -93,14 +103,17 @@ bool has_recycle_bin(std::string_view folder) {
     return false;
   SHQUERYRBINFO bin{};
   bin.cbSize = sizeof bin;
-  return SUCCEEDED(SHQueryRecycleBinW(volume.data(), &bin));
+  auto* const query = shell_function<decltype(SHQueryRecycleBinW)>("SHQueryRecycleBinW");
+  return query != nullptr && SUCCEEDED(query(volume.data(), &bin));
 }
 
 bool open_file(std::string_view path) {
   constexpr INT_PTR last_shell_error = 32;
   if (!host_file_system().file_size(path)) return false;
   const OleSession session;
-  const HINSTANCE result = ShellExecuteW(nullptr, L"open", wide_path(path).c_str(), nullptr, nullptr, SW_SHOWNORMAL);
+  auto* const execute = shell_function<decltype(ShellExecuteW)>("ShellExecuteW");
+  if (execute == nullptr) return false;
+  const HINSTANCE result = execute(nullptr, L"open", wide_path(path).c_str(), nullptr, nullptr, SW_SHOWNORMAL);
   return reinterpret_cast<INT_PTR>(result) > last_shell_error;
 }
 
@@ -124,6 +137,9 @@ std::optional<std::string> choose_folder(std::string_view title, void* owner) {
   return narrow(path);
 }
 
-bool is_network_path(std::string_view path) { return PathIsNetworkPathW(wide(path).c_str()) != 0; }
+bool is_network_path(std::string_view path) {
+  auto* const is_network = system_function<decltype(PathIsNetworkPathW)>(L"shlwapi.dll", "PathIsNetworkPathW");
+  return is_network != nullptr && is_network(wide(path).c_str()) != 0;
+}
 
 }  // namespace support

@@ -65,7 +65,7 @@ void answer_page(const WizardProgram& wizard, const Tour& tour) {
 /// animation it is waited for some time only.
 void wait_until_still(const WizardProgram& wizard) {
   constexpr DWORD interval = 150;  // milliseconds, shorter than a frame of an animation
-  constexpr int most = 20, still = 2;
+  constexpr int most = 20, still = 3;
   std::map<COLORREF, std::size_t> before;
   for (int n = 0, same = 0; n < most && same < still; ++n) {
     Sleep(interval);

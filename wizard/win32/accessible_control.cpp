@@ -7,8 +7,8 @@
 #include <memory>
 #include <utility>
 
+#include "support/win32/system_function.h"
 #include "wizard/win32/accessible_object.h"
-#include "wizard/win32/system_function.h"
 
 namespace wizard::win32 {
 namespace {
@@ -22,7 +22,8 @@ struct Answer {
 
 LRESULT answer_with_object(HWND window, WPARAM flags, const Answer& answer) {
   const Com<IAccessible> object = accessible_object(window, answer.what, answer.role);
-  static auto* const result_of = system_function<decltype(LresultFromObject)>(L"oleacc.dll", "LresultFromObject");
+  static auto* const result_of =
+      support::system_function<decltype(LresultFromObject)>(L"oleacc.dll", "LresultFromObject");
   return object && result_of != nullptr ? result_of(IID_IAccessible, flags, object.get()) : 0;
 }
 

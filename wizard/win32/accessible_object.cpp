@@ -2,8 +2,8 @@
 
 #include <utility>
 
+#include "support/win32/system_function.h"
 #include "support/win32/wide.h"
-#include "wizard/win32/system_function.h"
 
 namespace wizard::win32 {
 namespace {
@@ -121,7 +121,7 @@ class AccessibleObject final : public IAccessible {
 
 Com<IAccessible> accessible_object(HWND window, SpokenOf what, std::optional<long> role) {
   static auto* const create =
-      system_function<decltype(CreateStdAccessibleObject)>(L"oleacc.dll", "CreateStdAccessibleObject");
+      support::system_function<decltype(CreateStdAccessibleObject)>(L"oleacc.dll", "CreateStdAccessibleObject");
   void* native = nullptr;
   if (create == nullptr || FAILED(create(window, OBJID_CLIENT, IID_IAccessible, &native)) || native == nullptr)
     return {};

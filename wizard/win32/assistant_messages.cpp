@@ -1,6 +1,6 @@
 // The messages of the wizard's window.
 #include "wizard/win32/assistant_window.h"
-#include "wizard/win32/dark_controls.h"
+#include "wizard/win32/drawn_controls.h"
 #include "wizard/win32/frame_window.h"
 #include "wizard/win32/page_images.h"
 

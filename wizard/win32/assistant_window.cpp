@@ -87,9 +87,15 @@ void AssistantWindow::follow_focus() {
 /// What can wait comes in while there is nothing else to do.
 bool AssistantWindow::next_message(MSG& message) {
   while (PeekMessageW(&message, nullptr, 0, 0, PM_REMOVE) == 0) {
-    if (!view_.work_ahead()) return GetMessageW(&message, nullptr, 0, 0) > 0;
+    if (!work_ahead()) return GetMessageW(&message, nullptr, 0, 0) > 0;
   }
   return message.message != WM_QUIT;
+}
+
+/// One piece; false where nothing waits.
+bool AssistantWindow::work_ahead() {
+  if (!has_icons_ && window_ != nullptr) set_frame_icons(window_, view_.dpi());
+  return !std::exchange(has_icons_, true) || view_.work_ahead();
 }
 
 void AssistantWindow::property_changed(const form::Control& control, form::Property property) {

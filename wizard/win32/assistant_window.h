@@ -40,6 +40,7 @@ class AssistantWindow : public form::FormObserver {
   bool handle_system_message(HWND window, UINT message, WPARAM first, LPARAM second);
   bool may_session_end() const;
   bool next_message(MSG& message);
+  bool work_ahead();
   bool is_meant_for_page_before(const form::Control& control) const;
 
   void command(HWND child, UINT notification);
@@ -67,6 +68,7 @@ class AssistantWindow : public form::FormObserver {
   bool key_is_repeated_ = false;  ///< the message that is handled now comes from a key held down
   bool is_open_ = false;          ///< the window has its controls
   bool in_event_ = false;
+  bool has_icons_ = false;        ///< the frame has them
   bool notes_due_ = true;         ///< findings may be others than those that are shown
   bool focus_asked_for_ = false;  ///< by the event that is handled now
 };

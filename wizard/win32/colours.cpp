@@ -11,8 +11,8 @@
 #include <ranges>
 #include <utility>
 
+#include "support/win32/system_function.h"
 #include "wizard/win32/gdi.h"
-#include "wizard/win32/system_function.h"
 
 namespace wizard::win32 {
 namespace {
@@ -136,7 +136,8 @@ void dress_frame(HWND window) {
   static bool told = false;
   if (dark == FALSE && !told) return;
   told = true;
-  static auto* const set = system_function<decltype(DwmSetWindowAttribute)>(L"dwmapi.dll", "DwmSetWindowAttribute");
+  static auto* const set =
+      support::system_function<decltype(DwmSetWindowAttribute)>(L"dwmapi.dll", "DwmSetWindowAttribute");
   if (set != nullptr && FAILED(set(window, dark_title, &dark, sizeof dark)))
     set(window, dark_title_before, &dark, sizeof dark);
 }

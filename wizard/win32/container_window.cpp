@@ -1,6 +1,6 @@
 #include "wizard/win32/container_window.h"
 
-#include "wizard/win32/dark_controls.h"
+#include "wizard/win32/drawn_controls.h"
 
 namespace wizard::win32 {
 namespace {

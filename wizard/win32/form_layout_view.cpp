@@ -81,13 +81,20 @@ void FormView::arrange_parts() {
   RECT inside;
   GetClientRect(window_, &inside);
   parts_ = place_parts(form_, TextSizes(fonts_, dpi_), size_of(inside));
-  const std::pair<const form::Control*, RECT> places[] = {
-      {form_.find("Image1"), parts_.illustration}, {form_.find("lstSteps"), parts_.steps},
-      {form_.find("pbar"), parts_.progress},       {form_.find("Command1", 0), parts_.next},
-      {form_.find("Command1", 1), parts_.back},    {form_.find("Command1", 2), parts_.cancel},
-  };
-  for (const auto& [control, part] : places)
+  for (const auto& [control, part] : part_places())
     if (control != nullptr) move(*control, part);
+}
+
+/// What lies on no page; null for a control that the form lacks.
+std::array<std::pair<const form::Control*, RECT>, 6> FormView::part_places() const {
+  return {{
+      {form_.find("Image1"), parts_.illustration},
+      {form_.find("lstSteps"), parts_.steps},
+      {form_.find("pbar"), parts_.progress},
+      {form_.find("Command1", 0), parts_.next},
+      {form_.find("Command1", 1), parts_.back},
+      {form_.find("Command1", 2), parts_.cancel},
+  }};
 }
 
 PagePlaces FormView::places_of(const form::Control& page, const TextSizes& sizes) {
@@ -208,11 +215,12 @@ void FormView::reveal(HWND window) {
 /// What lies on a page is there when the page is shown, whether or not there was time to create it before.
 void FormView::show_page(const form::Control& page) {
   scrolled_ = 0;
+  create_step_list();
   move(page, parts_.page);
   const PagePlaces places = places_of(page, TextSizes(fonts_, dpi_));
   for (const auto& [control, place] : places.controls)
     if (control->kind() == form::Kind::PictureBox) frame_of_charts_ = size_of(place);
-  create_contents(page);
+  create_contents(page, places);
   arrange_page(page, places);
   is_arranged_ = true;
 }

@@ -4,6 +4,8 @@
 #include <commctrl.h>
 #include <oleacc.h>
 
+#include <algorithm>
+#include <unordered_map>
 #include <utility>
 
 #include "wizard/win32/accessible_control.h"
@@ -11,7 +13,7 @@
 #include "wizard/win32/chart_places.h"
 #include "wizard/win32/control_properties.h"
 #include "wizard/win32/control_window.h"
-#include "wizard/win32/dark_controls.h"
+#include "wizard/win32/drawn_controls.h"
 #include "wizard/win32/page_images.h"
 #include "wizard/win32/twips.h"
 
@@ -89,21 +91,23 @@ std::optional<long> role_of(const form::Control& control) {
 void FormView::open(HWND window) {
   window_ = window;
   dpi_ = GetDpiForWindow(window);
+  screen_reader_runs_ = has_screen_reader();
   for (const auto& control : form_.controls()) controls_.add(*control);
   arrange_parts();
   for (const auto& shown : controls_) {
     if (shown->control->kind() == form::Kind::Timer) show_timer(*shown->control);
-    // The list of the steps can come after the first page.
+    // The list of the steps can come after the first page, but before anything else.
     const bool at_once = shown->control->visible() || !is_page(*shown->control);
     const bool is_list = shown->control->kind() == form::Kind::StepIndicator;
-    if (shown->control->parent() == nullptr && at_once && !is_list) create(*shown);
-    if (shown->window == nullptr) waiting_.push_back(shown.get());
+    if (shown->control->parent() == nullptr && at_once && !is_list) create_part(*shown);
+    if (shown->window != nullptr) continue;
+    is_list ? waiting_.push_front(shown.get()) : waiting_.push_back(shown.get());
   }
-  arrange_parts();
 }
 
 bool FormView::work_ahead() {
   arrange_changes();
+  create_step_list();
   give_voices();
   if (pictures_.load_next(false, controls_) || tips_.create(window_)) return true;
   if (waiting_.empty()) return pictures_.load_next(true, controls_);
@@ -113,19 +117,39 @@ bool FormView::work_ahead() {
   return true;
 }
 
-void FormView::create(ShownControl& shown) {
-  controls_.create_window(shown, window_);
-  if (shown.window == nullptr) return;
-  if (shown.control->kind() == form::Kind::ChartOption) {
-    create_chart(shown);
+/// What lies on no page, or a page that is shown.
+void FormView::create_part(ShownControl& shown) {
+  if (is_page(*shown.control)) return create(shown, parts_.page);
+  const auto places = part_places();
+  const auto* const place = std::ranges::find(places, shown.control, [](const auto& row) { return row.first; });
+  create(shown, place == places.end() ? RECT{} : place->second);
+}
+
+/// No page but the first comes up without it.
+void FormView::create_step_list() {
+  if (waiting_.empty() || waiting_.front()->control->kind() != form::Kind::StepIndicator) return;
+  ShownControl& list = *waiting_.front();
+  waiting_.pop_front();
+  create_part(list);
+}
+
+/// A window that is created at its place needs not be moved there.
+void FormView::create(ShownControl& shown, const RECT& place) {
+  const form::Control& control = *shown.control;
+  if (control.kind() == form::Kind::ChartOption) {
+    const ChartPlaces places(form_, TextSizes(fonts_, dpi_), frame_of_charts_);
+    controls_.create_window(shown, window_, places.chart(control), dpi_);
+    draw_as_chart(shown.window, places.title_height());
   } else {
+    controls_.create_window(shown, window_, place, dpi_);
+    if (shown.window == nullptr) return;
     dress_control(shown.window);
   }
   for (const form::Property property : told_to_new_window) {
-    if (!shows_from_the_start(*shown.control, property)) show(shown, property);
+    if (!shows_from_the_start(control, property)) show(shown, property);
   }
   tips_.add(shown);
-  if (has_screen_reader())
+  if (screen_reader_runs_)
     give_voice(shown);
   else
     silent_.push_back(&shown);
@@ -148,14 +172,6 @@ void FormView::give_voice(const ShownControl& shown) {
   if (const HWND field = FindWindowExW(shown.window, nullptr, WC_EDITW, nullptr)) make_accessible(field, what);
 }
 
-/// A chart that comes in late is placed at once; the first ones wait for the size of their frame.
-void FormView::create_chart(const ShownControl& chart) {
-  const TextSizes sizes(fonts_, dpi_);
-  const ChartPlaces places(form_, sizes, frame_of_charts_);
-  draw_as_chart(chart.window, places.title_height());
-  place(chart, places.chart(*chart.control), dpi_);
-}
-
 /// A chart below the first row: it comes in as soon as the page is there.
 bool FormView::can_wait(const form::Control& control) const {
   if (control.kind() != form::Kind::ChartOption) return false;
@@ -165,18 +181,21 @@ bool FormView::can_wait(const form::Control& control) const {
 
 /// Tab goes through the page before it comes to the buttons.
 void FormView::create_page(ShownControl& page) {
-  create(page);
+  create(page, parts_.page);
   SetWindowPos(page.window, HWND_TOP, 0, 0, 0, 0, SWP_NOMOVE | SWP_NOSIZE | SWP_NOACTIVATE);
 }
 
 /// What lies on a page is there when the page is shown, whether or not there was time to create it before.
-void FormView::create_contents(const form::Control& page) {
+void FormView::create_contents(const form::Control& page, const PagePlaces& places) {
+  screen_reader_runs_ = has_screen_reader();
+  const std::unordered_map<const form::Control*, RECT> place_of(places.controls.begin(), places.controls.end());
   for (const auto& shown : controls_) {
     if (shown->window != nullptr || shown->control == &page || &outermost(*shown->control) != &page) continue;
     if (can_wait(*shown->control)) {
       waiting_.push_back(shown.get());
     } else {
-      create(*shown);
+      const auto known = place_of.find(shown->control);
+      create(*shown, known == place_of.end() ? RECT{} : known->second);
     }
   }
 }
@@ -238,6 +257,7 @@ void FormView::show_timer(const form::Control& timer) const {
 void FormView::give_font(const ShownControl& shown) {
   const HFONT font = fonts_.font(shown.control->font(), text_style(*shown.control), dpi_);
   SendMessageW(shown.window, WM_SETFONT, reinterpret_cast<WPARAM>(font), FALSE);
+  if (shown.control->kind() == form::Kind::ComboBox && IsRectEmpty(&shown.placed) == 0) fit_combo_box(shown, dpi_);
   if (shown.control->kind() != form::Kind::TextBox) return;
   const auto margin = static_cast<WORD>(pixels(text_margin, dpi_));
   SendMessageW(shown.window, EM_SETMARGINS, EC_LEFTMARGIN | EC_RIGHTMARGIN, MAKELPARAM(margin, margin));

@@ -4,6 +4,7 @@
 
 #include <windows.h>
 
+#include <array>
 #include <deque>
 #include <functional>
 #include <map>
@@ -76,15 +77,16 @@ class FormView {
   UINT dpi() const noexcept { return dpi_; }
 
  private:
-  void create(ShownControl& shown);
+  void create(ShownControl& shown, const RECT& place = {});
+  void create_part(ShownControl& shown);
+  void create_step_list();
   void give_voices();
   void give_voice(const ShownControl& shown);
-  void create_chart(const ShownControl& chart);
   bool can_wait(const form::Control& control) const;
   void create_page(ShownControl& page);
   void show_page(const form::Control& page);
   void show_bounds(const form::Control& control);
-  void create_contents(const form::Control& page);
+  void create_contents(const form::Control& page, const PagePlaces& places);
   void show(ShownControl& shown, form::Property property);
   void show_timer(const form::Control& timer) const;
   void give_tab_stop(const form::Control& chosen) const;
@@ -92,6 +94,7 @@ class FormView {
   void give_fonts();
   void arrange_anew();
   void arrange_parts();
+  std::array<std::pair<const form::Control*, RECT>, 6> part_places() const;
   void arrange_page(const form::Control& page);
   void arrange_page(const form::Control& page, const PagePlaces& places);
   PagePlaces places_of(const form::Control& page, const TextSizes& sizes);
@@ -119,6 +122,7 @@ class FormView {
   /// They answer a screen reader as soon as their page is shown; where one runs, from the beginning. A procedure in
   /// between costs time with every message.
   std::vector<const ShownControl*> silent_;
+  bool screen_reader_runs_ = false;  ///< when the page that is shown came up
   bool showing_ = false;
   const form::Control* being_read_ = nullptr;  ///< shows already what the form is told of it
 };

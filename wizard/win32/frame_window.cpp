@@ -67,7 +67,6 @@ HWND create_frame_window(HINSTANCE instance, const wchar_t* title, DLGPROC proce
                                                  nullptr, procedure, reinterpret_cast<LPARAM>(data));
   keep_layout_ours(window);
   dress_frame(window);
-  set_frame_icons(window, GetDpiForWindow(window));
   SetWindowTextW(window, title);
   SendMessageW(window, DM_SETDEFID, IDOK, 0);
   // Access keys are underlined from the start: nobody has to know that Alt shows them.

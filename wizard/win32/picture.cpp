@@ -7,6 +7,7 @@
 #include <utility>
 
 #include "support/text.h"
+#include "support/win32/system_function.h"
 #include "support/win32/wide.h"
 
 namespace wizard::win32 {
@@ -21,12 +22,16 @@ HRSRC find_resource(std::string_view name) {
 Com<IStream> open_resource(HRSRC resource) {
   const HGLOBAL loaded = LoadResource(nullptr, resource);
   const auto* bytes = static_cast<const BYTE*>(LockResource(loaded));
-  return Com<IStream>(SHCreateMemStream(bytes, SizeofResource(nullptr, resource)));
+  static auto* const create =
+      support::system_function<decltype(SHCreateMemStream)>(L"shlwapi.dll", "SHCreateMemStream");
+  return Com<IStream>(create == nullptr ? nullptr : create(bytes, SizeofResource(nullptr, resource)));
 }
 
 Com<IStream> open_file(std::string_view path) {
+  static auto* const create =
+      support::system_function<decltype(SHCreateStreamOnFileW)>(L"shlwapi.dll", "SHCreateStreamOnFileW");
   IStream* stream = nullptr;
-  SHCreateStreamOnFileW(support::wide_path(path).c_str(), STGM_READ | STGM_SHARE_DENY_NONE, &stream);
+  if (create != nullptr) create(support::wide_path(path).c_str(), STGM_READ | STGM_SHARE_DENY_NONE, &stream);
   return Com<IStream>(stream);
 }
 

@@ -44,4 +44,18 @@ Picture scaled(const Picture& picture, int width, int height, COLORREF backgroun
 /// Copies a part of a context's content into a place of another size, in half-tone mode.
 void stretch(HDC target, const RECT& place, HDC source, const RECT& part);
 
+/// Draws in fourfold size, by `draw(HDC, side)` on a square ground of the colour, and scales: edges are smooth.
+template <typename Draw>
+void draw_smooth(HDC target, const RECT& place, HBRUSH ground, Draw draw) {
+  constexpr int fine = 4;
+  const int side = (place.right - place.left) * fine;
+  const MemoryContext memory(CreateCompatibleDC(target));
+  const Bitmap canvas(CreateCompatibleBitmap(target, side, side));
+  const Selection selection(memory.get(), canvas.get());
+  const RECT whole{0, 0, side, side};
+  FillRect(memory.get(), &whole, ground);
+  draw(memory.get(), side);
+  stretch(target, place, memory.get(), whole);
+}
+
 }  // namespace wizard::win32

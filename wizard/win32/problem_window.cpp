@@ -5,8 +5,8 @@
 
 #include "support/win32/wide.h"
 #include "wizard/win32/control_properties.h"
-#include "wizard/win32/dark_controls.h"
 #include "wizard/win32/dialog_resolution.h"
+#include "wizard/win32/drawn_controls.h"
 #include "wizard/win32/look.h"
 #include "wizard/win32/repeated_key.h"
 #include "wizard/win32/twips.h"

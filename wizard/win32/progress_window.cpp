@@ -6,8 +6,8 @@
 
 #include "support/win32/waiting_messages.h"
 #include "support/win32/wide.h"
-#include "wizard/win32/dark_controls.h"
 #include "wizard/win32/dialog_resolution.h"
+#include "wizard/win32/drawn_controls.h"
 #include "wizard/win32/twips.h"
 
 namespace wizard::win32 {

@@ -23,8 +23,10 @@ ShownControl& ShownControls::add(const form::Control& control) {
   return shown;
 }
 
-void ShownControls::create_window(ShownControl& shown, HWND form_window) {
-  shown.window = create_control_window(*shown.control, container_window(*shown.control, form_window), shown.id, {});
+void ShownControls::create_window(ShownControl& shown, HWND form_window, const RECT& place, UINT dpi) {
+  shown.placed = window_place(*shown.control, place, dpi);
+  shown.window =
+      create_control_window(*shown.control, container_window(*shown.control, form_window), shown.id, shown.placed);
   if (shown.window != nullptr) by_window_[shown.window] = &shown;
 }
 
@@ -69,20 +71,26 @@ RECT place_in_container(const form::Control& control, UINT dpi) {
   return pixels(bounds, dpi);
 }
 
+RECT window_place(const form::Control& control, RECT place, UINT dpi) {
+  if (control.kind() == form::Kind::ComboBox && IsRectEmpty(&place) == 0) place.bottom += pixels(list_height, dpi);
+  return place;
+}
+
+void fit_combo_box(const ShownControl& shown, UINT dpi) {
+  const int height = shown.placed.bottom - shown.placed.top - pixels(list_height, dpi) - 2 * list_edge;
+  SendMessageW(shown.window, CB_SETITEMHEIGHT, static_cast<WPARAM>(-1), height);
+}
+
 void place(const ShownControl& shown, RECT place, UINT dpi) {
   if (shown.window == nullptr) return;
-  // The height of a combo box includes its list.
-  if (shown.control->kind() == form::Kind::ComboBox) place.bottom += pixels(list_height, dpi);
+  place = window_place(*shown.control, place, dpi);
   if (EqualRect(&place, &shown.placed) != 0) return;
-  if (shown.control->kind() == form::Kind::ComboBox) {
-    const int inner_height = place.bottom - place.top - pixels(list_height, dpi) - 2 * list_edge;
-    SendMessageW(shown.window, CB_SETITEMHEIGHT, static_cast<WPARAM>(-1), inner_height);
-  }
   const SIZE size{place.right - place.left, place.bottom - place.top};
   // A new window has no size, and paints itself.
   const bool keeps_size = IsRectEmpty(&shown.placed) != 0 || (size.cx == shown.placed.right - shown.placed.left &&
                                                               size.cy == shown.placed.bottom - shown.placed.top);
   shown.placed = place;
+  if (shown.control->kind() == form::Kind::ComboBox) fit_combo_box(shown, dpi);
   SetWindowPos(shown.window, nullptr, place.left, place.top, size.cx, size.cy, SWP_NOZORDER | SWP_NOACTIVATE);
   // What is centred or wrapped stands elsewhere in another size.
   if (!keeps_size) InvalidateRect(shown.window, nullptr, TRUE);

@@ -28,8 +28,8 @@ class ShownControls {
 
   /// Takes note of the control; it has no window yet.
   ShownControl& add(const form::Control& control);
-  /// Creates the control's window, without a size, in that of its container, `form_window` for the form itself.
-  void create_window(ShownControl& shown, HWND form_window);
+  /// Creates the control's window at its place in that of its container, `form_window` for the form itself.
+  void create_window(ShownControl& shown, HWND form_window, const RECT& place, UINT dpi);
   /// Null where there is none.
   ShownControl* of(const form::Control& control) const;
   ShownControl* of(HWND window) const;
@@ -54,6 +54,12 @@ bool is_seen(const form::Control& control);
 
 /// Where the form's design has the control in its container, as pixels.
 RECT place_in_container(const form::Control& control, UINT dpi);
+
+/// Where the control's window goes for a place that its page gives it: that of a combo box includes its list.
+RECT window_place(const form::Control& control, RECT place, UINT dpi);
+
+/// Gives a combo box the height of its place; its font must be known.
+void fit_combo_box(const ShownControl& shown, UINT dpi);
 
 /// Moves the control's window to a place in that of its container, in pixels.
 void place(const ShownControl& shown, RECT place, UINT dpi);

@@ -6,6 +6,7 @@
 
 #include "wizard/win32/gdi.h"
 #include "wizard/win32/look.h"
+#include "wizard/win32/picture.h"
 
 namespace wizard::win32 {
 namespace {
@@ -25,34 +26,36 @@ int line_height(HWND window) {
 
 /// A mark that tells by its shape, not by its colour alone: a tick, a full circle, an empty one.
 void draw_state(HDC target, const RECT& line, int place, int current) {
-  const int side = (line.bottom - line.top) / 2, top = line.top + (line.bottom - line.top - side) / 2;
-  const RECT mark{line.left, top, line.left + side, top + side};
-  const int width = std::max(1, side / 6);
-  const std::unique_ptr<std::remove_pointer_t<HPEN>, DeleteGdiObject> pen(
-      CreatePen(PS_SOLID, width, colour(place > current ? Colour::Disabled : Colour::Choice)));
-  const Selection drawn_with(target, pen.get());
-  if (place < current) {
-    const POINT tick[] = {
-        {mark.left, mark.top + side / 2}, {mark.left + side / 3, mark.bottom - width}, {mark.right, mark.top}};
-    Polyline(target, tick, 3);
-    return;
-  }
-  const Brush full(CreateSolidBrush(colour(Colour::Choice)));
-  const Selection filled_with(target, place == current ? static_cast<HGDIOBJ>(full.get()) : GetStockObject(NULL_BRUSH));
-  const int smaller = side / 8;
-  Ellipse(target, mark.left + smaller, mark.top + smaller, mark.right - smaller, mark.bottom - smaller);
+  const int across = (line.bottom - line.top) / 2, top = line.top + (line.bottom - line.top - across) / 2;
+  draw_smooth(target, {line.left, top, line.left + across, top + across}, page_brush(), [&](HDC fine, int side) {
+    const int width = side / 7, edge = side / 8;
+    const std::unique_ptr<std::remove_pointer_t<HPEN>, DeleteGdiObject> pen(
+        CreatePen(PS_SOLID, width, colour(place > current ? Colour::Disabled : Colour::Choice)));
+    const Selection drawn_with(fine, pen.get());
+    if (place < current) {
+      const POINT tick[] = {{width, side / 2}, {side / 3 + width / 2, side - 2 * width}, {side - width, width}};
+      Polyline(fine, tick, 3);
+      return;
+    }
+    const Selection filled_with(fine, place == current ? brush(Colour::Choice) : GetStockObject(NULL_BRUSH));
+    Ellipse(fine, edge, edge, side - edge, side - edge);
+  });
 }
 
-/// Where not all lines have room, those around the current one are shown.
+/// Lines stand closer where that makes room for all of them, as far as their text lets them; where it does not, those
+/// around the current one are shown.
 void draw(HWND window, HDC target, const Steps& steps) {
   RECT whole;
   GetClientRect(window, &whole);
   FillRect(target, &whole, page_brush());
-  const int height = line_height(window), margin = height * 4 / 5;
-  const int count = static_cast<int>(steps.names.size()), lines = std::max(1, static_cast<int>(whole.bottom) / height);
+  const Selection font(target, steps.font);
+  TEXTMETRICW type{};
+  GetTextMetricsW(target, &type);
+  const int count = static_cast<int>(steps.names.size()), usual = line_height(window), margin = usual * 4 / 5;
+  const int height = std::clamp<int>(whole.bottom / std::max(count, 1), std::min<int>(type.tmHeight, usual), usual);
+  const int lines = std::max(1, static_cast<int>(whole.bottom) / height);
   const int first = std::clamp(steps.current - lines / 2, 0, std::max(0, count - lines));
   const int shown = std::min(count - first, lines);
-  const Selection font(target, steps.font);
   SetBkMode(target, TRANSPARENT);
   // Where there is more room than needed, beside the page's heading.
   const int above = std::min((static_cast<int>(whole.bottom) - shown * height) / 2, height);
@@ -60,7 +63,7 @@ void draw(HWND window, HDC target, const Steps& steps) {
     const int place = first + n, top = above + n * height;
     RECT line{margin, top, whole.right - margin / 2, top + height};
     draw_state(target, line, place, steps.current);
-    line.left += height * 3 / 4;
+    line.left += usual * 3 / 4;
     SetTextColor(target, colour(place == steps.current ? Colour::Heading : Colour::Text));
     DrawTextW(target, steps.names[static_cast<std::size_t>(place)].c_str(), -1, &line,
               DT_SINGLELINE | DT_VCENTER | DT_NOPREFIX | DT_END_ELLIPSIS);

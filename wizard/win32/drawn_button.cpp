@@ -1,4 +1,4 @@
-#include "wizard/win32/dark_button.h"
+#include "wizard/win32/drawn_button.h"
 
 // commctrl.h needs windows.h before it.
 #include <commctrl.h>
@@ -63,24 +63,18 @@ void draw_push_button(HWND button, HDC target, RECT whole) {
   draw_caption(target, caption_of(button), whole, DT_CENTER, enabled ? Colour::ButtonText : Colour::Disabled);
 }
 
-/// Drawn four times as large and scaled: its edge is smooth.
-void draw_option_mark(HDC target, const RECT& place, bool chosen, Colour ground) {
-  constexpr int fine = 4;
-  const int side = (place.right - place.left) * fine;
-  const MemoryContext memory(CreateCompatibleDC(target));
-  const Bitmap canvas(CreateCompatibleBitmap(target, side, side));
-  const Selection selection(memory.get(), canvas.get());
-  const RECT whole{0, 0, side, side};
-  FillRect(memory.get(), &whole, brush(ground));
-  const Selection no_line(memory.get(), GetStockObject(NULL_PEN));
-  const auto circle = [&](int gap, Colour filled) {
-    const Selection fill(memory.get(), brush(filled));
-    Ellipse(memory.get(), gap, gap, side - gap, side - gap);
-  };
-  circle(fine / 2, chosen ? Colour::Choice : Colour::Edge);
-  if (!chosen) circle(fine / 2 + fine, Colour::Field);
-  if (chosen) circle(side / 3, Colour::ChoiceText);
-  stretch(target, place, memory.get(), whole);
+void draw_option_mark(HDC target, const RECT& place, bool chosen) {
+  draw_smooth(target, place, page_brush(), [&](HDC fine, int side) {
+    const int pixel = side / static_cast<int>(place.right - place.left);
+    const Selection no_line(fine, GetStockObject(NULL_PEN));
+    const auto circle = [&](int gap, Colour filled) {
+      const Selection fill(fine, brush(filled));
+      Ellipse(fine, gap, gap, side - gap, side - gap);
+    };
+    circle(pixel / 2, chosen ? Colour::Choice : Colour::Edge);
+    if (!chosen) circle(pixel / 2 + pixel, Colour::Field);
+    if (chosen) circle(side / 3, Colour::ChoiceText);
+  });
 }
 
 void draw_option(HWND button, HDC target, RECT whole) {
@@ -88,8 +82,7 @@ void draw_option(HWND button, HDC target, RECT whole) {
   TEXTMETRICW metrics{};
   GetTextMetricsW(target, &metrics);
   const int side = metrics.tmAscent, top = (whole.bottom - side) / 2;
-  draw_option_mark(target, {0, top, side, top + side}, SendMessageW(button, BM_GETCHECK, 0, 0) == BST_CHECKED,
-                   Colour::Page);
+  draw_option_mark(target, {0, top, side, top + side}, SendMessageW(button, BM_GETCHECK, 0, 0) == BST_CHECKED);
   RECT text = whole;
   text.left = side + side / 3;
   const std::wstring caption = caption_of(button);
@@ -154,14 +147,15 @@ bool draws_at_once(UINT message) {
 
 }  // namespace
 
-LRESULT CALLBACK dark_button_procedure(HWND window, UINT message, WPARAM first, LPARAM second, UINT_PTR id, DWORD_PTR) {
+LRESULT CALLBACK drawn_button_procedure(HWND window, UINT message, WPARAM first, LPARAM second, UINT_PTR id,
+                                        DWORD_PTR) {
   const bool ours = scheme() != Scheme::Light && kind_of(window) != ButtonKind::Other;
   if (ours && message == WM_PAINT) {
     paint_button(window);
     return 0;
   }
   if (ours && message == WM_ERASEBKGND) return 1;
-  if (message == WM_NCDESTROY) RemoveWindowSubclass(window, dark_button_procedure, id);
+  if (message == WM_NCDESTROY) RemoveWindowSubclass(window, drawn_button_procedure, id);
   const LRESULT result = DefSubclassProc(window, message, first, second);
   if (ours && draws_at_once(message)) InvalidateRect(window, nullptr, FALSE);
   return result;

@@ -4,7 +4,7 @@
 
 #include <windows.h>
 
-namespace wizard::win32 {
+namespace support {
 
 /// The function, from the system's folder; null where this Windows lacks it. The library stays loaded.
 template <typename Function>
@@ -14,4 +14,4 @@ Function* system_function(const wchar_t* library, const char* name) {
                            : reinterpret_cast<Function*>(reinterpret_cast<void*>(GetProcAddress(loaded, name)));
 }
 
-}  // namespace wizard::win32
+}  // namespace support

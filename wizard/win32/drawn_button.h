@@ -6,6 +6,6 @@
 namespace wizard::win32 {
 
 /// The subclass procedure of a button: draws it in these schemes, else leaves it to the system.
-LRESULT CALLBACK dark_button_procedure(HWND window, UINT message, WPARAM first, LPARAM second, UINT_PTR id, DWORD_PTR);
+LRESULT CALLBACK drawn_button_procedure(HWND window, UINT message, WPARAM first, LPARAM second, UINT_PTR id, DWORD_PTR);
 
 }  // namespace wizard::win32

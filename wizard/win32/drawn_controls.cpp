@@ -1,4 +1,4 @@
-#include "wizard/win32/dark_controls.h"
+#include "wizard/win32/drawn_controls.h"
 
 // These need windows.h before them.
 #include <commctrl.h>
@@ -8,7 +8,7 @@
 #include <array>
 #include <string_view>
 
-#include "wizard/win32/dark_button.h"
+#include "wizard/win32/drawn_button.h"
 #include "wizard/win32/gdi.h"
 
 namespace wizard::win32 {
@@ -113,7 +113,7 @@ struct Dress {
 
 constexpr Dress dresses[] = {{WC_EDITW, field_procedure},
                              {WC_COMBOBOXW, list_procedure},
-                             {WC_BUTTONW, dark_button_procedure},
+                             {WC_BUTTONW, drawn_button_procedure},
                              {WC_SCROLLBARW, nullptr}};
 
 const Dress* dress_of(HWND control) {
