@@ -62,6 +62,29 @@ void change_password(engine::Database& database, const std::string& old_word, co
   }
 }
 
+/// The file's own record of its password, where its layout has one: the word and a blank, as at the creation.
+void record_password(engine::Database& database, const std::string& word) {
+  const auto row = database.open_recordset("SELECT * FROM db_info");
+  if (row->eof()) return;
+  for (std::int32_t field = 0; field < row->field_count(); ++field) {
+    if (!support::equal_ignoring_case(row->field_name(field), "Password")) continue;
+    row->edit();
+    row->set_value("Password", word + " ");
+    row->update();
+  }
+}
+
+/// The password is changed, whatever becomes of its record.
+void try_to_record_password(engine::Database& database, const std::string& word, console::Console& console) {
+  try {
+    record_password(database, word);
+  } catch (const support::RuntimeError& error) {
+    if (error.number() == support::error_number::unknown_table) return;
+    console.err << "The table db_info still names the old password: error " << error.number() << ": " << error.what()
+                << "\n";
+  }
+}
+
 void tell_password_change(console::Console& console, const std::string& file, bool encrypted, bool is_default) {
   console.out << file << ": has its new password\n";
   if (!encrypted) {
@@ -90,6 +113,7 @@ int run_password(const console::Arguments& arguments, console::Console& console)
     throw console::UsageError("The Jet engine takes passwords of at most 14 characters.");
   }
   change_password(*database, old_word, new_word);
+  try_to_record_password(*database, new_word, console);
   tell_password_change(console, file, encrypted, new_word == database::default_password);
   return console::exit_done;
 }

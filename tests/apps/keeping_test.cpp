@@ -256,6 +256,10 @@ TEST_F(Keeping, TakesANewPasswordFromFileThenEnvironment) {
   EXPECT_THAT(outcome.err, HasSubstr("The wizard opens files with the default password only"));
   EXPECT_THAT(outcome.out + outcome.err, AllOf(Not(HasSubstr("geheim")), Not(HasSubstr("ein anderes"))));
   EXPECT_THAT(run_patientdb({"info", file}).err, StartsWith("error 3031: "));
+  EXPECT_THAT(
+      run_patientdb({"sql", file, "--json", "SELECT [Password] FROM db_info"}, {{"PATIENTDB_PASSWORD", "geheim §1"}})
+          .out,
+      HasSubstr("\"geheim §1 \""));
   const Outcome back =
       run_patientdb({"password", file}, {{"PATIENTDB_PASSWORD", "geheim §1"}, {"PATIENTDB_NEW_PASSWORD", "brimol"}});
   EXPECT_THAT(back.err, HasSubstr("This is the default password"));
