@@ -5,7 +5,7 @@ set(FMT_DIR "" CACHE PATH "Folder that holds fmt/core.h; empty: wherever it is f
 if(FMT_DIR)
   set(fmt_headers ${FMT_DIR})
 else()
-  find_path(FMT_HEADERS fmt/core.h PATHS /usr/include /usr/local/include DOC "Folder that holds fmt/core.h"
+  find_path(FMT_HEADERS fmt/core.h PATHS $ENV{MINGW_PREFIX}/include /usr/include /usr/local/include DOC "Folder that holds fmt/core.h"
     NO_CMAKE_FIND_ROOT_PATH REQUIRED)
   set(fmt_headers ${FMT_HEADERS})
 endif()

@@ -6,8 +6,10 @@ if(CMAKE_CROSSCOMPILING)
   find_path(GOOGLETEST_SOURCE_DIR googletest/CMakeLists.txt PATHS /usr/src /usr/local/src PATH_SUFFIXES googletest
     DOC "Sources of GoogleTest" NO_CMAKE_FIND_ROOT_PATH REQUIRED)
   add_subdirectory(${GOOGLETEST_SOURCE_DIR} ${CMAKE_BINARY_DIR}/googletest EXCLUDE_FROM_ALL SYSTEM)
-  # The folders of the machine that builds, as a Windows program under Wine sees them.
-  set(host_drive "Z:")
+  if(NOT CMAKE_HOST_WIN32)
+    # The folders of the machine that builds, as a Windows program under Wine sees them.
+    set(host_drive "Z:")
+  endif()
 else()
   find_package(GTest REQUIRED)
 endif()
