@@ -1,6 +1,7 @@
 #include "database/keeping/backup.h"
 
-#include <cstdio>
+#include <fmt/core.h>
+
 #include <filesystem>
 
 #include "database/file_failure.h"
@@ -29,10 +30,8 @@ NameParts parts_of(std::string_view path) {
 /// "20240517-083000"
 std::string moment(engine::Date date) {
   const engine::CalendarTime parts = engine::calendar_time(date);
-  char text[32];
-  std::snprintf(text, sizeof text, "%04d%02d%02d-%02d%02d%02d", parts.year, parts.month, parts.day, parts.hour,
-                parts.minute, parts.second);
-  return text;
+  return fmt::format("{:04}{:02}{:02}-{:02}{:02}{:02}", parts.year, parts.month, parts.day, parts.hour, parts.minute,
+                     parts.second);
 }
 
 bool has_record(engine::Database& database) {

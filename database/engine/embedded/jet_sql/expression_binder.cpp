@@ -6,6 +6,7 @@
 #include <utility>
 
 #include "database/engine/embedded/jet_sql/binder.h"
+#include "database/engine/embedded/jet_sql/expression_type.h"
 #include "database/engine/embedded/jet_sql/function_table.h"
 #include "database/engine/engine_error.h"
 #include "support/encoding.h"
@@ -30,91 +31,6 @@ void check_condition(const ValueType& type) {
 
 void require_one_column(const QueryTree& query) {
   if (query.outputs.size() != 1) raise(error_number::subquery_columns);
-}
-
-ValueType boolean(bool nullable) { return type_of_kind(Kind::Boolean).with_null(nullable); }
-
-ValueType type_of_literal(const Literal& literal) {
-  return std::visit(Overloaded{[](std::monostate) { return ValueType{}; }, [](bool) { return boolean(false); },
-                               [](std::int64_t whole) {
-                                 const auto number = static_cast<double>(whole);
-                                 return type_of_whole(number, number).with_null(false);
-                               },
-                               [](double) { return type_of_kind(Kind::Double).with_null(false); },
-                               [](DateLiteral) { return type_of_kind(Kind::Date).with_null(false); },
-                               [](const std::string& text) {
-                                 const std::size_t size = support::character_count(text);
-                                 ValueType type = type_of_kind(size > longest_text ? Kind::Memo : Kind::Text);
-                                 type.size = static_cast<std::int32_t>(std::min<std::size_t>(size, 1 << 20));
-                                 return type.with_null(false);
-                               }},
-                    literal.value);
-}
-
-ValueType concatenated(const ValueType& left, const ValueType& right, bool nullable) {
-  ValueType type = type_of_kind(left.kind == Kind::Memo || right.kind == Kind::Memo ? Kind::Memo : Kind::Text);
-  const bool sized = left.is_text() && right.is_text() && left.size > 0 && right.size > 0;
-  if (type.kind == Kind::Text && sized && left.size + right.size <= longest_text) type.size = left.size + right.size;
-  return type.with_null(nullable);
-}
-
-/// Whole numbers as long as the bounds fit the kind, Single beside what a Single holds, else Double.
-ValueType number_type(BinaryOperator op, const ValueType& left, const ValueType& right) {
-  if (left.is_whole() && right.is_whole()) {
-    if (op == BinaryOperator::Add) return type_of_whole(left.low + right.low, left.high + right.high);
-    if (op == BinaryOperator::Subtract) return type_of_whole(left.low - right.high, left.high - right.low);
-    const double products[] = {left.low * right.low, left.low * right.high, left.high * right.low,
-                               left.high * right.high};
-    return type_of_whole(*std::min_element(std::begin(products), std::end(products)),
-                         *std::max_element(std::begin(products), std::end(products)));
-  }
-  const auto fits_single = [](const ValueType& type) { return type.is_whole() ? type.kind != Kind::Long : true; };
-  const bool single = left.kind == Kind::Single || right.kind == Kind::Single;
-  const bool wider =
-      left.kind > Kind::Single || right.kind > Kind::Single || left.kind == Kind::Null || right.kind == Kind::Null;
-  return type_of_kind(single && !wider && fits_single(left) && fits_single(right) ? Kind::Single : Kind::Double);
-}
-
-ValueType add_type(BinaryOperator op, const ValueType& left, const ValueType& right) {
-  const bool dates = left.kind == Kind::Date || right.kind == Kind::Date;
-  if (!dates) return number_type(op, left, right);
-  const bool difference = op == BinaryOperator::Subtract && right.kind == Kind::Date;
-  ValueType type = type_of_kind(difference ? Kind::Double : Kind::Date);
-  type.in_calendar = false;
-  return type;
-}
-
-ValueType type_of_binary(BinaryOperator op, const ValueType& left, const ValueType& right) {
-  const bool nullable = left.nullable || right.nullable;
-  if (is_logical(op) || is_comparison(op)) return boolean(nullable);
-  switch (op) {
-    case BinaryOperator::Concatenate:
-      return concatenated(left, right, left.nullable && right.nullable);
-    case BinaryOperator::Add: {
-      const bool text = left.is_text() || right.is_text();
-      const bool number = left.is_number() || right.is_number();
-      if (text && !number && left.kind != Kind::Variant && right.kind != Kind::Variant) {
-        return concatenated(left, right, nullable);
-      }
-      if (left.kind == Kind::Variant || right.kind == Kind::Variant) return type_of_kind(Kind::Variant);
-      return add_type(op, left, right).with_null(nullable);
-    }
-    case BinaryOperator::Subtract:
-      return add_type(op, left, right).with_null(nullable);
-    case BinaryOperator::Multiply:
-      return number_type(op, left, right).with_null(nullable);
-    case BinaryOperator::WholeDivide:
-    case BinaryOperator::Modulo:
-      return type_of_kind(Kind::Long).with_null(nullable);
-    default:
-      return type_of_kind(Kind::Double).with_null(nullable);
-  }
-}
-
-ValueType type_of_negative(const ValueType& type) {
-  if (type.is_whole()) return type_of_whole(-type.high, -type.low).with_null(type.nullable);
-  const Kind kind = type.kind == Kind::Single || type.kind == Kind::Null ? type.kind : Kind::Double;
-  return type_of_kind(kind).with_null(type.nullable);
 }
 
 ValueType fixed_type(const FunctionRow& row) {
@@ -271,7 +187,7 @@ void ExpressionBinder::bind_node(Expression& expression, Unary& unary, Scope& sc
   const ValueType& type = unary.operand->type;
   if (unary.op == UnaryOperator::Not) {
     check_condition(type);
-    expression.type = boolean(type.nullable);
+    expression.type = boolean_type(type.nullable);
   } else {
     expression.type = unary.op == UnaryOperator::Minus ? type_of_negative(type) : type;
   }
@@ -297,7 +213,7 @@ void ExpressionBinder::bind_node(Expression& expression, Between& between, Scope
     check_comparable(between.value->type, (*part)->type);
   }
   check_comparable(between.low->type, between.high->type);
-  expression.type = boolean(true);
+  expression.type = boolean_type(true);
 }
 
 void ExpressionBinder::bind_node(Expression& expression, Like& like, Scope& scope) {
@@ -305,13 +221,13 @@ void ExpressionBinder::bind_node(Expression& expression, Like& like, Scope& scop
   bind(like.pattern, scope);
   contain(expression, like.value);
   contain(expression, like.pattern);
-  expression.type = boolean(true);
+  expression.type = boolean_type(true);
 }
 
 void ExpressionBinder::bind_node(Expression& expression, NullTest& test, Scope& scope) {
   bind(test.value, scope);
   contain(expression, test.value);
-  expression.type = boolean(false);
+  expression.type = boolean_type(false);
 }
 
 void ExpressionBinder::bind_node(Expression& expression, InList& list, Scope& scope) {
@@ -322,7 +238,7 @@ void ExpressionBinder::bind_node(Expression& expression, InList& list, Scope& sc
     contain(expression, item);
     check_comparable(list.value->type, item->type);
   }
-  expression.type = boolean(true);
+  expression.type = boolean_type(true);
 }
 
 void ExpressionBinder::bind_subselect(Expression& whole, QueryTree& query, Scope& scope) {
@@ -337,7 +253,7 @@ void ExpressionBinder::bind_node(Expression& expression, InSelect& in, Scope& sc
   contain(expression, in.value);
   require_one_column(*in.query);
   check_comparable(in.value->type, in.query->outputs.front().type);
-  expression.type = boolean(true);
+  expression.type = boolean_type(true);
 }
 
 void ExpressionBinder::bind_node(Expression& expression, Quantified& quantified, Scope& scope) {
@@ -351,12 +267,12 @@ void ExpressionBinder::bind_node(Expression& expression, Quantified& quantified,
   if (has_aggregate_without_column(*quantified.value)) {
     raise(error_number::not_supported, "an aggregate of no field before ANY or ALL");
   }
-  expression.type = boolean(true);
+  expression.type = boolean_type(true);
 }
 
 void ExpressionBinder::bind_node(Expression& expression, Exists& exists, Scope& scope) {
   bind_subselect(expression, *exists.query, scope);
-  expression.type = boolean(false);
+  expression.type = boolean_type(false);
 }
 
 void ExpressionBinder::bind_node(Expression& expression, ScalarSelect& select, Scope& scope) {
