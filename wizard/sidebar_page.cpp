@@ -28,14 +28,19 @@ constexpr OptionGroup sidebar_options[] = {
 constexpr PagePicture sidebar_pictures[] = {
     {"imgDiary", 0, "diary"}, {"imgSidebar", 0, "sidebar"}, {"imgSidebarMark", 0, "sidebar_mark"}};
 
+/// The highlight blinks in either case, but without a side bar there is nothing that it could mark.
+void show_sidebar(Context& context, bool shown) {
+  context.form.at("imgSidebar").set_visible(shown);
+  context.form.at("imgSidebarMark").set_picture(shown ? "sidebar_mark" : "");
+}
+
 void choose_sidebar(Context& context, Pages&, int option) {
-  form::Control& picture = context.form.at("imgSidebar");
-  picture.set_visible(option == 1);
-  context.form.request_redraw(picture);
+  show_sidebar(context, option == 1);
+  context.form.request_redraw(context.form.at("imgSidebar"));
 }
 
 void preset_sidebar(Context& context, Pages&, const Stored&) {
-  context.form.at("imgSidebar").set_visible(chosen_option(context.form, "optShowSideBar") == 1);
+  show_sidebar(context, chosen_option(context.form, "optShowSideBar") == 1);
 }
 
 void blink_sidebar(Context& context) { blink(context.form, "imgSidebarMark"); }

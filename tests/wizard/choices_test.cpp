@@ -98,10 +98,13 @@ TEST_F(Choices, OptionsArePresetFromTheRegistry) {
 TEST_F(Choices, TheSideBarsPictureFollowsTheOption) {
   start();
   EXPECT_FALSE(control("imgSidebar").visible());
+  EXPECT_EQ(control("imgSidebarMark").picture(), "") << "it would mark what is no side bar";
   choose("optShowSideBar", 1);
   EXPECT_TRUE(control("imgSidebar").visible());
+  EXPECT_EQ(control("imgSidebarMark").picture(), "sidebar_mark");
   choose("optShowSideBar", 0);
   EXPECT_FALSE(control("imgSidebar").visible());
+  EXPECT_EQ(control("imgSidebarMark").picture(), "") << "it would mark what is no side bar";
 }
 
 class Charts : public WizardTest {

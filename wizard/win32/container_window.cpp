@@ -1,5 +1,8 @@
 #include "wizard/win32/container_window.h"
 
+#include <iterator>
+#include <string_view>
+
 #include "wizard/win32/drawn_controls.h"
 
 namespace wizard::win32 {
@@ -24,14 +27,36 @@ bool belongs_to_form(UINT message) {
   }
 }
 
+bool is_shown_image(HWND window) {
+  const LONG style = GetWindowLongW(window, GWL_STYLE);
+  if ((style & WS_VISIBLE) == 0 || (style & SS_TYPEMASK) != SS_OWNERDRAW) return false;
+  wchar_t name[16]{};
+  GetClassNameW(window, name, std::size(name));
+  return std::wstring_view(name) == L"Static";
+}
+
+/// All but the images, which draw their own ground: what is erased below one is not drawn again before it changes.
+void erase(HWND window, HDC target) {
+  const int saved = SaveDC(target);
+  for (HWND child = GetWindow(window, GW_CHILD); child != nullptr; child = GetWindow(child, GW_HWNDNEXT)) {
+    if (!is_shown_image(child)) continue;
+    RECT place;
+    GetWindowRect(child, &place);
+    MapWindowPoints(nullptr, window, reinterpret_cast<POINT*>(&place), 2);
+    ExcludeClipRect(target, place.left, place.top, place.right, place.bottom);
+  }
+  RECT whole;
+  GetClientRect(window, &whole);
+  FillRect(target, &whole, page_brush());
+  RestoreDC(target, saved);
+}
+
 LRESULT CALLBACK container_procedure(HWND window, UINT message, WPARAM first, LPARAM second) {
   // The page's own scroll bar names no window.
   if (message == WM_VSCROLL && second == 0) second = reinterpret_cast<LPARAM>(window);
   if (belongs_to_form(message)) return SendMessageW(GetParent(window), message, first, second);
   if (message != WM_ERASEBKGND) return DefWindowProcW(window, message, first, second);
-  RECT whole;
-  GetClientRect(window, &whole);
-  FillRect(reinterpret_cast<HDC>(first), &whole, page_brush());
+  erase(window, reinterpret_cast<HDC>(first));
   return 1;
 }
 
