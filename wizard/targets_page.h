@@ -13,9 +13,10 @@
 #include "wizard/context.h"
 #include "wizard/finding.h"
 #include "wizard/glucose_unit.h"
-#include "wizard/pages.h"
 
 namespace wizard {
+
+struct Pages;
 
 /// By index of `txtvorgabe`; items 500 to 507 of a therapy plan have the same order.
 inline constexpr std::array<std::int16_t database::SettingsRecord::*, 8> target_members = {

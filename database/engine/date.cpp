@@ -108,7 +108,7 @@ std::int64_t week_number(std::int64_t day, int week_start) noexcept {
   return divide_down(day - weekday_from(day, week_start), 7);
 }
 
-std::int64_t week_of_year(Date date, WeekRule rule) noexcept {
+std::int64_t week_of_year(Date date, WeekRule rule) {
   const std::int64_t day = day_of(date);
   const std::int64_t year = calendar_time(date).year;
   const std::int64_t start = first_week_start(year, rule);

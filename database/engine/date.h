@@ -70,7 +70,7 @@ std::int64_t time_of(Date date) noexcept;
 int weekday_from(std::int64_t day, int week_start) noexcept;
 /// Weeks since a fixed one.
 std::int64_t week_number(std::int64_t day, int week_start) noexcept;
-/// 1 to 54. Precondition: the date is in the calendar.
-std::int64_t week_of_year(Date date, WeekRule rule) noexcept;
+/// 1 to 54; overflow (error 6) for a date outside of the calendar.
+std::int64_t week_of_year(Date date, WeekRule rule);
 
 }  // namespace engine
