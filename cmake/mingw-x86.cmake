@@ -1,24 +1,6 @@
-# MinGW-w64 with posix threads, everything linked statically so that one file runs on any Windows: Debian's, or on Windows
-# itself MSYS2's, whose names have no suffix and which builds what runs there.
-set(CMAKE_SYSTEM_NAME Windows)
-set(CMAKE_SYSTEM_PROCESSOR i686)
-if(CMAKE_HOST_WIN32)
-  set(CMAKE_C_COMPILER i686-w64-mingw32-gcc)
-  set(CMAKE_CXX_COMPILER i686-w64-mingw32-g++)
-  set(CMAKE_RC_COMPILER windres)
-else()
-  set(CMAKE_C_COMPILER i686-w64-mingw32-gcc-posix)
-  set(CMAKE_CXX_COMPILER i686-w64-mingw32-g++-posix)
-  set(CMAKE_RC_COMPILER i686-w64-mingw32-windres)
-  set(CMAKE_FIND_ROOT_PATH /usr/i686-w64-mingw32)
-  set(CMAKE_FIND_ROOT_PATH_MODE_PROGRAM NEVER)
-  set(CMAKE_FIND_ROOT_PATH_MODE_LIBRARY ONLY)
-  set(CMAKE_FIND_ROOT_PATH_MODE_INCLUDE ONLY)
-  set(CMAKE_CROSSCOMPILING_EMULATOR "${CMAKE_CURRENT_LIST_DIR}/../tools/wine-run")
-endif()
-set(CMAKE_RC_FLAGS_INIT "--codepage=65001")
+# Windows, 32 bit.
+set(mingw_processor i686)
+include(${CMAKE_CURRENT_LIST_DIR}/mingw.cmake)
 # Every Windows 10 has SSE2; with it, numbers round as in the 64-bit program.
 set(CMAKE_C_FLAGS_INIT "-msse2 -mfpmath=sse")
 set(CMAKE_CXX_FLAGS_INIT "-msse2 -mfpmath=sse")
-set(CMAKE_EXE_LINKER_FLAGS_INIT "-static")
-set(CMAKE_SHARED_LINKER_FLAGS_INIT "-static")

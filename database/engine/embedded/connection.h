@@ -120,7 +120,8 @@ class Connection {
   bool hold_alone() { return hold_.hold_alone(); }
   void let_others_in() noexcept { hold_.let_others_in(); }
   /// Fills another connection's file, new and empty, with this one's bytes as they are on the disk, and syncs it. Only
-  /// while a transaction of another connection keeps others from changing them. Neither was given a key.
+  /// while a transaction of another connection keeps others from changing them. Neither was given a key. Raises what
+  /// SQLite's errors become (3043 where the disk fails or is full); the target may then hold a part.
   void copy_bytes_to(Connection& target);
   /// False where another tool has chosen that what is committed may lie in a second file.
   bool is_all_in_one_file();
