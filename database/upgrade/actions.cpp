@@ -13,7 +13,7 @@
 namespace database::upgrade {
 namespace {
 
-/// Null where there is none; the error is then pending then.
+/// Null where there is none; the error is then pending.
 std::shared_ptr<engine::TableDef> find_table(Run& run, std::string_view name) {
   std::shared_ptr<engine::TableDef> table;
   run.procedure.step([&] { table = run.database.table_defs().item(name); });
