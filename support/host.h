@@ -3,6 +3,7 @@
 #pragma once
 
 #include <memory>
+#include <string>
 #include <string_view>
 
 #include "support/file_system.h"
@@ -22,5 +23,8 @@ IniFiles& host_ini_files();
 
 /// The user's locale on Windows; German elsewhere.
 UserLocale host_locale();
+
+/// %LOCALAPPDATA% on Windows; empty elsewhere.
+std::string host_local_data();
 
 }  // namespace support

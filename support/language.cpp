@@ -5,7 +5,6 @@
 
 #include "support/encoding.h"
 #include "support/file_system.h"
-#include "support/german_table.h"
 #include "support/ini_document.h"
 #include "support/text.h"
 

@@ -20,6 +20,9 @@ class LanguageComponent {
 /// holds no text, or where the name would lead out of the folder.
 std::unique_ptr<LanguageComponent> open_text_table(std::string_view folder, std::string_view name);
 
+/// The content of "texts/de.ini", which is built into every program.
+extern const std::string_view german_table;
+
 /// The German texts that every program carries, for where nothing else has a text.
 const LanguageComponent& german_texts();
 

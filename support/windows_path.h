@@ -29,7 +29,4 @@ std::string join_path(std::string_view folder, std::string_view name);
 /// is none. `local_data` is the folder of the user's local application data, as host_local_data() gives it.
 std::string virtual_store_twin(const FileSystem& files, std::string_view local_data, std::string_view folder);
 
-/// %LOCALAPPDATA% on Windows; empty elsewhere.
-std::string host_local_data();
-
 }  // namespace support

@@ -6,7 +6,7 @@
 #include "support/error.h"
 #include "wizard/choices.h"
 #include "wizard/context.h"
-#include "wizard/findings.h"
+#include "wizard/finding.h"
 #include "wizard/finish.h"
 #include "wizard/form/apply_texts.h"
 #include "wizard/form/form.h"
@@ -15,7 +15,6 @@
 #include "wizard/pages.h"
 #include "wizard/presets.h"
 #include "wizard/start_up.h"
-#include "wizard/steps_shown.h"
 
 namespace wizard {
 
@@ -51,6 +50,32 @@ constexpr std::uint32_t blue = 0xFF0000;
 constexpr long next_caption = 905, finish_caption = 908, welcome = 4651, cancel_question = 693;
 // The professional edition creates a missing patient index at once.
 constexpr long shared_index_intro = 4819;
+constexpr long step_of_steps = 4920;
+
+/// The heading of the step's page; the last step is the last page, whatever the list calls it.
+std::string step_name(const Context& context, const StepList& steps, int position) {
+  const Page* page = find_page(position == steps.last() ? "Fertig" : steps.name_at(position));
+  if (!page) return steps.name_at(position);
+  const form::Control* heading = context.form.find("lblHeading", page_index(*page));
+  return (heading ? *heading : context.form.at("Label2")).caption();
+}
+
+/// Shows in `lstSteps` the names of the pages without those that are passed over, and where among them the user is.
+void show_steps(Context& context, const StepList& steps) {
+  std::vector<form::ListItem> items;
+  int current = -1;
+  for (int position = 0; position <= steps.last(); ++position) {
+    if (position != steps.current() && steps.passed_over(position)) continue;
+    if (position == steps.current()) current = static_cast<int>(items.size());
+    items.push_back({step_name(context, steps, position), position});
+  }
+  form::Control& list = context.form.at("lstSteps");
+  const std::string name = current < 0 ? std::string() : items[static_cast<std::size_t>(current)].text;
+  list.set_caption(
+      context.config.text(step_of_steps, {std::to_string(current + 1), std::to_string(items.size()), name}));
+  if (list.items() != items) list.set_items(std::move(items));
+  list.set_list_index(current);
+}
 
 }  // namespace
 

@@ -8,7 +8,7 @@
 #include <vector>
 
 #include "wizard/finding.h"
-#include "wizard/finish_outcome.h"
+#include "wizard/finish_report.h"
 #include "wizard/form/form.h"
 #include "wizard/installation_config.h"
 #include "wizard/ports.h"

@@ -14,7 +14,7 @@
 #include "wizard/page_grid.h"
 #include "wizard/page_list.h"
 #include "wizard/pages.h"
-#include "wizard/summary_lines.h"
+#include "wizard/summary_page.h"
 
 namespace wizard {
 namespace {

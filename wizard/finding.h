@@ -10,6 +10,11 @@
 
 namespace wizard {
 
+struct Choices;
+struct Context;
+struct Page;
+struct Pages;
+
 /// A note tells what will happen, a warning that something is not stored as it was given, or is probably wrong.
 enum class Severity : std::uint8_t { Note, Warning };
 
@@ -23,5 +28,22 @@ struct Finding {
 };
 
 using Findings = std::vector<Finding>;
+
+/// The finding in the user's language, without a mark of its severity.
+std::string finding_text(const InstallationConfig& config, const Finding& finding);
+
+/// The same behind the word for its severity.
+std::string marked_text(const InstallationConfig& config, const Finding& finding);
+
+/// What is to be said about one page. Never raises.
+Findings page_findings(const Context& context, const Pages& pages, const Choices& choices, const Page& page);
+
+/// Those of the surroundings, then those of all pages in their order. Looks at files and registry and changes neither.
+/// Never raises.
+Findings all_findings(const Context& context, const Pages& pages, const Choices& choices);
+
+/// What will keep the choices from being stored, or store them elsewhere than expected, and what to do about it. Never
+/// raises.
+Findings surrounding_findings(const Context& context, const Choices& choices);
 
 }  // namespace wizard

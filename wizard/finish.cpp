@@ -10,7 +10,7 @@
 #include "database/preferences.h"
 #include "support/error.h"
 #include "support/windows_path.h"
-#include "wizard/finish_problems.h"
+#include "wizard/finish_report.h"
 #include "wizard/home_page.h"
 
 namespace wizard {

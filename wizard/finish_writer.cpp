@@ -6,7 +6,7 @@
 
 #include "support/encoding.h"
 #include "support/error.h"
-#include "wizard/finish_problems.h"
+#include "wizard/finish_report.h"
 
 namespace wizard {
 

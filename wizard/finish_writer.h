@@ -7,7 +7,7 @@
 #include <utility>
 
 #include "wizard/context.h"
-#include "wizard/finish_outcome.h"
+#include "wizard/finish_report.h"
 
 namespace wizard {
 

@@ -5,7 +5,7 @@
 #include "wizard/page_list.h"
 #include "wizard/pages.h"
 #include "wizard/shared_index.h"
-#include "wizard/summary_lines.h"
+#include "wizard/summary_page.h"
 
 namespace wizard {
 namespace {

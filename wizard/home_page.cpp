@@ -7,7 +7,7 @@
 
 #include "support/encoding.h"
 #include "support/text.h"
-#include "wizard/finish_problems.h"
+#include "wizard/finish_report.h"
 
 namespace wizard {
 namespace {

@@ -1,16 +1,17 @@
 // Page "PatDat": the patient's name and address, the type of diabetes and the kind of therapy.
+#include <algorithm>
+
 #include "database/patient.h"
 #include "support/text.h"
 #include "wizard/context.h"
-#include "wizard/form/match_list.h"
+#include "wizard/form/form.h"
 #include "wizard/new_database_path.h"
 #include "wizard/option_groups.h"
 #include "wizard/page_grid.h"
 #include "wizard/page_list.h"
 #include "wizard/pages.h"
-#include "wizard/stored.h"
-#include "wizard/summary_lines.h"
-#include "wizard/therapy_kind.h"
+#include "wizard/presets.h"
+#include "wizard/summary_page.h"
 
 namespace wizard {
 namespace {
@@ -84,6 +85,34 @@ bool check_patient(Context& context) {
   return true;
 }
 
+struct TherapyKind {
+  std::int32_t number;
+  unsigned hidden_slots;  ///< bit n: insulin slot n
+  bool insulin_page;
+};
+
+constexpr unsigned pump_slot = 0b10000;
+
+constexpr TherapyKind kinds[] = {
+    {1, pump_slot, true},   // conventional insulin therapy
+    {2, pump_slot, true},   // intensified insulin therapy
+    {3, ~pump_slot, true},  // pump
+    {4, pump_slot, true},   // insulin and tablets
+    {5, 0, false},          // without insulin
+};
+constexpr TherapyKind any_other{0, 0, true};
+
+/// Shows the insulin slots of the kind selected in `cbTherapie`, and leaves out the page "Insulin" where it has none. A
+/// page that the list leaves out already stays left out.
+void show_therapy_kind(Context& context, StepList& steps) {
+  const auto match = std::ranges::find(kinds, context.form.at("cbTherapie").selected_item_data(), &TherapyKind::number);
+  const TherapyKind& kind = match == std::end(kinds) ? any_other : *match;
+  if (!kind.insulin_page) steps.offer("Insulin", false);
+  for (std::string_view array : {"lblInsulin", "cbInsulin"})
+    for (form::Control* control : context.form.array(array))
+      control->set_visible((kind.hidden_slots >> control->index() & 1U) == 0);
+}
+
 using enum form::Kind;
 
 // One control, one line.
@@ -147,13 +176,18 @@ std::vector<std::string> sum_up_patient(const Context& context, const Choices& c
   const form::Control* gender = context.form.find("optGender", patient.gender);
   return {config.text(4831, {patient.firstname + " " + patient.name}),
           config.text(4852, {address.empty() ? config.text(nothing_chosen) : address}),
-          config.text(4853, {gender ? plain_caption(gender->caption()) : config.text(nothing_chosen)}),
+          config.text(4853, {gender ? form::plain_caption(gender->caption()) : config.text(nothing_chosen)}),
           config.text(4832, {entry_text(context, lists[0], patient.typ)}),
           config.text(4833, {entry_text(context, lists[1], patient.therapy)}),
           database_line(context, choices)};
 }
 
-void choose_therapy(Context& context, Pages& pages, int) { choose_therapy_kind(context, pages.steps); }
+/// As show_therapy_kind, after the pages "Insulin" and "Medikamente" are offered again.
+void choose_therapy(Context& context, Pages& pages, int) {
+  pages.steps.offer("Insulin", true);
+  pages.steps.offer("Medikamente", true);
+  show_therapy_kind(context, pages.steps);
+}
 
 constexpr PageEvent patient_clicks[] = {{"cbTherapie", choose_therapy}};
 
@@ -174,7 +208,7 @@ void find_in_patient(const Context& context, const Pages&, const Choices& choice
     findings.push_back({.control = "cbDiabetesTyp",
                         .text = do_not_go_together,
                         .values = {entry_text(context, lists[0], gestational),
-                                   plain_caption(context.form.at("optGender", male).caption())}});
+                                   form::plain_caption(context.form.at("optGender", male).caption())}});
   find_other_file_name(choices, findings);
 }
 

@@ -8,7 +8,6 @@
 #include "support/error.h"
 #include "wizard/option_groups.h"
 #include "wizard/page_list.h"
-#include "wizard/stored.h"
 
 namespace wizard {
 

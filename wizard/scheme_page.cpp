@@ -3,11 +3,11 @@
 #include "support/ini.h"
 #include "support/text.h"
 #include "support/user_locale.h"
-#include "wizard/form/match_list.h"
+#include "wizard/form/form.h"
 #include "wizard/page_grid.h"
 #include "wizard/page_list.h"
 #include "wizard/pages.h"
-#include "wizard/summary_lines.h"
+#include "wizard/summary_page.h"
 
 namespace wizard {
 

@@ -1,7 +1,7 @@
 // Page "sidebar": whether the diary shows its side bar.
 #include "wizard/page_grid.h"
 #include "wizard/page_list.h"
-#include "wizard/summary_lines.h"
+#include "wizard/summary_page.h"
 
 namespace wizard {
 

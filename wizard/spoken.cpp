@@ -5,7 +5,6 @@
 #include <string_view>
 
 #include "support/encoding.h"
-#include "wizard/summary_lines.h"
 
 namespace wizard {
 
@@ -44,7 +43,7 @@ std::string heading_of_page(const form::Form& form, int page) {
   const form::Control* heading = form.find("lblHeading", page);
   // The first page welcomes instead.
   if (!heading) heading = form.find("Label2");
-  return heading ? plain_caption(heading->caption()) : std::string();
+  return heading ? form::plain_caption(heading->caption()) : std::string();
 }
 
 /// The label before a field, and the unit behind it.
@@ -52,7 +51,7 @@ Spoken of_field(const form::Form& form, const InstallationConfig& config, const 
   Spoken said;
   const form::Control* label = neighbour(form, field, -1);
   const form::Control* unit = neighbour(form, field, 1);
-  if (label && label->kind() == form::Kind::Label) said.name = plain_caption(label->caption());
+  if (label && label->kind() == form::Kind::Label) said.name = form::plain_caption(label->caption());
   if (unit && is_unit(*unit) && field.kind() == form::Kind::TextBox) said.name += ", " + unit->caption();
   // A text that fills its page: the page's heading names it.
   if (!field.editable() && field.kind() == form::Kind::TextBox && field.parent())
@@ -64,11 +63,11 @@ Spoken of_field(const form::Form& form, const InstallationConfig& config, const 
 /// The box around the options, or the label before the first of them, or the page's heading.
 std::string group_of(const form::Form& form, const form::Control& option) {
   const form::Control* around = option.parent();
-  if (around && !around->caption().empty()) return plain_caption(around->caption());
+  if (around && !around->caption().empty()) return form::plain_caption(around->caption());
   const form::Control* first = form.find(option.name(), 0);
   const form::Control* label = first ? neighbour(form, *first, -1) : nullptr;
   if (label && label->kind() == form::Kind::Label && label->name() != "lblPurpose")
-    return plain_caption(label->caption());
+    return form::plain_caption(label->caption());
   return around ? heading_of_page(form, around->index()) : std::string();
 }
 
@@ -92,19 +91,19 @@ Spoken spoken(const form::Form& form, const InstallationConfig& config, const fo
     case form::Kind::ComboBox:
       return of_field(form, config, control);
     case form::Kind::OptionButton:
-      return {plain_caption(control.caption()), group_of(form, control), false};
+      return {form::plain_caption(control.caption()), group_of(form, control), false};
     case form::Kind::ChartOption:
       return of_chart(control);
     case form::Kind::Button:
-      return {without_arrows(plain_caption(control.caption())), control.tooltip(), false};
+      return {without_arrows(form::plain_caption(control.caption())), control.tooltip(), false};
     case form::Kind::Label:
       // What has nothing to say now is as if it were not there.
-      return {plain_caption(control.caption()), {}, control.caption().empty()};
+      return {form::plain_caption(control.caption()), {}, control.caption().empty()};
     case form::Kind::Frame:
       if (!control.parent()) return {heading_of_page(form, control.index()), {}, false};
-      return {plain_caption(control.caption()), {}, false};
+      return {form::plain_caption(control.caption()), {}, false};
     default:
-      return {plain_caption(control.caption()), {}, false};
+      return {form::plain_caption(control.caption()), {}, false};
   }
 }
 

@@ -1,7 +1,7 @@
 // Page "Darstellung": the style of the diary's main window.
 #include "wizard/page_grid.h"
 #include "wizard/page_list.h"
-#include "wizard/summary_lines.h"
+#include "wizard/summary_page.h"
 
 namespace wizard {
 

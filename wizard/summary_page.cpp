@@ -5,8 +5,8 @@
 
 #include "support/error.h"
 #include "wizard/choices.h"
-#include "wizard/findings.h"
-#include "wizard/finish_outcome.h"
+#include "wizard/finding.h"
+#include "wizard/finish_report.h"
 #include "wizard/page_grid.h"
 #include "wizard/page_list.h"
 #include "wizard/pages.h"
@@ -43,6 +43,21 @@ std::string findings_text(const Context& context, const Findings& findings) {
 }
 
 }  // namespace
+
+std::string named_list(const Context& context, const std::vector<std::string>& names) {
+  std::string list;
+  for (const std::string& name : names) {
+    if (name.empty()) continue;
+    list += (list.empty() ? "" : ", ") + name;
+  }
+  return list.empty() ? context.config.text(nothing_chosen) : list;
+}
+
+std::vector<std::string> option_line(const Context& context, const Choices& choices, long number,
+                                     std::string_view controls) {
+  const form::Control& option = context.form.at(controls, choices.option(controls));
+  return {context.config.text(number, {form::plain_caption(option.caption())})};
+}
 
 void SummaryPage::look(const Pages& pages) {
   choices_ = gather_choices(context_, pages);

@@ -3,12 +3,27 @@
 // between without showing them; "Zurück" goes on from there page by page, as it always does.
 #pragma once
 
+#include <string>
+#include <string_view>
+#include <vector>
+
 #include "wizard/choices.h"
 #include "wizard/context.h"
 #include "wizard/finding.h"
-#include "wizard/finish_outcome.h"
+#include "wizard/finish_report.h"
 
 namespace wizard {
+
+// What lines of the page have in common.
+
+inline constexpr long nothing_chosen = 4850;  ///< text that stands where nothing is given
+
+/// The names separated by commas, empty ones left out; the text for "nothing" where none is left.
+std::string named_list(const Context& context, const std::vector<std::string>& names);
+
+/// A line with the caption of the option that will be stored.
+std::vector<std::string> option_line(const Context& context, const Choices& choices, long number,
+                                     std::string_view controls);
 
 struct Pages;
 

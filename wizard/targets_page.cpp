@@ -11,8 +11,8 @@
 #include "wizard/page_grid.h"
 #include "wizard/page_list.h"
 #include "wizard/pages.h"
-#include "wizard/stored.h"
-#include "wizard/summary_lines.h"
+#include "wizard/presets.h"
+#include "wizard/summary_page.h"
 
 namespace wizard {
 namespace {
@@ -30,7 +30,7 @@ std::string with_separator(std::string text) {
 
 std::string target_name(const form::Form& form, std::size_t field) {
   const std::string& caption = form.at("lblVorgabe", static_cast<int>(field)).caption();
-  return plain_caption(caption.substr(0, caption.rfind(':')));
+  return form::plain_caption(caption.substr(0, caption.rfind(':')));
 }
 
 form::Control& TargetsPage::box(std::size_t field) const {

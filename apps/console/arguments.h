@@ -1,4 +1,5 @@
-// A program's arguments: options by a table, operands in order, and the help text made from the same table.
+// A program's arguments: options by a table, operands in order, the files that they name, and the help text made from
+// the same table.
 #pragma once
 
 #include <cstdint>
@@ -48,5 +49,11 @@ bool asks_for_help(std::span<const std::string> words);
 
 /// The options as lines of a help text.
 std::string options_text(std::span<const Option> options);
+
+/// The content of the file at a host path. Raises InputError, which begins with `what` ("The script") and the path and
+/// says which it is: a name too long, a missing folder or file, a folder, more than `limit` bytes (in words:
+/// `limit_text`), or that it cannot be read.
+std::string read_input_file(std::string_view what, const std::string& host_path, std::uint64_t limit,
+                            std::string_view limit_text);
 
 }  // namespace console

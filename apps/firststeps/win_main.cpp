@@ -3,17 +3,19 @@
 // commctrl.h needs windows.h before it.
 #include <commctrl.h>
 
+#include <fstream>
 #include <string>
 #include <string_view>
 #include <utility>
 
 #include "apps/console/journal.h"
 #include "apps/firststeps/options.h"
-#include "apps/firststeps/outcome.h"
+#include "apps/firststeps_batch/report.h"
 #include "apps/ports/host_ports.h"
 #include "support/host.h"
+#include "support/host_path.h"
 #include "support/win32/wide.h"
-#include "wizard/finish_problems.h"
+#include "wizard/finish_report.h"
 #include "wizard/start_up.h"
 #include "wizard/win32/assistant_window.h"
 #include "wizard/win32/colours.h"
@@ -31,10 +33,22 @@ std::string program_folder() {
   return support::narrow(path.substr(0, path.find_last_of(L'\\') + 1));
 }
 
+/// Writes what was written, and what was worth a word before, into the file, a host path. False when it could not be
+/// written, true where no file is named.
+bool write_report(const std::string& file, const wizard::frmAssistantFirstSteps& assistant) {
+  if (file.empty()) return true;
+  std::ofstream out(support::std_path(file), std::ios::binary);
+  firststeps_batch::RunReport run;
+  run.finish = assistant.report();
+  run.warnings = firststeps_batch::warnings_of(assistant);
+  firststeps_batch::write_text(out, run);
+  return static_cast<bool>(out.flush());
+}
+
 /// True where everything was written, the report included. The user has been told that it was, or what is missing.
 bool conclude(wizard::win32::AssistantWindow& window, const firststeps::Options& options,
               const wizard::frmAssistantFirstSteps& assistant) {
-  const bool reported = firststeps::write_report(options.report, assistant);
+  const bool reported = write_report(options.report, assistant);
   const auto problems = wizard::finish_problems(assistant.config(), assistant.report());
   if (problems.empty()) {
     window.show_outcome();

@@ -5,8 +5,8 @@
 #include <algorithm>
 #include <optional>
 
+#include "apps/console/arguments.h"
 #include "apps/console/console.h"
-#include "apps/console/input_file.h"
 #include "support/encoding.h"
 #include "support/text.h"
 

@@ -3,17 +3,13 @@
 #include "database/open_database.h"
 #include "support/host.h"
 #include "support/host_path.h"
+#include "support/windows_path.h"
 
 namespace firststeps_batch {
 namespace {
 
 constexpr std::string_view settings_files[] = {"vantrix.ini", "setup.ini", "pelmar.ini", "home.ini", "schemes.txt"};
 constexpr std::uint64_t settings_limit = 4 << 20;
-
-std::string with_backslash(std::string path) {
-  if (!path.ends_with('\\')) path += '\\';
-  return path;
-}
 
 void check_settings_file(const std::string& path) {
   const support::FileSystem& files = support::host_file_system();
@@ -50,8 +46,8 @@ Installation find_installation(const console::Arguments& arguments, const consol
   const support::FileSystem& files = support::host_file_system();
   const std::string folder = arguments.value("--program-dir").value_or(console.program_folder);
   Installation installation;
-  installation.own_folder = with_backslash(files.windows_path(folder));
-  installation.program_folder = with_backslash(files.windows_path(console.program_folder));
+  installation.own_folder = support::with_backslash(files.windows_path(folder));
+  installation.program_folder = support::with_backslash(files.windows_path(console.program_folder));
   check_folder(folder);
   check_settings_files(installation.own_folder);
   installation.registry = open_registry(arguments.value("--registry").value_or(default_hive(folder)));

@@ -5,7 +5,7 @@
 #include "apps/console/text_table.h"
 #include "support/file_system.h"
 #include "support/json_writer.h"
-#include "wizard/findings.h"
+#include "wizard/finding.h"
 
 namespace firststeps_batch {
 namespace {

@@ -5,7 +5,6 @@
 #include <algorithm>
 #include <iterator>
 
-#include "apps/console/input_file.h"
 #include "apps/patientdb/command.h"
 #include "database/engine/choice/engine_choice.h"
 #include "database/environment.h"

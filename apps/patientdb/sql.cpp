@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-#include "apps/console/input_file.h"
+#include "apps/console/arguments.h"
 #include "apps/console/progress_line.h"
 #include "apps/patientdb/command.h"
 #include "apps/patientdb/database_operand.h"

@@ -4,7 +4,6 @@
 #include "database/jet_import/import.h"
 #include "support/host.h"
 #include "support/language.h"
-#include "support/windows_path.h"
 
 namespace apps {
 wizard::Ports host_ports(support::Registry& registry, wizard::UserPort& user, const std::string& own_folder,

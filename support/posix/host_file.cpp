@@ -17,7 +17,6 @@
 #include "support/abandoned_files.h"
 #include "support/error.h"
 #include "support/posix/descriptor.h"
-#include "support/posix/posix_file_system.h"
 
 namespace support {
 
@@ -33,6 +32,19 @@ constexpr std::chrono::seconds longest_wait{5};
 std::string link_target(const std::string& path) {
   std::array<char, PATH_MAX> buffer{};
   return realpath(path.c_str(), buffer.data()) != nullptr ? std::string(buffer.data()) : path;
+}
+
+/// "." for a name without a folder.
+std::string folder_of(const std::string& path) {
+  const auto slash = path.rfind('/');
+  if (slash == std::string::npos) return ".";
+  return slash == 0 ? "/" : path.substr(0, slash);
+}
+
+/// A file's new name is on the disk only when its folder is. What cannot be synced is left to the system.
+void sync_folder_of(const std::string& path) {
+  const Descriptor folder(open(folder_of(path).c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
+  if (folder) fsync(folder.get());
 }
 
 /// Access rights and owner of the file that is to be replaced; the owner only as far as we may.

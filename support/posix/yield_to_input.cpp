@@ -4,6 +4,8 @@ namespace support {
 
 void YieldToInput() {}
 
+void answer_waiting_messages() {}
+
 void stay_responding() {}
 
 }  // namespace support

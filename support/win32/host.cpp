@@ -7,9 +7,9 @@
 
 #include "support/hive_registry.h"
 #include "support/text.h"
+#include "support/win32/ini_files.h"
 #include "support/win32/wide.h"
 #include "support/win32/win32_registry.h"
-#include "support/windows_path.h"
 
 namespace support {
 
@@ -86,6 +86,11 @@ std::string host_local_data() {
 std::unique_ptr<Registry> host_registry(std::string_view hive_path) {
   if (!hive_path.empty()) return open_hive(hive_path);
   return std::make_unique<Win32Registry>();
+}
+
+IniFiles& host_ini_files() {
+  static Win32IniFiles files;
+  return files;
 }
 
 UserLocale host_locale() {

@@ -16,7 +16,6 @@
 #include "support/error.h"
 #include "support/file_system.h"
 #include "support/win32/handle.h"
-#include "support/win32/sharing.h"
 #include "support/win32/wide.h"
 
 namespace support {

@@ -4,11 +4,9 @@
 
 #include "support/abandoned_files.h"
 #include "support/encoding.h"
-#include "support/host.h"
 #include "support/host_file.h"
 #include "support/ini_document.h"
 #include "support/win32/handle.h"
-#include "support/win32/sharing.h"
 #include "support/win32/wide.h"
 
 namespace support {
@@ -51,11 +49,6 @@ bool Win32IniFiles::write(std::string_view file, std::string_view section, std::
                           std::string_view value) {
   if (FileIniFiles::write(file, section, key, value)) return true;
   return GetACP() == our_code_page && !takes_new_files(file) && write_in_place(file, section, key, value);
-}
-
-IniFiles& host_ini_files() {
-  static Win32IniFiles files;
-  return files;
 }
 
 }  // namespace support

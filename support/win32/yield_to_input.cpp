@@ -2,12 +2,22 @@
 
 #include <windows.h>
 
-#include "support/win32/waiting_messages.h"
-
 namespace support {
 
 void YieldToInput() {
   if (GetInputState() != 0) answer_waiting_messages();
+}
+
+void answer_waiting_messages() {
+  MSG message;
+  while (PeekMessageW(&message, nullptr, 0, 0, PM_REMOVE) != 0) {
+    if (message.message == WM_QUIT) {
+      PostQuitMessage(static_cast<int>(message.wParam));
+      return;
+    }
+    TranslateMessage(&message);
+    DispatchMessageW(&message);
+  }
 }
 
 // A look at the queue is what the system counts. Without the flag it would also hand on what other threads have sent.

@@ -9,7 +9,6 @@
 
 #include "support/error.h"
 #include "wizard/form/apply_texts.h"
-#include "wizard/form/match_list.h"
 #include "wizard/form_layout.h"
 #include "wizard/page_lines.h"
 #include "wizard/page_list.h"

@@ -4,8 +4,11 @@
 
 #include <algorithm>
 #include <charconv>
+#include <optional>
 
+#include "support/encoding.h"
 #include "support/error.h"
+#include "support/text.h"
 
 namespace form {
 namespace {
@@ -26,6 +29,16 @@ std::vector<Pointer> members(const std::vector<std::unique_ptr<Control>>& contro
 
 std::string path_of(std::string_view name, int index) {
   return index < 0 ? std::string(name) : fmt::format("{}({})", name, index);
+}
+
+int matching_entry(const std::vector<ListItem>& items, std::string_view value) {
+  auto match = items.end();
+  if (const auto number = support::parse_whole<std::int32_t>(value))
+    match = std::ranges::find(items, *number, &ListItem::item_data);
+  if (match == items.end())
+    match = std::ranges::find_if(items,
+                                 [&](const ListItem& item) { return support::equal_ignoring_case(item.text, value); });
+  return match == items.end() ? -1 : static_cast<int>(match - items.begin());
 }
 
 }  // namespace
@@ -152,6 +165,23 @@ void Form::request_redraw(Control& control) {
 
 void Form::changed(const Control& control, Property property) {
   if (observer_) observer_->property_changed(control, property);
+}
+
+std::string plain_caption(std::string caption) {
+  support::replace(caption, "&", "");
+  for (const std::string_view end : {":", " *"})
+    if (caption.ends_with(end)) caption.resize(caption.size() - end.size());
+  return caption;
+}
+
+void MatchList(Control& list, std::string_view value) {
+  support::Procedure procedure{"code!MatchList"};
+  procedure.step([&] {
+    const int entry = matching_entry(list.items(), value);
+    list.set_list_index(entry);
+    if (entry < 0 && list.editable()) list.set_text(value);
+    list.set_enabled(list.editable() || !list.items().empty());
+  });
 }
 
 void SetProgressbarColor(Control& bar, std::uint32_t colour) {

@@ -230,6 +230,14 @@ class Form {
   Control* focus_ = nullptr;
 };
 
+/// A caption as it is read: without the mark of its access key, the colon at its end, and the mark of what is required.
+std::string plain_caption(std::string caption);
+
+/// Selects the entry with this item data where the value is a whole number, else the one with this text, whatever its
+/// case. Without a match an editable combo box shows the value itself and any other nothing. A combo box without
+/// entries is disabled unless it is editable. Never raises.
+void MatchList(Control& list, std::string_view value);
+
 /// Bar colour as 0xBBGGRR; the background becomes white. Never raises.
 void SetProgressbarColor(Control& bar, std::uint32_t colour);
 

@@ -8,7 +8,7 @@
 #include <utility>
 
 #include "support/win32/wide.h"
-#include "wizard/findings.h"
+#include "wizard/finding.h"
 #include "wizard/win32/accessible_control.h"
 #include "wizard/win32/colours.h"
 #include "wizard/win32/control_properties.h"

@@ -6,7 +6,7 @@
 
 #include <vector>
 
-#include "wizard/finish_problems.h"
+#include "wizard/finish_report.h"
 #include "wizard/installation_config.h"
 
 namespace wizard::win32 {

@@ -4,8 +4,8 @@
 
 #include <utility>
 
-#include "support/win32/waiting_messages.h"
 #include "support/win32/wide.h"
+#include "support/yield_to_input.h"
 #include "wizard/win32/dialog_resolution.h"
 #include "wizard/win32/drawn_controls.h"
 #include "wizard/win32/twips.h"

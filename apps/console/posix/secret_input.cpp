@@ -6,8 +6,6 @@
 #include <cerrno>
 #include <iostream>
 
-#include "apps/console/secret_line.h"
-
 namespace console {
 namespace {
 

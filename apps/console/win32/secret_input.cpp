@@ -2,7 +2,6 @@
 
 #include <windows.h>
 
-#include "apps/console/secret_line.h"
 #include "support/encoding.h"
 
 namespace console {

@@ -4,7 +4,6 @@
 #include "database/engine/engine_error.h"
 #include "support/encoding.h"
 #include "support/win32/handle.h"
-#include "support/win32/sharing.h"
 
 namespace engine::embedded {
 

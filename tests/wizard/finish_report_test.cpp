@@ -1,5 +1,5 @@
 // What the user is told of a finish that could not write everything.
-#include "wizard/finish_problems.h"
+#include "wizard/finish_report.h"
 
 #include "tests/wizard/wizard_test.h"
 

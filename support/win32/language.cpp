@@ -1,8 +1,9 @@
 // The language component as a COM class: created by its class name, called late bound, released with the object.
+#include "support/language.h"
+
 #include <memory>
 
 #include "support/error.h"
-#include "support/language.h"
 #include "support/win32/dispatch.h"
 
 namespace support {

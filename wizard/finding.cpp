@@ -1,4 +1,4 @@
-#include "wizard/findings.h"
+#include "wizard/finding.h"
 
 #include <algorithm>
 #include <iterator>
@@ -11,11 +11,10 @@
 #include "support/encoding.h"
 #include "support/error.h"
 #include "support/windows_path.h"
-#include "wizard/finish_problems.h"
+#include "wizard/finish_report.h"
 #include "wizard/home_page.h"
 #include "wizard/new_database_path.h"
 #include "wizard/page_list.h"
-#include "wizard/summary_lines.h"
 
 namespace wizard {
 namespace {
@@ -35,7 +34,7 @@ std::string label_of(const form::Form& form, const form::Control& field) {
     if (control.get() == &field) break;
     if (control->kind() == form::Kind::Label) label = control->caption();
   }
-  return plain_caption(label);
+  return form::plain_caption(label);
 }
 
 /// What did not fit in was not taken when it was typed: nobody but the user knows whether there was more.

@@ -1,5 +1,6 @@
 // Files that another program has open for a moment, as virus scanners and indexers do.
-#include "support/win32/sharing.h"
+
+#include "support/win32/handle.h"
 
 #include <gtest/gtest.h>
 
@@ -8,7 +9,6 @@
 
 #include "support/file_system.h"
 #include "support/host_file.h"
-#include "support/win32/handle.h"
 #include "support/win32/wide.h"
 #include "tests/support/temporary_folder.h"
 

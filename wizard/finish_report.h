@@ -1,14 +1,37 @@
-// What a finish could not write, in words for the user: what is missing, why, and what to do.
+// What a finish wrote or could not write, and the words in which the user is told: what was written and where; what is
+// missing, why, and what to do.
 #pragma once
 
+#include <algorithm>
 #include <string>
 #include <vector>
 
 #include "support/error.h"
-#include "wizard/finish_outcome.h"
 #include "wizard/installation_config.h"
 
 namespace wizard {
+
+/// In the order of the finish.
+struct FinishReport {
+  enum class What { RegistryValue, IniKey, File, RecycledFile };
+  struct Entry {
+    What what;
+    std::string place;  ///< key with its root, or file
+    std::string name;   ///< value, or section and key; for a file what of it was written
+    std::string value;  ///< empty for files; never the password
+    bool written;
+    std::string problem;  ///< empty when written
+    int error = 0;        ///< number of the error that it failed with; 0 where there was none
+    long reason = 0;      ///< number of the text that tells a user why, where the error does not
+  };
+  std::vector<Entry> entries;
+
+  /// True where everything was written.
+  bool complete() const noexcept { return std::ranges::all_of(entries, &Entry::written); }
+};
+
+/// What was written, each place below what lies there; what was not written is left out. Lines end in "\r\n".
+std::string written_text(const InstallationConfig& config, const FinishReport& report);
 
 /// Texts that tell why something was not written, and what to do, where no error says it.
 namespace reason_text {

@@ -1,4 +1,5 @@
-#include "support/win32/win32_file_system.h"
+// The file calls of Windows.
+#include "support/file_system.h"
 
 #include <windows.h>
 
@@ -7,7 +8,6 @@
 
 #include "support/host_file.h"
 #include "support/win32/handle.h"
-#include "support/win32/sharing.h"
 #include "support/win32/wide.h"
 
 namespace support {
@@ -62,6 +62,22 @@ bool is_read_only_volume(const std::wstring& path) {
          GetVolumeInformationW(root.c_str(), nullptr, 0, nullptr, nullptr, &flags, nullptr, 0) != 0 &&
          (flags & FILE_READ_ONLY_VOLUME) != 0;
 }
+
+class Win32FileSystem final : public FileSystem {
+ public:
+  std::optional<std::uint64_t> file_size(std::string_view path) const override;
+  bool folder_exists(std::string_view path) const override;
+  bool create_folder(std::string_view path) override;
+  std::vector<std::string> files(std::string_view folder, std::string_view pattern) const override;
+  std::optional<std::string> read(std::string_view path, std::uint64_t limit) const override;
+  bool rename_without_replacing(std::string_view source, std::string_view target) override;
+  bool remove(std::string_view path) override;
+  bool can_create_in(std::string_view folder) const override;
+  bool can_write(std::string_view path) const override;
+  std::optional<std::uint64_t> free_space(std::string_view folder) const override;
+  std::string host_path(std::string_view path) const override { return std::string(path); }
+  std::string windows_path(std::string_view host_path) const override;
+};
 
 }  // namespace
 

@@ -1,6 +1,6 @@
-#include <filesystem>
-
 #include "apps/firststeps_batch/installation.h"
+
+#include <filesystem>
 
 namespace firststeps_batch {
 

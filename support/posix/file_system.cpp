@@ -1,4 +1,5 @@
-#include "support/posix/posix_file_system.h"
+// Windows paths on a POSIX machine.
+#include "support/file_system.h"
 
 #include <dirent.h>
 #include <fcntl.h>
@@ -87,6 +88,22 @@ std::string existing_folder(std::string path) {
   return path.empty() ? "." : path;
 }
 
+class PosixFileSystem final : public FileSystem {
+ public:
+  std::optional<std::uint64_t> file_size(std::string_view path) const override;
+  bool folder_exists(std::string_view path) const override;
+  bool create_folder(std::string_view path) override;
+  std::vector<std::string> files(std::string_view folder, std::string_view pattern) const override;
+  std::optional<std::string> read(std::string_view path, std::uint64_t limit) const override;
+  bool rename_without_replacing(std::string_view source, std::string_view target) override;
+  bool remove(std::string_view path) override;
+  bool can_create_in(std::string_view folder) const override;
+  bool can_write(std::string_view path) const override;
+  std::optional<std::uint64_t> free_space(std::string_view folder) const override;
+  std::string host_path(std::string_view path) const override;
+  std::string windows_path(std::string_view host_path) const override;
+};
+
 }  // namespace
 
 std::optional<std::uint64_t> PosixFileSystem::file_size(std::string_view path) const {
@@ -172,17 +189,6 @@ std::string PosixFileSystem::windows_path(std::string_view host_path) const {
 FileSystem& host_file_system() {
   static PosixFileSystem files;
   return files;
-}
-
-std::string folder_of(const std::string& path) {
-  const auto slash = path.rfind('/');
-  if (slash == std::string::npos) return ".";
-  return slash == 0 ? "/" : path.substr(0, slash);
-}
-
-void sync_folder_of(const std::string& path) {
-  const Descriptor folder(open(folder_of(path).c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
-  if (folder) fsync(folder.get());
 }
 
 }  // namespace support

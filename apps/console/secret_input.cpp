@@ -1,4 +1,4 @@
-#include "apps/console/secret_line.h"
+#include "apps/console/secret_input.h"
 
 namespace console {
 
