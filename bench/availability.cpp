@@ -1,4 +1,4 @@
-// The availability summary of all categories over ten years, and over one to show how it grows.
+// The availability summary of all categories over ten years; and over one year, to show how it grows.
 #include "database/availability.h"
 
 #include <memory>
@@ -16,7 +16,7 @@ namespace {
 
 constexpr int category_count = 28;
 
-/// The union as SQLite takes it: its own test for Null, and the category's number where the text names the alias of the
+/// The union in SQLite's own words: its test for Null, and the category's number where the text names an alias of the
 /// same list.
 std::string straight_union() {
   std::string text;
@@ -37,7 +37,7 @@ std::string straight_union() {
   return text + " ORDER BY typ";
 }
 
-/// The file is made when it is first asked for: a run of other jobs does not wait for it.
+/// The file is made at its first use, so that a run of other jobs does not wait for it.
 class Summary {
  public:
   Summary(std::filesystem::path path, int glucose_rows) : path_(std::move(path)), glucose_rows_(glucose_rows) {}

@@ -1,6 +1,7 @@
-// bench_database [TEXT]: prints each job's time beside the straight one's, of all jobs or of those whose name holds the
-// text: medians in milliseconds, for a growth how many times longer ten times the rows take, then the ratio and between
-// which ratios half of the turns lie. Exit code 1 where a job takes longer than its limit allows.
+// bench_database [TEXT]: measures all jobs, or those whose name holds TEXT. It prints each job's time beside that of
+// the straight one: medians in milliseconds or, for a growth, how many times longer ten times the rows take; then the
+// ratio, and the two ratios between which half of the turns lie. Exit code 1 if a job takes longer than its limit
+// allows.
 #include <cstdio>
 #include <exception>
 #include <random>
@@ -9,7 +10,7 @@
 
 namespace {
 
-/// A folder of this run's own, gone at its end.
+/// A folder for this run; it is removed at the end.
 class WorkFolder {
  public:
   WorkFolder()
@@ -50,7 +51,7 @@ bool print(const std::string& name, const bench::Result& result, double limit) {
 double limit_of(const bench::Job& job) { return job.limit; }
 double limit_of(const bench::GrowthJob&) { return bench::growth_limit; }
 
-/// True where all of those whose name holds the wanted text stay within their limits.
+/// Runs the jobs whose name holds the wanted text. True if all of them stay within their limits.
 template <typename Makers>
 bool run(const Makers& makers, const std::filesystem::path& folder, const std::string& wanted) {
   bool all_within = true;

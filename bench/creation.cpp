@@ -1,4 +1,4 @@
-// Creating a complete patient database: through CreatePatientDatabase, and by hand with the same schema and rows in one
+// Creates a complete patient database: through CreatePatientDatabase, and by hand with the same schema and rows in one
 // transaction.
 #include "bench/jobs.h"
 #include "bench/patient_file.h"
@@ -12,10 +12,11 @@ struct Table {
   std::vector<std::vector<std::unique_ptr<sqlite3_value, void (*)(sqlite3_value*)>>> rows;
 };
 
-/// Neither SQLite's own tables nor the engine's catalogue, whose names hold a ".": by hand one would write neither.
+/// All objects except SQLite's own tables and the engine's catalogue, whose names hold a ".": by hand, nobody would
+/// write those.
 const std::string user_objects = "name NOT LIKE 'sqlite%' AND tbl_name NOT LIKE '%.%' ORDER BY rowid";
 
-/// What a created file holds, ready to be written again.
+/// The content of a created file, ready to be written again.
 struct Content {
   std::vector<std::string> schema;
   std::vector<Table> tables;

@@ -6,14 +6,14 @@
 namespace bench {
 namespace {
 
-/// Rows of one table: how many of ten years, and the values of row `i` of `n`.
+/// The rows of one table: their number in ten years, and the values of row `i` of `n`.
 struct Filling {
   const char* columns;
   const char* values;
   int ten_years_rows;
 };
 
-// Days begin in 2015; each kind is spread evenly over the days and over each day.
+// The days begin in 2015. Each kind is spread evenly over the days and over each day.
 constexpr Filling fillings[] = {
     {"glucose(vDate, vTime, Value, Mark, Event, Method, Comment, ExtData, importid, flag, Bloodtype)",
      "42005 + i * 3650 / n, (i * 3650 % n) * 1.0 / n, 60 + i * 37 % 200, 0, i % 20, 0, NULL, NULL, i % 7, 0, "

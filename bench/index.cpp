@@ -1,6 +1,6 @@
-// Refreshing the patient index: a thousand patients beside a hundred, whose files are copies of one, as an
-// administrator rolls them out, and so share password and salt; and the walk of an upgrade over files with salts of
-// their own, whose keys are derived ahead, beside the same refreshes one after the other.
+// Refreshes the patient index. One job compares a thousand patients with a hundred; their files are copies of one, as
+// an administrator rolls them out, so they share password and salt. The other job compares the walk of an upgrade,
+// which derives keys ahead, with the same refreshes one after the other; there, each file has a salt of its own.
 #include <fmt/core.h>
 
 #include <memory>
@@ -17,7 +17,7 @@ namespace {
 
 namespace fs = std::filesystem;
 
-/// What a refresh asks a patient's database besides the patient.
+/// What a refresh reads from a patient's database, except the patient.
 constexpr const char* questions[] = {
     "SELECT * FROM db_info",
     "SELECT * FROM therapieplan ORDER BY vDate DESC",
@@ -58,7 +58,7 @@ class Practice {
   Practice(const fs::path& folder, int patients)
       : folder_(folder / ("practice" + std::to_string(patients))), patients_(patients) {}
 
-  /// The files once; the index as it is when nothing was refreshed yet.
+  /// Makes the files once, and puts the index back into the state before any refresh.
   void prepare() {
     fs::create_directories(folder_);
     if (!fs::exists(file(patients_))) {
@@ -117,7 +117,7 @@ Job refresh_of(const fs::path& folder, int patients) {
           [=] { practice->prepare(); }};
 }
 
-/// Patients whose files have salts of their own, in an index that is due for its upgrade.
+/// Patients whose files have salts of their own, in an index that needs its upgrade.
 class OwnSalts {
  public:
   explicit OwnSalts(const fs::path& folder) : folder_(folder / "salts") {}

@@ -1,4 +1,4 @@
-// The measured jobs. A new one is a function here and its line in bench_database.cpp.
+// The measured jobs. To add one, declare its function here and add its line to bench_database.cpp.
 #pragma once
 
 #include <filesystem>
@@ -7,7 +7,7 @@
 
 namespace bench {
 
-// Each works on files of its own in the folder.
+// Each job works on its own files in the folder.
 Job creation_job(const std::filesystem::path& folder);
 Job reading_job(const std::filesystem::path& folder);
 Job ladder_job(const std::filesystem::path& folder);
@@ -17,7 +17,7 @@ Job summary_job(const std::filesystem::path& folder);
 Job backup_job(const std::filesystem::path& folder);
 Job export_job(const std::filesystem::path& folder);
 Job check_job(const std::filesystem::path& folder);
-// The walk with keys derived ahead beside the one without; the limit is that of two processors.
+// Compares the walk that derives keys ahead with the one that does not. The limit holds for two processors.
 Job index_ahead_job(const std::filesystem::path& folder);
 GrowthJob ladder_growth_job(const std::filesystem::path& folder);
 GrowthJob pump_conversion_growth_job(const std::filesystem::path& folder);

@@ -1,5 +1,5 @@
-// A backup that is read back and compared, an export and a check, beside what they come down to: copying the rows of
-// every table to a new file of the same kind, and reading all pages and rows.
+// A backup that is read back and compared, an export, and a check. The straight side does the least that they need: it
+// copies the rows of every table to a new file of the same kind, and reads all pages and rows.
 #include <filesystem>
 #include <memory>
 #include <stdexcept>

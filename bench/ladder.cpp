@@ -27,7 +27,7 @@ void upgrade_ours(const fs::path& file) {
   }
 }
 
-/// "table.column" and "table" of a file, each with the statement that adds it.
+/// Every "table.column" and "table" of a file, with the statement that adds it.
 std::map<std::string, std::string> layout_of(const fs::path& file, const std::string& key) {
   const StraightDatabase database = open_straight(file.string(), key);
   const StraightStatement parts = prepare(
@@ -45,7 +45,7 @@ std::map<std::string, std::string> layout_of(const fs::path& file, const std::st
   return layout;
 }
 
-/// What of the layout an upgrade has added, as SQLite's statements, tables before their indexes.
+/// The part of the layout that an upgrade has added, as SQLite's statements, tables before their indexes.
 std::vector<std::string> layout_changes(const fs::path& before, const fs::path& after, const std::string& key) {
   const auto old = layout_of(before, key);
   std::vector<std::string> tables, rest;
@@ -62,7 +62,7 @@ std::vector<std::string> layout_changes(const fs::path& before, const fs::path& 
   return tables;
 }
 
-/// The ladder's statements on rows; the columns that they need are there.
+/// The ladder's statements on rows. The columns that they need exist already.
 constexpr const char* row_changes[] = {
     R"(UPDATE preferredInsulin SET bSelectable=-1, iSortOrder=s.n
        FROM (SELECT rowid AS r, row_number() OVER (ORDER BY manufacturer)-1 AS n FROM preferredInsulin) s
@@ -103,7 +103,7 @@ void upgrade_straight(const fs::path& file, const std::string& key, const std::v
   execute(database.get(), "COMMIT");
 }
 
-/// What both sides share; made at the first use.
+/// The files that both sides share; made at the first use.
 struct Files {
   Files(const fs::path& folder, int days)
       : history(folder, days),

@@ -10,7 +10,7 @@
 namespace bench {
 namespace {
 
-/// Statements of the layout's script, each ending a line with ";".
+/// Runs the statements of the layout's script; each ends with ";" at the end of a line.
 void create_layout(engine::Database& database) {
   std::ifstream script(LAYOUTS_DIR "/4.0.sql");
   if (!script) throw std::runtime_error("no script of layout 4.0 in " LAYOUTS_DIR);

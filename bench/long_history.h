@@ -1,5 +1,5 @@
-// The database of a patient who has worn a pump and a sensor for years: layout 4.0, 288 glucose values, 24 basal rates
-// and 17 boluses a day.
+// The database of a patient who has used a pump and a sensor for years: layout 4.0, with 288 glucose values, 24 basal
+// rates and 17 boluses a day.
 #pragma once
 
 #include <filesystem>
@@ -14,7 +14,7 @@ inline constexpr int first_day = 40000;
 
 class LongHistory {
  public:
-  /// The file is made when it is first copied.
+  /// The file is made at the first copy.
   LongHistory(std::filesystem::path folder, int days);
   void copy_to(const std::filesystem::path& target);
   int days() const { return days_; }
@@ -25,7 +25,7 @@ class LongHistory {
   int days_;
 };
 
-/// Answers questions with OK.
+/// An environment in which every question is answered with OK.
 database::Environment willing_environment();
 
 }  // namespace bench

@@ -18,7 +18,7 @@ struct Turn {
   double ours = 0, straight = 0;
 };
 
-/// Who goes first changes, so that neither always finds the caches that the other left.
+/// The sides take turns in going first, so that none always finds the caches that the other one left.
 Turn take_turn(const Job& job, int round) {
   Turn turn;
   if (round % 2 == 0) turn.ours = milliseconds_of(job, job.ours);

@@ -1,5 +1,5 @@
-// Measures a job of ours beside the same job written straight against SQLite's C interface. Both run in turn in one
-// process, so that what disturbs one disturbs the other; what is compared are the medians over all turns.
+// Measures a job of ours and the same job written straight against SQLite's C interface. Both run in turn in one
+// process, so that a disturbance affects both. The medians over all turns are compared.
 #pragma once
 
 #include <functional>
@@ -9,24 +9,24 @@ namespace bench {
 
 struct Job {
   std::string name;
-  double limit;  ///< the most that ours may take, in times of the straight one
+  double limit;  ///< ours may take at most this many times as long as the straight one
   std::function<void()> ours;
   std::function<void()> straight;
-  /// Unmeasured, before each run of either: the files that it works on.
+  /// Prepares the files that a run works on. Called before each run of either side, and not measured.
   std::function<void()> prepare = {};
   int rounds = 9;
 };
 
-/// One job over few rows and over ten times as many.
+/// The same job over few rows and over ten times as many.
 struct GrowthJob {
   std::string name;
   Job large, small;
 };
 
-/// Ours may grow by this much more than the straight one does.
+/// Our growth may be greater than that of the straight one by this factor.
 inline constexpr double growth_limit = 1.05;
 
-/// Half of the turns lie between low and high.
+/// Half of the turns are between low and high.
 struct Spread {
   double low = 0, median = 0, high = 0;
 };
@@ -36,7 +36,7 @@ struct Result {
   Spread ratio;                   ///< of ours to the straight one, turn by turn
 };
 
-// One turn of each goes unmeasured first.
+// The first turn of each side is not measured.
 Result measure(const Job& job);
 Result measure(const GrowthJob& job);
 

@@ -20,12 +20,12 @@ inline database::PatientRecord sample_patient() {
   return patient;
 }
 
-/// The name by which the database procedures know a file.
+/// The path by which the database procedures know a file.
 inline std::string windows_path(const std::filesystem::path& path) {
   return support::host_file_system().windows_path(path.string());
 }
 
-/// Throws what makes it fail.
+/// Creates the database. Throws the error that makes it fail.
 inline void create_patient_file(const std::filesystem::path& path) {
   const database::Environment environment;
   database::create_patient_database(environment, windows_path(path), environment.patient_password(), sample_patient(),

@@ -1,4 +1,4 @@
-// The conversion of ten years of pump data: by the ladder, and by statements with window functions.
+// Converts ten years of pump data: by the ladder, and by statements with window functions.
 #include "bench/pump_conversion.h"
 
 #include <cmath>
@@ -61,10 +61,10 @@ namespace {
 
 namespace fs = std::filesystem;
 
-/// The layout that has no summary of the pump's days yet.
+/// The last layout without a summary of the pump's days.
 constexpr std::int16_t version_before = 57;
 
-/// A file of this layout, which has the conversion before it.
+/// Puts a file of this layout in place; its conversion is still to be done.
 void prepare_conversion(LongHistory& history, const fs::path& file) {
   const fs::path converted = file.string() + ".before";
   if (!fs::exists(converted)) {
@@ -99,7 +99,7 @@ double sum_of_days(const fs::path& file, const std::string& key) {
   return sqlite3_column_double(sum.get(), 0);
 }
 
-/// Both ways must come to the same days.
+/// Checks that both ways give the same days.
 void check_same_days(const fs::path& file, LongHistory& history, const std::string& key) {
   prepare_conversion(history, file);
   convert_ours(file);

@@ -1,4 +1,4 @@
-// Pump statistics of ten years, beside the same figures by statements and one walk over the rates.
+// Pump statistics of ten years, compared with the same figures by statements and one walk over the rates.
 #include "database/pump_statistics.h"
 
 #include <cmath>
@@ -41,7 +41,7 @@ std::string days_clause(int days) {
   return "vDate BETWEEN " + std::to_string(first_day) + " AND " + std::to_string(first_day + days);
 }
 
-/// The rates walked as the statements give them; the first day begins with its first rate.
+/// Walks over the rates in the order of the statement. The first day begins with its first rate.
 double basal_straight(sqlite3* database, int days) {
   const StraightStatement rows = prepare(database, R"(
     SELECT vDate+vTime, Amount, "desc" FROM insulinpump

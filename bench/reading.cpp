@@ -1,4 +1,4 @@
-// Opening a patient database and reading patient and settings, with the key derived before.
+// Opens a patient database and reads patient and settings. The key was derived before.
 #include <stdexcept>
 
 #include "bench/jobs.h"
@@ -25,7 +25,7 @@ void read_ours(const std::string& path) {
   database::db_cleanup(engine, database, none);
 }
 
-/// All columns of the first row, as texts; none where there is no row.
+/// All columns of the first row, as texts; none if there is no row.
 std::vector<std::string> first_row(sqlite3* database, std::string_view sql) {
   const StraightStatement statement = prepare(database, sql);
   std::vector<std::string> values;

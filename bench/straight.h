@@ -1,5 +1,5 @@
-// SQLite's C interface as one would use it by hand, for the side that ours is compared with: the same file format, the
-// same cipher and key.
+// SQLite's C interface as one would use it by hand, for the side that ours is compared with: with the same file format,
+// cipher and key.
 #pragma once
 
 #include <sqlite3.h>
@@ -23,12 +23,12 @@ using StraightStatement = std::unique_ptr<sqlite3_stmt, FinalizeStatement>;
 /// Throws std::runtime_error with SQLite's message unless `result` is SQLITE_OK, SQLITE_ROW or SQLITE_DONE.
 void check(sqlite3* database, int result);
 
-/// `key` as sqlite3_key takes it: a password, or x'…' with key and salt.
+/// `key` has the form that sqlite3_key takes: a password, or x'…' with key and salt.
 StraightDatabase open_straight(const std::string& path, std::string_view key);
 StraightStatement prepare(sqlite3* database, std::string_view sql);
 void execute(sqlite3* database, const std::string& sql);
 
-/// The derived key of an existing file as x'…', so that it need not be derived at each opening.
+/// The derived key of an existing file as x'…', so that it is not derived at each opening.
 std::string derived_key(const std::string& path, std::string_view password);
 
 }  // namespace bench

@@ -1,5 +1,6 @@
-# {fmt}: the target fmt, a library of one source. Debian has no build of it for MinGW, and its folder of headers lies beside
-# those of the machine that builds; so the headers are copied to a folder of their own. FMT_DIR names another folder to take.
+# {fmt}: the target fmt, a library of one source. Debian has no build of it for MinGW, and keeps its headers among those
+# of the building machine. So the headers are copied to a folder of their own. FMT_DIR names another folder to copy
+# from.
 set(FMT_DIR "" CACHE PATH "Folder that holds fmt/core.h; empty: wherever it is found")
 
 if(FMT_DIR)

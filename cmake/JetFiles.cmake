@@ -1,5 +1,5 @@
-# Databases that the Jet engine itself has written (version 4), from npm packages that carry them as examples or test data:
-# JET_FILES_DIR becomes a folder with fruit.mdb, users.mdb and states.mdb.
+# Databases that were written by the Jet engine itself (version 4), from npm packages that contain them as examples or
+# test data. JET_FILES_DIR becomes a folder with fruit.mdb, users.mdb and states.mdb.
 set(JET_FILES_DIR ${CMAKE_BINARY_DIR}/jet_files)
 npm_package(mdb-0.1.0 mdb 0.1.0 60975b4ff8ea708c99aae2d700acd1585f528d2f2c66db12bb924bd6f4bd5e77 fruit)
 npm_package(node-adodb-5.0.3 node-adodb 5.0.3 fab70b3b2a145d39d1be4fd3bfb166c78ecb9a99a3464392c244715339dca53e users)

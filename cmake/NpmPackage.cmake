@@ -1,9 +1,9 @@
-# npm_package(FOLDER NAME VERSION SHA256 RESULT): a package of the npm registry at a pinned version, checked by its hash and
-# unpacked in build/deps/FOLDER, which all build trees share. RESULT becomes the path of what is in it.
+# npm_package(FOLDER NAME VERSION SHA256 RESULT): gets a package of the npm registry at a pinned version, checks its
+# hash and unpacks it in build/deps/FOLDER, which all build trees share. RESULT becomes the path of its content.
 function(npm_package folder_name name version sha256 result)
   cmake_parse_arguments(ARG "" "HINT" "" ${ARGN})
   set(deps_dir ${CMAKE_SOURCE_DIR}/build/deps)
-  # npm writes the archive of "@scope/name" as scope-name.
+  # npm names the archive of "@scope/name" scope-name.
   string(REGEX REPLACE "^@" "" file_name ${name})
   string(REPLACE "/" "-" file_name ${file_name})
   set(archive ${deps_dir}/${file_name}-${version}.tgz)

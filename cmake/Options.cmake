@@ -1,7 +1,7 @@
-# What every file of ours is compiled with. Third-party code does not link this target.
+# The options for every file of ours. Third-party code does not link this target.
 find_program(CCACHE_PROGRAM ccache)
 if(CCACHE_PROGRAM)
-  # It takes part in precompiled headers only where it need not see into them.
+  # With this setting, ccache can cache compilations that use a precompiled header.
   set(launcher ${CMAKE_COMMAND} -E env CCACHE_SLOPPINESS=pch_defines,time_macros ${CCACHE_PROGRAM})
   set(CMAKE_C_COMPILER_LAUNCHER ${launcher})
   set(CMAKE_CXX_COMPILER_LAUNCHER ${launcher})
@@ -11,13 +11,13 @@ add_library(firststeps_options INTERFACE)
 target_include_directories(firststeps_options INTERFACE ${CMAKE_SOURCE_DIR})
 target_compile_options(firststeps_options INTERFACE -Wall -Wextra -Wconversion -Werror)
 if(CMAKE_UNITY_BUILD AND CMAKE_CXX_COMPILER_ID STREQUAL "GNU")
-  # In joined sources the functions of one lie around the variables of another.
+  # In joined sources, functions of one source have variables of another one around them.
   target_compile_options(firststeps_options INTERFACE -Wshadow=local)
 else()
   target_compile_options(firststeps_options INTERFACE -Wshadow)
 endif()
 if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU" AND CMAKE_CXX_COMPILER_VERSION VERSION_LESS 13)
-  # GCC 12 sees overlapping copies in every assignment of a short literal to a std::string (its bug 105651).
+  # GCC 12 warns of overlapping copies in every assignment of a short literal to a std::string (its bug 105651).
   target_compile_options(firststeps_options INTERFACE -Wno-restrict -Wno-maybe-uninitialized)
 endif()
 
@@ -27,16 +27,16 @@ if(FIRSTSTEPS_SANITIZE)
 endif()
 if(FIRSTSTEPS_FUZZ)
   add_compile_options(-fsanitize=fuzzer-no-link)
-  # GCC is the compiler whose warnings are errors.
+  # Only GCC's warnings are errors.
   target_compile_options(firststeps_options INTERFACE -Wno-error)
 endif()
 
 if(WIN32)
-  # UNICODE: calls without suffix are the W calls; an A call is written as such.
+  # UNICODE: calls without a suffix are the W calls. A calls are written with their suffix.
   target_compile_definitions(firststeps_options INTERFACE UNICODE _UNICODE NOMINMAX WIN32_LEAN_AND_MEAN
     _WIN32_WINNT=0x0A00 WINVER=0x0A00)
   add_link_options(-Wl,--dynamicbase,--nxcompat)
-  # On a terminal server, others would be given a Windows folder of each user's own.
+  # On a terminal server, a program without this flag gets a Windows folder for each user.
   add_link_options(-Wl,--tsaware)
   if(CMAKE_SIZEOF_VOID_P EQUAL 8)
     add_link_options(-Wl,--high-entropy-va)
@@ -50,8 +50,8 @@ else()
   set(FIRSTSTEPS_PLATFORM posix)
 endif()
 
-# firststeps_library(NAME FOLDERS … [LIBRARIES …]): one library of all the sources that lie directly in the folders. A
-# folder that does not exist on this platform's side holds nothing.
+# firststeps_library(NAME FOLDERS … [LIBRARIES …]): one library of all sources that lie directly in the folders. A
+# folder that does not exist on this platform is treated as empty.
 function(firststeps_library name)
   cmake_parse_arguments(ARG "" "" "FOLDERS;LIBRARIES" ${ARGN})
   set(sources)
@@ -69,7 +69,7 @@ function(firststeps_library name)
   endif()
 endfunction()
 
-# firststeps_programs(NAME FOLDER): a target that builds every program of the folder and of those below it.
+# firststeps_programs(NAME FOLDER): a target that builds every program of the folder and of the folders below it.
 function(firststeps_programs name folder)
   add_custom_target(${name})
   get_property(folders DIRECTORY ${folder} PROPERTY SUBDIRECTORIES)

@@ -1,6 +1,7 @@
-# program_resources(NAME DESCRIPTION [FILE]): what Windows wants to know of a program. Without it a console program would be taken
-# for one of before Vista, whose writing into protected folders is led into a copy that nobody else sees. FILE, an .rc
-# file of the program's own, marks one with a window; its pictures are its dependencies.
+# program_resources(NAME DESCRIPTION [FILE]): adds what Windows wants to know about a program. Without it, Windows would
+# take a console program for one from before Vista, and would redirect what it writes into protected folders to a copy
+# that nobody else sees. FILE, an .rc file of the program's own, marks a program with a window; the program depends on
+# the pictures that it names.
 if(WIN32)
   enable_language(RC)
 endif()

@@ -1,6 +1,5 @@
-# SQLite with SQLite3 Multiple Ciphers: the amalgamation that the npm package better-sqlite3-multiple-ciphers
-# carries, at a pinned version and checked by its hash. SQLITE3MC_DIR names a folder with sqlite3.c and
-# sqlite3.h to use instead.
+# SQLite with SQLite3 Multiple Ciphers: the amalgamation in the npm package better-sqlite3-multiple-ciphers, at a pinned
+# version and checked by its hash. SQLITE3MC_DIR names a folder with sqlite3.c and sqlite3.h to use instead.
 set(SQLITE3MC_DIR "" CACHE PATH "Folder with the SQLite3 Multiple Ciphers amalgamation; empty: from npm")
 
 if(SQLITE3MC_DIR)
@@ -12,15 +11,15 @@ else()
   set(sqlite3mc_dir ${sqlite3mc_package}/deps/sqlite3)
 endif()
 
-# The amalgamation is patched by git, which fails where the patch does not fit. Reading and writing the file makes its line ends
-# plain ones first.
+# git patches the amalgamation, and fails if the patch does not fit. Reading and writing the file first turns its line
+# ends into plain ones.
 find_package(Git REQUIRED)
 set(patched_dir ${CMAKE_BINARY_DIR}/sqlite3mc)
 set(patch ${CMAKE_SOURCE_DIR}/cmake/sqlite3mc_failed_reads.patch)
 set_property(DIRECTORY APPEND PROPERTY CMAKE_CONFIGURE_DEPENDS ${sqlite3mc_dir}/sqlite3.c ${patch})
 file(READ ${sqlite3mc_dir}/sqlite3.c amalgamation)
 file(WRITE ${patched_dir}/new/sqlite3.c "${amalgamation}")
-# The ceiling keeps git from taking the folder for a part of our repository, where it would pass the file over.
+# Without the ceiling, git would take the folder for a part of our repository and ignore the file.
 execute_process(
   COMMAND ${CMAKE_COMMAND} -E env GIT_CEILING_DIRECTORIES=${patched_dir} ${GIT_EXECUTABLE} apply ${patch}
   WORKING_DIRECTORY ${patched_dir}/new RESULT_VARIABLE patch_result)
@@ -29,20 +28,21 @@ if(NOT patch_result EQUAL 0)
 endif()
 configure_file(${patched_dir}/new/sqlite3.c ${patched_dir}/sqlite3.c COPYONLY)
 
-# Our C file includes the amalgamation and opens its key derivation.
+# Our C file includes the amalgamation and makes its key derivation accessible.
 add_library(sqlite3mc STATIC ${CMAKE_SOURCE_DIR}/database/engine/embedded/key_derivation.c)
 target_include_directories(sqlite3mc SYSTEM PRIVATE ${patched_dir} PUBLIC ${sqlite3mc_dir} PRIVATE ${CMAKE_SOURCE_DIR})
-# The address sanitizer sees what we do wrong to it; checking SQLite's own arithmetic as well costs two minutes a build.
+# The address sanitizer finds our mistakes in using SQLite. Checking SQLite's own arithmetic, too, would cost two
+# minutes for each build.
 target_compile_options(sqlite3mc PRIVATE -w $<IF:$<BOOL:${FIRSTSTEPS_SANITIZE}>,-fno-sanitize=undefined$<SEMICOLON>-O1,-O2>)
 if(FIRSTSTEPS_FUZZ)
-  # Fuzzing looks for faults of ours: SQLite has fuzzers of its own, and instrumenting it takes minutes.
+  # Fuzzing looks for our own faults: SQLite has its own fuzzers, and instrumenting it takes minutes.
   target_compile_options(sqlite3mc PRIVATE -fno-sanitize=all)
 endif()
 target_compile_definitions(sqlite3mc PUBLIC
   SQLITE_THREADSAFE=0 SQLITE_DQS=0 SQLITE_TEMP_STORE=3 SQLITE_OMIT_LOAD_EXTENSION SQLITE_OMIT_DEPRECATED
   SQLITE_OMIT_SHARED_CACHE SQLITE_DEFAULT_MEMSTATUS=0 SQLITE_MAX_EXPR_DEPTH=1000 SQLITE_TRUSTED_SCHEMA=0
   SQLITE_SECURE_DELETE=1 SQLITE3MC_SECURE_MEMORY=1)
-# Of its ciphers the one that is used, which is CODEC_TYPE 4.
+# Only the cipher that we use is built; it is CODEC_TYPE 4.
 target_compile_definitions(sqlite3mc PRIVATE CODEC_TYPE=4 HAVE_CIPHER_SQLCIPHER=1 HAVE_CIPHER_AEGIS=0
   HAVE_CIPHER_AES_128_CBC=0 HAVE_CIPHER_AES_256_CBC=0 HAVE_CIPHER_ASCON128=0 HAVE_CIPHER_CHACHA20=0 HAVE_CIPHER_RC4=0)
 if(NOT WIN32)

@@ -1,13 +1,13 @@
-# GoogleTest: Debian's library natively, Debian's sources for Windows.
-# firststeps_test(NAME SOURCES … LIBRARIES … [DEFINITIONS …]) adds a test program NAME and its tests. What takes long, to build or
-# to run, has the label "long" and is built by long_checks alone.
+# GoogleTest is Debian's library natively, and Debian's sources for Windows. firststeps_test(NAME SOURCES … LIBRARIES …
+# [DEFINITIONS …]) adds a test program NAME and its tests. What takes long to build or to run has the label "long" and
+# is built by long_checks alone.
 if(CMAKE_CROSSCOMPILING)
   set(INSTALL_GTEST OFF)
   find_path(GOOGLETEST_SOURCE_DIR googletest/CMakeLists.txt PATHS /usr/src /usr/local/src PATH_SUFFIXES googletest
     DOC "Sources of GoogleTest" NO_CMAKE_FIND_ROOT_PATH REQUIRED)
   add_subdirectory(${GOOGLETEST_SOURCE_DIR} ${CMAKE_BINARY_DIR}/googletest EXCLUDE_FROM_ALL SYSTEM)
   if(NOT CMAKE_HOST_WIN32)
-    # The folders of the machine that builds, as a Windows program under Wine sees them.
+    # How a Windows program under Wine sees the folders of the building machine.
     set(host_drive "Z:")
   endif()
 else()
@@ -15,13 +15,13 @@ else()
 endif()
 
 add_custom_target(long_checks)
-# long_check(TARGET …)
+# long_check(TARGET …): TARGET is built by long_checks alone.
 function(long_check)
   set_target_properties(${ARGN} PROPERTIES EXCLUDE_FROM_ALL ON)
   add_dependencies(long_checks ${ARGN})
 endfunction()
 
-# The tests' common header, compiled once for all of them.
+# The common header of the tests is compiled once for all of them.
 if(NOT EXISTS ${CMAKE_BINARY_DIR}/common_header.cpp)
   file(WRITE ${CMAKE_BINARY_DIR}/common_header.cpp "")
 endif()
@@ -34,14 +34,14 @@ function(firststeps_test name)
   cmake_parse_arguments(ARG "" "" "SOURCES;LIBRARIES;DEFINITIONS" ${ARGN})
   add_executable(${name} ${ARG_SOURCES})
   target_link_libraries(${name} PRIVATE firststeps_options ${ARG_LIBRARIES} GTest::gmock_main)
-  # Tests spend their time in what they test: compiling them is what takes long.
+  # Test programs spend most time in the code that they test, and compiling them takes long; so they are not optimised.
   target_compile_options(${name} PRIVATE -O0)
   target_precompile_headers(${name} REUSE_FROM common_header)
   target_compile_definitions(${name} PRIVATE
     TEST_DATA_DIR="${host_drive}${CMAKE_SOURCE_DIR}/tests/data" SOURCE_DIR="${host_drive}${CMAKE_SOURCE_DIR}"
     BUILD_DIR="${host_drive}${CMAKE_BINARY_DIR}"
     ${ARG_DEFINITIONS})
-  # One process per test program: its tests are quick, starting a process under Wine is not.
+  # Each test program runs as one process: its tests are quick, but starting a process under Wine is not.
   add_test(NAME ${name} COMMAND ${name} --gtest_brief=1)
   # 32-bit programs may run in an emulator, which takes ten times as long.
   set(seconds 900)

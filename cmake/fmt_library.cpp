@@ -1,4 +1,4 @@
-// The definitions behind <fmt/core.h>, compiled once: every source that took them by FMT_HEADER_ONLY would take two
+// The definitions behind <fmt/core.h>, compiled once. With FMT_HEADER_ONLY, each source that includes it would take two
 // to four seconds longer.
 #include <fmt/format-inl.h>
 

@@ -1,5 +1,6 @@
-# MinGW-w64 with posix threads for mingw_processor, everything linked statically so that one file runs on any Windows: Debian's, or
-# on Windows itself MSYS2's, whose names have no suffix and which builds what runs there.
+# MinGW-w64 with posix threads for mingw_processor. Everything is linked statically, so that one file runs on any
+# Windows. The compilers are Debian's or, on Windows itself, those of MSYS2, whose names have no suffix and whose
+# programs run on the building machine.
 set(CMAKE_SYSTEM_NAME Windows)
 set(CMAKE_SYSTEM_PROCESSOR ${mingw_processor})
 set(mingw_name ${mingw_processor}-w64-mingw32)

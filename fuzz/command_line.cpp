@@ -1,5 +1,5 @@
-// Any words as a program's arguments, a list of pages, and a path: a list is walked to its end and back, a path stays
-// one that the host can take.
+// Any words as a program's arguments, a list of pages, and a path. The list can be walked to its end and back, and the
+// path stays one that the host can use.
 #include <vector>
 
 #include "apps/console/arguments.h"

@@ -1,6 +1,7 @@
-// A database file with bytes that someone changed: it opens or is refused, and what is read and written to it ends in
-// rows or in errors with a number. An input is a byte that chooses the file (odd: with a password) and, for each
-// change, two bytes of offset and one to combine with the byte there; 255 as the last cuts the file off.
+// A database file in which some bytes were changed. It opens or is refused, and reading and writing it ends in rows or
+// in errors with a number. The first byte of an input chooses the file (odd: the one with a password). Each change
+// takes three bytes: two of offset and one that is combined with the byte there. If that one is 255, the file is cut
+// off at the offset.
 #include <iterator>
 #include <memory>
 
@@ -53,7 +54,7 @@ void read_all(engine::Database& database, const std::string& source) {
   }
 }
 
-/// Every error of `call` has a number.
+/// Runs `call`; each of its errors must have a number.
 template <typename Call>
 void attempt(Call&& call) {
   try {

@@ -1,5 +1,6 @@
-// A folder that claims to be an export as csv: it is refused with a number, or a database comes of it that holds what
-// the folder holds and exports as the same. An input is the folder's files: a line "@NAME" and what is in the file.
+// A folder that claims to be a csv export. It is refused with an error number, or it becomes a database that holds the
+// folder's content and exports to the same content. An input contains the folder's files: a line "@NAME", then the
+// content of the file.
 #include <algorithm>
 #include <cstdlib>
 #include <vector>
@@ -40,7 +41,8 @@ void fill_folder(const fs::path& folder, std::string_view input) {
   }
 }
 
-/// What a cell's text means, looked at in another way: the same number, or the same text.
+/// Checks a value against its cell's text in another way than the code does: it must be the same number or the same
+/// text.
 void check_value(const engine::Value& value, const jet_import::SourceField& field) {
   if (engine::is_null(value)) return;
   const std::string text = transfer::text_of(value);
@@ -74,7 +76,7 @@ std::vector<TableFingerprint> fingerprints(jet_import::Source& source) {
   return found;
 }
 
-/// A field of this name is exported as Null.
+/// True if a field has a name whose values are exported as Null.
 bool has_secret(const jet_import::Source& source) {
   return std::ranges::any_of(source.tables(), [](const jet_import::SourceTable& table) {
     return std::ranges::any_of(table.fields, [](const jet_import::SourceField& field) {

@@ -1,4 +1,5 @@
-// Any text as a statement: a program that SQLite prepares, or an error with a number. Running it ends, too.
+// Any text as a statement: it becomes a program that SQLite prepares, or an error with a number. Running the program
+// ends.
 #include "database/engine/embedded/jet_sql/field_type.h"
 #include "fuzz/target.h"
 #include "support/error.h"
@@ -52,7 +53,7 @@ std::string sqlite_text(std::string_view statement, const engine::embedded::jet_
   return {};
 }
 
-/// Runs it for a while, without lasting effect.
+/// Runs the text for a limited time, without lasting effect.
 void run(const std::string& text) {
   sqlite3* const connection = database().connection();
   sqlite3_stmt* statement = nullptr;

@@ -1,5 +1,5 @@
-// Any bytes as the chart catalogue and the home page: every picture that the page looks for or opens is a ".jpg" of
-// the folder "pics", and the page takes any click.
+// Any bytes as the chart catalogue and the home page: every picture that the page looks for or opens is a ".jpg" in the
+// folder "pics", and the page accepts any click.
 #include <algorithm>
 
 #include "fuzz/target.h"
@@ -13,7 +13,7 @@
 namespace {
 
 constexpr int chart_limit = 4;
-/// Clicks of one input; a click looks at every option.
+/// The clicks for one input. There are few, because each click looks at every option.
 constexpr int most_clicks = 4;
 
 const fuzz::ScratchFolder& scratch() {
@@ -37,7 +37,7 @@ void check_picture(std::string_view path) {
   fuzz::promise(host.find('\0') == std::string::npos, "a path of the host holds no NUL");
 }
 
-/// Every picture is there.
+/// Files in which every picture exists.
 class Pictures : public support::FileSystem {
  public:
   std::optional<std::uint64_t> file_size(std::string_view path) const override {
@@ -74,7 +74,7 @@ class User : public wizard::UserPort {
   void set_topmost(bool) override {}
 };
 
-/// The number and more text than a caption has room for.
+/// Texts that consist of their number and more text than a caption has room for.
 class Texts : public support::LanguageComponent {
  public:
   std::string loadres(long number) const override { return "&Titel eines Bildes für " + std::to_string(number); }

@@ -1,6 +1,6 @@
-// fuzz_TARGET FOLDER … [--statements FOLDER]: runs a target over inputs, without libFuzzer, so that what was found once
-// stays found. Each file of a folder is one input; of the SQL corpora behind --statements, each statement ("> …") is
-// one.
+// fuzz_TARGET FOLDER … [--statements FOLDER]: runs a target on stored inputs, without libFuzzer, so that a fault that
+// was found once cannot return unnoticed. Each file of a folder is one input. In the SQL corpora behind --statements,
+// each statement ("> …") is one.
 #include <algorithm>
 #include <iterator>
 #include <span>
@@ -58,7 +58,7 @@ int main(int count, char** words) {
     }
   }
   for (const auto& [name, bytes] : inputs) {
-    // Named first, so that a crash tells its input.
+    // The name is printed first, so that after a crash the input is known.
     std::printf("%s\n", name.c_str());
     std::fflush(stdout);
     LLVMFuzzerTestOneInput(reinterpret_cast<const std::uint8_t*>(bytes.data()), bytes.size());

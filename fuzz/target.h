@@ -1,6 +1,6 @@
-// What a fuzz target is made of. One file a target: it defines LLVMFuzzerTestOneInput, which libFuzzer calls with
-// inputs of its own making and the replay driver with those of the corpus. An input that the code refuses is fine; a
-// target ends the process where a promise is broken.
+// What a fuzz target is made of. Each target is a file that defines LLVMFuzzerTestOneInput. libFuzzer calls it with
+// inputs that it makes up, the replay driver with those of the corpus. The code under test may refuse an input. If a
+// promise is broken, the target ends the process.
 #pragma once
 
 #include <cstddef>
@@ -21,14 +21,14 @@ inline std::string_view text_of(const std::uint8_t* data, std::size_t size) {
   return {reinterpret_cast<const char*>(data), size};
 }
 
-/// Ends the process where the promise is broken, so that the fuzzer keeps the input.
+/// Ends the process if the promise is broken, so that the fuzzer keeps the input.
 inline void promise(bool kept, std::string_view what) {
   if (kept) return;
   std::fprintf(stderr, "broken promise: %.*s\n", static_cast<int>(what.size()), what.data());
   std::abort();
 }
 
-/// A folder of this process, in memory where the machine has such a place; gone with the process.
+/// A folder for this process, in memory if the machine has such a place. It is removed when the process ends.
 class ScratchFolder {
  public:
   ScratchFolder() {

@@ -1,4 +1,4 @@
-// Any bytes as a language table: texts or no table, and never a line break that the platform does not know.
+// Any bytes as a language table: it gives texts or no table at all, and every line break in a text is a Windows one.
 #include "fuzz/target.h"
 #include "support/encoding.h"
 #include "support/file_system.h"

@@ -18,7 +18,8 @@ namespace fs = std::filesystem;
 constexpr std::chrono::minutes surely_abandoned{10};
 constexpr std::string_view journal_ending = "-journal";
 
-/// What a name holds behind the mark is letters, digits and hyphens: other files are other people's.
+/// Behind the mark, our own names hold only letters, digits and hyphens. Files with other names belong to somebody
+/// else.
 bool is_token(std::string_view name) {
   constexpr std::string_view token_characters = "-0123456789ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz";
   return !name.empty() && name.find_first_not_of(token_characters) == std::string_view::npos;
@@ -28,13 +29,14 @@ bool is_working_name(std::string_view name, std::string_view beginning) {
   if (!name.starts_with(beginning)) return false;
   name.remove_prefix(beginning.size());
   if (name.ends_with(journal_ending)) name.remove_suffix(journal_ending.size());
-  // A file that is checked before it gets its name is itself made beside the one that it is to be.
+  // A database that is checked before it gets its name has a working name of its own while it is made, so both marks
+  // are in its name.
   const std::size_t inner = name.find(new_database_mark);
   if (inner == std::string_view::npos) return is_token(name);
   return is_token(name.substr(0, inner)) && is_token(name.substr(inner + new_database_mark.size()));
 }
 
-/// Of this type, no link to one, and not changed for a while.
+/// True for an entry of this type (not a link to one) that was not changed for a while.
 bool is_old(const fs::path& path, fs::file_type type) {
   std::error_code failure;
   if (fs::symlink_status(path, failure).type() != type) return false;
@@ -46,7 +48,8 @@ bool is_old_and_unused(const fs::path& file) {
   return is_old(file, fs::file_type::regular) && is_host_file_unused(host_path_of(file));
 }
 
-/// A journal is written once in a long transaction, and nobody locks it: whether its writer lives tells the database.
+/// A journal is written once in a long transaction and nobody locks it. Whether its writer is alive can only be seen
+/// from the database.
 bool is_abandoned(const fs::path& file) {
   if (!is_old_and_unused(file)) return false;
   std::string database = host_path_of(file);
@@ -55,7 +58,7 @@ bool is_abandoned(const fs::path& file) {
   return !host_file_exists(database) || is_old_and_unused(std_path(database));
 }
 
-/// A folder is filled with files alone: one that has anything else in it is another's.
+/// An export puts nothing but files into its folder. A folder that holds anything else belongs to somebody else.
 bool is_abandoned_folder(const fs::path& folder) {
   if (!is_old(folder, fs::file_type::directory)) return false;
   std::error_code failure;
@@ -65,7 +68,7 @@ bool is_abandoned_folder(const fs::path& folder) {
   return !failure && is_host_folder_unused(host_path_of(folder));
 }
 
-/// What lies beside the path under its name with the mark.
+/// The entries beside the path that have its name and, behind it, the mark.
 std::vector<fs::path> working_entries(const std::string& host_path, std::string_view mark) {
   std::vector<fs::path> found;
   std::error_code failure;

@@ -1,4 +1,4 @@
-// Days as the diary counts them, and the calendar behind them: the proleptic Gregorian one, years 100 to 9999.
+// Days as the diary counts them, and the calendar behind them: the proleptic Gregorian calendar from year 100 to 9999.
 #pragma once
 
 #include <chrono>

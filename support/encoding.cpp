@@ -11,7 +11,7 @@ namespace {
 constexpr char32_t replacement_character = 0xFFFD;
 constexpr char32_t last_code_point = 0x10FFFF;
 
-// Bytes 80 to 9F of CP1252; the five unassigned ones stand for the control character of the same code.
+// Bytes 80 to 9F of CP1252. The five unassigned bytes stand for the control characters of the same code.
 constexpr std::array<char32_t, 32> high_controls = {0x20AC, 0x0081, 0x201A, 0x0192, 0x201E, 0x2026, 0x2020, 0x2021,
                                                     0x02C6, 0x2030, 0x0160, 0x2039, 0x0152, 0x008D, 0x017D, 0x008F,
                                                     0x0090, 0x2018, 0x2019, 0x201C, 0x201D, 0x2022, 0x2013, 0x2014,
@@ -33,7 +33,7 @@ std::size_t sequence_length(unsigned char lead) {
   return 0;
 }
 
-/// The character at `position`; a byte that begins no well-formed one comes alone. Precondition: position < size.
+/// The character at `position`. A byte that begins no well-formed character comes alone. Precondition: position < size.
 Decoded decode(std::string_view text, std::size_t position) {
   constexpr std::array<char32_t, 5> smallest_of_length = {0, 0, 0x80, 0x800, 0x10000};
   const auto lead = static_cast<unsigned char>(text[position]);
@@ -80,8 +80,8 @@ struct NearestLetters {
   std::u16string_view nearest;
 };
 
-/// Latin Extended-A and -B and Latin Extended Additional: the letter without as many of its marks as CP1252 lacks; "_"
-/// for a letter that is like none.
+/// Letters of Latin Extended-A, Latin Extended-B and Latin Extended Additional, each without the marks that CP1252
+/// lacks; "_" for a letter that resembles none.
 constexpr NearestLetters nearest_letters[] = {
     {0x100,
      u"AaAaAaCcCcCcCcDdDdEeEeEeEeEeGgGgGgGgHhHhIiIiIiIiIiIiJjKkkLlLlLlL"
@@ -100,7 +100,7 @@ constexpr NearestLetters nearest_letters[] = {
 
 bool is_combining_mark(char32_t code) { return code >= 0x300 && code <= 0x36F; }
 
-/// A character of CP1252; nothing where it has none that is near.
+/// The nearest character of CP1252; nothing if none is near.
 std::optional<char32_t> nearest(char32_t code) {
   if (cp1252_byte(code) >= 0) return code;
   for (const auto& [first, letters] : nearest_letters) {

@@ -1,5 +1,5 @@
-// Text encodings at the program's edges. Inside, every string is UTF-8; ini files, the ANSI calls and the
-// documents of the diary are CP1252; windows speak UTF-16.
+// Text encodings at the program's edges. Inside, every string is UTF-8. Ini files, the system's ANSI calls and the
+// diary's documents are in CP1252; Windows' other calls take UTF-16.
 #pragma once
 
 #include <cstddef>
@@ -14,11 +14,11 @@ std::string utf8_from_cp1252(std::string_view bytes);
 /// UTF-8 to CP1252. A character outside CP1252, and a byte that is no UTF-8, becomes "?".
 std::string cp1252_from_utf8(std::string_view text);
 
-/// True where cp1252_from_utf8 loses nothing. What cannot be written as it is must not be written.
+/// True if cp1252_from_utf8 loses nothing. A text for which this is false must not be written.
 bool fits_cp1252(std::string_view text) noexcept;
 
-/// The text in characters of CP1252: a Latin letter that it lacks becomes the nearest one that it has ("Ş" is "S", "Ấ"
-/// is "Â"), a combining mark goes, and anything else becomes `otherwise`, a malformed byte too.
+/// The text in characters of CP1252. A Latin letter that CP1252 lacks becomes the nearest one that it has ("Ş" becomes
+/// "S", "Ấ" becomes "Â"), a combining mark is left out, and anything else, also a malformed byte, becomes `otherwise`.
 std::string nearest_in_cp1252(std::string_view text, char otherwise);
 
 /// UTF-8 to UTF-16 and back. Malformed input becomes U+FFFD.
@@ -34,7 +34,7 @@ std::string_view first_characters(std::string_view utf8, std::size_t characters)
 /// True for well-formed UTF-8 (no surrogates, no overlong forms, at most U+10FFFF).
 bool is_utf8(std::string_view text) noexcept;
 
-/// What begins a UTF-8 file that says so.
+/// The mark at the beginning of a UTF-8 file.
 inline constexpr std::string_view utf8_byte_order_mark = "\xEF\xBB\xBF";
 std::string_view without_byte_order_mark(std::string_view bytes) noexcept;
 
@@ -43,7 +43,7 @@ std::string_view without_byte_order_mark(std::string_view bytes) noexcept;
 std::string to_upper(std::string_view utf8);
 std::string to_lower(std::string_view utf8);
 
-/// Equality without regard to case, as to_lower tells it.
+/// True if both texts are equal once to_lower() is applied to them.
 bool equal_ignoring_case(std::string_view left, std::string_view right);
 
 /// Position (byte offset) of the first occurrence of `wanted` without regard to case, from byte `start`; npos if none.

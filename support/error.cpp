@@ -17,7 +17,7 @@ SkippedStepListener& listener() {
   return told;
 }
 
-/// The outcome that is being gathered; null outside outcome_of().
+/// The outcome of the innermost outcome_of() that is running; null outside of one.
 Outcome*& gathered() {
   static Outcome* outcome = nullptr;
   return outcome;

@@ -1,5 +1,5 @@
-// The error convention of the whole program: failing steps raise RuntimeError, a procedure passes over
-// them one by one and records which procedure was entered last. Nothing here is shown to the user.
+// The error convention of the whole program. A step that fails raises RuntimeError. A procedure passes over its failed
+// steps one by one, and the name of the procedure that was entered last is recorded. Nothing here is shown to the user.
 //
 // "Raises 75" in a header means: throws RuntimeError with this number.
 #pragma once
@@ -16,8 +16,8 @@
 
 namespace support {
 
-/// A failed step: the database engine's own number where it has one (3021 no current record), else the
-/// language runtime's (13 type mismatch).
+/// The error of a failed step. Its number is the database engine's own if the engine has one (3021 no current record),
+/// else the language runtime's (13 type mismatch).
 class RuntimeError : public std::runtime_error {
  public:
   RuntimeError(int number, const std::string& description) : std::runtime_error(description), number_(number) {}
@@ -27,40 +27,42 @@ class RuntimeError : public std::runtime_error {
   int number_;
 };
 
-/// Which steps a piece of work has passed over.
+/// The errors of the steps that a piece of work has passed over.
 class Outcome {
  public:
-  /// The first error that `wanted` holds for. Of errors with one number, only the first is asked about.
+  /// The first error for which `wanted` is true. Of several errors with one number, `wanted` is asked about the first
+  /// only.
   std::optional<RuntimeError> first(const std::function<bool(const RuntimeError&)>& wanted) const;
-  /// Raises that error, where there is one.
+  /// Raises that error, if there is one.
   void raise_first(const std::function<bool(const RuntimeError&)>& wanted) const;
-  /// The last error, which is the one that ended the work where it has ended early.
+  /// The last error. If the work ended early, this error ended it.
   const std::optional<RuntimeError>& last() const noexcept { return last_; }
 
   void add(const RuntimeError& error);
-  /// What comes later: as if this work had gone on with that one.
+  /// Appends the errors of work that was done later.
   void add(const Outcome& later);
 
  private:
-  std::vector<RuntimeError> first_of_number_;  ///< in the order of their coming
+  std::vector<RuntimeError> first_of_number_;  ///< in the order in which they came
   std::optional<RuntimeError> last_;
 };
 
-/// Runs `work` and returns what the procedures in it have passed over. Calls may be nested: the outer one's outcome
-/// holds that of the inner one. Raises what `work` raises.
+/// Runs `work` and returns the errors of the steps that the procedures in it passed over. Calls may be nested: the
+/// outer outcome includes the inner one. Raises what `work` raises.
 Outcome outcome_of(const std::function<void()>& work);
 
-/// Label of the procedure entered last, module label + "!" + procedure name; empty before the first.
+/// Label of the procedure that was entered last: module label, "!", procedure name. Empty before the first one.
 const std::string& current_procedure_label() noexcept;
 
-/// Told of every step that was passed over, for a journal or a console; work asks for the outcome_of() its parts
-/// instead. Must not raise.
+/// Is called for every step that was passed over. It serves a journal or a console; code that needs to know which of
+/// its steps failed calls outcome_of() instead. Must not raise.
 using SkippedStepListener = std::function<void(std::string_view label, const RuntimeError& error)>;
 
 /// Replaces the listener (none by default) and returns the one before.
 SkippedStepListener set_skipped_step_listener(SkippedStepListener listener);
 
-/// A listener for as long as this lives, beside the one from before. Of several the youngest must go first.
+/// Adds a listener for as long as this object lives; the previous listener is still called. The object that was made
+/// last must be destroyed first.
 class SkippedStepWatch {
  public:
   explicit SkippedStepWatch(SkippedStepListener told);
@@ -72,19 +74,20 @@ class SkippedStepWatch {
   SkippedStepListener told_, before_;
 };
 
-/// One procedure's run. Its construction records the label, which stays recorded after the return.
+/// One run of a procedure. The constructor records the label, which stays recorded after the return.
 ///
-/// Resume-next mode: whatever may fail is a step() of its own; a failing one is passed over and its
-/// error stays pending until clear(), and counts in the outcome_of() the work. Handler mode: the whole body is one
-/// guarded() call, ended by its first error.
+/// Resume-next mode: each action that may fail is a step() of its own. A failed step is passed over; its error stays
+/// pending until clear(), and the surrounding outcome_of() includes it. Handler mode: the whole body is one guarded()
+/// call, which its first error ends.
 class Procedure {
  public:
   explicit Procedure(std::string_view label);
   Procedure(const Procedure&) = delete;
   Procedure& operator=(const Procedure&) = delete;
 
-  /// Runs one step. False when it failed; the error is pending then and the listener has been told.
-  /// Any exception but a RuntimeError becomes error 51 (internal error), std::bad_alloc 7 (out of memory).
+  /// Runs one step. Returns false when it failed; then the error is pending and the listener has been called. An
+  /// exception other than RuntimeError becomes error 51 (internal error), std::bad_alloc becomes error 7 (out of
+  /// memory).
   template <typename Work>
   bool step(Work&& work) noexcept {
     try {
@@ -96,7 +99,8 @@ class Procedure {
     }
   }
 
-  /// Handler mode: the body ends at its first error. The same as step(); the name says what is meant.
+  /// Handler mode: the body ends at its first error. This does what step() does; its name tells the reader which mode
+  /// is meant.
   template <typename Body>
   bool guarded(Body&& body) noexcept {
     return step(std::forward<Body>(body));

@@ -45,7 +45,7 @@ bool is_missing(const fs::path& path) {
   return fs::symlink_status(path, ignored).type() == fs::file_type::not_found;
 }
 
-/// The full journal to its second name. False where something else lies there.
+/// Renames the full journal to its second name. False if something else has that name.
 bool put_aside(const fs::path& path) {
   fs::path aside = path;
   aside += ".1";
@@ -92,7 +92,7 @@ void ErrorJournal::write(std::string_view label, const RuntimeError& error) cons
   try {
     append(fmt::format("{} {} {} {}\r\n", stamp(clock_()), label, error.number(), journal_text(error.what())));
   } catch (...) {
-    // The step that was passed over is all that may be missing.
+    // The journal must not disturb the work: this line is then missing in it, and nothing else happens.
   }
 }
 

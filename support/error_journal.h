@@ -1,7 +1,7 @@
-// The error journal: a text file for whoever has to find out why something is missing on a machine. One line for each
-// step that was passed over: time, procedure, error number, text. What a text quotes, and every path in it, is
-// left out, so that no patient's data, password or value of a statement can reach the file. A journal that cannot be
-// written changes nothing: nothing here raises anything but out of memory.
+// The error journal: a text file for people who have to find out why something is missing on a machine. It has one line
+// for each step that was passed over: time, procedure, error number, text. Quotations in a text and all paths are left
+// out, so that no patient's data, password or value of a statement can reach the file. If a journal cannot be written,
+// the work goes on as if there were none: nothing here raises anything but out of memory.
 #pragma once
 
 #include <cstdint>
@@ -14,7 +14,7 @@
 
 namespace support {
 
-/// What the head of a journal says of the program that writes it. Of the two files only the names are written.
+/// What the head of a journal says about the program that writes it. Of the two files, only the names are written.
 struct JournalProgram {
   std::string software;
   std::string version;
@@ -22,15 +22,15 @@ struct JournalProgram {
   std::string settings_file;
 };
 
-/// A journal of this size begins anew; the one before is kept beside it with the ending ".1".
+/// A journal that would grow beyond this size is begun anew; the old one is kept beside it with the ending ".1".
 constexpr std::uint64_t most_journal_bytes = std::uint64_t{1} << 20U;
 
 class ErrorJournal {
  public:
   using Clock = std::function<std::time_t()>;
 
-  /// Writes down every step that is passed over while it lives. `host_path` is created with its first line, for
-  /// the user alone; an existing file that is no journal is left as it is.
+  /// Writes a line for every step that is passed over while this object lives. The first line creates the file at
+  /// `host_path`, readable by the user alone. An existing file that is no journal is left as it is.
   ErrorJournal(
       std::string host_path, JournalProgram program, Clock clock = [] { return std::time(nullptr); });
 
@@ -45,8 +45,8 @@ class ErrorJournal {
   SkippedStepWatch watch_;
 };
 
-/// An error's text as a journal may hold it: one line, "…" in place of all that stands between the first and the last
-/// quotation mark, and from the first word with a path separator to the end; at most 300 bytes.
+/// An error's text as a journal may hold it: one line of at most 300 bytes. "…" replaces everything between the first
+/// and the last quotation mark, and everything from the first word with a path separator to the end.
 std::string journal_text(std::string_view description);
 
 }  // namespace support

@@ -10,12 +10,12 @@ using namespace error_number;
 
 struct ErrorText {
   Number number;
-  /// "|" is the place of the detail; what stands in braces is left out where there is none.
+  /// "|" is the place of the detail. The part in braces is left out if there is no detail.
   std::string_view text;
 };
 
-// Names of tables and fields may stand in a text, values and paths never: texts end up in the error journal, which
-// holds nothing of a patient.
+// A text may hold names of tables and fields, but never values or paths: these texts get into the error journal, which
+// must hold no patient's data.
 constexpr ErrorText error_texts[] = {
     {invalid_call, "Invalid procedure call or argument."},
     {overflow, "Overflow."},

@@ -1,5 +1,5 @@
-// The numbers of all errors, the database engine's and the language runtime's: each has one name here, whoever raises
-// it. Their texts stand in the source beside this header.
+// The numbers of all errors, the database engine's and the language runtime's. Each number has one name, which all code
+// uses. The texts are in the source beside this header.
 #pragma once
 
 #include <string>
@@ -145,8 +145,8 @@ enum Number : int {
 
 }  // namespace error_number
 
-/// The text of an error. `detail`, a name or a clause that says more, stands where the text has a place for it. A
-/// number without a text is told as an internal error.
+/// The text of an error. `detail`, a name or a clause that says more, is put where the text has a place for it. A
+/// number without a text gets the text of an internal error.
 std::string error_text(int number, std::string_view detail = {});
 
 }  // namespace support

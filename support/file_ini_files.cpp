@@ -14,7 +14,8 @@ namespace {
 
 std::string host_path(std::string_view file) { return host_file_system().host_path(file); }
 
-/// What the caller's buffer of `size` bytes takes of a value: one pair of quotes is left out, then the rest is cut.
+/// The part of a value that fits into the caller's buffer of `size` bytes: one pair of quotes is removed, then the rest
+/// is cut.
 std::string through_buffer(std::string_view value, std::size_t size) {
   const std::string bytes = cp1252_from_utf8(value);
   std::string_view taken = bytes;
@@ -24,7 +25,7 @@ std::string through_buffer(std::string_view value, std::size_t size) {
   return utf8_from_cp1252(taken.substr(0, size > 0 ? size - 1 : 0));
 }
 
-/// What the buffer takes of a list: it ends with two NULs whether the names fit or not.
+/// The part of a list that fits into the buffer. A list always ends with two NULs, even if not all names fit.
 std::string list_through_buffer(const std::vector<std::string_view>& names, std::size_t size) {
   std::string list;
   for (const std::string_view name : names) list.append(cp1252_from_utf8(name)).push_back('\0');

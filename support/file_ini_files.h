@@ -1,5 +1,6 @@
-// The profile calls of Windows, answered from the files themselves: byte for byte as the calls do it under code page
-// 1252, whatever the system's code page is, and with the UTF-8 mark that the calls do not know.
+// Answers Windows' profile calls from the files themselves. The answers are byte for byte those that the calls give
+// under code page 1252, whatever the system's code page is. Beyond that, this reader knows the byte order mark of
+// UTF-8.
 #pragma once
 
 #include <string>
@@ -19,12 +20,12 @@ class FileIniFiles : public IniFiles {
   bool write(std::string_view file, std::string_view section, std::string_view key, std::string_view value) override;
 
  private:
-  /// write() once the entry is known to be a good one; raises what replace_host_file does.
+  /// The second half of write(), once the entry is known to be writable. Raises what replace_host_file raises.
   bool change(const std::string& path, std::string_view file, std::string_view section, std::string_view key,
               std::string_view value);
   const IniDocument* document(std::string_view file) const;
 
-  // The document read last. It is read from disk every time but parsed again only when its bytes have changed.
+  // The document that was read last. The file is read every time, but parsed only when its bytes have changed.
   mutable std::string cached_bytes_;
   mutable IniDocument cached_;
 };

@@ -15,7 +15,7 @@ bool matches_pattern(std::string_view name, std::string_view pattern) {
   };
   std::size_t in_text = 0;
   std::size_t in_wanted = 0;
-  // Where the last "*" ends, and the place in the text up to which it reaches so far.
+  // The place in the pattern behind the last "*", and the place in the text up to which that "*" reaches so far.
   std::size_t behind_star = std::string::npos;
   std::size_t star_reach = 0;
   while (in_text < text.size()) {

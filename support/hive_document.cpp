@@ -34,7 +34,7 @@ std::string path_above(const std::string& path) {
   return end == std::string::npos ? std::string() : path.substr(0, end);
 }
 
-/// Length of the quoted text at the front, quotes included; 0 where there is none.
+/// Length of the quoted text at the front, including the quotes; 0 if there is none.
 std::size_t quoted_length(std::string_view text) {
   if (!text.starts_with('"')) return 0;
   for (std::size_t i = 1; i < text.size(); ++i) {
@@ -61,7 +61,7 @@ bool is_known_data(std::string_view data) { return hive_text(data) || hive_numbe
 
 }  // namespace
 
-/// Reads line by line; data of bytes goes on over lines that end with a backslash.
+/// Reads line by line. Data in bytes may go on over several lines; all but the last of them end with a backslash.
 class HiveDocument::Reader {
  public:
   Reader(std::string_view bytes, std::string_view file_name) : text_(utf8_from_cp1252(bytes)), file_name_(file_name) {}
@@ -174,12 +174,12 @@ void HiveDocument::set_entry(Key& key, std::string_view name, std::string_view d
   }
 }
 
-/// The key's section, added at the end where it is not listed yet. Keys above it take the spelling known for them.
+/// The key's section. A missing one is added at the end; the keys above it keep the spelling that is known for them.
 HiveDocument::Key& HiveDocument::list_key(std::string_view key) {
   const std::string lower_path = to_lower(key);
   const auto place = places_.find(lower_path);
   if (place != places_.end()) return keys_[place->second];
-  // Both cases of a path have the same length, so a part of one is the same part of the other.
+  // A path is as long in lower case as it is spelled, so a part of one is the same part of the other.
   std::string path(key);
   for (std::string above = lower_path; !above.empty(); above = path_above(above)) {
     const auto known = spellings_.find(above);

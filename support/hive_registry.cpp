@@ -20,7 +20,7 @@ std::string full_path(RootKey root, std::string_view key) {
   return std::string(name) + "\\" + std::string(key);
 }
 
-/// Fits one line of the file.
+/// True if the text fits into one line of the file.
 bool fits_line(std::string_view text) {
   return fits_cp1252(text) && text.find_first_of(std::string_view("\r\n\0", 3)) == std::string_view::npos;
 }
@@ -81,7 +81,7 @@ class HiveRegistry final : public Registry {
     bytes_ = std::move(bytes);
   }
 
-  /// Applies a change to what the file holds now and replaces the file where it made a difference.
+  /// Applies a change to what the file holds now. Replaces the file if the change made a difference.
   void store(const std::function<bool(HiveDocument&)>& change) {
     const HostFileLock lock(path_);
     load();

@@ -1,4 +1,4 @@
-// The adapters of the platform that this program was built for. Programs take them here and hand them on as ports, so
+// The adapters of the platform that this program was built for. Programs get them here and pass them on as ports, so
 // that nothing else depends on the platform.
 #pragma once
 
@@ -13,9 +13,9 @@
 
 namespace support {
 
-/// The registry: the hive file (a host path, see hive_registry.h) where one is named; else the machine's own on
-/// Windows, and elsewhere the hive "firststeps/registry.reg" in the user's configuration folder. Raises what
-/// open_hive does.
+/// The registry. If a hive file (a host path, see hive_registry.h) is named, it is that file. Otherwise it is the
+/// machine's own registry on Windows, and elsewhere the hive "firststeps/registry.reg" in the user's configuration
+/// folder. Raises what open_hive raises.
 std::unique_ptr<Registry> host_registry(std::string_view hive_path = {});
 
 /// The machine's ini files.

@@ -1,4 +1,4 @@
-// Host paths (UTF-8) as the standard library takes them, and back.
+// Converts host paths (UTF-8) to paths of the standard library, and back.
 #pragma once
 
 #include <cstddef>
@@ -12,10 +12,10 @@ inline std::filesystem::path std_path(std::string_view host_path) {
   return {std::u8string(host_path.begin(), host_path.end())};
 }
 
-/// What file systems of both kinds take for one name: bytes on POSIX, units of UTF-16 on Windows.
+/// The longest name of a file on both kinds of system: in bytes on POSIX, in units of UTF-16 on Windows.
 inline constexpr std::size_t longest_file_name = 255;
 
-/// True where no name in the path is longer than that, and the last one leaves room for `ending` more.
+/// True if no name in the path is longer than that, and the last one has room for `ending` more.
 inline bool is_name_short_enough(const std::filesystem::path& path, std::size_t ending = 0) {
   for (const std::filesystem::path& name : path) {
     if (name.native().size() > longest_file_name) return false;

@@ -1,5 +1,5 @@
-// Files by host path that are read or written from their beginning to their end in parts, and a new folder that is
-// filled before it has its name.
+// Files by host path that are read or written in parts from beginning to end, and a new folder that is filled before it
+// gets its name.
 #pragma once
 
 #include <cstddef>
@@ -11,19 +11,19 @@
 
 namespace support {
 
-/// A new file; on POSIX the user's alone.
+/// A new file. On POSIX it belongs to the user alone.
 class HostFileWriter {
  public:
-  /// False afterwards where a file is there already or none can be made.
+  /// The writer is false afterwards if a file exists already or none can be made.
   explicit HostFileWriter(const std::string& path);
   ~HostFileWriter();
   HostFileWriter(const HostFileWriter&) = delete;
   HostFileWriter& operator=(const HostFileWriter&) = delete;
   explicit operator bool() const noexcept { return handle_ != nullptr; }
 
-  /// False where not all of it could be written.
+  /// False if not everything could be written.
   bool write(std::string_view bytes);
-  /// Closes it when what was written is on the disk. False where the system refuses. Once.
+  /// Waits until everything is on the disk, and closes the file. False if the system refuses. To be called once.
   bool close();
 
  private:
@@ -33,14 +33,14 @@ class HostFileWriter {
 
 class HostFileReader {
  public:
-  /// False afterwards where there is no regular file that can be read.
+  /// The reader is false afterwards if there is no regular file that can be read.
   explicit HostFileReader(const std::string& path);
   ~HostFileReader();
   HostFileReader(const HostFileReader&) = delete;
   HostFileReader& operator=(const HostFileReader&) = delete;
   explicit operator bool() const noexcept { return handle_ != nullptr; }
 
-  /// The number of bytes, 0 only at the end of the file; nothing where it cannot be read.
+  /// The number of bytes that were read, 0 only at the end of the file; nothing if the file cannot be read.
   std::optional<std::size_t> read(std::span<char> buffer);
 
  private:
@@ -48,18 +48,18 @@ class HostFileReader {
   std::unique_ptr<Handle> handle_;
 };
 
-/// A new folder; on POSIX the user's alone. While this lives, is_host_folder_unused() is false.
+/// A new folder. On POSIX it belongs to the user alone. While this object lives, is_host_folder_unused() is false.
 class NewHostFolder {
  public:
-  /// False afterwards where something is there already or none can be made.
+  /// The object is false afterwards if something exists at the path already or no folder can be made.
   explicit NewHostFolder(std::string path);
   ~NewHostFolder();
   NewHostFolder(const NewHostFolder&) = delete;
   NewHostFolder& operator=(const NewHostFolder&) = delete;
   explicit operator bool() const noexcept { return handle_ != nullptr; }
 
-  /// Gives it another name when the names of its files are on the disk; the new name is there afterwards, too. False
-  /// where something of that name is there, or the system refuses. Once.
+  /// Waits until the names of its files are on the disk, then renames the folder; afterwards the new name is on the
+  /// disk, too. False if something of that name exists, or the system refuses. To be called once.
   bool take_name(const std::string& target);
 
  private:
@@ -68,7 +68,7 @@ class NewHostFolder {
   std::unique_ptr<Handle> handle_;
 };
 
-/// False where a process fills the folder, or it cannot be opened.
+/// False if a process is filling the folder, or the folder cannot be opened.
 bool is_host_folder_unused(const std::string& path);
 
 }  // namespace support

@@ -25,7 +25,7 @@ std::string joined(std::string_view names, std::string_view delimiter) {
   return text;
 }
 
-/// The piece with the 0-based index; empty where there is none. A trailing delimiter has an empty piece behind it.
+/// The piece with the 0-based index; empty if there is none. Behind a trailing delimiter there is an empty piece.
 std::string piece(std::string_view text, std::int16_t index, std::string_view delimiter) {
   for (; index >= 0; --index) {
     const auto end = text.find(delimiter);
@@ -76,7 +76,7 @@ std::int16_t GetSchemes(const IniFiles& ini, const FileSystem& files, std::strin
     if (!file_test(files, schemes_file)) return;
     const std::string list = ini.sections(schemes_file, {}, schemes_buffer);
     names.clear();
-    // Only what a NUL follows is whole.
+    // A name is complete only if a NUL follows it.
     Split(std::string_view(list).substr(0, list.rfind('\0') + 1), names, nul_character);
     count = static_cast<std::int16_t>(names.size());
   });

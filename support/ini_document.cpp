@@ -15,7 +15,7 @@ constexpr std::string_view blank_characters = " \t\n\v\f\r\x1A";
 
 std::string_view up_to_nul(std::string_view text) { return text.substr(0, text.find('\0')); }
 
-/// Index of the first section or line of that name; the count where there is none.
+/// Index of the first section or line of that name; the count if there is none.
 template <typename Named>
 std::size_t index_of(const std::vector<Named>& items, std::string_view name) {
   const std::string wanted = to_lower(strip(name, blank_characters));

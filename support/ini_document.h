@@ -1,6 +1,5 @@
-// An ini file as a document: sections, keys and comments in their order, read and written back as the platform's
-// profile calls do it. Text is UTF-8 here; the file is CP1252 unless its byte order mark says UTF-8 or UTF-16 (little
-// endian).
+// An ini file as a document: sections, keys and comments in their order, read and written as the platform's profile
+// calls do it. Text is UTF-8 here. The file is CP1252, unless its byte order mark says UTF-8 or UTF-16 (little endian).
 #pragma once
 
 #include <cstddef>
@@ -16,25 +15,25 @@ class IniDocument {
  public:
   enum class Encoding { Cp1252, Utf8, Utf16 };
 
-  /// Reads any bytes: a line that is no section, comment or "key=value" is kept but holds no value; a name or value
-  /// ends at a NUL. `unmarked` is the encoding where there is no byte order mark.
+  /// Reads any bytes. A line that is no section, comment or "key=value" is kept but holds no value. A name or value
+  /// ends at a NUL. `unmarked` is the encoding of a file without a byte order mark.
   static IniDocument parse(std::string_view bytes, Encoding unmarked = Encoding::Cp1252);
 
-  /// False where the text holds a NUL: writing such a file back would lose what follows it.
+  /// False if the text holds a NUL: writing such a file back would lose what follows the NUL.
   bool is_text() const noexcept { return is_text_; }
 
-  /// The value as it stands, quotes included. Names are compared without blanks around them and without regard to case;
-  /// the first section and the first key of a name count. Nothing where it is missing or has no "=".
+  /// The value as written, with its quotes. Names are compared without outer blanks and without regard to case; the
+  /// first section and the first key of a name count. Nothing if the value is missing or has no "=".
   std::optional<std::string_view> value(std::string_view section, std::string_view key) const;
-  /// Key names of the first section of that name, in order; empty where there is none.
+  /// Key names of the first section of that name, in order; empty if there is none.
   std::vector<std::string_view> keys(std::string_view section) const;
-  /// Calls `visitor(key, value)` for the same keys, the repeated ones too.
+  /// Calls `visitor(key, value)` for the keys of that section, including repeated ones.
   void each_value(std::string_view section,
                   const std::function<void(std::string_view key, std::string_view value)>& visitor) const;
-  /// Section names in order, repeated ones too.
+  /// Section names in order, including repeated ones.
   std::vector<std::string_view> sections() const;
 
-  /// Changes or adds one value; an existing key keeps its place and spelling. False where the value is as it was.
+  /// Changes or adds one value; an existing key keeps its place and spelling. False if the value was the same already.
   bool set(std::string_view section, std::string_view key, std::string_view value);
 
   /// The file: lines end with CR LF, there are no blank lines and no blanks around "=", comments stay.
@@ -58,15 +57,15 @@ class IniDocument {
   Encoding encoding_ = Encoding::Cp1252;
   bool marked_ = false;
   bool is_text_ = true;
-  // The first one holds the lines before the first heading and has no heading itself.
+  // The first one has no heading; it holds the lines before the first heading.
   std::vector<Section> sections_ = {{}};
 };
 
-/// True where an entry reads back as it was written: it fits CP1252, holds no line break or NUL, and its names do not
-/// run into the syntax ("=" in a key, "]" in a section, a key that begins like a comment or heading).
+/// True if an entry reads back as it was written: it fits CP1252, holds no line break or NUL, and its names do not look
+/// like syntax ("=" in a key, "]" in a section, a key that begins like a comment or heading).
 bool is_writable_ini_entry(std::string_view section, std::string_view key, std::string_view value);
 
-/// Larger ini files are taken for damaged: read as missing, never written.
+/// An ini file that is larger is taken for damaged: it reads as a missing file and is never written.
 constexpr std::size_t most_ini_bytes = std::size_t{4} << 20U;
 
 }  // namespace support

@@ -12,7 +12,7 @@ namespace {
 template <typename Number>
 std::string shortest(Number value) {
   if (!std::isfinite(value)) return "null";
-  // In full as long as the digits are the number's own.
+  // Written without an exponent as long as all digits are significant.
   const double size = std::fabs(static_cast<double>(value));
   const bool full = size == 0 || (size >= 1e-5 && size < (sizeof(Number) == sizeof(float) ? 1e7 : 1e15));
   std::array<char, 40> digits;

@@ -1,5 +1,5 @@
-// Writes JSON as it goes: commas, quotes and escapes are the writer's business, the order of the calls the caller's.
-// Texts are UTF-8; bytes that are none become U+FFFD, so that the output is always valid.
+// Writes JSON piece by piece. The writer adds commas, quotes and escapes; the caller is responsible for the order of
+// the calls. Texts are UTF-8; malformed bytes become U+FFFD, so that the output is always valid.
 #pragma once
 
 #include <cstdint>
@@ -21,7 +21,8 @@ class JsonWriter {
 
   JsonWriter& text(std::string_view value);
   JsonWriter& integer(std::int64_t value);
-  /// The shortest text that reads back as the same number, without decimals for a whole one; null for no number.
+  /// The shortest text that reads back as the same number, without decimals for a whole one; null for NaN and
+  /// infinities.
   JsonWriter& number(double value);
   JsonWriter& number(float value);
   JsonWriter& boolean(bool value);
@@ -37,10 +38,10 @@ class JsonWriter {
 
 /// A text with its quotes, escaped.
 std::string json_text(std::string_view text);
-/// The same behind what `json` holds.
+/// Appends the same to `json`.
 void append_json_text(std::string& json, std::string_view text);
 
-/// The shortest text that reads back as the same number, with "." whatever the locale; "null" for no number.
+/// The shortest text that reads back as the same number, with "." in every locale; "null" for NaN and infinities.
 std::string plain_number(double value);
 std::string plain_number(float value);
 

@@ -14,7 +14,7 @@ struct ValueFormat {
   int default_decimals;
 };
 
-// By ValueKind. The kinds that are read with a fraction in daily life show one decimal where none are asked for.
+// By ValueKind. Kinds that are usually given with a fraction show one decimal by default.
 constexpr std::array<ValueFormat, 7> value_formats = {
     {{" mg/dL", 0}, {" mmol/L", 1}, {" %", 1}, {" mg/l", 0}, {" kg", 1}, {" g", 0}, {" lbs", 1}}};
 

@@ -7,7 +7,7 @@ namespace support {
 
 namespace {
 
-/// The value as text; nothing for a type that is not supported. Numbers are signed, as the callers count.
+/// The value as text; nothing for an unsupported type. Numbers are signed, because the callers take them so.
 std::optional<std::string> value_text(const RegistryValue& value) {
   if (value.type == RegistryValue::number_type) return std::to_string(static_cast<std::int32_t>(value.number));
   if (value.type != RegistryValue::text_type && value.type != RegistryValue::expandable_text_type) return std::nullopt;

@@ -1,5 +1,6 @@
-// Registry access of the wizard: a few forgiving helpers over a port that speaks to the real registry or to a hive
-// kept as a text file. Helpers never raise; a failure is a false result and an untouched output.
+// The wizard's access to the registry: a few forgiving functions over a port, behind which stands the real registry or
+// a hive kept as a text file. The functions never raise. If one fails, it returns false and leaves its output as it
+// was.
 #pragma once
 
 #include <cstdint>
@@ -21,42 +22,42 @@ struct RegistryValue {
   std::uint32_t number = 0;
 };
 
-/// The registry as the helpers need it. Key paths are relative to the root, with backslashes; an empty one is the root
-/// itself. Names ignore case.
+/// The port. Key paths are relative to the root and have backslashes; an empty one is the root itself. Names are
+/// compared without regard to case.
 class Registry {
  public:
   virtual ~Registry() = default;
-  /// True where the key can be read.
+  /// True if the key can be read.
   virtual bool key_exists(RootKey root, std::string_view key) const = 0;
-  /// Nothing where key or value is missing; a value of another type comes with its type and no content.
+  /// Nothing if key or value is missing. A value of another type is returned with its type and without content.
   virtual std::optional<RegistryValue> read(RootKey root, std::string_view key, std::string_view name) const = 0;
   enum class CreateResult { Created, Existed, Failed };
-  /// Creates the key and the ones above it, non-volatile, and flushes it. A registry that knows no classes ignores
-  /// `class_name`. Failed: the name cannot be stored. Raises 75, with place and reason, where writing fails.
+  /// Creates the key and the keys above it, non-volatile, and flushes it. A registry without classes ignores
+  /// `class_name`. `Failed` means that the name cannot be stored. Raises 75, with place and reason, if writing fails.
   virtual CreateResult create_key(RootKey root, std::string_view key, std::string_view class_name) = 0;
-  /// Writes REG_SZ; the key must exist. Refused (false, nothing written): a text that does not fit CP1252 or holds a
-  /// NUL. Raises 75, with place and reason, where writing fails.
+  /// Writes REG_SZ; the key must exist. Returns false and writes nothing if the text does not fit CP1252 or holds a
+  /// NUL. Raises 75, with place and reason, if writing fails.
   virtual bool write_text(RootKey root, std::string_view key, std::string_view name, std::string_view value) = 0;
-  /// True where values of the key could be written; of a key that is missing, where it could be made. Only a look.
+  /// True if values of the key could be written or, for a missing key, if it could be made. Only looks.
   virtual bool can_write(RootKey root, std::string_view key) const = 0;
 };
 
 /// True when the key can be opened for reading.
 bool KeyExists(const Registry& registry, RootKey root, std::string_view key);
 
-/// True when the value was found and read; `output` is replaced only when the trimmed value is not empty. A number
-/// arrives as its decimal text, signed. A value of another type is false.
+/// True if the value was found and read. `output` is replaced only if the trimmed value is not empty. A number becomes
+/// its decimal text, signed. A value of another type gives false.
 bool ReadRegValue(const Registry& registry, RootKey root, std::string_view key, std::string_view name,
                   std::string& output);
 
-/// True only when the key did not exist and was created.
+/// True only if the key did not exist and was created.
 bool CreateRegKey(Registry& registry, RootKey root, std::string_view key, std::string_view class_name);
 
-/// Writes text, creating the key where it is missing; an empty value is stored as one blank. True when written.
+/// Writes a text and creates the key if it is missing; an empty value is stored as one blank. True if it was written.
 bool WriteRegString(Registry& registry, RootKey root, std::string_view key, std::string_view name,
                     std::string_view value);
 
-/// The text without leading and trailing blanks and characters below 20; empty where it begins with NUL.
+/// The text without leading and trailing blanks and characters below code 20; empty if it begins with NUL.
 std::string vtrim(std::string_view text);
 
 }  // namespace support

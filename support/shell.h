@@ -1,5 +1,5 @@
-// What is asked of the desktop: the recycle bin, the user's program for a file, the choice of a folder. Paths are
-// Windows paths. Nothing here raises; a failure is an empty or false result.
+// What the program asks of the desktop: the recycle bin, the user's program for a file, the choice of a folder. Paths
+// are Windows paths. Nothing here raises; a failure is an empty or false result.
 #pragma once
 
 #include <optional>
@@ -18,16 +18,16 @@ struct RecycleDisplay {
 };
 
 /// Moves the files (not folders) of a folder that match a pattern to the recycle bin, from where they can be restored.
-/// Returns the names of those that are gone; what the user declined stays and is not among them.
+/// Returns the names of the files that are gone; files that the user declined to move stay and are not among them.
 std::vector<std::string> recycle(std::string_view folder, std::string_view pattern, const RecycleDisplay& display = {});
 
-/// False where what is deleted in the folder is gone for good: on a share, and on drives without a recycle bin.
+/// False if files deleted in the folder cannot be restored: on a share, and on drives without a recycle bin.
 bool has_recycle_bin(std::string_view folder);
 
-/// Opens a file with the user's program for it (verb "open"). True when the program was started.
+/// Opens a file with the user's program for it (verb "open"). True if the program was started.
 bool open_file(std::string_view path);
 
-/// Lets the user choose a folder. Nothing when cancelled, and where there is no desktop that can ask.
+/// Lets the user choose a folder. Nothing if the user cancels, or if no desktop can ask.
 std::optional<std::string> choose_folder(std::string_view title, void* owner);
 
 /// True for a path on another machine.

@@ -31,13 +31,14 @@ std::vector<std::string> split_text(std::string_view text, std::string_view deli
 
 std::string reversed(std::string_view text) { return {text.rbegin(), text.rend()}; }
 
-/// Replaces every occurrence and returns how many. The occurrence that begins first also ends first, so instead of
-/// searching again from the first character the search goes on behind the known part, with the replacement as the text
-/// to come: linear in the text. Every text has its lower-case form beside it, of the same length.
+/// Replaces every occurrence and returns how many there were. The occurrence that begins first also ends first.
+/// Therefore the search need not start again from the first character: it goes on behind the text that is done, and the
+/// replacement becomes part of the text to come. The time is linear in the text. Each text has its lower-case form, of
+/// the same length, beside it.
 std::size_t replace_all(std::string& text, const std::string& lower_wanted, std::string_view replacement) {
   const std::string next = reversed(replacement);
   const std::string lower_next = reversed(to_lower(replacement));
-  // A longer replacement can breed occurrences without end; no sensible call comes near this limit.
+  // A longer replacement can produce new occurrences without end. No sensible call comes near this limit.
   const std::size_t limit =
       replacement.size() > lower_wanted.size() ? text.size() : std::numeric_limits<std::size_t>::max();
   std::string to_come = reversed(text);

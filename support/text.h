@@ -1,4 +1,4 @@
-// Texts trimmed, split and replaced. None raises.
+// Trimming, splitting and replacing of texts. None raises.
 #pragma once
 
 #include <charconv>
@@ -15,8 +15,9 @@ namespace support {
 /// A decimal digit, whatever the locale.
 constexpr bool is_digit(char character) noexcept { return character >= '0' && character <= '9'; }
 
-/// The number that the whole text is, as std::from_chars reads it: no blanks, no "+", "." whatever the locale; `base`
-/// is for whole numbers. Nothing for anything else, for an empty text, and for what `Number` cannot hold.
+/// The number that the whole text represents, as std::from_chars reads it: no blanks, no "+", "." in every locale.
+/// `base` is for whole numbers. Nothing for any other text, for an empty one, and for a number that `Number` cannot
+/// hold.
 template <typename Number>
 std::optional<Number> parse_whole(std::string_view text, [[maybe_unused]] int base = 10) noexcept {
   Number number{};
@@ -30,19 +31,20 @@ std::optional<Number> parse_whole(std::string_view text, [[maybe_unused]] int ba
   return result.ec == std::errc() && result.ptr == end ? std::optional(number) : std::nullopt;
 }
 
-/// Without outer blanks and characters below 20; empty where the text begins with NUL.
+/// The text without outer blanks and characters below code 20; empty if the text begins with NUL.
 std::string trim(std::string_view text);
 
-/// Without these characters at both ends.
+/// The text without these characters at both ends.
 std::string_view strip(std::string_view text, std::string_view characters) noexcept;
 
-/// Splits at `delimiter` into `pieces` and returns the upper index (count less one). An empty text returns -1 and
-/// leaves `pieces` as it was; a trailing delimiter yields no empty last piece.
+/// Splits at `delimiter` into `pieces` and returns the highest index (count less one). For an empty text it returns -1
+/// and leaves `pieces` as it was. A trailing delimiter gives no empty last piece.
 std::int16_t Split(std::string_view text, std::vector<std::string>& pieces, std::string_view delimiter);
 
-/// Replaces `wanted`, ignoring case (umlauts included), searching again from the first character after each replacement
-/// until none is left, so runs collapse; linear in the text. Returns the number of replacements, at most 32767. An
-/// empty `wanted`, and a replacement that holds `wanted` itself, are refused: 0, text unchanged. Never raises.
+/// Replaces `wanted`, ignoring case (umlauts included). After each replacement the search starts again from the first
+/// character, until none is left; so runs collapse. The time is linear in the text. Returns the number of replacements,
+/// at most 32767. If `wanted` is empty or the replacement holds `wanted`, it returns 0 and leaves the text as it was.
+/// Never raises.
 std::int16_t replace(std::string& text, std::string_view wanted, std::string_view replacement);
 
 }  // namespace support

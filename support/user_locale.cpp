@@ -72,7 +72,7 @@ std::string take_digits(std::string_view& rest) {
   return digits;
 }
 
-/// Takes the whole part: digits, or one to three digits followed by groups of three. Nothing where a group is broken.
+/// Takes the whole part: digits, or one to three digits followed by groups of three. Nothing if a group is incomplete.
 std::optional<std::string> take_whole_part(std::string_view& rest) {
   const char separator = user_locale().thousands_separator;
   std::string digits = take_digits(rest);
@@ -87,7 +87,7 @@ std::optional<std::string> take_whole_part(std::string_view& rest) {
   return digits;
 }
 
-/// Takes "e", an optional sign and digits. Empty where there is no exponent; nothing where it is broken.
+/// Takes "e", an optional sign and digits. Empty if there is no exponent; nothing if the exponent has no digits.
 std::optional<std::string> take_exponent(std::string_view& rest) {
   if (rest.empty() || (rest.front() != 'e' && rest.front() != 'E')) return std::string();
   rest.remove_prefix(1);
@@ -106,7 +106,7 @@ std::string with_decimal_separator(std::string text) {
   return text;
 }
 
-/// Plain digits in the range that people read, an exponent ("1E+20") beyond.
+/// Plain digits in the range that people read; an exponent ("1E+20") outside of it.
 template <typename Number>
 std::string shortest_text(Number value) {
   if (value == 0) return "0";
@@ -125,7 +125,7 @@ struct DecimalDigits {
   int exponent = 0;
 };
 
-/// The 15 digits that a double holds for sure: what a user takes the number to be.
+/// The 15 digits that a double certainly holds. These are the number as the user knows it.
 DecimalDigits decimal_digits(double size) {
   constexpr int digits_behind_first = 14;
   std::array<char, 64> buffer{};
@@ -141,7 +141,7 @@ DecimalDigits decimal_digits(double size) {
   return {std::move(digits), (negative ? -exponent : exponent) + 1};
 }
 
-/// Adds one to a text of digits; the text grows where all of them are nines.
+/// Adds one to a text of digits. If all digits are nines, the text grows.
 void increment(std::string& digits) {
   auto position = digits.rbegin();
   for (; position != digits.rend() && *position == '9'; ++position) *position = '0';

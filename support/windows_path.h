@@ -1,6 +1,6 @@
-// Windows paths taken apart and put together; none raises. And the place to which Windows leads what a program without
-// a manifest writes into a protected folder: a copy of the user's own, which hides the real file from that program
-// alone.
+// Takes Windows paths apart and puts them together. Nothing here raises. Also finds the virtual store: when a program
+// without a manifest writes into a protected folder, Windows writes into a copy of the user's own instead, which hides
+// the real file from that program alone.
 #pragma once
 
 #include <string>
@@ -18,15 +18,14 @@ enum class PathPart { Drive = 0, Folder = 1, FileName = 2, Shortened = 3 };
 /// Part of a Windows path; any other number gives the empty text. The folder keeps its trailing backslash.
 std::string ExtractFromPath(std::string_view path, int part);
 
-/// The folder with a backslash at its end, whether or not it brings one.
+/// The folder with one backslash at its end.
 std::string with_backslash(std::string folder);
 
-/// A folder and a name in it, with one backslash between them whether or not the folder brings one. Runs of backslashes
-/// inside become one.
+/// A folder and a name in it, with one backslash between them. Runs of backslashes inside become one.
 std::string join_path(std::string_view folder, std::string_view name);
 
-/// The folder that holds the user's own copies of files of this folder (a Windows path on drive C); empty where there
-/// is none. `local_data` is the folder of the user's local application data, as host_local_data() gives it.
+/// The folder that holds the user's own copies of files of this folder (a Windows path on drive C); empty if there is
+/// none. `local_data` is the folder of the user's local application data, see host_local_data().
 std::string virtual_store_twin(const FileSystem& files, std::string_view local_data, std::string_view folder);
 
 }  // namespace support

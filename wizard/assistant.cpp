@@ -48,7 +48,7 @@ namespace {
 
 constexpr std::uint32_t blue = 0xFF0000;
 constexpr long next_caption = 905, finish_caption = 908, welcome = 4651, cancel_question = 693;
-// The professional edition creates a missing patient index at once.
+// The professional edition has another introduction: it creates a missing patient index at once.
 constexpr long shared_index_intro = 4819;
 constexpr long step_of_steps = 4920;
 
@@ -116,7 +116,7 @@ void frmAssistantFirstSteps::Run::show_step() {
   start_animation(form, find_page(steps.name_at(steps.current())));
 }
 
-/// Without a page (null) none is shown.
+/// If `page` is null, no page is shown.
 void frmAssistantFirstSteps::Run::show_page(const Page* page) {
   for (form::Control* container : context.form.array("contstep"))
     container->set_visible(page && container->tag() == page->tag);
@@ -140,12 +140,12 @@ void frmAssistantFirstSteps::Run::next() {
   StepList& steps = pages.steps;
   if (steps.current() == steps.last() && !pages.summary.still_holds(pages)) return;
   do {
-    // Behind the last page there is nothing to check for: the finish starts whatever the page says.
+    // Behind the last page nothing is checked: the finish starts whatever the page holds.
     const bool nothing_follows = steps.name_at(steps.current() + 1).empty();
     if (!nothing_follows && !may_leave_page()) break;
     steps.forward();
     StepName = steps.name_at(steps.current());
-    // On the way back to the last page, the pages in between are asked, but not shown, unless one says no.
+    // On the way back to the last page, the pages in between are checked but not shown, unless one of them refuses.
   } while (pages.returns_to_summary && steps.current() < steps.last());
   show_step();
 }
@@ -160,7 +160,7 @@ void frmAssistantFirstSteps::Run::cancel() {
   if (context.message(cancel_question, message_style::yes_no_system_modal) == yes_button) state = State::Cancelled;
 }
 
-/// Why the page asks what it asks.
+/// Shows why the page asks for its data.
 void frmAssistantFirstSteps::Run::explain(int page) {
   if (page < 0 || page >= static_cast<int>(all_pages().size())) return;
   const long why = all_pages()[static_cast<std::size_t>(page)]->why;
@@ -174,7 +174,7 @@ void frmAssistantFirstSteps::Run::navigate(int button) {
   (this->*handler)();
 }
 
-/// Raises the event of whichever page has the control; one that no page listens to is ignored.
+/// Raises the event on every page that handles it for this control; without such a page, nothing happens.
 void frmAssistantFirstSteps::Run::tell_pages(std::span<const PageEvent> Page::*events, std::string_view control,
                                              int index) {
   const int step = pages.steps.current();
@@ -186,7 +186,7 @@ void frmAssistantFirstSteps::Run::tell_pages(std::span<const PageEvent> Page::*e
   find_on_page();
 }
 
-/// Each stands at its field; whoever shows the form does that.
+/// Finds what is to be said about the page that is shown; the form's window shows each finding at its field.
 void frmAssistantFirstSteps::Run::find_on_page() {
   const Page* page = find_page(StepName);
   shown_findings = page ? wizard::page_findings(context, pages, gather_pages(context, pages), *page) : Findings();

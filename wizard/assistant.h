@@ -1,5 +1,5 @@
-// frmAssistantFirstSteps: the wizard itself. Start-up, pages, navigation and the finish, over a form that a window, a
-// test or an answers file drives.
+// frmAssistantFirstSteps: the wizard itself. Start-up, pages, navigation and the finish, over a form that is driven by
+// a window, a test or an answers file.
 #pragma once
 
 #include <memory>
@@ -17,43 +17,44 @@ namespace wizard {
 
 class frmAssistantFirstSteps {
  public:
-  /// What the ports point to must outlive the run.
+  /// The objects that the ports point to must outlive the run.
   explicit frmAssistantFirstSteps(Ports ports);
   ~frmAssistantFirstSteps();
   frmAssistantFirstSteps(const frmAssistantFirstSteps&) = delete;
   frmAssistantFirstSteps& operator=(const frmAssistantFirstSteps&) = delete;
 
-  /// Form Load, once: discovers the installation, builds the step list, presets the controls and shows the first step.
-  /// What cannot be read keeps its default. False where the program must end at once (no installation name and no
-  /// command line). Never raises; neither do the events.
+  /// Form Load, to be called once: discovers the installation, builds the step list, presets the controls and shows the
+  /// first step. What cannot be read keeps its default. False if the program must end at once (no installation name and
+  /// no command line). Neither this nor an event ever raises.
   bool load(std::string_view command_line);
 
-  // Events, as a user's action on a control raises them. The control's own property is set first (value, text, list
-  // index), then the event is raised. Controls without a handler, and any event after the end of the run, are ignored.
-  void click(std::string_view control, int index = -1);   ///< buttons, options, charts; an entry chosen from a list
+  // Events, as a user's action on a control raises them. The caller sets the control's property first (value, text,
+  // list index), then raises the event. Controls without a handler are ignored, and so is any event after the end of
+  // the run.
+  void click(std::string_view control, int index = -1);   ///< buttons, options, charts, an entry chosen from a list
   void change(std::string_view control, int index = -1);  ///< texts, scroll bars
-  void focus(std::string_view control, int index = -1);   ///< whatever has got the focus
+  void focus(std::string_view control, int index = -1);   ///< any control that gets the focus
   void tick();                                            ///< Timer1
-  void help();                                            ///< F1: opens the help file where it exists
+  void help();                                            ///< F1: opens the help file if it exists
 
   form::Form& form() noexcept;
   const InstallationConfig& config() const noexcept;
 
-  /// Names of pages in the order of their display; one with a "-" in it is passed over.
+  /// Names of the pages in the order in which they are shown. A name with a "-" in it is skipped.
   const std::vector<std::string>& StepNames() const noexcept;
-  /// Place of the step shown in StepNames(), from 0; behind LastStep() once the run has finished.
+  /// Position of the current step in StepNames(), from 0. After the finish it is behind LastStep().
   int CurrentStep() const noexcept;
   int LastStep() const noexcept;
-  /// Name of the step shown; "Fertig" on the last one, whatever the list calls it.
+  /// Name of the current step; for the last one "Fertig", whatever the list calls it.
   const std::string& StepName() const noexcept;
 
   enum class State { Running, Finished, Cancelled };
   State state() const noexcept;
-  /// What the finish wrote; empty before.
+  /// What the finish wrote; empty before the finish.
   const FinishReport& report() const noexcept;
-  /// What is worth a word, as the last page shows it; after the end, as it was found right before the finish.
+  /// The findings that the last page shows; after the end, those found right before the finish.
   const Findings& findings() const noexcept;
-  /// What is worth a word about the page that is shown, as the controls are now; each about the control that it names.
+  /// The findings about the page that is shown, from its controls as they are now. Each one names its control.
   const Findings& page_findings() const noexcept;
   /// What the finish would write, choice by choice, without writing anything.
   FinishReport preview() const;

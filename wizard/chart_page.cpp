@@ -54,7 +54,7 @@ void ChartPage::size_thumbnails() {
   thumbnail_height_ = static_cast<std::int32_t>(support::round_half_even(thumbnail_width_ * 0.66));
 }
 
-/// The slide is as high as all rows; the scroll bar moves it as far as it reaches beyond the frame.
+/// The slide is as high as all rows together. The scroll bar moves it by as much as it is higher than its frame.
 void ChartPage::size_slide(std::int32_t charts) {
   const std::int32_t rows = (charts + charts_in_row - 1) / charts_in_row;
   const std::int32_t height = rows * (thumbnail_height_ + chart_title_height + chart_row_gap);
@@ -140,7 +140,7 @@ void ChartPage::describe(int index) {
   form.at("cmdViwPic").set_enabled(support::file_test(*context_.ports.files, catalogue_.screenshot(key)));
 }
 
-/// One too many is not taken, and the page says so until the next click.
+/// A chart beyond the limit is unticked again, and the page says so until the next click.
 void ChartPage::click(int index) {
   constexpr long too_many = 4942;
   describe(index);
@@ -170,9 +170,7 @@ using enum form::Kind;
 
 constexpr int chart_limit = 4;
 
-// `picLoad` and `picThumb` are the buffers a thumbnail is loaded and scaled in; they are never seen.
-// One control, one line.
-// clang-format off
+// `picLoad` and `picThumb` are the buffers in which a thumbnail is loaded and scaled; they are never shown.
 constexpr form::ControlRow chart_controls[] = {
     grid::heading("Diagramme der Startseite", "L4709"),
     grid::purpose("Wählen Sie bis zu vier Diagramme für Ihre Startseite.", "L4729"),
@@ -199,7 +197,7 @@ constexpr BesideRow chart_column[] = {{"lblPicsTitle", "lblPics"},
 
 void preset_charts(Context&, Pages& pages, const Stored&) { pages.charts.prepare(chart_limit); }
 
-/// The step is marked where its page is built, and only there: one that was configured with a "-" is passed over.
+/// Marks the step when its page has been built. A step that was configured with a "-" is skipped and never gets here.
 void enter_charts(Context&, Pages& pages) {
   StepList& steps = pages.steps;
   if (!support::equal_ignoring_case(steps.name_at(steps.current()), chart_page.tag)) return;

@@ -1,6 +1,6 @@
-// Page "Pics": the charts of the diary's home page, laid out when the page is first shown. The catalogue of charts is
-// section "CHARTS" of the wizard's "pelmar.ini", with pictures in its folder "pics"; the name of an entry is the
-// chart's key.
+// Page "Pics": the charts of the diary's home page; they are laid out when the page is first shown. The catalogue of
+// charts is the section "CHARTS" of the wizard's "pelmar.ini", its pictures are in the folder "pics", and the name of
+// an entry is the chart's key.
 #pragma once
 
 #include <cstdint>
@@ -14,19 +14,19 @@ namespace wizard {
 
 class ChartCatalogue {
  public:
-  /// Reads through the context each time it is asked; the context must outlive it.
+  /// Reads through the context at each call; the context must outlive this object.
   explicit ChartCatalogue(const Context& context) : context_(context) {}
 
-  /// In the order of the file; empty where it is missing.
+  /// The keys in the order of the file; empty if the file is missing.
   std::vector<std::string> keys() const;
 
   struct Texts {
     std::string title, description;
   };
-  /// Each is empty where the entry names no text for it.
+  /// A text is empty if the entry does not name it.
   Texts texts(std::string_view key) const;
 
-  /// Path of the small picture, and of the one in full size, whether or not there is such a file; empty for a key that
+  /// Paths of the small picture and of the one in full size, whether or not such a file exists. Empty for a key that
   /// would lead out of the folder.
   std::string thumbnail(std::string_view key) const { return picture_file("thmb_ss_", key); }
   std::string screenshot(std::string_view key) const { return picture_file("ss_", key); }
@@ -44,21 +44,21 @@ class ChartPage {
 
   /// Sets how many charts may be chosen.
   void prepare(int limit);
-  /// Makes an option for each chart, once, and ticks those that the home page holds already, be they more than may be
-  /// chosen.
+  /// Makes an option for each chart, once, and ticks the charts that are on the home page already, even if they are
+  /// more than the limit.
   void build();
 
-  /// `optThumb` Click, after the option has its new value: shows what the chart is. One that is ticked beyond the limit
+  /// `optThumb` Click, after the option has its new value: describes the chart. A chart that is ticked beyond the limit
   /// is unticked.
   void click(int option);
   /// Shows what the chart is.
   void describe(int option);
   void scroll();           ///< `vsbSlide` Change
-  void open_screenshot();  ///< `cmdViwPic` Click: the chart last clicked
+  void open_screenshot();  ///< `cmdViwPic` Click: opens the picture of the chart that was clicked last
 
-  /// Options of the catalogue's charts, in its order; empty before the page is built.
+  /// The options of the catalogue's charts, in its order; empty before the page is built.
   std::vector<const form::Control*> options() const;
-  /// Those of them that are ticked.
+  /// The ticked ones among them.
   std::vector<const form::Control*> chosen() const;
 
  private:

@@ -17,13 +17,13 @@ namespace {
 
 void read_settings(const database::Environment& environment, const Context& context, const Pages& pages,
                    StoredNow& stored, bool known) {
-  // Zones that the row does not have, in a database of an old layout, get their defaults.
+  // Time zones that the row lacks, in a database of an old layout, get their defaults.
   database::GetTimeZones(environment, "", stored.settings.zones, true);
   stored.settings_read = known && database::db_GetSettings(environment, context.config.CurrentDB, stored.settings);
   if (!stored.settings_read) pages.targets.gather_presets(stored.settings);
 }
 
-/// A plan that is not there is no failure; one that the disk keeps back is.
+/// A missing plan is no failure; a plan that cannot be read from the disk is one.
 void read_plan(const database::Environment& environment, const Context& context, StoredNow& stored) {
   const support::Outcome outcome = support::outcome_of([&] {
     database::TherapyPlan newest;
@@ -47,15 +47,15 @@ StoredNow read_stored_now(const Context& context, const Pages& pages) {
     procedure.step([&] { read_settings(environment, context, pages, stored, known); });
   });
   const auto failure = outcome.first(database::is_file_failure);
-  // What could not be read would be written back empty.
+  // Otherwise the parts that could not be read would be written back empty.
   stored.usable = pages.database_read && !failure;
   stored.failure = failure ? failure : pages.database_failure;
   if (known && stored.usable) procedure.step([&] { read_plan(environment, context, stored); });
   return stored;
 }
 
-/// What no page showed is no choice: a plan that is followed keeps it. A slot that the therapy does not offer is given
-/// up only where the therapy was changed, a target only where its page shows another value.
+/// Values that no page showed are no choices: the following plan keeps them. A slot that the therapy does not offer is
+/// cleared only if the therapy was changed; a target changes only if its page shows another value.
 database::PlanChoices plan_choices(const Choices& choices) {
   database::PlanChoices plan = choices.therapy;
   if (choices.patient.therapy != choices.stored.patient.therapy)
@@ -98,7 +98,7 @@ Choices gather(const Context& context, const Pages& pages, StoredNow stored) {
 
 void name_new_database(const Context& context, Choices& choices) {
   choices.database = new_database_path(context, choices.patient);
-  // The registry could not name it: nothing would ever find the database again.
+  // If the registry cannot hold its name, nothing would ever find the database again.
   if (!support::fits_cp1252(choices.database)) choices.refused_database = std::exchange(choices.database, "");
 }
 

@@ -1,4 +1,5 @@
-// What the whole run shares: the ports, the installation, the form, and short ways to read, show and ask through them.
+// What the whole run shares: the ports, the installation, the form, and short functions that read, show and ask through
+// them.
 #pragma once
 
 #include <cstdint>
@@ -18,34 +19,34 @@ namespace wizard {
 /// A patient index that this run created, or tried to.
 struct CreatedIndex {
   std::string path;
-  std::optional<support::RuntimeError> failure;  ///< nothing where it was created
+  std::optional<support::RuntimeError> failure;  ///< nothing if it was created
 };
 
-/// What was typed into a text or combo box, without outer blanks, and no more than the field takes.
+/// The text in a text or combo box, without outer blanks, and no longer than the field allows.
 std::string typed_text(const form::Control& box);
 
 struct Context {
   Ports ports;
   InstallationConfig config;
   form::Form form;
-  /// The patient indexes that were missing, in the order in which this run came upon them; each path once.
+  /// The patient indexes that were missing, in the order in which this run found that out; each path once.
   std::vector<CreatedIndex> created_indexes;
-  /// Why patient databases of the index in use are not all of the current layout: the first failure, or 3059 where the
-  /// user ended the work. Nothing where they are.
+  /// Why not all patient databases of the index in use have the current layout: the first failure, or 3059 if the user
+  /// cancelled the work. Nothing if they all have it.
   std::optional<support::RuntimeError> patients_failure = {};
 
-  /// What the database procedures need, as things stand now: it points into this context and is not to be kept.
+  /// The environment for the database procedures, at this moment. It points into this context and must not be kept.
   database::Environment environment() const;
 
-  /// A value of an ini file, through the 4096-character buffer; `fallback` where the file has none.
+  /// A value of an ini file, read through the buffer of 4096 characters; `fallback` if the file has none.
   std::string ini_value(std::string_view file, std::string_view section, std::string_view key,
                         std::string_view fallback = {}) const;
-  /// A text value under the current user root, trimmed; `fallback` where it is missing or blank.
+  /// A text value under the current user root, trimmed; `fallback` if it is missing or blank.
   std::string user_value(std::string_view key, std::string_view name, std::string_view fallback) const;
 
-  /// Gives the control the text as its caption.
+  /// Makes the text the control's caption.
   void show_text(form::Control& control, long number) const;
-  /// Shows the text under the title of the window, in a style of `message_style`; returns the button.
+  /// Shows the text in a message box with the window's title, in a style of `message_style`; returns the button.
   int message(long number, std::uint32_t style) const;
 };
 

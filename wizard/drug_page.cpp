@@ -1,4 +1,4 @@
-// Page "Medikamente": the names of up to three drugs, beside insulin.
+// Page "Medikamente": the names of up to three drugs that are taken beside insulin.
 #include <algorithm>
 #include <array>
 #include <string>

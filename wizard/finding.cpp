@@ -21,13 +21,13 @@ namespace {
 
 constexpr long warning_mark = 4855, note_mark = 4856, field_full = 4861;
 
-/// Windows counts what is typed in units of UTF-16.
+/// Windows counts typed characters in units of UTF-16.
 bool is_full(const form::Control& field) {
   if (!field.editable() || field.maximum() <= 0) return false;
   return support::utf16_from_utf8(field.text()).size() >= static_cast<std::size_t>(field.maximum());
 }
 
-/// The label before a field, in the order of the form.
+/// The last label before the field in the form's order.
 std::string label_of(const form::Form& form, const form::Control& field) {
   std::string label;
   for (const auto& control : form.controls()) {
@@ -37,7 +37,8 @@ std::string label_of(const form::Form& form, const form::Control& field) {
   return form::plain_caption(label);
 }
 
-/// What did not fit in was not taken when it was typed: nobody but the user knows whether there was more.
+/// A full field is a finding: characters beyond its limit were not accepted, and only the user knows whether there were
+/// any.
 void find_full_fields(const Context& context, const Page& page, Findings& findings) {
   const form::Control& container = context.form.at("contstep", page_index(page));
   for (const TextLimit& limit : page.limits) {
@@ -67,7 +68,7 @@ std::string marked_text(const InstallationConfig& config, const Finding& finding
 Findings page_findings(const Context& context, const Pages& pages, const Choices& choices, const Page& page) {
   Findings findings;
   support::Procedure procedure{"wizard!Findings"};
-  // What is not stored is told of as such.
+  // The professional edition does not store these pages; the last page says so.
   if (page.patients_own && context.config.ProEdition) return findings;
   if (page.findings) procedure.step([&] { page.findings(context, pages, choices, findings); });
   procedure.step([&] { find_full_fields(context, page, findings); });
@@ -90,10 +91,10 @@ constexpr long folder_cannot_be_made = 4893, folder_is_protected = 4894, little_
                index_unread = 4905, index_not_created = 4906, patients_not_upgraded = 4907, profile_does_not_fit = 4908,
                has_a_twin = 4912;
 
-/// What a new database and the engine's own notes need while it is made.
+/// The room that a new database and the engine's own files need while it is made.
 constexpr std::uint64_t megabyte = 1 << 20, room_for_database = 4 * megabyte;
 
-/// One look: what was found so far, and short ways to say more.
+/// One search for findings: what was found so far, and short ways to add more.
 class Look {
  public:
   Look(const Context& context, const Choices& choices) : context_(context), choices_(choices) {}
@@ -128,7 +129,7 @@ void Look::look_at_new_database() {
   if (!choices_.refused_database.empty()) return warn(folder_does_not_fit, {choices_.folder});
   const std::string& path = choices_.database;
   if (path.empty()) return warn(no_name_is_free, {choices_.folder});
-  // A numbered name lies where the program runs, whatever folder was chosen.
+  // A numbered name means a file in the program's current folder, whatever folder was chosen.
   const std::string wanted = wanted_database_path(context_, choices_.patient);
   const std::string folder = path == wanted ? choices_.folder : files().windows_path(files().host_path("."));
   if (path != wanted)
@@ -149,7 +150,7 @@ void Look::look_for_room(const std::string& folder) {
   warn(little_room, {folder, std::to_string(room_for_database / megabyte), std::to_string(*room / megabyte)});
 }
 
-/// The professional edition writes to no patient's database.
+/// The professional edition writes to no patient's database, so it needs no look at one.
 void Look::look_at_known_database() {
   const std::string& path = context_.config.CurrentDB;
   if (choices_.new_database || path.empty() || context_.config.ProEdition) return;
@@ -196,7 +197,7 @@ void Look::look_at_index() {
   if (procedure.pending()) warn(index_unread, {config.IndexDB, error_reason(config, procedure.error())});
 }
 
-/// What an older program stored in its copy of a folder is not in the folder, and the other way round.
+/// Files that an older program wrote into its copy of a folder are not in the folder itself, and the other way round.
 void Look::look_for_twins() {
   std::set<std::string> folders{context_.config.Path};
   if (!choices_.database.empty()) folders.insert(folder_of(choices_.database));

@@ -20,7 +20,7 @@ namespace {
 /// The user's toolbars and menus.
 constexpr std::array<std::string_view, 2> discarded_patterns{"*.tb", "*.mnu"};
 
-/// One run of the finish: the record of the choices, and the writer.
+/// One run of the finish, with the record of the choices and the writer.
 class Finish {
  public:
   Finish(Context& context, const Choices& choices, FinishWriter::Mode mode)
@@ -56,7 +56,7 @@ FinishReport Finish::run() {
   return writer_.take();
 }
 
-/// What this run has done already.
+/// Reports the patient indexes that this run has created or upgraded already.
 void Finish::write_index() {
   for (const CreatedIndex& index : context_.created_indexes) {
     writer_.file(index.path, "patient index", [&] {
@@ -119,7 +119,7 @@ void Finish::create_database() {
   if (database_usable_) merge_preferences();
 }
 
-/// The lookup database is merged only where it can be read: a table that it lacks would be gone from the new one.
+/// The lookup database is merged only if it can be read: a table that it lacks would be missing in the new database.
 void Finish::merge_preferences() {
   const std::string& lookup = context_.config.LookupDB;
   if (!support::file_test(*context_.ports.files, lookup)) return;
@@ -138,7 +138,8 @@ void Finish::save_patient() {
   const std::string& path = choices_.database;
   if (path.empty()) return;
   if (!database_usable_) {
-    // Its fields were not shown, or are not known now: what the pages hold must not replace them.
+    // The known database could not be read at the start or cannot be read now, so the pages' values must not replace
+    // its values.
     if (!choices_.new_database)
       writer_.problem(FinishReport::What::File, path, "patient", "the database could not be read",
                       reason_text::not_read);
@@ -165,13 +166,13 @@ void Finish::save_therapy_plan() {
 void Finish::apply_scheme() {
   if (!choices_.scheme || !choices_.scheme->changed) return;
   writer_.registry_value(context_.config.RegKey, "Scheme", std::to_string(choices_.scheme->id));
-  // The diary builds its toolbars and menus anew for the scheme.
+  // The diary builds its toolbars and menus again for the new scheme.
   const std::string folder = support::with_backslash(support::join_path(context_.config.Path, "user"));
   const FinishWriter::Discard how = way_to_discard(folder);
   for (const std::string_view pattern : discarded_patterns) writer_.discard(folder, pattern, how);
 }
 
-/// Where there is no recycle bin, the user is asked, with the names of what would be gone.
+/// If there is no recycle bin, the user is asked; the question names the files that would be lost.
 FinishWriter::Discard Finish::way_to_discard(const std::string& folder) const {
   using Discard = FinishWriter::Discard;
   constexpr long question = 6053;

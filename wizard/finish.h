@@ -1,4 +1,4 @@
-// The finish: the choices are written, in a fixed order, each thing whether or not those before it could be written.
+// The finish: writes the choices in a fixed order. Each part is written even if an earlier one failed.
 #pragma once
 
 #include <string>
@@ -10,8 +10,8 @@
 
 namespace wizard {
 
-/// The finish as its user sees it: one text for all of it, and below that what a single step of it shows meanwhile.
-/// Stands in for the context's progress, from the start of the finish to its end.
+/// The progress of the finish as the user sees it: one text for the whole finish and, below it, the text of the current
+/// step. From the start of the finish to its end, it takes the place of the context's progress.
 class FinishProgress : public database::Progress {
  public:
   explicit FinishProgress(Context& context)
@@ -42,8 +42,8 @@ class FinishProgress : public database::Progress {
   std::string caption_;
 };
 
-/// Writes the configuration and the patient's database, or in a preview only records what would be written. Where a
-/// database is created, writing sets `CurrentDB`. The report tells of failures.
+/// Writes the configuration and the patient's database or, in a preview, only records what would be written. If it
+/// creates a database, it sets `CurrentDB`. The report says what failed.
 FinishReport apply_configuration(Context& context, const Choices& choices, FinishWriter::Mode mode);
 
 }  // namespace wizard

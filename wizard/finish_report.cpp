@@ -14,7 +14,7 @@ using What = FinishReport::What;
 constexpr long setting = 6001, home_page = 6002, other_file = 6011, toolbar = 6009;
 constexpr long see_details = 6029, error_number = 4909;
 
-/// What a file is called in the report, and to the user.
+/// The name of a file in the report, and the number of the text that names it to the user.
 struct FileRow {
   std::string_view name;
   long text;
@@ -27,7 +27,7 @@ constexpr FileRow file_rows[] = {
     {"charts", 6010},
 };
 
-/// Errors by number: of the engine, of files, and of the language runtime.
+/// The texts of errors, by number: the engine's, those of files, and the language runtime's.
 struct ErrorRow {
   support::error_number::Number number;
   long text;
@@ -106,7 +106,7 @@ namespace {
 
 constexpr long settings = 6012, recycled = 6013;
 
-/// A place and what was written there, in the report's order.
+/// A place and the names of what was written there, in the report's order.
 struct WrittenPlace {
   std::string place;
   std::vector<std::string> names;
@@ -118,7 +118,7 @@ void add_name(std::vector<WrittenPlace>& places, const std::string& place, const
   if (std::ranges::find(at->names, name) == at->names.end()) at->names.push_back(name);
 }
 
-/// Single settings mean nothing to a user.
+/// The names of single settings tell a user nothing, so all of them are called settings.
 std::string name_in_outcome(const InstallationConfig& config, const FinishReport::Entry& entry) {
   if (entry.what == FinishReport::What::RegistryValue) return config.text(settings);
   if (entry.what == FinishReport::What::RecycledFile) return config.text(recycled);

@@ -14,7 +14,8 @@ namespace {
 
 using What = FinishReport::What;
 
-/// Why something failed: the last step that was passed over meanwhile or, where none was, another reason.
+/// Why something failed: the error of the last step that was passed over meanwhile or, if there was none, another
+/// reason.
 struct Reason {
   std::string text;
   int number = 0;
@@ -91,7 +92,7 @@ void FinishWriter::discard(std::string_view folder, std::string_view pattern, Di
   if (how == Discard::ForGood) name = "deleted for good";
   if (keep && previewing()) name = "only after asking, since there is no recycle bin";
   std::vector<std::string> moved;
-  // Asked for even where nothing was found here: the shell has the last word on what matches.
+  // The shell is asked even if nothing was found here, because it decides what matches.
   if (!previewing() && !keep) moved = context_.ports.user->recycle(folder, pattern);
   const std::string reason =
       keep ? "there is no recycle bin for it; it would be deleted for good" : "was not moved to the recycle bin";

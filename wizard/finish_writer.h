@@ -1,5 +1,5 @@
-// Writes one thing after the other at the finish and records each, or only records what would be written. A failure is
-// an entry of the report with its reason; nothing here raises.
+// Writes one thing after the other at the finish and records each; in a preview it only records. A failure becomes an
+// entry of the report with its reason. Nothing here raises.
 #pragma once
 
 #include <functional>
@@ -22,18 +22,19 @@ class FinishWriter {
   void registry_value(std::string_view key, std::string_view name, std::string_view value);
   /// Writes a value of an ini file, given by its path.
   void ini_key(std::string_view file, std::string_view section, std::string_view key, std::string_view value);
-  /// Runs `action`, which writes `what` of a file. False where it failed; the reason is then the last statement that
-  /// was passed over meanwhile. A preview does not run it and is true.
+  /// Runs `action`, which writes `what` of a file. False if it failed; the reason is then the error of the last step
+  /// that was passed over meanwhile. A preview does not run it and returns true.
   bool file(std::string_view path, std::string_view what, const std::function<bool()>& action);
-  /// Records something that could not be done; `reason_text` is the number of the text that tells a user why.
+  /// Records something that could not be done. `reason_text` is the number of the text that tells the user why.
   void problem(FinishReport::What kind, std::string_view place, std::string_view what, std::string_view reason,
                long reason_text);
-  /// What becomes of files that are to go to the recycle bin: where there is none they are deleted for good, or kept.
+  /// What happens to files that shall be discarded. If there is no recycle bin, they are deleted for good or kept.
   enum class Discard { Recycle, ForGood, Keep };
-  /// Discards the files of a folder that match a pattern, an entry each; no file, no entry.
+  /// Discards the files of a folder that match a pattern and records an entry for each; without a file there is no
+  /// entry.
   void discard(std::string_view folder, std::string_view pattern, Discard how);
 
-  /// Hands over the report; the writer is done with then.
+  /// Hands over the report. The writer must not be used afterwards.
   FinishReport take() { return std::move(report_); }
 
  private:

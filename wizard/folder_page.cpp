@@ -15,7 +15,7 @@ constexpr long folder_dialog_title[] = {4801, 4802};
 constexpr long index_exists_already = 2400;
 constexpr long local_folder = 4685, shared_folder = 4686;
 
-/// Takes the window out of the topmost position while a dialog is open.
+/// While this object lives, the window is not above all others, so that a dialog can be seen.
 class NotTopmost {
  public:
   explicit NotTopmost(UserPort& user) : user_(user) { user_.set_topmost(false); }
@@ -34,8 +34,8 @@ void show_folder(Context& context) {
                     context.ports.user->is_network_path(context.config.PatientData) ? shared_folder : local_folder);
 }
 
-/// `cmdPath` Click. Button 0 asks for the folder of a new shared database, which must hold no index yet, button 1 for
-/// that of an existing one. A cancelled or refused choice changes nothing.
+/// `cmdPath` Click. Button 0 asks for the folder of a new shared database, which must hold no index yet; button 1 asks
+/// for the folder of an existing one. A choice that is cancelled or refused changes nothing.
 void choose_folder(Context& context, int button) {
   if (button < 0 || button >= static_cast<int>(std::size(folder_dialog_title))) return;
   const NotTopmost not_topmost{*context.ports.user};
@@ -73,7 +73,7 @@ void preset_folder(Context& context, Pages& pages, const Stored&) {
 }
 void click_path(Context& context, Pages&, int button) { choose_folder(context, button); }
 
-/// No value of the registry holds the folder that is chosen in the professional edition.
+/// In the professional edition, no registry value holds the chosen folder.
 std::vector<std::string> sum_up_folder(const Context& context, const Choices& choices) {
   return {context.config.text(context.config.ProEdition ? 4854 : 4849, {choices.folder})};
 }

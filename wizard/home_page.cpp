@@ -12,7 +12,8 @@
 namespace wizard {
 namespace {
 
-/// A chart that was offered and is not chosen. A slot with a chart that this program does not know keeps it.
+/// True for a slot whose chart was offered and is not chosen. A slot with a chart that this program does not know keeps
+/// it.
 bool is_unticked(const std::vector<ChartChoice>& charts, std::string_view slot) {
   const std::string chart = chart_in_slot(slot);
   return std::ranges::any_of(charts,
@@ -34,7 +35,7 @@ void update_home_page(const Context& context, const std::vector<ChartChoice>& ch
                      reason_text::no_home_page);
     return;
   }
-  // Behind the chosen charts a slot is emptied of its chart, so that one that was unticked leaves the home page.
+  // Slots behind the chosen charts are emptied, so that a chart that was unticked disappears from the home page.
   const int slots = std::max(home_page_slots, static_cast<int>(chosen.size()));
   for (int n = 1; n <= slots; ++n) {
     const std::string entry = slot_entry(n);

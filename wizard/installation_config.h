@@ -1,5 +1,5 @@
-// The installation that this run configures: folders, files, registry keys, product and user. Filled at start-up; later
-// only the folder of the patients, the current database and the password change.
+// The installation that this run configures: folders, files, registry keys, product and user. It is filled at start-up;
+// later only the folder of the patients, the current database and the password change.
 #pragma once
 
 #include <cstdint>
@@ -20,7 +20,7 @@ struct InstallationConfig {
   std::string RegKey;                                                ///< registry key of the installation
   std::string ProfilesKey;                                           ///< parent key of the user profiles
   std::string LanguageDLL;                                           ///< prefix of the language component's class name
-  std::shared_ptr<const support::LanguageComponent> LanguageObject;  ///< null where it could not be created
+  std::shared_ptr<const support::LanguageComponent> LanguageObject;  ///< null if it could not be created
   std::string Path;                                                  ///< the installation's folder
   std::string ImportDir;
   std::string DataDir;  ///< trailing backslash not enforced
@@ -33,18 +33,17 @@ struct InstallationConfig {
   std::string Productname;
   std::string Manual;
   std::string User;        ///< name of the profile below ProfilesKey
-  std::string CurrentDB;   ///< file: the patient's database; empty where there is none
-  std::string DBPassword;  ///< of patient databases; in no report, journal or message
+  std::string CurrentDB;   ///< file: the patient's database; empty if there is none
+  std::string DBPassword;  ///< of patient databases; must not get into a report, journal or message
 
-  /// The wizard's own folder (pelmar.ini, schemes.txt, home.ini and pics lie here).
+  /// The wizard's own folder, with pelmar.ini, schemes.txt, home.ini and pics.
   std::string own_folder;
   bool ProEdition = false;
 
   std::string user_key() const { return ProfilesKey + User + "\\User Configuration"; }
-  /// A text in the user's language or, where that lacks it or there is none, in German; empty for a number that neither
-  /// has.
+  /// A text in the user's language or, if that does not have it, in German; empty for a number that neither has.
   std::string text(long number) const;
-  /// The same, with its "%1", "%2" … filled in; one without a value stays as it stands. At most 9 values.
+  /// The same with its "%1", "%2" … replaced by at most 9 values. A mark without a value stays.
   std::string text(long number, std::initializer_list<std::string_view> values) const;
   std::string text(long number, const std::vector<std::string>& values) const;
 };

@@ -28,8 +28,8 @@ constexpr bool (*fits[])(const PreferredInsulin&) = {fits_bolus, fits_basal, fit
 
 struct UsualInsulin {
   std::string database::DefaultInsulin::*text;
-  long kind_text;           ///< names the kind of insulin, where no insulin is known
-  std::string_view suffix;  ///< of that name
+  long kind_text;           ///< the text for this kind of insulin if no insulin is known
+  std::string_view suffix;  ///< behind that text
 };
 
 /// By slot; the pump slot has none.
@@ -105,7 +105,7 @@ namespace {
 
 using enum form::Kind;
 
-/// The names of insulins take two lines: theirs lie further apart.
+/// The names of insulins need two lines, so their fields are further apart.
 constexpr std::int32_t insulin_top(int n) { return grid::content_top + n * 720; }
 constexpr form::Bounds insulin_label(int n) { return {120, insulin_top(n) + 45, grid::wide_label, 510}; }
 constexpr form::Bounds insulin_field(int n) { return {grid::beside_wide_label, insulin_top(n), 2820, 330}; }
@@ -129,7 +129,7 @@ constexpr form::ControlRow insulin_controls[] = {
 };
 // clang-format on
 
-/// With its numbers a plan item's text holds 255.
+/// A plan item's text holds 255 characters, and numbers are added to the name.
 constexpr TextLimit insulin_limits[] = {{"cbInsulin", 100}};
 
 void preset_insulins(Context&, Pages& pages, const Stored& stored) {
@@ -141,7 +141,7 @@ void gather_insulins(const Context&, const Pages& pages, Choices& choices) {
   if (pages.steps.offers(insulin_page.tag)) choices.therapy.insulins = pages.insulin.insulins();
 }
 
-/// Names in the plan by slot; empty where it has none.
+/// Names in the plan by slot; empty if it has none.
 std::vector<std::string> planned_insulins(const Choices& choices) {
   std::vector<std::string> names(5);
   for (const database::PlanItem& item : choices.plan.items)
@@ -154,7 +154,8 @@ std::vector<std::string> sum_up_insulins(const Context& context, const Choices& 
   return {context.config.text(4839, {named_list(context, planned_insulins(choices))})};
 }
 
-/// What stands in a slot and is not in the plan: the therapy has no use for it, or the plan cannot hold it so.
+/// Insulins that are in a slot but not in the plan: the therapy does not use them, or the plan cannot hold them as
+/// typed.
 void find_in_insulins(const Context& context, const Pages& pages, const Choices& choices, Findings& findings) {
   constexpr std::int16_t without_insulin = 5;
   constexpr long not_stored = 4889, stored_as = 4890, stays_in_plan = 4891;

@@ -18,16 +18,16 @@ class InsulinPage {
  public:
   explicit InsulinPage(Context& context) : context_(context) {}
 
-  /// Offers each insulin in the slots that its markers fit; called once, before show().
+  /// Offers each insulin in the slots that fit its kind. Called once, before show().
   void offer(const std::vector<database::PreferredInsulin>& insulins);
   /// Presets slots 0 to 3 with the patient's usual insulins and slot 4 with the pump insulin of the newest plan. The
-  /// texts that stand for "some insulin of this kind" are no insulin of this patient's: such a slot stays empty.
+  /// texts that mean "some insulin of this kind" name no insulin of the patient's; such a slot stays empty.
   void show(const database::DefaultInsulin& usual, const database::TherapyPlan& newest);
 
-  /// True where the slot still shows what show() put there.
+  /// True if the slot still shows what show() put there.
   bool is_untouched(std::int16_t slot) const;
 
-  /// The insulin text of each slot, empty for one left empty; nothing for a slot that the therapy does not offer.
+  /// The insulin text of each slot: empty if it was left empty, nothing if the therapy does not offer the slot.
   std::array<std::optional<std::string>, 5> insulins() const;
 
  private:

@@ -14,7 +14,7 @@ namespace {
 
 constexpr int last_number = 100;
 
-/// The registry and the diary name files in code page 1252.
+/// The registry and the diary hold file names in code page 1252.
 std::string file_name_part(std::string_view text) {
   std::string name = support::nearest_in_cp1252(text, '_');
   const auto is_forbidden = [](unsigned char c) {
@@ -37,7 +37,7 @@ std::string wanted_database_path(const Context& context, const database::Patient
 std::string new_database_path(const Context& context, const database::PatientRecord& patient) {
   const support::FileSystem& files = *context.ports.files;
   std::string path = wanted_database_path(context, patient);
-  // The numbered names have no stem, no extension and no folder ("_1."): the diary knows them so.
+  // The numbered names have no stem, no extension and no folder ("_1."). The diary expects them like this.
   for (int number = 1; files.file_size(path); ++number) {
     if (number > last_number) return {};
     path = fmt::format("_{}.", number);

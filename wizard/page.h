@@ -1,5 +1,5 @@
 // A page of the wizard as a row: what it shows, how it is filled, what it checks and what it says on the last page. The
-// rest of the wizard walks the list of the rows (page_list.h) and knows no page by its name.
+// rest of the wizard walks the list of these rows (page_list.h) and knows no page by name.
 #pragma once
 
 #include <cstdint>
@@ -19,10 +19,11 @@ struct Choices;
 struct Pages;
 struct Stored;
 
-/// Resources of the picture beside the pages.
+/// The picture beside the page, by the number of its resource.
 enum class Illustration : std::uint8_t { Insulin = 101, Medicines = 102, Therapy = 103, Unit = 104, Other = 105 };
 
-/// Whose default list of steps has the page. A page of neither is shown where the installation's own list names it.
+/// The editions whose default list of steps has the page. A page of neither edition is shown if the installation's own
+/// list names it.
 enum class Edition : std::uint8_t { None = 0, Standard = 1, Professional = 2, Both = 3 };
 
 /// Pictures that a control shows.
@@ -32,14 +33,14 @@ struct PagePicture {
   std::string_view resource;
 };
 
-/// How much a user can type into a control, or into each member of an array: what the column behind it holds.
+/// How many characters a user may type into a control, or into each member of an array: as many as the column behind it
+/// holds.
 struct TextLimit {
   std::string_view control;
   int characters = 0;
 };
 
-/// What happens after a control of the page was clicked, was changed or has got the focus; `index` is that of the
-/// control.
+/// What happens after a control of the page was clicked, was changed or got the focus. `index` is the control's.
 struct PageEvent {
   std::string_view control;
   void (*handle)(Context& context, Pages& pages, int index);
@@ -51,24 +52,25 @@ struct Animation {
   void (*tick)(Context& context) = nullptr;
 };
 
-/// A line of the column beside a page's area: names of a label and a control, each of which may be left out.
+/// A line of the column beside a page's area: the names of a label and a control. Either may be missing.
 struct BesideRow {
   std::string_view label, control;
 };
 
-/// Index in a row of controls: that of the page.
+/// As the index in a row of controls, this means the index of the page.
 inline constexpr int of_page = -2;
 
-/// A page that has nothing to say leaves a member out.
+/// Members that a page does not need are left out.
 struct Page {
   std::string_view tag;
-  std::string_view step = {};  ///< its name in the default lists, where that is spelled in another way
+  std::string_view step = {};  ///< its name in the default lists, if that is spelled differently
   Edition shown_in = Edition::None;
-  /// What it holds goes into the patient's database, which the professional edition does not write.
+  /// True if the page's values go into the patient's database, which the professional edition does not write.
   bool patients_own = false;
-  /// Its heading `lblHeading`, the sentence `lblPurpose` and all else; a control without a container lies on the page.
+  /// The heading `lblHeading`, the sentence `lblPurpose` and all other controls. A control without a container lies on
+  /// the page.
   std::span<const form::ControlRow> controls = {};
-  /// What stands beside the area that the page has, where there is room for that, and else below it.
+  /// The controls beside the page's area; below it, if there is no room beside it.
   std::span<const BesideRow> beside = {};
   Illustration illustration = Illustration::Other;
   long why = 0;  ///< number of the text that the button `cmdWhy` shows; 0: the page has no such button
@@ -77,17 +79,17 @@ struct Page {
   std::span<const OptionGroup> options = {};
   std::span<const PageEvent> clicks = {}, changes = {}, focuses = {};
   Animation animation = {};
-  /// Fills the page before the first one is shown; its options are chosen already.
+  /// Fills the page before the first page is shown; its options are already chosen.
   void (*preset)(Context& context, Pages& pages, const Stored& stored) = nullptr;
-  /// Before the page is shown.
+  /// Is called before the page is shown.
   void (*enter)(Context& context, Pages& pages) = nullptr;
-  /// False, after saying why, where the page may not be left yet.
+  /// False if the page may not be left yet; the user has then been told why.
   bool (*leave)(Context& context, Pages& pages) = nullptr;
-  /// Puts what the page holds, beside its options, over what is stored.
+  /// Puts the page's values, except its options, over what is stored.
   void (*gather)(const Context& context, const Pages& pages, Choices& choices) = nullptr;
-  /// Lines of the last page; they read the record and, for captions, the form.
+  /// The page's lines on the last page. They read the record and, for captions, the form.
   std::vector<std::string> (*summary)(const Context& context, const Choices& choices) = nullptr;
-  /// What is worth a word about the page, beside fields that are full; the page of a finding is filled in later.
+  /// Findings about the page, except full fields. The caller fills in the page of each finding.
   void (*findings)(const Context& context, const Pages& pages, const Choices& choices, Findings& findings) = nullptr;
 };
 

@@ -1,5 +1,6 @@
-// Where controls lie on a page: a heading, a sentence, and below them fields in lines. Texts may grow by 40 % and then
-// wrap, so a label is two lines high and as wide as its column. All on a grid of 60 twips (4 pixels at 100 %).
+// The places of controls on a page: a heading, a sentence, and below them fields in lines. A translated text may be 40
+// % longer and wraps then, so a label is two lines high and as wide as its column. Everything lies on a grid of 60
+// twips (4 pixels at 100 %).
 #pragma once
 
 #include <cstdint>
@@ -23,7 +24,7 @@ constexpr form::ControlRow purpose(std::string_view caption, std::string_view ta
   return {"lblPurpose", of_page, form::Kind::Label, {}, purpose_bounds, caption, tag};
 }
 
-/// At the bottom: why the page asks what it asks.
+/// The button at the bottom that explains why the page asks for its data.
 constexpr form::ControlRow why() {
   return {"cmdWhy", of_page, form::Kind::Button, {}, {3300, 5080, 3180, 420}, "Warum &fragen wir das?", "L4922"};
 }
@@ -34,7 +35,7 @@ constexpr Bounds field(int n, std::int32_t left = 1920, std::int32_t width = 456
   return {left, line(n), width, 330};
 }
 
-/// Where labels are long: the wide column of labels, what is typed beside it, and its unit.
+/// For long labels: the width of their column, and the left end of the fields beside it.
 inline constexpr std::int32_t wide_label = 3480, beside_wide_label = 3660;
 constexpr Bounds value_label(int n) { return label(n, wide_label); }
 constexpr Bounds value_field(int n) { return field(n, beside_wide_label, 1200); }

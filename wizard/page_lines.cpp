@@ -13,7 +13,7 @@ namespace {
 using enum form::Kind;
 using Controls = std::vector<const form::Control*>;
 
-// Twips. Labels stand a little lower than their fields, and the edge of a page is the left end of most lines.
+// In twips. Labels are a little lower than their fields. Most lines begin at the page's edge.
 constexpr std::int32_t same_line = 120, page_edge = 180, smallest = 60;
 
 bool is_label(const form::Control& control) { return control.kind() == Label; }
@@ -41,7 +41,7 @@ Controls contents(const form::Form& form, const form::Control& container) {
   return found;
 }
 
-/// The largest picture takes those that lie over it; what is left of `controls` stands alone.
+/// Takes the largest picture and the pictures that lie over it out of `controls`; the others stay there.
 PageLine take_pictures(Controls& controls) {
   PageLine line{.kind = LineKind::Pictures};
   const form::Control* largest = nullptr;
@@ -58,7 +58,7 @@ PageLine take_pictures(Controls& controls) {
   return line;
 }
 
-/// A label belongs to what follows it; the last one behind a control is its unit.
+/// A label belongs to the control behind it; a label behind the last control is that control's unit.
 std::vector<Cell> cells_of(Controls line) {
   std::ranges::sort(line, {}, [](const form::Control* control) { return control->bounds().left; });
   std::vector<Cell> cells;
@@ -97,7 +97,7 @@ PageLine line_of(const form::Form& form, const Controls& controls) {
 }
 
 std::vector<PageLine> lines_in(const form::Form& form, const form::Control& container, Controls controls) {
-  // A heading keeps the picture at its end.
+  // A heading and the picture at its end stay together.
   Controls heading;
   std::erase_if(controls, [&](const form::Control* control) {
     const bool taken = control->bounds().top <= same_line && (is_heading(*control) || control->kind() == Image) &&

@@ -32,7 +32,7 @@ std::string default_steps(bool professional) {
 
 void start_animation(form::Form& form, const Page* page) {
   form::Control& timer = form.at("Timer1");
-  // Stopped first: the same interval is started anew.
+  // The timer is stopped first, so that the same interval starts again.
   timer.set_interval(0);
   if (page) timer.set_interval(page->animation.interval);
 }

@@ -1,5 +1,5 @@
-// All pages of the wizard, in the order of the default steps. Each is defined in the file of its page; its place in the
-// list is the index of its container `contstep`. What moves on a page while it is shown.
+// All pages of the wizard, in the order of the default steps. Each is defined in its own source; its position in the
+// list is the index of its container `contstep`. Also what moves on a page while it is shown.
 #pragma once
 
 #include <span>
@@ -12,10 +12,11 @@ namespace wizard {
 
 std::span<const Page* const> all_pages() noexcept;
 
-/// The page of a step: its tag in whatever case, whatever "-" is in the step. Null where no page has this name.
+/// The page of a step. The step is compared with the pages' tags without regard to case and without its "-". Null if no
+/// page has this name.
 const Page* find_page(std::string_view step);
 
-/// The page's place in the list.
+/// The page's position in the list.
 int page_index(const Page& page);
 
 /// The default steps of an edition, separated by "|".
@@ -31,13 +32,13 @@ inline constexpr const Page* pages_in_order[] = {
     &sidebar_page,        &start_page,           &navigation_tip, &splits_tip,   &statistics_tip, &summary_page,
 };
 
-/// Starts `Timer1` with the page's interval, or leaves it stopped where nothing moves or there is no page (null).
+/// Starts `Timer1` with the page's interval. The timer stays stopped if nothing moves, or if there is no page (null).
 void start_animation(form::Form& form, const Page* page);
 
-/// One tick; nothing where nothing moves.
+/// Handles one tick; does nothing if nothing moves.
 void advance_animation(Context& context, const Page* page);
 
-/// Shows the picture, or hides it where it is shown.
+/// Shows the picture if it is hidden, and hides it if it is shown.
 void blink(form::Form& form, std::string_view picture);
 
 }  // namespace wizard

@@ -1,4 +1,5 @@
-// The steps, and the pages that keep something of their own: what the presets fill and the finish reads.
+// The steps, the pages that keep something of their own, and what was known at the start: the presets fill this, and
+// the finish reads it.
 #pragma once
 
 #include <optional>
@@ -21,10 +22,10 @@ struct Pages {
   StepList steps;
   bool HasCurrentDB = false;   ///< a database was known at start-up; always true in the professional edition
   bool database_read = false;  ///< that database could be read, so the pages show what it holds
-  std::optional<support::RuntimeError> database_failure = {};  ///< why it could not be
+  std::optional<support::RuntimeError> database_failure = {};  ///< why it could not be read
   StoredNow stored;                                            ///< what it held at the start
-  std::string folder_at_start;                                 ///< of the patients
-  bool returns_to_summary = false;  ///< the last page sent the user to another one: Next comes back from there
+  std::string folder_at_start;                                 ///< the folder of the patients at the start
+  bool returns_to_summary = false;  ///< the last page led the user to another one, and Next leads back
   TargetsPage targets;
   InsulinPage insulin;
   ChartPage charts;

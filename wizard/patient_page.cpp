@@ -41,7 +41,7 @@ constexpr NumberedList lists[] = {
     {"cbTherapie", 4821, 5, &database::PatientRecord::therapy},
 };
 
-/// Fills the lists of diabetes types and therapy kinds; item data are the numbers that the patient record holds.
+/// Fills the lists of diabetes types and therapies. The item data are the numbers that the patient record holds.
 void fill_patient_lists(Context& context) {
   for (const NumberedList& list : lists) {
     std::vector<form::ListItem> items;
@@ -50,7 +50,8 @@ void fill_patient_lists(Context& context) {
   }
 }
 
-/// Needs the lists. A number that a list does not have selects nothing in it, an unknown gender no option.
+/// The lists must be filled before. A number that a list does not have selects nothing in it; an unknown gender chooses
+/// no option.
 void show_patient(Context& context, const database::PatientRecord& patient) {
   for (const TextField& field : text_fields) context.form.at(field.control).set_text(patient.*field.member);
   if (form::Control* gender = context.form.find("optGender", patient.gender)) gender->set_value(1);
@@ -58,8 +59,8 @@ void show_patient(Context& context, const database::PatientRecord& patient) {
     form::MatchList(context.form.at(list.control), std::to_string(patient.*list.member));
 }
 
-/// Takes the page's fields over into the record; a list without a selection and options of which none is
-/// chosen leave their number as it was.
+/// Puts the page's fields into the record. A list without a selection leaves its number as it was, and so do options of
+/// which none is chosen.
 void gather_patient(const form::Form& form, database::PatientRecord& patient) {
   for (const TextField& field : text_fields) patient.*field.member = typed_text(form.at(field.control));
   if (const int gender = chosen_option(form, "optGender"); gender >= 0)
@@ -69,7 +70,7 @@ void gather_patient(const form::Form& form, database::PatientRecord& patient) {
       patient.*list.member = static_cast<std::int16_t>(box.selected_item_data());
 }
 
-/// False, after saying why, where first name or name is blank; the field has the focus then.
+/// False if first name or name is blank. The user has then been told, and the field has the focus.
 bool check_patient(Context& context) {
   struct Required {
     std::string_view control;
@@ -87,7 +88,7 @@ bool check_patient(Context& context) {
 
 struct TherapyKind {
   std::int32_t number;
-  unsigned hidden_slots;  ///< bit n: insulin slot n
+  unsigned hidden_slots;  ///< bit n stands for insulin slot n
   bool insulin_page;
 };
 
@@ -102,8 +103,8 @@ constexpr TherapyKind kinds[] = {
 };
 constexpr TherapyKind any_other{0, 0, true};
 
-/// Shows the insulin slots of the kind selected in `cbTherapie`, and leaves out the page "Insulin" where it has none. A
-/// page that the list leaves out already stays left out.
+/// Shows the insulin slots of the therapy that is selected in `cbTherapie`, and leaves out the page "Insulin" if the
+/// therapy has none. A page that the list leaves out already stays left out.
 void show_therapy_kind(Context& context, StepList& steps) {
   const auto match = std::ranges::find(kinds, context.form.at("cbTherapie").selected_item_data(), &TherapyKind::number);
   const TherapyKind& kind = match == std::end(kinds) ? any_other : *match;
@@ -141,7 +142,7 @@ constexpr form::ControlRow patient_controls[] = {
 };
 // clang-format on
 
-/// What the columns of `patdat` hold.
+/// The sizes of the columns of `patdat`.
 constexpr TextLimit patient_limits[] = {
     {"txtFirstName", 50}, {"txtName", 50}, {"txtStreet", 50}, {"txtZIP", 50}, {"txtCity", 50}};
 
@@ -156,7 +157,7 @@ void gather_patient_page(const Context& context, const Pages&, Choices& choices)
   gather_patient(context.form, choices.patient);
 }
 
-/// The text that the list shows for a number; that nothing is given for one that it does not have.
+/// The list's text for a number; for a number that the list does not have, the text that says that nothing is given.
 std::string entry_text(const Context& context, const NumberedList& list, std::int16_t number) {
   const bool known = number >= 1 && number <= list.entries;
   return context.config.text(known ? list.first_text + number - 1 : nothing_chosen);
@@ -182,7 +183,7 @@ std::vector<std::string> sum_up_patient(const Context& context, const Choices& c
           database_line(context, choices)};
 }
 
-/// As show_therapy_kind, after the pages "Insulin" and "Medikamente" are offered again.
+/// Does what show_therapy_kind does, after the pages "Insulin" and "Medikamente" are offered again.
 void choose_therapy(Context& context, Pages& pages, int) {
   pages.steps.offer("Insulin", true);
   pages.steps.offer("Medikamente", true);
@@ -191,7 +192,8 @@ void choose_therapy(Context& context, Pages& pages, int) {
 
 constexpr PageEvent patient_clicks[] = {{"cbTherapie", choose_therapy}};
 
-/// The name in the record stays; that of its file is limited to what registry and diary can name.
+/// The name in the record stays as it is. The file's name may differ, because registry and diary must be able to hold
+/// it.
 void find_other_file_name(const Choices& choices, Findings& findings) {
   const database::PatientRecord& patient = choices.patient;
   const std::string name = database_file_name(patient);

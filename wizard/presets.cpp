@@ -19,7 +19,7 @@ struct PreferenceRow {
   std::int16_t database::SettingsRecord::*member;
 };
 
-/// Targets of a patient without a database.
+/// The targets of a patient without a database.
 constexpr PreferenceRow preferences[] = {
     {"BGHypo", "50", &database::SettingsRecord::BGHypo},
     {"BGHyper", "170", &database::SettingsRecord::BGHyper},
@@ -59,7 +59,7 @@ void read_database(const Context& context, engine::Database& known, Stored& stor
   database::db_GetDefaultOAD(environment, known, stored.drugs);
 }
 
-/// Everything that is kept in a database, read in one opening.
+/// Reads everything that is kept in the database, in one opening.
 Stored read_stored(Context& context, Pages& pages) {
   support::Procedure procedure{"wizard!PresetDatabase"};
   Stored stored;

@@ -1,4 +1,4 @@
-// Fills the pages from the registry, the patient's database and the therapy plan before the first one is shown.
+// Fills the pages from the registry, the patient's database and the therapy plan before the first page is shown.
 #pragma once
 
 #include <array>
@@ -14,7 +14,7 @@
 
 namespace wizard {
 
-/// What the patient's database holds when a run begins, read in one opening. Without a database, or where one cannot be
+/// What the patient's database holds when a run begins, read in one opening. If there is no database, or it cannot be
 /// read, the patient is empty and the targets are the preferred ones.
 struct Stored {
   database::PatientRecord patient;
@@ -22,10 +22,10 @@ struct Stored {
   database::DefaultInsulin usual;                    ///< the patient's usual insulins
   database::TherapyPlan newest;                      ///< the newest plan
   std::array<std::string, 3> drugs;                  ///< names
-  std::vector<database::PreferredInsulin> insulins;  ///< to choose from; of the lookup database for a new patient
+  std::vector<database::PreferredInsulin> insulins;  ///< to choose from; for a new patient, from the lookup database
 };
 
-/// Builds the step list for the edition or from "pelmar.ini" and presets every control. What cannot be read leaves its
+/// Builds the step list for the edition or from "pelmar.ini", and presets every control. What cannot be read keeps its
 /// default.
 void build_and_preset(Context& context, Pages& pages);
 

@@ -23,7 +23,7 @@ void SchemePage::fill() {
   box.set_items(std::move(items));
   const std::string stored = context_.user_value(context_.config.RegKey, "Scheme", "0");
   form::MatchList(box, stored);
-  // "03" is 3; a name stands for the scheme that it selects.
+  // "03" means 3. A name is no number; it means the scheme that it selects.
   stored_ = support::parse_number(stored);
   if (!stored_ && box.list_index() >= 0) stored_ = box.selected_item_data();
   show_description();

@@ -1,4 +1,4 @@
-// Page "Schema": the therapy scheme and its description, from the scheme file beside the program.
+// Page "Schema": the therapy scheme and its description, from the scheme file in the wizard's folder.
 #pragma once
 
 #include <optional>
@@ -14,12 +14,12 @@ class SchemePage {
  public:
   explicit SchemePage(Context& context) : context_(context) {}
 
-  /// Fills `cbSchema` from the file, each scheme's place in it being its identifier, and selects the one that the
+  /// Fills `cbSchema` from the file; a scheme's position in the file is its identifier. Selects the scheme that the
   /// registry names. Without the file the list stays empty.
   void fill();
-  /// Shows the description of the selected scheme (`cbSchema` Click); nothing where none is selected.
+  /// Shows the description of the selected scheme (`cbSchema` Click); nothing if none is selected.
   void show_description();
-  /// The selected scheme; nothing where none is.
+  /// The selected scheme; nothing if none is selected.
   std::optional<SchemeChoice> choice() const;
 
  private:
@@ -27,7 +27,7 @@ class SchemePage {
 
   Context& context_;
   std::vector<std::string> names_;
-  std::optional<double> stored_;  ///< the identifier in the registry at start-up; nothing where it is none
+  std::optional<double> stored_;  ///< the identifier in the registry at start-up; nothing if the value is no number
 };
 
 }  // namespace wizard

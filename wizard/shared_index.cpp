@@ -17,7 +17,7 @@ namespace {
 
 constexpr long cancel_caption = 901, how_far = 4886, goes_on = 4887, not_upgraded = 4888;
 
-/// Why the index could not be created; nothing where it was.
+/// Creates the index. Returns why that failed; nothing if it was created.
 std::optional<support::RuntimeError> create(Context& context, const std::string& path) {
   constexpr int folder = static_cast<int>(support::PathPart::Folder);
   const support::RuntimeError otherwise(support::error_number::path_file_access, "The folder cannot be created");
@@ -30,7 +30,7 @@ std::optional<support::RuntimeError> create(Context& context, const std::string&
   return outcome.last().value_or(otherwise);
 }
 
-/// False where the index is missing afterwards.
+/// Creates the index if it is missing. False if it is missing afterwards.
 bool create_where_missing(Context& context) {
   const std::string path = context.config.IndexDB;
   if (support::file_test(*context.ports.files, path)) return true;
@@ -41,10 +41,11 @@ bool create_where_missing(Context& context) {
   return created;
 }
 
-/// The walk over the patients as the user sees it. What a single patient's upgrade shows meanwhile stands behind it.
+/// The progress of the walk over the patients, as the user sees it. The caption of a single patient's upgrade is shown
+/// behind it.
 class WalkProgress : public database::Progress {
  public:
-  /// `shown` is null where no progress is shown.
+  /// `shown` is null if no progress is shown.
   WalkProgress(database::Progress* shown, std::string cancel) : shown_(shown), cancel_(std::move(cancel)) {}
 
   void at(const std::string& caption) {
@@ -89,7 +90,7 @@ std::string failure_line(const Context& context, const std::string& file, const 
   return context.config.text(not_upgraded, {file, std::to_string(failure.number())});
 }
 
-/// How far the walk came, and what failed.
+/// Tells the user how far the walk came and what failed.
 void tell(Context& context, const database::IndexUpgrade& upgrade, const std::vector<std::string>& failures) {
   constexpr std::size_t most_lines = 10;
   std::string text = context.config.text(how_far, {std::to_string(upgrade.refreshed), std::to_string(upgrade.due)});

@@ -11,15 +11,15 @@ namespace wizard {
 /// Path of the index in a folder of patients.
 std::string index_in(std::string_view folder);
 
-/// Start-up: where the file is missing it is created and brought to the current layout; one that is there is left
+/// For the start-up: if the file is missing, it is created and brought to the current layout. An existing file is left
 /// alone.
 void provide_index_database(Context& context);
 
-/// A folder was chosen: its index is created where it is missing and in any case brought up to date, with the patient
-/// databases that it lists where they are due. Progress is shown, and can be cancelled between two patients. What was
-/// cancelled or failed is told in a message, and gone on with the next time. That a missing one was created, or why it
-/// could not be, is kept for the report (`created_indexes`), and so is what keeps patient databases from being of the
-/// current layout (`patients_failure`).
+/// For a chosen folder: creates the index if it is missing and brings it up to date, together with the patient
+/// databases that it lists, if they need it. The progress is shown, and the user can cancel between two patients. A
+/// message tells what was cancelled or failed; the next time goes on from there. `created_indexes` keeps for the report
+/// that a missing index was created, or why not; `patients_failure` keeps why patient databases do not have the current
+/// layout.
 void bring_index_up_to_date(Context& context);
 
 }  // namespace wizard

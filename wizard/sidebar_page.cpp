@@ -28,7 +28,7 @@ constexpr OptionGroup sidebar_options[] = {
 constexpr PagePicture sidebar_pictures[] = {
     {"imgDiary", 0, "diary"}, {"imgSidebar", 0, "sidebar"}, {"imgSidebarMark", 0, "sidebar_mark"}};
 
-/// The highlight blinks in either case, but without a side bar there is nothing that it could mark.
+/// The highlight always blinks; without a side bar it has no picture, because there is nothing to mark.
 void show_sidebar(Context& context, bool shown) {
   context.form.at("imgSidebar").set_visible(shown);
   context.form.at("imgSidebarMark").set_picture(shown ? "sidebar_mark" : "");

@@ -12,7 +12,7 @@ namespace {
 
 constexpr long required = 4921;
 
-/// Pictures that say nothing beside what the page says in words.
+/// Pictures that say nothing more than the page says in words.
 constexpr std::array<std::string_view, 9> decoration = {"Image1",         "imgOpen",       "imgNew",
                                                         "imgSidebarMark", "imgStartMark",  "imgCursorHand",
                                                         "imgcursorHand2", "imgMouseHand3", "imgSplitBtn"};
@@ -24,7 +24,7 @@ bool is_one_of(const std::array<std::string_view, Count>& names, const form::Con
                              [&](std::string_view name) { return support::equal_ignoring_case(name, control.name()); });
 }
 
-/// The control so many places behind this one; null where there is none, or where it lies elsewhere.
+/// The control that stands `behind` places after this one; null if there is none, or if it lies in another container.
 const form::Control* neighbour(const form::Form& form, const form::Control& control, std::ptrdiff_t behind) {
   const auto& all = form.controls();
   const auto at = std::ranges::find(all, &control, [](const auto& each) { return each.get(); });
@@ -41,26 +41,27 @@ bool is_unit(const form::Control& control) {
 
 std::string heading_of_page(const form::Form& form, int page) {
   const form::Control* heading = form.find("lblHeading", page);
-  // The first page welcomes instead.
+  // The first page has a welcome text instead of a heading.
   if (!heading) heading = form.find("Label2");
   return heading ? form::plain_caption(heading->caption()) : std::string();
 }
 
-/// The label before a field, and the unit behind it.
+/// Speaks a field by the label before it and the unit behind it.
 Spoken of_field(const form::Form& form, const InstallationConfig& config, const form::Control& field) {
   Spoken said;
   const form::Control* label = neighbour(form, field, -1);
   const form::Control* unit = neighbour(form, field, 1);
   if (label && label->kind() == form::Kind::Label) said.name = form::plain_caption(label->caption());
   if (unit && is_unit(*unit) && field.kind() == form::Kind::TextBox) said.name += ", " + unit->caption();
-  // A text that fills its page: the page's heading names it.
+  // A text that fills its page is named by the page's heading.
   if (!field.editable() && field.kind() == form::Kind::TextBox && field.parent())
     said.name = heading_of_page(form, field.parent()->index());
   if (is_one_of(required_fields, field)) said.description = config.text(required);
   return said;
 }
 
-/// The box around the options, or the label before the first of them, or the page's heading.
+/// What a group of options is called: the box around them, else the label before the first of them, else the page's
+/// heading.
 std::string group_of(const form::Form& form, const form::Control& option) {
   const form::Control* around = option.parent();
   if (around && !around->caption().empty()) return form::plain_caption(around->caption());
@@ -71,13 +72,13 @@ std::string group_of(const form::Form& form, const form::Control& option) {
   return around ? heading_of_page(form, around->index()) : std::string();
 }
 
-/// "Weiter >" is drawn with an arrow, and would be read as "Weiter greater than".
+/// "Weiter >" shows an arrow, but would be read as "Weiter greater than".
 std::string without_arrows(std::string caption) {
   if (caption.ends_with(" >")) caption.resize(caption.size() - 2);
   return caption.starts_with("< ") ? caption.substr(2) : caption;
 }
 
-/// The title, which may be shown shortened.
+/// The full title: the page may show it shortened.
 Spoken of_chart(const form::Control& chart) { return {chart.tooltip(), {}, false}; }
 
 }  // namespace
@@ -97,7 +98,7 @@ Spoken spoken(const form::Form& form, const InstallationConfig& config, const fo
     case form::Kind::Button:
       return {without_arrows(form::plain_caption(control.caption())), control.tooltip(), false};
     case form::Kind::Label:
-      // What has nothing to say now is as if it were not there.
+      // A control without a text at the moment is not mentioned.
       return {form::plain_caption(control.caption()), {}, control.caption().empty()};
     case form::Kind::Frame:
       if (!control.parent()) return {heading_of_page(form, control.index()), {}, false};

@@ -1,4 +1,4 @@
-// What a screen reader says of a control of the form: the same that the page shows to the eye by the places of its
+// What a screen reader says about a control of the form: the same that the page shows to the eye by the places of its
 // labels, units, groups and headings.
 #pragma once
 
@@ -10,9 +10,9 @@
 namespace wizard {
 
 struct Spoken {
-  std::string name;         ///< empty: what the control shows is its name, or it has none
-  std::string description;  ///< what it belongs to, or what is asked of it; may be empty
-  bool silent = false;      ///< decoration: not spoken of
+  std::string name;         ///< empty: the control's own text is its name, or it has none
+  std::string description;  ///< what it belongs to, or what it is for; may be empty
+  bool silent = false;      ///< decoration: not mentioned
   friend bool operator==(const Spoken&, const Spoken&) = default;
 };
 

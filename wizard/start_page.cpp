@@ -1,4 +1,4 @@
-// Page "start": what the diary shows when it is started.
+// Page "start": what the diary shows when it starts.
 #include <fmt/core.h>
 
 #include <algorithm>

@@ -14,7 +14,7 @@ using support::RootKey;
 
 enum class Roots { MachineThenUser, Machine, User };
 
-/// The later root's value replaces the earlier one's.
+/// The value under a later root replaces the one under an earlier root.
 std::string read_value(const Ports& ports, Roots roots, std::string_view key, std::string_view name,
                        std::string value) {
   if (roots != Roots::User) support::ReadRegValue(*ports.registry, RootKey::LocalMachine, key, name, value);
@@ -24,7 +24,7 @@ std::string read_value(const Ports& ports, Roots roots, std::string_view key, st
 
 void discover_font(Context& context) {
   InstallationConfig& config = context.config;
-  // RegKey is not known yet at this point of the start: the value of the root keys themselves is meant.
+  // RegKey is not known yet, so the value below the root keys themselves is read.
   config.DefaultFont =
       read_value(context.ports, Roots::MachineThenUser, config.RegKey, "DefaultFont", config.DefaultFont);
   config.DefaultFont = context.ini_value(config.own_folder + "setup.ini", "setup", "font", config.DefaultFont);
@@ -58,7 +58,7 @@ struct PathRow {
   std::string InstallationConfig::*member;
   std::string_view value_name;
   std::string_view default_below_path;  ///< appended to `Path`
-  bool is_folder;                       ///< ends with a backslash, whatever the registry says
+  bool is_folder;                       ///< a backslash is added to the registry's value if it has none
 };
 
 constexpr PathRow path_rows[] = {

@@ -1,5 +1,5 @@
-// The steps that the user walks through, and where among them they are. A step is the name of a page; a "-" in it says
-// that the navigation passes over it. Positions count from 0.
+// The steps that the user walks through, and the user's position among them. A step is the name of a page; a "-" in it
+// means that the navigation skips it. Positions count from 0.
 #pragma once
 
 #include <string>
@@ -14,32 +14,32 @@ class StepList {
   void choose(std::string_view steps);
 
   const std::vector<std::string>& names() const noexcept { return names_; }
-  /// Position of the step shown; behind last() once the walk has ended.
+  /// Position of the current step; behind last() when the walk has ended.
   int current() const noexcept { return current_; }
   int last() const noexcept { return static_cast<int>(names_.size()) - 1; }
-  /// True where the navigation passes over the step at a position.
+  /// True if the navigation skips the step at this position.
   bool passed_over(int position) const;
-  /// The step at a position; empty outside the list.
+  /// The step at a position; empty outside of the list.
   std::string name_at(int position) const;
 
-  /// Moves to the next step that is not passed over, or behind the last one.
+  /// Moves to the next step that is not skipped, or behind the last one.
   void forward();
-  /// Moves back likewise; stops at the first step.
+  /// Moves back in the same way; stops at the first step.
   void back();
 
   /// Moves to a position of the list.
   void go_to(int position) { current_ = position; }
 
-  // A page's step is the first one that begins with the page's name, whatever its case.
+  // The step of a page is the first one that begins with the page's name, in any case.
 
-  /// True where the list has a step for the page and the navigation does not pass over it.
+  /// True if the list has a step for the page and the navigation does not skip it.
   bool offers(std::string_view page) const;
-  /// Position of the page's step; -1 where there is none.
+  /// Position of the page's step; -1 if there is none.
   int find(std::string_view page) const;
-  /// Offers the page again, or leaves it out by appending "-" to its name. Without a step for it nothing happens.
+  /// Offers the page again, or leaves it out by appending "-" to its name. Does nothing if there is no step for it.
   void offer(std::string_view page, bool offered);
-  /// Appends "-" to the step as a mark that its page is built; the navigation does not pass over it for that. Outside
-  /// the list nothing happens.
+  /// Appends "-" to the step as a mark that its page is built; the navigation does not skip it because of that mark.
+  /// Outside of the list nothing happens.
   void mark_built(int position);
 
  private:

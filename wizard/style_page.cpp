@@ -20,8 +20,8 @@ constexpr form::ControlRow style_controls[] = {
 };
 // clang-format on
 
-// Neither this value nor, in the standard edition, "RunOnStart" has a page in the default lists. They are preset all
-// the same, so that the finish writes back what it found.
+// Neither this value nor, in the standard edition, "RunOnStart" has a page in the default lists. Both are preset
+// nevertheless, so that the finish writes back what it found.
 constexpr OptionGroup style_options[] = {
     {.order = 1, .value_name = "OutlookStyle", .controls = "optDisplayStyle", .words = {"0", "1"}}};
 constexpr PagePicture style_pictures[] = {{"imgDisplayStyle", 0, "style0"}};

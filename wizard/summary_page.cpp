@@ -22,7 +22,7 @@ std::string heading_of(const Context& context, const Page& page) {
   return heading ? heading->caption() : std::string();
 }
 
-/// The lines of a page; more than one stand below its heading.
+/// The lines of a page. If there are several, they stand below its heading.
 std::string group_text(const Context& context, const Page& page, const Choices& choices) {
   if (page.patients_own && context.config.ProEdition)
     return context.config.text(not_stored, {heading_of(context, page)});
@@ -101,7 +101,7 @@ void SummaryPage::show_outcome(const FinishReport& report) {
   });
 }
 
-/// What is to be checked comes first: the rest may have to be scrolled.
+/// What the user should check comes first, because the rest may have to be scrolled.
 void SummaryPage::show_text(const Pages& pages, bool changed) {
   support::Procedure procedure{"wizard!Summary"};
   std::string text;
@@ -115,7 +115,7 @@ void SummaryPage::show_text(const Pages& pages, bool changed) {
   context_.form.at("lblSummary").set_text(text);
 }
 
-/// The pages that have something on this one; the first that has a warning is suggested.
+/// Offers the pages that have lines here; the first one with a warning is suggested.
 void SummaryPage::offer_pages(const Pages& pages) {
   std::vector<form::ListItem> items;
   int suggested = -1;
@@ -164,7 +164,7 @@ void enter_summary(Context&, Pages& pages) {
   pages.summary.show(pages);
 }
 
-/// The page is changed after the event.
+/// Only the steps move here; the page changes after the event.
 void change_page(Context& context, Pages& pages, int) {
   const form::Control& list = context.form.at("cbChange");
   if (list.list_index() < 0) return;

@@ -1,6 +1,6 @@
-// Page "Fertig": what will be written, choice by choice, in plain words, with all that is worth a word before. From
-// here "Ändern" leads to the page of a choice. "Weiter" comes back from there, asking the checks of the pages in
-// between without showing them; "Zurück" goes on from there page by page, as it always does.
+// Page "Fertig": what will be written, choice by choice, in plain words, and before it all findings. "Ändern" leads to
+// the page of a choice. From there, "Weiter" leads back here; it checks the pages in between without showing them.
+// "Zurück" goes on from there page by page, as always.
 #pragma once
 
 #include <string>
@@ -14,14 +14,14 @@
 
 namespace wizard {
 
-// What lines of the page have in common.
+// Functions for the page's lines.
 
-inline constexpr long nothing_chosen = 4850;  ///< text that stands where nothing is given
+inline constexpr long nothing_chosen = 4850;  ///< the text that says that nothing is given
 
-/// The names separated by commas, empty ones left out; the text for "nothing" where none is left.
+/// The names separated by commas, without empty ones; the text for "nothing" if none is left.
 std::string named_list(const Context& context, const std::vector<std::string>& names);
 
-/// A line with the caption of the option that will be stored.
+/// A line with the caption of the option that will be stored; `number` is the line's text.
 std::vector<std::string> option_line(const Context& context, const Choices& choices, long number,
                                      std::string_view controls);
 
@@ -31,17 +31,17 @@ class SummaryPage {
  public:
   explicit SummaryPage(Context& context) : context_(context) {}
 
-  /// Gathers the choices, looks at the surroundings and shows both.
+  /// Gathers the choices and the findings and shows both.
   void show(const Pages& pages);
-  /// Before a finish: gathers and looks again. False where there is something that was not shown: it is shown now, with
-  /// the remark that it is new. That happens once after show(); then the finish is not held up any more.
+  /// For the moment before a finish: gathers both again. False if there is a finding that was not shown yet: it is
+  /// shown now, with the remark that it is new. This happens only once after show(); the next attempt finishes.
   bool still_holds(const Pages& pages);
 
-  /// After a finish that wrote everything: says so, what was written and where. What led elsewhere is gone; the button
-  /// Next closes.
+  /// For a finish that wrote everything: says so, and what was written and where. The controls that led to other pages
+  /// are hidden; the button Next closes the window.
   void show_outcome(const FinishReport& report);
 
-  /// What the last of the first two gathered and found.
+  /// What show() or still_holds() gathered and found last.
   const Choices& choices() const noexcept { return choices_; }
   const Findings& findings() const noexcept { return findings_; }
 

@@ -19,7 +19,7 @@ namespace {
 
 constexpr long no_number = 611, number_wanted = 621, separator_meant = 622, range_meant = 623;
 
-/// The text with the user's decimal separator in place of the other one.
+/// The text with the user's decimal separator instead of the other one.
 std::string with_separator(std::string text) {
   const char separator = support::user_locale().decimal_separator;
   std::ranges::replace(text, separator == ',' ? '.' : ',', separator);
@@ -64,7 +64,7 @@ bool TargetsPage::is_untouched(std::size_t field) const {
 std::optional<std::int16_t> TargetsPage::value(std::size_t field) const {
   const std::string& text = box(field).text();
   if (is_untouched(field)) return shown_[field].value;
-  // Blood pressure is typed as a whole number, as mg/dl are.
+  // Blood pressure is a whole number, as mg/dl are.
   return in_mg_dl(text, field < glucose_fields ? unit_ : GlucoseUnit::MgDl);
 }
 
@@ -74,7 +74,7 @@ bool TargetsPage::refuse(std::size_t field, const std::string& message) {
   return false;
 }
 
-/// Which field has no number, and the separator or the range that is meant.
+/// A message that names the field without a number, and the decimal separator or the range that is expected.
 std::string TargetsPage::number_message(std::size_t field) const {
   const InstallationConfig& config = context_.config;
   const std::string text(support::trim(box(field).text())), mended = with_separator(text);
@@ -209,7 +209,7 @@ constexpr long is_no_number = 4864, is_out_of_range = 4865, is_rounded = 4866, i
                unusual_pressure = 4868, is_empty = 4869, mg_dl_meant = 4870, mmol_l_meant = 4871,
                unusual_glucose = 4872;
 
-/// Target values that a physician may agree on; others are asked about.
+/// The range of target values that physicians usually agree on; a value outside of it is a finding.
 struct Usual {
   std::int16_t least, most;
 };
@@ -218,7 +218,7 @@ constexpr Usual usual_systolic{70, 220}, usual_diastolic{40, 140};  ///< mmHg
 
 bool is_usual(const Usual& usual, double value) { return value >= usual.least && value <= usual.most; }
 
-/// A field as it was typed and as it will be stored and shown again.
+/// A field as it was typed, and as it will be stored and shown again.
 struct Target {
   std::size_t field;
   std::string name, typed, shown;

@@ -1,5 +1,5 @@
-// Pages "Therapie_BZ" and "Therapie_BP": target values of blood glucose and blood pressure, `txtvorgabe` 0 to 3 and 4
-// to 7, and what is worth a word about them.
+// Pages "Therapie_BZ" and "Therapie_BP": target values of blood glucose (`txtvorgabe` 0 to 3) and blood pressure (4 to
+// 7), and the findings about them.
 #pragma once
 
 #include <array>
@@ -18,7 +18,7 @@ namespace wizard {
 
 struct Pages;
 
-/// By index of `txtvorgabe`; items 500 to 507 of a therapy plan have the same order.
+/// By index of `txtvorgabe`. The items 500 to 507 of a therapy plan have the same order.
 inline constexpr std::array<std::int16_t database::SettingsRecord::*, 8> target_members = {
     &database::SettingsRecord::BGTargetMin,    &database::SettingsRecord::BGTargetMax,
     &database::SettingsRecord::BGHypo,         &database::SettingsRecord::BGHyper,
@@ -26,30 +26,30 @@ inline constexpr std::array<std::int16_t database::SettingsRecord::*, 8> target_
     &database::SettingsRecord::BPTargetDiaMin, &database::SettingsRecord::BPTargetDiaMax,
 };
 
-/// What a field is called on its page.
+/// The name of a field on its page.
 std::string target_name(const form::Form& form, std::size_t field);
 
 class TargetsPage {
  public:
   explicit TargetsPage(Context& context) : context_(context) {}
 
-  /// Shows the targets, the glucose values in the unit given, which becomes the current one.
+  /// Shows the targets; the glucose values in this unit, which becomes the current one.
   void show(const database::SettingsRecord& settings, GlucoseUnit unit);
-  /// Labels the fields and, where the unit is another one than before, converts their texts. A text that is no number
-  /// stays.
+  /// Labels the fields and, if the unit is a new one, converts their texts. A text that is no number stays.
   void change_unit(GlucoseUnit unit);
 
-  /// False, after saying why, where the glucose targets are no numbers or contradict each other; the field at fault has
-  /// the focus then. They are compared as they are shown: two equal texts are equal, whatever is stored behind them.
+  /// False if the glucose targets are no numbers or contradict each other. The user has then been told why, and the
+  /// wrong field has the focus. The targets are compared as they are shown: two equal texts are equal, whatever is
+  /// stored behind them.
   bool check_glucose();
 
-  /// True where the field still shows what show() put there.
+  /// True if the field still shows what show() put there.
   bool is_untouched(std::size_t field) const;
 
-  /// Takes the fields over into the record (mg/dl, mmHg); a field that is no number leaves the record's value. A field
-  /// that still shows what show() put there gives exactly the value it was given.
+  /// Puts the fields into the record (mg/dl, mmHg). A field that is no number leaves the record's value. A field that
+  /// still shows what show() put there gives exactly the value that show() was given.
   void gather(database::SettingsRecord& settings) const;
-  /// Takes the values that show() was given over into the record.
+  /// Puts the values that show() was given into the record.
   void gather_presets(database::SettingsRecord& settings) const;
 
  private:

@@ -1,4 +1,4 @@
-// The pages that tell of the diary's window: a sequence of pictures, and a hand that follows it.
+// The pages that explain the diary's window: a sequence of pictures, and a hand that follows it.
 #include <algorithm>
 #include <charconv>
 
@@ -12,7 +12,7 @@ namespace {
 
 using enum form::Kind;
 
-/// Beside it stands the button that leads past the tips.
+/// Beside the heading is the button that leads past the tips.
 constexpr form::Bounds tip_heading{120, 120, 4380, 480};
 
 // One control, one line.
@@ -68,7 +68,8 @@ bool is_tip(const std::string& step) {
   return page == &navigation_tip || page == &splits_tip || page == &statistics_tip;
 }
 
-/// To the first page behind the tips; to the last one where only tips follow. Each of their pages hears of the click.
+/// Goes to the first page behind the tips or, if only tips follow, to the last page. Each page with tips gets this
+/// click.
 void pass_over_tips(Context&, Pages& pages, int) {
   StepList& steps = pages.steps;
   while (steps.current() < steps.last() && is_tip(steps.name_at(steps.current()))) steps.forward();
@@ -76,7 +77,7 @@ void pass_over_tips(Context&, Pages& pages, int) {
 
 constexpr PageEvent tip_clicks[] = {{"cmdSkipTips", pass_over_tips}};
 
-/// Where the hand (or a button that it presses) stands while a picture is shown, in twips.
+/// The place of the hand, or of a button that it presses, while a picture is shown, in twips.
 struct Place {
   std::int32_t left, top;
 };
@@ -89,7 +90,7 @@ void move_to(form::Form& form, std::string_view control, Place place) {
   picture.set_bounds(bounds);
 }
 
-/// Shows the next picture of the sequence, the first one on the first tick, and returns its number.
+/// Shows the next picture of the sequence (the first one on the first tick) and returns its number.
 int show_next(form::Form& form, std::string_view pictures) {
   const auto members = form.array(pictures);
   form::Control& first = *members.front();
@@ -117,8 +118,8 @@ void split_window(Context& context) {
   context.show_text(context.form.at("lblSplitDesc"), text[shown]);
 }
 
-/// The hand nears the place where the picture holds the window, at most one stride a tick, and never leaves the square
-/// of 2500 twips.
+/// The hand approaches the place where the picture shows the window held, by at most one stride each tick, and never
+/// leaves the square of 2500 twips.
 void drag_statistics(Context& context) {
   static constexpr Place target[] = {{855, 1800}, {1440, 2100}, {2040, 2400}, {2400, 2460}};
   static constexpr long text[] = {4876, 4876, 4877, 4877};

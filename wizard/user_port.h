@@ -1,4 +1,4 @@
-// What the wizard asks of its user and of the shell, beside the form itself.
+// What the wizard asks of its user and of the shell, apart from the form itself.
 #pragma once
 
 #include <cstdint>
@@ -29,23 +29,23 @@ class UserPort {
   virtual int message_box(std::string_view text, std::uint32_t style, std::string_view title) = 0;
   /// The sound of a failure.
   virtual void beep() {}
-  /// The chosen folder; nothing when cancelled.
+  /// The chosen folder; nothing if the user cancels.
   virtual std::optional<std::string> choose_folder(std::string_view title) = 0;
-  /// Opens a file with the user's program for it (verb "open"). False where that did not work.
+  /// Opens a file with the user's program for it (verb "open"). False if that failed.
   virtual bool open_file(std::string_view path) = 0;
-  /// Deletes files matching a pattern into the recycle bin, undo allowed, with the shell's own confirmation; the names
-  /// of what was moved.
+  /// Deletes the files that match a pattern into the recycle bin. They can be restored, and the shell asks for
+  /// confirmation itself. Returns the names of the files that were moved.
   virtual std::vector<std::string> recycle(std::string_view folder, std::string_view pattern) = 0;
-  /// False where recycle() would delete for good, since there is no recycle bin for the folder.
+  /// False if recycle() would delete for good, because the folder has no recycle bin.
   virtual bool has_recycle_bin(std::string_view folder) {
     static_cast<void>(folder);
     return true;
   }
   /// True for a folder on a network drive.
   virtual bool is_network_path(std::string_view path) = 0;
-  /// Width of a text in a font, given by its face name, in the size of the controls; in twips.
+  /// Width of a text in a font, named by its face, at the size of the controls; in twips.
   virtual std::int32_t text_width(std::string_view text, std::string_view font) = 0;
-  /// Keeps the window above all others, or no longer; nothing without a window.
+  /// Keeps the window above all others, or no longer does so. Does nothing without a window.
   virtual void set_topmost(bool topmost) = 0;
 };
 

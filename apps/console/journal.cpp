@@ -10,7 +10,7 @@ constexpr std::size_t longest_path = 4096;
 
 bool is_relative(std::string_view path) { return !path.starts_with('\\') && path.find(':') == std::string_view::npos; }
 
-/// The host path that the settings name; empty where they name none.
+/// The host path that the settings name; empty if they name none.
 std::string path_in_settings(const std::string& folder) {
   if (folder.empty()) return {};
   const std::string path = support::host_ini_files().value(folder + "setup.ini", "setup", "journal", {}, longest_path);

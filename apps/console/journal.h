@@ -1,4 +1,4 @@
-// The error journal of a program's run: off, unless the program's arguments or the installation's settings ask for it.
+// The error journal of a program's run. There is none, unless the arguments or the installation's settings ask for one.
 #pragma once
 
 #include <memory>
@@ -14,9 +14,10 @@ namespace console {
 inline constexpr Option journal_option{"--journal", "FILE",
                                        "Keep an error journal: which statements were passed over."};
 
-/// The journal to `file` (a host path) where it is given and not empty, else to the one that the key "journal"
-/// in the section "setup" of "setup.ini" names: a Windows path, a relative one from `folder`, the installation's (a
-/// Windows path with its trailing backslash; empty where it is not known). Null where neither is there: no journal.
+/// The journal in `file` (a host path), if it is given and not empty. Otherwise the journal in the file that
+/// "setup.ini" names under the key "journal" in the section "setup"; that is a Windows path, absolute or relative to
+/// `folder`. `folder` is the installation's, a Windows path with its trailing backslash; empty if it is not known. Null
+/// if neither names a file.
 std::unique_ptr<support::ErrorJournal> open_journal(std::string_view program, const std::optional<std::string>& file,
                                                     const std::string& folder);
 

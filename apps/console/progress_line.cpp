@@ -13,7 +13,7 @@ namespace console {
 namespace {
 
 constexpr std::size_t bar_width = 30;
-/// A line that a terminal breaks cannot be written over.
+/// A line that the terminal wraps cannot be written over.
 constexpr std::size_t longest_line = 79;
 constexpr std::chrono::milliseconds pause_between{100};
 
@@ -70,7 +70,7 @@ void ProgressLine::set_caption(std::string_view caption) { caption_ = caption; }
 
 std::string ProgressLine::time_left(std::int32_t value, Clock::time_point now) const {
   const std::chrono::duration<double> elapsed = now - started_;
-  // What the first moments tell of the rest is a guess.
+  // In the first moments an estimate of the rest is a guess.
   constexpr std::chrono::duration<double> first_moments{0.5};
   if (value <= 0 || value >= maximum_ || elapsed < first_moments) return {};
   const std::chrono::duration<double> left = elapsed * (maximum_ - value) / value;

@@ -1,6 +1,6 @@
-// Long work as one line of a terminal that is written over: a bar, what is being done, how much of it, and the time
-// that is left. Nothing where the output is no terminal, and nothing for work of less than half a second. Ctrl+C while
-// it lasts is a wish, which the work looks at where it can stop.
+// Shows long work as one line of the terminal, which is written over again and again: a bar, what is being done, how
+// much of it, and the time that is left. Shows nothing if the output is no terminal, and nothing for work of less than
+// half a second. Ctrl+C meanwhile is a request; the work looks at it where it can stop.
 #pragma once
 
 #include <chrono>
@@ -11,7 +11,8 @@
 
 namespace console {
 
-/// While it lives, the first Ctrl+C is noted, and the next one ends the program as ever. One at a time.
+/// While this object lives, the first Ctrl+C is only noted, and the next one ends the program as usual. Only one such
+/// object may exist at a time.
 class Interrupt {
  public:
   Interrupt();
@@ -26,7 +27,7 @@ class Interrupt {
 
 class ProgressLine : public database::Progress {
  public:
-  /// With an `interrupt`, Ctrl+C ends the work at its next row; without one the work does not hear of it.
+  /// With an `interrupt`, Ctrl+C ends the work at its next row. Without one, the work does not hear of Ctrl+C.
   explicit ProgressLine(Console& console, const Interrupt* interrupt = nullptr);
   ~ProgressLine() override { clear(); }
   ProgressLine(const ProgressLine&) = delete;
@@ -38,7 +39,7 @@ class ProgressLine : public database::Progress {
   void finish() override;
   void upgrade_step(std::int16_t version, std::string_view table) override;
   bool interrupted() const override { return interrupt_ != nullptr && Interrupt::wanted(); }
-  /// Takes the line away, so that something else can be written; the next call shows it again.
+  /// Removes the line, so that something else can be written. The next call shows it again.
   void clear();
 
  private:
@@ -50,10 +51,10 @@ class ProgressLine : public database::Progress {
 
   Console& console_;
   const Interrupt* interrupt_;
-  Clock::time_point shown_;    ///< the moment from which the next showing is counted
-  Clock::duration pause_;      ///< until then: first the delay, then the pause between two showings
-  Clock::time_point started_;  ///< of the work that start() announced
-  std::size_t width_ = 0;      ///< characters that stand in the line
+  Clock::time_point shown_;    ///< the pause before the next showing begins at this moment
+  Clock::duration pause_;      ///< first the delay before the line is shown, later the time between two showings
+  Clock::time_point started_;  ///< when the work began
+  std::size_t width_ = 0;      ///< number of characters in the line
   std::string caption_;
   std::int32_t maximum_ = 0;
 };

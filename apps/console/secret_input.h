@@ -1,4 +1,4 @@
-// A line that a person types at the terminal and that is not shown there, such as a password.
+// A line, such as a password, that a person types at the terminal and that is not shown there.
 #pragma once
 
 #include <functional>
@@ -8,13 +8,13 @@
 
 namespace console {
 
-/// The line, put together key by key.
+/// Puts the line together key by key.
 class SecretLine {
  public:
   enum class State { Open, Done, GivenUp };
 
-  /// Takes a key's byte of UTF-8: Enter ends the line, Ctrl+C, and Ctrl+D in an empty line, give it up, Backspace takes
-  /// the last character back, and Ctrl+U all of them. Other control characters are passed over.
+  /// Takes one byte of a key in UTF-8. Enter ends the line. Ctrl+C gives it up, and so does Ctrl+D in an empty line.
+  /// Backspace removes the last character, Ctrl+U all of them. Other control characters are ignored.
   State take(char byte);
   const std::string& text() const noexcept { return text_; }
 
@@ -24,8 +24,8 @@ class SecretLine {
   std::string text_;
 };
 
-/// See Console::ask_secret. Empty where standard input is no terminal. What was typed is neither echoed nor left in the
-/// terminal; its settings are put back afterwards, also when the user gives up.
+/// The function for Console::ask_secret; empty if standard input is no terminal. The typed text is neither shown nor
+/// left in the terminal. The terminal's settings are restored afterwards, also if the user gives up.
 std::function<std::optional<std::string>(std::string_view prompt)> secret_input();
 
 }  // namespace console

@@ -9,7 +9,7 @@ namespace {
 
 constexpr std::string_view gap = "  ";
 
-/// Of both ranges: a terminal obeys those behind ASCII, too.
+/// True for the control characters of ASCII and those behind it: a terminal obeys both.
 bool is_control(char16_t character) { return character < 0x20 || (character >= 0x7F && character <= 0x9F); }
 
 std::u16string escape(char16_t control) {

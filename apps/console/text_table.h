@@ -1,5 +1,5 @@
-// An aligned table for people to read. Line breaks and control characters of titles and cells are shown as escapes, so
-// that a row stays a line and a stranger's text cannot steer the terminal.
+// A table with aligned columns, for people to read. Line breaks and control characters in titles and cells are shown as
+// escapes, so that each row stays one line and a stranger's text cannot control the terminal.
 #pragma once
 
 #include <ostream>
@@ -9,8 +9,8 @@
 
 namespace console {
 
-/// Control characters as the escapes of JSON ("\n", "\u001b"), a malformed byte as U+FFFD. A backslash stays one, since
-/// paths are full of them: what a text holds exactly is told by JSON.
+/// The text with its control characters as escapes of JSON ("\n", "\u001b") and malformed bytes as U+FFFD. A backslash
+/// is not doubled, because paths are full of them; JSON output shows a text exactly.
 std::string one_line(std::string_view text);
 
 class TextTable {
@@ -18,7 +18,7 @@ class TextTable {
   enum class Align { Left, Right };
 
   void add_column(std::string_view title, Align align = Align::Left);
-  /// As many cells as there are columns.
+  /// `cells` has one cell for each column.
   void add_row(std::vector<std::string> cells);
   void write(std::ostream& out) const;
 

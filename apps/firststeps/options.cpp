@@ -23,7 +23,7 @@ constexpr std::array<OptionRow, 5> options = {{
 
 void skip_blanks(std::string_view& text) { text.remove_prefix(std::min(text.find_first_not_of(' '), text.size())); }
 
-/// The next word, or what stands in quotes.
+/// The next word, or the text in quotes.
 std::string_view take_word(std::string_view& text) {
   skip_blanks(text);
   const bool quoted = text.starts_with('"');
@@ -35,7 +35,7 @@ std::string_view take_word(std::string_view& text) {
   return word;
 }
 
-/// A command shell wants quotes around a "|".
+/// The text without quotes around all of it: a command shell needs quotes around a "|".
 std::string without_quotes(std::string text) {
   const bool quoted = text.size() > 1 && text.front() == '"' && text.find('"', 1) == text.size() - 1;
   return quoted ? text.substr(1, text.size() - 2) : text;

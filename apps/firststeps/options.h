@@ -1,5 +1,5 @@
-// What the window program is told on its command line. The diary starts it with "installation|database" and nothing
-// else; options, for administrators and tests, come before that and begin with "--".
+// The command line of the window program. The diary starts it with "installation|database" and nothing else. Options,
+// for administrators and tests, stand before that and begin with "--".
 #pragma once
 
 #include <string>
@@ -8,7 +8,7 @@
 namespace firststeps {
 
 struct Options {
-  std::string program_folder;  ///< --program-dir: with its trailing backslash; empty: the program's own
+  std::string program_folder;  ///< --program-dir: with its trailing backslash; empty: the folder of the program itself
   std::string hive;            ///< --registry: a hive file in place of the registry
   std::string report;          ///< --report: a file that says what was written
   std::string journal;         ///< --journal: a file for the steps that were passed over
@@ -16,8 +16,8 @@ struct Options {
   std::string command_line;    ///< the rest, as it stands
 };
 
-/// Reads the options; a word that is none of them begins the rest. A value with blanks stands in quotes, and so may the
-/// rest as a whole.
+/// Reads the options. The first word that is none of them begins the rest. A value with blanks, and the rest as a
+/// whole, may be in quotes.
 Options read_options(std::string_view command_line);
 
 }  // namespace firststeps

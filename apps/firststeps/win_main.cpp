@@ -33,8 +33,8 @@ std::string program_folder() {
   return support::narrow(path.substr(0, path.find_last_of(L'\\') + 1));
 }
 
-/// Writes what was written, and what was worth a word before, into the file, a host path. False when it could not be
-/// written, true where no file is named.
+/// Writes a report of the run (what was written, and the findings before) into the file, a host path. False if that
+/// fails; true if no file is named.
 bool write_report(const std::string& file, const wizard::frmAssistantFirstSteps& assistant) {
   if (file.empty()) return true;
   std::ofstream out(support::std_path(file), std::ios::binary);
@@ -45,7 +45,8 @@ bool write_report(const std::string& file, const wizard::frmAssistantFirstSteps&
   return static_cast<bool>(out.flush());
 }
 
-/// True where everything was written, the report included. The user has been told that it was, or what is missing.
+/// Tells the user that everything was written, or what is missing. True if everything was written, including the
+/// report.
 bool conclude(wizard::win32::AssistantWindow& window, const firststeps::Options& options,
               const wizard::frmAssistantFirstSteps& assistant) {
   const bool reported = write_report(options.report, assistant);
@@ -79,14 +80,15 @@ int configure(HINSTANCE instance, const firststeps::Options& options, wizard::Po
   return complete ? done : not_everything_written;
 }
 
-/// Where the first one's window cannot be shown: it belongs to another session, to an administrator, or hangs.
+/// Tells the user that the wizard runs already, if its window cannot be shown: it belongs to another session or to an
+/// administrator, or it hangs.
 void tell_of_first(const wizard::Ports& ports, wizard::win32::WindowUser& user, std::string_view command_line) {
   constexpr long runs_elsewhere = 6051, window_title = 4650;
   const wizard::InstallationConfig config = wizard::known_installation(ports, command_line);
   user.message_box(config.text(runs_elsewhere), MB_ICONINFORMATION | MB_SETFOREGROUND, config.text(window_title));
 }
 
-/// A word that is none of these leaves the choice to Windows.
+/// Any other word leaves the choice to Windows.
 void fix_colours(std::string_view word) {
   using wizard::win32::Scheme;
   constexpr std::pair<std::string_view, Scheme> schemes[] = {
@@ -106,7 +108,7 @@ int run(HINSTANCE instance, const firststeps::Options& options) {
   const auto registry = support::host_registry(options.hive);
   wizard::win32::WindowUser user;
   wizard::Ports ports = apps::host_ports(*registry, user, own, program);
-  // A hive is a registry of its own.
+  // Runs with different hives do not disturb each other.
   const wizard::win32::RunningWizard claim(wizard::installation_key(ports, options.command_line) + "|" + options.hive);
   if (claim.is_first()) return configure(instance, options, std::move(ports), user, claim);
   if (!claim.show_first()) tell_of_first(ports, user, options.command_line);
@@ -118,8 +120,8 @@ int run(HINSTANCE instance, const firststeps::Options& options) {
 int WINAPI wWinMain(HINSTANCE instance, HINSTANCE, PWSTR command_line, int) {
   const INITCOMMONCONTROLSEX classes{sizeof classes, ICC_STANDARD_CLASSES | ICC_PROGRESS_CLASS | ICC_BAR_CLASSES};
   InitCommonControlsEx(&classes);
-  // A single step that takes long on a slow share must not become a white window: there is a text that says what goes
-  // on.
+  // A step that takes long on a slow share must not turn the window white: the window has a text that says what is
+  // being done.
   DisableProcessWindowsGhosting();
   return run(instance, firststeps::read_options(support::narrow(command_line)));
 }

@@ -1,5 +1,5 @@
-// The user who is not there: messages are kept to be printed, questions get the answer that changes nothing, the shell
-// shows no dialogs.
+// The user of a run without a window. Messages are kept and printed later, questions get the answer that changes
+// nothing, and the shell shows no dialogs.
 #pragma once
 
 #include <functional>
@@ -10,15 +10,16 @@
 
 namespace firststeps_batch {
 
-/// Moves the files of a folder that match the pattern into the recycle bin without asking; returns what was moved.
+/// Moves the files of a folder that match the pattern into the recycle bin without asking; returns the names of those
+/// that were moved.
 using Recycle = std::function<std::vector<std::string>(std::string_view folder, std::string_view pattern)>;
 
 class BatchUser : public wizard::UserPort {
  public:
-  /// Without a `recycle` nothing is moved. Where there is no recycle bin, files are deleted only with `for_good`.
+  /// Without `recycle` nothing is moved. If there is no recycle bin, files are deleted only with `for_good`.
   explicit BatchUser(bool for_good, Recycle recycle = {}) : for_good_(for_good), recycle_(std::move(recycle)) {}
 
-  /// Raises 3059 for OK or Cancel: declining that would be an answer for good.
+  /// Raises 3059 for a question with OK and Cancel, because there Cancel is an answer that is remembered.
   int message_box(std::string_view text, std::uint32_t style, std::string_view title) override;
   std::optional<std::string> choose_folder(std::string_view title) override;
   bool open_file(std::string_view path) override;
@@ -28,7 +29,7 @@ class BatchUser : public wizard::UserPort {
   std::int32_t text_width(std::string_view text, std::string_view font) override;
   void set_topmost(bool topmost) override;
 
-  /// The folder that the next choice of a folder gives; a choice without one is cancelled.
+  /// Sets the folder that the next choose_folder() returns; without one, the choice is cancelled.
   void set_next_folder(std::string folder) { next_folder_ = std::move(folder); }
   const std::vector<std::string>& messages() const noexcept { return messages_; }
 

@@ -55,7 +55,7 @@ void load(wizard::frmAssistantFirstSteps& assistant, const std::string& command_
       "No installation is named: neither vantrix.ini in the program folder nor the command line has its name.");
 }
 
-/// Walks all pages with ports that write nothing, and says what the finish would write.
+/// Walks all pages with ports that write nothing, and reports what the finish would write.
 RunReport rehearse(const Installation& installation, const Answers& answers, const std::string& command_line,
                    bool for_good) {
   BatchUser user(for_good);

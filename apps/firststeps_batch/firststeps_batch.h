@@ -1,5 +1,5 @@
-// The wizard without a window: the pages are answered from a file, then the finish writes what a user's run would
-// write.
+// The wizard without a window. The pages are answered from a file; then the finish writes what it would write for a
+// user.
 #pragma once
 
 #include <string>
@@ -9,7 +9,7 @@
 
 namespace firststeps_batch {
 
-/// Runs the program, arguments without its name, and returns the exit code.
+/// Runs the program and returns the exit code. `arguments` does not hold the program's name.
 int run(const std::vector<std::string>& arguments, console::Console& console);
 
 }  // namespace firststeps_batch

@@ -17,7 +17,7 @@ class ReadOnlyRegistry : public support::Registry {
     return CreateResult::Failed;
   }
   bool write_text(support::RootKey, std::string_view, std::string_view, std::string_view) override { return false; }
-  /// What a real run will meet.
+  /// Answers as in a real run.
   bool can_write(support::RootKey root, std::string_view key) const override { return registry_.can_write(root, key); }
 
  private:
@@ -58,7 +58,7 @@ class ReadOnlyFileSystem : public support::FileSystem {
   }
   bool rename_without_replacing(std::string_view, std::string_view) override { return false; }
   bool remove(std::string_view) override { return false; }
-  // What a real run will meet.
+  // Answer as in a real run.
   bool can_create_in(std::string_view folder) const override { return files_.can_create_in(folder); }
   bool can_write(std::string_view path) const override { return files_.can_write(path); }
   std::optional<std::uint64_t> free_space(std::string_view folder) const override { return files_.free_space(folder); }

@@ -1,5 +1,5 @@
-// The world as a rehearsal sees it: everything can be read, nothing can be written. A rehearsal walks the pages before
-// the real run does, so that a wrong answer is found while nothing has been touched.
+// Ports for a rehearsal: everything can be read, nothing can be written. A rehearsal walks the pages before the real
+// run does, so that a wrong answer is found before anything is touched.
 #pragma once
 
 #include <functional>
@@ -13,7 +13,7 @@
 
 namespace firststeps_batch {
 
-// Each reads through what it was given, which must outlive it; what would write fails as on a read-only disk.
+// Each port reads through the port that it was given, which must outlive it. Writing fails as on a read-only disk.
 std::unique_ptr<support::Registry> read_only(const support::Registry& registry);
 std::unique_ptr<support::IniFiles> read_only(const support::IniFiles& files);
 std::unique_ptr<support::FileSystem> read_only(const support::FileSystem& files);

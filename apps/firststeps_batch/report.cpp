@@ -27,12 +27,12 @@ std::string_view word(What what) {
   return "";
 }
 
-/// Files as this host names them.
+/// The entry's place; a file by its host path.
 std::string place(const Entry& entry) {
   return entry.what == What::RegistryValue ? entry.place : support::host_file_system().host_path(entry.place);
 }
 
-/// Key or file once, what was written there below it.
+/// Writes each key or file once, and below it what was written there.
 void write_places(std::ostream& out, const std::vector<Entry>& entries) {
   const auto same_place = [](const Entry& one, const Entry& other) {
     return one.what == other.what && one.place == other.place;

@@ -1,4 +1,4 @@
-// What a run wrote, or would write, told to people and to programs.
+// What a run wrote, or would write, as text for people and as JSON for programs.
 #pragma once
 
 #include <ostream>
@@ -15,15 +15,15 @@ struct Warning {
   std::string page, control, text;
 };
 
-/// What the wizard's last page says is worth a word.
+/// The findings that the wizard's last page shows.
 std::vector<Warning> warnings_of(const wizard::frmAssistantFirstSteps& assistant);
 
 struct RunReport {
   bool dry_run = false;
   wizard::FinishReport finish;
   std::vector<Warning> warnings;
-  std::vector<std::string> messages;      ///< shown on the way
-  std::vector<std::string> unused_pages;  ///< answered, but not among the pages of this run
+  std::vector<std::string> messages;      ///< messages that the wizard showed
+  std::vector<std::string> unused_pages;  ///< pages in the answers file that are none of this run's
 };
 
 void write_text(std::ostream& out, const RunReport& report);

@@ -44,7 +44,7 @@ std::vector<std::string> walk_to_last_page(wizard::frmAssistantFirstSteps& assis
 
 void finish(wizard::frmAssistantFirstSteps& assistant) {
   assistant.click(buttons, next_button);
-  // Shown once more, because the surroundings have changed since: the report tells of it.
+  // The last page was shown again, because the surroundings have changed meanwhile; the report tells of it.
   if (assistant.state() == wizard::frmAssistantFirstSteps::State::Running) assistant.click(buttons, next_button);
 }
 
@@ -73,7 +73,8 @@ bool lies_on(const Control* control, const Control* page) {
   return control == page;
 }
 
-/// A control array may run over several pages: an index that lies on another page counts within this one.
+/// The control of an answer. A control array may extend over several pages; an index that belongs to another page is
+/// counted within this one.
 const Control* find_on_page(const form::Form& form, const Control* page, const Answer& answer) {
   const Control* direct = form.find(answer.control, answer.index);
   if (direct != nullptr && lies_on(direct, page)) return direct;
@@ -85,7 +86,7 @@ const Control* find_on_page(const form::Form& form, const Control* page, const A
 
 bool answered_as_group(Kind kind) { return kind == Kind::OptionButton || kind == Kind::ChartOption; }
 
-/// What is wrong with the name of an answer; empty for nothing.
+/// What is wrong with the name of an answer; empty if nothing is.
 std::string name_problem(const Control* control, const Answer& answer) {
   if (control == nullptr) return "the page has no such control";
   const bool in_array = control->index() >= 0, group = answered_as_group(control->kind());
@@ -115,7 +116,7 @@ bool offered(const Control* control) {
   return true;
 }
 
-/// Applies one answer. Each function returns what is wrong with the value; empty when it was taken.
+/// Applies one answer. Each function returns what is wrong with the value; empty if it was accepted.
 class Hand {
  public:
   Hand(wizard::frmAssistantFirstSteps& assistant, BatchUser& user) : assistant_(assistant), user_(user) {}

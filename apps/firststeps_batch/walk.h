@@ -1,5 +1,5 @@
-// Walks the wizard's pages as far as the last page. Answers are put into the form's controls as a user's hand would:
-// the control is set, its event raised. Each kind of control takes its own form of value:
+// Walks the wizard's pages up to the last page. It puts answers into the form's controls as a user would: it sets the
+// control, then raises its event. The form of a value depends on the kind of control:
 //
 //   text box           name=text                    option buttons   name=index of the chosen one
 //   drop-down list     name=item data, or its text  charts           name=key|key, all others unticked
@@ -16,18 +16,19 @@
 
 namespace firststeps_batch {
 
-/// Raises console::InputError for the first page or control that the form does not have, or that takes no answer.
+/// Raises console::InputError for the first page or control that the form does not have, and for a control that takes
+/// no answer.
 void check_names(const form::Form& form, const Answers& answers);
 
-/// Applies one page's answers in their order, on the page that is shown. Raises console::InputError for a value that
-/// its control does not take, and for a control that is hidden or disabled then; PageRefused where the page itself says
-/// no.
+/// Applies the answers of the page that is shown, in their order. Raises console::InputError for a value that its
+/// control does not accept, and for a control that is hidden or disabled at that moment; PageRefused if the page
+/// refuses.
 void apply(wizard::frmAssistantFirstSteps& assistant, BatchUser& user, const Answers& answers, const PageAnswers& page);
 
-/// A page said no to its answers: the run ends without having written anything.
+/// A page refused its answers. The run ends and nothing was written.
 class PageRefused : public std::runtime_error {
  public:
-  /// The messages from `first` on are what the page said.
+  /// The page's messages are those from `first` on.
   PageRefused(const std::string& page, const std::vector<std::string>& messages, std::size_t first)
       : std::runtime_error(text(page, messages, first)) {}
 
@@ -39,9 +40,9 @@ class PageRefused : public std::runtime_error {
   }
 };
 
-/// Answers each page as it is shown and presses Next, until the last page is answered; nothing is written yet. Returns
-/// the pages of the file that were not shown. Raises PageRefused with page and message, and console::InputError
-/// for an answer.
+/// Answers each page when it is shown and presses Next, until the last page is answered. Nothing is written yet.
+/// Returns the pages of the file that were not shown. Raises PageRefused with page and message, and console::InputError
+/// for a wrong answer.
 std::vector<std::string> walk_to_last_page(wizard::frmAssistantFirstSteps& assistant, BatchUser& user,
                                            const Answers& answers);
 

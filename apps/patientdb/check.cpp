@@ -63,7 +63,7 @@ void write_report_json(std::ostream& out, const std::string& file, const CheckRe
   out << '\n';
 }
 
-/// The exit code of one file.
+/// Checks one file and returns its exit code.
 int check_file(const console::Arguments& arguments, console::Console& console, const std::string& file,
                const std::string& word) {
   ToolEnvironment environment(arguments, console);

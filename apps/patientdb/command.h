@@ -1,5 +1,5 @@
-// What a command of the console tool is made of. A new command is a file that defines one of these, and its name in the
-// table of patientdb.cpp.
+// A command of the console tool. A new command is a source that defines one of these, and its name in the table of
+// patientdb.cpp.
 #pragma once
 
 #include <span>

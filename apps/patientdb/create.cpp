@@ -21,7 +21,7 @@ constexpr console::Option create_options[] = {
     console::help_option,
 };
 
-/// Where a new patient's targets start, as the wizard presets them.
+/// The targets of a new patient, as the wizard presets them.
 database::SettingsRecord initial_settings() {
   database::SettingsRecord settings;
   settings.BGHypo = 50;
@@ -37,7 +37,7 @@ database::SettingsRecord initial_settings() {
 
 void create_empty(const database::Environment& environment, const std::string& path) {
   database::NewFile file(environment, path, environment.password);
-  // The engine writes the file with the first change.
+  // The engine writes the file only with the first change.
   engine::Transaction change(file.database());
   file.database().execute("CREATE TABLE first_change (id LONG)");
   file.database().execute("DROP TABLE first_change");

@@ -82,7 +82,7 @@ bool is_automation_installed() {
     try {
       return engine::open_automation_engine(identifier) != nullptr;
     } catch (const support::RuntimeError&) {
-      // Not this one.
+      // This class is not installed; try the next one.
     }
   }
   return false;

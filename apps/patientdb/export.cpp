@@ -103,7 +103,7 @@ int run_export(const console::Arguments& arguments, console::Console& console) {
   const console::Interrupt interrupt;
   console::ProgressLine progress(console, &interrupt);
   OpenDatabase open = open_database(arguments, console, Access::ReadOnly);
-  // All tables are those of one moment.
+  // The transaction makes all tables belong to the same moment.
   open.database->begin_transaction();
   const auto source = jet_import::engine_source(std::move(open.engine), std::move(open.database));
   const transfer::ExportReport report = transfer::export_tables(*source, folder, choices, &progress);

@@ -70,7 +70,7 @@ database::PatientRecord patient_of(const Call& call) {
   return patient;
 }
 
-/// Raises 3163 where the index has no room for it.
+/// Raises 3163 if the text is too long for the field of the index.
 void require_room(engine::TableDef& table, std::string_view field, const std::string& text) {
   const auto size = static_cast<std::size_t>(table.fields().item(field)->size());
   if (support::character_count(text) <= size) return;
@@ -78,7 +78,7 @@ void require_room(engine::TableDef& table, std::string_view field, const std::st
                               fmt::format("{} takes at most {} characters.", field, size));
 }
 
-/// What is wrong with the row is told before it, the devices or a patient's file are touched.
+/// Reports what is wrong with the row before the row, the devices or a patient's file are touched.
 void check_row(const Call& call, const database::PatientRecord& patient, bool may_add) {
   const OpenDatabase open = open_database(call.arguments, call.console, Access::ReadWrite);
   const auto row = open.database->open_forward_only(fmt::format("SELECT id FROM index WHERE id={}", patient.index_id));
@@ -104,7 +104,7 @@ void tell_upgrade(const Call& call, const std::string& file, const database::Ind
                    << ", copy in " << outcome.upgrade->copy << '\n';
 }
 
-/// `may_add`: the patient need not have a row yet.
+/// `may_add`: the patient may lack a row so far.
 int process(Call& call, std::int16_t action, const std::string& file, bool may_add) {
   database::PatientRecord patient = patient_of(call);
   check_row(call, patient, may_add);

@@ -19,12 +19,12 @@ struct Line {
   engine::Value value;
 };
 
-/// A version as it is stored: one that cannot be read is not the current one.
+/// A version as stored; Null if the row has no such column, because it must not be shown as the current version.
 engine::Value version(const engine::Recordset& row, std::string_view column) {
   return database::has_column(row, column) ? row.value(column) : engine::Value(engine::Null{});
 }
 
-/// The record under its field names, but for the password, which is never shown.
+/// The record under its field names, without the password, which is never shown.
 std::vector<Line> lines_of(const engine::Recordset& row, const database::VersionRecord& record) {
   return {
       {"MajVersion", version(row, "MajVersion")},

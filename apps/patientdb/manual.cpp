@@ -12,7 +12,7 @@ constexpr Variable known_variables[] = {
     {"PATIENTDB_SOURCE_PASSWORD", "The password of the database that import reads, where it has another one."},
 };
 
-/// Text of a line that groff takes as it is.
+/// The text of a line, escaped so that groff shows it unchanged.
 std::string for_groff(std::string_view text) {
   std::string escaped;
   if (text.starts_with('.') || text.starts_with('\'')) escaped = "\\&";
@@ -27,7 +27,7 @@ std::string for_groff(std::string_view text) {
   return escaped;
 }
 
-/// Lines that follow each other are one paragraph; an empty one ends it.
+/// Consecutive lines are one paragraph; an empty line ends it.
 void write_paragraphs(std::ostream& out, std::string_view text) {
   while (!text.empty()) {
     const std::string_view line = text.substr(0, text.find('\n'));

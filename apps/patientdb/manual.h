@@ -1,4 +1,4 @@
-// The manual page and the completion of the shells, from the rows that --help is made from.
+// The manual page and the shells' completion scripts, made from the rows that --help prints.
 #pragma once
 
 #include <ostream>
@@ -17,19 +17,19 @@ struct Described {
   std::vector<console::Option> options;
 };
 
-/// The environment variables that the commands heed.
+/// The environment variables that the commands read.
 struct Variable {
   std::string_view name, help;
 };
 std::span<const Variable> variables();
 
-/// Beside those of every program.
+/// The exit code that this program has in addition to those of every program.
 inline constexpr console::ExitCode own_exit_code{console::exit_unknown,
                                                  "check could not open a file: nothing is known of it"};
 
 /// A page for groff's "man" macros.
 void write_manual(std::ostream& out, std::span<const Described> commands);
-/// A script that the shell reads: commands, their options, and the choices of an option that has a few.
+/// A script for the shell: the commands, their options, and the values of options that have only a few.
 void write_bash_completion(std::ostream& out, std::span<const Described> commands);
 void write_powershell_completion(std::ostream& out, std::span<const Described> commands);
 

@@ -43,7 +43,8 @@ std::string new_password(const console::Arguments& arguments, const console::Con
   return asked_for(console);
 }
 
-/// Unlike that of a new database it is never empty: an unset variable of a script must not lay a file open.
+/// A changed password, unlike a new database's, may not be empty: an unset variable in a script must not decrypt a
+/// file.
 void check_given_password(std::string_view word) {
   if (word.empty() || word.find('\0') != std::string_view::npos) {
     throw console::UsageError("The new password is empty, or holds a NUL; nothing was changed.");
@@ -56,13 +57,13 @@ void change_password(engine::Database& database, const std::string& old_word, co
   try {
     database.new_password(old_word, new_word);
   } catch (const support::RuntimeError& error) {
-    // The file has opened: where the password is the wrong one, there is none.
+    // The file opened, so a wrong password can only mean that the file has none.
     if (error.number() != wrong_password || old_word.empty()) throw;
     database.new_password("", new_word);
   }
 }
 
-/// The file's own record of its password, where its layout has one: the word and a blank, as at the creation.
+/// Updates the file's own record of its password, if its layout has one: the word and a blank, as at the creation.
 void record_password(engine::Database& database, const std::string& word) {
   const auto row = database.open_recordset("SELECT * FROM db_info");
   if (row->eof()) return;
@@ -74,7 +75,7 @@ void record_password(engine::Database& database, const std::string& word) {
   }
 }
 
-/// The password is changed, whatever becomes of its record.
+/// The password itself is changed already; a failure here only leaves the old record.
 void try_to_record_password(engine::Database& database, const std::string& word, console::Console& console) {
   try {
     record_password(database, word);
@@ -104,7 +105,7 @@ int run_password(const console::Arguments& arguments, console::Console& console)
   database::Environment environment;
   environment.open_engine = engine_of(arguments);
   const auto engine = database::create_engine(environment, false);
-  // Opened first, so that nobody types a new password for a file that the old one does not open.
+  // The file is opened first, so that nobody types a new password for a file that the old one does not open.
   const auto database = engine->open_database(database_path(file), true, false, database::connect_text(old_word));
   const std::string new_word = new_password(arguments, console);
   check_given_password(new_word);

@@ -24,7 +24,7 @@ namespace {
                             "\".");
 }
 
-/// Digits only, in groups of these lengths joined by the separator.
+/// The numbers of a text that consists of groups of digits with these lengths, joined by the separator.
 std::optional<std::vector<int>> digit_groups(std::string_view text, char separator, std::vector<std::size_t> lengths) {
   std::vector<int> numbers;
   for (std::size_t i = 0; i < lengths.size(); ++i) {
@@ -57,7 +57,7 @@ std::optional<engine::Date> day_argument(const console::Arguments& arguments, st
   const auto parts = digit_groups(*text, '-', {4, 2, 2});
   if (!parts) refuse(option, *text, "a day as YYYY-MM-DD");
   const engine::Date day = engine::date_from((*parts)[0], (*parts)[1], (*parts)[2]);
-  // A day that no calendar has comes back as another one.
+  // A day that does not exist, such as February 30, comes back as another one.
   if (engine::iso_text(day).substr(0, 10) != *text) refuse(option, *text, "a day of the calendar as YYYY-MM-DD");
   return day;
 }

@@ -21,7 +21,7 @@ inline constexpr console::Option diabetes_type_option{"--diabetes-type", "T",
 inline constexpr console::Option therapy_option{
     "--therapy", "T", "1 conventional, 2 intensified, 3 pump, 4 insulin and tablets, 5 without insulin."};
 
-/// What these options say of the patient; nothing else is set. Raises UsageError for a number out of its range.
+/// The patient as these options describe them; nothing else is set. Raises UsageError for a number out of its range.
 database::PatientRecord patient_argument(const console::Arguments& arguments);
 
 inline constexpr console::Option from_option{"--from", "D", "First day, YYYY-MM-DD."};
@@ -31,19 +31,19 @@ inline constexpr console::Option time_until_option{"--time-until", "T", "Latest 
 inline constexpr console::Option weekdays_option{"--weekdays", "LIST",
                                                  "Weekday numbers 1 (Sunday) to 7 (Saturday), comma-separated."};
 
-/// The option as a day, "YYYY-MM-DD"; nothing where it is not given. Raises UsageError for any other text, as all
-/// below do.
+/// The option as a day, "YYYY-MM-DD"; nothing if it is not given. Like the functions below, it raises UsageError for
+/// any other text.
 std::optional<engine::Date> day_argument(const console::Arguments& arguments, std::string_view option);
 
 /// The option as a time of day, "HH:MM" or "HH:MM:SS".
 std::optional<engine::Date> time_argument(const console::Arguments& arguments, std::string_view option);
 
-/// A pair of options that are given together or not at all. Days stand in order; times may cross midnight.
+/// Two options that are given together or not at all. Days must be in order; times may cross midnight.
 using Range = std::optional<std::pair<engine::Date, engine::Date>>;
 Range day_range(const console::Arguments& arguments, std::string_view from, std::string_view until);
 Range time_range(const console::Arguments& arguments, std::string_view from, std::string_view until);
 
-/// Weekday numbers, comma-separated, 1 Sunday to 7 Saturday; empty where the option is not given.
+/// Weekday numbers, separated by commas, 1 Sunday to 7 Saturday; empty if the option is not given.
 std::string weekdays_argument(const console::Arguments& arguments, std::string_view option);
 
 inline constexpr std::string_view pump_period_usage =
@@ -56,8 +56,8 @@ inline constexpr console::Option pump_period_options[] = {from_option,          
 inline constexpr std::string_view pump_period_details =
     "An until time before the from time crosses midnight: from 22:00 until 06:00 of one day ends on the next.";
 
-/// The period of the arguments, with times only where one is given: the other one is then the day's first or last
-/// second. Raises UsageError where the days are missing.
+/// The period that the arguments name. It has times only if one is given; the other one is then the day's first or last
+/// second. Raises UsageError if the days are missing.
 database::PumpPeriod pump_period(const console::Arguments& arguments);
 
 }  // namespace patientdb

@@ -39,7 +39,7 @@ void write_help(std::ostream& out) {
       << common_help();
 }
 
-/// The command's own ones and those that all have.
+/// The command's own options and those that all commands have.
 std::vector<console::Option> options_of(const Command& command) {
   std::vector<console::Option> options(command.options.begin(), command.options.end());
   options.insert(options.end() - 1, {engine_option, console::journal_option});
@@ -66,7 +66,8 @@ int write_completion(std::span<const std::string> shell, console::Console& conso
   return console::exit_done;
 }
 
-/// What is asked of the program itself; nothing where the word is none of these.
+/// Answers what is asked of the program itself (help, version) and returns the exit code; nothing if the words are none
+/// of that.
 std::optional<int> answer_of_program(std::span<const std::string> words, console::Console& console) {
   const std::string& word = words.front();
   if (word == "--completion") return write_completion(words.subspan(1), console);
@@ -102,7 +103,7 @@ int run_command(const Command& command, std::span<const std::string> words, cons
       return console::exit_done;
     }
     const console::Arguments arguments(options_of(command), words);
-    engine_of(arguments);  // a wrong name is told by every command
+    engine_of(arguments);  // every command refuses a wrong name
     const auto shared = engine::share_automation_objects();
     const auto journal = open_journal(arguments, console);
     return command.run(arguments, console);

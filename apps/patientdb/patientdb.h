@@ -1,4 +1,4 @@
-// The console tool over patient databases: one command a file, listed in one table.
+// The console tool for patient databases. Each command has a source of its own; one table lists them.
 #pragma once
 
 #include <string>
@@ -8,7 +8,7 @@
 
 namespace patientdb {
 
-/// Runs one command, arguments without the program's name, and returns the exit code.
+/// Runs one command and returns the exit code. `arguments` does not hold the program's name.
 int run(const std::vector<std::string>& arguments, console::Console& console);
 
 }  // namespace patientdb

@@ -39,7 +39,7 @@ void write_indexes(std::ostream& out, engine::Indexes& indexes) {
     for (std::int32_t j = 0; j < index->fields().count(); ++j) {
       out << (j > 0 ? ", " : "") << console::one_line(index->fields().item(j)->name());
     }
-    // A primary index is required anyway.
+    // A primary index is always required, so that is not said again.
     out << ')' << (index->primary() ? " primary" : "") << (index->unique() ? " unique" : "")
         << (index->required() && !index->primary() ? " required" : "") << (index->ignore_nulls() ? " ignores Null" : "")
         << '\n';

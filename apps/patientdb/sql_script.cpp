@@ -9,8 +9,9 @@ namespace {
 
 constexpr std::string_view blanks = " \t\r\n";
 
-/// Where the quoted text that begins at `start` ends (after its closing quote, or the end of the text); `start` itself
-/// where none begins. A doubled quote inside is one text ended and the next begun, which comes to the same.
+/// The position behind the quoted text that begins at `start`, or the end of the script; `start` itself if no quoted
+/// text begins there. A doubled quote inside counts as the end of one text and the start of the next, with the same
+/// result.
 std::size_t quoted_end(std::string_view text, std::size_t start) {
   const char opening = text[start];
   if (opening != '\'' && opening != '"' && opening != '[') return start;
@@ -35,7 +36,7 @@ bool begins_with_parameters(std::string_view statement) {
          (statement.size() == word.size() || !is_word_character(statement[word.size()]));
 }
 
-/// Where the statement goes on behind its first ";"; its end where it has none.
+/// The position behind the statement's first ";"; its end if it has none.
 std::size_t parameters_end(std::string_view statement) {
   std::size_t i = 0;
   while (i < statement.size() && statement[i] != ';') i = std::max(quoted_end(statement, i), i + 1);
@@ -64,7 +65,8 @@ class ScriptSplitter {
   }
 
  private:
-  /// Behind the clause PARAMETERS, which is none without the statement that follows its ";".
+  /// True right behind a clause PARAMETERS. That clause is no statement of its own: it belongs to the statement behind
+  /// its ";".
   bool declares_only() const {
     return begins_with_parameters(current_.text) && parameters_end(current_.text) == current_.text.size();
   }

@@ -1,5 +1,5 @@
-// The surroundings that the console tool gives the database procedures, and the question before pump data are
-// converted: --yes or --no answers it, else the user at the terminal.
+// The environment in which the console tool calls the database procedures, and the question that is asked before pump
+// data are converted: --yes or --no answers it, else the user at the terminal.
 #pragma once
 
 #include <functional>
@@ -14,8 +14,8 @@
 
 namespace patientdb {
 
-/// Password and engine by the arguments, German texts from beside the program where they lie there. Questions are not
-/// asked.
+/// Password and engine come from the arguments, the German texts from the program's folder if they are there. Questions
+/// are not asked.
 class ToolEnvironment {
  public:
   ToolEnvironment(const console::Arguments& arguments, const console::Console& console);
@@ -27,7 +27,7 @@ class ToolEnvironment {
   database::Environment environment_;
 };
 
-/// Turns statements that a database procedure passed over into lines on standard error while it lives.
+/// While this object lives, each step that a database procedure passes over becomes a line on standard error.
 class SkippedStepLines {
  public:
   explicit SkippedStepLines(std::ostream& err);
@@ -43,11 +43,11 @@ inline constexpr console::Option no_option{"--no", "", "Leave pump data as they 
 
 class PumpQuestion {
  public:
-  /// Raises UsageError for both answers at once. `before_asking` clears the line that the question is to stand on.
+  /// Raises UsageError if both answers are given. `before_asking` clears the line on which the question will stand.
   PumpQuestion(const console::Arguments& arguments, console::Console& console, std::function<void()> before_asking);
 
-  /// For an environment that this outlives. Raises 3059 where nobody answers: going on as if the question had been
-  /// declined would never ask it again.
+  /// For an environment that this object outlives. Raises 3059 if nobody answers: a declined question would never be
+  /// asked again.
   database::MessageBox message_box();
 
  private:

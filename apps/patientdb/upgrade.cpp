@@ -41,14 +41,14 @@ constexpr console::Option upgrade_options[] = {
 struct Outcome {
   std::string file;
   std::string_view state;  ///< "upgraded", "current", "newer", "foreign", "failed"
-  std::string layout;      ///< before
-  std::string copy;        ///< its name; empty where there is none
+  std::string layout;      ///< before the upgrade
+  std::string copy;        ///< the copy's name; empty if there is none
   std::optional<support::RuntimeError> error;
-  std::vector<std::string> notes;  ///< what was left behind
+  std::vector<std::string> notes;  ///< what the upgrade left behind
   bool good() const { return state == "upgraded" || state == "current"; }
 };
 
-/// The layout that every upgrade leads to.
+/// The layout that every upgrade ends with.
 std::string current_layout() { return database::layout_text({}); }
 
 class Upgrader {
@@ -63,7 +63,7 @@ class Upgrader {
     environment_.get().message_box = question_.message_box();
   }
 
-  /// True once Ctrl+C has been pressed: no further file is begun.
+  /// True after Ctrl+C: no further file is begun.
   bool interrupted() const { return progress_.interrupted(); }
 
   Outcome upgrade(const std::string& file) {

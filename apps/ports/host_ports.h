@@ -7,9 +7,9 @@
 
 namespace apps {
 
-/// Ports over this machine. `own_folder` is the folder of the installation that the wizard takes for its own,
-/// `program_folder` the one that the program lies in (Windows paths, with their trailing backslash): text tables are
-/// looked for in the folder "texts" of both. Registry and user must outlive the ports.
+/// The ports on this machine. `own_folder` is the folder of the installation that the wizard configures,
+/// `program_folder` the folder of the program's file (Windows paths with their trailing backslash). Both are searched
+/// for text tables in their folder "texts". Registry and user must outlive the ports.
 wizard::Ports host_ports(support::Registry& registry, wizard::UserPort& user, const std::string& own_folder,
                          const std::string& program_folder);
 

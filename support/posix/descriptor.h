@@ -25,7 +25,7 @@ class Descriptor {
   int descriptor_;
 };
 
-/// False where not all of it could be written; errno tells why.
+/// False if not everything could be written; errno has the reason.
 inline bool write_all(int descriptor, std::string_view content) {
   while (!content.empty()) {
     const ssize_t written = write(descriptor, content.data(), content.size());

@@ -19,7 +19,7 @@
 namespace support {
 namespace {
 
-// Below a device no file can be, so a path that must not exist is put there.
+// No file can be below a device, so this is where a path is put that must not exist.
 constexpr std::string_view nowhere = "/dev/null/";
 
 bool status_of(const std::string& path, struct stat& status) { return stat(path.c_str(), &status) == 0; }
@@ -28,7 +28,8 @@ bool is_letter(char character) {
   return (character >= 'A' && character <= 'Z') || (character >= 'a' && character <= 'z');
 }
 
-/// Calls `visit(name)` for each entry of a folder but "." and "..", in any order; for none where it cannot be read.
+/// Calls `visit(name)` for each entry of a folder except "." and "..", in any order. If the folder cannot be read, it
+/// calls nothing.
 template <typename Visit>
 void each_name(const std::string& folder, Visit&& visit) {
   const std::unique_ptr<DIR, int (*)(DIR*)> directory(opendir(folder.empty() ? "." : folder.c_str()), closedir);
@@ -39,8 +40,8 @@ void each_name(const std::string& folder, Visit&& visit) {
   }
 }
 
-/// The name of the folder's entry that is meant: the exact one, else the first in order that differs in case only, else
-/// as it is.
+/// The name of the entry that is meant: the exact one, else the first in sorting order that differs only in case, else
+/// the given name.
 std::string real_name(const std::string& folder, const std::string& name) {
   struct stat status {};
   if (lstat((folder + name).c_str(), &status) == 0) return name;
@@ -74,7 +75,7 @@ bool create_folder_at(std::string path) {
   return mkdir(path.c_str(), 0700) == 0 || errno == EEXIST;
 }
 
-/// The folder itself, or the nearest one above it that is there; "." for the empty path.
+/// The folder itself or the nearest existing one above it; "." for the empty path.
 std::string existing_folder(std::string path) {
   struct stat status {};
   while (!path.empty() && !status_of(path, status)) {
@@ -148,11 +149,11 @@ bool PosixFileSystem::remove(std::string_view path) { return unlink(host_path(pa
 bool PosixFileSystem::can_create_in(std::string_view folder) const {
   const std::string existing = existing_folder(host_path(folder));
   struct stat status {};
-  // Whether root may write tells the mount, not the mode.
+  // The write bits do not bind root; only a read-only mount does, and access() tells of it.
   return status_of(existing, status) && S_ISDIR(status.st_mode) && access(existing.c_str(), W_OK | X_OK) == 0;
 }
 
-/// A file's write protection binds its owner and root here too, as it does where files are replaced.
+/// Here, too, a file's write protection binds its owner and root, as it does when files are replaced.
 bool PosixFileSystem::can_write(std::string_view path) const {
   const std::string host = host_path(path);
   struct stat status {};
@@ -177,7 +178,7 @@ std::string PosixFileSystem::host_path(std::string_view path) const {
   return with_real_names(slashed);
 }
 
-/// "." and ".." are resolved as the text says: a stored path is read by people and compared by programs.
+/// "." and ".." are resolved in the text alone, because people read a stored path and programs compare it.
 std::string PosixFileSystem::windows_path(std::string_view host_path) const {
   std::error_code ignored;
   std::string path = (std::filesystem::current_path(ignored) / host_path).lexically_normal().string();

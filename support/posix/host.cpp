@@ -10,7 +10,7 @@ namespace support {
 
 namespace {
 
-/// The user's own hive. Its folder is made, so that it can be written.
+/// The path of the user's own hive. Its folder is created, so that the hive can be written.
 std::string user_hive_path() {
   const char* const configuration = std::getenv("XDG_CONFIG_HOME");
   const char* const home = std::getenv("HOME");

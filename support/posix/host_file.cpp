@@ -28,26 +28,27 @@ constexpr std::chrono::seconds longest_wait{5};
   throw RuntimeError(error_number::path_file_access, "Cannot write " + path + ": " + std::strerror(errno));
 }
 
-/// The file that a path means once links are followed; the path itself where there is no file.
+/// The file that a path means once links are followed; the path itself if there is no file.
 std::string link_target(const std::string& path) {
   std::array<char, PATH_MAX> buffer{};
   return realpath(path.c_str(), buffer.data()) != nullptr ? std::string(buffer.data()) : path;
 }
 
-/// "." for a name without a folder.
+/// The path's folder; "." for a name without one.
 std::string folder_of(const std::string& path) {
   const auto slash = path.rfind('/');
   if (slash == std::string::npos) return ".";
   return slash == 0 ? "/" : path.substr(0, slash);
 }
 
-/// A file's new name is on the disk only when its folder is. What cannot be synced is left to the system.
+/// A file's new name is on the disk only when its folder is. If the folder cannot be synced, the system writes it
+/// later.
 void sync_folder_of(const std::string& path) {
   const Descriptor folder(open(folder_of(path).c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
   if (folder) fsync(folder.get());
 }
 
-/// Access rights and owner of the file that is to be replaced; the owner only as far as we may.
+/// Gives the new file the access rights and the owner of the file that it will replace; the owner only if we may.
 bool take_over_rights(int descriptor, const std::string& path) {
   struct stat existing {};
   if (stat(path.c_str(), &existing) != 0) return errno == ENOENT;
@@ -55,7 +56,8 @@ bool take_over_rights(int descriptor, const std::string& path) {
   return fchmod(descriptor, existing.st_mode & 07777U) == 0;
 }
 
-/// Replacing would get round a file's write protection, which binds its owner (and root) here too.
+/// Replacing a file would bypass its write protection. Therefore the protection binds the file's owner and root here,
+/// too.
 bool is_write_protected(const std::string& path) {
   struct stat existing {};
   if (stat(path.c_str(), &existing) != 0) return false;
@@ -66,12 +68,13 @@ bool is_write_protected(const std::string& path) {
 
 bool try_lock(int descriptor) { return flock(descriptor, LOCK_EX | LOCK_NB) == 0; }
 
-/// For file systems that cannot rename without replacing: a second name, then the first one goes.
+/// For file systems that cannot rename without replacing: the file gets a second name, then loses its first one.
 bool link_and_unlink(const std::string& source, const std::string& target) {
   return link(source.c_str(), target.c_str()) == 0 && unlink(source.c_str()) == 0;
 }
 
-/// As of a file that is open: closing it again would take the locks away that this process holds on it.
+/// The same by path, for a file that this process has open: opening and closing it again would release the locks that
+/// this process holds on it.
 bool take_over_rights(const std::string& path, const std::string& model) {
   struct stat existing {};
   if (stat(model.c_str(), &existing) != 0) return errno == ENOENT;
@@ -79,7 +82,7 @@ bool take_over_rights(const std::string& path, const std::string& model) {
   return chmod(path.c_str(), existing.st_mode & 07777U) == 0;
 }
 
-/// A lock of the record kind, as SQLite holds them.
+/// False only if it is certain that nobody holds a record lock, as SQLite uses them, on the file.
 bool has_record_lock(int descriptor) {
   struct flock lock {};
   lock.l_type = F_WRLCK;
@@ -90,7 +93,7 @@ bool has_record_lock(int descriptor) {
 }  // namespace
 
 std::optional<std::string> read_host_file(const std::string& path, std::uint64_t limit) {
-  // O_NONBLOCK: a pipe without a writer must not stop us.
+  // O_NONBLOCK: a pipe without a writer would block us.
   const Descriptor descriptor(open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK));
   struct stat status {};
   if (!descriptor || fstat(descriptor.get(), &status) != 0 || !S_ISREG(status.st_mode)) return std::nullopt;
@@ -117,7 +120,7 @@ void replace_host_file(const std::string& path, std::string_view content) {
   std::string temporary = target + std::string(replacement_mark) + "XXXXXX";
   const Descriptor descriptor(mkostemp(temporary.data(), O_CLOEXEC));
   if (!descriptor) fail(path);
-  // Held as long as we live: who finds the file tells by it whether we do.
+  // Held while this function runs: who finds the file sees by the lock that its writer is alive.
   try_lock(descriptor.get());
   const bool replaced = take_over_rights(descriptor.get(), target) && write_all(descriptor.get(), content) &&
                         fsync(descriptor.get()) == 0 && std::rename(temporary.c_str(), target.c_str()) == 0;
@@ -180,7 +183,7 @@ class HostFileLock::Held {
   Descriptor descriptor_;
 };
 
-// The folder is what is locked: the file itself is another one after each replacement.
+// The folder is locked, because each replacement makes the file a different one.
 HostFileLock::HostFileLock(const std::string& path) : held_(std::make_unique<Held>(folder_of(link_target(path)))) {
   const auto end = std::chrono::steady_clock::now() + longest_wait;
   while (held_->descriptor() && !try_lock(held_->descriptor().get())) {
@@ -195,7 +198,7 @@ HostFileLock::HostFileLock(const std::string& path) : held_(std::make_unique<Hel
 
 HostFileLock::~HostFileLock() = default;
 
-// Network file systems of this kind of system ask the server anew whenever a file is opened.
+// Network file systems on POSIX ask the server again whenever a file is opened.
 bool is_on_other_computer(const std::string&) { return false; }
 
 bool is_host_file_unused(const std::string& path) {

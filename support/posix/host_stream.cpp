@@ -14,7 +14,7 @@ namespace support {
 
 namespace {
 
-/// Who finds the folder tells by it whether its owner lives.
+/// The lock shows everybody who finds the folder that its owner is alive.
 bool lock_folder(const Descriptor& folder) { return folder && flock(folder.get(), LOCK_EX | LOCK_NB) == 0; }
 
 int open_folder(const std::string& path) { return open(path.c_str(), O_RDONLY | O_DIRECTORY | O_NOFOLLOW | O_CLOEXEC); }
@@ -47,7 +47,7 @@ struct HostFileReader::Handle {
 };
 
 HostFileReader::HostFileReader(const std::string& path) {
-  // O_NONBLOCK: a pipe without a writer must not stop us.
+  // O_NONBLOCK: a pipe without a writer would block us.
   auto handle = std::make_unique<Handle>(open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK));
   struct stat status {};
   const bool regular = handle->descriptor && fstat(handle->descriptor.get(), &status) == 0 && S_ISREG(status.st_mode);
@@ -72,7 +72,7 @@ struct NewHostFolder::Handle {
 NewHostFolder::NewHostFolder(std::string path) : path_(std::move(path)) {
   if (mkdir(path_.c_str(), S_IRWXU) != 0) return;
   handle_ = std::make_unique<Handle>(open_folder(path_));
-  // A file system without locks has none to give.
+  // A file system without locks gives none; the folder is then used without one.
   static_cast<void>(lock_folder(handle_->descriptor));
 }
 

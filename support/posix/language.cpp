@@ -2,7 +2,7 @@
 
 namespace support {
 
-// Components are registered on Windows only; here every class name is a text table.
+// Only Windows has registered components; here every class name means a text table.
 std::unique_ptr<LanguageComponent> create_installed_language(std::string_view /*class_name*/) { return nullptr; }
 
 }  // namespace support

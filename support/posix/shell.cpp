@@ -22,7 +22,7 @@ namespace support {
 
 namespace {
 
-// Names that the kernel's headers do not carry.
+// Magic numbers of file systems that the kernel's headers do not define.
 constexpr unsigned long cifs_magic = 0xFF534D42;
 constexpr unsigned long smb2_magic = 0xFE534D42;
 
@@ -39,7 +39,7 @@ std::string trash_folder() {
   return std::string(home != nullptr ? home : "") + "/.local/share/Trash";
 }
 
-/// A path as the trash notes it: bytes outside the plain letters in the form %XX.
+/// A path as the trash writes it: every byte but plain letters in the form %XX.
 std::string percent_encoded(std::string_view path) {
   constexpr std::string_view plain_characters = "ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz0123456789-._~/";
   std::string encoded;
@@ -62,7 +62,7 @@ std::string local_time_text() {
   return text.data();
 }
 
-/// Takes a free name in the trash by creating its note; empty where that fails.
+/// Takes a free name in the trash by creating its note; empty if that fails.
 std::string reserve_trash_name(const std::string& trash, const std::string& name, const std::string& note) {
   constexpr int most_attempts = 10000;
   for (int attempt = 1; attempt <= most_attempts; ++attempt) {
@@ -79,7 +79,7 @@ std::string reserve_trash_name(const std::string& trash, const std::string& name
   return {};
 }
 
-/// Moves a file to a name that is free. Across file systems the copy is complete on disk before the file goes.
+/// Moves a file to a free name. Between two file systems, the copy is complete on the disk before the file is removed.
 bool move_file(const std::string& source, const std::string& target) {
   constexpr std::uint64_t most_copied = std::uint64_t{64} << 20U;
   if (std::rename(source.c_str(), target.c_str()) == 0) return true;
@@ -106,7 +106,7 @@ bool move_to_trash(const std::string& trash, const std::string& host_folder, con
 
 }  // namespace
 
-// This desktop's trash neither asks nor shows progress.
+// The trash of these desktops neither asks nor shows progress.
 std::vector<std::string> recycle(std::string_view folder, std::string_view pattern, const RecycleDisplay&) {
   FileSystem& files = host_file_system();
   std::vector<std::string> moved = files.files(folder, pattern);
@@ -128,7 +128,7 @@ bool open_file(std::string_view path) {
   if (!host_file_exists(file)) return false;
   const std::array<char*, 3> arguments = {program.data(), file.data(), nullptr};
   pid_t process = 0;
-  // The program may run as long as it likes; the system takes its result when we end.
+  // The program may go on running; when this process ends, the system takes over the program's result.
   return posix_spawnp(&process, program.c_str(), nullptr, nullptr, arguments.data(), environ) == 0;
 }
 

@@ -30,7 +30,7 @@ constexpr CallError call_errors[] = {
 
 constexpr int automation_error = 440;
 
-/// What a failing object tells of its failure; frees the texts.
+/// What a failing object says about its failure; frees the texts.
 class ExceptionInfo {
  public:
   ExceptionInfo() = default;
@@ -55,7 +55,7 @@ class ExceptionInfo {
  private:
   int number() const noexcept {
     if (info_.wCode != 0) return info_.wCode;
-    // A component's own number is the code of a result of its facility.
+    // A component's own number is the code of a result in the facility "control".
     return HRESULT_FACILITY(info_.scode) == FACILITY_CONTROL ? HRESULT_CODE(info_.scode) : automation_error;
   }
 
@@ -65,7 +65,7 @@ class ExceptionInfo {
 [[noreturn]] void raise_call_error(HRESULT outcome) {
   const auto* found = std::ranges::find(call_errors, outcome, &CallError::outcome);
   if (found != std::end(call_errors)) throw RuntimeError(found->number, found->text);
-  // A component may return its number instead of telling of it.
+  // A component may return its number as the result instead of filling in the exception.
   if (HRESULT_FACILITY(outcome) == FACILITY_CONTROL) throw RuntimeError(HRESULT_CODE(outcome), "Automation error");
   throw RuntimeError(automation_error, "Automation error");
 }

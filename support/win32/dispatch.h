@@ -1,5 +1,5 @@
-// Automation objects, called late bound: by the names of their members, which are looked up once for each kind of
-// object.
+// Automation objects, called late bound: by the names of their members. The number of a name is looked up once for each
+// kind of object.
 #pragma once
 
 #include <windows.h>
@@ -19,13 +19,13 @@
 
 namespace support {
 
-/// Looks the class's name up in the registry, which takes a fraction of the time of an attempt to create an object.
+/// True if the registry has the class's name. This takes a fraction of the time of an attempt to create an object.
 bool is_registered(std::string_view class_name);
 
-/// 429, for a class that is not registered or cannot be created.
+/// Raises 429, for a class that is not registered or cannot be created.
 [[noreturn]] void raise_not_installed(std::string_view class_name);
 
-/// Automation on this thread, as long as this lives: it must outlive every object.
+/// Automation on this thread, for as long as this object lives. It must outlive every automation object.
 class Apartment {
  public:
   Apartment() noexcept : entered_(SUCCEEDED(CoInitializeEx(nullptr, COINIT_APARTMENTTHREADED))) {}
@@ -39,12 +39,12 @@ class Apartment {
   bool entered_;
 };
 
-/// Numbers of members by name, for objects of one kind.
+/// Member numbers by name, for objects of one kind.
 using MemberNumbers = std::map<std::wstring, DISPID, std::less<>>;
 
-/// A reference to an object, released with it. A failing call raises RuntimeError: with the number and description that
-/// the object gave, 438 for a member that it does not have, 13 and 6 for arguments that it does not take, 450 for a
-/// wrong count of them, 440 where it tells no number.
+/// A reference to an object; its destructor releases the object. A failing call raises RuntimeError with the number and
+/// description that the object gave. Otherwise it raises 438 for a member that the object does not have, 13 or 6 for
+/// arguments that it does not take, 450 for a wrong number of arguments, and 440 if the object gives no number.
 class DispatchObject {
  public:
   DispatchObject() noexcept = default;
@@ -59,7 +59,7 @@ class DispatchObject {
   }
   ~DispatchObject() = default;
 
-  /// A new object by its class's name. Raises 429 where the class is not registered or cannot be created.
+  /// Makes a new object of a class by name. Raises 429 if the class is not registered or cannot be created.
   static DispatchObject create(std::string_view class_name, std::shared_ptr<MemberNumbers> numbers);
 
   IDispatch* get() const noexcept { return object_.get(); }
@@ -68,10 +68,10 @@ class DispatchObject {
   /// Raises 438 where the object has no such member.
   void require(std::wstring_view member) const { number_of(member); }
 
-  /// Reads a property or calls a method: late-bound callers do not know which it is.
+  /// Reads a property or calls a method; late-bound callers cannot know which of both it is.
   template <typename... Arguments>
   Variant call(std::wstring_view member, const Arguments&... arguments) const {
-    // The convention has the arguments in reverse.
+    // The calling convention wants the arguments in reverse order.
     constexpr std::size_t count = sizeof...(arguments);
     std::array<VARIANTARG, count + 1> values{arguments.get()...};
     std::reverse(values.begin(), values.begin() + count);
@@ -87,7 +87,7 @@ class DispatchObject {
   DISPID number_of(std::wstring_view member) const;
   Variant invoke(std::wstring_view member, int how, VARIANTARG* arguments, std::size_t count) const;
 
-  // The numbers may belong to what keeps the apartment: they are let go of after the object.
+  // Released after the object, because the owner of the numbers may also keep the apartment alive.
   std::shared_ptr<MemberNumbers> numbers_;
   std::unique_ptr<IDispatch, Release> object_;
 };

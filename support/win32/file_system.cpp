@@ -34,11 +34,11 @@ bool create_folder_at(std::wstring path) {
   return CreateDirectoryW(path.c_str(), nullptr) != 0 || folder_exists_at(path);
 }
 
-/// The folder itself, or the nearest one above it that is there.
+/// The folder itself or the nearest existing one above it.
 std::wstring existing_folder(std::wstring path) {
   if (path.empty()) return L".";
   while (true) {
-    // Behind a file's name a backslash hides the file.
+    // With a backslash behind its name, the system does not find a file.
     while (path.ends_with(L'\\') && path.size() > 3) path.pop_back();
     const auto slash = path.rfind(L'\\');
     const bool is_root = slash == std::wstring::npos || slash + 1 == path.size();
@@ -47,14 +47,14 @@ std::wstring existing_folder(std::wstring path) {
   }
 }
 
-/// Opens what is there with the rights and closes it again.
+/// True if the file or folder opens with these rights; it is closed at once.
 bool opens_with(const std::wstring& path, DWORD rights) {
   constexpr DWORD anybody = FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE;
   return static_cast<bool>(FileHandle(
       CreateFileW(path.c_str(), rights, anybody, nullptr, OPEN_EXISTING, FILE_FLAG_BACKUP_SEMANTICS, nullptr)));
 }
 
-/// A medium that takes nothing, whatever the rights say.
+/// True for a medium that cannot be written, whatever the access rights say.
 bool is_read_only_volume(const std::wstring& path) {
   std::wstring root(MAX_PATH, L'\0');
   DWORD flags = 0;
@@ -92,7 +92,7 @@ bool Win32FileSystem::folder_exists(std::string_view path) const { return folder
 
 bool Win32FileSystem::create_folder(std::string_view path) { return create_folder_at(wide_path(path)); }
 
-// The system's own patterns also match the short names that it keeps beside the long ones.
+// Our own matching is used, because the system's also matches the short names that it keeps beside the long ones.
 std::vector<std::string> Win32FileSystem::files(std::string_view folder, std::string_view pattern) const {
   std::vector<std::string> names;
   std::wstring search = wide_path(folder.empty() ? "." : folder);
@@ -128,7 +128,7 @@ bool Win32FileSystem::remove(std::string_view path) {
 
 bool Win32FileSystem::can_create_in(std::string_view folder) const {
   const std::wstring existing = existing_folder(wide_path(folder));
-  // The attribute for "read only" does not protect a folder.
+  // The attribute "read only" does not protect a folder.
   return folder_exists_at(existing) && opens_with(existing, FILE_ADD_FILE) && !is_read_only_volume(existing);
 }
 

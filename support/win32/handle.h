@@ -1,5 +1,5 @@
-// A file handle that closes itself, and patience with calls that fail because another program, a virus scanner or an
-// indexer, has the file open for a moment.
+// A file handle that closes itself, and retries for calls that fail because another program (a virus scanner, an
+// indexer) has the file open for a moment.
 #pragma once
 
 #include <windows.h>
@@ -27,7 +27,7 @@ class FileHandle {
   HANDLE handle_;
 };
 
-/// False where not all of it could be written.
+/// False if not everything could be written.
 inline bool write_all(HANDLE file, std::string_view content) {
   constexpr std::size_t block_size = std::size_t{1} << 20U;
   while (!content.empty()) {
@@ -39,8 +39,8 @@ inline bool write_all(HANDLE file, std::string_view content) {
   return true;
 }
 
-/// Calls until it gives true; ten times within a second and a half where the system says "access denied", "sharing
-/// violation" or "lock violation", else once. The last error is that of the last call.
+/// Calls until the call returns true: up to ten times within a second and a half if the system says "access denied",
+/// "sharing violation" or "lock violation", else once. The last error is that of the last call.
 template <typename Call>
 bool with_patience(Call call) {
   constexpr int most_calls = 10;

@@ -21,8 +21,8 @@ std::string locale_text(LCTYPE type) {
   return length > 0 ? narrow(buffer.data()) : std::string();
 }
 
-/// The separator where it is one ASCII character; otherwise what users type for the narrow blank or the apostrophe that
-/// newer versions of the system write.
+/// The separator if it is one ASCII character. Otherwise the character that users type for it: newer versions of the
+/// system write a narrow blank or a typographic apostrophe.
 char thousands_separator() {
   const std::string text = locale_text(LOCALE_STHOUSAND);
   if (text.size() == 1) return text.front();
@@ -30,7 +30,7 @@ char thousands_separator() {
   return text.empty() ? '\0' : ' ';
 }
 
-/// Takes `count` texts whose types follow each other.
+/// Reads `count` texts whose types are consecutive numbers.
 template <std::size_t count>
 void take_names(std::array<std::string, count>& names, LCTYPE first) {
   for (std::size_t i = 0; i < count; ++i) {
@@ -61,7 +61,7 @@ std::size_t locale_number(LCTYPE type) {
 }
 
 CurrencyPicture currency_picture() {
-  // By the numbers that the system gives its pictures.
+  // Indexed by the numbers that the system gives its pictures.
   constexpr std::array positive = {"cn", "nc", "c n", "n c"};
   constexpr std::array negative = {"(cn)", "-cn",  "c-n",  "cn-",  "(nc)", "-nc",  "n-c",   "nc-",
                                    "-n c", "-c n", "n c-", "c n-", "c -n", "n- c", "(c n)", "(n c)"};
@@ -98,7 +98,7 @@ UserLocale host_locale() {
   const std::string decimal_separator = locale_text(LOCALE_SDECIMAL);
   if (decimal_separator.size() == 1) locale.decimal_separator = decimal_separator.front();
   locale.thousands_separator = thousands_separator();
-  // Set by hand to the same character, only one of them can be meant.
+  // If the user has set both to the same character, only the decimal separator can be meant.
   if (locale.thousands_separator == locale.decimal_separator) locale.thousands_separator = '\0';
   const std::string short_date = locale_text(LOCALE_SSHORTDATE);
   const std::string long_time = locale_text(LOCALE_STIMEFORMAT);

@@ -33,7 +33,7 @@ bool is_read_only(const std::wstring& path) {
   return attributes != INVALID_FILE_ATTRIBUTES && (attributes & FILE_ATTRIBUTE_READONLY) != 0;
 }
 
-/// Access rights and attributes, as far as we may.
+/// Takes over the model's access rights and attributes, as far as we may.
 void take_over_rights(const std::wstring& path, const std::wstring& model) {
   DWORD size = 0;
   GetFileSecurityW(model.c_str(), DACL_SECURITY_INFORMATION, nullptr, 0, &size);
@@ -147,7 +147,7 @@ std::uint64_t host_file_names(const std::string& path) {
 void replace_with_host_file(const std::string& source, const std::string& target,
                             const std::function<bool()>& may_replace) {
   SystemCalls calls{may_replace};
-  // Replacing would get round a file's write protection.
+  // Replacing a file would bypass its write protection.
   if (is_read_only(wide_path(target))) {
     calls.remove(source);
     fail(target, ERROR_ACCESS_DENIED);
@@ -174,7 +174,7 @@ bool can_replace_host_file(const std::string& path) {
 class HostFileLock::Held {
  public:
   explicit Held(const std::wstring& name) {
-    // Every user who may sign in may wait for it, and nothing else.
+    // Every signed-in user may wait for the lock, and do nothing else with it.
     constexpr wchar_t rights[] = L"D:(A;;0x100001;;;AU)(A;;GA;;;OW)";
     PSECURITY_DESCRIPTOR descriptor = nullptr;
     ConvertStringSecurityDescriptorToSecurityDescriptorW(rights, SDDL_REVISION_1, &descriptor, nullptr);
@@ -189,7 +189,7 @@ class HostFileLock::Held {
     if (owned_) ReleaseMutex(mutex_);
     if (mutex_ != nullptr) CloseHandle(mutex_);
   }
-  /// True also where there is no lock to be had.
+  /// Also true if there is no lock to take.
   bool take() {
     if (mutex_ == nullptr) return true;
     const DWORD result = WaitForSingleObject(mutex_, longest_wait);
@@ -203,7 +203,8 @@ class HostFileLock::Held {
 };
 
 HostFileLock::HostFileLock(const std::string& path) {
-  // In all sessions of the machine: a terminal server has many. Another backslash would name a session.
+  // The name is valid in all sessions of the machine: a terminal server has many. A second backslash would name a
+  // session, so the path has none.
   std::wstring name = L"Global\\firststeps " + wide(to_lower(path));
   std::replace(name.begin() + 7, name.end(), L'\\', L'/');
   held_ = std::make_unique<Held>(name.substr(0, MAX_PATH));

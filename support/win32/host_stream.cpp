@@ -12,7 +12,7 @@ namespace support {
 
 namespace {
 
-/// A folder that is open this way cannot be opened by who shares it with nobody.
+/// While this handle is open, nobody can open the folder without sharing it.
 HANDLE open_folder(const std::string& path, DWORD sharing) {
   return CreateFileW(wide_path(path).c_str(), FILE_LIST_DIRECTORY, sharing, nullptr, OPEN_EXISTING,
                      FILE_FLAG_BACKUP_SEMANTICS, nullptr);
@@ -75,10 +75,10 @@ NewHostFolder::NewHostFolder(std::string path) : path_(std::move(path)) {
 
 NewHostFolder::~NewHostFolder() = default;
 
-// Of the folder's own entries the system does not tell when they are on the disk.
+// The system does not tell when the folder's own entries are on the disk.
 bool NewHostFolder::take_name(const std::string& target) {
   if (!handle_) return false;
-  // What is held keeps its name.
+  // A folder that is open cannot be renamed.
   handle_.reset();
   return rename_host_file(path_, target);
 }

@@ -15,14 +15,15 @@ namespace {
 
 constexpr UINT our_code_page = 1252;
 
-/// Whether the folder of the file takes another one: one is made there that goes at once.
+/// True if a new file can be made in the file's folder: one is made there and deleted at once.
 bool takes_new_files(std::string_view file) {
   const std::wstring probe = wide_path(file) + wide(replacement_mark) + std::to_wstring(GetCurrentProcessId());
   return static_cast<bool>(FileHandle(CreateFileW(probe.c_str(), GENERIC_WRITE, 0, nullptr, CREATE_NEW,
                                                   FILE_ATTRIBUTE_NORMAL | FILE_FLAG_DELETE_ON_CLOSE, nullptr)));
 }
 
-/// A read-only file stays as it is, and so does one that the call would damage: with NULs, too large, or in UTF-8.
+/// False for a read-only file, and for one that the profile call would damage: one with NULs, a too large one, or one
+/// in UTF-8.
 bool may_be_written(const std::string& path) {
   const DWORD attributes = GetFileAttributesW(wide_path(path).c_str());
   if (attributes == INVALID_FILE_ATTRIBUTES || (attributes & FILE_ATTRIBUTE_READONLY) != 0) return false;
@@ -38,7 +39,7 @@ bool write_in_place(std::string_view file, std::string_view section, std::string
   const bool written = with_patience([&] {
     return WritePrivateProfileStringA(section_name.c_str(), key_name.c_str(), text.c_str(), path->c_str()) != 0;
   });
-  // Hands what is cached to the file; its result says nothing.
+  // Makes the system write its cache into the file; the result means nothing.
   WritePrivateProfileStringA(nullptr, nullptr, nullptr, path->c_str());
   return written;
 }

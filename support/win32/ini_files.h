@@ -1,5 +1,5 @@
-// Ini files on Windows. The profile calls read and write in the system's code page, which need not be 1252; ours do
-// not.
+// Ini files on Windows. Windows' profile calls read and write in the system's code page, which need not be 1252; these
+// functions always use 1252.
 #pragma once
 
 #include "support/file_ini_files.h"
@@ -8,8 +8,8 @@ namespace support {
 
 class Win32IniFiles final : public FileIniFiles {
  public:
-  /// In a folder that takes no new files a file cannot be replaced in one step: where the system's code page is 1252,
-  /// the profile call then changes it in its place.
+  /// If no new file can be made in the folder, the file cannot be replaced in one step. Then, if the system's code page
+  /// is 1252, the profile call changes the file in its place.
   bool write(std::string_view file, std::string_view section, std::string_view key, std::string_view value) override;
 };
 

@@ -12,7 +12,7 @@ namespace {
 
 class ComLanguage final : public LanguageComponent {
  public:
-  /// Raises where the class is not registered, cannot be created or has no "loadres".
+  /// Raises if the class is not registered, cannot be created or has no "loadres".
   explicit ComLanguage(std::string_view class_name)
       : object_(DispatchObject::create(class_name, std::make_shared<MemberNumbers>())) {
     object_.require(loadres_name);

@@ -18,7 +18,7 @@ namespace support {
 
 namespace {
 
-/// A function of the shell, by its declaration; null where it cannot be loaded.
+/// A function of the shell, by its declaration; null if it cannot be loaded.
 template <typename Function>
 Function* shell_function(const char* name) {
   return system_function<Function>(L"shell32.dll", name);
@@ -51,7 +51,7 @@ std::string path_in(std::string_view folder, const std::string& name) {
   return path + name;
 }
 
-/// The choice of before there was a dialog for it.
+/// The older dialog, for systems without the newer one.
 std::optional<std::string> choose_in_tree(std::string_view title, HWND owner) {
   auto* const browse_tree = shell_function<decltype(SHBrowseForFolderW)>("SHBrowseForFolderW");
   auto* const path_of = shell_function<decltype(SHGetPathFromIDListW)>("SHGetPathFromIDListW");
@@ -68,7 +68,7 @@ std::optional<std::string> choose_in_tree(std::string_view title, HWND owner) {
 }
 
 FILEOP_FLAGS recycle_flags(const RecycleDisplay& display) {
-  // Where undo is impossible the shell must say so before it deletes for good.
+  // If a file cannot be restored later, the shell must say so before it deletes the file.
   unsigned flags = FOF_ALLOWUNDO | FOF_FILESONLY;
   flags |= display.confirmation ? FOF_WANTNUKEWARNING : FOF_NOCONFIRMATION;
   if (!display.progress) flags |= FOF_SILENT;
@@ -89,7 +89,7 @@ std::vector<std::string> recycle(std::string_view folder, std::string_view patte
   operation.wFunc = FO_DELETE;
   operation.pFrom = list.c_str();
   operation.fFlags = recycle_flags(display);
-  // Neither the result nor fAnyOperationsAborted tells which files went; the folder does.
+  // Neither the result nor fAnyOperationsAborted tells which files are gone; a look into the folder does.
   if (auto* const run = shell_function<decltype(SHFileOperationW)>("SHFileOperationW")) run(&operation);
   std::erase_if(names, [&](const std::string& name) { return files.file_size(path_in(folder, name)).has_value(); });
   return names;

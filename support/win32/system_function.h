@@ -1,4 +1,4 @@
-// Functions of libraries that few starts need. Loaded with the program, each of these libraries would delay every
+// Functions of libraries that few runs need. If such a library were loaded with the program, it would delay every
 // start.
 #pragma once
 
@@ -6,7 +6,8 @@
 
 namespace support {
 
-/// The function, from the system's folder; null where this Windows lacks it. The library stays loaded.
+/// The function, from a library in the system's folder; null if this Windows does not have it. The library stays
+/// loaded.
 template <typename Function>
 Function* system_function(const wchar_t* library, const char* name) {
   const HMODULE loaded = LoadLibraryExW(library, nullptr, LOAD_LIBRARY_SEARCH_SYSTEM32);

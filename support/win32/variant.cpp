@@ -96,7 +96,7 @@ std::string Variant::text() const {
 Variant Variant::converted(VARTYPE target) const {
   Variant result;
   if (type() == VT_NULL || type() == VT_EMPTY) return result;
-  VARIANT source = value_;  // borrowed: the call does not take a constant
+  VARIANT source = value_;  // a copy that owns nothing, because the call does not take a constant
   const HRESULT outcome = VariantChangeType(result.receive(), &source, 0, target);
   if (outcome == DISP_E_OVERFLOW) throw RuntimeError(error_number::overflow, "Overflow");
   if (FAILED(outcome)) throw RuntimeError(error_number::type_mismatch, "Type mismatch");

@@ -1,4 +1,4 @@
-// A VARIANT that frees what it owns, made from and read as values of ours.
+// A VARIANT that frees what it owns. It is made from our values and read as them.
 #pragma once
 
 #include <windows.h>
@@ -31,22 +31,22 @@ class Variant {
   static Variant of_double(double number) noexcept;
   /// Days since 1899-12-30.
   static Variant of_date(double days) noexcept;
-  /// RuntimeError 7 where there is no memory for the text.
+  /// Raises 7 if there is no memory for the text.
   static Variant of_text(std::string_view text);
   /// Shares the object; null is an empty reference.
   static Variant of_object(IDispatch* object) noexcept;
 
   VARTYPE type() const noexcept { return V_VT(&value_); }
   const VARIANT& get() const noexcept { return value_; }
-  /// Where a call puts its result: the value before is freed.
+  /// The place where a call puts its result; the previous value is freed.
   VARIANT* receive() noexcept;
-  /// The value, which the caller frees from now on.
+  /// Hands the value over; from now on, the caller frees it.
   VARIANT release() noexcept;
 
-  /// The text of a BSTR; 13 (type mismatch) for any other type.
+  /// The text of a BSTR; raises 13 (type mismatch) for any other type.
   std::string text() const;
-  // Converted as the automation runtime does; 13 or 6 (overflow) where that cannot be. Null and Empty read as nothing:
-  // "", 0, false.
+  // Converted as the automation runtime does it; raises 13 or 6 (overflow) if that is impossible. Null and Empty give
+  // "", 0 or false.
   std::string to_text() const;
   std::int32_t to_long() const;
   double to_double() const;

@@ -8,7 +8,8 @@ namespace support {
 
 namespace {
 
-/// The text that a call fills in: it is told the buffer and returns the length, or the size it needs.
+/// The text that a system call writes. The call gets a buffer and its size, and returns the length or the size that it
+/// needs.
 template <typename Call>
 std::wstring filled(Call call) {
   std::wstring text(MAX_PATH, L'\0');

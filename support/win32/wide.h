@@ -1,4 +1,4 @@
-// UTF-8 inside, UTF-16 at the W calls, CP1252 at the A calls.
+// Conversions at the system's calls: UTF-8 inside the program, UTF-16 for W calls, CP1252 for A calls.
 #pragma once
 
 #include <optional>
@@ -10,10 +10,10 @@ namespace support {
 std::wstring wide(std::string_view utf8);
 std::string narrow(std::wstring_view text);
 
-/// A path for a W call: absolute, so that no call looks for it in a folder of its own.
+/// A path for a W call. It is absolute, because some calls look for a relative one in folders of their own.
 std::wstring wide_path(std::string_view path);
 
-/// The same for an A call, in its short form where the long one does not fit CP1252; nothing where neither does.
+/// The same for an A call, in its short form if the long one does not fit CP1252; nothing if neither fits.
 std::optional<std::string> ansi_path(std::string_view path);
 
 }  // namespace support

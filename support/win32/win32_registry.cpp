@@ -12,7 +12,7 @@ namespace support {
 namespace {
 
 constexpr REGSAM reading_rights = KEY_QUERY_VALUE | KEY_ENUMERATE_SUB_KEYS | KEY_NOTIFY;
-// All rights that are specific to keys.
+// All access rights that are specific to keys.
 constexpr REGSAM writing_rights = 0x3F;
 
 [[noreturn]] void fail(std::string_view key, LSTATUS status) {
@@ -44,7 +44,7 @@ class OpenKey {
   HKEY key_ = nullptr;
 };
 
-/// What the diary reads without loss: its calls speak code page 1252 and end at a NUL.
+/// True if the diary reads the text without loss: its calls use code page 1252 and stop at a NUL.
 bool fits_registry(std::string_view text) { return fits_cp1252(text) && text.find('\0') == std::string_view::npos; }
 
 std::optional<std::string> text_data(HKEY key, const std::wstring& name, DWORD size) {
@@ -92,7 +92,7 @@ std::optional<RegistryValue> Win32Registry::read(RootKey root, std::string_view 
 
 bool Win32Registry::can_write(RootKey root, std::string_view key) const {
   if (OpenKey(root, key, writing_rights)) return true;
-  // The key above takes a new one.
+  // Otherwise the key above must allow a new key.
   const auto above = key.rfind('\\');
   return !key_exists(root, key) && !key.empty() &&
          can_write(root, above == std::string_view::npos ? std::string_view() : key.substr(0, above));

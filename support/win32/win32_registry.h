@@ -1,5 +1,5 @@
-// The registry of Windows, through its wide calls: what is kept does not depend on the system's code page. Texts beyond
-// code page 1252, which the diary reads, are not written.
+// Windows' registry through its W calls, so that the stored texts do not depend on the system's code page. Texts that
+// do not fit code page 1252, in which the diary reads, are not written.
 #pragma once
 
 #include "support/registry.h"

@@ -20,7 +20,8 @@ void answer_waiting_messages() {
   }
 }
 
-// A look at the queue is what the system counts. Without the flag it would also hand on what other threads have sent.
+// A look at the queue is enough for the system. Without PM_QS_PAINT, the call would also deliver what other threads
+// have sent.
 void stay_responding() {
   MSG message;
   if (IsGUIThread(FALSE) != 0) PeekMessageW(&message, nullptr, 0, 0, PM_NOREMOVE | PM_QS_PAINT);

@@ -178,7 +178,7 @@ TEST_F(Batch, RefusesADamagedInstallationAndTouchesNothing) {
 }
 
 TEST_F(Batch, TellsWhatCouldNotBeWrittenAndGoesOn) {
-  // Where the patients' folder should be lies a file.
+  // A file lies where the patients' folder should be.
   folder_.write("patients", "in the way");
   const Outcome outcome = run_with(good_answers);
   EXPECT_EQ(outcome.code, 1) << outcome.err;
@@ -217,7 +217,7 @@ TEST_F(Batch, WarnsOfWhatIsStoredOtherwiseAndStoresItAllTheSame) {
   EXPECT_EQ(outcome.code, 0) << outcome.err;
   EXPECT_THAT(outcome.out, HasSubstr(warnings));
   EXPECT_THAT(query("SELECT BPTargetSysMin, BPTargetSysMax FROM patdat_setup"), HasSubstr("[[100,140]]"));
-  // What a rehearsal sees of the surroundings is what the run will meet.
+  // A rehearsal finds the same surroundings as the run.
   EXPECT_THAT(run_with(named, {"--dry-run", "--json"}).out, HasSubstr("Müller_Jörg.das gibt es schon"));
 }
 

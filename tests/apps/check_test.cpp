@@ -1,4 +1,4 @@
-// Files that are sound, and files of which each has a fault of its own.
+// Checks of sound files, and of files that each have one fault.
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
@@ -30,7 +30,7 @@ class Check : public testing::Test {
     EXPECT_EQ(run_patientdb({"create", file, "--name", "Müller", "--firstname", "Jörg"}).code, 0);
     return file;
   }
-  /// What a check says of the file after these statements.
+  /// The outcome of a check of the file after these statements.
   Outcome after(const std::vector<std::string>& statements, const Environment& environment = {}) {
     const std::string file = folder_.file("case" + std::to_string(++count_) + ".das");
     EXPECT_EQ(run_patientdb({"create", file}, environment).code, 0);
@@ -111,7 +111,7 @@ TEST_F(Check, NamesPagesThatAreDamaged) {
     byte = static_cast<char>(byte ^ 0x10);
     const Outcome outcome = run_patientdb({"check", folder_.write("damaged.das", content), "--json"});
     EXPECT_EQ(outcome.code, 1) << "page " << page + 1;
-    // Where the catalogue is damaged, the file is not opened.
+    // If the catalogue is damaged, the file is not opened.
     const std::string named = "page " + std::to_string(page + 1) + " of ";
     EXPECT_THAT(outcome.out, AnyOf(HasSubstr(named), HasSubstr("cannot be opened as a database"))) << outcome.out;
     pages_named += outcome.out.find(named) != std::string::npos ? 1 : 0;

@@ -1,4 +1,4 @@
-// The commands that show what a patient's database says of the patient: plan, laboratory, days with entries, index.
+// The commands that show what a patient's database says about the patient: plan, laboratory, days with entries, index.
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
@@ -32,7 +32,7 @@ class Figures : public testing::Test {
     const Outcome outcome = run_patientdb(arguments);
     EXPECT_EQ(outcome.code, 0) << outcome.err;
   }
-  /// What a command that succeeds says.
+  /// The output of a command, which must succeed.
   static std::string said(const std::vector<std::string>& arguments) {
     const Outcome outcome = run_patientdb(arguments);
     EXPECT_EQ(outcome.code, 0) << outcome.err << testing::PrintToString(arguments);

@@ -1,4 +1,4 @@
-// The error journal through the programs that can keep one.
+// The error journal, in the programs that can keep one.
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
@@ -8,7 +8,7 @@
 
 namespace {
 
-/// GoogleTest's own expressions know no sets on Windows.
+/// GoogleTest's own regular expressions know no sets of characters on Windows.
 MATCHER_P(HoldsPattern, pattern, "") { return std::regex_search(arg, std::regex(pattern)); }
 
 using apps_test::content_of;
@@ -22,7 +22,7 @@ class Journal : public testing::Test {
  protected:
   Journal() { folder_.write("vantrix.ini", "[setup]\r\nRegPath=vantrix\r\n"); }
 
-  /// A finish whose patient database cannot be created: a file lies where its folder should be.
+  /// Runs a finish whose patient database cannot be created, because a file lies where its folder should be.
   int fail_to_finish(std::vector<std::string> arguments) const {
     folder_.write("patients", "in the way");
     const std::string answers = outside_.write("answers.ini", "[PatDat]\ntxtFirstName=Zoë\ntxtName=Quastenflosser\n");

@@ -1,4 +1,4 @@
-// What a backup and a check need of memory does not grow with the rows.
+// The memory that a backup and a check need does not grow with the rows.
 #include <gtest/gtest.h>
 
 #include <cstdlib>
@@ -13,7 +13,7 @@ using apps_test::run_patientdb;
 
 class KeepingMemory : public apps_test::ProcessTest {
  protected:
-  /// With 2 to the power of `doublings` glucose values.
+  /// A file with 2 to the power of `doublings` glucose values.
   std::string file_of(int doublings) {
     std::string file = folder_.file(std::to_string(doublings) + ".das");
     std::vector<std::string> arguments{
@@ -28,8 +28,8 @@ class KeepingMemory : public apps_test::ProcessTest {
     EXPECT_EQ(run_patientdb(arguments).code, 0);
     return file;
   }
-  /// The most that the program had in memory, in KiB. Python, which measures it, has less itself; this program has not,
-  /// and what a process had before it began another program counts.
+  /// The most memory that the program used, in KiB. A small Python process starts and measures it, because the memory
+  /// that the starting process has at that moment counts as the program's.
   long memory_of(const std::string& words) const {
     const apps_test::Outcome outcome = shell(
         "python3 -c 'import resource, subprocess, sys; subprocess.run(sys.argv[1:], check=True, "

@@ -1,4 +1,4 @@
-// What an owner does with a file as a whole: compacting it, copying it and coming back to a copy, another password.
+// What an owner does with a whole file: compacting it, copying it, returning to a copy, changing its password.
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
@@ -32,7 +32,7 @@ const Environment unencrypted{{"PATIENTDB_PASSWORD", ""}};
 
 class Keeping : public testing::Test {
  protected:
-  /// A patient's database with 60 values of glucose, those from 31 on deleted, and an item of a plan.
+  /// A patient's database with 60 glucose values, of which those from 31 on are deleted, and an item of a plan.
   std::string patient(const std::string& name = "Müller_Jörg.das") {
     std::string file = folder_.file(name);
     EXPECT_EQ(run_patientdb({"create", file, "--name", "Müller", "--firstname", "Jörg"}).code, 0);
@@ -79,7 +79,7 @@ TEST_F(Keeping, CompactsToTheSameRowsInFewerBytesAndSetsNumbersBack) {
               AllOf(HasSubstr("\"bytes_before\":" + std::to_string(compacted)), HasSubstr(",\"rows\":")));
 }
 
-/// Remembers what it was told.
+/// Records the calls.
 class SeenProgress : public database::Progress {
  public:
   void start(std::string_view, std::int32_t maximum) override { maximum_ = maximum; }
@@ -206,7 +206,7 @@ TEST_F(Keeping, ComesBackToACopyAndKeepsWhatWasThere) {
   ASSERT_TRUE(std::regex_search(outcome.out, kept, kept_name)) << outcome.out;
   EXPECT_EQ(content_of(kept.str(1)), emptied);
 
-  // Also where what is there is no database, and where nothing is there.
+  // Also if the present file is no database, and if there is no file.
   const std::string damaged = folder_.write("damaged.das", "no database any more"), missing = folder_.file("new.das");
   for (const std::string& target : {damaged, missing}) {
     ASSERT_EQ(run_patientdb({"restore", copy, target}).code, 0);

@@ -1,4 +1,4 @@
-// What help, manual page and completion tell: one source, so that none knows a command or an option that another lacks.
+// Help, manual page and completion come from one source, so none has a command or an option that another lacks.
 #include <gmock/gmock.h>
 
 #include <regex>

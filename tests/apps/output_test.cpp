@@ -1,4 +1,4 @@
-// JSON and tables, and the values of the engine in both.
+// JSON and tables, and how both show the engine's values.
 #include <gtest/gtest.h>
 
 #include <limits>
@@ -28,7 +28,7 @@ TEST(ValueOutput, ShowsEachKindInJsonAndAsACell) {
     engine::Value value;
     std::string json, cell;
   };
-  // Numbers in full as long as that is readable.
+  // Numbers are written without an exponent as long as that is readable.
   for (const auto& [number, text] : {std::pair{100000.0, "100000"},
                                      {1e14, "100000000000000"},
                                      {-2e6, "-2000000"},
@@ -69,7 +69,7 @@ TEST(TextTable, ShowsControlCharactersAsEscapes) {
       {"two\r\nlines", "two\\r\\nlines"},
       {"\ta\x1b[2J\x7f", "\\ta\\u001b[2J\\u007f"},
       {std::string_view("a\0b", 3), "a\\u0000b"},
-      // U+009B begins a command to the terminal as ESC [ does; U+00A0 is the first behind them.
+      // U+009B begins a command to the terminal, as ESC [ does. U+00A0 is the first harmless character behind these.
       {"\xC2\x80\xC2\x9B\xC2\x9F\xC2\xA0", "\\u0080\\u009b\\u009f\xC2\xA0"},
       {"C:\\new", "C:\\new"},
       {"a\x9B", "a\uFFFD"},

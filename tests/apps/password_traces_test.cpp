@@ -1,4 +1,4 @@
-// A session of the real programs leaves no password behind, in whatever spelling, and nothing for other users' eyes.
+// A session with the real programs leaves the password nowhere, in any spelling, and gives other users nothing to read.
 #include <fcntl.h>
 #include <gmock/gmock.h>
 #include <sys/wait.h>
@@ -22,7 +22,7 @@ namespace fs = std::filesystem;
 
 const std::string sought = "Xylofön7Geheim";
 
-/// The ways in which a password could lie in a file.
+/// The spellings in which a password could be in a file.
 std::vector<std::string> spellings(const std::string& password) {
   std::string wide, digits;
   for (const char16_t unit : support::utf16_from_utf8(password)) {
@@ -41,7 +41,7 @@ class PasswordTraces : public apps_test::ProcessTest {
  protected:
   PasswordTraces() { fs::create_directory(folder_.path() / "tmp"); }
 
-  /// Everything that lies in the test's folder and was said, searched for the password.
+  /// The places in the test's folder and in the output that hold the password.
   std::vector<std::string> traces(const std::string& password) const {
     auto contents = folder_.snapshot();
     contents.merge(outside_.snapshot());
@@ -54,7 +54,7 @@ class PasswordTraces : public apps_test::ProcessTest {
     }
     return found;
   }
-  /// What other users may look into.
+  /// The files that other users may read.
   std::vector<std::string> open_to_others() const {
     std::vector<std::string> found;
     for (const auto& entry : fs::recursive_directory_iterator(folder_.path())) {
@@ -64,7 +64,7 @@ class PasswordTraces : public apps_test::ProcessTest {
     }
     return found;
   }
-  /// An old patient database under the password.
+  /// Makes an old patient database with the password.
   void make_old_database(const std::string& file) const {
     const auto engine = engine::open_engine("DAO.DBEngine.36");
     const auto database = engine->create_database(support::host_file_system().windows_path(file),
@@ -127,12 +127,12 @@ TEST_F(PasswordTraces, ARunningProcessShowsNoneAndHasNoFileOpenButTheDatabase) {
   ASSERT_EQ(apps_test::run_patientdb({"create", file}, {{"PATIENTDB_PASSWORD", sought}}).code, 0);
   int ends[2];
   ASSERT_EQ(pipe2(ends, O_CLOEXEC), 0);
-  // More is said than the pipe takes: the process waits in the middle of its work.
+  // The output is more than the pipe holds, so the process waits in the middle of its work.
   fcntl(ends[1], F_SETPIPE_SZ, 4096);
   const pid_t child = fork();
   if (child == 0) {
     dup2(ends[1], STDOUT_FILENO);
-    // What this process was given by whoever runs the tests is not the program's.
+    // Handles that this process inherited are not the program's.
     close_range(STDERR_FILENO + 1, ~0U, 0);
     setenv("PATIENTDB_PASSWORD", sought.c_str(), 1);
     execl(BUILD_DIR "/bin/patientdb", "patientdb", "schema", file.c_str(), "--json", nullptr);

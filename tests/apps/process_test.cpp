@@ -1,4 +1,4 @@
-// The programs as a user starts them, and a machine that denies them something.
+// The programs as a user starts them, also on a machine that denies them something.
 #include "tests/apps/process_test.h"
 
 #include <gmock/gmock.h>
@@ -94,7 +94,7 @@ TEST_F(Process, ShellAndManualReaderTakeWhatTheProgramWritesForThem) {
 TEST_F(Process, AFullDiskLeavesNoHalfDatabase) {
   const std::string file = folder_.file("full.das");
   const int code = in_child([&] {
-    // A file that may not grow further stands for the disk.
+    // A limit on the size of files plays a full disk.
     std::signal(SIGXFSZ, SIG_IGN);
     const rlimit limit{64 * 1024, 64 * 1024};
     setrlimit(RLIMIT_FSIZE, &limit);

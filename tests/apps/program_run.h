@@ -1,4 +1,4 @@
-// Runs the console programs in this process, as their main would, and keeps what they said; and folders to do it in.
+// Runs the console programs in this process, as their main would, and keeps their output; and makes folders for that.
 #pragma once
 
 #include <filesystem>
@@ -19,7 +19,7 @@ using Environment = std::map<std::string, std::string>;
 
 /// The program's folder is the source folder, whose "texts" hold the language tables.
 Outcome run_patientdb(const std::vector<std::string>& arguments, const Environment& environment = {});
-/// At a terminal that is shown every progress, and at which Ctrl+C is pressed as soon as `moment` appears.
+/// Runs it at a terminal that shows every progress, and presses Ctrl+C as soon as `moment` appears.
 Outcome run_interrupted(const std::vector<std::string>& arguments, const std::string& moment,
                         const Environment& environment = {});
 Outcome run_batch(const std::vector<std::string>& arguments);
@@ -32,10 +32,10 @@ class TemporaryFolder {
   TemporaryFolder& operator=(const TemporaryFolder&) = delete;
 
   const std::filesystem::path& path() const { return path_; }
-  /// Path of a file in it, as an argument.
+  /// Path of a file in the folder, as an argument.
   std::string file(const std::string& name) const;
   std::string write(const std::string& name, std::string_view content) const;
-  /// Every file below it with its content.
+  /// Every file below the folder with its content.
   std::map<std::string, std::string> snapshot() const;
 
  private:

@@ -1,4 +1,4 @@
-// The progress line, and the commands that end when somebody presses Ctrl+C at it.
+// The progress line, and the commands that end when Ctrl+C is pressed meanwhile.
 #include <gmock/gmock.h>
 
 #include <sstream>

@@ -1,4 +1,4 @@
-// What must not get out, and what must not get in, through the programs as a whole.
+// What must not get out of the programs, and what must not get in.
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
@@ -20,7 +20,7 @@ const Environment with_secret{{"PATIENTDB_PASSWORD", secret}};
 
 class Secrets : public testing::Test {
  protected:
-  /// Runs a command and keeps what it said; the journal of all runs is one file.
+  /// Runs a command and keeps its output. All runs share one journal.
   Outcome tool(std::vector<std::string> arguments, const Environment& environment = with_secret) {
     arguments.insert(arguments.end(), {"--journal", journal()});
     const Outcome outcome = run_patientdb(arguments, environment);

@@ -1,5 +1,5 @@
-// Machines that are unlike the developer's: what cannot be written, what is far too large, names that scripts trip
-// over.
+// Machines that differ from the developer's: places that cannot be written, files that are far too large, names that
+// confuse scripts.
 #include <fcntl.h>
 #include <gmock/gmock.h>
 #include <sys/resource.h>
@@ -32,7 +32,7 @@ class Surroundings : public apps_test::ProcessTest {
   std::vector<std::string> arguments() const {
     return {"--program-dir", home(), "--answers", outside_.file("answers.ini")};
   }
-  /// A hive that puts the patients' folder elsewhere.
+  /// Writes a hive that names another patients' folder.
   void place_patients(const std::string& folder) const {
     std::string path = support::host_file_system().windows_path(folder);
     for (std::size_t at = 0; (at = path.find('\\', at)) != std::string::npos; at += 2) path.insert(at, "\\");
@@ -43,7 +43,7 @@ class Surroundings : public apps_test::ProcessTest {
   }
 };
 
-/// Takes away all rights to write below a folder, and gives them back.
+/// Removes all rights to write below a folder, and restores them at the end.
 class ReadOnly {
  public:
   explicit ReadOnly(fs::path folder) : folder_(std::move(folder)) { allow(fs::perm_options::remove); }
@@ -102,7 +102,7 @@ TEST_F(Surroundings, AReadOnlyFolderOfPatientsIsReportedAndLosesNothing) {
   EXPECT_EQ(folder_.snapshot(), before);
 }
 
-/// The most memory, in KiB, that a batch run takes.
+/// The most memory that a batch run uses, in KiB.
 long most_memory(const std::vector<std::string>& arguments, int expected) {
   const std::string program = BUILD_DIR "/bin/firststeps_batch";
   long most = 0;
@@ -149,7 +149,7 @@ TEST_F(Surroundings, FilesOfAHundredMegabytesAreRefusedUnread) {
 }
 
 TEST_F(Surroundings, AFolderOfAHundredThousandFilesIsListedAndWorkedIn) {
-  // In memory, where there is such a place: the disk takes long to make them.
+  // The files are put into memory, if the machine has such a place: making them on the disk takes long.
   const fs::path memory = "/dev/shm";
   const apps_test::TemporaryFolder patients(fs::is_directory(memory) ? memory : fs::temp_directory_path());
   for (int i = 0; i < 100000; ++i) {

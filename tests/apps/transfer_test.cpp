@@ -28,7 +28,8 @@ class Transfer : public testing::Test {
  protected:
   Outcome run(const std::vector<std::string>& arguments) const { return run_patientdb(arguments, without_password); }
 
-  /// Two tables: `t` has every type of field and values that are hard to tell, `odd "names"` what a name can be.
+  /// Two tables: `t` has every type of field, with values that are easily confused; `odd "names"` has names with every
+  /// allowed character.
   std::string full_database() const {
     std::string file = folder_.file("full.das");
     EXPECT_EQ(run({"create", file, "--name", "Ödön"}).code, 0);
@@ -62,14 +63,14 @@ class Transfer : public testing::Test {
     return file;
   }
 
-  /// Layout and rows as the console tool tells them.
+  /// Layout and rows as the console tool prints them.
   std::string told(const std::string& file) const {
     return run({"schema", file, "--json"}).out + run({"sql", file, "SELECT * FROM t", "SELECT * FROM [odd, name?]",
                                                       "SELECT * FROM [ODD, name*]", "SELECT * FROM glucose", "--json"})
                                                      .out;
   }
 
-  /// What a folder holds, by name.
+  /// The content of the folder's files, by name.
   std::map<std::string, std::string> files_of(const std::string& folder) const {
     std::map<std::string, std::string> files;
     for (const auto& [name, content] : folder_.snapshot()) {
@@ -95,7 +96,7 @@ TEST_F(Transfer, ThereAndBackIsTheSameByteForByte) {
     EXPECT_EQ(told(back), rows);
     EXPECT_EQ(run({"export", back, again, form[0], form[1]}).code, 0);
     EXPECT_EQ(files_of(first), files_of(again));
-    // The next number is that behind the rows that are there.
+    // The next number follows that of the last row.
     EXPECT_EQ(run({"sql", back, "INSERT INTO t (s) VALUES ('new')", "SELECT max(id) FROM t", "--json"}).code, 0);
   }
 }
@@ -271,7 +272,7 @@ TEST_F(Transfer, NumbersThatAFormCannotHoldAreRefusedOrTold) {
   struct Case {
     engine::Value value;
     transfer::Format format;
-    std::string file, content, note;  ///< no content: it is refused
+    std::string file, content, note;  ///< empty content: the file is refused
   };
   const Case cases[] = {
       {-0.0, Csv, "t.csv", "x\r\n-0\r\n", ""},

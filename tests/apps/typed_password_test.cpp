@@ -1,4 +1,4 @@
-// A new password that is typed at a terminal, which shows nothing of it.
+// A new password is typed at a terminal, which does not show it.
 #include <fcntl.h>
 #include <gmock/gmock.h>
 #include <poll.h>
@@ -20,7 +20,7 @@ using testing::AllOf;
 using testing::HasSubstr;
 using testing::Not;
 
-/// A program whose terminal is ours.
+/// A program whose terminal the test controls.
 class Terminal {
  public:
   explicit Terminal(const std::vector<std::string>& words) : screen_(posix_openpt(O_RDWR | O_NOCTTY)) {
@@ -33,7 +33,7 @@ class Terminal {
   Terminal(const Terminal&) = delete;
   Terminal& operator=(const Terminal&) = delete;
 
-  /// Reads on until the text has been shown; false where it is not within ten seconds.
+  /// Reads on until the text has been shown; false if it is not shown within ten seconds.
   bool waits_for(const std::string& text) {
     constexpr int longest_wait = 10000;
     while (shown_.find(text, seen_) == std::string::npos) {
@@ -95,7 +95,7 @@ TEST_F(TypedPassword, IsAskedForTwiceAndNotShown) {
   Terminal terminal(words());
   ASSERT_TRUE(terminal.waits_for("New password: ")) << terminal.shown();
   EXPECT_FALSE(terminal.echoes());
-  // A letter too many, an umlaut too many, and each taken back.
+  // A wrong letter and a wrong umlaut, both taken back.
   terminal.type("geheimx\x7fü\x7f!\r");
   ASSERT_TRUE(terminal.waits_for("Once more: ")) << terminal.shown();
   terminal.type("falsch\x15geheim!\r");

@@ -22,7 +22,7 @@ std::unique_ptr<Engine> strict() {
   return engine;
 }
 
-/// As on a machine that has the older one alone.
+/// The engine of a machine that has only the older objects.
 std::unique_ptr<Engine> older() {
   const Registration registration({older_engine});
   automation_test::set_strict(false);

@@ -23,7 +23,7 @@ using testing::StartsWith;
 class Choice : public engine::test::EngineTest {
  protected:
   bool is_jet_file(std::string_view name) const { return content(name).substr(4).starts_with("Standard Jet DB"); }
-  /// As the programs open it.
+  /// Opens the file as the programs do.
   std::unique_ptr<engine::Database> open_by_choice(std::string_view name, bool newest_engine_only = false) {
     return database::create_engine({}, newest_engine_only)->open_database(path(name), false, false, "");
   }
@@ -80,7 +80,7 @@ TEST_F(Choice, OfAnObjectThatIsRegisteredButBrokenIsTheEmbeddedEngine) {
   EXPECT_FALSE(is_jet_file("new.das"));
 }
 
-/// The whole of a patient's file, through the automation objects.
+/// The whole life of a patient's file, through the automation objects.
 class StrictChoice : public Choice, public testing::WithParamInterface<bool> {
  protected:
   StrictChoice() { set_strict(GetParam()); }
@@ -106,7 +106,7 @@ TEST_P(StrictChoice, MakesAPatientDatabaseThroughAutomation) {
   EXPECT_EQ(living_objects(), before);
 }
 
-/// What the console tool says of its failure; "" where it succeeds.
+/// The console tool's error message; "" if it succeeds.
 std::string complaint_of_tool(std::vector<std::string> arguments) {
   std::ostringstream out, err;
   console::Console console{out, err, [](std::string_view) -> std::optional<std::string> { return ""; }, ""};

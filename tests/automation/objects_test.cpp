@@ -21,7 +21,7 @@ using support::Variant;
 using testing::ElementsAre;
 using testing::HasSubstr;
 
-/// A base, so that the server is registered before the next base asks for it.
+/// This is a base class, so that the server is registered before the next base class needs it.
 struct Registered {
   Registration registration{{newer_engine}};
 };
@@ -31,7 +31,7 @@ class Objects : private Registered, public engine::test::EngineTest {
   Objects() : EngineTest(engine::open_automation_engine(newer_engine)) {}
 };
 
-/// Committed by this process alone.
+/// The memory that this process alone has committed.
 std::size_t private_bytes() {
   PROCESS_MEMORY_COUNTERS counters{};
   GetProcessMemoryInfo(GetCurrentProcess(), &counters, sizeof counters);

@@ -17,7 +17,7 @@ namespace {
 
 using testing::HasSubstr;
 
-/// A computer of a practice: the registry leads to the installation, which is another folder than the program's.
+/// A computer of a practice: the registry leads to an installation in another folder than the program's.
 class Practice : public engine::test::EngineTest {
  protected:
   Practice() {
@@ -33,7 +33,7 @@ class Practice : public engine::test::EngineTest {
     for (const HKEY root : {HKEY_LOCAL_MACHINE, HKEY_CURRENT_USER}) SHDeleteKeyW(root, key().c_str());
   }
 
-  /// Its exit code, and what it said.
+  /// The program's exit code and its output.
   std::pair<int, std::string> run_batch(std::vector<std::string> arguments) const {
     std::ostringstream out, err;
     const std::string program = path("program");

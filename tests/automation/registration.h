@@ -1,4 +1,4 @@
-// The test server in the registry, for as long as an object of these lives.
+// Keeps the test server in the registry as long as this object lives.
 #pragma once
 
 #include <string>
@@ -12,7 +12,7 @@ inline constexpr const char* newer_engine = "DAO.DBEngine.36";
 inline constexpr const char* older_engine = "DAO.DBEngine.35";
 inline constexpr const char* language_class = "Probe.LanguageDLL";
 
-/// Registers these classes. Throws where one is registered already, unless a run of this test has left it.
+/// Registers these classes. Throws if one is registered already, unless an earlier run of this test left it.
 class Registration {
  public:
   explicit Registration(std::vector<std::string> class_names, const std::wstring& library = server_path());

@@ -10,7 +10,7 @@
 namespace automation_test {
 namespace {
 
-/// Loaded once and for good: the counts outlive the objects.
+/// The library is loaded once and never unloaded, because its counts must outlive the objects.
 template <typename Function>
 Function* function_of(const char* name) {
   static const HMODULE library = LoadLibraryW(server_path().c_str());

@@ -1,4 +1,4 @@
-// The test server's library, which lies beside this program, and what it tells of its objects.
+// The test server's library, which lies beside this program, and what it says about its objects.
 #pragma once
 
 #include <string>
@@ -7,7 +7,7 @@ namespace automation_test {
 
 std::wstring server_path();
 
-/// Whether the server does what real objects may do beside what they are documented to. Off at first.
+/// Sets whether the server does what real objects may do beyond their documentation. Off at first.
 void set_strict(bool strict);
 
 /// Objects of the server that were not released.

@@ -1,4 +1,4 @@
-// The demo installation as the build assembled it: nothing in it may lead nowhere.
+// The demo installation as the build assembled it: every name in it must lead somewhere.
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
@@ -47,7 +47,7 @@ std::vector<std::string> keys(const std::string& file, std::string_view section)
   return pieces(support::host_ini_files().keys(demo_path(file), section, "", buffer), std::string_view("\0", 1));
 }
 
-/// "800x528" of a JPEG file, empty where it is none.
+/// "800x528" of a JPEG file; empty if it is none.
 std::string jpeg_size(const std::string& path) {
   const std::string bytes = support::host_file_system().read(path, 1 << 20).value_or("");
   const auto number = [&bytes](std::size_t place) {

@@ -1,4 +1,4 @@
-// The text tables as they lie in the source tree, number by number.
+// The text tables of the source tree, by number.
 #pragma once
 
 #include <charconv>
@@ -17,7 +17,7 @@ inline std::string source_text(const std::string& path) {
 
 using Texts = std::map<long, std::string>;
 
-/// Every row of texts/<language>.ini as written, in the order of the numbers. A key that is no number is number -1.
+/// Every row of texts/<language>.ini as written, in the order of the numbers. A key that is no number gets number -1.
 inline Texts texts(const std::string& language) {
   const std::string bytes = source_text("texts/" + language + ".ini");
   Texts result;

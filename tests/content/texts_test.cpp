@@ -1,4 +1,4 @@
-// All languages say the same, and every number that the program asks for has a text.
+// All languages have the same texts, and every number that the program uses has a text.
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
@@ -23,7 +23,7 @@ constexpr const char* model = "de";
 /// Buttons of every page: back, cancel, and next, which has another text on the last page.
 constexpr long back = 906, cancel = 901, next = 905, finish = 908;
 
-/// Every language that there is a table of.
+/// Every language that has a table.
 const std::vector<std::string>& languages() {
   static const auto names = [] {
     std::vector<std::string> found;
@@ -43,7 +43,7 @@ std::vector<std::string> matches(const std::string& text, const char* pattern) {
   return found;
 }
 
-/// The access key of a text in lower case, empty where it has none.
+/// The access key of a text in lower case; empty if it has none.
 std::string access_key(const std::string& text) {
   const std::string caption = text.substr(0, text.find('|'));
   const auto mark = caption.find('&');
@@ -77,7 +77,7 @@ std::string file_content(const std::filesystem::path& path) {
   return content.str();
 }
 
-/// Numbers that a source file names as texts: in a call that takes one, in a template argument, and in constants.
+/// The numbers that a source file uses as texts: in a call that takes one, in a template argument, and in constants.
 std::set<long> numbers_named_in(const std::string& source) {
   static const std::regex places(
       R"((?:\btext|\bloadres|\bshow_text|\bmessage\w*|\brefuse|\bask\w*)\([^;"]*[,)]|\w<\d{3,4}>|\blong \w+(?:\[\])? = [^;]*;)");
@@ -156,7 +156,7 @@ TEST(Texts, CoverEveryNumberThatTheSourcesName) {
   EXPECT_GT(found, 10u);
 }
 
-/// Texts of a page that may have an access key: those of the buttons first, then in the order of its controls.
+/// The texts of a page that may have an access key: those of the buttons first, then in the order of its controls.
 std::vector<long> numbers_on(const form::Control& page) {
   std::vector<long> numbers{page.tag() == "Fertig" ? finish : next, back, cancel};
   for (const auto& control : layout().controls()) {
@@ -167,8 +167,8 @@ std::vector<long> numbers_on(const form::Control& page) {
   return numbers;
 }
 
-/// For each word of a caption the first letter or digit that is free; letters beyond A to Z are on no key for
-/// everybody.
+/// For each word of a caption, the first letter or digit that is free. Letters beyond A to Z are not on everybody's
+/// keyboard.
 std::string keys_to_choose_from(const std::string& text, const std::set<std::string>& taken) {
   std::string keys;
   bool found = false;

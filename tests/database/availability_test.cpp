@@ -11,7 +11,7 @@ class AvailabilityTest : public testing::DatabaseTest {
  public:
   AvailabilityTest() : file(patient_database()) {}
 
-  /// "category count first last" of what is found.
+  /// "category count first last" of each category that is found.
   std::vector<std::string> found(const AvailabilityRequest& request = {}) const {
     std::vector<std::string> lines;
     for (const Availability& entry : find_availability(environment, file, request)) {
@@ -129,7 +129,7 @@ TEST_F(AvailabilityTest, WritesALineACategory) {
   execute(file, three_weeks);
   AvailabilityRequest request;
   request.categories = 1 << 0 | 1 << 14 | 1 << 11;
-  // The days lie 1 and 5 days after the first; the times are 6, 12 and 23.5 hours of 24.
+  // The days are 1 and 5 days after the first; the times are 6, 12 and 23.5 hours of 24.
   const double mean = 41.5 / 3;
   const double hours = std::sqrt((std::pow(6 - mean, 2) + std::pow(12 - mean, 2) + std::pow(23.5 - mean, 2)) / 2);
   const double checksum = 140 + 3 + 0 + std::sqrt(7.0) + hours / 24;

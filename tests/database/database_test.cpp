@@ -73,7 +73,7 @@ int DatabaseTest::creation_error(const std::string& windows_path, const PatientR
 }
 
 std::string DatabaseTest::patient_database(std::string_view name) {
-  // Created once and copied: the copies share their salt, so that their key is derived once.
+  // The file is created once and copied: the copies share their salt, so that their key is derived only once.
   static std::string content;
   std::string file = path(name);
   if (content.empty()) {

@@ -1,5 +1,5 @@
-// What the tests of this room share: a folder of their own, an environment with texts and settings given by the test, a
-// patient database to work on, and rows as text.
+// What the tests of this room share: a folder, an environment with texts and settings that the test gives, a patient
+// database to work on, and rows as text.
 #pragma once
 
 #include <gtest/gtest.h>
@@ -16,7 +16,7 @@
 
 namespace database::testing {
 
-/// "Text N" for the number N, unless the test gives another.
+/// Gives "Text N" for the number N, unless the test sets another text.
 class Texts : public support::LanguageComponent {
  public:
   std::string loadres(long number) const override;
@@ -54,12 +54,13 @@ class DatabaseTest : public ::testing::Test {
 
   /// A new patient database with the password "geheim", as CreatePatientDatabase makes it; returns its path.
   std::string patient_database(std::string_view name = "patient.das");
-  /// The number of the error that ends CreatePatientDatabase; 0 where it succeeds.
+  /// The number of the error that ends CreatePatientDatabase; 0 if it succeeds.
   int creation_error(const std::string& windows_path, const PatientRecord& patient) const;
   Opened open(const std::string& windows_path) const;
-  /// Runs statements, each on the file opened anew.
+  /// Runs statements; the file is opened again for each.
   void execute(const std::string& windows_path, std::initializer_list<std::string_view> statements) const;
-  /// Rows of a query, values joined by "|": Null, numbers as German users write them, dates "YYYY-MM-DD HH:MM:SS".
+  /// The rows of a query, with values joined by "|": Null, numbers as German users write them, dates "YYYY-MM-DD
+  /// HH:MM:SS".
   std::vector<std::string> rows(const std::string& windows_path, std::string_view query) const;
 
   Texts texts;

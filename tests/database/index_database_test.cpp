@@ -21,7 +21,7 @@ class IndexTest : public testing::DatabaseTest {
     add_upgraded_fields();
   }
 
-  /// An index as the upgrade leaves it.
+  /// Upgrades the index.
   void add_upgraded_fields() { EXPECT_TRUE(db_UpgradeIndexDatabase(environment, index, {}).complete()); }
 
   void create_devices() {
@@ -118,7 +118,7 @@ TEST_F(IndexTest, KeepsDevicesInStep) {
   PatientRecord patient = record(7);
   patient.name = "Neu";
   patient.firstname = "Name";
-  // No file: the names of the record are taken.
+  // Without a file, the names of the record are taken.
   db_ProcessIndex(environment, index, patient, index_action::refresh, path("none.das"));
   patient.index_id = 7;
   db_ProcessIndex(environment, index, patient, 0, path("none.das"));
@@ -160,7 +160,7 @@ TEST_F(IndexTest, UpgradeAddsFieldsRefreshesPatientsAndRemovesRowsWithoutFile) {
   EXPECT_EQ(db_UpgradeIndexDatabase(environment, path("none.mdb"), {}).failure->number(), 3024);
 }
 
-/// An index that was not brought up to date yet, and patients whose databases are of an older layout.
+/// An index that is not up to date yet, with patients whose databases have an older layout.
 class IndexOfOldPatients : public IndexTest {
  public:
   IndexOfOldPatients() {

@@ -95,7 +95,7 @@ TEST_F(PlanSummaryTest, NamesInsulinsAndDividesByTheTargetWeight) {
   TherapyPlan plan = plan_of(1, {{"Lispro|90|0|0", plan_item::bolus, 0, 0, ""}, item(400, 12), item(400, 15.5)});
   ASSERT_TRUE(db_SaveTherapyPlan(environment, file, plan));
   PlanSummary summary;
-  // Grams; 78 is no weight in grams.
+  // Weights in grams; 78 cannot be one.
   for (const auto& [weight, part] : std::initializer_list<std::pair<std::string_view, std::string>>{
            {"UPDATE patdat_setup SET TargetWeight = 0", ""},
            {"UPDATE patdat_setup SET TargetWeight = 78", ""},

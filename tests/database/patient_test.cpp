@@ -24,7 +24,7 @@ std::string shown(const PatientRecord& patient) {
   }
   return text + (patient.birthday ? engine::iso_text(*patient.birthday) : "Null");
 }
-/// The columns that hold what shown() shows.
+/// The columns that shown() shows.
 constexpr std::string_view patient_columns =
     "SELECT firstname, name, street, zip, city, phone, fax, email, a1, a2, a3, number, insurance, insurancenumber, "
     "therapy, gender, typ, height, DiabetesSince, OADSince, InsulinSince, CPeptid, birthday FROM patdat";
@@ -72,8 +72,8 @@ TEST_F(Patient, TellsThatARowWasRefused) {
 TEST_F(Patient, PassesOverTheColumnsThatCannotBeStored) {
   const std::string file = patient_database();
   PatientRecord patient = sample_patient();
-  patient.firstname = "";                          // its field takes no empty text
-  patient.insurancenumber = std::string(21, '9');  // one more than its field holds
+  patient.firstname = "";                          // its field allows no empty text
+  patient.insurancenumber = std::string(21, '9');  // one character more than its field holds
   patient.city = "Zwickau";
   ASSERT_EQ(db_AddPatient(environment, file, patient), 1);
   EXPECT_EQ(rows(file, "SELECT firstname, insurancenumber, city FROM patdat"),
@@ -155,7 +155,7 @@ TEST_F(Patient, TakesThePreferencesOfTheLookupDatabase) {
 
 TEST_F(Patient, NoFailureDuringTheExchangeCostsPreferences) {
   const std::string file = patient_database(), lookup = patient_database("defs.mdb");
-  // A full disk, a table that somebody holds, a lookup database that is gone, and one that is no database any more.
+  // A full disk, a table that somebody holds, a lookup database that is missing or damaged, and other failures.
   const int failures[] = {3043, 3218, 3024, 3049, 3031, 51};
   for (int failing = 1; failing <= 6; ++failing) {
     int statement = 0;

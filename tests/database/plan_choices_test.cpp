@@ -1,4 +1,4 @@
-// The plan made from what the therapy pages show.
+// The plan that is made from the values of the therapy pages.
 #include <gtest/gtest.h>
 
 #include "database/therapy_plan.h"

@@ -66,7 +66,7 @@ TEST(FilterText, TakesOtherColumnsForDayAndTime) {
 
 class PumpEvents : public testing::DatabaseTest {
  protected:
-  /// Events of the diary at one moment: each code with 1000 added, and one that belongs to no selector.
+  /// Events of the diary at one moment: each code with 1000 added, and one that no selector has.
   PumpEvents() : file(patient_database()) {
     std::string codes = "77";
     for (const int code : {100, 101, 110, 111, 114, 115}) {

@@ -1,5 +1,5 @@
-// A database whose changes a test can refuse: the hook is told of each new table's name and of each statement before it
-// runs, and refuses it by throwing.
+// A database whose changes a test can refuse. The hook gets each new table's name, and each statement before it runs;
+// it refuses by throwing.
 #pragma once
 
 #include <functional>

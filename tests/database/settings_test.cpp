@@ -1,4 +1,4 @@
-// The settings record, the daytime zones, and what the therapy plan overrides.
+// The settings record, the daytime zones, and the values that the therapy plan overrides.
 #include "database/settings.h"
 
 #include "database/therapy_plan.h"
@@ -44,7 +44,7 @@ std::string shown(const SettingsRecord& settings) {
   return text;
 }
 
-/// The columns that hold what shown() shows, and those of the zones.
+/// The columns that shown() shows, and those of the zones.
 constexpr std::string_view settings_columns =
     "SELECT TargetWeight, BUPerDayMax, KCalPerDayMax, CholPerDayMax, BGTargetMax, BGTargetMin, BPTargetSysMax, "
     "BPTargetSysMin, BPTargetDiaMax, BPTargetDiaMin, BGHyper, BGHypo, KHPerDayMax, FatPerDayMax, ProtPerDayMax, '' "

@@ -1,4 +1,4 @@
-// Fingerprints tell tables that hold something else, and no others.
+// Fingerprints differ for tables with different content, and only for those.
 #include "database/keeping/table_fingerprint.h"
 
 #include "tests/database/database_test.h"
@@ -49,7 +49,7 @@ TEST_F(Fingerprints, DifferByASingleValueTypeRowOrName) {
         "DELETE * FROM t WHERE n=2", "INSERT INTO t (n) VALUES (2)", "UPDATE t SET n=2 WHERE n=1"}) {
     EXPECT_NE(of({table, first, second, change}).checksum, model.checksum) << change;
   }
-  // Twice the same must not cancel out, nor may values change places.
+  // Two equal rows must not cancel each other out, and values must not be exchangeable.
   EXPECT_NE(of({table, first, first}).checksum, of({table, second, second}).checksum);
   EXPECT_NE(of({"CREATE TABLE t (a LONG, b LONG)", "INSERT INTO t VALUES (1, 2)"}).checksum,
             of({"CREATE TABLE t (a LONG, b LONG)", "INSERT INTO t VALUES (2, 1)"}).checksum);

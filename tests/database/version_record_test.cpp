@@ -1,4 +1,4 @@
-// The version record: written with a new database, read back, and what counts as a database of this product.
+// The version record: written with a new database, read back, and used to recognise a database of this product.
 #include "database/version_record.h"
 
 #include "database/upgrade/ladder.h"

@@ -7,7 +7,7 @@
 namespace engine::test {
 namespace {
 
-/// Raises an error that tells it was asked.
+/// Raises an error that shows that this engine was asked.
 class AskedEngine : public Engine {
  public:
   std::unique_ptr<Database> create_database(std::string_view, std::string_view, std::int32_t) override { raise(); }

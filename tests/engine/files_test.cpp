@@ -104,7 +104,7 @@ TEST_F(Files, AreRefusedWhereTheyCannotBeCreatedOrOpened) {
   }
 }
 
-/// What other programs make of a password and the same cipher.
+/// Encrypts a file as other programs do with a password and the same cipher.
 void encrypt(const std::filesystem::path& file, const std::string& password, int page_size) {
   sqlite3* handle = nullptr;
   ASSERT_EQ(sqlite3_open(file.string().c_str(), &handle), SQLITE_OK);
@@ -171,7 +171,7 @@ Bytes salt_of(std::string_view text) {
   return salt;
 }
 
-/// Encrypts the file anew so that it begins with this salt.
+/// Encrypts the file again, so that it begins with this salt.
 void give_salt(const std::filesystem::path& file, const std::string& password, const Bytes& salt) {
   sqlite3* handle = nullptr;
   ASSERT_EQ(sqlite3_open(file.string().c_str(), &handle), SQLITE_OK);
@@ -179,7 +179,7 @@ void give_salt(const std::filesystem::path& file, const std::string& password, c
   sqlite3mc_config(handle, "cipher", sqlite3mc_cipher_index("sqlcipher"));
   sqlite3mc_config_cipher(handle, "sqlcipher", "legacy", 4);
   ASSERT_EQ(sqlite3_key(handle, password.data(), static_cast<int>(password.size())), SQLITE_OK);
-  // Of the key that follows.
+  // The cipher for the key that follows.
   sqlite3mc_config(handle, "cipher", sqlite3mc_cipher_index("sqlcipher"));
   sqlite3mc_config_cipher(handle, "sqlcipher", "legacy", 4);
   const embedded::FileKey key{password, salt};
@@ -218,7 +218,7 @@ TEST_F(Files, OpenWhateverTheirSaltLooksLike) {
 TEST_F(Files, KeepWhatWasReadInMemoryAgainAfterALargeWrite) {
   add_things(*create());
   const auto session = embedded::Session::open(host_path().string(), "", {});
-  // Each spelling is prepared anew, and tells what holds then.
+  // Each spelling is prepared as a new statement, which returns the current value.
   EXPECT_EQ(session->connection().integer("PRAGMA cache_size"), -131072);
   for (const bool done : {true, false}) {
     {

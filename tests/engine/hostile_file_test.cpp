@@ -1,4 +1,4 @@
-// Database files from a stranger: what their schema holds beyond tables and indexes is never run.
+// Database files from a stranger: whatever their schema holds beyond tables and indexes is never run.
 #include <gmock/gmock.h>
 #include <sqlite3.h>
 
@@ -21,7 +21,7 @@ std::string big_endian(std::size_t number, int bytes) {
 
 constexpr std::size_t page_size = 4096;
 
-/// A page of a table with one column and one row, whose text is said to be that long and to go on in page 2.
+/// A page of a table with one column and one row. The row claims that its text has this length and goes on in page 2.
 std::string page_that_claims(std::uint64_t text_size) {
   const std::string type = varint(2 * text_size + 13);
   const std::string header = varint(type.size() + 1) + type;
@@ -39,7 +39,7 @@ std::string page_that_claims(std::uint64_t text_size) {
 
 class HostileFile : public EngineTest {
  protected:
-  /// A plain database with `things` and a row, then changed behind the engine's back.
+  /// Makes a plain database with `things` and a row, then changes it behind the engine's back.
   void craft(const std::string& sql) {
     std::filesystem::remove(host_path());
     {

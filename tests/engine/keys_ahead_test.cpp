@@ -1,4 +1,5 @@
-// Keys that are derived ahead on other threads: the same as those derived on the spot, and gone when they are passed.
+// Keys that other threads derive ahead are the same as those derived at the opening, and are wiped when they have been
+// passed.
 #include "database/engine/embedded/keys_ahead.h"
 
 #include "tests/engine/test_database.h"

@@ -8,12 +8,12 @@
 namespace engine::test {
 namespace {
 
-/// A handle that is kept out gives up at once: there is nobody who could make room meanwhile.
+/// A handle that cannot get the lock gives up at once, because nobody could release it meanwhile.
 class Model : public EngineTest {
  protected:
   Model() : EngineTest(embedded::create_embedded_engine(std::chrono::milliseconds{2})) {}
 
-  /// False, and a failure that tells the seed and the steps, where the engine and the model disagree.
+  /// If the engine and the model disagree: returns false and reports a failure with the seed and the steps.
   bool play(unsigned seed) {
     constexpr int steps = 120;
     const std::string file = "m" + std::to_string(seed) + ".das";

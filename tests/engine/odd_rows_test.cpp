@@ -1,4 +1,5 @@
-// Rows, numbers and objects where two hands work on one file, or a hand on what is gone.
+// Rows, numbers and objects when two handles work on one file, or when a handle works on something that does not exist
+// any more.
 #include <gmock/gmock.h>
 #include <sqlite3.h>
 
@@ -100,7 +101,7 @@ TEST_F(OddRows, AFileThatWasMadeBeforeCountsOnFromItsHighestRow) {
 TEST_F(OddRows, ARowThatIsGoneIsNotTheOneInItsPlace) {
   struct Case {
     const char* name;
-    std::function<void(Recordset&)> lose;  ///< the recordset's last row
+    std::function<void(Recordset&)> lose;  ///< makes the recordset lose its last row
   };
   const std::vector<Case> cases = {
       {"deleted by another handle", [&](Recordset&) { there().execute("DELETE FROM things WHERE id=2"); }},
@@ -157,7 +158,7 @@ TEST_F(OddRows, ClosingARecordsetEndsItsLock) {
   for (int doubled = 0; doubled < 10; ++doubled) {
     run({"INSERT INTO things (name) VALUES ('x')", "INSERT INTO things (name) SELECT name FROM things"});
   }
-  // Under another name of the file the handles do not know each other.
+  // If they use different names of the file, the handles do not know each other.
   const auto other_name = open("./test.das");
   const auto rows = here().open_recordset("things");
   const auto forward = here().open_forward_only("things");

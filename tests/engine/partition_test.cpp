@@ -1,5 +1,5 @@
-// Whatever a condition is, the rows where it holds, where its opposite holds and where it is Null are all the rows,
-// each of them once, in every clause that takes one.
+// For every condition, the rows where it holds, where its opposite holds and where it is Null are together all rows,
+// each of them once, in every clause that takes a condition.
 #include <gtest/gtest.h>
 
 #include <algorithm>
@@ -25,7 +25,7 @@ std::string cell(const Recordset& rows, std::int32_t position) {
   return is_null(value) ? "-" : to_text(value);
 }
 
-/// The three conditions that share the rows among themselves.
+/// The three conditions that divide the rows among themselves.
 std::vector<std::string> parts_of(const std::string& condition) {
   return {condition, "NOT " + condition, condition + " IS NULL"};
 }
@@ -61,7 +61,7 @@ class Partition : public EngineTest {
     return sorted(all);
   }
 
-  /// `select` ends where the condition comes; `all` has every row.
+  /// `select` is a statement up to its condition; `all` returns every row.
   void expect_parts(const std::string& all, const std::string& select, const std::string& condition) {
     Rows parts;
     for (const std::string& part : parts_of(condition))
@@ -86,7 +86,7 @@ class Partition : public EngineTest {
     changes(condition);
   }
 
-  /// The condition as a value, and IIf, say of each row what WHERE says.
+  /// The condition as a value, and IIf, must say about each row what WHERE says.
   void values(const std::string& condition) {
     Rows expected;
     const char* const names[] = {"True", "False", "-"};
@@ -120,7 +120,7 @@ class Partition : public EngineTest {
     EXPECT_EQ(rows_of("SELECT id, id FROM p"), Rows{}) << condition;
   }
 
-  /// False where the condition has no value for some row: an overflow, or types that cannot be compared.
+  /// False if the condition has no value for some row: an overflow, or types that cannot be compared.
   bool check(unsigned seed) {
     const bool joined = seed % 3 == 0;
     const std::string condition = model::Predicates(seed, joined).condition(3);

@@ -18,7 +18,7 @@ TEST(SharePatience, WaitsForTheRestOfTheCacheTimeAndOncePerChange) {
               {seconds(4), seconds(6)},
               {seconds(10), seconds(0)},
               {seconds(86'400), seconds(0)},
-              // The other computer's clock is ahead: nothing is known of the age.
+              // The other computer's clock is ahead, so the age is not known.
               {seconds(-3'600), seconds(10)}};
   for (const auto& row : rows) {
     SharePatience patience(seconds(10));
@@ -33,7 +33,7 @@ TEST(SharePatience, DoesNotWaitForItsOwnChangesAndForgetsThemInTime) {
   patience.changed_here(now, now);
   EXPECT_EQ(patience.wait_before_reading(now, now + seconds(2)), milliseconds(0));
   EXPECT_EQ(patience.wait_before_reading(now + seconds(2), now + seconds(3)), milliseconds(9'000)) << "somebody else's";
-  // By then it needs no wait for its age, and the place in memory is free.
+  // By then it does not have to wait because of its age, and its place in memory is free.
   patience.changed_here(now + seconds(60), now + seconds(60));
   EXPECT_EQ(patience.wait_before_reading(now, now + seconds(61)), milliseconds(0));
 }

@@ -1,4 +1,4 @@
-// A folder of its own for each test, and databases in it.
+// A folder for each test, and databases in it.
 #pragma once
 
 #include <gtest/gtest.h>
@@ -13,7 +13,7 @@
 
 namespace engine::test {
 
-/// The number of the error that the call raises; 0 where it raises none.
+/// The number of the error that the call raises; 0 if it raises none.
 template <typename Call>
 int error_number(Call&& call) {
   try {
@@ -24,7 +24,7 @@ int error_number(Call&& call) {
   }
 }
 
-/// The embedded engine; it waits 50 ms for a file in use.
+/// The embedded engine, which waits only 50 ms for a file in use.
 std::unique_ptr<Engine> impatient_engine();
 
 class EngineTest : public testing::Test {
@@ -32,7 +32,7 @@ class EngineTest : public testing::Test {
   explicit EngineTest(std::unique_ptr<Engine> engine = impatient_engine());
   ~EngineTest() override;
 
-  /// Windows path of a file in the test's folder, and the host's path of it.
+  /// Windows path and host path of a file in the test's folder.
   std::string path(std::string_view name = "test.das") const;
   std::filesystem::path host_path(std::string_view name = "test.das") const { return folder_ / name; }
   bool exists(std::string_view name = "test.das") const { return std::filesystem::exists(host_path(name)); }

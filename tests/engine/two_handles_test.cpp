@@ -25,7 +25,8 @@ TEST_F(TwoHandles, SeeEachOthersChangesOfLayout) {
   EXPECT_EQ(second->table_defs().item(0)->name(), "others");
   EXPECT_EQ(things->name(), "others");
   EXPECT_EQ(error_number([&] { second->open_recordset("things"); }), 3078);
-  // A change that is rolled back, then as many committed ones: the count alone would not tell.
+  // A change that is rolled back, then as many committed ones: the count of changes alone would not show the
+  // difference.
   first->begin_transaction();
   first->table_defs().item("others")->set_name("never");
   first->rollback_transaction();
@@ -45,7 +46,7 @@ TEST_F(TwoHandles, DoNotStopEachOtherHalfRead) {
   EXPECT_THAT(column(*here, "things", "id"), ElementsAre());
 }
 
-/// Somebody who reads the file and does not end, through a program that knows nothing of our handles.
+/// A reader of the file that does not finish, through a program that knows nothing about our handles.
 class EndlessReader {
  public:
   explicit EndlessReader(const std::filesystem::path& file) {
@@ -71,7 +72,7 @@ TEST_F(TwoHandles, WaitOnceAStatementForAReaderHoweverMuchItWrites) {
   for (int doubled = 0; doubled < 9; ++doubled) double_rows();
   const EndlessReader reader{host_path()};
   const auto begin = Clock::now();
-  // Hundreds of pages more than the changes have room for: each is a reason to ask for the lock.
+  // The changes need hundreds of pages more than they have room for; each one is a reason to ask for the lock.
   EXPECT_EQ(error_number(double_rows), 3045);
   here->begin_transaction();
   const auto rows = here->open_recordset("things");

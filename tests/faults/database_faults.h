@@ -1,4 +1,4 @@
-// Procedures that write databases, swept over with faults: what each may leave of a file, or of a folder with files.
+// Sweeps of faults over procedures that write databases, with checks of what each may leave of a file or of a folder.
 #pragma once
 
 #include <algorithm>
@@ -28,8 +28,8 @@ class DatabaseFaults : public OldLayout {
   }
   std::string state(const std::string& file) const { return faults::database_state(host(file), environment.password); }
 
-  /// `run` changes the file, at once: whatever interrupts it, the file holds the one state or the other, and the one
-  /// that `run` says.
+  /// `run` changes the file in one step. Whatever interrupts it, the file must hold the old or the new state, and the
+  /// one that `run` reported.
   void sweep_over_file(std::string_view name, const std::string& file, const std::function<bool()>& run) {
     const std::string content = read_file(file);
     const std::string before = state(file);
@@ -53,7 +53,7 @@ class DatabaseFaults : public OldLayout {
     faults::sweep(name, {prepare, {}, run, check});
   }
 
-  /// Puts the folder back into the state that it is in now.
+  /// Returns a function that puts the folder back into its present state.
   std::function<void()> restoring() const {
     std::map<std::string, std::string> contents;
     for (const std::string& name : files()) contents[name] = read_file(path(name));
@@ -65,7 +65,8 @@ class DatabaseFaults : public OldLayout {
     };
   }
 
-  /// `run` makes a new file: it is there as a whole or not at all, and but for a process that has died nothing else is.
+  /// `run` makes a new file, which must exist as a whole or not at all. Nothing else may be left behind, unless the
+  /// process has died.
   void sweep_over_new_file(std::string_view name, const std::string& file, const std::function<bool()>& run) {
     const std::vector<std::string> old_files = files();
     std::string whole;

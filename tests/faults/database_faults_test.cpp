@@ -1,5 +1,5 @@
-// The procedures that write a database, interrupted at every point: the file holds what it held before or what the
-// procedure was to make of it.
+// The procedures that write a database, interrupted at every point: the file holds what it held before, or what the
+// procedure was meant to make of it.
 #include "tests/faults/database_faults.h"
 
 #include <algorithm>
@@ -114,7 +114,7 @@ class PasswordFaults : public DatabaseFaults {
   std::unique_ptr<engine::Database> opened(const std::string& password) const {
     return environment.open_engine("DAO.DBEngine.36")->open_database(file, false, false, connect_text(password));
   }
-  /// "old", "new", or what is wrong.
+  /// "old", "new", or a description of what is wrong.
   std::string which_opens(const std::string& content, const std::string& before, const std::string& after) const {
     for (const std::string& password : {before, after}) {
       try {
@@ -149,7 +149,7 @@ class PasswordFaults : public DatabaseFaults {
       const std::string found = which_opens(content, before, after);
       EXPECT_TRUE(found == "old" || found == "new") << found;
       if (ended == Ended::Died) return;
-      // The file may have its new password where only the way back to it has failed.
+      // The file may have its new password if only the way back has failed.
       if (ended == Ended::Succeeded) {
         EXPECT_EQ(found, "new");
       }
@@ -185,7 +185,7 @@ TEST_F(DatabaseFaults, AnUpgradesCopyIsWholeOrNotThere) {
       EXPECT_EQ(found, after);
     }
     if (ended != Ended::Died) {
-      // The journal of a file that was opened for it alone is empty when it cannot be deleted.
+      // A journal of a file that was opened exclusively is empty if it cannot be deleted.
       const auto left =
           std::ranges::count_if(files(), [](const std::string& name) { return !name.ends_with("-journal"); });
       EXPECT_EQ(left, saved == no_file ? 1 : 2) << ::testing::PrintToString(files());

@@ -16,7 +16,7 @@ namespace {
 
 using namespace engine::embedded;
 
-/// Begins the part of each table.
+/// The beginning of each table's part.
 constexpr std::string_view table_mark = "\n== ";
 
 void unlock(Connection& file, std::string_view password, bool with_journal) {
@@ -36,7 +36,7 @@ std::vector<std::string> table_names(Connection& file) {
   return names;
 }
 
-/// Tables and fields have identities with gaps that nobody foresees: here the name stands for each.
+/// Replaces the identities of tables and fields, whose values cannot be foreseen, by the names.
 class Identities {
  public:
   explicit Identities(Connection& file) {
@@ -52,7 +52,7 @@ class Identities {
     return name == names_.end() ? text : name->second;
   }
 
-  /// Of an index, whose name begins with its table's identity.
+  /// The text of an index, whose name begins with its table's identity.
   std::string in_layout(std::string text) const {
     static const std::regex index{R"(INDEX "(\d+)\.)"};
     std::smatch found;

@@ -1,5 +1,5 @@
-// Which fault happens at which of the operations that change or read files. One plan per process: the file system shim
-// and the faulty ports ask it before each operation.
+// Says which fault happens at which of the operations that change or read files. Each process has one plan; the file
+// system shim and the faulty ports ask it before each operation.
 #pragma once
 
 #include <functional>
@@ -8,12 +8,12 @@
 namespace faults {
 
 enum class Fault {
-  None,          ///< operations are counted only
-  DiskError,     ///< one operation, of whatever kind, fails
+  None,          ///< operations are only counted
+  DiskError,     ///< one operation of any kind fails
   ShortWrite,    ///< one write stores its first half and fails
   FullDisk,      ///< from one write on, every write fails
-  Killed,        ///< the process is gone; what it wrote stays
-  PowerCut,      ///< the process is gone, and with it all that was not synced
+  Killed,        ///< the process dies; what it wrote stays
+  PowerCut,      ///< the process dies, and everything that was not synced is lost
   TornPowerCut,  ///< the same, but some sectors of what was not synced have reached the disk
 };
 std::string_view name_of(Fault fault);
@@ -30,16 +30,16 @@ class FaultPlan {
   /// The plan of this process.
   static FaultPlan& current();
 
-  /// Counts anew; the fault happens at the operation `at`, from 1.
+  /// Restarts the count. The fault happens at the operation `at`, counted from 1.
   void arm(Fault fault, int at);
-  /// No fault any more; the operations that the fault could have happened at.
+  /// Ends the faults and returns how many operations there were at which the fault could have happened.
   int disarm();
   Fault fault() const noexcept { return fault_; }
   int at() const noexcept { return at_; }
 
-  /// What is to become of an operation that is about to happen. Does not return where the process ends with it.
+  /// Says what shall happen to the next operation. Does not return if the process ends here.
   Verdict meet(Operation operation);
-  /// Leaves on the disk what a power cut leaves.
+  /// Changes the disk to what a power cut leaves.
   std::function<void()> lose_unsynced;
 
  private:
@@ -50,7 +50,7 @@ class FaultPlan {
   int count_ = 0;
 };
 
-/// Whether the operation that is about to happen fails.
+/// True if the next operation shall fail.
 inline bool fails(Operation operation) { return FaultPlan::current().meet(operation) != Verdict::Proceed; }
 
 }  // namespace faults

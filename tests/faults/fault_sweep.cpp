@@ -20,7 +20,7 @@ constexpr Fault faults[] = {Fault::DiskError, Fault::ShortWrite, Fault::FullDisk
                             Fault::Killed,    Fault::PowerCut,   Fault::TornPowerCut};
 constexpr int failed = 1;
 
-/// A new database gets the same salt in each run, so that its key is derived once.
+/// Gives new databases the same salt in each run, so that their key is derived only once.
 void repeat_salts() {
   static bool kept = false;
   if (!std::exchange(kept, true)) {
@@ -51,7 +51,7 @@ void check(const Work& work, Ended ended) {
   }
 }
 
-/// Twice: the first run fills what the process keeps in memory, as in all the runs that follow.
+/// The work runs twice: the first run fills what the process keeps in memory, as it is in all later runs.
 int count_points(Fault fault, const Work& work) {
   int points = 0;
   for (int run = 0; run < 2; ++run) {
@@ -71,7 +71,7 @@ int step_between(int points) {
   return (points + most_points - 1) / most_points;
 }
 
-/// The number of runs.
+/// Returns the number of runs.
 int sweep_over(Fault fault, int points, const Work& work) {
   begin(work);
   int runs = 0;

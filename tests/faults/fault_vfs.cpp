@@ -18,20 +18,20 @@ UnsyncedFiles& unsynced() {
   return files;
 }
 
-/// Whether it matters what is synced and what is not.
+/// True if it matters what is synced and what is not.
 bool tracks() {
   const Fault fault = FaultPlan::current().fault();
   return fault == Fault::PowerCut || fault == Fault::TornPowerCut;
 }
 
-/// The calls that SQLite's own file system makes are none of ours.
+/// Calls that SQLite's own file system makes do not count as ours.
 int calls_of_sqlite = 0;
 struct CallOfSqlite {
   CallOfSqlite() { ++calls_of_sqlite; }
   ~CallOfSqlite() { --calls_of_sqlite; }
 };
 
-/// Followed in memory by the file of the machine's own VFS.
+/// In memory, the file of the machine's own VFS follows directly behind.
 struct FaultFile {
   sqlite3_file base;
   std::string* path;
@@ -82,7 +82,7 @@ int truncate_file(sqlite3_file* file, sqlite3_int64 size) {
 
 int sync_file(sqlite3_file* file, int) {
   if (fails(Operation::Other)) return SQLITE_IOERR_FSYNC;
-  // Only the plan's own power cuts ask what was synced: nothing has to wait for the disk.
+  // Only the plan's power cuts ask what was synced, so nothing waits for the disk.
   if (tracks()) unsynced().synced(*fault_file(file).path);
   return SQLITE_OK;
 }
@@ -95,7 +95,7 @@ int control_file(sqlite3_file* file, int operation, void* argument) {
   return methods(file).xFileControl(real(file), operation, argument);
 }
 int sector_size(sqlite3_file* file) { return methods(file).xSectorSize(real(file)); }
-/// Of the plainest of disks: it promises nothing about the order of writes or what they leave when they are cut.
+/// The simplest of disks: it promises nothing about the order of writes, or about what an interrupted write leaves.
 int characteristics(sqlite3_file*) { return 0; }
 
 constexpr sqlite3_io_methods fault_methods = {

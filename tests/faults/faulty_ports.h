@@ -1,4 +1,4 @@
-// Ports in which the plan's faults happen: each of their operations that changes something is one of its points.
+// Ports in which the plan's faults happen: each operation that changes something is a possible point.
 #pragma once
 
 #include "support/error.h"
@@ -65,7 +65,7 @@ class FaultyFileSystem : public support::FileSystem {
   bool rename_without_replacing(std::string_view source, std::string_view target) override {
     return !fails(Operation::Other) && real->rename_without_replacing(source, target);
   }
-  /// Removing works where nothing else does: it is what an interrupted run cleans up with.
+  /// Removing always works, because an interrupted run cleans up with it.
   bool remove(std::string_view path) override { return real->remove(path); }
   bool can_create_in(std::string_view folder) const override { return real->can_create_in(folder); }
   bool can_write(std::string_view path) const override { return real->can_write(path); }

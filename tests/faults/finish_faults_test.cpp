@@ -1,5 +1,5 @@
-// The finish of the wizard, interrupted at every point: each thing that it writes is there as a whole or not at all,
-// and its report tells which.
+// The finish of the wizard, interrupted at every point: each thing that it writes exists as a whole or not at all, and
+// its report says which.
 #include <filesystem>
 #include <fstream>
 
@@ -19,7 +19,7 @@ using faults::Ended;
 using faults::Fault;
 namespace fs = std::filesystem;
 
-/// What the finish writes of a database, by the name that its report gives it.
+/// A part of a database that the finish writes, by the name that its report gives it.
 struct Part {
   std::string_view name;
   std::vector<std::string_view> tables;
@@ -35,7 +35,7 @@ const Part parts[] = {
 class FinishFaults : public WizardTest {
  protected:
   void adapt(Ports& ports) override {
-    // Opened anew: the file may have been put back since.
+    // The hive is opened again, because the file may have been restored since.
     hive_ = support::open_hive(host(path("hive.reg")));
     registry_.real = hive_.get();
     ports.registry = &registry_;
@@ -46,11 +46,11 @@ class FinishFaults : public WizardTest {
   static std::string host(const std::string& windows_path) {
     return support::host_file_system().host_path(windows_path);
   }
-  /// Beside the installation.
+  /// The path of the report, beside the installation.
   std::string report_file() const { return fs::path(host(path("hive.reg"))).parent_path().string() + ".report"; }
   std::string state() const { return faults::database_state(host(database), ::database::default_password); }
 
-  /// Exactly the files that were there.
+  /// Restores exactly the files that were there.
   void restore(const std::map<std::string, std::string>& installation) {
     for (const auto& [name, content] : everything()) {
       if (!installation.contains(name)) fs::remove_all(name);
@@ -63,8 +63,8 @@ class FinishFaults : public WizardTest {
     }
   }
 
-  /// Presses the last button, and keeps the report where the test's process finds it. A fault that the last page has to
-  /// show first takes a second press.
+  /// Presses the last button, and keeps the report where the test's process finds it. If the last page must show a
+  /// fault first, the button is pressed twice.
   bool press_finish() {
     next();
     if (wizard().state() == wizard::frmAssistantFirstSteps::State::Running) next();
@@ -100,7 +100,7 @@ class FinishFaults : public WizardTest {
   std::map<std::string, std::optional<std::string>> settings_before_, settings_after_;
 };
 
-/// Value of a registry value or ini key of the report ("+BGUnit=1"), as it is stored now.
+/// The present value of a registry value or ini key of the report ("+BGUnit=1").
 std::optional<std::string> FinishFaults::stored(const std::string& entry) const {
   const std::string name = entry.substr(0, entry.find('='));
   if (name.starts_with("[")) {
@@ -117,7 +117,8 @@ std::optional<std::string> FinishFaults::stored(const std::string& entry) const 
   return std::nullopt;
 }
 
-/// The database as it was, as it is when it gets its name, and at the end; the settings before and at the end.
+/// Records the states of the database before, when it gets its name, and at the end; and of the settings before and at
+/// the end.
 void FinishFaults::learn_states(const faults::Work& work) {
   EXPECT_TRUE(faults::run_undisturbed(work));
   after_ = state();

@@ -1,4 +1,4 @@
-// Two runs of the wizard end at the same time, on one folder of patients, one hive and one home page.
+// Two runs of the wizard finish at the same time, with one folder of patients, one hive and one home page.
 #include <unistd.h>
 
 #include "support/hive_registry.h"

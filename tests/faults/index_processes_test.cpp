@@ -1,4 +1,4 @@
-// Eight processes at work on one index database: no row is lost, none waits too long, nobody sees half a change.
+// Eight processes work on one index database: no row is lost, nobody waits too long, nobody sees half a change.
 #include <fmt/core.h>
 #include <unistd.h>
 
@@ -28,7 +28,7 @@ class IndexProcesses : public DatabaseTest {
 
   static std::string patient_file(int process) { return "p" + std::to_string(process) + ".das"; }
 
-  /// One change of two rows.
+  /// Changes both rows in one transaction.
   void move_one() const {
     const Opened opened = open(index);
     engine::Transaction transaction{*opened.database};
@@ -39,7 +39,7 @@ class IndexProcesses : public DatabaseTest {
 
   bool balances() const { return rows(index, "SELECT SUM(harbinoxid) FROM index WHERE id < 3") == expected_sum; }
 
-  /// A new row, refreshed from a patient database; a transfer; and a look at both sides of it.
+  /// Adds a row, refreshes it from a patient database, makes a transfer, and checks that the sum of both sides is kept.
   bool work(int process, int round) {
     PatientRecord patient;
     patient.name = "P" + std::to_string(process) + "-" + std::to_string(round);
@@ -60,7 +60,7 @@ class IndexProcesses : public DatabaseTest {
 TEST_F(IndexProcesses, LoseNoRowAndSeeNoHalfOfAChange) {
   using Clock = std::chrono::steady_clock;
   const auto begin = Clock::now();
-  // A statement that is kept out for longer than the busy time fails, and its process with it.
+  // A statement that cannot get the lock within the busy time fails, and its process fails with it.
   faults::run_together(processes, [&](int process) {
     for (int round = 0; round < rounds; ++round) {
       if (!work(process, round)) return 1;
@@ -76,7 +76,7 @@ TEST_F(IndexProcesses, LoseNoRowAndSeeNoHalfOfAChange) {
             << " s\n";
 }
 
-/// Patients of an older layout in an index that was not brought up to date.
+/// Patients with an older layout, in an index that is not up to date.
 class KilledIndexUpgrade : public DatabaseTest {
  protected:
   static constexpr int patients = 3;
@@ -92,7 +92,7 @@ class KilledIndexUpgrade : public DatabaseTest {
   }
   static std::string name(int id) { return fmt::format("db4_{:06}.das", id); }
   std::string host(const std::string& file) const { return support::host_file_system().host_path(path(file)); }
-  /// Ends its process without a word as soon as it has been told something for the `calls`th time.
+  /// Kills its process at the call with the number `calls`.
   IndexUpgradeWatch killed_after(int calls) {
     const auto die = [this, calls] {
       if (++calls_ == calls) _exit(killed);
@@ -119,7 +119,7 @@ class KilledIndexUpgrade : public DatabaseTest {
 };
 
 TEST_F(KilledIndexUpgrade, GoesOnWhereItWasKilled) {
-  // Told of once before a patient, once with the percentage, and once of the upgrade.
+  // For each patient: one call before it, one with the percentage, one for the upgrade.
   constexpr int calls_a_patient = 3;
   int before = 0;
   for (int done = 0; done <= patients; ++done) {

@@ -1,4 +1,4 @@
-// What an owner does with a file as a whole, interrupted at every point: the old file or the new one.
+// What an owner does with a whole file, interrupted at every point: the old or the new file is left.
 #include "database/keeping/backup.h"
 #include "database/keeping/compact.h"
 #include "tests/faults/database_faults.h"
@@ -11,7 +11,7 @@ class KeepingFaults : public DatabaseFaults {
   KeepingFaults() {
     environment.now = [] { return engine::date_from(2024, 5, 17, 8, 30, 0); };
   }
-  /// With deleted rows, so that it can be smaller.
+  /// A file with deleted rows, so that it can become smaller.
   std::string file_with_gaps() {
     std::string file = patient_database();
     const std::string comment(250, 'x');
@@ -21,7 +21,7 @@ class KeepingFaults : public DatabaseFaults {
     execute(file, {"DELETE * FROM glucose WHERE ID>5"});
     return file;
   }
-  /// True where `work` raises nothing of the engine's.
+  /// True if `work` raises no error of the engine's.
   static bool succeeds(const std::function<void()>& work) {
     try {
       work();

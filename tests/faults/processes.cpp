@@ -17,7 +17,7 @@ pid_t start_process(const std::function<int()>& run) {
     _exit(run());
   } catch (const std::exception& error) {
     std::cerr << error.what() << '\n';
-    // The test's own end is not for this process.
+    // The child must not run the test program's own end.
     _exit(-1);
   }
 }

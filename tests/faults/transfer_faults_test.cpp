@@ -1,4 +1,4 @@
-// Exporting tables and taking them back, interrupted at every point: the folder, or the database, is there as a whole
+// Exporting tables and importing them again, interrupted at every point: the folder or the database exists as a whole
 // or not at all.
 #include <chrono>
 #include <fstream>
@@ -16,7 +16,7 @@ namespace {
 namespace fs = std::filesystem;
 using transfer::Format;
 
-/// What a folder holds, by name; nothing where it is not there.
+/// The content of a folder's files, by name; nothing if the folder does not exist.
 using Content = std::map<std::string, std::string>;
 
 class TransferFaults : public DatabaseFaults {
@@ -42,7 +42,7 @@ class TransferFaults : public DatabaseFaults {
     return found;
   }
 
-  /// A patient's database with enough in one table for several writes of each form.
+  /// A patient's database with so many rows in one table that each form needs several writes.
   std::string filled_database() {
     std::string file = patient_database();
     const std::string text(2000, 'x');

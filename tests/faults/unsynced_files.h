@@ -1,4 +1,4 @@
-// What of the files on a disk would survive a power cut: their content at the last sync, and what was done since.
+// Knows what would survive a power cut of the files on a disk: their content at the last sync, and the changes since.
 #pragma once
 
 #include <cstdint>
@@ -13,22 +13,22 @@ namespace faults {
 
 class UnsyncedFiles {
  public:
-  /// From here on the file's changes are told of. `existed`: not created just now.
+  /// From now on, the file's changes are reported here. `existed`: it was not created just now.
   void opened(const std::string& path, bool existed);
   void written(const std::string& path, std::int64_t offset, std::string_view bytes);
   void truncated(const std::string& path, std::int64_t size);
   void synced(const std::string& path);
-  /// Until the folder is synced the file may come back.
+  /// The file was removed. Until the folder is synced, it may return.
   void removed(const std::string& path);
-  /// About to happen: the file or folder `source` takes the name of `target`, which may be missing. Until the folder is
-  /// synced both may be as they were.
+  /// The file or folder `source` is about to get the name of `target`, which may be missing. Until the folder is
+  /// synced, both may be as they were.
   void renamed(const std::string& source, const std::string& target);
-  /// All work is in one folder.
+  /// The folder was synced; all work is in one folder.
   void folder_synced();
   void forget();
 
-  /// Puts the files into the state after the cut. With `torn`, each sector of each change has reached the disk or not,
-  /// as the seed has it; without, none has.
+  /// Puts the files into the state after the cut. With `torn`, the seed decides for each sector of each change whether
+  /// it has reached the disk; otherwise no change has.
   void cut(bool torn, unsigned seed);
 
  private:
@@ -49,7 +49,7 @@ class UnsyncedFiles {
   struct FolderRename {
     std::string source, target;
   };
-  /// What is known of the files in a folder is known of them in the other one.
+  /// Everything that is known about the files in one folder is now known about the other one.
   void move_files(const std::string& source, const std::string& target);
   static std::optional<std::string> surviving(const File& file, bool torn, std::mt19937& coins);
 

@@ -1,4 +1,4 @@
-// The calls of the system beside SQLite's files that write a file or give it its name. The linker puts these in their
+// System calls that write a file which is not SQLite's, or give it its name. The linker puts these functions in their
 // place.
 #include <fcntl.h>
 #include <sys/stat.h>
@@ -95,13 +95,13 @@ ssize_t __wrap_write(int descriptor, const void* bytes, std::size_t count) {
   return __real_write(descriptor, bytes, count);
 }
 
-/// Of what is read beside SQLite's files, the tables that an export has written.
+/// Besides SQLite's files, only the tables that an export has written are read.
 ssize_t __wrap_read(int descriptor, void* bytes, std::size_t count) {
   if (path_of(descriptor).ends_with(".csv") && call_fails(Operation::Read)) return -1;
   return __real_read(descriptor, bytes, count);
 }
 
-/// Only the plan's own power cuts ask what was synced: nothing has to wait for the disk.
+/// Only the plan's power cuts ask what was synced, so nothing waits for the disk.
 int __wrap_fsync(int descriptor) {
   if (is_of_type(descriptor, S_IFDIR)) {
     faults::tell_synced_folder();

@@ -17,7 +17,7 @@ using jet_import::SourceTable;
 using testing::ElementsAre;
 using testing::HasSubstr;
 
-/// One table of `rows` rows that count up from 0; each field reads as the row's number, or as `value` where given.
+/// A source with one table of `rows` rows, counted from 0. Each field holds the row's number, or `value` if given.
 class CountingSource : public jet_import::Source {
  public:
   SourceTable table{"t", {{"n", DataType::Long}}, {}, {}, {}};

@@ -12,7 +12,7 @@ namespace {
 using jet_import::JetVersion;
 using namespace std::string_view_literals;
 
-// The key stream at 0x3C and at 0x42, as public notes on the format list it.
+// The key stream at 0x3C and at 0x42, as public notes on the format give it.
 constexpr std::string_view mask_of_code_page = "\x7B\x42"sv;
 constexpr std::string_view mask_of_password =
     "\x86\xFB\xEC\x37\x5D\x44\x9C\xFA\xC6\x5E\x28\xE6\x13\xB6\x8A\x60\x54\x94\x7B\x36"sv;

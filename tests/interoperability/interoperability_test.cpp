@@ -1,5 +1,5 @@
-// Our files in the hands of SQLCipher, built from its own source, and its files in ours. It knows nothing of our order
-// of texts, unless a test gives it one.
+// SQLCipher, built from its own source, works on our files, and we work on its files. It does not know our sorting
+// order of texts, unless a test gives it one.
 #include <gmock/gmock.h>
 
 #include <algorithm>
@@ -23,7 +23,7 @@ using testing::StartsWith;
 using testing::UnorderedElementsAreArray;
 
 const std::string own_password = "Gürtel 'n 07";
-/// Of a full database.
+/// A full database has at least so many.
 constexpr std::size_t least_rows = 18;
 const std::string no_order = "no such collation sequence: JET\n";
 
@@ -36,7 +36,7 @@ Lines lines_of(const std::string& text) {
   return lines;
 }
 
-/// Heads the rows of a table in the other tool's output.
+/// Stands before a table's rows in the other tool's output.
 const std::string section = "rows of ";
 
 /// The rows of each table, sorted.
@@ -80,7 +80,7 @@ class Interoperability : public apps_test::ProcessTest {
     return apps_test::run_patientdb(arguments, {{"PATIENTDB_PASSWORD", password}});
   }
 
-  /// SQLCipher's word on statements. `options` stand before them.
+  /// What SQLCipher says to the statements. `options` stand before them.
   Outcome sqlcipher(const std::string& file, const std::string& password, const Lines& statements,
                     const std::string& options = "") const {
     std::string command = password.empty() ? "" : "KEY=" + for_shell(password) + " ";
@@ -129,7 +129,7 @@ class Interoperability : public apps_test::ProcessTest {
     return {"SELECT " + columns + " FROM " + in_quotes(table, '"'), lines};
   }
 
-  /// Both read the same rows in every table, and find the same tables. Returns how many rows those are.
+  /// Expects that both read the same tables and the same rows in each. Returns the number of rows.
   std::size_t expect_same_rows(const std::string& file, const std::string& password) const {
     const auto engine = engine::embedded::create_embedded_engine();
     const auto database = open(*engine, file, password);
@@ -261,7 +261,7 @@ TEST_F(Interoperability, WeOpenFilesThatAnotherToolHasEncrypted) {
     EXPECT_EQ(patientdb({"sql", made, "INSERT INTO glucose (Comment) VALUES ('von uns')"}, password).code, 0);
     EXPECT_GT(expect_same_rows(made, password), least_rows);
   };
-  // In place: each page is written anew under another key.
+  // In place: each page is encrypted with another key.
   EXPECT_EQ(sqlcipher(file, own_password, {"PRAGMA rekey = 'neu 9ß'"}).err, "");
   expect_ours(file, "neu 9ß");
   // A new file, with all rows and indexes built by the other tool.
@@ -275,7 +275,7 @@ TEST_F(Interoperability, WeOpenFilesThatAnotherToolHasEncrypted) {
                 .err,
             "");
   expect_ours(made, "fremd 8ö");
-  // Without our order it cannot be made, and is not taken for one of ours.
+  // Without our order the file cannot be made completely, and is not accepted as one of ours.
   const std::string half = folder_.file("half.das");
   EXPECT_EQ(
       sqlcipher(plain, "", {"ATTACH " + in_quotes(half, '\'') + " AS made KEY 'x'", "SELECT sqlcipher_export('made')"})
@@ -315,7 +315,7 @@ TEST_F(Interoperability, WritingWithAnotherOrderUnderOurNameIsFoundAndMended) {
   const Outcome found = patientdb({"check", file}, own_password);
   EXPECT_EQ(found.code, 1);
   EXPECT_THAT(found.out, HasSubstr("bytext"));
-  // No row is lost: they are taken out without the index and brought back with a new one.
+  // No row is lost: the rows are copied out without the index and back with a new one.
   const std::string taken = folder_.file("taken"), mended = folder_.file("mended.das");
   EXPECT_EQ(patientdb({"export", file, taken, "--format", "sqlite"}, own_password).code, 0);
   const Outcome imported = patientdb({"import", taken, mended}, own_password);

@@ -1,4 +1,4 @@
-// A row as the test and the foreign tool both write it, so that rows can be compared bit for bit.
+// A row in the form that the test and the foreign tool both write, so that rows can be compared bit for bit.
 #pragma once
 
 #include <string>

@@ -1,7 +1,7 @@
 // sqlcipher_shell FILE [--collation own|stand-in] STATEMENT …: runs SQL on a database through SQLCipher, with the
-// password of the environment variable KEY, and writes a line for each row. "own" gives it our order of texts under its
-// name, "stand-in" another order under that name, as some tools offer; without the option it knows none of that name.
-// Ends with 1 at the first error and tells it.
+// password in the environment variable KEY, and writes a line for each row. With "own" it knows our sorting order of
+// texts; with "stand-in" it has another order under that name, as some tools offer; without the option it knows none of
+// that name. At the first error, it prints the error and ends with 1.
 #include <sqlite3.h>
 
 #include <cstdlib>
@@ -41,7 +41,7 @@ std::string column_text(sqlite3_stmt* row, int column) {
   }
 }
 
-/// Every statement of the text. False where one failed.
+/// Runs every statement of the text. False if one failed.
 bool run(sqlite3* database, const char* sql) {
   while (*sql != '\0') {
     sqlite3_stmt* statement = nullptr;

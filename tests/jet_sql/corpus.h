@@ -19,12 +19,12 @@ struct CorpusEntry {
   std::vector<std::string> rows;
   int error = 0;
   std::string error_text = {};
-  std::string empty_texts_of;  ///< a table, in place of a statement
+  std::string empty_texts_of;  ///< a table; the block has no statement
 };
 
 using CorpusBlock = std::vector<CorpusEntry>;
 
-/// Raises std::runtime_error where there is no such file under tests/data/sql.
+/// Raises std::runtime_error if there is no such file under tests/data/sql.
 std::vector<CorpusBlock> read_corpus(const std::string& file);
 
 }  // namespace jet_sql_test

@@ -1,4 +1,5 @@
-// Format by what its documentation says of each name and placeholder; German settings unless a row names others.
+// Format, tested by what its documentation says about each name and placeholder. The settings are German unless a row
+// names others.
 #include "database/engine/format/format.h"
 
 #include <gtest/gtest.h>

@@ -1,4 +1,4 @@
-// Any text gives a program or an error, in little time and stack.
+// Every text gives a program or an error, with little time and stack.
 #include <gtest/gtest.h>
 
 #include <chrono>

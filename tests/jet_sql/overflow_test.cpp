@@ -1,5 +1,5 @@
-// No infinity is computed, stored, summed or printed: random expressions of extreme numbers against the same sums done
-// here, where a step that is infinite makes the whole an overflow.
+// No infinity is computed, stored, summed or printed. Random expressions of extreme numbers are compared with the same
+// calculation here, in which a step with an infinite result makes the whole an overflow.
 #include <gtest/gtest.h>
 
 #include <array>
@@ -26,7 +26,7 @@ std::string literal(double value) {
 
 double number_of(const std::string& text) { return std::strtod(text.c_str(), nullptr); }
 
-/// An expression, and what it comes to: a number, or the error that its first failing step raises.
+/// An expression and its result: a number, or the error that its first failing step raises.
 struct Sum {
   std::string text;
   double value = 0;
@@ -78,7 +78,7 @@ TEST_F(Overflow, OfAnyStepIsAnErrorAndNothingElseIs) {
   for (int round = 0; round < 3000; ++round) {
     const Sum sum = sum_of(1 + static_cast<int>(any(3)));
     overflows += sum.error == 6 ? 1 : 0;
-    // Which of two failing steps comes first is the engine's choice.
+    // If two steps fail, the engine may report either.
     const std::string shown = "SELECT " + sum.text + " AS x";
     if (sum.error != 0) {
       const int error = database.error(shown);

@@ -1,4 +1,4 @@
-// What compile() tells of a statement beyond the rows that it gives.
+// What compile() says about a statement, apart from the rows that it returns.
 #include <gtest/gtest.h>
 
 #include <algorithm>

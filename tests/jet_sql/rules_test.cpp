@@ -16,7 +16,7 @@ FieldDefinition field_with_rule(const std::string& name, DataType type, const st
   return field;
 }
 
-/// The number that storing the value in a field with the rule raises; -1 where the rule is not known.
+/// The number of the error that storing the value in a field with the rule raises; -1 if the rule is not understood.
 int stored(const std::string& rule, DataType type, const std::string& value) {
   support::set_user_locale(*support::user_locale_by_name("de"));
   TableDefinition table;

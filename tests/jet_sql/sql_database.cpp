@@ -139,7 +139,7 @@ jet_sql::Numbering SqlDatabase::last_given(const std::string& name) {
   return {sqlite3_column_int64(statement.get(), 0), sqlite3_column_int64(statement.get(), 1)};
 }
 
-/// Runs queries, changes and what creates; other changes of the layout are the engine's matter.
+/// Runs queries, changes and CREATE statements; other changes of the layout belong to the engine.
 struct Runner {
   SqlDatabase& database;
   std::string_view source;

@@ -1,4 +1,4 @@
-// A SQLite database in memory that statements of the dialect run against, without the engine between.
+// A SQLite database in memory on which statements of the dialect run without the engine between.
 #pragma once
 
 #include <sqlite3.h>
@@ -21,7 +21,7 @@ class Tables final : public Catalogue {
   std::vector<std::unique_ptr<TableDefinition>> tables;
 };
 
-/// What a statement gave: a row as "1 | 'text' | Null | 2024-03-07 10:20:00", of a change the number of rows.
+/// The result of a statement: rows like "1 | 'text' | Null | 2024-03-07 10:20:00", or the number of changed rows.
 struct Answer {
   std::string columns;  ///< "id Long, name Text"
   std::vector<std::string> rows;
@@ -35,9 +35,9 @@ class SqlDatabase {
   Answer run(std::string_view statement);
   /// The first value of the first row, as in Answer.
   std::string value(std::string_view statement);
-  /// Number of the error that the statement raises; 0 where it raises none.
+  /// Number of the error that the statement raises; 0 if it raises none.
   int error(std::string_view statement);
-  /// SQLite's own text, for what the dialect has no words for.
+  /// Runs SQLite's own SQL, for what the dialect cannot express.
   void sqlite(const std::string& text);
   void allow_empty_texts(std::string_view table);
   const Catalogue& catalogue() const { return tables_; }

@@ -39,7 +39,7 @@ TEST(Cp1252, TakesTheNearestLetterThatItHas) {
        }) {
     EXPECT_EQ(nearest_in_cp1252(text, '_'), nearest) << text;
   }
-  // Every letter of the tables has one that can be written.
+  // Every letter of the tables has a nearest letter that can be written.
   for (char32_t code = 0xA0; code < 0x2000; ++code) {
     const std::u16string letter(1, static_cast<char16_t>(code));
     EXPECT_TRUE(fits_cp1252(nearest_in_cp1252(utf8_from_utf16(letter), '_'))) << static_cast<unsigned>(code);

@@ -10,7 +10,7 @@
 namespace support {
 namespace {
 
-/// GoogleTest's own expressions know no sets on Windows.
+/// GoogleTest's own regular expressions know no sets of characters on Windows.
 MATCHER_P(HoldsPattern, pattern, "") { return std::regex_search(arg, std::regex(pattern)); }
 
 using ::testing::EndsWith;
@@ -18,7 +18,7 @@ using ::testing::StartsWith;
 
 class ErrorJournalTest : public ::testing::Test {
  protected:
-  /// Lets `count` statements fail under a journal.
+  /// Makes `count` steps fail while a journal is kept.
   void fail(int count, const std::string& text = "No current record.") const {
     const ErrorJournal journal(folder_.host("journal.log"),
                                {"vantrix", "1.0.0", "C:\\Users\\Jörg\\firststeps.exe", "C:\\Users\\Jörg\\setup.ini"},

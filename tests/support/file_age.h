@@ -1,4 +1,4 @@
-// Files and folders that a test makes older than they are.
+// Makes files and folders look older than they are.
 #pragma once
 
 #include <chrono>
@@ -6,7 +6,7 @@
 
 namespace support::testing {
 
-/// The file or folder was last changed that long ago. The library's own call refuses folders on Windows.
+/// Sets the time of the last change to so many minutes ago. The standard library's own call refuses folders on Windows.
 void set_age(const std::string& host_path, std::chrono::minutes age);
 
 }  // namespace support::testing

@@ -1,4 +1,5 @@
-// What the profile calls answer, as rows that every adapter must give: measured on the calls themselves.
+// The answers of the profile calls, as rows that every adapter must satisfy. They were measured on the calls
+// themselves.
 #pragma once
 
 #include <cstddef>
@@ -18,7 +19,7 @@ struct IniReadRow {
   std::string_view fallback;
   std::size_t size = 100;
   std::string_view answer;  // UTF-8
-  /// Wine answers otherwise than the documentation of the calls.
+  /// Wine's answer differs from the documentation of the calls.
   bool wine_differs = false;
 };
 
@@ -28,7 +29,7 @@ struct IniWriteRow {
   std::string_view section;
   std::string_view key;
   std::string_view value;
-  std::string_view after;  // bytes; the same as before where the write is refused
+  std::string_view after;  // bytes; the same as before if the write is refused
   bool written = true;
 };
 

@@ -1,4 +1,5 @@
-// What every registry must do for the helpers: the hive everywhere, the machine's registry too on Windows.
+// What every registry must do for the functions in registry.h: the hive everywhere and, on Windows, the machine's
+// registry.
 #pragma once
 
 #include <gtest/gtest.h>
@@ -15,9 +16,9 @@ namespace support::testing {
 struct RegistryCase {
   std::string name;
   std::function<std::unique_ptr<Registry>(const TemporaryFolder&)> open;
-  /// A key that the test may write below.
+  /// A key below which the test may write.
   std::string scratch_key;
-  /// Removes what was written.
+  /// Removes what the test has written.
   std::function<void(const std::string& scratch_key)> clean;
 };
 

@@ -75,10 +75,10 @@ TEST_P(RegistryContract, RefusesTextThatWouldNotReadBack) {
   std::string read;
   EXPECT_TRUE(ReadRegValue(*registry_, user_root, key_, "v", read));
   EXPECT_EQ(read, "before");
-  EXPECT_FALSE(registry_->write_text(user_root, key_ + "\\none", "v", "x"));  // the key must be there
+  EXPECT_FALSE(registry_->write_text(user_root, key_ + "\\none", "v", "x"));  // the key must exist
 }
 
-/// Answers with one value whatever is asked.
+/// Gives the same answer to every question.
 class OneValue : public Registry {
  public:
   bool key_exists(RootKey, std::string_view) const override { return true; }

@@ -7,7 +7,7 @@
 namespace support {
 namespace {
 
-/// Files in memory. Replacing does what some systems do when it fails: the old file is gone by then.
+/// Files in memory. A failed replacement has removed the old file, as it does on some systems.
 class LosingCalls : public ReplacementCalls {
  public:
   bool replace(const std::string& source, const std::string& target) override {

@@ -79,9 +79,9 @@ TEST(Replace, SearchesFromTheStartIgnoringCaseUntilNoneIsLeft) {
       {"aÄb", "ä", "ae", 1, "aaeb"},
       {R"(a\nb\Nc)", "\\n", "\r\n", 2, "a\r\nb\r\nc"},
       {R"(a\\\\b)", R"(\\)", R"(\)", 3, R"(a\b)"},
-      {"aab", "ab", "b", 2, "b"},       // the rest of one occurrence makes the next
+      {"aab", "ab", "b", 2, "b"},       // the rest of one occurrence forms the next
       {"abab", "ab", "ba", 3, "bbaa"},  // and so does a replacement of the same length
-      {"abc", "b", "xBx", 0, "abc"},    // would never end
+      {"abc", "b", "xBx", 0, "abc"},    // replacing would never end
       {"abc", "", "x", 0, "abc"},
       {"", "a", "b", 0, ""},
   };
@@ -91,7 +91,7 @@ TEST(Replace, SearchesFromTheStartIgnoringCaseUntilNoneIsLeft) {
     EXPECT_EQ(text, row.result);
   }
   std::string breeding = "0000111111";
-  replace(breeding, "0011", "111000");  // without end where it is not limited
+  replace(breeding, "0011", "111000");  // would never end without the limit
   EXPECT_LT(breeding.size(), 100U);
   std::string many(100000, 'a');
   EXPECT_EQ(replace(many, "A", "bc"), 32767);

@@ -1,4 +1,4 @@
-// A folder of a test's own, gone with the test.
+// A folder for one test; it is removed with this object.
 #pragma once
 
 #include <filesystem>
@@ -15,16 +15,16 @@ class TemporaryFolder {
   TemporaryFolder(const TemporaryFolder&) = delete;
   TemporaryFolder& operator=(const TemporaryFolder&) = delete;
 
-  /// Paths of a name in the folder: for the host's own calls, and as a Windows path. The name may be UTF-8.
+  /// Paths of a name in the folder: one for the host's own calls, and a Windows path. The name may be UTF-8.
   std::string host(std::string_view name) const;
   std::string windows(std::string_view name = {}) const;
 
-  /// Writes a file past the code under test; returns its Windows path.
+  /// Writes a file without the code under test; returns its Windows path.
   std::string write(std::string_view name, std::string_view content) const;
-  /// The file's bytes; nothing where there is none.
+  /// The file's bytes; nothing if there is none.
   std::optional<std::string> read(std::string_view name) const;
   void set_read_only(std::string_view name, bool read_only) const;
-  /// How many entries the folder has: a temporary file that was left behind counts.
+  /// The number of entries in the folder, including temporary files that were left behind.
   std::size_t file_count() const;
 
  private:

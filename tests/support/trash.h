@@ -1,4 +1,4 @@
-// The recycle bin while a test runs. Elsewhere than on Windows it lies in the test's own folder and can be looked into.
+// The recycle bin while a test runs. Except on Windows, it is in the test's own folder and can be looked into.
 #pragma once
 
 #include <string>
@@ -15,7 +15,7 @@ class Trash {
   Trash(const Trash&) = delete;
   Trash& operator=(const Trash&) = delete;
 
-  /// Expects the file and its note, where the platform lets us see them.
+  /// Expects the file and its note, if the platform lets us see them.
   void expect_file(std::string_view name, std::string_view content) const;
 
  private:

@@ -10,7 +10,7 @@
 namespace support {
 namespace {
 
-/// Sets a locale by name for one test.
+/// Sets a locale by its name, for one test.
 class InLocale {
  public:
   explicit InLocale(std::string_view name) : before_(user_locale()) {

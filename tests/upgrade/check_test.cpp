@@ -1,4 +1,4 @@
-// What a check says of old layouts, and of those that were upgraded: nothing.
+// A check finds nothing wrong in old layouts, nor in upgraded ones.
 #include "database/keeping/check.h"
 
 #include "tests/upgrade/old_layout.h"
@@ -12,7 +12,7 @@ class CheckedLayout : public OldLayout, public ::testing::WithParamInterface<std
     std::vector<std::string> found;
     const keeping::CheckReport report = keeping::check_database(environment, file, "");
     for (const keeping::Finding& finding : report.findings) {
-      // The scripts' rows are there to be worked on, and some point nowhere.
+      // The scripts' rows exist for the upgrade to work on; some of them refer to rows that do not exist.
       if (finding.check != "reference") found.push_back(finding.table + "." + finding.field + ": " + finding.text);
     }
     return found;

@@ -210,7 +210,7 @@ TEST_F(UpgradeCommand, TellsPumpData) {
   EXPECT_EQ(run({"basal", file, "--from", "2009-03-01"}).code, 2);
 }
 
-/// `index` where patients are of old layouts; options that exclude a question say so.
+/// `index` with patients of old layouts; options that exclude a question say so.
 class IndexCommand : public UpgradeCommand {
  protected:
   IndexCommand() { EXPECT_EQ(run({"index", index, "create"}).out, index + " created\n"); }

@@ -1,4 +1,5 @@
-// Every old layout against a new database: where the upgraded layouts differ, and what has become of the rows.
+// Compares every old layout, once upgraded, with a new database: where the layouts differ, and what has become of the
+// rows.
 #include <algorithm>
 #include <fstream>
 #include <map>
@@ -10,11 +11,11 @@
 namespace database::testing {
 namespace {
 
-/// What is found after upgrading, with the versions that it was found in.
+/// What is found after the upgrade, with the versions in which it is found.
 using Findings = std::map<std::string, std::set<std::int16_t>>;
 
-/// "4.0-4.8 4.57-": runs of the versions that there are scripts for. One that reaches the newest is left open, so that
-/// the next script changes no line.
+/// "4.0-4.8 4.57-": ranges of the versions that have scripts. A range up to the newest is left open, so that the next
+/// script changes no line.
 std::string ranges(const std::set<std::int16_t>& found) {
   std::string text;
   const auto all = old_versions();
@@ -41,7 +42,8 @@ std::set<std::string> lines_of(const Findings& findings) {
   return lines;
 }
 
-/// The lines of a file, which are patterns of "*"; a line that begins with "#" gives the reason of those below it.
+/// The lines of a file, which are patterns with "*". A line that begins with "#" gives the reason for the lines below
+/// it.
 std::vector<std::string> expected_patterns(const std::string& name) {
   std::vector<std::string> patterns;
   std::ifstream file(std::string(TEST_DATA_DIR) + "/layouts/" + name);
@@ -57,7 +59,7 @@ std::vector<std::string> expected_patterns(const std::string& name) {
   return patterns;
 }
 
-/// Each line has its pattern, and each pattern a line.
+/// Expects that each line has a pattern, and each pattern a line.
 void expect_listed(const std::set<std::string>& lines, const std::string& file) {
   const std::vector<std::string> patterns = expected_patterns(file);
   std::set<std::string> unused(patterns.begin(), patterns.end());

@@ -1,5 +1,5 @@
-// The ladder beside its golden comparison: which databases climb it, the question before pump data are converted, and
-// what does not go as usual.
+// The ladder, apart from the golden comparison: which databases are upgraded, the question before pump data are
+// converted, and exceptional cases.
 #include "database/upgrade/ladder.h"
 
 #include <fstream>
@@ -161,7 +161,7 @@ TEST_F(Ladder, GivesTheRowThatItWidensTheZonesOfTheSettingsFile) {
   EXPECT_EQ(rows(file, "SELECT BB_From, BB_Until, UTZ4_Until FROM patdat_setup"),
             std::vector<std::string>{"1899-12-30 05:15:00|1899-12-30 08:59:00|1899-12-30 04:30:00"});
 
-  // A file whose upgrade was interrupted by another program has the columns already, and zones of the user's.
+  // A file whose upgrade another program interrupted: it has the columns already, and zones of the user's.
   const std::string widened = old_database(27);
   execute(widened, {"UPDATE db_info SET MinVersion=24"});
   ASSERT_EQ(upgrade(widened), 1);
@@ -226,7 +226,7 @@ TEST_F(Ladder, TellsOfStatementsThatItPassesOver) {
       [&](std::string_view, const support::RuntimeError& error) { ++passed_over[error.number()]; });
   ASSERT_EQ(upgrade(old_database(18)), 1);
   support::set_skipped_step_listener(before);
-  // The misspelled table of step 19, and the column that only the old import list has.
+  // The misspelled table of step 19, and the column that only the old import list has, are passed over.
   EXPECT_EQ(passed_over[3078], 1);
   EXPECT_EQ(passed_over[3127], 1);
 }
@@ -240,7 +240,7 @@ TEST_F(Ladder, ChangesNothingWhereItCannotGoToItsEnd) {
   EXPECT_EQ(upgrade(file), 0);
   EXPECT_EQ(read_file(file), content);
 
-  // A page of the glucose values is not readable any more.
+  // A page of the glucose values cannot be read.
   answer(1);
   std::string damaged = content;
   const std::size_t page = damaged.find("nüchtern") & ~std::size_t{4095};

@@ -25,8 +25,8 @@ std::string read_script(std::int16_t version) {
   return text;
 }
 
-/// "--! glucose: Comment 7 2 empty, ID 0 16": place and attributes of fields, "empty" where a text may be, "blank"
-/// where the default is a blank.
+/// "--! glucose: Comment 7 2 empty, ID 0 16" gives place and attributes of fields; "empty" means that an empty text is
+/// allowed, "blank" that the default is a blank.
 void set_properties(engine::Database& database, const std::string& line) {
   const std::size_t colon = line.find(':');
   const auto table = database.table_defs().item(line.substr(4, colon - 4));
@@ -47,7 +47,8 @@ void set_properties(engine::Database& database, const std::string& line) {
   }
 }
 
-/// The script's first line names the layout that it goes on from; the oldest goes on from none.
+/// Runs the script of the layout before, which the script's first line names, then the script itself. The oldest names
+/// none.
 void run_scripts(engine::Database& database, std::int16_t version) {
   const std::string script = read_script(version);
   const std::string_view mark = ", after 4.";
@@ -67,7 +68,7 @@ void run_scripts(engine::Database& database, std::int16_t version) {
   }
 }
 
-/// A day without its midnight, a time of day without its day, a text in one line.
+/// The value in short form: a day without its midnight, a time without its day, a text in one line.
 std::string short_text(const engine::Value& value) {
   std::string text = text_of(value);
   support::replace(text, "\n", "\\");
@@ -108,7 +109,7 @@ bool contains(const std::vector<std::string>& names, const std::string& name) {
   return std::ranges::find(names, name) != names.end();
 }
 
-/// Tells what only one side has, and calls `compare` with the names that both have, in the model's order.
+/// Reports what only one side has, and calls `compare` with the names that both have, in the model's order.
 template <typename Collection, typename Compare>
 void compare_names(Collection& ours, Collection& model, const std::string& prefix, std::set<std::string>& differences,
                    Compare compare) {
@@ -146,7 +147,7 @@ std::span<const std::int16_t> old_versions() { return versions; }
 std::string version_text(std::int16_t minor_version) { return "4." + std::to_string(minor_version); }
 
 std::string OldLayout::old_database(std::int16_t minor_version) {
-  // Each layout is built once and copied.
+  // Each layout is built once and then copied.
   static std::map<std::int16_t, std::string> contents;
   const std::string file = path(version_text(minor_version) + ".das");
   std::string& content = contents[minor_version];

@@ -1,4 +1,4 @@
-// Databases of old layouts, built from the scripts of tests/data/layouts, and what they hold as lines of text.
+// Databases of old layouts, built from the scripts of tests/data/layouts, and their content as lines of text.
 #pragma once
 
 #include <cstdint>
@@ -11,14 +11,14 @@
 
 namespace database::testing {
 
-/// The minor versions that there are scripts for.
+/// The minor versions that have scripts.
 std::span<const std::int16_t> old_versions();
 
 class OldLayout : public DatabaseTest {
  protected:
-  /// A database of that layout, without password, in a file of its own; returns its path.
+  /// Makes a database of that layout, without a password, in a file of its own; returns its path.
   std::string old_database(std::int16_t minor_version);
-  /// Reads the record and upgrades, as the index processing does; 1 where the record was written.
+  /// Reads the version record and upgrades, as the index processing does; 1 if the record was written.
   std::int16_t upgrade(const std::string& file) const;
   std::int16_t stored_version(const std::string& file) const;
 };
@@ -26,10 +26,10 @@ class OldLayout : public DatabaseTest {
 /// "4.40"
 std::string version_text(std::int16_t minor_version);
 
-/// Every row of every table: "table: field=value …", fields that are Null left out.
+/// Every row of every table as "table: field=value …", without fields that are Null.
 std::vector<std::string> row_lines(engine::Database& database);
 
-/// How a layout differs from another one: "table missing", "table.field default '0' instead of ''" …
+/// The differences of a layout from another one: "table missing", "table.field default '0' instead of ''" …
 std::set<std::string> layout_differences(engine::Database& database, engine::Database& model);
 
 }  // namespace database::testing

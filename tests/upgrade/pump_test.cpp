@@ -1,4 +1,4 @@
-// Basal insulin of a period, the pump's statistics, and the days of `ip` beside them.
+// Basal insulin of a period, the pump's statistics, and the days of `ip` that they read.
 #include <algorithm>
 #include <map>
 #include <random>
@@ -121,7 +121,7 @@ TEST_F(Pump, CountsOnlyTheDaysAndTimesOfThePeriod) {
   EXPECT_FLOAT_EQ(db_IP_CalcBasal(environment, path("missing.das"), period), 0);
 }
 
-/// Any entries: many at one moment, days without any, marks and calculated ones.
+/// Random entries: many at one moment, days without any, marks and calculated ones.
 std::vector<PumpRow> random_entries(std::mt19937& random, std::vector<std::string>& moments) {
   std::vector<PumpRow> entries;
   moments.reserve(200);
@@ -197,12 +197,12 @@ TEST_F(Pump, GathersItsStatistics) {
 constexpr std::int64_t day_length = 86400;
 
 struct PlainEntry {
-  std::int64_t second = 0;  ///< from the first day's midnight on
+  std::int64_t second = 0;  ///< counted from the first day's midnight
   double amount = 0;
   bool basal = true;
 };
 
-/// A period as the plain model knows it: days from the first on, and of each the times of day.
+/// A period as the plain model sees it: the days from the first on, and the times of day on each.
 struct PlainPeriod {
   std::int64_t first = 0, last = 0;
   std::int64_t from = 0, until = day_length - 1;
@@ -225,7 +225,7 @@ struct PlainPeriod {
   std::int64_t end() const { return (from > until && first == last ? last + 1 : last) * day_length + until; }
 };
 
-/// The rates of the entries, each from its second on.
+/// Sums the rates of the entries; each rate begins at its second.
 double plain_basal(const std::vector<PlainEntry>& sorted, const PlainPeriod& period) {
   const std::int64_t start = period.start(), end = period.end();
   std::vector<PlainEntry> rates;
@@ -261,7 +261,8 @@ PlainPeriod plain_period(std::mt19937& random) {
   return period;
 }
 
-/// One entry a moment; a second before the hour is among them, since bounds are whole minutes or have seconds.
+/// One entry at each moment. Some moments are a second before the hour, because bounds are whole minutes or have
+/// seconds.
 std::vector<PlainEntry> plain_entries(std::mt19937& random) {
   std::map<std::int64_t, PlainEntry> entries;
   for (int i = 0; i < 120; ++i) {
@@ -278,7 +279,7 @@ std::string moment_literals(std::int64_t second) {
   return "#5/" + std::to_string(1 + second / day_length) + "/2020#, " + time_literal(time);
 }
 
-/// What the entries of one kind come to, day by day and hour by hour.
+/// The sums of the entries of one kind, by day and by hour.
 struct PlainFigures {
   std::map<std::int64_t, double> days;
   std::map<std::int64_t, std::pair<int, double>> hours;

@@ -21,7 +21,7 @@ bool has_font(Kind kind) noexcept {
   return kind != Kind::Image && kind != Kind::ScrollBar && kind != Kind::ProgressBar && kind != Kind::Timer;
 }
 
-/// Pictures and bars do not show their caption: it is the name under which a screen reader speaks of them.
+/// Pictures and bars do not show their caption; a screen reader uses it as their name.
 bool has_caption(Kind kind) noexcept { return kind != Kind::TextBox && kind != Kind::ComboBox && kind != Kind::Timer; }
 
 void apply_caption_and_tooltip(Control& control, std::string_view text) {

@@ -103,7 +103,7 @@ void Control::set_items(std::vector<ListItem> items) {
 
 void Control::set_list_index(int list_index) {
   const bool selected = list_index >= 0 && list_index < static_cast<int>(items_.size());
-  // Two entries may share one text: the index is kept, not looked up again by the text.
+  // Two entries may have one text, so the index is kept and not searched by the text again.
   assign(text_, selected ? items_[static_cast<std::size_t>(list_index)].text : std::string(), Property::Text);
   assign(list_index_, selected ? list_index : -1, Property::ListIndex);
 }

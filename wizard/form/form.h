@@ -1,6 +1,6 @@
-// The form as data: an ordered list of controls whose properties a window shows and whose events the wizard handles. It
-// knows nothing of windows and nothing of diabetes. Names of controls are ASCII and ignore case; every other text is
-// UTF-8. One thread uses a form.
+// The form as data: an ordered list of controls. A window shows their properties, and the wizard handles their events.
+// The form knows nothing about windows or diabetes. Names of controls are ASCII and are compared without regard to
+// case; every other text is UTF-8. A form is used by one thread.
 #pragma once
 
 #include <cstdint>
@@ -18,12 +18,12 @@ enum class Kind {
   OptionButton,  ///< one of a group: the members of its control array
   ChartOption,   ///< check-style option with a picture and a caption
   TextBox,       ///< `editable`: one line; otherwise read only, several lines, scrolled by the window
-  ComboBox,      ///< drop-down list; `editable` takes free text too
+  ComboBox,      ///< drop-down list; if `editable`, any text can be typed, too
   Image,
   PictureBox,
   ScrollBar,
   ProgressBar,
-  StepIndicator,  ///< where the user is: items in order, the current one selected; the caption says the same in words
+  StepIndicator,  ///< the steps in order, the current one selected; the caption says the same in words
   Timer,
 };
 
@@ -65,7 +65,7 @@ enum class Property {
   Colours
 };
 
-/// A row of the table that a form is built from. Of two controls that overlap, the later one lies above.
+/// A row of the table from which a form is built. If two controls overlap, the later one lies above.
 struct ControlRow {
   std::string_view name;
   int index = -1;
@@ -80,10 +80,10 @@ struct ControlRow {
 
 class Form;
 
-/// One control, owned by its form. Every kind has every property; which of them a window shows depends on the kind.
+/// One control, owned by its form. Every kind has every property; a window shows those that the kind uses.
 ///
-/// A setter tells the form's observer of a real change and raises no event. It takes the value as it is, unless said
-/// otherwise: a value beyond the maximum, say, is not refused.
+/// A setter tells the form's observer if the value has changed, and raises no event. Unless said otherwise, it accepts
+/// any value, also one beyond the maximum.
 class Control {
  public:
   /// Made by Form::add().
@@ -92,40 +92,41 @@ class Control {
   Control& operator=(const Control&) = delete;
 
   const std::string& name() const noexcept { return name_; }
-  /// Index in its control array; -1 for a control that is in none.
+  /// Index in its control array; -1 if it is in none.
   int index() const noexcept { return index_; }
   Kind kind() const noexcept { return kind_; }
-  /// The container it lies in; null on the form itself.
+  /// The container of the control; null if it lies on the form itself.
   Control* parent() const noexcept { return parent_; }
   /// "name" or "name(index)".
   std::string path() const;
-  /// Whether a user may type into it (text and combo boxes).
+  /// True if a user may type into it (text and combo boxes).
   bool editable() const noexcept { return editable_; }
 
   const std::string& tag() const noexcept { return tag_; }
   /// "&" marks the access key.
   const std::string& caption() const noexcept { return caption_; }
   const std::string& tooltip() const noexcept { return tooltip_; }
-  /// Face name; empty: the system's own font.
+  /// Name of the font; empty: the system's own font.
   const std::string& font() const noexcept { return font_; }
-  /// Text and combo boxes.
+  /// The text of text and combo boxes.
   const std::string& text() const noexcept { return text_; }
-  /// Options: 1 chosen, 0 not. Scroll and progress bars: the position, from 0.
+  /// For options: 1 chosen, 0 not. For scroll and progress bars: the position, from 0.
   int value() const noexcept { return value_; }
-  /// Scroll and progress bars: the last position. Text and editable combo boxes: the most characters a user may type.
+  /// For scroll and progress bars: the last position. For text and editable combo boxes: how many characters a user may
+  /// type.
   int maximum() const noexcept { return maximum_; }
-  /// Its own flag, whatever the container's.
+  /// The control's own flag, whether or not its container is visible.
   bool visible() const noexcept { return visible_; }
   bool enabled() const noexcept { return enabled_; }
-  /// Of a timer, in milliseconds; 0: stopped.
+  /// A timer's interval in milliseconds; 0: stopped.
   int interval() const noexcept { return interval_; }
   /// Name of a resource ("103", "diary") or path of a file; empty: none.
   const std::string& picture() const noexcept { return picture_; }
   const Bounds& bounds() const noexcept { return bounds_; }
   const std::vector<ListItem>& items() const noexcept { return items_; }
-  /// Place of the selected entry in items(); -1 where none is selected.
+  /// Position of the selected entry in items(); -1 if none is selected.
   int list_index() const noexcept { return list_index_; }
-  /// Item data of the selected entry; 0 where none is selected.
+  /// Item data of the selected entry; 0 if none is selected.
   std::int32_t selected_item_data() const noexcept;
   const Colours& colours() const noexcept { return colours_; }
 
@@ -133,9 +134,9 @@ class Control {
   void set_caption(std::string_view caption);
   void set_tooltip(std::string_view tooltip);
   void set_font(std::string_view font);
-  /// In a combo box also selects the first entry of exactly this text, or none.
+  /// In a combo box this also selects the first entry with exactly this text, or none.
   void set_text(std::string_view text);
-  /// A value other than 0 given to an option button unchooses the others of its control array.
+  /// A value other than 0 for an option button clears the other buttons of its control array.
   void set_value(int value);
   void set_maximum(int maximum);
   void set_visible(bool visible);
@@ -145,7 +146,7 @@ class Control {
   void set_bounds(const Bounds& bounds);
   /// Also clears text and selection.
   void set_items(std::vector<ListItem> items);
-  /// Also sets the text to that of the entry. An index that no entry has clears text and selection.
+  /// Also makes the entry's text the control's text. An index without an entry clears text and selection.
   void set_list_index(int list_index);
   void set_colours(const Colours& colours);
 
@@ -167,46 +168,46 @@ class Control {
   std::vector<ListItem> items_;
 };
 
-/// Whoever shows a form is told here what to show. Each call comes after the change, from the thread and inside the
-/// call that made it. Must not raise.
+/// Tells the window what to show. Each call comes after a change, on the same thread, before the function that made the
+/// change returns. Must not raise.
 class FormObserver {
  public:
   virtual ~FormObserver() = default;
-  /// One call for each property that got another value.
+  /// Is called for each property whose value has changed.
   virtual void property_changed(const Control& control, Property property) = 0;
-  /// The control is the last one in the form's order now; it is not told of its properties.
+  /// The control is the last one in the form's order now. There are no calls for its initial properties.
   virtual void control_added(const Control& control) = 0;
-  /// The control is to have the focus, whether or not it had it before.
+  /// The control shall get the focus, whether or not it had it before.
   virtual void focus_requested(const Control& control) = 0;
-  /// The control is to be drawn again with all that lies in it, though no property says so.
+  /// The control shall be drawn again with its contents, although no property has changed.
   virtual void redraw_requested(const Control& control) = 0;
 };
 
-/// Owns its controls, which stay where they are for as long as the form lives.
+/// Owns its controls. Their addresses stay valid as long as the form lives.
 class Form {
  public:
   Form() = default;
   Form(const Form&) = delete;
   Form& operator=(const Form&) = delete;
 
-  /// Adds a control at the end of the order. Raises 360 where name and index are taken, 340 for an unknown container;
-  /// the form is unchanged then.
+  /// Adds a control at the end of the order. Raises 360 if name and index are taken, and 340 for an unknown container;
+  /// the form is then unchanged.
   Control& add(const ControlRow& row);
-  /// The control; raises 340 where there is none.
+  /// The control; raises 340 if there is none.
   Control& at(std::string_view name, int index = -1);
   const Control& at(std::string_view name, int index = -1) const;
-  /// The control; null where there is none.
+  /// The control; null if there is none.
   Control* find(std::string_view name, int index = -1) noexcept;
   const Control* find(std::string_view name, int index = -1) const noexcept;
-  /// By "name" or "name(index)"; null where there is none.
+  /// The control by "name" or "name(index)"; null if there is none.
   Control* find_path(std::string_view path) noexcept;
-  /// All members of a control array, by index; empty where there is none.
+  /// All members of a control array, by index; empty if there is none.
   std::vector<Control*> array(std::string_view name);
   std::vector<const Control*> array(std::string_view name) const;
-  /// In the form's order.
+  /// All controls in the form's order.
   const std::vector<std::unique_ptr<Control>>& controls() const noexcept { return controls_; }
 
-  /// Caption and tag of the form itself. The observer is not told of them: they are set before anybody shows the form.
+  /// Caption and tag of the form itself. The observer does not hear of changes: both are set before the form is shown.
   const std::string& caption() const noexcept { return caption_; }
   void set_caption(std::string_view caption) { caption_ = caption; }
   const std::string& tag() const noexcept { return tag_; }
@@ -214,10 +215,10 @@ class Form {
 
   void request_focus(Control& control);
   void request_redraw(Control& control);
-  /// The control that the focus was last requested for; null before the first.
+  /// The control for which the focus was last requested; null before the first request.
   Control* focus() const noexcept { return focus_; }
 
-  /// The one observer, or none (null). It must outlive the form or be taken away.
+  /// Sets the one observer, or none (null). It must outlive the form or be removed before.
   void set_observer(FormObserver* observer) noexcept { observer_ = observer; }
 
  private:
@@ -230,15 +231,16 @@ class Form {
   Control* focus_ = nullptr;
 };
 
-/// A caption as it is read: without the mark of its access key, the colon at its end, and the mark of what is required.
+/// A caption as it is read aloud: without the mark of its access key, the colon at its end, and the mark of a required
+/// field.
 std::string plain_caption(std::string caption);
 
-/// Selects the entry with this item data where the value is a whole number, else the one with this text, whatever its
-/// case. Without a match an editable combo box shows the value itself and any other nothing. A combo box without
-/// entries is disabled unless it is editable. Never raises.
+/// Selects the entry with this item data if the value is a whole number, else the entry with this text in any case.
+/// Without a match, an editable combo box shows the value itself, any other box nothing. A combo box without entries is
+/// disabled unless it is editable. Never raises.
 void MatchList(Control& list, std::string_view value);
 
-/// Bar colour as 0xBBGGRR; the background becomes white. Never raises.
+/// Sets the bar's colour, as 0xBBGGRR; the background becomes white. Never raises.
 void SetProgressbarColor(Control& bar, std::uint32_t colour);
 
 }  // namespace form

@@ -9,7 +9,8 @@
 namespace console {
 namespace {
 
-/// Keys come one by one, unseen, and Ctrl+C is one of them, so that it cannot leave a terminal that shows nothing.
+/// While this object lives, keys arrive one by one and are not shown. Ctrl+C arrives as a key, too: otherwise it could
+/// end the program and leave a terminal that shows nothing.
 class UnseenKeys {
  public:
   UnseenKeys() {
@@ -48,7 +49,7 @@ std::optional<std::string> read_line() {
 
 std::optional<std::string> ask(std::string_view prompt) {
   const UnseenKeys unseen;
-  // Better nothing than a password that can be seen.
+  // Reading nothing is better than showing a password.
   if (!unseen.is_set()) return std::nullopt;
   std::cerr << prompt << std::flush;
   std::optional<std::string> text = read_line();

@@ -1,5 +1,6 @@
-// The main of the console programs on Windows: arguments and environment come as UTF-16, a console is written to in
-// UTF-16, a file or pipe in UTF-8. A program that was started without anywhere to write to has written what it had to.
+// The main of the console programs on Windows. Arguments and environment arrive as UTF-16. Output is UTF-16 to a
+// console, UTF-8 to a file or pipe. If a program was started without any output, its output is dropped, which is no
+// error.
 #include <windows.h>
 
 #include <algorithm>
@@ -46,14 +47,15 @@ class HandleBuffer : public std::streambuf {
   }
 
  private:
-  /// Task schedulers and services start programs without standard handles, or with handles that have been closed.
+  /// True if output goes nowhere: task schedulers and services start programs without standard handles, or with closed
+  /// ones.
   static bool leads_nowhere(HANDLE handle) {
     if (handle == nullptr || handle == INVALID_HANDLE_VALUE) return true;
     SetLastError(ERROR_SUCCESS);
     return GetFileType(handle) == FILE_TYPE_UNKNOWN && GetLastError() != ERROR_SUCCESS;
   }
 
-  /// Bytes up to a character that is not complete yet.
+  /// Number of bytes before an incomplete last character.
   std::size_t whole_characters() const {
     for (std::size_t back = 1; back <= 3 && back <= pending_.size(); ++back) {
       const auto byte = static_cast<unsigned char>(pending_[pending_.size() - back]);

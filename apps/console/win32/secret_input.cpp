@@ -7,7 +7,8 @@
 namespace console {
 namespace {
 
-/// Keys come one by one, unseen, and Ctrl+C is one of them, so that it cannot leave a console that shows nothing.
+/// While this object lives, keys arrive one by one and are not shown. Ctrl+C arrives as a key, too: otherwise it could
+/// end the program and leave a console that shows nothing.
 class UnseenKeys {
  public:
   explicit UnseenKeys(HANDLE input) : input_(input) {
@@ -26,7 +27,7 @@ class UnseenKeys {
   bool is_set_ = false;
 };
 
-/// To the console itself, wherever standard output leads.
+/// Writes to the console itself, wherever standard output leads.
 void show(std::wstring_view text) {
   const HANDLE screen =
       CreateFileW(L"CONOUT$", GENERIC_WRITE, FILE_SHARE_READ | FILE_SHARE_WRITE, nullptr, OPEN_EXISTING, 0, nullptr);
@@ -36,7 +37,7 @@ void show(std::wstring_view text) {
   CloseHandle(screen);
 }
 
-/// One character in UTF-8; empty where there is no input any more.
+/// One character in UTF-8; empty if there is no more input.
 std::string read_character(HANDLE input) {
   std::u16string units;
   do {
@@ -64,7 +65,7 @@ std::optional<std::string> read_line(HANDLE input) {
 std::optional<std::string> ask(std::string_view prompt) {
   const HANDLE input = GetStdHandle(STD_INPUT_HANDLE);
   const UnseenKeys unseen(input);
-  // Better nothing than a password that can be seen.
+  // Reading nothing is better than showing a password.
   if (!unseen.is_set()) return std::nullopt;
   const std::u16string units = support::utf16_from_utf8(prompt);
   show(std::wstring(units.begin(), units.end()));

@@ -1,6 +1,6 @@
-// The console programs where a task scheduler or a service starts them without anywhere to write to.
+// The console programs as a task scheduler or a service starts them: without any output.
 #include <windows.h>
-// gtest.h after windows.h, which it need not know.
+// gtest.h must come after windows.h.
 #include <gtest/gtest.h>
 
 #include "support/win32/wide.h"
@@ -9,7 +9,7 @@
 namespace apps_test {
 namespace {
 
-/// The exit code of a program that is given these standard handles, and no console.
+/// The exit code of a program that gets these standard handles and no console.
 DWORD exit_code_with(HANDLE standard, const std::string& command_line) {
   std::wstring text = support::wide(command_line);
   STARTUPINFOW start{};

@@ -1,4 +1,4 @@
-// The classes of the test server, for whoever registers them.
+// The classes of the test server, for the code that registers them.
 #pragma once
 
 #include <windows.h>

@@ -17,7 +17,8 @@ void expect(bool condition) {
   if (!condition) throw support::RuntimeError(3001, "Invalid argument.");
 }
 
-/// Where `index` or `desc` stands unbracketed in the place of a name, as statements of the program have them.
+/// Refuses a statement in which `index` or `desc` stands without brackets in the place of a name, as in statements of
+/// the program.
 void refuse_words(const std::string& statement) {
   static const std::regex words(
       R"((\b(from|into|update|join)\s+index\b)|(\(desc\))|(\bdesc\s*(<|=))|(\b(set|select)\s+desc\b))",
@@ -25,8 +26,8 @@ void refuse_words(const std::string& statement) {
   if (strict && std::regex_search(statement, words)) throw support::RuntimeError(3131, "Syntax error in FROM clause.");
 }
 
-/// A statement that names another file with its password, by the name alone, once the password is seen to fit. One that
-/// gives none is refused where the file has one.
+/// Takes the password out of a statement that names another file, after checking it; the name alone remains. A
+/// statement without a password is refused if the file has one.
 std::string without_password(const std::string& statement) {
   static const std::regex by_name(" IN '([^']+)'"), by_connect(R"( IN '' \[(.*);DATABASE=(.*)\])");
   std::smatch found;
@@ -92,7 +93,7 @@ std::span<const Member<WorkspaceObject>> WorkspaceObject::members() {
        }},
       {L"BeginTrans",
        [](Self& self, const Arguments&) {
-         // With the limit that it has of itself, a large transaction is none.
+         // With its own default limit of locks, the engine would split a large transaction.
          expect(locks_option == max_locks_per_file && locks_per_file >= 1'000'000);
          return self.for_each_database(&engine::Database::begin_transaction);
        }},

@@ -22,7 +22,7 @@ class WorkspaceObject final : public ScriptedObject<WorkspaceObject> {
   static constexpr const wchar_t* kind = L"Workspace";
   static std::span<const Member<WorkspaceObject>> members();
   WorkspaceObject();
-  /// A transaction is one of all databases of the workspace.
+  /// A transaction includes all databases of the workspace.
   Variant for_each_database(void (engine::Database::*call)());
   Variant add(std::unique_ptr<engine::Database> database, const std::string& path);
 

@@ -27,7 +27,7 @@ void append_field(engine::Fields& fields, const std::shared_ptr<engine::Field>& 
   }
 }
 
-// A table's row of each kind of property.
+// The row in a table of members, for each kind of property.
 template <typename Self, auto held, auto read, auto write>
 constexpr Member<Self> text_property(const wchar_t* name) {
   return {name, [](Self& self, const Arguments&) { return Variant::of_text(((*(self.*held)).*read)()); },

@@ -10,13 +10,13 @@
 
 namespace test_server {
 
-/// The tables as the collection last read them: it does not follow what statements change until it is told to.
+/// The tables as the collection last read them. It does not follow changes by statements until it is refreshed.
 class TableList {
  public:
   explicit TableList(std::shared_ptr<engine::Database> database) : database_(std::move(database)) { read(); }
   void read();
   engine::Database& database() const { return *database_; }
-  /// First comes a table of the engine's own, as in every file of Jet's.
+  /// The first table is the engine's own, as in every Jet file.
   std::int32_t count() const { return static_cast<std::int32_t>(names_.size()) + 1; }
   std::shared_ptr<engine::TableDef> item(const VARIANT& which) const;
 

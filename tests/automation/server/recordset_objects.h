@@ -1,4 +1,4 @@
-// A recordset, and its fields, which follow its current row.
+// A recordset and its fields. The fields show its current row.
 #pragma once
 
 #include <memory>
@@ -14,10 +14,10 @@ struct Rows {
   std::shared_ptr<engine::Recordset> rows;
   std::shared_ptr<engine::Database> database;
   std::string source;
-  /// Of a field that is to be updated: empty where it may not be.
+  /// The field that was given an empty text which it may not have; Update refuses it.
   std::string refused_empty_text{};
 
-  /// The field of the table that the source reads; null for a column that is computed or has another name.
+  /// The table's field that the source reads; null for a column that is computed or has another name.
   std::shared_ptr<engine::Field> stored_field(const std::string& name) const;
 };
 

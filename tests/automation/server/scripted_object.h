@@ -1,5 +1,5 @@
-// An automation object of the test server: a table of its members' names with what they do. It takes what a caller does
-// literally: types of arguments must be exact, names of members known, properties put as properties.
+// An automation object of the test server: a table of its members' names with what they do. It is strict with callers:
+// arguments must have the exact type, names of members must be known, properties must be set as properties.
 #pragma once
 
 #include <windows.h>
@@ -32,7 +32,7 @@ std::string text_of(const VARIANT& value);
 std::int32_t number_of(const VARIANT& value);
 std::int16_t short_of(const VARIANT& value);
 bool flag_of(const VARIANT& value);
-/// The object behind a reference, where it is one of this kind of ours; 3219 otherwise.
+/// The object behind a reference, if it is one of ours of this kind; raises 3219 otherwise.
 template <typename Object>
 Object& object_of(const VARIANT& value) {
   if (V_VT(&value) != VT_DISPATCH) throw CallFailure{DISP_E_TYPEMISMATCH};
@@ -56,7 +56,7 @@ class Arguments {
   const DISPPARAMS& parameters_;
 };
 
-/// Counts the objects that live, and keeps a list of the kinds of those that were let go.
+/// Counts the living objects, and keeps a list of the kinds of the released ones.
 class Counted {
  public:
   explicit Counted(const wchar_t* kind) : kind_(kind) { ++living; }
@@ -64,7 +64,7 @@ class Counted {
   Counted& operator=(const Counted&) = delete;
 
   static std::atomic<long> living;
-  /// Names, each followed by a blank.
+  /// The kinds of the released objects, each followed by a blank.
   static std::wstring released;
 
  protected:
@@ -74,13 +74,13 @@ class Counted {
   const wchar_t* kind_;
 };
 
-/// Whether the objects do what real ones may do beside what they are documented to: give the number of an error as the
-/// result of the call, fail at reading a list anew, refuse an empty text as late as at Update, pad texts of a fixed
-/// size, take `index` and `desc` for words of the language, have another number for a field that is there, and read no
-/// file with a password by its name alone.
+/// True if the objects shall do what real objects may do beyond their documentation: return an error's number as the
+/// result of the call, fail when a list is read again, refuse an empty text only at Update, pad texts of a fixed size,
+/// take `index` and `desc` for words of the language, have another number for an existing field, and not read a file
+/// with a password by its name alone.
 extern std::atomic<bool> strict;
 
-/// What a failed member tells its caller.
+/// The result of a failed member for its caller.
 HRESULT report(const support::RuntimeError& error, EXCEPINFO* exception);
 
 template <typename Self>

@@ -1,4 +1,4 @@
-// The library's edge: its classes by their identifiers, and what tests ask of it.
+// The entry points of the library: its classes by their identifiers, and what tests ask it.
 #include <windows.h>
 // Automation needs windows.h before it.
 #include <oleauto.h>
@@ -27,7 +27,7 @@ class LanguageObject final : public ScriptedObject<LanguageObject> {
   }
 };
 
-/// Makes objects of one class. There is one for each class, which lives as long as the library.
+/// Makes objects of one class. Each class has one, which lives as long as the library.
 template <typename Object>
 class Factory final : public IClassFactory {
  public:

@@ -1,4 +1,4 @@
-// A disk that is full, played by the limit that the system puts on the size of files.
+// A full disk, played by the system's limit on the size of files.
 
 #include "tests/database/database_test.h"
 #include "tests/support/posix/file_size_limit.h"

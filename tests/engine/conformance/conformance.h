@@ -1,4 +1,4 @@
-// What every engine does that stands behind the object model, tested through each of those that a program names.
+// What every engine behind the object model must do, tested with each engine that a program names.
 #pragma once
 
 #include <gtest/gtest.h>
@@ -18,7 +18,7 @@ struct EngineUnderTest {
 };
 inline void PrintTo(const EngineUnderTest& engine, std::ostream* out) { *out << engine.name; }
 
-/// Each program that runs the suite defines its own.
+/// Each program that runs the suite defines this function.
 std::vector<EngineUnderTest> engines_under_test();
 
 class ConformanceTest : public EngineTest, public testing::WithParamInterface<EngineUnderTest> {

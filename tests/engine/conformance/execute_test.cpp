@@ -14,7 +14,7 @@ class Execute : public ConformanceTest {
   Execute() : database_(create()) { add_things(*database_); }
 
   Database& database() { return *database_; }
-  /// Runs the statements and tells the rows that the last one changed.
+  /// Runs the statements and returns how many rows the last one changed.
   std::int32_t run(const std::vector<std::string>& statements) {
     for (const std::string& statement : statements) database_->execute(statement);
     return database_->records_affected();

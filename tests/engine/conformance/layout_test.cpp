@@ -20,7 +20,7 @@ std::vector<std::string> field_names(Database& database, std::string_view table)
   return names;
 }
 
-/// Appends an index on fields that are separated by blanks.
+/// Appends an index on fields, whose names are separated by blanks.
 std::shared_ptr<Index> add_index(TableDef& table, std::string_view name, std::string_view fields,
                                  const std::function<void(Index&)>& prepare = {}) {
   const auto index = table.create_index(name);
@@ -78,7 +78,7 @@ TEST_P(Layout, IsReadBackAsItWasSet) {
     field->set_validation_rule("fr");
     table->fields().append(field);
     table->fields().append(table->create_field("desc", DataType::Date));
-    // An appended field still takes changes until its table is appended, and after that too.
+    // An appended field can still be changed, before its table is appended and afterwards.
     field->set_required(true);
     add_index(*table, "beide", "größe DESC", [](Index& index) { index.set_unique(true); });
     add_index(*table, "PrimaryKey", "desc", [](Index& index) { index.set_primary(true); });

@@ -23,7 +23,8 @@ std::string error_text(const std::function<void()>& call) {
   }
 }
 
-/// An object that gives its number as the result of a call has no text to tell.
+/// Matches an error by its number, and by its text unless the engine may lose it: an object that returns its error as
+/// the result of a call has no text.
 auto tells(int number, const std::string& text) {
   return AllOf(StartsWith(std::to_string(number) + " "), AnyOf(HasSubstr(text), EndsWith(" Automation error")));
 }

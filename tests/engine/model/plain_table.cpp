@@ -117,7 +117,7 @@ Errors PlainRecordset::move_by_one(bool forward) {
   } else {
     next = forward ? at + 1 : at - 1;
   }
-  // Beyond the first row the position wraps and is no row's, either.
+  // Before the first row the position wraps around; it then is no row's position, either.
   while (next < rows.size() && rows[next].deleted) forward ? ++next : --next;
   if (next < rows.size()) {
     place = Place::Row;

@@ -1,4 +1,4 @@
-// A table and a recordset as simple as they can be: maps in memory, without files, locks or statements. The engine is
+// A table and a recordset as simple as possible: maps in memory, without files, locks or statements. The engine is
 // compared with them.
 #pragma once
 
@@ -14,7 +14,7 @@
 
 namespace engine::test::model {
 
-/// Rows, fields and tables have identities that are never used twice, whatever their names.
+/// Rows, fields and tables have identities, which are never used twice even if names are.
 int new_identity();
 
 struct PlainField {
@@ -34,9 +34,9 @@ struct PlainRow {
   Values values;
 };
 
-/// The AutoNumber of a row whose number the engine has not told yet.
+/// The AutoNumber of a row before the engine has told its number.
 inline constexpr std::int32_t untold_number = -1;
-/// Most characters of a Text field here.
+/// The most characters of a Text field here.
 inline constexpr std::size_t text_size = 10;
 
 struct PlainTable {
@@ -47,23 +47,24 @@ struct PlainTable {
   std::string connect;
   std::string source_name;
 
-  /// Null where there is none.
+  /// The field; null if there is none.
   PlainField* field(std::string_view name);
   const PlainField* field(int wanted) const;
-  /// The field is there, and still has this name.
+  /// True if the field exists and still has this name.
   bool shows(int wanted, std::string_view name) const;
   PlainRow* row(int wanted);
   const PlainField* numbered_field() const;
-  /// What a row without given values holds; its AutoNumber is untold.
+  /// The values of a row for which none are given; its AutoNumber is untold.
   Values new_values() const;
-  /// Another row holds this value in the unique field.
+  /// True if another row has this value in the unique field.
   bool is_taken(const Value& unique_value, int row) const;
 };
 
-/// Error numbers that a call may raise; none: it must succeed.
+/// Error numbers that a call may raise; if empty, it must succeed.
 using Errors = std::set<int>;
 
-/// What the field holds after this was stored in it; the errors where it cannot be.
+/// Puts into `stored` what the field holds after `given` was stored in it. Returns the possible errors if it cannot be
+/// stored.
 Errors store(const PlainField& field, const Value& given, Value& stored);
 
 /// The rows of one recordset, as it shows them.
@@ -78,7 +79,7 @@ struct PlainRecordset {
     int row = 0;
     Values values;
     bool deleted = false;
-    /// Fields that were gone when the row was stored: they show what was written, or nothing.
+    /// Fields that did not exist any more when the row was stored: they show what was written, or nothing.
     std::set<int> unsure;
   };
 
@@ -87,7 +88,7 @@ struct PlainRecordset {
   std::size_t remaining() const;
   bool bof() const { return place == Place::Before || (place == Place::After && remaining() == 0); }
   bool eof() const { return place == Place::After || (place == Place::Before && remaining() == 0); }
-  /// 3021 or 3167 where no row can be read.
+  /// 3021 or 3167 if no row can be read.
   Errors row_errors() const;
   Errors move_to_end(bool last);
   Errors move_by_one(bool forward);

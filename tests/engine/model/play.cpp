@@ -9,7 +9,7 @@
 namespace engine::test::model {
 namespace {
 
-/// A recordset of as many rows is read as it is asked for, and keeps others from committing until then.
+/// A recordset of so many rows is read while it is used, and until then keeps others from committing.
 constexpr std::size_t rows_of_a_long_result = 200;
 
 std::string text_of(const Value& value) {
@@ -102,7 +102,7 @@ void Play::step() {
   steps_.push_back(std::string(hand.name == 0 ? "A" : "B") + " " + kind->name);
   (this->*kind->play)(hand);
   compare(hand);
-  // The other handle does not always look: it may go on with what it knew.
+  // The other handle does not always look: sometimes it goes on with what it knew.
   if (!one_in(3)) compare(other(hand));
 }
 
@@ -225,7 +225,7 @@ void Play::compare_recordset(Hand& hand) {
     if (!errors.empty()) continue;
     const auto edited = shown.edited.find(column.field);
     const bool editing = shown.editing != PlainRecordset::Editing::None;
-    // A column that is no field any more shows what it showed, or nothing, which for Yes/No is No.
+    // A column whose field does not exist any more shows its old value, or nothing, which for Yes/No is No.
     const bool unsure = !editing && shown.rows[shown.at].unsure.contains(column.field);
     if (unsure || (editing && !table(hand).shows(column.field, column.name))) continue;
     if (editing && edited != shown.edited.end()) {

@@ -1,5 +1,5 @@
-// Two handles on one file and random steps on them, each step done in the model as well. After every step both agree,
-// or Disagreement is thrown. The steps follow from the seed alone.
+// Two handles on one file and random steps on them. Each step is also done in the model. After every step, both must
+// agree; otherwise Disagreement is thrown. The steps depend on the seed alone.
 #pragma once
 
 #include <array>
@@ -29,11 +29,11 @@ class Play {
   Play(std::unique_ptr<Database> first, OpenFile open_file, unsigned seed);
 
   void step();
-  /// What was done so far, a line a step.
+  /// The steps so far, one line each.
   const std::vector<std::string>& steps() const noexcept { return steps_; }
 
  private:
-  /// A query that fails at one row, and how far it was read.
+  /// A query that fails at one row, and how far it has been read.
   struct FailingQuery {
     std::unique_ptr<Recordset> rows;
     int table = 0;                      ///< the identity of the table that it reads
@@ -65,16 +65,16 @@ class Play {
   };
   static const std::vector<Kind>& kinds();
 
-  // Choice
+  // Random choices
   int below(int limit) { return static_cast<int>(random_() % static_cast<unsigned>(limit)); }
   bool one_in(int count) { return below(count) == 0; }
   Value any_value(const PlainField& field);
   void note(const std::string& text) { steps_.back() += " " + text; }
 
-  // The model
+  // Comparing calls with the model
   PlainTable& table(Hand& hand) { return hand.changed ? *hand.changed : committed_; }
   Hand& other(const Hand& hand) { return hands_[hand.name == 0 ? 1 : 0]; }
-  /// Calls the engine; true where it succeeded as it had to, false where it refused as it had to. Who needs the lock is
+  /// Calls the engine. True if it succeeded as expected, false if it refused as expected. A call that needs the lock is
   /// refused as long as the other handle has it.
   bool call(Hand& hand, const Errors& allowed, Lock lock, const std::function<void()>& engine_call);
   [[noreturn]] void disagree(const std::string& what) const;
@@ -85,7 +85,7 @@ class Play {
   Errors errors_of_update(Hand& hand);
   void finish_update(Hand& hand);
 
-  // Agreement
+  // Comparing what both show
   void compare(Hand& hand);
   void compare_rows(Hand& hand);
   void compare_recordset(Hand& hand);

@@ -27,7 +27,7 @@ void Play::commit(Hand& hand) {
   const bool inside = hand.changed.has_value();
   const bool committed = call(hand, inside ? Errors{} : Errors{3034}, inside ? Lock::Needed : Lock::NotNeeded,
                               [&] { hand.database->commit_transaction(); });
-  // A commit that is kept out has rolled back.
+  // A commit that cannot get the lock has rolled back.
   if (inside) end_transaction(hand, committed);
 }
 
@@ -60,7 +60,7 @@ void Play::change_password(Hand& hand) {
   const Errors errors = hand.changed ? Errors{3246, 3045} : alone ? Errors{} : Errors{3045};
   if (call(hand, errors, Lock::NotNeeded, [&] { hand.database->new_password(password_, password); })) {
     password_ = password;
-    // A recordset that was half read ends with the old key.
+    // A recordset that was half read ends when the key changes.
     close_and_open(hand);
   }
   if (alone) open_hand(neighbour);

@@ -15,12 +15,12 @@ void Play::open_recordset(Hand& hand) {
   std::vector<std::string> names;
   if (!hand.shows_whole_table) names = {"l", "x", "b", "i"};
   hand.shown.emplace(table(hand), names);
-  // The columns come in the order of the SELECT; the model has them by name.
+  // The columns are in the order of the SELECT; the model finds them by name.
 }
 
 void Play::close_recordset(Hand& hand) {
   if (!hand.shown) return;
-  // The object stays: what it held has to end with close(), not with its destruction.
+  // The object is kept, so that close() must release what it held, not its destructor.
   hand.rows->close();
   hand.shown.reset();
 }
@@ -34,7 +34,7 @@ void Play::move(Hand& hand) {
   if (!gone) errors = way < 2 ? hand.shown->move_to_end(way == 1) : hand.shown->move_by_one(way == 2);
   constexpr void (Recordset::*moves[])() = {&Recordset::move_first, &Recordset::move_last, &Recordset::move_next,
                                             &Recordset::move_previous};
-  // A table that is gone for another handle is so for this one as soon as it looks.
+  // A table that another handle has deleted is missing for this one as soon as it looks.
   call(hand, gone ? Errors{0, 3420, 3021} : errors, Lock::NotNeeded, [&] { (*hand.rows.*moves[way])(); });
 }
 
@@ -66,9 +66,9 @@ void Play::add(Hand& hand) {
 void Play::edit(Hand& hand) {
   if (!hand.shown) return;
   const bool gone = hand.shown->table != table(hand).identity;
-  // Without a current row nobody looks for the table.
+  // Without a current row, the engine does not look for the table.
   const Errors errors = gone ? Errors{3420, 3021, 3167} : hand.shown->row_errors();
-  // Not before update() anybody has to be waited for.
+  // Nobody has to be waited for before update().
   if (!call(hand, errors, Lock::NotNeeded, [&] { hand.rows->edit(); })) return;
   hand.shown->editing = Editing::Changing;
   hand.shown->edited.clear();
@@ -84,7 +84,7 @@ void Play::set_values(Hand& hand) {
   for (const PlainRecordset::Column& column : shown.columns) {
     const PlainField* const field = table(hand).field(column.field);
     if (one_in(2) || (field != nullptr && field->numbered)) continue;
-    // What another handle changed may not be known before update().
+    // A change by another handle may not be known before update().
     const bool known = table(hand).shows(column.field, column.name);
     const PlainField sample = field != nullptr ? *field : PlainField{};
     const Value value = any_value(sample);
@@ -92,7 +92,7 @@ void Play::set_values(Hand& hand) {
     const Errors errors = known ? store(sample, value, stored) : Errors{3265, 3421};
     int error = 0;
     Errors allowed{0, 3265, 3315, 3163, 3421};
-    // A field that is gone may have been the AutoNumber.
+    // A field that does not exist any more may have been the AutoNumber.
     if (field == nullptr) allowed.insert(3164);
     call(hand, allowed, Lock::NotNeeded, [&] {
       try {
@@ -104,7 +104,7 @@ void Play::set_values(Hand& hand) {
     });
     const bool accepted = error == 0;
     const bool rule_may_be_new = errors.contains(3315) || (error == 3315 && errors.empty()) || !known;
-    // Nor that a field has its name back.
+    // It may not be known either that a field has its name again.
     if (!rule_may_be_new && error != 3265) {
       if (accepted != errors.empty()) disagree("setting " + column.name + " gives " + std::to_string(error));
     }
@@ -126,7 +126,7 @@ Errors Play::errors_of_update(Hand& hand) {
     const PlainField* const field = changed.field(identity);
     const auto column = std::ranges::find(shown.columns, identity, &PlainRecordset::Column::field);
     const bool known = column != shown.columns.end() && changed.shows(identity, column->name);
-    // What a new row got by itself goes with its field.
+    // A default value of a new row disappears with its field.
     if (shown.assigned.contains(identity) && !known) errors.insert(3265);
     if (field == nullptr) continue;
     if (field->required && is_null(value)) errors.insert(3314);
@@ -206,7 +206,7 @@ void Play::open_failing(Hand& hand) {
     const Value& number = row.values.at(l);
     failing.numbers.push_back(is_null(number) ? 0 : std::get<std::int32_t>(number));
   }
-  // With a column that is in no index the rows come in the table's order.
+  // With a column that is in no index, the rows come in the table's order.
   const std::string query = "SELECT l, m, 1/(l-" + to_text(divisor) + ") FROM t";
   if (!call(hand, failing.numbers.empty() ? Errors{11} : Errors{}, Lock::NotNeeded,
             [&] { failing.rows = hand.database->open_recordset(query); })) {

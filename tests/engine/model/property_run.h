@@ -1,4 +1,4 @@
-// How long a property test tries, and with which random sequences: the same ones in each run unless told otherwise.
+// How long a property test runs, and with which random sequences: in each run the same, unless told otherwise.
 #pragma once
 
 #include <chrono>
@@ -11,8 +11,8 @@ inline unsigned number_in_environment(const char* name, unsigned otherwise) {
   return text != nullptr ? static_cast<unsigned>(std::strtoul(text, nullptr, 10)) : otherwise;
 }
 
-/// Calls check(seed) with PROPERTY_SEED (1 unless given) and those behind it, at least once, for PROPERTY_SECONDS, and
-/// ends where it is false. Returns how often it was true.
+/// Calls check(seed) with PROPERTY_SEED (default 1) and the following seeds, at least once, for PROPERTY_SECONDS. Ends
+/// when it returns false. Returns how often it returned true.
 template <typename Check>
 unsigned try_seeds(unsigned seconds, Check&& check) {
   const auto end =

@@ -1,10 +1,11 @@
-// What a long result costs in memory: all of its rows where one can go back to them, nearly nothing where one cannot.
+// The memory of a long result: all of its rows if one can move back in it, nearly nothing if one cannot.
 #include <malloc.h>
 
 #include "tests/engine/test_database.h"
 
 #ifdef __SANITIZE_ADDRESS__
-// The sanitizer has an allocator of its own, of which the C library's knows nothing. GCC brings no header for it.
+// The sanitizer has an allocator of its own, about which the C library's functions know nothing. GCC has no header for
+// it.
 extern "C" std::size_t __sanitizer_get_current_allocated_bytes();
 #endif
 

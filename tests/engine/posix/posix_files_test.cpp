@@ -1,4 +1,4 @@
-// What only POSIX lets a test do: look at a file's rights, fill the disk, die in the middle.
+// What a test can do only on POSIX: look at a file's rights, fill the disk, die in the middle of the work.
 #include <gmock/gmock.h>
 #include <sys/wait.h>
 #include <unistd.h>
@@ -64,7 +64,7 @@ TEST_F(PosixFiles, AProcessThatDiesLeavesWhatWasCommitted) {
       const auto database = open("test.das", "geheim");
       database->begin_transaction();
       database->execute("DELETE FROM things");
-      // More than fits into memory: the file itself has changed when the process dies.
+      // These are more rows than fit into the cache, so the file itself has changed when the process dies.
       add_rows(*database, 20000);
       _exit(0);
     }
@@ -109,7 +109,7 @@ TEST_F(PosixFiles, TornAtTheirEndAreWholeAgainWithTheirJournal) {
   }
 }
 
-/// What the call gives in a process of its own.
+/// The result of the call, made in a process of its own.
 template <typename Call>
 int in_another_process(const Call& call) {
   const pid_t child = fork();
@@ -188,7 +188,7 @@ TEST_F(PosixFiles, ANewFileIsRefusedInAFolderOfAnotherUser) {
 }
 
 TEST_F(PosixFiles, ANewFileIsRefusedInAFolderThatCannotBeWritten) {
-  // Even the system's administrator can create nothing there.
+  // Not even the system's administrator can create a file there.
   const auto database = engine().create_database("\\sys\\kernel\\test.das", locale_general, version_30);
   try {
     add_things(*database);

@@ -1,4 +1,4 @@
-// Where the key of an open file lies in this process's memory, and that it is gone when nothing is open any more.
+// Where the key of an open file is in this process's memory, and that it is gone when no file is open any more.
 #include <gmock/gmock.h>
 #include <sqlite3.h>
 
@@ -17,8 +17,8 @@ namespace {
 constexpr std::string_view password = "geheim";
 constexpr unsigned char mask = 0x5A;
 
-/// The second half of a file's key (the allocator writes over the beginning of what is freed) and its text in
-/// hexadecimal digits, in a form that is not found when memory is searched for them.
+/// The second half of a file's key (the allocator overwrites the beginning of freed memory), and its text in
+/// hexadecimal digits. Both are masked, so that a search of the memory does not find this object.
 struct MaskedKey {
   explicit MaskedKey(const std::string& file) {
     constexpr std::string_view hexadecimal = "0123456789abcdef";
@@ -34,7 +34,8 @@ struct MaskedKey {
   std::string bytes, digits;
 };
 
-/// How often it lies in a piece of memory where objects of ours may be or not. A copy to look at would be found, too.
+/// How often the key is in a piece of memory, which may or may not hold objects of ours. The search makes no copy of
+/// the memory, because it would be found, too.
 __attribute__((no_sanitize("address", "undefined"), optimize("O2"))) std::size_t count_in(const char* begin,
                                                                                           const char* end,
                                                                                           const std::string& masked) {
@@ -52,9 +53,9 @@ __attribute__((no_sanitize("address", "undefined"), optimize("O2"))) std::size_t
   return count;
 }
 
-/// How often it lies in what this process can write to, the stack apart.
+/// How often the key is in the memory that this process can write, except the stack.
 std::size_t copies_in_memory(const std::string& masked) {
-  constexpr std::size_t largest = 64U << 20U;  // beyond it lie only the shadows of the sanitizers
+  constexpr std::size_t largest = 64U << 20U;  // larger areas are only the sanitizers' own
   std::ifstream map("/proc/self/maps");
   std::size_t copies = 0;
   for (std::string line; std::getline(map, line);) {

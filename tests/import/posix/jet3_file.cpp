@@ -25,7 +25,7 @@ std::string padded(std::string bytes, std::size_t size = page_size) {
   return bytes;
 }
 
-/// Rows stand at a page's end, their places at its beginning.
+/// Rows are at a page's end, their positions at its beginning.
 std::string data_page(std::uint32_t table, const std::vector<std::string>& rows, bool delete_first_row) {
   constexpr std::uint16_t deleted = 0xC000;
   std::string head = "\1\1\0\0"s + bytes_of(table) + bytes_of(static_cast<std::uint16_t>(rows.size()));
@@ -38,7 +38,8 @@ std::string data_page(std::uint32_t table, const std::vector<std::string>& rows,
   return padded(head, page_size - tail.size()) + tail;
 }
 
-/// The count of columns, fixed values, other values, where these begin and end, and which columns are not Null.
+/// A row consists of the count of columns, the fixed values, the other values, where these begin and end, and which
+/// columns are not Null.
 std::string stored_row(const std::vector<Column>& columns, const Row& row) {
   std::string fixed(1, static_cast<char>(columns.size())), variable, mask((columns.size() + 7) / 8, '\0');
   std::vector<std::size_t> starts;
@@ -94,7 +95,7 @@ std::string column_entry(const Column& column, std::uint16_t number, std::uint16
          std::string(6, '\0') + flags + bytes_of(offset) + bytes_of(size_of(column));
 }
 
-/// Columns and flags of one index over one column: its pages are not read here.
+/// Columns and flags of an index over one column; its pages are not read by these tests.
 std::string index_columns(std::uint16_t column, char flags) {
   constexpr std::size_t most_columns = 10;
   std::string real = bytes_of(column) + '\1';

@@ -1,5 +1,5 @@
-// Makes Jet 3 files of a few pages, byte by byte, since no package carries one: a list of tables, and tables whose rows
-// fit into a page, with texts that lie in other pages. What libmdb reads in them is compared with what was put in.
+// Makes Jet 3 files of a few pages, byte by byte, because no package contains one: a list of tables, and tables whose
+// rows fit into a page, with texts in other pages. What libmdb reads from them is compared with what was put in.
 #pragma once
 
 #include <cstdint>
@@ -28,9 +28,9 @@ enum class Type : std::uint8_t {
 struct Column {
   std::string name;
   Type type;
-  std::uint16_t size = 0;  ///< of a Text
+  std::uint16_t size = 0;  ///< the size of a Text
   bool auto_number = false;
-  bool deleted = false;  ///< rows still have its place, the definition does not name it
+  bool deleted = false;  ///< the rows still have its place, but the definition does not name it
 };
 
 /// The bytes of each value; nothing for Null and for No.
@@ -41,10 +41,10 @@ struct Table {
   std::vector<Column> columns;
   std::vector<Row> rows;
   std::string primary_key;               ///< a column's name, or one of none; empty: no key
-  bool first_index_of_relation = false;  ///< over the first column; the primary key is the second index
+  bool first_index_of_relation = false;  ///< it is an index over the first column; the primary key is the second index
 };
 
-/// A number as it is stored.
+/// The bytes of a number.
 template <typename Number>
 std::string bytes_of(Number number) {
   return {reinterpret_cast<const char*>(&number), sizeof number};
@@ -53,11 +53,11 @@ std::string bytes_of(Number number) {
 class File {
  public:
   explicit File(std::string_view password);
-  /// A Memo's value: inside the row, in a page of its own, or spread over pages of `chunk` bytes each.
+  /// The value of a Memo: inside the row, in a page of its own, or spread over pages of `chunk` bytes each.
   static std::string memo_inside(std::string_view text);
   std::string memo_on_page(std::string_view text);
   std::string memo_on_pages(std::string_view text, std::size_t chunk);
-  /// The first row is marked as deleted where wanted.
+  /// Adds the table; on request the first row is marked as deleted.
   void add(const Table& table, bool delete_first_row = false);
   std::string content() const;
 

@@ -60,7 +60,7 @@ std::string exported(engine::Recordset& rows) {
 
 class JetFiles : public testing::Test {
  protected:
-  /// Path of the new database.
+  /// Imports the file and returns the path of the new database.
   std::string import(const std::string& source) const {
     const Outcome outcome = run_patientdb({"import", source, folder_.file("new.das")}, unprotected);
     EXPECT_EQ(outcome.code, 0) << outcome.err;
@@ -115,7 +115,7 @@ TEST_F(JetFiles, FindTheFieldsOfAnIndexWhereColumnsWereDeleted) {
               HasSubstr("Index PrimaryKey (State) primary unique\n"));
 }
 
-/// Sets the password of a file that has none: it is stored as the two masks differ from it.
+/// Sets the password of a file that has none. The file stores it as the difference of the two masks.
 std::string with_password(std::string file, std::string_view password) {
   for (std::size_t i = 0; i < password.size(); ++i) {
     char& stored = file[0x42 + 2 * i];
@@ -144,7 +144,7 @@ TEST_F(JetFiles, OpenWithTheirPasswordOnly) {
 TEST_F(JetFiles, LeaveNothingBehindWhereTheyCannotBeRead) {
   const std::string whole = content_of(jet_file("fruit.mdb"));
   std::string fewer = whole;
-  // The number of rows in the definition of the first table of 37 rows.
+  // Changes the number of rows in the definition of the first table with 37 rows.
   const std::string definition("\x02\x01", 2), rows("\x25\0\0\0", 4);
   for (std::size_t page = 0; page < fewer.size(); page += 4096) {
     if (fewer.compare(page, 2, definition) == 0 && fewer.compare(page + 16, 4, rows) == 0) fewer[page + 16] = '\x26';

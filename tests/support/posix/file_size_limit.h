@@ -1,4 +1,4 @@
-// A disk that is full, played by the limit that the system puts on the size of files.
+// A full disk, played by the system's limit on the size of files.
 #pragma once
 
 #include <sys/resource.h>
@@ -7,7 +7,7 @@
 
 namespace support::testing {
 
-/// No file of this process grows beyond so many bytes while it lives.
+/// While this object lives, no file of this process grows beyond so many bytes.
 class FileSizeLimit {
  public:
   explicit FileSizeLimit(rlim_t bytes) : handler_(std::signal(SIGXFSZ, SIG_IGN)) {

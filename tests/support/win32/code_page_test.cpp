@@ -1,4 +1,4 @@
-// What does not depend on the system's code page, and what the profile calls answer where it is 1252.
+// What does not depend on the system's code page, and the answers of the profile calls if it is 1252.
 #include <windows.h>
 
 #include <cstdlib>
@@ -8,7 +8,7 @@
 #include "support/win32/win32_registry.h"
 #include "tests/support/ini_table.h"
 #include "tests/support/temporary_folder.h"
-// gtest.h after windows.h, which it need not know.
+// gtest.h must come after windows.h.
 #include <gtest/gtest.h>
 
 namespace support::testing {
@@ -45,7 +45,7 @@ std::string answer_of_profile_calls(const IniReadRow& row, const std::string& fi
   return utf8_from_cp1252(std::string_view(buffer).substr(0, length));
 }
 
-/// The table is measured on them: it is not ours to choose.
+/// The table was measured on these calls; the test proves that it is right.
 TEST(ProfileCalls, AnswerWhatTheTableSays) {
   const TemporaryFolder folder;
   int number = 0;

@@ -2,7 +2,8 @@
 
 namespace support::testing {
 
-// The recycle bin of Windows is the user's own; what the calls moved there is theirs to look after.
+// On Windows, the recycle bin is the user's own, and the system's calls are responsible for it; the test does not look
+// into it.
 Trash::Trash(const TemporaryFolder& folder) : folder_(folder) {}
 Trash::~Trash() = default;
 void Trash::expect_file(std::string_view /*name*/, std::string_view /*content*/) const {}

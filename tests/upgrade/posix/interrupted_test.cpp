@@ -1,5 +1,5 @@
-// Upgrades that end before their time: the process is killed, the disk is full. The file is as it was, and upgrades
-// then as if it had never been touched.
+// Upgrades that are interrupted: the process is killed, or the disk is full. The file is as it was, and later upgrades
+// as if it had never been touched.
 #include <sys/resource.h>
 #include <sys/wait.h>
 #include <unistd.h>
@@ -34,7 +34,7 @@ class Interrupted : public OldLayout {
   Interrupted() {
     environment.message_box = [](std::string_view, std::uint32_t, std::string_view) { return 1; };
     file = old_database(0);
-    // More than SQLite keeps in memory, so that half a transaction reaches the disk.
+    // More rows than SQLite keeps in memory, so that half a transaction reaches the disk.
     const Opened opened = open(file);
     engine::Transaction transaction{*opened.database};
     opened.database->execute("UPDATE glucose SET Comment=string(200, 'x')");
@@ -48,7 +48,7 @@ class Interrupted : public OldLayout {
     content = read_file(file);
   }
 
-  /// Runs it in a process of its own and returns its exit code.
+  /// Runs the work in a process of its own and returns its exit code.
   template <typename Work>
   int run_apart(Work work) {
     const pid_t child = fork();
@@ -59,7 +59,7 @@ class Interrupted : public OldLayout {
     return WEXITSTATUS(status);
   }
 
-  /// Opening undoes what a process left half done.
+  /// The content after an opening, which undoes what a process left half done.
   std::string content_after_opening() const {
     open(file).database->open_recordset("db_info");
     return read_file(file);
