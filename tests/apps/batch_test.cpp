@@ -3,12 +3,9 @@
 
 #include "tests/apps/program_run.h"
 
+namespace apps_test {
 namespace {
 
-using apps_test::content_of;
-using apps_test::Outcome;
-using apps_test::run_batch;
-using apps_test::run_patientdb;
 using testing::AllOf;
 using testing::HasSubstr;
 using testing::Not;
@@ -48,7 +45,7 @@ class Batch : public testing::Test {
   std::string database() const { return folder_.file("patients/Müller_Jörg.das"); }
   std::string query(const std::string& sql) const { return run_patientdb({"sql", database(), sql, "--json"}).out; }
 
-  apps_test::TemporaryFolder folder_, outside_;
+  TemporaryFolder folder_, outside_;
 };
 
 TEST_F(Batch, DoesTheWholeJobAndFindsItsResultTheNextTime) {
@@ -253,3 +250,4 @@ TEST_F(Batch, AProfessionalInstallationTakesAFolderAsAnswer) {
 }
 
 }  // namespace
+}  // namespace apps_test

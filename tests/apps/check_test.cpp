@@ -6,13 +6,9 @@
 
 #include "tests/apps/program_run.h"
 
+namespace apps_test {
 namespace {
 
-using apps_test::content_of;
-using apps_test::Environment;
-using apps_test::Outcome;
-using apps_test::run_interrupted;
-using apps_test::run_patientdb;
 using testing::AllOf;
 using testing::AnyOf;
 using testing::EndsWith;
@@ -41,7 +37,7 @@ class Check : public testing::Test {
     return run_patientdb({"check", file}, environment);
   }
 
-  apps_test::TemporaryFolder folder_;
+  TemporaryFolder folder_;
   int count_ = 0;
 };
 
@@ -189,3 +185,4 @@ TEST_F(Check, KnowsNothingOfAFileThatItCannotOpen) {
 }
 
 }  // namespace
+}  // namespace apps_test

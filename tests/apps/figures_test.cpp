@@ -4,10 +4,9 @@
 
 #include "tests/apps/program_run.h"
 
+namespace apps_test {
 namespace {
 
-using apps_test::Outcome;
-using apps_test::run_patientdb;
 using testing::AllOf;
 using testing::HasSubstr;
 using testing::StartsWith;
@@ -39,7 +38,7 @@ class Figures : public testing::Test {
     return outcome.out;
   }
 
-  apps_test::TemporaryFolder folder_;
+  TemporaryFolder folder_;
   std::string file_ = folder_.file("P.das");
 };
 
@@ -183,3 +182,4 @@ TEST_F(Figures, AreNotShownForArgumentsThatCannotBe) {
 }
 
 }  // namespace
+}  // namespace apps_test

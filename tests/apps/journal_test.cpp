@@ -6,14 +6,12 @@
 
 #include "tests/apps/program_run.h"
 
+namespace apps_test {
 namespace {
 
 /// GoogleTest's own regular expressions know no sets of characters on Windows.
 MATCHER_P(HoldsPattern, pattern, "") { return std::regex_search(arg, std::regex(pattern)); }
 
-using apps_test::content_of;
-using apps_test::run_batch;
-using apps_test::run_patientdb;
 using testing::AllOf;
 using testing::HasSubstr;
 using testing::Not;
@@ -31,7 +29,7 @@ class Journal : public testing::Test {
     return run_batch(arguments).code;
   }
 
-  apps_test::TemporaryFolder folder_, outside_;
+  TemporaryFolder folder_, outside_;
 };
 
 TEST_F(Journal, IsKeptByTheBatchProgramOnlyWhereItIsAskedFor) {
@@ -74,3 +72,4 @@ TEST_F(Journal, IsKeptByTheConsoleToolBesideItsOwnLines) {
 }
 
 }  // namespace
+}  // namespace apps_test

@@ -5,13 +5,12 @@
 #include <filesystem>
 #include <iostream>
 
-#include "tests/apps/process_test.h"
+#include "tests/apps/process_run.h"
 
+namespace apps_test {
 namespace {
 
-using apps_test::run_patientdb;
-
-class KeepingMemory : public apps_test::ProcessTest {
+class KeepingMemory : public ProcessTest {
  protected:
   /// A file with 2 to the power of `doublings` glucose values.
   std::string file_of(int doublings) {
@@ -31,7 +30,7 @@ class KeepingMemory : public apps_test::ProcessTest {
   /// The most memory that the program used, in KiB. A small Python process starts and measures it, because the memory
   /// that the starting process has at that moment counts as the program's.
   long memory_of(const std::string& words) const {
-    const apps_test::Outcome outcome = shell(
+    const Outcome outcome = shell(
         "python3 -c 'import resource, subprocess, sys; subprocess.run(sys.argv[1:], check=True, "
         "stdout=subprocess.DEVNULL); print(resource.getrusage(resource.RUSAGE_CHILDREN).ru_maxrss)' "
         "$BIN/patientdb " +
@@ -57,3 +56,4 @@ TEST_F(KeepingMemory, OfABackupAndACheckIsThatOfARow) {
 }
 
 }  // namespace
+}  // namespace apps_test

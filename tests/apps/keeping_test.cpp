@@ -15,13 +15,10 @@
 #include "support/host_file.h"
 #include "tests/apps/program_run.h"
 
+namespace apps_test {
 namespace {
 
 namespace fs = std::filesystem;
-using apps_test::content_of;
-using apps_test::Environment;
-using apps_test::Outcome;
-using apps_test::run_patientdb;
 using testing::AllOf;
 using testing::EndsWith;
 using testing::HasSubstr;
@@ -60,7 +57,7 @@ class Keeping : public testing::Test {
     return found;
   }
 
-  apps_test::TemporaryFolder folder_, outside_;
+  TemporaryFolder folder_, outside_;
 };
 
 TEST_F(Keeping, CompactsToTheSameRowsInFewerBytesAndSetsNumbersBack) {
@@ -301,3 +298,4 @@ TEST_F(Keeping, KeepsThePasswordWhereTheNewOneIsNone) {
 }
 
 }  // namespace
+}  // namespace apps_test

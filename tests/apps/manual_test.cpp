@@ -6,10 +6,9 @@
 
 #include "tests/apps/program_run.h"
 
+namespace apps_test {
 namespace {
 
-using apps_test::run_batch;
-using apps_test::run_patientdb;
 using testing::AllOf;
 using testing::HasSubstr;
 using testing::IsSupersetOf;
@@ -67,3 +66,4 @@ TEST(Version, IsToldByBothPrograms) {
 }
 
 }  // namespace
+}  // namespace apps_test

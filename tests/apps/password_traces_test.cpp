@@ -8,12 +8,11 @@
 #include "database/environment.h"
 #include "support/encoding.h"
 #include "support/file_system.h"
-#include "tests/apps/process_test.h"
+#include "tests/apps/process_run.h"
 
+namespace apps_test {
 namespace {
 
-using apps_test::content_of;
-using apps_test::Outcome;
 using testing::HasSubstr;
 using testing::IsEmpty;
 using testing::Not;
@@ -37,7 +36,7 @@ std::vector<std::string> spellings(const std::string& password) {
   return {password, support::cp1252_from_utf8(password), wide, digits};
 }
 
-class PasswordTraces : public apps_test::ProcessTest {
+class PasswordTraces : public ProcessTest {
  protected:
   PasswordTraces() { fs::create_directory(folder_.path() / "tmp"); }
 
@@ -75,7 +74,7 @@ class PasswordTraces : public apps_test::ProcessTest {
 };
 
 TEST_F(PasswordTraces, ASessionOfTheConsoleToolLeavesNone) {
-  const apps_test::TemporaryFolder keys;
+  const TemporaryFolder keys;
   keys.write("environment", sought);
   keys.write("wrong", sought + "x");
   make_old_database(folder_.file("old.das"));
@@ -124,7 +123,7 @@ TEST_F(PasswordTraces, ARunOfTheBatchProgramLeavesNoneOfTheDefaultOne) {
 
 TEST_F(PasswordTraces, ARunningProcessShowsNoneAndHasNoFileOpenButTheDatabase) {
   const std::string file = folder_.file("P.das");
-  ASSERT_EQ(apps_test::run_patientdb({"create", file}, {{"PATIENTDB_PASSWORD", sought}}).code, 0);
+  ASSERT_EQ(run_patientdb({"create", file}, {{"PATIENTDB_PASSWORD", sought}}).code, 0);
   int ends[2];
   ASSERT_EQ(pipe2(ends, O_CLOEXEC), 0);
   // The output is more than the pipe holds, so the process waits in the middle of its work.
@@ -162,3 +161,4 @@ TEST_F(PasswordTraces, ARunningProcessShowsNoneAndHasNoFileOpenButTheDatabase) {
 }
 
 }  // namespace
+}  // namespace apps_test

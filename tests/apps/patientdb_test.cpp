@@ -6,12 +6,9 @@
 #include "database/version_record.h"
 #include "tests/apps/program_run.h"
 
+namespace apps_test {
 namespace {
 
-using apps_test::content_of;
-using apps_test::Environment;
-using apps_test::Outcome;
-using apps_test::run_patientdb;
 using testing::AllOf;
 using testing::HasSubstr;
 using testing::Not;
@@ -33,7 +30,7 @@ class PatientDb : public testing::Test {
     return file;
   }
 
-  apps_test::TemporaryFolder folder_;
+  TemporaryFolder folder_;
 };
 
 TEST_F(PatientDb, CreatesADatabaseThatItsOtherCommandsShow) {
@@ -237,3 +234,4 @@ TEST_F(PatientDb, KeepsWhatStatementsDidBeforeTheOneThatFails) {
 }
 
 }  // namespace
+}  // namespace apps_test

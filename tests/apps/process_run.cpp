@@ -1,9 +1,9 @@
+#include "tests/apps/process_run.h"
+
 #include <sys/wait.h>
 #include <unistd.h>
 
 #include <cstdlib>
-
-#include "tests/apps/process_test.h"
 
 namespace apps_test {
 
@@ -22,8 +22,11 @@ int in_child(const std::function<int()>& body) {
   return WIFEXITED(status) ? WEXITSTATUS(status) : -1;
 }
 
-void become_ordinary_user() {
-  if (getuid() == 0 && (setgid(ordinary_user) != 0 || setuid(ordinary_user) != 0)) _exit(99);
+int as_ordinary_user(const std::function<int()>& body) {
+  return in_child([&] {
+    if (getuid() == 0 && (setgid(ordinary_user) != 0 || setuid(ordinary_user) != 0)) return 99;
+    return body();
+  });
 }
 
 }  // namespace apps_test

@@ -1,6 +1,4 @@
 // The programs as a user starts them, also on a machine that denies them something.
-#include "tests/apps/process_test.h"
-
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 #include <sys/resource.h>
@@ -9,15 +7,14 @@
 #include <csignal>
 #include <filesystem>
 
+#include "tests/apps/process_run.h"
+
+namespace apps_test {
 namespace {
 
-using apps_test::become_ordinary_user;
-using apps_test::content_of;
-using apps_test::in_child;
-using apps_test::Outcome;
 using testing::HasSubstr;
 using testing::StartsWith;
-using Process = apps_test::ProcessTest;
+using Process = ProcessTest;
 
 TEST_F(Process, TakesUmlautsPasswordAndExitCodesThroughTheRealMain) {
   const std::string file = folder_.file("Größe.das");
@@ -53,14 +50,13 @@ TEST_F(Process, FindsTheInstallationBesideTheProgramAndRecyclesItsMenus) {
 
 TEST_F(Process, AFileWithoutWriteAccessIsReadButNotChanged) {
   const std::string file = folder_.file("read.das");
-  ASSERT_EQ(apps_test::run_patientdb({"create", file}).code, 0);
+  ASSERT_EQ(run_patientdb({"create", file}).code, 0);
   chmod(file.c_str(), 0444);
   chmod(folder_.path().c_str(), 0555);
   const auto before = folder_.snapshot();
-  const int code = in_child([&] {
-    become_ordinary_user();
-    if (apps_test::run_patientdb({"info", file}).code != 0) return 10;
-    const Outcome refused = apps_test::run_patientdb({"sql", file, "DELETE * FROM patdat"});
+  const int code = as_ordinary_user([&] {
+    if (run_patientdb({"info", file}).code != 0) return 10;
+    const Outcome refused = run_patientdb({"sql", file, "DELETE * FROM patdat"});
     return refused.code == 1 && refused.err.starts_with("error 30") ? 0 : 11;
   });
   chmod(folder_.path().c_str(), 0755);
@@ -71,9 +67,8 @@ TEST_F(Process, AFileWithoutWriteAccessIsReadButNotChanged) {
 TEST_F(Process, AFolderThatMayNotBeReadIsNamed) {
   folder_.write("vantrix.ini", "[setup]\nRegPath=vantrix\n");
   chmod(folder_.path().c_str(), 0311);
-  const int code = in_child([&] {
-    become_ordinary_user();
-    const Outcome refused = apps_test::run_batch({"--program-dir", folder_.file("")});
+  const int code = as_ordinary_user([&] {
+    const Outcome refused = run_batch({"--program-dir", folder_.file("")});
     return refused.code == 2 && refused.err.starts_with("The program folder " + folder_.file("")) ? 0 : 10;
   });
   chmod(folder_.path().c_str(), 0755);
@@ -98,7 +93,7 @@ TEST_F(Process, AFullDiskLeavesNoHalfDatabase) {
     std::signal(SIGXFSZ, SIG_IGN);
     const rlimit limit{64 * 1024, 64 * 1024};
     setrlimit(RLIMIT_FSIZE, &limit);
-    const Outcome refused = apps_test::run_patientdb({"create", file});
+    const Outcome refused = run_patientdb({"create", file});
     return refused.code == 1 && refused.err.starts_with("error 3043: ") ? 0 : 10;
   });
   EXPECT_EQ(code, 0);
@@ -106,3 +101,4 @@ TEST_F(Process, AFullDiskLeavesNoHalfDatabase) {
 }
 
 }  // namespace
+}  // namespace apps_test

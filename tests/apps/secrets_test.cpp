@@ -4,13 +4,9 @@
 
 #include "tests/apps/program_run.h"
 
+namespace apps_test {
 namespace {
 
-using apps_test::content_of;
-using apps_test::Environment;
-using apps_test::Outcome;
-using apps_test::run_batch;
-using apps_test::run_patientdb;
 using testing::AllOf;
 using testing::HasSubstr;
 using testing::Not;
@@ -29,7 +25,7 @@ class Secrets : public testing::Test {
   }
   std::string journal() const { return folder_.file("journal.log"); }
 
-  apps_test::TemporaryFolder folder_;
+  TemporaryFolder folder_;
   std::string said_;
 };
 
@@ -127,3 +123,4 @@ TEST_F(Secrets, AThousandChartsAndAFullFolderAreAnswered) {
 }
 
 }  // namespace
+}  // namespace apps_test

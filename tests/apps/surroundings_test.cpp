@@ -7,12 +7,11 @@
 #include <unistd.h>
 
 #include "support/file_system.h"
-#include "tests/apps/process_test.h"
+#include "tests/apps/process_run.h"
 
+namespace apps_test {
 namespace {
 
-using apps_test::content_of;
-using apps_test::Outcome;
 using testing::AllOf;
 using testing::HasSubstr;
 using testing::IsEmpty;
@@ -20,7 +19,7 @@ using testing::Not;
 
 namespace fs = std::filesystem;
 
-class Surroundings : public apps_test::ProcessTest {
+class Surroundings : public ProcessTest {
  protected:
   Surroundings() {
     folder_.write("home/vantrix.ini", "[setup]\r\nRegPath=vantrix\r\n");
@@ -69,14 +68,13 @@ TEST_F(Surroundings, AReadOnlyInstallationIsReportedAndLosesNothing) {
   place_patients(patients);
   fs::create_directory(patients);
   fs::permissions(outside_.path(), fs::perms::all);
-  ASSERT_EQ(chown(patients.c_str(), getuid() == 0 ? apps_test::ordinary_user : getuid(), getgid()), 0);
+  ASSERT_EQ(chown(patients.c_str(), getuid() == 0 ? ordinary_user : getuid(), getgid()), 0);
   const std::string report = outside_.file("report");
   const auto before = folder_.snapshot();
   {
     const ReadOnly installation(folder_.path() / "home");
-    EXPECT_EQ(apps_test::in_child([&] {
-                apps_test::become_ordinary_user();
-                const Outcome outcome = apps_test::run_batch(arguments());
+    EXPECT_EQ(as_ordinary_user([&] {
+                const Outcome outcome = run_batch(arguments());
                 outside_.write("report", outcome.out + outcome.err);
                 return outcome.code;
               }),
@@ -84,18 +82,17 @@ TEST_F(Surroundings, AReadOnlyInstallationIsReportedAndLosesNothing) {
   }
   EXPECT_EQ(folder_.snapshot(), before);
   EXPECT_THAT(content_of(report), AllOf(HasSubstr("registry.reg"), HasSubstr("home.ini")));
-  EXPECT_THAT(apps_test::run_patientdb({"sql", patients + "/M_J.das", "SELECT name FROM patdat"}).out, HasSubstr("M"))
+  EXPECT_THAT(run_patientdb({"sql", patients + "/M_J.das", "SELECT name FROM patdat"}).out, HasSubstr("M"))
       << "what can be written is";
 }
 
 TEST_F(Surroundings, AReadOnlyFolderOfPatientsIsReportedAndLosesNothing) {
   fs::create_directory(home() + "/patients");
-  ASSERT_EQ(apps_test::run_patientdb({"create", home() + "/patients/old.das"}).code, 0);
+  ASSERT_EQ(run_patientdb({"create", home() + "/patients/old.das"}).code, 0);
   const auto before = folder_.snapshot();
   const ReadOnly installation(folder_.path() / "home");
-  EXPECT_EQ(apps_test::in_child([&] {
-              apps_test::become_ordinary_user();
-              const Outcome outcome = apps_test::run_batch(arguments());
+  EXPECT_EQ(as_ordinary_user([&] {
+              const Outcome outcome = run_batch(arguments());
               return outcome.code == 1 && outcome.out.find("M_J.das") != std::string::npos ? 0 : 10;
             }),
             0);
@@ -108,8 +105,8 @@ long most_memory(const std::vector<std::string>& arguments, int expected) {
   long most = 0;
   int pipe_ends[2];
   EXPECT_EQ(pipe(pipe_ends), 0);
-  const int code = apps_test::in_child([&] {
-    const int inner = apps_test::in_child([&] {
+  const int code = in_child([&] {
+    const int inner = in_child([&] {
       const int nowhere = open("/dev/null", O_WRONLY);
       dup2(nowhere, STDOUT_FILENO);
       dup2(nowhere, STDERR_FILENO);
@@ -151,14 +148,14 @@ TEST_F(Surroundings, FilesOfAHundredMegabytesAreRefusedUnread) {
 TEST_F(Surroundings, AFolderOfAHundredThousandFilesIsListedAndWorkedIn) {
   // The files are put into memory, if the machine has such a place: making them on the disk takes long.
   const fs::path memory = "/dev/shm";
-  const apps_test::TemporaryFolder patients(fs::is_directory(memory) ? memory : fs::temp_directory_path());
+  const TemporaryFolder patients(fs::is_directory(memory) ? memory : fs::temp_directory_path());
   for (int i = 0; i < 100000; ++i) {
     ASSERT_EQ(mknod(patients.file(std::to_string(i) + ".das").c_str(), S_IFREG | 0600, 0), 0);
   }
   place_patients(patients.path().string());
   const support::FileSystem& files = support::host_file_system();
   EXPECT_EQ(files.files(files.windows_path(patients.path().string()), "*.das").size(), 100000U);
-  const Outcome outcome = apps_test::run_batch(arguments());
+  const Outcome outcome = run_batch(arguments());
   EXPECT_EQ(outcome.code, 0) << outcome.err << outcome.out;
   EXPECT_THAT(outcome.out, HasSubstr("M_J.das"));
 }
@@ -182,3 +179,4 @@ TEST_F(Surroundings, AUserProfileWithUmlautsAndSignsWorks) {
 }
 
 }  // namespace
+}  // namespace apps_test

@@ -11,13 +11,9 @@
 #include "support/encoding.h"
 #include "tests/apps/program_run.h"
 
+namespace apps_test {
 namespace {
 
-using apps_test::content_of;
-using apps_test::Environment;
-using apps_test::Outcome;
-using apps_test::run_interrupted;
-using apps_test::run_patientdb;
 using testing::AllOf;
 using testing::HasSubstr;
 using testing::Not;
@@ -79,7 +75,7 @@ class Transfer : public testing::Test {
     return files;
   }
 
-  apps_test::TemporaryFolder folder_;
+  TemporaryFolder folder_;
 };
 
 TEST_F(Transfer, ThereAndBackIsTheSameByteForByte) {
@@ -365,3 +361,4 @@ TEST_F(Transfer, ControlCEndsItAtTheNextRowWithNothingHalfWritten) {
 }
 
 }  // namespace
+}  // namespace apps_test

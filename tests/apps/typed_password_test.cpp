@@ -10,12 +10,11 @@
 #include <array>
 #include <cstdlib>
 
-#include "tests/apps/process_test.h"
+#include "tests/apps/process_run.h"
 
+namespace apps_test {
 namespace {
 
-using apps_test::Outcome;
-using apps_test::run_patientdb;
 using testing::AllOf;
 using testing::HasSubstr;
 using testing::Not;
@@ -81,7 +80,7 @@ class Terminal {
   std::size_t seen_ = 0;
 };
 
-class TypedPassword : public apps_test::ProcessTest {
+class TypedPassword : public ProcessTest {
  protected:
   TypedPassword() { EXPECT_EQ(run_patientdb({"create", file_}).code, 0); }
   std::vector<std::string> words() const { return {BUILD_DIR "/bin/patientdb", "password", file_}; }
@@ -133,3 +132,4 @@ TEST_F(TypedPassword, IsNotAskedForWhereTheOldOneIsWrong) {
 }
 
 }  // namespace
+}  // namespace apps_test

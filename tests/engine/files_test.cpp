@@ -104,16 +104,27 @@ TEST_F(Files, AreRefusedWhereTheyCannotBeCreatedOrOpened) {
   }
 }
 
-/// Encrypts a file as other programs do with a password and the same cipher.
-void encrypt(const std::filesystem::path& file, const std::string& password, int page_size) {
-  sqlite3* handle = nullptr;
-  ASSERT_EQ(sqlite3_open(file.string().c_str(), &handle), SQLITE_OK);
-  const std::unique_ptr<sqlite3, int (*)(sqlite3*)> close{handle, sqlite3_close};
+using Handle = std::unique_ptr<sqlite3, int (*)(sqlite3*)>;
+
+/// The cipher for the key that follows.
+void choose_cipher(sqlite3* handle, int page_size) {
   sqlite3mc_config(handle, "cipher", sqlite3mc_cipher_index("sqlcipher"));
   sqlite3mc_config_cipher(handle, "sqlcipher", "legacy", 4);
   sqlite3mc_config_cipher(handle, "sqlcipher", "legacy_page_size", page_size);
-  ASSERT_EQ(sqlite3_key(handle, password.data(), static_cast<int>(password.size())), SQLITE_OK);
-  ASSERT_EQ(sqlite3_exec(handle, "CREATE TABLE t (n)", nullptr, nullptr, nullptr), SQLITE_OK);
+}
+
+/// Opens a file as other programs do with a password and the same cipher.
+Handle open_elsewhere(const std::filesystem::path& file, const std::string& password, int page_size = 4096) {
+  sqlite3* handle = nullptr;
+  EXPECT_EQ(sqlite3_open(file.string().c_str(), &handle), SQLITE_OK);
+  choose_cipher(handle, page_size);
+  EXPECT_EQ(sqlite3_key(handle, password.data(), static_cast<int>(password.size())), SQLITE_OK);
+  return {handle, sqlite3_close};
+}
+
+void encrypt(const std::filesystem::path& file, const std::string& password, int page_size) {
+  const Handle handle = open_elsewhere(file, password, page_size);
+  ASSERT_EQ(sqlite3_exec(handle.get(), "CREATE TABLE t (n)", nullptr, nullptr, nullptr), SQLITE_OK);
 }
 
 TEST_F(Files, OfThisCipherSayWhyTheyAreNotOpenedWithTheRightPassword) {
@@ -173,15 +184,8 @@ Bytes salt_of(std::string_view text) {
 
 /// Encrypts the file again, so that it begins with this salt.
 void give_salt(const std::filesystem::path& file, const std::string& password, const Bytes& salt) {
-  sqlite3* handle = nullptr;
-  ASSERT_EQ(sqlite3_open(file.string().c_str(), &handle), SQLITE_OK);
-  const std::unique_ptr<sqlite3, int (*)(sqlite3*)> close{handle, sqlite3_close};
-  sqlite3mc_config(handle, "cipher", sqlite3mc_cipher_index("sqlcipher"));
-  sqlite3mc_config_cipher(handle, "sqlcipher", "legacy", 4);
-  ASSERT_EQ(sqlite3_key(handle, password.data(), static_cast<int>(password.size())), SQLITE_OK);
-  // The cipher for the key that follows.
-  sqlite3mc_config(handle, "cipher", sqlite3mc_cipher_index("sqlcipher"));
-  sqlite3mc_config_cipher(handle, "sqlcipher", "legacy", 4);
+  const Handle handle = open_elsewhere(file, password);
+  choose_cipher(handle.get(), 4096);
   const embedded::FileKey key{password, salt};
   std::string text = "x'";
   const auto append = [&](const auto& bytes) {
@@ -194,7 +198,7 @@ void give_salt(const std::filesystem::path& file, const std::string& password, c
   append(key.key());
   append(salt);
   text += "'";
-  ASSERT_EQ(sqlite3_rekey(handle, text.data(), static_cast<int>(text.size())), SQLITE_OK);
+  ASSERT_EQ(sqlite3_rekey(handle.get(), text.data(), static_cast<int>(text.size())), SQLITE_OK);
 }
 
 TEST_F(Files, OpenWhateverTheirSaltLooksLike) {

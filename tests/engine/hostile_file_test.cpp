@@ -1,6 +1,5 @@
 // Database files from a stranger: whatever their schema holds beyond tables and indexes is never run.
 #include <gmock/gmock.h>
-#include <sqlite3.h>
 
 #include "tests/engine/test_database.h"
 
@@ -48,11 +47,7 @@ class HostileFile : public EngineTest {
       database->execute("CREATE TABLE victim (n LONG)");
       database->execute("INSERT INTO things (name) VALUES ('one')");
     }
-    sqlite3* connection = nullptr;
-    ASSERT_EQ(sqlite3_open(host_path().string().c_str(), &connection), SQLITE_OK);
-    EXPECT_EQ(sqlite3_exec(connection, sql.c_str(), nullptr, nullptr, nullptr), SQLITE_OK)
-        << sqlite3_errmsg(connection);
-    sqlite3_close(connection);
+    sqlite(sql);
   }
 };
 

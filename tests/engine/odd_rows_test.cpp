@@ -1,7 +1,6 @@
 // Rows, numbers and objects when two handles work on one file, or when a handle works on something that does not exist
 // any more.
 #include <gmock/gmock.h>
-#include <sqlite3.h>
 
 #include <functional>
 
@@ -25,14 +24,6 @@ class OddRows : public EngineTest {
   std::vector<std::string> ids() { return column(here(), "SELECT id FROM things ORDER BY id", "id"); }
   void run(std::initializer_list<const char*> statements) {
     for (const char* sql : statements) here().execute(sql);
-  }
-  /// Changes the file behind the engine's back.
-  void sqlite(const std::string& sql) {
-    sqlite3* connection = nullptr;
-    ASSERT_EQ(sqlite3_open(host_path().string().c_str(), &connection), SQLITE_OK);
-    EXPECT_EQ(sqlite3_exec(connection, sql.c_str(), nullptr, nullptr, nullptr), SQLITE_OK)
-        << sqlite3_errmsg(connection);
-    sqlite3_close(connection);
   }
 
  private:

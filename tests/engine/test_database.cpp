@@ -1,5 +1,7 @@
 #include "tests/engine/test_database.h"
 
+#include <sqlite3.h>
+
 #include <fstream>
 #include <iterator>
 #include <random>
@@ -44,6 +46,13 @@ std::unique_ptr<Database> EngineTest::open(std::string_view name, std::string_vi
                                            bool exclusive) {
   const std::string connect = password.empty() ? "" : "MS Access;pwd=" + std::string(password);
   return engine_->open_database(path(name), exclusive, read_only, connect);
+}
+
+void EngineTest::sqlite(const std::string& sql, std::string_view name) const {
+  sqlite3* connection = nullptr;
+  ASSERT_EQ(sqlite3_open(host_path(name).string().c_str(), &connection), SQLITE_OK);
+  EXPECT_EQ(sqlite3_exec(connection, sql.c_str(), nullptr, nullptr, nullptr), SQLITE_OK) << sqlite3_errmsg(connection);
+  sqlite3_close(connection);
 }
 
 void EngineTest::add_things(Database& database) {

@@ -44,6 +44,9 @@ class EngineTest : public testing::Test {
   std::unique_ptr<Database> open(std::string_view name = "test.das", std::string_view password = {},
                                  bool read_only = false, bool exclusive = false);
 
+  /// Changes a file behind the engine's back.
+  void sqlite(const std::string& sql, std::string_view name = "test.das") const;
+
   /// A table `things`: id (AutoNumber), name (Text 10), amount (Integer, default 7), note (Memo, takes zero length).
   static void add_things(Database& database);
 

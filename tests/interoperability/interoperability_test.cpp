@@ -8,7 +8,7 @@
 
 #include "database/engine/embedded/embedded_engine.h"
 #include "support/file_system.h"
-#include "tests/apps/process_test.h"
+#include "tests/apps/process_run.h"
 #include "tests/interoperability/row_text.h"
 
 namespace {

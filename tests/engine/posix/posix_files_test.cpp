@@ -16,6 +16,16 @@ namespace {
 
 using testing::ElementsAre;
 
+/// The result of the call, made in a process of its own.
+template <typename Call>
+int in_another_process(const Call& call) {
+  const pid_t child = fork();
+  if (child == 0) _exit(call());
+  int status = 0;
+  EXPECT_EQ(waitpid(child, &status, 0), child);
+  return WEXITSTATUS(status);
+}
+
 class PosixFiles : public EngineTest {
  protected:
   void add_rows(Database& database, int count) {
@@ -26,6 +36,19 @@ class PosixFiles : public EngineTest {
       rows->set_value("note", std::string(200, 'x'));
       rows->update();
     }
+  }
+
+  /// A process deletes the rows, adds more than fit into the cache, so that the file itself changes, and dies.
+  void die_in_a_transaction(const std::string& password) {
+    ASSERT_EQ(in_another_process([&]() -> int {
+                const auto database = open("test.das", password);
+                database->begin_transaction();
+                database->execute("DELETE FROM things");
+                add_rows(*database, 20000);
+                _exit(7);
+              }),
+              7);
+    ASSERT_TRUE(exists("test.das-journal"));
   }
 };
 
@@ -59,19 +82,7 @@ TEST_F(PosixFiles, AProcessThatDiesLeavesWhatWasCommitted) {
     add_rows(*database, 1);
   }
   for (const bool read_only : {false, true}) {
-    const pid_t child = fork();
-    if (child == 0) {
-      const auto database = open("test.das", "geheim");
-      database->begin_transaction();
-      database->execute("DELETE FROM things");
-      // These are more rows than fit into the cache, so the file itself has changed when the process dies.
-      add_rows(*database, 20000);
-      _exit(0);
-    }
-    int status = 0;
-    ASSERT_EQ(waitpid(child, &status, 0), child);
-    ASSERT_EQ(status, 0);
-    ASSERT_TRUE(exists("test.das-journal"));
+    die_in_a_transaction("geheim");
     const std::string half_done = content(), journal = content("test.das-journal");
     EXPECT_EQ((half_done + journal).find("Zeile"), std::string::npos) << "what is half done is encrypted, too";
     EXPECT_EQ(error_number([&] { open("test.das", "falsch", read_only); }), 3031);
@@ -88,16 +99,7 @@ TEST_F(PosixFiles, TornAtTheirEndAreWholeAgainWithTheirJournal) {
       add_things(*database);
       add_rows(*database, 1);
     }
-    const pid_t child = fork();
-    if (child == 0) {
-      const auto database = open("test.das", password);
-      database->begin_transaction();
-      add_rows(*database, 20000);
-      _exit(0);
-    }
-    int status = 0;
-    ASSERT_EQ(waitpid(child, &status, 0), child);
-    ASSERT_TRUE(exists("test.das-journal"));
+    die_in_a_transaction(password);
     write("cut.das", content().substr(0, content().size() - 1000));
     std::filesystem::copy_file(host_path("test.das-journal"), host_path("cut.das-journal"));
     EXPECT_THAT(column(*open("cut.das", password), "things", "name"), ElementsAre("Zeile")) << password;
@@ -107,16 +109,6 @@ TEST_F(PosixFiles, TornAtTheirEndAreWholeAgainWithTheirJournal) {
     }
     for (const auto& file : std::filesystem::directory_iterator(host_path(""))) std::filesystem::remove(file);
   }
-}
-
-/// The result of the call, made in a process of its own.
-template <typename Call>
-int in_another_process(const Call& call) {
-  const pid_t child = fork();
-  if (child == 0) _exit(call());
-  int status = 0;
-  EXPECT_EQ(waitpid(child, &status, 0), child);
-  return WEXITSTATUS(status);
 }
 
 TEST_F(PosixFiles, KeepTheirPasswordWhileAnybodyElseHasThemOpen) {
@@ -204,14 +196,11 @@ TEST_F(PosixFiles, OpeningAFileKeepsTheLocksOfItsOtherHandles) {
   add_things(*first);
   first->begin_transaction();
   open("test.das", "geheim");
-  const pid_t child = fork();
-  if (child == 0) {
+  const int error = in_another_process([&] {
     const auto other = open("test.das", "geheim");
-    _exit(error_number([&] { other->begin_transaction(); }) == 3045 ? 0 : 1);
-  }
-  int status = 0;
-  ASSERT_EQ(waitpid(child, &status, 0), child);
-  EXPECT_EQ(status, 0) << "another process must not write beside the open transaction";
+    return error_number([&] { other->begin_transaction(); }) == 3045 ? 7 : 0;
+  });
+  EXPECT_EQ(error, 7) << "another process must not write beside the open transaction";
 }
 
 }  // namespace

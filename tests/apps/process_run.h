@@ -20,8 +20,8 @@ class ProcessTest : public testing::Test {
 /// Runs `body` in a child process and returns what it returns; -1 where the process died.
 int in_child(const std::function<int()>& body);
 
-/// Gives up the rights of root, who may write everywhere.
-void become_ordinary_user();
+/// The same without the rights of root, who may write everywhere.
+int as_ordinary_user(const std::function<int()>& body);
 inline constexpr unsigned ordinary_user = 65534;
 
 }  // namespace apps_test
