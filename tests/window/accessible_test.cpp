@@ -1,4 +1,4 @@
-// What a screen reader is told of every page, compared with a table, and of a finding.
+// What a screen reader is told about every page, compared with a table, and about a finding.
 #include <windows.h>
 
 #include <algorithm>
@@ -24,8 +24,8 @@ std::string content(const std::string& path) {
   return bytes.str();
 }
 
-/// The wizard in this program: asked from another one, each property of each window is some calls between the two, and
-/// the whole takes minutes on a busy machine.
+/// The wizard runs in this program: from another one, reading each property of each window takes several calls between
+/// both, and the whole takes minutes on a busy machine.
 class WizardHere {
  public:
   explicit WizardHere(const DemoInstallation& demo)
@@ -39,7 +39,7 @@ class WizardHere {
   WizardHere(const WizardHere&) = delete;
   WizardHere& operator=(const WizardHere&) = delete;
 
-  /// What is told of each page as soon as all of it is there, below the page's name.
+  /// What is told about each page, below the page's name, as soon as the page is complete.
   std::string walk() {
     if (!loaded_) return "not loaded";
     walking_ = this;
@@ -52,7 +52,7 @@ class WizardHere {
   static constexpr UINT interval = 20;  // milliseconds
   static constexpr int most_looks = 2000;
 
-  /// Between two looks the window has time for what comes in later.
+  /// Between two looks, the window has time for the parts that arrive later.
   static void CALLBACK look(HWND, UINT, UINT_PTR timer, DWORD) {
     KillTimer(nullptr, timer);
     if (++walking_->looks_ > most_looks) return PostQuitMessage(1);
@@ -60,7 +60,7 @@ class WizardHere {
     SetTimer(nullptr, 0, interval, look);
   }
 
-  /// Whether this look has found what the one before had, with what comes in after the page.
+  /// True if this look found the same as the one before, including the parts that arrive after the page.
   bool is_told() {
     if (std::exchange(told_, told_in(window_.handle())) != told_) return false;
     const auto is_told_of = [this](const std::string& name) { return told_.find(name) != std::string::npos; };
@@ -94,7 +94,7 @@ class WizardHere {
 
 using AccessibleTest = WindowTest;
 
-/// After a change that is meant, look at what has changed in the table, and copy the new one over it.
+/// After an intended change, read the differences in the table, and copy the new table over this one.
 TEST_F(AccessibleTest, EveryPageTellsWhatTheTableSays) {
   const std::string found_file = BUILD_DIR "/accessible.txt", table_file = SOURCE_DIR "/tests/window/accessible.txt";
   const wizard::win32::ComSession com;
@@ -102,7 +102,7 @@ TEST_F(AccessibleTest, EveryPageTellsWhatTheTableSays) {
   support::set_user_locale(support::host_locale());
   demo_.set_ini("pelmar.ini", "setup", "display", every_page);
   std::string table = WizardHere(demo_).walk();
-  // Where the test lies is another folder each time.
+  // The test's folder is a different one each time.
   const std::string folder = demo_.path("");
   for (std::size_t at = 0; (at = table.find(folder)) != std::string::npos;)
     table.replace(at, folder.size(), "INSTALLATION");

@@ -1,4 +1,4 @@
-// The least that a Windows program with one window is: what the wizard's start is compared with.
+// The smallest Windows program with one window; the wizard's start is compared with it.
 #include <windows.h>
 
 namespace {

@@ -1,4 +1,4 @@
-// The colours of the window: what is read stands out from its ground in every scheme, and the scheme is the user's.
+// The colours of the window: text stands out from its background in every scheme, and the scheme is the user's.
 #include "wizard/win32/colours.h"
 
 #include <array>
@@ -36,7 +36,7 @@ void expect_contrast(ColourOf colour_of, std::string_view scheme) {
   }
 }
 
-/// What Windows ships as its high contrast: a colour for each number of the system's.
+/// The high contrast that Windows ships: a colour for each number of the system's.
 struct ContrastTheme {
   std::string_view name;
   COLORREF window, window_text, gray_text, highlight, highlight_text, button, button_text;
@@ -76,7 +76,7 @@ TEST(Colours, EveryTextStandsOutFromItsGroundInEveryScheme) {
     expect_contrast([&](Colour which) { return theme.of(wizard::win32::system_colour(which)); }, theme.name);
 }
 
-/// The user's choice between light and dark programs, until it is put back.
+/// Sets the user's choice between light and dark programs, and restores it at the end.
 class AppsUseLightTheme {
  public:
   explicit AppsUseLightTheme(DWORD light) { set(light); }
@@ -106,7 +106,7 @@ class ColoursTest : public WindowTest {
     return wait_until(
         [&] { return ground_of(wizard().control("lblPurpose(3)")) == wizard::win32::colour_in(scheme, Colour::Page); });
   }
-  /// Says of which controls the ground is not one of the scheme, or nothing on it can be read.
+  /// Names the controls whose background is not one of the scheme's, or on which nothing can be read.
   std::string not_in(Scheme scheme);
 };
 
@@ -130,7 +130,7 @@ std::string ColoursTest::not_in(Scheme scheme) {
     if (!is_drawn_in_colours(*control)) continue;
     const auto colours = colours_of(wizard().control(control->path()));
     const bool empty = control->kind() != form::Kind::Button && wizard().text(control->path()).empty();
-    // A label that has nothing to say takes no place.
+    // A label without a text takes no place.
     if (empty && colours.empty()) continue;
     const COLORREF ground = ground_of(wizard().control(control->path()));
     const bool known =

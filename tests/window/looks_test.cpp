@@ -1,4 +1,4 @@
-// What every page looks like, whatever the font, the resolution and the language: nothing cut, everything named.
+// The look of every page with any font, resolution and language: nothing is cut, everything has a name.
 #include <algorithm>
 #include <filesystem>
 #include <fstream>
@@ -17,7 +17,7 @@
 namespace window_driver {
 namespace {
 
-/// The resolution that programs started from now on find, until it is put back.
+/// Sets the resolution for programs that are started from now on, and restores it at the end.
 class Resolution {
  public:
   explicit Resolution(DWORD dpi) { set(dpi); }
@@ -31,7 +31,7 @@ class Resolution {
   }
 };
 
-/// A screen: what it leaves to programs, and its resolution.
+/// A screen: the area that it leaves to programs, and its resolution.
 struct Screen {
   int width, height;
   DWORD dpi;
@@ -43,7 +43,7 @@ class LooksTest : public WindowTest {
  protected:
   LooksTest() { demo_.set_ini("pelmar.ini", "setup", "display", every_page); }
 
-  /// Calls `look` with every control that is seen, on every page.
+  /// Calls `look` for every control that can be seen, on every page.
   template <typename Look>
   void walk(Look look, std::string_view command_line = "vantrix") {
     start(command_line);
@@ -62,7 +62,7 @@ class LooksTest : public WindowTest {
     return cut;
   }
 
-  /// Gives the window the size that it has at first on a screen, or the whole of what the screen leaves to programs.
+  /// Gives the window its first size on a screen, or the whole area that the screen leaves to programs.
   void fit_to(const Screen& screen, bool whole) {
     const SIZE first = wizard::win32::frame_size(wizard::win32::first_size, screen.dpi);
     const int width = whole ? screen.width : std::min<int>(first.cx, screen.width);
@@ -96,7 +96,7 @@ class LooksTest : public WindowTest {
   void lengthen_texts() const;
 };
 
-/// A caption of 40 % more characters: its own once more, without what has a meaning.
+/// A caption with 40 % more characters: its own repeated, without the characters that have a meaning.
 std::string longer(const std::string& text) {
   const std::size_t tooltip = std::min(text.find('|'), text.size());
   std::string caption = text.substr(0, tooltip), plain = std::regex_replace(caption, std::regex("[&%\\\\][1-9n]?"), "");
@@ -116,7 +116,7 @@ void LooksTest::lengthen_texts() const {
   std::ofstream(std::filesystem::path(support::utf16_from_utf8(file)), std::ios::binary) << table;
 }
 
-/// The window as it comes up on a screen, and as large as the screen: no control is cut, lies over another one or
+/// The window at its first size on a screen, and as large as the screen: no control is cut, lies over another one or
 /// outside the window, in either language and edition.
 TEST_F(LooksTest, EveryPageFitsEveryScreen) {
   for (const Screen& screen : screens) {
@@ -145,7 +145,7 @@ TEST_F(LooksTest, EveryPageFitsEveryScreen) {
   }
 }
 
-/// The least size that a user can give the window: pages scroll, and the buttons stay.
+/// At the smallest size that a user can give the window, pages scroll, and the buttons stay.
 TEST_F(LooksTest, ASmallWindowScrollsItsPagesAndKeepsItsButtons) {
   start();
   enter_patient();
@@ -165,7 +165,7 @@ TEST_F(LooksTest, ASmallWindowScrollsItsPagesAndKeepsItsButtons) {
       << "what has the focus is in sight";
 }
 
-/// The user's text size, for the window and for what is measured here, until it is put back.
+/// Sets the user's text size for the window and for what is measured here, and restores it at the end.
 class TextSize {
  public:
   explicit TextSize(DWORD per_cent) {
@@ -183,7 +183,7 @@ class TextSize {
   static constexpr wchar_t key[] = L"Software\\Microsoft\\Accessibility";
 };
 
-/// In pixels at 96 to the inch of the first window: the user's text size makes all of it larger.
+/// In pixels at 96 to the inch of the first window: the user's text size makes everything larger.
 TEST_F(LooksTest, TheUsersTextSizeMakesTextsLargerAndCutsNone) {
   start().go_to("PatDat");
   const int usual = height_of("txtName");
@@ -195,7 +195,7 @@ TEST_F(LooksTest, TheUsersTextSizeMakesTextsLargerAndCutsNone) {
   EXPECT_EQ(problems, "");
 }
 
-/// The pages that are shown then and later, and back again.
+/// For the page that is shown at that moment and for later ones, and back again.
 TEST_F(LooksTest, AChangeOfTheTextSizeTakesEffectAtOnceAndKeepsWhatIsTyped) {
   start();
   enter_patient("Jörg", "Müller-Lüdenscheidt");
@@ -242,7 +242,7 @@ TEST_F(LooksTest, AScreenReaderHasANameForEveryControl) {
   const ScreenReader reader;
   std::string unnamed;
   walk([&](const form::Control& control) {
-    // A page is what lies on it, and a label without a text is none.
+    // A page is named by what lies on it, and a label without a text needs no name.
     const bool is_name_itself = control.kind() == form::Kind::Frame || control.kind() == form::Kind::Label;
     if (!is_name_itself && accessible_name(wizard().control(control.path())).empty()) unnamed += control.path() + " ";
   });

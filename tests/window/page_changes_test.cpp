@@ -1,4 +1,4 @@
-// What turns a page and what does not: clicks that come too soon, keys that are held down, the question of Cancel, and
+// What turns a page and what does not: clicks that come too early, keys that are held down, the question of Cancel, and
 // a second start.
 #include "tests/window/window_test.h"
 #include "wizard/win32/running_wizard.h"
@@ -9,12 +9,13 @@ namespace {
 using ::testing::HasSubstr;
 using ::testing::IsEmpty;
 
-/// With a double-click time as users have it.
+/// Uses a double-click time as users have it.
 class PageChangesTest : public WindowTest {
  protected:
   static constexpr UINT usual_time = 500;
 
-  /// Turns the pages one after the other by `turn` and expects it to turn one page each time, and the last one none.
+  /// Turns the pages one after the other with `turn`. Expects that it turns one page each time, and does not turn the
+  /// last one.
   template <typename Turn>
   void expect_one_page_each(Turn turn) {
     const auto before = demo_.everything();
@@ -127,7 +128,7 @@ TEST_F(StartsTest, AnotherInstallationHasAWizardOfItsOwnAndSoHasTheNextRun) {
 }
 
 TEST_F(StartsTest, F1OpensTheHelpFileOnEveryPage) {
-  // A program is a file that can be seen to open.
+  // As the help file a program is used, because it can be seen to open.
   demo_.set_value(support::RootKey::LocalMachine, installation_key, "Helpfile", PROGRAMS_DIR "\\bare_window.exe");
   start();
   enter_patient();

@@ -1,6 +1,6 @@
 // page_tour PICTURES [--answer CONTROL=TEXT]… [--last] [OPTION…] [COMMANDLINE]: starts the wizard with the rest of the
 // command line, answers what must be answered, stores a picture of each page in the folder PICTURES, and finishes. Exit
-// code 0 where the wizard did. With --last only the last page is stored, and the wizard is ended there.
+// code 0 if the wizard ended with 0. With --last only the last page is stored, and the wizard is ended there.
 #include <windows.h>
 
 #include <exception>
@@ -38,10 +38,10 @@ constexpr Answer usual_answers[] = {
 
 constexpr std::string_view chosen[] = {"optGender(1)", "optDataEntry(1)", "optThumb(4)"};
 
-/// What the command line says before the wizard's own part.
+/// The part of the command line before the wizard's own.
 struct Tour {
   std::string pictures;
-  std::vector<std::pair<std::string, std::string>> answers;  ///< before the usual ones
+  std::vector<std::pair<std::string, std::string>> answers;  ///< given before the usual ones
   bool last_only = false;
   std::string arguments;
 };
@@ -61,8 +61,8 @@ void answer_page(const WizardProgram& wizard, const Tour& tour) {
   }
 }
 
-/// What comes in after the page, as pictures do, is there as soon as nothing changes any more; on pages with an
-/// animation it is waited for some time only.
+/// Parts that arrive after the page, such as pictures, are complete as soon as nothing changes any more. A page with an
+/// animation is only given some time.
 void wait_until_still(const WizardProgram& wizard) {
   constexpr DWORD interval = 150;  // milliseconds, shorter than a frame of an animation
   constexpr int most = 20, still = 3;
@@ -100,7 +100,7 @@ int walk(const Tour& tour) {
   }
   if (tour.last_only) return 0;
   wizard.press("Command1(0)");
-  // Asked whether files may go to the recycle bin, it agrees.
+  // When asked whether files may go to the recycle bin, it agrees.
   const auto is_over = [&] { return !wizard.process().is_running() || !wizard.is_shown("Command1(2)"); };
   while (window_driver::wait_until([&] { return wizard.asks() || is_over(); }) && wizard.asks()) wizard.answer(IDYES);
   if (wizard.process().is_running()) store_picture(wizard, tour.pictures, number + 1);

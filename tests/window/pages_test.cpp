@@ -1,4 +1,4 @@
-// What moves and what is drawn on the pages.
+// What moves on the pages and what is drawn there.
 #include <set>
 
 #include "tests/window/driver/window_picture.h"
@@ -46,7 +46,7 @@ TEST_F(PagesTest, AChartReachedByKeysIsScrolledTo) {
     WORD key;
     std::string_view chart;
   };
-  // Rows of three; at an edge the focus stays.
+  // The charts are in rows of three; at an edge the focus stays.
   for (const auto& [key, chart] :
        {Step{VK_UP, "optThumb(0)"}, Step{VK_RIGHT, "optThumb(1)"}, Step{VK_DOWN, "optThumb(4)"},
         Step{VK_LEFT, "optThumb(3)"}, Step{VK_DOWN, "optThumb(6)"}, Step{VK_DOWN, "optThumb(9)"},
@@ -76,7 +76,7 @@ TEST_F(PagesTest, EnterGoesOnWhereAPageHasButtonsOnly) {
   EXPECT_TRUE(wait_until([&] { return wizard().page() == "Fertig"; })) << wizard().page();
 }
 
-/// On pages where nothing blinks.
+/// Tested on pages where nothing blinks.
 TEST_F(PagesTest, APictureShowsWhatIsChosen) {
   demo_.set_ini("pelmar.ini", "setup", "display", "INtro|eingabe|Darstellung|Fertig");
   start();
@@ -96,7 +96,7 @@ TEST_F(PagesTest, APictureShowsWhatIsChosen) {
   }
 }
 
-/// The places of all images of a page, and which are shown.
+/// The places of all images of a page, and which of them are shown.
 std::string picture_state(const WizardProgram& wizard) {
   std::string state;
   for (const form::Control* control : wizard.seen()) {

@@ -1,4 +1,4 @@
-// Pages that may not be left, and runs that end without a word written.
+// Pages that may not be left, and runs that end without having written anything.
 #include "tests/window/window_test.h"
 
 namespace window_driver {
@@ -12,7 +12,7 @@ struct Refusal {
   std::string_view page, field, text, message;
 };
 
-/// Each field is put right before the next row.
+/// Each field is corrected before the next row.
 TEST_F(RefusalsTest, ARefusedPageSaysWhyAndShowsTheField) {
   start();
   enter_patient();

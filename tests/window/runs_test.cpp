@@ -1,4 +1,4 @@
-// Whole runs, each ending in what registry, ini files and database then hold.
+// Whole runs, with checks of what registry, ini files and database hold at the end.
 #include <windows.h>
 
 #include <filesystem>
@@ -20,7 +20,8 @@ using RunsTest = WindowTest;
 
 std::string data_entry_key() { return std::string(user_key) + "\\DataEntry"; }
 
-/// mmol/l, Jörg Müller with pump, entry in tables, side bar shown, the insulin chart in place of the trend.
+/// The run chose mmol/l, Jörg Müller with a pump, entry in tables, the side bar, and the insulin chart instead of the
+/// trend.
 void expect_standard_run(const DemoInstallation& demo) {
   const std::string entry_key = data_entry_key(), database = demo.path("patients\\Müller_Jörg.das");
   for (const auto& [key, name, value] : {
@@ -39,7 +40,7 @@ void expect_standard_run(const DemoInstallation& demo) {
   EXPECT_EQ(patient.gender, 1);
   EXPECT_EQ(patient.therapy, 3);
   const database::SettingsRecord settings = demo.settings(database);
-  // 4,4 mmol/l times 18.016, and what 150 mg/dl becomes on its way through 8,3 mmol/l.
+  // 4,4 mmol/l times 18.016; and 150 mg/dl after its way through 8,3 mmol/l.
   EXPECT_EQ(settings.BGTargetMin, 79);
   EXPECT_EQ(settings.BGTargetMax, 150);
 }
@@ -62,7 +63,7 @@ TEST_F(RunsTest, AStandardRunByMouseIsWritten) {
     type_keys(text);
     EXPECT_TRUE(wait_until([&] { return wizard().text(path) == text; })) << wizard().text(path);
   };
-  // As a list of old: pressed at the field, drawn over the open list, let go over the entry.
+  // As with old lists: the button is pressed on the field, moved over the open list, and released over the entry.
   const auto choose_by_mouse = [&](std::string_view path, int entry) {
     const HWND list = wizard().control(path);
     RECT closed;
@@ -71,7 +72,7 @@ TEST_F(RunsTest, AStandardRunByMouseIsWritten) {
     const auto is_open = [&] { return SendMessageW(list, CB_GETDROPPEDSTATE, 0, 0) != 0; };
     press_mouse(list, {closed.right / 2, closed.bottom / 2});
     EXPECT_TRUE(wait_until(is_open)) << path;
-    // The list follows the pointer as soon as it has seen it come from the field.
+    // The list follows the pointer once it has seen it come from the field.
     LONG x = closed.right / 2;
     EXPECT_TRUE(wait_until([&] {
       draw_mouse(list, {++x, closed.bottom + entry * line + line / 2 + 1});
@@ -123,7 +124,7 @@ TEST_F(RunsTest, TheSameRunByKeyboardAloneIsWritten) {
   expect_focus("optBGUnit(0)");
   press_key(VK_DOWN);
   expect_focus("optBGUnit(1)");
-  // One stop for the group, then the buttons, and round to the group again.
+  // The group is one stop, then come the buttons, then the group again.
   for (const std::string_view stop : {"cmdWhy(2)", "Command1(1)", "Command1(0)", "Command1(2)", "optBGUnit(1)"}) {
     press_key(VK_TAB);
     expect_focus(stop);
@@ -204,7 +205,7 @@ BOOL CALLBACK note_field(HWND window, LPARAM data) {
   return FALSE;
 }
 
-/// Types a folder into the system's choice of a folder.
+/// Types a folder into the system's dialog that chooses a folder.
 void choose_in_dialog(const WizardProgram& wizard, const std::wstring& folder) {
   ASSERT_TRUE(wait_until([&] { return wizard.asks(); }));
   const HWND dialog = wizard.message_box();
@@ -256,7 +257,7 @@ TEST_F(RunsTest, AChangedSchemeSendsTheUsersToolbarsToTheRecycleBin) {
 }
 
 TEST_F(RunsTest, AFinishThatCannotWriteEverythingSaysWhatIsMissing) {
-  // A file where the patients' folder would be.
+  // A file lies where the patients' folder should be.
   std::ofstream(std::filesystem::path(support::wide_path(demo_.path("patients"))));
   start();
   enter_patient();
@@ -277,7 +278,7 @@ TEST_F(RunsTest, AFinishThatCannotWriteEverythingSaysWhatIsMissing) {
   EXPECT_EQ(demo_.value(user_key, "FirstRun"), "0") << "the rest is written";
 }
 
-/// What the registry of this session holds of the wizard: nothing before and after.
+/// What the session's registry holds of the wizard: nothing before the test and nothing after it.
 struct EmptyKey {
   EmptyKey() { RegDeleteTreeW(HKEY_CURRENT_USER, L"SOFTWARE\\Lumoraquant"); }
   ~EmptyKey() { RegDeleteTreeW(HKEY_CURRENT_USER, L"SOFTWARE\\Lumoraquant"); }

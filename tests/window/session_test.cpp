@@ -1,4 +1,4 @@
-// The end of the user's session, and long work that keeps its window answering meanwhile.
+// The end of the user's session, and long work during which the window goes on answering.
 #include "tests/window/window_test.h"
 #include "wizard/win32/progress_window.h"
 
@@ -66,7 +66,7 @@ class LongWorkTest : public ::testing::Test {
   }
   ~LongWorkTest() override { DestroyWindow(owner_); }
 
-  /// Half a second of work that says often enough that it goes on.
+  /// Half a second of work that reports often that it goes on.
   void work() {
     for (int step = 0; step < 50; ++step) {
       progress_.at_work();

@@ -1,6 +1,6 @@
-// How long a user waits: for the first page and for the next page, both beside the start of a bare program with one
-// window in the same run. Times are the best of several, of more on a busy machine: what else runs there does not
-// count. Under Wine, ./test has the whole session on one processor, where the times are even.
+// How long a user waits for the first page and for the next page. Both times are compared with the start of a bare
+// program with one window, in the same run. Times are the best of several, and of more on a busy machine, so that other
+// work there does not count. Under Wine, ./test has the whole session on one processor, where the times are even.
 #include <algorithm>
 #include <chrono>
 #include <iostream>
@@ -17,13 +17,13 @@ using Clock = std::chrono::steady_clock;
 
 constexpr int least_rounds = 9, most_rounds = 45;  // starts
 constexpr int least_walks = 3, most_walks = 15;    // over all pages
-// A start's time changes by a third from minute to minute: a run over a limit is named as skipped, one that is over it
-// by more than this fails.
+// The time of a start varies by a third from minute to minute. A run over a limit is named as skipped; a run over it by
+// more than this factor fails.
 constexpr double tolerance = 1.25;
-constexpr double start_limit = 1.5;  // of the bare program's start
+constexpr double start_limit = 1.5;  // times the bare program's start
 constexpr double page_limit = 0.4;   // the same
 
-/// From the start of the process until its window is there and answers.
+/// The time from the start of the process until its window exists and answers.
 Milliseconds start_time(const std::string& command_line, const wchar_t* window_class) {
   const auto begin = Clock::now();
   const Process process(command_line);
@@ -52,7 +52,7 @@ class SpeedTest : public WindowTest {
 
 const std::string bare_program = "\"" PROGRAMS_DIR "/bare_window.exe\"";
 
-/// What a page may take here.
+/// The time that a page may take here.
 Milliseconds page_limit_here() {
   Milliseconds bare = patience;
   for (int n = 0; n < least_rounds; ++n) bare = std::min(bare, start_time(bare_program, L"FirstStepsBare"));
@@ -74,7 +74,7 @@ TEST_F(SpeedTest, TheFirstPageIsThereAboutAsSoonAsABareWindow) {
   if (!is_within_limit()) GTEST_SKIP() << "over the limit of " << start_limit << " bare starts";
 }
 
-/// The program has painted the page when the click returns.
+/// When the click returns, the program has painted the page.
 Milliseconds turn_time(const WizardProgram& wizard) {
   const HWND next = wizard.control("Command1(0)");
   const auto begin = Clock::now();

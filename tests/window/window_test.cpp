@@ -5,7 +5,7 @@ namespace window_driver {
 WizardProgram& WindowTest::start(std::string_view command_line) {
   wizard_.reset();
   wizard_.emplace(demo_.arguments(command_line));
-  // Keys that are pressed before the window has the focus would go to the one before.
+  // Keys that are pressed before the window has the focus would go to another window.
   EXPECT_TRUE(wait_until([&] {
     SetForegroundWindow(wizard_->window());
     return GetForegroundWindow() == wizard_->window() && !wizard_->focus().empty();

@@ -1,4 +1,4 @@
-// What the scenarios of this room share: the demo installation in a folder of its own, and the wizard's program on it.
+// What the scenarios of this room share: the demo installation in a folder, and the wizard's program on it.
 #pragma once
 
 #include <gmock/gmock.h>
@@ -15,28 +15,28 @@ namespace window_driver {
 
 class WindowTest : public ::testing::Test {
  protected:
-  /// Starts the program on the installation, ending the one before.
+  /// Starts the program on the installation and ends the previous one.
   WizardProgram& start(std::string_view command_line = "vantrix");
   WizardProgram& wizard() { return *wizard_; }
 
-  /// What the pages ask for before they can be left.
+  /// Enters what the pages require before they can be left.
   void enter_patient(std::string_view first_name = "Jörg", std::string_view name = "Müller");
-  /// Walks to the last page and finishes; every question on the way is answered with Yes.
+  /// Walks to the last page and finishes; every question is answered with Yes.
   void finish();
-  /// Answers the questions of a finish, up to its last one.
+  /// Answers the questions of a finish, including its last one.
   void answer_with_yes();
-  /// Closes the page that says that all is done, where there is one, and waits until the program has ended well.
+  /// Closes the page that says that everything is done, if there is one, and waits until the program has ended with 0.
   void expect_end();
 
   DemoInstallation demo_;
 
  private:
-  // Nobody waits for pages to settle.
+  // With this time, nothing has to wait for pages to settle.
   const DoubleClickTime double_click_time_{1};
   std::optional<WizardProgram> wizard_;
 };
 
-/// A screen reader that has told the system of itself, while it exists.
+/// While this object exists, the system believes that a screen reader runs.
 class ScreenReader {
  public:
   ScreenReader() { SystemParametersInfoW(SPI_SETSCREENREADER, TRUE, nullptr, 0); }
@@ -51,7 +51,7 @@ inline constexpr std::string_view standard_pages[] = {
     "Pics",  "Eingabe",    "sidebar", "tip_navbar", "tip_splits",  "tip_stats",   "Fertig",
 };
 
-/// Every page that there is, as an installation lists them.
+/// Every page that exists, as an installation lists them.
 inline constexpr std::string_view every_page =
     "INtro|netpath|Maßeinheit|Patdat|Insulin|Medikamente|Therapie_bz|Therapie_bp|pics|eingabe|Darstellung|Schema|"
     "sidebar|start|tip_navbar|tip_splits|tip_stats|Fertig";

@@ -1,4 +1,4 @@
-// What is worth a word about the choices and the surroundings, and where it is said.
+// The findings about the choices and the surroundings, and where they are shown.
 #include <filesystem>
 
 #include "support/host.h"
@@ -15,7 +15,7 @@ using ::testing::Not;
 
 class FindingsTest : public WizardTest {
  protected:
-  /// "number:value|value" of each finding that the last page has; notes with a "~" before.
+  /// "number:value|value" of each finding on the last page, with "~" before a note.
   std::vector<std::string> found() { return as_lines(wizard().findings()); }
   std::vector<std::string> found_on_page() { return as_lines(wizard().page_findings()); }
   static std::vector<std::string> as_lines(const Findings& findings) {
@@ -49,7 +49,7 @@ struct Typed {
 };
 
 TEST_F(FindingsTest, ABloodPressureIsStoredAsTypedOrToldOf) {
-  // As presets: 100 to 130, 70 to 90.
+  // The presets are 100 to 130 and 70 to 90.
   for (const auto& [text, field, expected] : {
            Typed{"abc", 4, {"4864:T4761|abc|100"}},
            Typed{"", 6, {"4869:T4763|70"}},
@@ -142,7 +142,7 @@ TEST_F(FindingsTest, AnInsulinThatThePlanDoesNotHold) {
   EXPECT_THAT(found_at_the_end(), ElementsAre("~4891:Novorapid|T4825")) << "the plan has it, nobody typed it";
 }
 
-/// Files that cannot be written here and there, on a disk with little room.
+/// Files of which some cannot be written, on a disk with little room.
 class Walls : public support::FileSystem {
  public:
   std::string protected_folder, protected_file;
@@ -290,7 +290,7 @@ TEST_F(SurroundingFindings, AreLookedAtAgainBeforeTheFinishAndShownOnce) {
   EXPECT_THAT(text("lblSummary"), ::testing::StartsWith("T4858\r\n\r\nT4857\r\n  - T4855"));
   EXPECT_THAT(found(), Contains(::testing::StartsWith("4896:")));
   EXPECT_EQ(value(user_key, "BGUnit"), std::nullopt) << "nothing is written yet";
-  walls.room = 0;  // and another change, which does not hold the finish up again
+  walls.room = 0;  // another change, which does not delay the finish again
   walls.protected_folder = folder;
   support::host_file_system().remove(folder + "Muster_Max.das");
   next();

@@ -1,4 +1,4 @@
-// What the user is told of a finish that could not write everything.
+// What the user is told about a finish that could not write everything.
 #include "wizard/finish_report.h"
 
 #include "tests/wizard/wizard_test.h"

@@ -1,4 +1,4 @@
-// What the finish writes, in which order, and what it leaves alone.
+// What the finish writes, in which order, and what it does not touch.
 #include <filesystem>
 
 #include "support/host.h"
@@ -17,8 +17,8 @@ using ::testing::StartsWith;
 
 class Finish : public WizardTest {};
 
-/// The whole typical run: what goes in by command line and pages comes out as registry values, home page and database,
-/// and a second run shows it again.
+/// A whole typical run: the values from command line and pages become registry values, home page and database, and a
+/// second run shows them again.
 TEST_F(Finish, ATypicalRunFromTheCommandLineToTheDatabaseAndBack) {
   known_database("defs.mdb");
   execute(path("defs.mdb"), "DELETE FROM preferredInsulin");
@@ -203,7 +203,7 @@ TEST_F(Finish, TheProfessionalEditionReportsTheIndexThatItHadToCreate) {
   EXPECT_THAT(lines(wizard().report()), Contains(StartsWith("patient index (error ")));
 }
 
-/// Files that the report calls patient indexes, with "!" before those that were not written.
+/// The files that the report calls patient indexes, with "!" before those that were not written.
 std::vector<std::string> reported_indexes(const FinishReport& report) {
   std::vector<std::string> found;
   for (const auto& entry : report.entries)
@@ -233,7 +233,7 @@ TEST_F(Finish, AnIndexIsReportedUnderThePathThatItWasWrittenTo) {
   EXPECT_THAT(reported_indexes(wizard().report()), ElementsAre("!" + path("file\\index.mdb"), path("new\\index.mdb")));
 }
 
-/// The numbered names have no folder: they lie where the program runs.
+/// Runs in a folder, because the numbered names have none: they mean files in the program's current folder.
 class InFolder {
  public:
   explicit InFolder(const std::string& windows_path) : before_(std::filesystem::current_path()) {
@@ -405,7 +405,7 @@ TEST_F(Finish, AGenderThatThePageDoesNotKnowIsKept) {
 
 class HomePage : public Finish {
  protected:
-  /// Finishes a run in which these charts of day, week, pie, bar and odd are ticked; the slots after it.
+  /// Finishes a run in which these charts of day, week, pie, bar and odd are ticked; returns the slots afterwards.
   std::vector<std::string> slots(const std::string& home_page, const std::vector<int>& charts) {
     write("pelmar.ini", "[setup]\ndisplay=pics|Fertig\n[CHARTS]\nday=1^2\nweek=1^2\npie=1^2\nbar=1^2\nodd=1^2\n");
     write("home.ini", "[setup]\nhomepage=h\n[h]\n" + home_page);

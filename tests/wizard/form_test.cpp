@@ -1,4 +1,4 @@
-// The form as data: what its controls tell the observer, how texts reach them, and the places of the layout.
+// The form as data: what its controls tell the observer, how they get their texts, and the places of the layout.
 #include "wizard/form/form.h"
 
 #include <gmock/gmock.h>
@@ -187,7 +187,7 @@ TEST(TheLayout, KeepsEveryControlInsideItsContainer) {
   }
 }
 
-/// Pictures lie above each other on purpose, and pages all lie in one place.
+/// Pictures lie over each other on purpose, and all pages lie in one place.
 TEST(TheLayout, LaysNoTwoControlsOverEachOther) {
   Form form;
   wizard::build_form(form);
@@ -230,7 +230,7 @@ std::string name_of(const wizard::Cell& cell) {
   return text;
 }
 
-/// "a+b c / d": two cells on a line, one on the next; what lies inside a group or beside an area in brackets.
+/// "a+b c / d": two cells on a line, one on the next. What lies inside a group or beside an area is in brackets.
 std::string described(const std::vector<wizard::PageLine>& lines) {
   std::string text;
   for (const wizard::PageLine& line : lines) {
@@ -276,7 +276,7 @@ TEST(ThePage, HasLinesOfFieldsWithTheirLabelsAndUnits) {
   EXPECT_EQ(name_of(wizard::page_lines(form, targets).at(2).cells.front()), "lblVorgabe(0)+txtvorgabe(0)+lblUnit(0)");
 }
 
-/// Whatever page is added: what can be seen on it has a place.
+/// For every page, also one that is added later: each control that can be seen has a place in a line.
 TEST(ThePage, HasEveryControlInALine) {
   Form form;
   wizard::build_form(form);

@@ -1,4 +1,4 @@
-// The list of pages, the three buttons, and what is shown on a page's arrival.
+// The list of pages, the three buttons, and what is shown when a page appears.
 #include "tests/wizard/wizard_test.h"
 #include "wizard/page_list.h"
 #include "wizard/step_list.h"
@@ -65,7 +65,7 @@ TEST_F(Navigation, PassesOverNamesWithAHyphenBothWays) {
   EXPECT_EQ(wizard().StepName(), "Fertig") << "a page of charts that was configured away is passed over too";
 }
 
-/// Steps that are passed over do not count, also where they come and go while the wizard runs.
+/// Steps that are skipped do not count, also if they come and go while the wizard runs.
 TEST_F(Navigation, SaysWhereTheUserIs) {
   texts->given = {{4920, "%1/%2 %3"}, {4704, "Daten"}};
   configure("INtro|Patdat|-eingabe|Insulin|pics|Ende");

@@ -1,5 +1,5 @@
-// A property: for any filling of the pages, what the last page shows, what a dry run says and what registry, home page
-// and database hold after the finish are the same. FILLINGS says how many fillings are tried (60).
+// A property: for every filling of the pages, the last page, a dry run, and registry, home page and database after the
+// finish show the same. FILLINGS says how many random fillings are tried (default 60).
 #include <cstdlib>
 #include <filesystem>
 #include <fstream>
@@ -18,7 +18,7 @@
 namespace wizard::testing {
 namespace {
 
-/// A registry in memory: the real ones have tests of their own.
+/// A registry in memory; the real ones have their own tests.
 class Values : public support::Registry {
  public:
   bool key_exists(support::RootKey, std::string_view) const override { return true; }
@@ -46,7 +46,7 @@ class Values : public support::Registry {
   std::map<std::string, std::string> values_;
 };
 
-/// Where files are quick, if the machine has such a place.
+/// A folder where files are fast, if the machine has one.
 std::filesystem::path quick_folder() {
   const std::filesystem::path memory = "/dev/shm";
   std::error_code ignored;
@@ -90,7 +90,7 @@ class SameEverywhere : public WizardTest {
   auto any(const Choices& choices) {
     return choices[static_cast<std::size_t>(below(static_cast<int>(std::size(choices))))];
   }
-  /// As far as the window takes it.
+  /// A random text, cut to what the window accepts.
   std::string any_text(int limit) {
     std::string text;
     const int length = one_in(8) ? 60 : below(8);
@@ -143,10 +143,10 @@ class SameEverywhere : public WizardTest {
   std::mt19937 random_{20240517};
   Values values_;
   std::string key_;
-  std::string known_;  ///< content of a database that a run made
+  std::string known_;  ///< the content of a database that a run has made
 };
 
-/// A patient without a database, with one, or the professional edition.
+/// Prepares a patient without a database, one with a database, or the professional edition.
 void SameEverywhere::prepare() {
   values_.clear();
   std::error_code ignored;
@@ -156,7 +156,7 @@ void SameEverywhere::prepare() {
   const bool professional = one_in(4);
   key_ = professional ? "SOFTWARE\\Lumoraquant\\Pro" : std::string(installation_key);
   if (professional) write("patients\\index.mdb", "x");
-  // A new database has a key of its own to be derived; copies share theirs.
+  // The key of each new database must be derived; copies of one database share a key.
   const bool known = !known_.empty() && !one_in(25);
   if (known) {
     std::ofstream(support::host_file_system().host_path(path("")) + "/known.das", std::ios::binary) << known_;
@@ -198,7 +198,7 @@ void SameEverywhere::fill() {
   }
 }
 
-/// Where a page refuses what it was given, it gets something else.
+/// Walks through the pages; a page that refuses its values gets others.
 void SameEverywhere::walk() {
   for (int steps = 0; steps < 60 && wizard().StepName() != "Fertig"; ++steps) {
     const int step = wizard().CurrentStep();
@@ -266,7 +266,7 @@ std::string SameEverywhere::charts_line() {
   return line(4841, {list_of(titles)});
 }
 
-/// Put together from what is stored now.
+/// The expected text of the last page, made from what is stored now.
 std::string SameEverywhere::expected_summary() {
   const bool professional = wizard().config().ProEdition;
   const std::string profile = key_ + "\\Profiles\\default\\User Configuration";
@@ -279,7 +279,7 @@ std::string SameEverywhere::expected_summary() {
   text += "\r\n" + line(4834, {option(profile, "BGUnit", {"0", "1"}, 4751)}) + "\r\n";
   if (professional)
     for (const char* heading : {"T4704", "T4705", "T4706", "T4707", "T4708"}) {
-      // Without insulin its page is left out.
+      // Without insulin, the page for insulins is left out.
       if (heading == std::string("T4705") && control("cbTherapie").selected_item_data() == 5) continue;
       text += line(4863, {heading}) + "\r\n";
     }

@@ -1,4 +1,4 @@
-// What a screen reader says of the controls.
+// What a screen reader says about the controls.
 #include "wizard/spoken.h"
 
 #include "tests/wizard/wizard_test.h"
@@ -8,7 +8,7 @@ namespace {
 
 class SpokenTest : public WizardTest {
  protected:
-  /// "name (description)", "-" for what is not spoken of.
+  /// "name (description)"; "-" for a control that is not mentioned.
   std::string said(std::string_view name, int index = -1) {
     const Spoken spoken = wizard::spoken(wizard().form(), wizard().config(), control(name, index));
     if (spoken.silent) return "-";

@@ -1,4 +1,4 @@
-// A run under circumstances that nobody planned for.
+// A run under unusual circumstances.
 #include "tests/wizard/wizard_test.h"
 
 namespace wizard::testing {

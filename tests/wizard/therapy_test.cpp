@@ -55,7 +55,7 @@ TEST_F(Therapy, TheKindDecidesWhichSlotsAndPagesAreOffered) {
 }
 
 TEST_F(Therapy, WithoutADatabaseTheLookupDatabaseOffersItsInsulins) {
-  // The reference tables of a patient database are those of the lookup database.
+  // A patient database has the same reference tables as the lookup database.
   const std::string lookup = known_database("defs.mdb");
   execute(lookup, "DELETE FROM preferredInsulin");
   for (const char* row : {"'Actrapid', 100, 0, 0, 2", "'Lantus', 0, 100, 0, 1", "'Mix 30', 30, 70, 0, 1",
@@ -125,10 +125,10 @@ TEST_F(Therapy, ContradictingTargetsAreRefused) {
   }
 }
 
-/// A preset in the registry is whole mg/dl; what a user compares is what the page shows of it.
+/// A preset in the registry is in whole mg/dl; a user compares what the page shows of it.
 TEST_F(Therapy, TargetsAreComparedAsTheyAreShownAndStoredAsTheyWere) {
   struct Case {
-    const char* value;  ///< of the registry
+    const char* value;  ///< in the registry
     const char* preset;
     const char* shown;
     int preset_field;
@@ -265,7 +265,7 @@ TEST_F(Folder, ANewSharedDatabaseGetsItsIndex) {
   EXPECT_EQ(caption("lblFolder"), path("new\\"));
 }
 
-/// Shows the walk over a shared folder's patients; the user may end it before the second one.
+/// The progress of the walk over a shared folder's patients; the user may cancel it before the second one.
 struct WatchedProgress : database::Progress {
   void start(std::string_view caption, std::int32_t maximum) override {
     log.push_back("start " + std::string(caption) + " " + std::to_string(maximum));
@@ -279,7 +279,7 @@ struct WatchedProgress : database::Progress {
   bool ends = false;
 };
 
-/// Two patients in an index that was not brought up to date: one whose database is whole, one whose database is not.
+/// Two patients in an index that is not up to date: the database of one is sound, that of the other is not.
 class SharedFolder : public Folder {
  protected:
   SharedFolder() {
@@ -321,7 +321,7 @@ TEST_F(SharedFolder, GoesOnAfterAWalkThatWasCancelled) {
   EXPECT_THAT(due(), ElementsAre("2"));
   progress.ends = false;
   const std::filesystem::path damaged = support::host_file_system().host_path(path("shared\\db4_000002.das"));
-  // The library for Windows does not overwrite what is there.
+  // On Windows, the standard library does not overwrite an existing file.
   std::filesystem::remove(damaged);
   std::filesystem::copy_file(support::host_file_system().host_path(path("shared\\db4_000001.das")), damaged);
   user.log.clear();

@@ -58,7 +58,7 @@ std::vector<std::string> ScriptedUser::recycle(std::string_view folder, std::str
   return names;
 }
 
-/// 100 twips a character.
+/// A character is 100 twips wide.
 std::int32_t ScriptedUser::text_width(std::string_view text, std::string_view) {
   return static_cast<std::int32_t>(support::character_count(text)) * 100;
 }
@@ -171,7 +171,7 @@ void WizardTest::finish() {
 }
 
 std::string WizardTest::known_database(std::string_view name) {
-  // Made once and copied: the copies share their salt, so that their key is derived once.
+  // The database is made once and copied: the copies share their salt, so that their key is derived only once.
   static const std::string content = make_known_database();
   const auto file = host(path(name));
   std::filesystem::create_directories(file.parent_path());
@@ -179,7 +179,7 @@ std::string WizardTest::known_database(std::string_view name) {
   return path(name);
 }
 
-/// A run in an installation of its own below this one.
+/// Runs the wizard in another installation below this one.
 std::string WizardTest::make_known_database() {
   const std::string folder = std::exchange(folder_, path("made"));
   std::filesystem::create_directories(host(folder_));

@@ -7,11 +7,11 @@
 
 namespace window_driver {
 
-/// "role: name (description) [state, …]", the description being the group of an option; empty for what is hidden from
-/// screen readers. States that depend on where the focus is are left out. Needs a ComSession.
+/// "role: name (description) [state, …]", with the group of an option as its description. Empty for what is hidden from
+/// screen readers. States that depend on the focus are left out. Needs a ComSession.
 std::string told_of(HWND window);
 
-/// The same of every visible window in another one, in their order, one a line, indented by how deep they lie.
+/// The same for every visible window in another one, in their order, one in each line, indented by depth.
 std::string told_in(HWND window);
 
 }  // namespace window_driver

@@ -12,7 +12,7 @@ namespace {
 
 using wizard::win32::TextStyle;
 
-/// What a control needs beside its text, in pixels at 96 to the inch.
+/// The room that a control needs beside its text, in pixels at 96 to the inch.
 struct Room {
   int width, height;
 };
@@ -85,7 +85,7 @@ std::string label_before(HWND window) {
   return is_label ? shown_text(before) : std::string();
 }
 
-/// A chart's picture keeps its shape; the title has what is left below it.
+/// A chart's picture keeps its shape; its title gets the room below.
 int picture_height(const WizardProgram& program, int width) {
   const form::Bounds& design = program.described("optThumb(0)").bounds();
   return MulDiv(width, design.height, design.width);
@@ -112,7 +112,7 @@ std::string cut_text(const WizardProgram& program, const form::Control& control,
          " and has " + std::to_string(width) + " x " + std::to_string(height) + "; ";
 }
 
-/// Wine knows no name of a list; Windows takes that of the label before it, as for a field.
+/// Wine gives a list no name; Windows uses the label before it, as for a field.
 std::string accessible_name(HWND window) {
   const std::string name = name_of_system(window);
   return name.empty() ? label_before(window) : name;

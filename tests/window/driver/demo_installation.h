@@ -1,5 +1,5 @@
-// A copy of the demo installation in a folder of its own, with a hive file for its registry, and a look at what a run
-// has left there.
+// A copy of the demo installation in a folder of its own, with a hive file for its registry, and functions that show
+// what a run has left there.
 #pragma once
 
 #include <map>
@@ -19,17 +19,17 @@ inline constexpr std::string_view user_key = "SOFTWARE\\Lumoraquant\\vantrix\\Pr
 
 class DemoInstallation {
  public:
-  /// Throws std::runtime_error where the demo has not been built.
+  /// Throws std::runtime_error if the demo has not been built.
   DemoInstallation();
 
-  /// A path in it, as Windows takes it.
+  /// Windows path of a name in the installation.
   std::string path(std::string_view name) const { return folder_.windows(name); }
-  /// What the wizard's program is started with: options, then its own command line.
+  /// The arguments for the wizard's program: options, then its own command line.
   std::string arguments(std::string_view command_line = "vantrix") const;
 
   std::string ini(std::string_view file, std::string_view section, std::string_view key) const;
   void set_ini(std::string_view file, std::string_view section, std::string_view key, std::string_view value) const;
-  /// A value of the hive, under the current user; empty where there is none.
+  /// A value of the hive, under the current user; empty if there is none.
   std::string value(std::string_view key, std::string_view name) const;
   void set_value(support::RootKey root, std::string_view key, std::string_view name, std::string_view value) const;
 
@@ -39,7 +39,7 @@ class DemoInstallation {
   using Files = std::map<std::string, std::string>;
   /// Every file with its content.
   Files everything() const;
-  /// Names of the files that are new, gone or not as they were.
+  /// Names of the files that are new, missing or changed.
   std::vector<std::string> changed_since(const Files& before) const;
 
  private:

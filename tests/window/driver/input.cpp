@@ -28,7 +28,7 @@ void send(std::vector<INPUT> inputs) {
   SendInput(static_cast<UINT>(inputs.size()), inputs.data(), sizeof inputs.front());
 }
 
-/// The display moves the pointer some time after it is told to; a click before that would go to the old place.
+/// The display moves the pointer a little later than it is told to; a click before that would go to the old place.
 void point_at(HWND window, POINT place) {
   constexpr DWORD settling_time = 30;
   ClientToScreen(window, &place);

@@ -7,10 +7,10 @@
 
 namespace window_driver {
 
-/// Presses and releases a virtual key, with Alt or Shift held down where asked.
+/// Presses and releases a virtual key; `held` (Alt or Shift) is held down meanwhile.
 void press_key(WORD key, WORD held = 0);
 
-/// Holds a virtual key down for that many of its repetitions, 20 ms each, with Alt or Shift where asked.
+/// Holds a virtual key down for so many repetitions, 20 ms each; `held` (Alt or Shift) is held down meanwhile.
 void hold_key(WORD key, int repetitions, WORD held = 0);
 
 /// Types characters.
@@ -20,7 +20,8 @@ void type_keys(std::string_view text);
 void click_mouse(HWND window);
 void click_mouse(HWND window, POINT place);
 
-/// Presses the left button at a place inside a window; draws to another place, with the button as it is; lets go.
+/// The first presses the left button at a place inside a window, the second moves to another place without changing the
+/// button, the third releases it.
 void press_mouse(HWND window, POINT place);
 void draw_mouse(HWND window, POINT place);
 void release_mouse();
@@ -28,7 +29,8 @@ void release_mouse();
 /// Clicks twice, as fast as can be.
 void double_click_mouse(HWND window);
 
-/// The time within which two clicks are a double click, until it is put back: for programs that are started meanwhile.
+/// Sets the time within which two clicks are a double click, for programs that are started meanwhile; restores it at
+/// the end.
 class DoubleClickTime {
  public:
   explicit DoubleClickTime(UINT milliseconds);
@@ -40,7 +42,7 @@ class DoubleClickTime {
   UINT before_;
 };
 
-/// Turns the wheel over a window; negative towards the user.
+/// Turns the wheel over a window; a negative number turns it towards the user.
 void turn_wheel(HWND window, int notches);
 
 }  // namespace window_driver

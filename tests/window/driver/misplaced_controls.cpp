@@ -21,7 +21,7 @@ Placed placed(const WizardProgram& program, const form::Control& control) {
 
 bool scrolls(HWND window) { return (GetWindowLongW(window, GWL_STYLE) & WS_VSCROLL) != 0; }
 
-/// A scrolled text or list of charts holds more than it shows; of a page, its own scroll bar says so.
+/// A scrolled text or list of charts holds more than it shows. A page that scrolls has a scroll bar that says so.
 bool is_inside(const Placed& placed) {
   RECT room;
   GetClientRect(placed.holder, &room);
@@ -31,7 +31,7 @@ bool is_inside(const Placed& placed) {
          (is_chart || scrolls(placed.holder) || (placed.place.top >= 0 && placed.place.bottom <= room.bottom));
 }
 
-/// Pictures lie over each other on purpose, boxes around what they group, and pages below all they hold.
+/// Pictures lie over each other on purpose, boxes around their group, and pages below everything that they hold.
 bool may_lie_over_others(const form::Control& control) {
   return control.kind() == form::Kind::Image || control.kind() == form::Kind::Frame;
 }

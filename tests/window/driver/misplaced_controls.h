@@ -1,4 +1,4 @@
-// What is wrong with the places of a page's controls, as their windows have them.
+// Finds what is wrong with the places of a page's controls, as their windows have them.
 #pragma once
 
 #include <string>
@@ -7,8 +7,8 @@
 
 namespace window_driver {
 
-/// Names every control that lies outside what holds it, or over another one; empty where none does. On a page that
-/// scrolls, what is below or above counts as inside.
+/// Names every control that lies outside its container or over another control; empty if none does. On a page that
+/// scrolls, places below and above count as inside.
 std::string misplaced(const WizardProgram& program);
 
 }  // namespace window_driver

@@ -13,10 +13,10 @@
 
 namespace window_driver {
 
-/// How long anything may take that a user waits for, before the driver gives up.
+/// The longest time that anything may take for which a user waits; then the driver gives up.
 inline constexpr std::chrono::seconds patience{20};
 
-/// Asks again and again, at most for `patience`. False where it never came true.
+/// Asks again and again, for at most `patience`. False if the condition never became true.
 bool wait_until(const std::function<bool()>& condition);
 
 struct CloseHandleOf {
@@ -26,18 +26,18 @@ using Handle = std::unique_ptr<std::remove_pointer_t<HANDLE>, CloseHandleOf>;
 
 class Process {
  public:
-  /// The command line as it stands, program included. Throws std::runtime_error where it cannot be started.
+  /// Starts a program by its whole command line. Throws std::runtime_error if it cannot be started.
   explicit Process(std::string_view command_line);
-  /// Ends the program where it still runs.
+  /// Ends the program if it still runs.
   ~Process();
   Process(const Process&) = delete;
   Process& operator=(const Process&) = delete;
 
   HANDLE handle() const noexcept { return process_.get(); }
   bool is_running() const;
-  /// Nothing where it does not end in time.
+  /// The exit code; nothing if it does not end in time.
   std::optional<DWORD> wait_for_end() const;
-  /// A visible top-level window of the program, of this class; null where there is none.
+  /// A visible top-level window of the program, of this class; null if there is none.
   HWND find_window(const wchar_t* window_class) const;
 
  private:

@@ -62,7 +62,7 @@ bool save_picture(HWND window, const std::string& path) {
   return bitmap && imaging && write_png(*imaging, bitmap.get(), support::wide_path(path));
 }
 
-/// Read in one go: GetPixel() is a call of the display for each.
+/// All pixels are read at once, because each GetPixel() is a call of the display.
 std::map<COLORREF, std::size_t> colours_of(HWND window) {
   RECT place;
   if (GetWindowRect(window, &place) == 0) return {};
@@ -85,7 +85,7 @@ std::map<COLORREF, std::size_t> colours_of(HWND window) {
 
 namespace {
 
-/// Every third pixel; reading each would take a call of the display.
+/// Every third pixel, because each is a call of the display.
 std::vector<COLORREF> pixels_of(HWND window) {
   constexpr int step = 3;
   const wizard::win32::WindowContext screen(nullptr);

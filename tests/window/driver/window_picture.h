@@ -1,4 +1,4 @@
-// Pictures of a window as it stands on the screen.
+// Pictures of a window as it is on the screen.
 #pragma once
 
 #include <windows.h>
@@ -9,16 +9,16 @@
 
 namespace window_driver {
 
-/// Writes the window, frame included, as a PNG file at a host path. False where that does not work.
+/// Writes the window with its frame as a PNG file at a host path. False if that fails.
 bool save_picture(HWND window, const std::string& path);
 
-/// How often each colour is seen in the window, frame included, and all that lies over it.
+/// How often each colour is seen in the window, its frame, and everything that lies over it.
 std::map<COLORREF, std::size_t> colours_of(HWND window);
 
 /// How many different colours the window shows.
 std::size_t count_colours(HWND window);
 
-/// Tells what the window shows from what it showed before.
+/// A number that changes when the window shows something else.
 std::size_t checksum(HWND window);
 
 }  // namespace window_driver

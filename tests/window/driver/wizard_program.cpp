@@ -26,7 +26,7 @@ void notify(HWND control, WORD code) {
 
 }  // namespace
 
-/// GetWindowText of another program's edit field is empty.
+/// For an edit field of another program, GetWindowText gives an empty text.
 std::string shown_text(HWND window) {
   const LRESULT length = SendMessageW(window, WM_GETTEXTLENGTH, 0, 0);
   std::wstring text(static_cast<std::size_t>(length) + 1, L'\0');
@@ -37,7 +37,7 @@ std::string shown_text(HWND window) {
 
 WizardProgram::WizardProgram(std::string_view arguments)
     : process_("\"" PROGRAMS_DIR "/firststeps.exe\" " + std::string(arguments)) {
-  // Places and sizes are to be those of the screen, whatever its resolution.
+  // Places and sizes shall be those of the screen, whatever its resolution.
   SetThreadDpiAwarenessContext(DPI_AWARENESS_CONTEXT_PER_MONITOR_AWARE_V2);
   const auto shown = [this] {
     window_ = process_.find_window(L"FirstStepsAssistant");
@@ -66,7 +66,7 @@ std::string WizardProgram::page() const {
 }
 
 void WizardProgram::let_page_settle() const {
-  // Answered once the page is there as a whole.
+  // The window answers only when the whole page is there.
   SendMessageW(window_, WM_NULL, 0, 0);
   Sleep(GetDoubleClickTime() + 1);
 }
@@ -115,11 +115,11 @@ bool WizardProgram::is_chosen(std::string_view path) const {
 bool WizardProgram::is_shown(std::string_view path) const { return IsWindowVisible(find(described(path))) != 0; }
 bool WizardProgram::is_enabled(std::string_view path) const { return IsWindowEnabled(control(path)) != 0; }
 
-/// There is nothing to cancel any more.
+/// Closes the last page; there is nothing to cancel any more.
 void WizardProgram::close_outcome() const {
   const auto is_done = [this] { return IsWindowEnabled(window_) != 0 && !is_shown("Command1(2)"); };
   if (!wait_until([&] { return !process_.is_running() || is_done(); })) return;
-  // A click that comes with the page itself is taken for one that was meant for the page before.
+  // A click that arrives together with the page is taken for one that was meant for the page before.
   constexpr int tries = 20;
   for (int n = 0; n < tries && process_.is_running(); ++n) {
     let_page_settle();
@@ -133,7 +133,7 @@ std::string WizardProgram::focus() const {
   state.cbSize = sizeof state;
   if (GetGUIThreadInfo(GetWindowThreadProcessId(window_, nullptr), &state) == 0) return {};
   if (shown_in(state.hwndFocus) == nullptr) look_around();
-  // The edit field of a combo box lies in it.
+  // The edit field of a combo box is a window inside of it.
   for (HWND window = state.hwndFocus; window != nullptr && window != window_; window = GetParent(window)) {
     if (const form::Control* shown = shown_in(window)) return shown->path();
   }
@@ -166,7 +166,7 @@ void WizardProgram::choose(std::string_view path, int entry) const {
 void WizardProgram::turn_page(std::string_view button) const {
   const std::string before = page();
   press(button);
-  // Between two pages none is shown.
+  // Between two pages, no page is shown.
   const auto turned = [&] {
     const std::string now = page();
     return !now.empty() && now != before;
