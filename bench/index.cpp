@@ -11,6 +11,7 @@
 #include "bench/patient_file.h"
 #include "database/engine/embedded/file_keys.h"
 #include "database/index/index_database.h"
+#include "database/index/index_upgrade.h"
 
 namespace bench {
 namespace {

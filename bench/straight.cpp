@@ -5,6 +5,7 @@
 #include <stdexcept>
 
 #include "database/engine/embedded/jet_sql/jet_sql.h"
+#include "database/engine/embedded/jet_sql/sqlite_functions.h"
 #include "database/engine/embedded/key_derivation.h"
 
 namespace bench {

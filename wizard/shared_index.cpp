@@ -8,6 +8,7 @@
 
 #include "database/creation/create_database.h"
 #include "database/index/index_database.h"
+#include "database/index/index_upgrade.h"
 #include "support/file_system.h"
 #include "support/windows_path.h"
 

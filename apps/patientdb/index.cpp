@@ -10,6 +10,7 @@
 #include "apps/patientdb/tool_environment.h"
 #include "database/creation/create_database.h"
 #include "database/index/index_database.h"
+#include "database/index/index_upgrade.h"
 #include "support/encoding.h"
 #include "support/text.h"
 

@@ -2,7 +2,7 @@
 
 #include <fmt/core.h>
 
-#include "database/keeping/same_content.h"
+#include "database/keeping/table_fingerprint.h"
 
 namespace patientdb {
 namespace {

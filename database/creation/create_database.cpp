@@ -57,7 +57,7 @@ void require_all_tables(engine::Database& database) {
   for (const schema::TableRow& row : schema::tables()) {
     require(database, row.name, row.fields.size(), row.indexes.size());
   }
-  for (const schema::DocumentationTable* table : {&schema::treatment_profile(), &schema::normal_values()}) {
+  for (const schema::DocumentationTable* table : {&schema::treatment_profile, &schema::normal_values}) {
     require(database, table->name, table->fields.size(), table->indexes.size());
   }
 }
@@ -113,8 +113,8 @@ std::int16_t CreateIndexDatabase(const Environment& environment, std::string_vie
     NewFile file{environment, path, ""};
     {
       engine::Transaction transaction{file.database()};
-      schema::create_table(file.database(), schema::index_table());
-      require(file.database(), schema::index_table().name, schema::index_table().fields.size(), 0);
+      schema::create_table(file.database(), schema::index_table);
+      require(file.database(), schema::index_table.name, schema::index_table.fields.size(), 0);
       transaction.commit();
     }
     file.finish();

@@ -298,7 +298,14 @@ class Engine {
 class Transaction {
  public:
   explicit Transaction(Database& database) : database_(&database) { database.begin_transaction(); }
-  ~Transaction();
+  ~Transaction() {
+    if (!database_) return;
+    try {
+      database_->rollback_transaction();
+    } catch (const support::RuntimeError&) {
+      // The database was closed or has rolled back by itself: nothing of the transaction is left either way.
+    }
+  }
   Transaction(const Transaction&) = delete;
   Transaction& operator=(const Transaction&) = delete;
   void commit() {

@@ -1,9 +1,10 @@
+#include "database/index/index_upgrade.h"
+
 #include <fmt/core.h>
 
 #include <optional>
 #include <vector>
 
-#include "database/index/index_database.h"
 #include "database/open_database.h"
 #include "database/schema/table_builder.h"
 #include "support/encoding.h"

@@ -1,7 +1,7 @@
 #include "database/keeping/compact.h"
 
 #include "database/engine/file_care.h"
-#include "database/keeping/same_content.h"
+#include "database/keeping/table_fingerprint.h"
 #include "database/open_database.h"
 
 namespace database::keeping {

@@ -98,8 +98,8 @@ std::vector<ExpectedTable> expected_tables() {
   for (const schema::TableRow& row : schema::tables()) {
     if (!row.fields.empty()) tables.push_back(expected(row));
   }
-  tables.push_back(expected(schema::treatment_profile()));
-  tables.push_back(expected(schema::normal_values()));
+  tables.push_back(expected(schema::treatment_profile));
+  tables.push_back(expected(schema::normal_values));
   return tables;
 }
 
@@ -178,9 +178,9 @@ void check_layout(engine::Database& database, const VersionRecord* record, Check
     }
     LayoutCheck check{database, record->MinVersion, report};
     for (const ExpectedTable& table : expected_tables()) check.check(table);
-  } else if (find_named(database.table_defs(), schema::index_table().name)) {
+  } else if (find_named(database.table_defs(), schema::index_table.name)) {
     LayoutCheck check{database, current_minor_version, report};
-    check.check(expected(schema::index_table()));
+    check.check(expected(schema::index_table));
   } else {
     report.notes.emplace_back("The file has no version record; its layout was not compared.");
   }

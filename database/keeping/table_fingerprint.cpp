@@ -7,8 +7,10 @@
 #include <utility>
 
 #include "support/encoding.h"
+#include "support/error.h"
 
 namespace database::keeping {
+
 namespace {
 
 /// A bijection in which each bit of the input moves about half of the output's.
@@ -107,6 +109,20 @@ std::vector<std::string> differing_tables(const std::vector<TableFingerprint>& l
   add_those_missing(left, right);
   add_those_missing(right, left);
   return names;
+}
+
+void require_same_content(const std::vector<TableFingerprint>& source, const std::vector<TableFingerprint>& copy) {
+  std::string names;
+  for (const std::string& table : differing_tables(source, copy)) names.append(names.empty() ? "" : ", ").append(table);
+  if (names.empty()) return;
+  throw support::RuntimeError(support::error_number::unknown_format,
+                              "What was written is not what was read, and was given up. Tables: " + names);
+}
+
+std::int64_t row_count(const std::vector<TableFingerprint>& tables) {
+  std::int64_t rows = 0;
+  for (const TableFingerprint& table : tables) rows += table.rows;
+  return rows;
 }
 
 }  // namespace database::keeping

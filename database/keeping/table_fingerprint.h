@@ -51,4 +51,10 @@ std::vector<TableFingerprint> fingerprints(engine::Database& database, Progress*
 std::vector<std::string> differing_tables(const std::vector<TableFingerprint>& left,
                                           const std::vector<TableFingerprint>& right);
 
+/// Raises 3343, with the names of the tables that differ.
+void require_same_content(const std::vector<TableFingerprint>& source, const std::vector<TableFingerprint>& copy);
+
+/// Rows of all tables.
+std::int64_t row_count(const std::vector<TableFingerprint>& tables);
+
 }  // namespace database::keeping

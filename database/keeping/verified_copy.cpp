@@ -4,7 +4,7 @@
 
 #include "database/engine/choice/file_exchange.h"
 #include "database/engine/file_care.h"
-#include "database/keeping/same_content.h"
+#include "database/keeping/table_fingerprint.h"
 #include "database/open_database.h"
 #include "support/abandoned_files.h"
 

@@ -189,13 +189,9 @@ constexpr DocumentationField normal_value_fields[] = {
 };
 // clang-format on
 
-constexpr DocumentationTable treatment_profile_row{"Behandlungsprofil", treatment_fields, treatment_indexes};
-constexpr DocumentationTable normal_values_row{"Labordefinitionen", normal_value_fields, {}};
-
 }  // namespace
 
-const DocumentationTable& treatment_profile() { return treatment_profile_row; }
-
-const DocumentationTable& normal_values() { return normal_values_row; }
+const DocumentationTable treatment_profile{"Behandlungsprofil", treatment_fields, treatment_indexes};
+const DocumentationTable normal_values{"Labordefinitionen", normal_value_fields, {}};
 
 }  // namespace database::schema

@@ -178,10 +178,25 @@ constexpr TableRow patient_rows[] = {
     {"healthpass", healthpass_fields, {}},
     {"reminder", reminder_fields, {}},
 };
+
+// The table of the patient index database: one row per patient, without an index. The diary's own creation prepares a
+// memo field between DateOfBirth and ExternalID and never appends it; so there is none here.
+constexpr FieldRow index_fields[] = {
+    {"ID",          Long,    0,   increment},
+    {"Name",        Text,    100, variable, "",  no, yes},
+    {"FirstName",   Text,    100, variable, "",  no, yes},
+    {"DiabetesTyp", Integer, 0,   variable, "0", no, yes},
+    {"Therapy",     Integer, 0,   variable, "0", no, yes},
+    {"DateOfBirth", Date,    0,   fixed,    "0", no},
+    {"ExternalID",  Text,    100, variable, "",  no, yes},
+    {"HarbinoxID",  Long,    0,   variable, "",  no, yes},
+};
 // clang-format on
 
 }  // namespace
 
 const std::span<const TableRow> patient_tables = patient_rows;
+
+const TableRow index_table{"index", index_fields, {}};
 
 }  // namespace database::schema

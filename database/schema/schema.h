@@ -1,6 +1,6 @@
 // The layout of a patient database as data: its 43 tables in the order of creation, and the table of the index
 // database. table_builder.h builds a table from its rows; the two documentation tables have a shape of their own
-// (database/ddg.h).
+// (database/table_procedures.h).
 #pragma once
 
 #include <cstdint>
@@ -69,11 +69,10 @@ std::span<const TableRow> tables();
 const TableRow* find_table(std::string_view name);
 
 /// `Behandlungsprofil` and `Labordefinitionen`.
-const DocumentationTable& treatment_profile();
-const DocumentationTable& normal_values();
+extern const DocumentationTable treatment_profile, normal_values;
 
 /// The one table of the patient index database.
-const TableRow& index_table();
+extern const TableRow index_table;
 
 /// The nine tables that hold the diary's entries, in the order of the repair pass.
 std::span<const std::string_view> data_tables();

@@ -1,5 +1,4 @@
 // Field_Create and Index_Create, which end at their first error, and the tables that they build.
-#include "database/ddg.h"
 #include "database/table_procedures.h"
 #include "tests/database/database_test.h"
 

@@ -5,6 +5,7 @@
 #include <filesystem>
 
 #include "database/creation/create_database.h"
+#include "database/index/index_upgrade.h"
 #include "support/user_locale.h"
 #include "tests/database/database_test.h"
 

@@ -7,6 +7,7 @@
 #include <filesystem>
 
 #include "database/index/index_database.h"
+#include "database/index/index_upgrade.h"
 #include "database/jet_import/engine_source.h"
 #include "database/jet_import/import.h"
 #include "database/open_database.h"

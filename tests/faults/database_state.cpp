@@ -8,7 +8,7 @@
 
 #include "database/engine/embedded/connection.h"
 #include "database/engine/embedded/database_file.h"
-#include "database/engine/embedded/jet_sql/sqlite_text.h"
+#include "database/engine/embedded/jet_sql/sql_text.h"
 #include "database/engine/engine_error.h"
 
 namespace faults {

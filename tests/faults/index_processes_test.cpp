@@ -7,6 +7,7 @@
 #include <iostream>
 
 #include "database/index/index_database.h"
+#include "database/index/index_upgrade.h"
 #include "tests/database/database_test.h"
 #include "tests/faults/processes.h"
 

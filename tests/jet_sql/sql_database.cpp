@@ -4,6 +4,7 @@
 #include <charconv>
 #include <stdexcept>
 
+#include "database/engine/embedded/jet_sql/sqlite_functions.h"
 #include "database/engine/value.h"
 #include "support/encoding.h"
 

@@ -67,4 +67,32 @@ void AutomationTableDefs::forget() noexcept {
   places_.reset();
 }
 
+void AutomationFields::append(const std::shared_ptr<Field>& field) {
+  const AutomationField& added = ours<AutomationField>(field);
+  try {
+    fields_.append(added.object());
+  } catch (const support::RuntimeError& error) {
+    // Engines have two numbers for it.
+    if (error.number() == error_number::field_exists) raise(error_number::field_defined_twice, added.name());
+    throw;
+  }
+}
+
+std::shared_ptr<Field> AutomationIndex::create_field(std::string_view name) {
+  return std::make_shared<AutomationField>(object_.object(Kind::Field, L"CreateField", Variant::of_text(name)));
+}
+
+std::shared_ptr<Field> AutomationIndex::create_field(std::string_view name, DataType type) {
+  return std::make_shared<AutomationField>(
+      object_.object(Kind::Field, L"CreateField", Variant::of_text(name), type_argument(type)));
+}
+
+std::shared_ptr<Index> AutomationIndexes::item(std::int32_t position) const {
+  return std::make_shared<AutomationIndex>(indexes_.item(Kind::Index, position), true);
+}
+
+std::shared_ptr<Index> AutomationIndexes::item(std::string_view name) const {
+  return std::make_shared<AutomationIndex>(indexes_.item(Kind::Index, name), true);
+}
+
 }  // namespace engine::automation

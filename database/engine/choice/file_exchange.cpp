@@ -6,7 +6,7 @@
 
 #include "database/engine/embedded/connection.h"
 #include "database/engine/embedded/database_file.h"
-#include "database/engine/embedded/held_replacement.h"
+#include "database/engine/embedded/platform_file.h"
 #include "database/engine/engine_error.h"
 #include "support/file_system.h"
 #include "support/host_file.h"

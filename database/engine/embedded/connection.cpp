@@ -8,7 +8,8 @@
 #include <vector>
 
 #include "database/engine/embedded/jet_sql/jet_sql.h"
-#include "database/engine/embedded/journal_end.h"
+#include "database/engine/embedded/jet_sql/sqlite_functions.h"
+#include "database/engine/embedded/platform_file.h"
 #include "database/engine/embedded/share_patience.h"
 #include "database/engine/engine_error.h"
 #include "support/yield_to_input.h"
@@ -65,6 +66,31 @@ void secure_memory(sqlite3* handle) {
 void choose_cipher(sqlite3* handle) {
   sqlite3mc_config(handle, "cipher", sqlite3mc_cipher_index("sqlcipher"));
   sqlite3mc_config_cipher(handle, "sqlcipher", "legacy", 4);
+}
+
+using DeleteCall = int (*)(sqlite3_vfs* vfs, const char* path, int sync_folder);
+
+DeleteCall& plain_delete() {
+  static DeleteCall call = nullptr;
+  return call;
+}
+
+/// An empty journal is none: should its name come back, nothing is undone.
+int delete_for_good(sqlite3_vfs* vfs, const char* path, int sync_folder) {
+  if (sync_folder != 0) empty_file_for_good(path);
+  return plain_delete()(vfs, path, sync_folder);
+}
+
+/// From here on, in the whole process, a journal that is deleted with its folder to be synced stays deleted after a
+/// power cut. Windows syncs no folder: there the journal is emptied, and the emptying synced, before the journal is
+/// deleted. Calling it again does nothing.
+void sync_ends_of_journals() noexcept {
+  if (plain_delete() != nullptr) return;
+  sqlite3_initialize();
+  sqlite3_vfs* const vfs = sqlite3_vfs_find("win32");
+  if (vfs == nullptr) return;
+  plain_delete() = vfs->xDelete;
+  vfs->xDelete = delete_for_good;
 }
 
 }  // namespace

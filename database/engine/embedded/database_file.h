@@ -47,10 +47,6 @@ inline constexpr std::size_t most_page_size = 65536;
 /// The errors of a place where a database is to be created: 3204 a file is there, 3044 no such folder.
 void check_place_of_new_file(const std::string& host_path);
 
-/// An empty file that only the user may read and write. 3204 where one is there, 3044 no such folder, 3051 no right or
-/// (POSIX) a folder of another user.
-void create_private_file(const std::string& host_path);
-
 /// Removes the file where it is still empty.
 void remove_empty_file(const std::string& host_path) noexcept;
 

@@ -4,7 +4,7 @@
 #include <utility>
 
 #include "database/engine/embedded/field_value.h"
-#include "database/engine/embedded/jet_sql/sqlite_text.h"
+#include "database/engine/embedded/jet_sql/sql_text.h"
 #include "database/engine/embedded/jet_sql/validation_rule.h"
 #include "database/engine/embedded/session_scope.h"
 #include "database/engine/engine_error.h"

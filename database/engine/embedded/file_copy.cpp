@@ -1,6 +1,7 @@
 #include "database/engine/embedded/file_copy.h"
 
 #include <algorithm>
+#include <filesystem>
 #include <optional>
 
 #include "database/engine/embedded/database_file.h"
@@ -9,6 +10,8 @@
 #include "database/engine/embedded/working_file.h"
 #include "database/engine/engine_error.h"
 #include "support/abandoned_files.h"
+#include "support/host_file.h"
+#include "support/host_path.h"
 
 namespace engine::embedded {
 namespace {
@@ -54,6 +57,16 @@ class OptionalKey {
  private:
   std::optional<FileKey> key_;
 };
+
+/// The file itself, where the path is a link to it. Another name of it would go on leading to the old file.
+std::string only_name_of(const std::string& host_path) {
+  if (support::host_file_names(host_path) > 1) {
+    raise(error_number::not_supported, "writing a file anew that has a second name in a folder");
+  }
+  std::error_code failure;
+  const std::filesystem::path file = std::filesystem::canonical(support::std_path(host_path), failure);
+  return failure ? host_path : support::host_path_of(file);
+}
 
 }  // namespace
 
@@ -106,6 +119,25 @@ void save_copy(Session& session, const std::string& host_path) {
     check_file(file.path(), key.get());
   }
   file.take_name();
+}
+
+void write_anew(std::unique_ptr<Connection>& held, const std::string& host_path, std::string_view password,
+                const ConnectionOptions& options, const FillFile& fill) {
+  held->begin_waiting();
+  if (options.exclusive) {
+    held->run("PRAGMA locking_mode=NORMAL");
+    held->integer("SELECT count(*) FROM sqlite_schema");
+  }
+  // Other programs may read, but write nothing that would be lost.
+  held->run("BEGIN IMMEDIATE");
+  WorkingFile file{only_name_of(host_path), support::replacement_mark};
+  {
+    Connection reader{host_path, {.held = true, .busy_time = options.busy_time}};
+    if (!password.empty()) reader.use_key(FileKey{password, salt_of(reader)});
+    reader.first_read();
+    fill(reader, file.path());
+  }
+  file.replace(held);
 }
 
 }  // namespace engine::embedded

@@ -1,6 +1,8 @@
-// A whole database copied to another file, under the same password or another.
+// A whole database copied to another file, under the same password or another, and a file that is written anew.
 #pragma once
 
+#include <functional>
+#include <memory>
 #include <string>
 #include <string_view>
 
@@ -19,5 +21,14 @@ void copy_with_password(Connection& source, const std::string& host_path, std::s
 /// Fills the new, empty file with what is committed in `source`, whose password is `password`: its tables one behind
 /// the other, their counters set back to what the rows hold. Same key. Raises and leaves as above.
 void copy_compacted(Connection& source, const std::string& host_path, std::string_view password);
+
+/// Writes what `reader` reads to the new, empty file at `path`, which it closes and syncs.
+using FillFile = std::function<void(Connection& reader, const std::string& path)>;
+
+/// Lets `fill` write a new file beside the old one, `host_path`, and puts it in the old one's place. At any moment
+/// there is the old file or the new one. `held` has the old file open alone; it is closed afterwards, and may be closed
+/// on failure. Raises 3045 where somebody has opened the file meanwhile, 3251 where it has a second name in a folder.
+void write_anew(std::unique_ptr<Connection>& held, const std::string& host_path, std::string_view password,
+                const ConnectionOptions& options, const FillFile& fill);
 
 }  // namespace engine::embedded

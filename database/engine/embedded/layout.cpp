@@ -7,7 +7,7 @@
 
 #include "database/engine/embedded/field_value.h"
 #include "database/engine/embedded/jet_sql/field_type.h"
-#include "database/engine/embedded/jet_sql/sqlite_text.h"
+#include "database/engine/embedded/jet_sql/sql_text.h"
 #include "database/engine/embedded/session_scope.h"
 #include "database/engine/engine_error.h"
 

@@ -4,7 +4,7 @@
 #include <utility>
 #include <variant>
 
-#include "database/engine/embedded/jet_sql/sqlite_text.h"
+#include "database/engine/embedded/jet_sql/sql_text.h"
 #include "database/engine/engine_error.h"
 
 namespace engine::embedded {

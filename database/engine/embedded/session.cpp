@@ -5,6 +5,8 @@
 #include <utility>
 
 #include "database/engine/embedded/database_file.h"
+#include "database/engine/embedded/file_copy.h"
+#include "database/engine/embedded/platform_file.h"
 #include "database/engine/embedded/session_scope.h"
 #include "database/engine/engine_error.h"
 #include "support/encoding.h"
@@ -325,6 +327,50 @@ const TableStatements& Session::statements_of(const TablePointer& table) {
   TableStatements& statements = statements_[table->id];
   if (statements.table != table) statements = write_statements(table);
   return statements;
+}
+
+void Session::rewrite(const std::function<void(Connection& reader, const std::string& path)>& fill) {
+  if (!connection_->hold_alone()) raise(error_number::file_in_use);
+  try {
+    write_anew(connection_, host_path_, password_, options_, fill);
+  } catch (const support::RuntimeError&) {
+    disconnect();
+    connect_existing();
+    throw;
+  }
+  disconnect();
+}
+
+void Session::compact(const std::function<void(const std::string& host_path)>& verify) {
+  require_open();
+  if (in_transaction_) raise(error_number::not_in_transaction);
+  prepare_change();
+  // Of a file that is not there yet nothing can be compacted.
+  if (new_file_) return;
+  rewrite([&](Connection& reader, const std::string& path) {
+    copy_compacted(reader, path, password_);
+    verify(path);
+  });
+  // What this handle gave beyond the highest number was set back with the rest.
+  counters_ = {};
+  connect_existing();
+}
+
+void Session::change_password(std::string_view old_password, std::string_view new_password) {
+  require_open();
+  if (is_too_long(new_password) || old_password != password_) raise(error_number::wrong_password);
+  if (in_transaction_) raise(error_number::not_in_transaction);
+  prepare_change();
+  if (new_file_) {
+    disconnect();
+    password_ = new_password;
+    return;
+  }
+  rewrite(
+      [&](Connection& reader, const std::string& path) { copy_with_password(reader, path, password_, new_password); });
+  wipe_memory(password_.data(), password_.size());
+  password_ = new_password;
+  connect_existing();
 }
 
 }  // namespace engine::embedded

@@ -109,10 +109,9 @@ class Session {
 
   static bool is_too_long(std::string_view password);
   void connect_existing();
-  /// Lets `fill` write what is committed in the file to a new, empty one, which it closes and syncs, and puts that in
-  /// the file's place. The connection is closed then, and on failure as it was. 3045 where the file is open elsewhere.
+  /// Writes the file anew, see write_anew(). The connection is closed then, and on failure as it was. Raises 3045 where
+  /// the file is open elsewhere.
   void rewrite(const std::function<void(Connection& reader, const std::string& path)>& fill);
-  void write_anew(const std::function<void(Connection& reader, const std::string& path)>& fill);
   /// Raises 3343 where that is why the file could not be opened.
   void refuse_fitting_password(bool seemed_wrong);
   void connect_new();

@@ -6,7 +6,7 @@
 #include <utility>
 
 #include "database/engine/embedded/jet_sql/jet_sql.h"
-#include "database/engine/embedded/jet_sql/sqlite_text.h"
+#include "database/engine/embedded/jet_sql/sql_text.h"
 #include "database/engine/embedded/jet_sql/validation_rule.h"
 #include "database/engine/engine_error.h"
 

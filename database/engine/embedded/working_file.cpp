@@ -3,7 +3,7 @@
 #include <filesystem>
 
 #include "database/engine/embedded/database_file.h"
-#include "database/engine/embedded/held_replacement.h"
+#include "database/engine/embedded/platform_file.h"
 #include "database/engine/engine_error.h"
 #include "support/abandoned_files.h"
 #include "support/host_file.h"

@@ -111,13 +111,7 @@ void kept_result(sqlite3_context* context) noexcept {
   kept->value = nullptr;
 }
 
-struct AggregateRow {
-  const char* name;
-  SqliteFunction step;
-  void (*result)(sqlite3_context*);
-};
-
-constexpr AggregateRow aggregate_table[] = {
+constexpr AggregateRow aggregate_rows[] = {
     {"jet_sum", total_step, total_result<false>},
     {"jet_avg", total_step, total_result<true>},
     {"jet_stdev", spread_step, spread_result<true, true>},
@@ -131,11 +125,6 @@ constexpr AggregateRow aggregate_table[] = {
 
 }  // namespace
 
-void register_aggregates(sqlite3* connection) {
-  for (const AggregateRow& aggregate : aggregate_table) {
-    check_registered(sqlite3_create_function_v2(connection, aggregate.name, 1, function_flags, nullptr, nullptr,
-                                                aggregate.step, aggregate.result, nullptr));
-  }
-}
+const std::span<const AggregateRow> aggregate_functions = aggregate_rows;
 
 }  // namespace engine::embedded::jet_sql

@@ -233,6 +233,6 @@ constexpr ScalarRow date_rows[] = {
 
 }  // namespace
 
-std::span<const ScalarRow> date_functions() noexcept { return date_rows; }
+const std::span<const ScalarRow> date_functions = date_rows;
 
 }  // namespace engine::embedded::jet_sql

@@ -48,6 +48,6 @@ constexpr ScalarRow format_rows[] = {
 
 }  // namespace
 
-std::span<const ScalarRow> format_functions() noexcept { return format_rows; }
+const std::span<const ScalarRow> format_functions = format_rows;
 
 }  // namespace engine::embedded::jet_sql

@@ -5,7 +5,7 @@
 #include <utility>
 
 #include "database/engine/embedded/jet_sql/field_type.h"
-#include "database/engine/embedded/jet_sql/sqlite_text.h"
+#include "database/engine/embedded/jet_sql/sql_text.h"
 #include "database/engine/engine_error.h"
 #include "support/encoding.h"
 

@@ -1,10 +1,19 @@
 #include "database/engine/embedded/jet_sql/jet_sql.h"
 
+#include <sqlite3.h>
+
 #include <algorithm>
+#include <charconv>
+#include <iterator>
+#include <optional>
+#include <string>
+#include <string_view>
 #include <utility>
 
 #include "database/engine/embedded/jet_sql/binder.h"
 #include "database/engine/embedded/jet_sql/change_writer.h"
+#include "database/engine/embedded/jet_sql/function_call.h"
+#include "database/engine/embedded/jet_sql/function_table.h"
 #include "database/engine/embedded/jet_sql/parser.h"
 #include "database/engine/embedded/jet_sql/query_writer.h"
 #include "database/engine/engine_error.h"
@@ -224,6 +233,124 @@ Query compile_cross_table(std::string_view statement, const Catalogue& catalogue
   Compiler compiler(statement, catalogue, parser.parameters());
   compiler.set_headings(std::move(headings));
   return std::get<Query>(std::visit(compiler, tree));
+}
+
+namespace {
+
+class NoTables final : public Catalogue {
+ public:
+  const TableDefinition* find_table(std::string_view) const override { return nullptr; }
+};
+
+bool is_blank_text(std::string_view text) noexcept {
+  return text.find_first_not_of(" \t\r\n") == std::string_view::npos;
+}
+
+/// A word that is no function: a text field's own text, Yes or No of a Yes/No field.
+void take_word(Expression& expression, const FieldDefinition& field, bool text) {
+  const auto* const word = std::get_if<ColumnName>(&expression.node);
+  if (word == nullptr || !word->table.empty()) return;
+  const std::string content = word->column;
+  if (text && find_function(content) == nullptr) {
+    expression.node = Literal{content};
+  } else if (field.type == DataType::Boolean) {
+    for (const std::string_view yes : {"yes", "on"}) {
+      if (support::equal_ignoring_case(content, yes)) expression.node = Literal{true};
+    }
+    for (const std::string_view no : {"no", "off"}) {
+      if (support::equal_ignoring_case(content, no)) expression.node = Literal{false};
+    }
+  }
+}
+
+ExpressionPtr parse_default(const FieldDefinition& field, bool text) {
+  try {
+    return Parser(field.default_value).parse_lone_expression();
+  } catch (const support::RuntimeError&) {
+    // Layouts give a text field's default without quotes as well.
+    if (!text || field.default_value.find('\0') != std::string::npos) throw;
+    auto expression = std::make_unique<Expression>();
+    expression->node = Literal{field.default_value};
+    return expression;
+  }
+}
+
+bool is_empty_text(const Expression& expression) noexcept {
+  const auto* const literal = std::get_if<Literal>(&expression.node);
+  const auto* const text = literal != nullptr ? std::get_if<std::string>(&literal->value) : nullptr;
+  return text != nullptr && text->empty();
+}
+
+}  // namespace
+
+std::string compile_default(const FieldDefinition& field) {
+  std::string none = field.type == DataType::Boolean ? "0" : "NULL";
+  if (is_blank_text(field.default_value)) return none;
+  const bool text = field.holds_text();
+  const ExpressionPtr expression = parse_default(field, text);
+  if (!text && is_empty_text(*expression)) return none;
+  take_word(*expression, field, text);
+  const NoTables no_tables;
+  Binder binder(no_tables);
+  binder.bind_default(*expression);
+  const TableDefinition table;
+  ChangeWriter change(table);
+  change.default_value(*expression, field);
+  return change.take();
+}
+
+namespace {
+
+struct ResultRow {
+  int result;
+  error_number::Number number;
+  std::string_view detail = {};
+};
+
+// SQLite's own messages may quote the statement, and with it what is stored; none of them is passed on.
+constexpr ResultRow result_codes[] = {
+    {SQLITE_BUSY, error_number::file_in_use},
+    {SQLITE_LOCKED, error_number::table_in_use},
+    {SQLITE_NOMEM, error_number::out_of_memory},
+    {SQLITE_READONLY, error_number::read_only},
+    {SQLITE_INTERRUPT, error_number::cancelled},
+    {SQLITE_IOERR, error_number::disk_error},
+    {SQLITE_FULL, error_number::disk_error, "the disk is full"},
+    {SQLITE_CORRUPT, error_number::unknown_format, "the file is damaged"},
+    {SQLITE_NOTADB, error_number::unknown_format},
+    {SQLITE_CANTOPEN, error_number::file_not_opened},
+    {SQLITE_PERM, error_number::file_not_opened},
+    {SQLITE_AUTH, error_number::file_not_opened},
+    {SQLITE_TOOBIG, error_number::out_of_string_space},
+    {SQLITE_MISMATCH, error_number::conversion},
+};
+
+/// What report_current_exception() wrote; nothing where the message is SQLite's own.
+std::optional<support::RuntimeError> own_error(std::string_view message) {
+  if (!message.starts_with(own_error_mark)) return std::nullopt;
+  message.remove_prefix(own_error_mark.size());
+  int number = 0;
+  const auto parsed = std::from_chars(message.data(), message.data() + message.size(), number);
+  const auto used = static_cast<std::size_t>(parsed.ptr - message.data());
+  if (parsed.ec != std::errc{} || used >= message.size() || message[used] != ':') return std::nullopt;
+  return support::RuntimeError(number, std::string(message.substr(used + 1)));
+}
+
+}  // namespace
+
+support::RuntimeError error_of(sqlite3* connection, int result) {
+  const int code = result & 0xFF;
+  const char* const message = sqlite3_errmsg(connection);
+  if (code == SQLITE_ERROR && message != nullptr) {
+    if (const auto own = own_error(message)) return *own;
+  }
+  if (code == SQLITE_CONSTRAINT) {
+    const bool null = sqlite3_extended_errcode(connection) == SQLITE_CONSTRAINT_NOTNULL;
+    return engine_error(null ? error_number::field_required : error_number::duplicate_value);
+  }
+  const auto* const row = std::ranges::find(result_codes, code, &ResultRow::result);
+  return row != std::end(result_codes) ? engine_error(row->number, row->detail)
+                                       : engine_error(error_number::internal_error);
 }
 
 }  // namespace engine::embedded::jet_sql

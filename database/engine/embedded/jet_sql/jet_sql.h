@@ -110,10 +110,6 @@ Query compile_cross_table(std::string_view statement, const Catalogue& catalogue
 /// type; without one "NULL", and No for a Yes/No. A text field's default may lack its quotes. Raises as compile() does.
 std::string compile_default(const FieldDefinition& field);
 
-/// Registers the dialect's functions and its text collation "JET" (no regard to case, trailing blanks do not count).
-/// Returns what statements that add rows count by; it lives as long as the connection.
-Numbering& register_functions(sqlite3* connection);
-
 /// The error that a failed sqlite3_step stands for: functions of the dialect report as "jet:NUMBER:description".
 /// Other results of SQLite map to the engine's numbers (constraint unique 3022, busy 3045, full 3043, corrupt
 /// 3343, …), 51 where none fits. No text ever holds a value.

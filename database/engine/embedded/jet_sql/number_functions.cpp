@@ -267,6 +267,6 @@ constexpr ScalarRow number_rows[] = {
 
 }  // namespace
 
-std::span<const ScalarRow> number_functions() noexcept { return number_rows; }
+const std::span<const ScalarRow> number_functions = number_rows;
 
 }  // namespace engine::embedded::jet_sql

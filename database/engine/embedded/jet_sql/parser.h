@@ -7,7 +7,6 @@
 #include <vector>
 
 #include "database/engine/embedded/jet_sql/ast.h"
-#include "database/engine/embedded/jet_sql/change_parser.h"
 #include "database/engine/embedded/jet_sql/definition_parser.h"
 #include "database/engine/embedded/jet_sql/query_parser.h"
 #include "database/engine/embedded/jet_sql/token_cursor.h"
@@ -29,12 +28,15 @@ class Parser {
   ExpressionPtr parse_rule(std::string_view field);
 
  private:
+  // Each reads its statement behind the first word.
+  InsertStatement parse_insert();
+  UpdateStatement parse_update();
+  DeleteStatement parse_delete();
   Statement parse_layout_change();
 
   TokenCursor cursor_;
   QueryParser queries_{cursor_};
   ExpressionParser& expressions_ = queries_.expressions();
-  ChangeParser changes_{cursor_, queries_};
   DefinitionParser definitions_{cursor_, expressions_};
   std::vector<std::string> parameters_;
 };

@@ -4,11 +4,25 @@
 #include <charconv>
 #include <cmath>
 
-#include "database/engine/embedded/jet_sql/sqlite_text.h"
 #include "database/engine/engine_error.h"
 #include "support/encoding.h"
 
-namespace engine::embedded::jet_sql {
+namespace engine::embedded {
+namespace {
+
+std::string quoted(std::string_view content, char quote) {
+  std::string text(1, quote);
+  for (const char character : content) text.append(character == quote ? 2 : 1, character);
+  return text += quote;
+}
+
+}  // namespace
+
+std::string quoted_name(std::string_view name) { return quoted(name, '"'); }
+
+std::string quoted_text(std::string_view text) { return quoted(text, '\''); }
+
+namespace jet_sql {
 
 namespace {
 
@@ -42,4 +56,6 @@ void SqlText::whole_literal(std::int64_t number) {
   write(number < 0 ? "(" + text + ")" : text);
 }
 
-}  // namespace engine::embedded::jet_sql
+}  // namespace jet_sql
+
+}  // namespace engine::embedded

@@ -6,7 +6,14 @@
 #include <string_view>
 #include <utility>
 
-namespace engine::embedded::jet_sql {
+namespace engine::embedded {
+
+/// "name", a quote inside written twice.
+std::string quoted_name(std::string_view name);
+/// 'text', a quote inside written twice. Precondition: no NUL, which would end the statement.
+std::string quoted_text(std::string_view text);
+
+namespace jet_sql {
 
 class SqlText {
  public:
@@ -32,4 +39,6 @@ class SqlText {
   std::string text_;
 };
 
-}  // namespace engine::embedded::jet_sql
+}  // namespace jet_sql
+
+}  // namespace engine::embedded

@@ -27,6 +27,12 @@ void sqlite_function(sqlite3_context* context, int count, sqlite3_value** argume
   }
 }
 
+struct AggregateRow {
+  const char* name;
+  SqliteFunction step;
+  void (*result)(sqlite3_context*);
+};
+
 struct ScalarRow {
   const char* name;
   int count;  ///< of arguments; -1 for any
@@ -40,18 +46,13 @@ constexpr ScalarRow row(const char* name, int count, NullRule rule = NullRule::G
                                       : &sqlite_function<body, NullRule::IsTaken>};
 }
 
-/// The functions by subject.
-std::span<const ScalarRow> number_functions() noexcept;
-std::span<const ScalarRow> text_functions() noexcept;
-std::span<const ScalarRow> date_functions() noexcept;
-std::span<const ScalarRow> format_functions() noexcept;
-std::span<const ScalarRow> store_functions() noexcept;
-void register_aggregates(sqlite3* connection);
-Numbering& register_numbering(sqlite3* connection);
+/// The functions of each subject.
+extern const std::span<const ScalarRow> number_functions, text_functions, date_functions, format_functions,
+    store_functions;
+extern const std::span<const AggregateRow> aggregate_functions;
 
-/// Raises the error of a failed registration.
-void check_registered(int result);
-
-inline constexpr int function_flags = SQLITE_UTF8 | SQLITE_DETERMINISTIC | SQLITE_INNOCUOUS;
+/// Registers the dialect's functions and its text collation "JET" (no regard to case, trailing blanks do not count).
+/// Returns what statements that add rows count by; it lives as long as the connection.
+Numbering& register_functions(sqlite3* connection);
 
 }  // namespace engine::embedded::jet_sql

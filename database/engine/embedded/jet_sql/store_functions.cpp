@@ -104,6 +104,6 @@ constexpr ScalarRow store_rows[] = {
 
 }  // namespace
 
-std::span<const ScalarRow> store_functions() noexcept { return store_rows; }
+const std::span<const ScalarRow> store_functions = store_rows;
 
 }  // namespace engine::embedded::jet_sql

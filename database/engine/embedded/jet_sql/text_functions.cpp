@@ -295,6 +295,6 @@ constexpr ScalarRow text_rows[] = {
 
 }  // namespace
 
-std::span<const ScalarRow> text_functions() noexcept { return text_rows; }
+const std::span<const ScalarRow> text_functions = text_rows;
 
 }  // namespace engine::embedded::jet_sql

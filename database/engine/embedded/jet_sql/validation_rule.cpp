@@ -7,7 +7,7 @@
 #include "database/engine/embedded/jet_sql/binder.h"
 #include "database/engine/embedded/jet_sql/parser.h"
 #include "database/engine/embedded/jet_sql/query_writer.h"
-#include "database/engine/embedded/jet_sql/sqlite_text.h"
+#include "database/engine/embedded/jet_sql/sql_text.h"
 #include "database/engine/engine_error.h"
 #include "support/encoding.h"
 

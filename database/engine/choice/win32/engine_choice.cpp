@@ -1,5 +1,6 @@
-#include "database/engine/automation/automation_engine.h"
 #include "database/engine/choice/engine_choice.h"
+
+#include "database/engine/automation/automation_engine.h"
 
 namespace engine {
 
