@@ -16,9 +16,9 @@ namespace {
 
 struct Category {
   std::string_view table;
-  /// What tells its rows from others of the table; empty: all rows.
+  /// A condition that selects this category's rows of the table; empty where all rows are the category's.
   std::string_view criterion;
-  /// The aggregates that make up the checksum, joined by "+"; `typ` is the category's number unless the table has a
+  /// The aggregates whose sum is the checksum, joined by "+". `typ` is the category's number unless the table has a
   /// column of that name.
   std::string_view checksum;
   bool knows_imports = true;
@@ -33,7 +33,7 @@ constexpr std::string_view pump_checksum = "avg(amount)+count(vdate)+stdev(vdate
 constexpr std::string_view lab_checksum = "avg(value)+avg(type)+avg(id)+count(vdate)+stdev(vdate)";
 constexpr std::string_view note_checksum = "avg(typ)+count(vdate)";
 
-/// Position = category number. Callers store these numbers: never reorder.
+/// An element's position is the number of its category. Callers store these numbers: never change the order.
 constexpr std::array<Category, 28> categories = {{
     {"glucose", "", value_checksum},
     {"insulin", "", insulin_checksum},
@@ -69,7 +69,7 @@ bool is_asked_for(const AvailabilityRequest& request, std::size_t category) {
   return (static_cast<std::uint32_t>(request.categories) >> category & 1U) != 0;
 }
 
-/// An entry without a time of day lies in no range of times.
+/// A range of times holds no entry of a category whose entries have no time of day.
 bool is_left_out(const AvailabilityRequest& request, std::size_t category) {
   return request.days && request.times && !categories[category].has_times;
 }
@@ -109,7 +109,7 @@ std::string category_query(const AvailabilityRequest& request, std::size_t numbe
   return text;
 }
 
-/// The category's line; nothing where it has no rows.
+/// Returns the category's line, or nothing where it has no rows.
 std::optional<Availability> read_category(engine::Database& database, const AvailabilityRequest& request,
                                           std::size_t number) {
   const auto row = database.open_forward_only(category_query(request, number));
@@ -126,7 +126,7 @@ std::optional<Availability> read_category(engine::Database& database, const Avai
 
 std::string day_text(engine::Date day) { return engine::iso_text(day).substr(0, 10); }
 
-/// With "." whatever the user's locale.
+/// The decimal separator is ".", whatever the user's locale is.
 std::string checksum_text(const std::optional<double>& checksum) {
   if (!checksum) return {};
   std::string text = engine::format(*checksum, "0.00000000000");
@@ -166,7 +166,7 @@ std::vector<Availability> find_availability(const Environment& environment, cons
     const bool read = procedure.step([&] {
       if (auto entry = read_category(opened.database(), request, number)) found.push_back(*entry);
     });
-    // The union that this stands for fails as a whole.
+    // One UNION statement would fail as a whole, so this function does, too.
     if (!read) return {};
   }
   return found;

@@ -13,16 +13,16 @@
 namespace database {
 
 struct AvailabilityRequest {
-  /// Bit n selects the category n; -1 all.
+  /// Bit n selects category n; -1 selects all.
   std::int32_t categories = -1;
   /// First and last day.
   std::optional<std::pair<engine::Date, engine::Date>> days;
-  /// Times of day, crossing midnight where the second is before the first; taken only together with days. Categories
-  /// whose entries have no time of day are left out then.
+  /// From one time of day to another; they cross midnight where the second is before the first. They count only
+  /// together with days. Categories whose entries have no time of day are then left out.
   std::optional<std::pair<engine::Date, engine::Date>> times;
   /// Weekday numbers, comma-separated, 1 Sunday … 7 Saturday; empty or "0": all days.
   std::string weekdays;
-  /// Rows of one import only, in the tables that know imports; negative: all rows.
+  /// Only rows of this import, in the tables that know imports. Negative: all rows.
   std::int32_t import_id = -1;
 };
 
@@ -33,19 +33,19 @@ struct Availability {
   std::optional<double> checksum;  ///< nothing where the rows have none (a single row has no deviation)
 };
 
-/// The categories asked for that are left out, because times are asked for and their entries have none.
+/// Of the categories asked for, those that are left out because times are asked for and their entries have none.
 std::vector<std::int16_t> categories_without_times(const AvailabilityRequest& request);
 
-/// The categories' union as one statement, in category order.
+/// One statement, the union of the categories in their order.
 std::string availability_query(const AvailabilityRequest& request);
 
-/// The categories that have rows, in category order. Empty where the statement fails as a whole, because a table that
-/// it names is missing or lacks a column.
+/// Returns the categories that have rows, in their order. Empty where the statement fails as a whole because a table
+/// that it names is missing or lacks a column.
 std::vector<Availability> find_availability(const Environment& environment, const Target& target,
                                             const AvailabilityRequest& request);
 
-/// A line per category: category, first and last day ("yyyy-mm-dd") and checksum (11 decimals, "."), joined by "|" and
-/// ended by CR LF; a checksum that the rows do not have is empty.
+/// Returns a line for each category: category, first and last day ("yyyy-mm-dd") and checksum (11 decimals, "."),
+/// joined by "|" and ended by CR LF. The checksum is empty where the rows have none.
 std::string availability_summary(const Environment& environment, const Target& target,
                                  const AvailabilityRequest& request);
 

@@ -1,4 +1,4 @@
-// Units of basal insulin: rates that follow each other, each in force until the next.
+// Units of basal insulin. Rates follow each other; each is in force until the next one begins.
 #pragma once
 
 #include <cmath>
@@ -11,7 +11,7 @@ namespace database::basal {
 
 inline constexpr std::int64_t seconds_of_day = 86400;
 inline constexpr std::int64_t end_of_day = seconds_of_day - 1;
-/// How far back the rate in force at the start may lie, and how long an entry may last.
+/// How long before the start a rate may begin that is still in force, and how long an entry may last.
 inline constexpr std::int64_t look_back = 7 * seconds_of_day, longest_interval = seconds_of_day;
 
 inline std::int64_t seconds(engine::Date moment) {
@@ -21,13 +21,15 @@ inline engine::Date moment_of(std::int64_t seconds) {
   return {static_cast<double>(seconds) / static_cast<double>(seconds_of_day)};
 }
 
-/// Halves away from zero; a half that the binary number just misses is one.
+/// Rounds halves away from zero. A value that is a half in decimal digits counts as one, even if its binary number lies
+/// a little below.
 inline double rounded(double value, double scale) { return std::round(value * scale * (1 + 1e-15)) / scale; }
 
-/// Sums up the units of basal rates, entry by entry.
+/// Adds up the units of basal rates, entry by entry.
 class Sum {
  public:
-  /// A rate in force from this second on. `duration`, in seconds, counts where the interval is longer than a day.
+  /// Adds a rate that is in force from this second on. `duration`, in seconds, counts where the interval is longer than
+  /// a day.
   void add(std::int64_t second, double units_per_hour, double duration) {
     close(second);
     begin_ = second;

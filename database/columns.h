@@ -1,5 +1,5 @@
-// Records as tables of columns: which member of a record stands in which column of a row. Reading and writing walk the
-// table, each column a step of its own, so that a failing one is passed over.
+// Records as tables of columns: each row of such a table says which member of a record stands in which column. Reading
+// and writing walk the table. Each column is a step of its own, so one that fails is passed over.
 #pragma once
 
 #include <cstdint>
@@ -24,8 +24,8 @@ struct Column {
       member;
 };
 
-// A value to a member, converted as an assignment to a typed variable converts. Raises what the conversions of
-// engine/value.h raise, 6 for a byte outside 0 to 255.
+// Assigns a value to a member, converted as an assignment to a typed variable converts it. Raises what the conversions
+// of engine/value.h raise, and 6 for a byte outside 0 to 255.
 inline void assign(std::string& member, const engine::Value& value) { member = engine::to_text(value); }
 inline void assign(bool& member, const engine::Value& value) { member = engine::to_bool(value); }
 inline void assign(std::int16_t& member, const engine::Value& value) { member = engine::to_int16(value); }
@@ -63,7 +63,7 @@ engine::Value column_value(const Record& record, const Column<Record>& column) {
   return std::visit([&](auto member) { return value_of(record.*member); }, column.member);
 }
 
-/// Reads the columns of the current row; what cannot be read stays as the record held it.
+/// Reads the columns of the current row. A member whose column cannot be read keeps its value.
 template <typename Record>
 void read_columns(support::Procedure& procedure, const engine::Recordset& row, std::span<const Column<Record>> columns,
                   Record& record) {
@@ -72,7 +72,7 @@ void read_columns(support::Procedure& procedure, const engine::Recordset& row, s
   }
 }
 
-/// Writes the columns into the row being added or edited.
+/// Writes the columns into the row that is being added or edited.
 template <typename Record>
 void write_columns(support::Procedure& procedure, engine::Recordset& row, std::span<const Column<Record>> columns,
                    const Record& record) {
@@ -81,7 +81,7 @@ void write_columns(support::Procedure& procedure, engine::Recordset& row, std::s
   }
 }
 
-/// True where the rows have a column of this name; older layouts lack some.
+/// True where the rows have a column of this name. Older layouts lack some columns.
 inline bool has_column(const engine::Recordset& rows, std::string_view name) {
   for (std::int32_t i = 0; i < rows.field_count(); ++i) {
     if (support::equal_ignoring_case(rows.field_name(i), name)) return true;
@@ -89,7 +89,7 @@ inline bool has_column(const engine::Recordset& rows, std::string_view name) {
   return false;
 }
 
-/// Starts writing: the first row is edited, or a new one added where there is none.
+/// Starts writing: edits the first row, or adds one where there is none.
 inline void edit_or_add(engine::Recordset& rows) {
   if (rows.bof() && rows.eof()) {
     rows.add_new();

@@ -13,7 +13,7 @@
 namespace database {
 namespace {
 
-/// One kind of insulin, with the sources that follow the newest plan. Its place in the table is its item type.
+/// One kind of insulin, with the sources that are asked after the newest plan. Its place in the table is its item type.
 struct InsulinKind {
   std::string DefaultInsulin::*text;
   std::string_view default_field;
@@ -38,10 +38,10 @@ constexpr InsulinKind insulin_kinds[] = {
 
 constexpr std::string_view drug_fields[] = {"DefaultOAD1", "DefaultOAD2", "DefaultOAD3"};
 
-/// A source's answer may be missing or Null: a text that is empty after trimming leaves the next source its turn.
+/// A source's answer may be missing or Null. If it is empty after trimming, the next source is asked.
 bool is_missing(const std::string& text) { return support::trim(text).empty(); }
 
-/// The path with its doubled backslashes reduced.
+/// The path with each doubled backslash reduced to one.
 Target without_doubled_slashes(const Target& target) {
   if (target.open()) return target;
   std::string path = target.path();
@@ -49,7 +49,7 @@ Target without_doubled_slashes(const Target& target) {
   return path;
 }
 
-/// Hands the text of each item of the newest plan to the place that its type stands for, counted from `first`.
+/// Passes the text of each item of the newest plan to the place that its type stands for, counted from `first`.
 void take_from_newest_plan(support::Procedure& procedure, const OpenedTarget& opened, std::int16_t first,
                            std::int16_t last, std::span<std::string* const> places) {
   std::int32_t plan_id = 0;

@@ -15,12 +15,12 @@ struct DefaultInsulin {
   std::int16_t bolus_percentage = 0;  ///< of the mixture, 0 to 100
 };
 
-/// From the newest plan, else the defaults table, else the diary, else the language texts, each insulin for itself.
-/// False and `insulin` untouched where the database cannot be opened.
+/// Takes each insulin from the first source that names it: the newest plan, the defaults table, the diary, the language
+/// texts. Returns false and leaves `insulin` untouched where the database cannot be opened.
 bool db_GetDefaultInsulin(const Environment& environment, const Target& target, DefaultInsulin& insulin);
 
-/// Three drugs, from the newest plan, else the defaults table, each for itself; empty where there is none. False and
-/// `drugs` untouched where the database cannot be opened.
+/// Takes each of three drugs from the newest plan, else from the defaults table; empty where neither names one. Returns
+/// false and leaves `drugs` untouched where the database cannot be opened.
 bool db_GetDefaultOAD(const Environment& environment, const Target& target, std::array<std::string, 3>& drugs);
 
 }  // namespace database

@@ -8,7 +8,7 @@ namespace {
 
 namespace error_number = support::error_number;
 
-/// What the engines say of a file that somebody else has, a lock that is not to be had, a disk, a network or a format.
+/// The errors of a file that is in use elsewhere, a lock that is not free, a disk, a network or a format.
 constexpr error_number::Number file_failures[] = {
     error_number::database_locked,
     error_number::table_open_exclusively,

@@ -15,7 +15,7 @@ namespace {
 
 using support::Procedure;
 
-/// A text of a row: as it stands, or the language text of a number.
+/// A text of a row: the text itself, or the number of a language text.
 struct RowText {
   constexpr RowText(const char* fixed) : text(fixed) {}           // NOLINT(google-explicit-constructor)
   constexpr RowText(long language) : text(), number(language) {}  // NOLINT(google-explicit-constructor)
@@ -23,7 +23,7 @@ struct RowText {
   long number = 0;
 };
 
-/// One measured value; -1 is no limit. Units are numbers of the diary's unit list.
+/// One measured value. A limit of -1 means no limit. Units are numbers of the diary's list of units.
 struct DefinitionRow {
   std::int16_t type;
   std::string_view field;
@@ -43,11 +43,11 @@ constexpr DefinitionRow definition_rows[] = {
     {22, "INR", 3528L, "INR", 2, 2, 2.5, 4.5, -1},
 };
 
-/// From here on, rows are values that a laboratory measures; those before are the patient's own.
+/// From this type on, a laboratory measures the values. The types before are the patient's own measurements.
 constexpr std::int16_t first_laboratory_type = 10;
 
-/// The row as the table of one laboratory holds it. INR has no unit, and the unit's number for that is 2 in `labdefs`
-/// and 4 here; the two names of HbA1c are exchanged. Files hold both forms, so both stay. The ranges are the same.
+/// The row as the table of one laboratory holds it. INR has no unit; the number for that is 2 in `labdefs`, but 4 here.
+/// The two names of HbA1c are exchanged. Existing files hold both forms, so both stay. The ranges are the same.
 DefinitionRow as_of_laboratory(DefinitionRow row) {
   if (row.field == "INR") row.unit = row.display_unit = 4;
   if (row.field == "dHbAc") std::swap(row.description, row.exchange_key);
@@ -97,7 +97,7 @@ constexpr Column<LabDefinition> definition_columns[] = {
     {"type", &LabDefinition::type},
 };
 
-/// Asks the size of `LaborID`, and adds the field where that fails.
+/// Reads the size of `LaborID`, and adds the field where that fails.
 void provide_laboratory_field(Procedure& procedure, engine::Database& database) {
   std::shared_ptr<engine::TableDef> table;
   procedure.step([&] { table = database.table_defs().item("Labordefinitionen"); });

@@ -43,7 +43,7 @@ std::string index_json(engine::Index& index) {
          member("primary", truth(index.primary())) + "," + member("unique", truth(index.unique())) + "}";
 }
 
-/// The items of a collection, each in a line of its own.
+/// Writes the items of a collection, each in a line of its own.
 template <typename Collection, typename Text>
 std::string list(const Collection& collection, Text text) {
   std::string json;

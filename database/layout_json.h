@@ -1,4 +1,4 @@
-// The layout of a database as JSON text: what a layout is compared by, in tests and by users of the console tool.
+// The layout of a database as JSON text. Tests and users of the console tool compare layouts by it.
 #pragma once
 
 #include <string>
@@ -12,8 +12,8 @@ namespace database {
 std::string_view type_word(engine::DataType type) noexcept;
 
 /// {"tables":[{"name","fields":[{"name","type","size","attributes","default","required","allow_zero_length","ordinal"}],
-/// "indexes":[{"name","fields":[…],"primary","unique"}]}]} in the order of appending, a field and an index a line. With
-/// a table name that table alone; raises 3265 where there is none.
+/// "indexes":[{"name","fields":[…],"primary","unique"}]}]} in the order of appending, with a line for each field and
+/// index. With a table name, only that table; raises 3265 where there is none.
 std::string layout_json(engine::Database& database, std::string_view table = {});
 
 }  // namespace database

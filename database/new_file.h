@@ -1,4 +1,4 @@
-// A database file that comes into being whole: it is built under a name beside its own and renamed when complete.
+// A database file that appears only when it is complete: it is built under a name beside its own and then renamed.
 #pragma once
 
 #include <memory>
@@ -11,16 +11,16 @@ namespace database {
 
 class NewFile {
  public:
-  /// Creates the database, open and without tables; an empty password leaves it unencrypted. Raises 3204 where the file
-  /// exists, and what the engine raises where it cannot be created. What runs that were killed left is removed first.
+  /// Creates the database, open and without tables. An empty password leaves it unencrypted. First removes what killed
+  /// runs have left. Raises 3204 where the file exists, and what the engine raises where it cannot be created.
   NewFile(const Environment& environment, std::string_view path, std::string_view password);
-  /// Leaves nothing behind unless finish() returned.
+  /// Removes the file unless finish() returned.
   ~NewFile();
   NewFile(const NewFile&) = delete;
   NewFile& operator=(const NewFile&) = delete;
 
   engine::Database& database() const { return *database_; }
-  /// Closes the database and gives the file its name. Raises 3204 where a file of this name has come up meanwhile.
+  /// Closes the database and gives the file its name. Raises 3204 where a file of this name was made in the meantime.
   void finish();
 
  private:

@@ -58,7 +58,7 @@ OpenedTarget::OpenedTarget(const Environment& environment, const Target& target,
   if (database_) return;
   const support::Outcome opening =
       support::outcome_of([&] { OpenPatientDatabase(environment, target.path(), false, false, engine_, owned_); });
-  // A file that may not be written can still be read.
+  // A file that cannot be written may still be readable.
   if (access == Access::Read && opening.first(may_still_be_read)) {
     OpenPatientDatabase(environment, target.path(), true, false, engine_, owned_);
   }

@@ -8,7 +8,7 @@
 namespace database {
 namespace {
 
-/// Read in this order; writing puts the id before them.
+/// The columns are read in this order. Writing puts the id before them.
 constexpr Column<PatientRecord> patient_columns[] = {
     {"firstname", &PatientRecord::firstname},
     {"name", &PatientRecord::name},
@@ -64,7 +64,7 @@ bool db_GetPatient(const Environment& environment, const Target& target, std::in
   const auto row = try_open_row(procedure, opened, query);
   if (!row) return false;
   read_columns<PatientRecord>(procedure, *row, patient_columns, patient);
-  // Not every program numbered its one patient 0: with the number, db_AddPatient finds this row again.
+  // Some programs did not number their one patient 0. With the number, db_AddPatient finds this row again.
   procedure.step([&] { patient.id = engine::to_int16(row->value("id")); });
   return true;
 }

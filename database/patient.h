@@ -24,33 +24,33 @@ struct PatientRecord {
   std::string number, insurance, insurancenumber;
   /// -1: not entered.
   std::int16_t DiabetesSince = -1, OADSince = -1, InsulinSince = -1, CPeptid = -1;
-  /// Number in an external system, and the patient's row in the index database; not columns of `patdat`.
+  /// The number in an external system, and the patient's row in the index database. Neither is a column of `patdat`.
   std::string external_id;
   std::int32_t index_id = 0;
 };
 
-/// Stores the patient: adds the row with this id or overwrites it. 1 when stored, 0 otherwise. A column that cannot
+/// Stores the patient: adds the row with this id or overwrites it. Returns 1 when stored, else 0. A column that cannot
 /// take its value is passed over.
 std::int16_t db_AddPatient(const Environment& environment, const Target& target, const PatientRecord& patient);
 
-/// Reads the patient; an id above 0 selects by `pat_id`. True when a row was read; columns that could not be read, and
-/// all of `patient` where it is false, stay as they were.
+/// Reads the patient; an id above 0 selects by `pat_id`. Returns true when a row was read. Columns that could not be
+/// read stay as they were, and so does all of `patient` where it returns false.
 bool db_GetPatient(const Environment& environment, const Target& target, std::int32_t patient_id,
                    PatientRecord& patient);
 
-/// An insulin's kind shows in three marks: bolus and basal above 0 (both: a mixture), and rapid.
+/// A preferred insulin. Three marks show its kind: bolus and basal above 0 (both: a mixture), and rapid.
 struct PreferredInsulin {
   bool rapid = false;
-  double bolusie = 0, basalie = 0;  ///< as stored; an insulin's text takes them for its shares
+  double bolusie = 0, basalie = 0;  ///< as stored; an insulin's text uses them as its shares
   std::string desc;                 ///< name
   std::string manufacturer;
 };
 
-/// The statement that selects all of them, in no order.
+/// The statement that selects all of them, without an order.
 std::string SQL_GetPreferredInsulin();
 
-/// Fills `entries` in the order of sort position and manufacturer and returns their number: none, and 0, where they
-/// cannot be read. An id above 0 appends the clause of a patient, which has always been written so that the engine
+/// Fills `entries`, ordered by sort position and manufacturer, and returns their number. Where they cannot be read,
+/// there are none and it returns 0. An id above 0 appends the clause of a patient; its form is fixed, and the engine
 /// refuses it.
 std::int32_t db_GetPreferredInsulin(const Environment& environment, const Target& target,
                                     std::vector<PreferredInsulin>& entries, std::int32_t patient_id = 0);

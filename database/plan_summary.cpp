@@ -31,7 +31,7 @@ constexpr std::string_view counted_parts[] = {
 constexpr std::string_view names[] = {"bzfrom",   "bzuntil",     "bzhypo",    "bzhyper",   "lPlan",
                                       "dietplan", "korrektplan", "baserate1", "baserate2", "baserate3"};
 
-/// A part of one item type: its value under its name, 0 under all others.
+/// An expression that is the value in rows of one item type, and 0 in all others.
 struct ValuePart {
   std::string_view name;
   std::string_view value;
@@ -61,7 +61,7 @@ struct Figure {
   double& value;
 };
 
-/// Adds one row of the union to the figures: each row has one that is not 0.
+/// Adds one row of the union to the figures. In each row one figure is not 0.
 void add_row(Procedure& procedure, const engine::Recordset& row, PlanSummary& summary) {
   const auto read = [&](std::string_view name) {
     double value = 0;
@@ -80,7 +80,7 @@ void add_row(Procedure& procedure, const engine::Recordset& row, PlanSummary& su
   }
 }
 
-/// The numbers of a slot that the plan leaves out, by slot. That of basal insulin has its first number empty here.
+/// By slot: the numbers of a slot that the plan leaves out. For basal insulin the first number is empty here.
 constexpr std::string_view insulin_defaults[] = {"|100|0|0", "||100", "|100|0|-1", "|100|0|0", "|100|0|0"};
 
 void read_insulins(const Environment& environment, const Target& target, PlanSummary& summary) {
@@ -100,7 +100,7 @@ void divide_by_weight(const Environment& environment, const Target& target, Plan
   SettingsRecord settings;
   db_GetSettings(environment, target, settings);
   const auto weight = static_cast<double>(settings.TargetWeight);
-  // Nobody weighs less than a kilogram: such a number is no weight in grams.
+  // A smaller number cannot be a weight in grams: nobody weighs less than a kilogram.
   if (weight >= grams) summary.basal_per_kilogram = summary.basal_rates[0] / (weight / grams);
 }
 

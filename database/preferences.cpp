@@ -15,14 +15,14 @@ namespace {
 
 constexpr std::string_view preference_tables[] = {"labdefs", "preferredinsulin", "preferredmedicals"};
 
-/// What says that the other database lacks a table: 3011, 3078 and 3376 by engine and place.
+/// The errors that mean that the other database lacks a table: 3011, 3078 or 3376, depending on engine and place.
 constexpr support::error_number::Number no_such_table[] = {
     support::error_number::no_such_item, support::error_number::unknown_table, support::error_number::no_such_table};
 
 std::string copy_of(std::string_view table) { return std::string(table) + "_copy"; }
 
-/// The path for a text literal: an apostrophe in it must not end the literal, or the copies fail and the tables are
-/// lost.
+/// The path as content of a text literal. An apostrophe in it must not end the literal: the copies would fail and the
+/// tables be lost.
 std::string with_doubled_quotes(std::string_view path) {
   std::string text;
   for (const char character : path) text.append(character == '\'' ? 2 : 1, character);
@@ -34,12 +34,12 @@ class Exchange {
   Exchange(support::Procedure& procedure, const OpenedTarget& opened, std::string_view other_path)
       : procedure_(procedure), opened_(opened), other_file_(" IN '" + with_doubled_quotes(other_path) + "'") {}
 
-  /// True when all tables were copied. The tables that were there and the copies change places at once, or not at all.
+  /// Returns true when all tables were copied. The old tables and the copies change places at once, or not at all.
   bool run() {
     bool all_copied = true;
     const bool committed = procedure_.guarded([&] {
       engine::Transaction transaction{opened_.database()};
-      // Nothing is dropped before all copies are there: not every engine keeps a large transaction one.
+      // No table is dropped before all copies exist: some engines commit a large transaction in parts.
       for (const std::string_view table : preference_tables) all_copied &= copy(table);
       for (const std::string_view table : preference_tables) take_place(table);
       transaction.commit();
@@ -48,7 +48,7 @@ class Exchange {
   }
 
  private:
-  /// True when it is done, or nothing was there to do it with; every other failure ends the exchange.
+  /// True when the statement has run, or there was nothing for it to work on. Every other failure ends the exchange.
   bool execute(const std::string& sql) {
     if (procedure_.step([&] { opened_.database().execute(sql); })) return true;
     const support::RuntimeError error = procedure_.error();
@@ -56,7 +56,7 @@ class Exchange {
     return false;
   }
 
-  /// False where the other database lacks the table.
+  /// Copies a table. False where the other database lacks it.
   bool copy(std::string_view table) {
     const std::string target = "[" + copy_of(table) + "]";
     if (has(copy_of(table))) execute("DROP TABLE " + target);

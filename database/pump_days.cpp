@@ -9,7 +9,7 @@
 namespace database {
 namespace {
 
-/// The days with their boluses and counts, basal insulin not yet.
+/// The days with their boluses and counts, still without basal insulin.
 std::vector<PumpDay> days_without_basal(engine::Database& database) {
   const auto rows = database.open_forward_only(
       "SELECT vdate, sum(iif(type>1,amount,null)), sum(iif(type>1,1,0)), sum(iif(type=1,1,0)) FROM insulinpump "
@@ -26,7 +26,7 @@ std::vector<PumpDay> days_without_basal(engine::Database& database) {
   return days;
 }
 
-/// Walks the basal entries of all days once and answers for each day what db_IP_CalcBasal would.
+/// Walks the basal entries of all days once, and gives for each day what db_IP_CalcBasal would give.
 class BasalByDay {
  public:
   explicit BasalByDay(engine::Database& database)
@@ -35,7 +35,7 @@ class BasalByDay {
             "len(desc)>0 AND (desc<>'-1' or amount=0) AND type=1 AND isnull(vdate)=0 AND "
             "vtime BETWEEN #00:00:00# AND #23:59:59# ORDER BY vdate, vdate+vtime, id, amount")) {}
 
-  /// Days are asked for in order of time, each day of the table once. No interval of a day is longer than one, so that
+  /// Call it for each day of the table once, in order of time. No interval within a day is longer than a day, so
   /// durations do not count.
   float units_of(engine::Date day) {
     const std::int64_t start = basal::seconds(day);
@@ -58,7 +58,7 @@ class BasalByDay {
     double rate;
   };
 
-  /// Of two entries of the same second the larger one counts.
+  /// Of two entries in the same second the larger one counts.
   void note(const Entry& entry) {
     if (!newest_ || entry.second > newest_->second || entry.rate > newest_->rate) newest_ = entry;
   }

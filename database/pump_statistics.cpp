@@ -15,7 +15,7 @@
 namespace database {
 namespace {
 
-/// The number at a text's beginning; 0 where there is none.
+/// The number at the text's beginning; 0 where there is none.
 double leading_number(std::string_view text) {
   const std::size_t begin = text.find_first_not_of(" \t");
   if (begin == std::string_view::npos) return 0;
@@ -30,7 +30,7 @@ struct BasalEntry {
   double rate = 0, duration = 0;
 };
 
-/// Basal entries of a selection of all columns, whose places are looked up once.
+/// Basal entries of a query that selects all columns. The positions of the columns are looked up once.
 class BasalEntries {
  public:
   BasalEntries(engine::Database& database, const std::string& selection)
@@ -60,7 +60,7 @@ std::string entries_between(std::string_view beginning, engine::Date from, engin
   return std::string(beginning) + date_literal(from, true) + " AND " + date_literal(until, true) + ") ORDER BY ";
 }
 
-/// The newest entry before the start, entries that were calculated left out.
+/// The newest entry before the start. Calculated entries do not count.
 std::optional<BasalEntry> entry_before(engine::Database& database, std::int64_t start) {
   const BasalEntries entries{
       database, entries_between("SELECT * from insulinpump WHERE comment <> 'calc' and amount>=0 AND len(desc) >0 AND "
@@ -71,7 +71,7 @@ std::optional<BasalEntry> entry_before(engine::Database& database, std::int64_t 
   return entries.entry();
 }
 
-/// The first entry of the period itself; the selection tells days apart, but not the times of one.
+/// The first entry within the period. The query sorts by day only, so the first entry of that day is looked for here.
 std::optional<BasalEntry> entry_within(engine::Database& database, std::int64_t start, std::int64_t end) {
   BasalEntries entries{database,
                        entries_between("SELECT * from insulinpump WHERE  amount>=0 AND len(desc) >0 AND (desc<>'-1' or "
@@ -88,13 +88,13 @@ std::optional<BasalEntry> entry_within(engine::Database& database, std::int64_t 
   return first;
 }
 
-/// The seconds that a period begins and ends at.
+/// The seconds in which a period begins and ends.
 struct Span {
   std::int64_t start = 0, end = 0;
   bool contains(std::int64_t second) const { return second >= start && second <= end; }
 };
 
-/// The day and the time of day, which is midnight where none is given.
+/// The day at this time of day; at midnight where no time is given.
 std::int64_t moment_in(engine::Date day, const engine::Date* time) {
   return basal::seconds(day) + (time ? basal::seconds(*time) : 0);
 }
@@ -124,7 +124,7 @@ std::string basal_selection(const PumpPeriod& period, const Span& span) {
   return text + " ORDER BY vdate+vtime ASC, id ASC, amount ASC";
 }
 
-/// The selection tells days and times of day, but not that its first day begins in the evening.
+/// The query selects days and times of day. It does not know that the period begins in the evening of its first day.
 void pass_over_earlier(BasalEntries& entries, const PumpPeriod& period, const Span& span) {
   if (!crosses_midnight(period)) return;
   while (!entries.eof() && entries.entry().second < span.start) entries.move_next();
@@ -144,7 +144,7 @@ float db_IP_CalcBasal(const Environment& environment, const Target& target, cons
     begins_with_entry = !entries->eof() && entries->entry().second == span.start;
   });
   std::optional<BasalEntry> at_start;
-  // Such an entry leaves no time to the rate before it, which takes two selections to find.
+  // Such an entry leaves no time to the rate before it. Finding that rate takes two queries.
   if (!begins_with_entry) {
     procedure.step([&] { at_start = entry_before(opened.database(), span.start); });
     if (!at_start) procedure.step([&] { at_start = entry_within(opened.database(), span.start, span.end); });
@@ -181,7 +181,7 @@ std::string statistics_filter(const PumpPeriod& period, std::optional<std::int32
   if (period.times) {
     text += " AND " + times_condition(period.times->first, period.times->second, minute_literal) + " ";
   }
-  // The parenthesis stands before the AND, and always has.
+  // The form of this clause is fixed; the AND stands inside the parentheses.
   if (profile) text += fmt::format(" (AND profile ={}) ", *profile);
   if (!period.weekdays.empty() && period.weekdays != "0") text += " AND (weekday(vdate) IN (" + period.weekdays + ")) ";
   return text;
@@ -230,7 +230,7 @@ constexpr Column<PumpStatistics::Hour> hour_columns[] = {
     {"avgRate", &PumpStatistics::Hour::average},
 };
 
-/// Minutes as the minute hand counts them, not full ones.
+/// Difference of the minutes on the clock, not of full minutes.
 std::int32_t minutes_between(engine::Date from, engine::Date until) {
   const auto minute = [](engine::Date moment) { return std::floor(static_cast<double>(basal::seconds(moment)) / 60); };
   return static_cast<std::int32_t>(minute(until) - minute(from));
@@ -247,7 +247,7 @@ void read_span(support::Procedure& procedure, const OpenedTarget& opened, const 
   }
 }
 
-/// Days, counts and sums; over no rows the sums are Null and stay 0.
+/// Reads days, counts and sums. Over no rows the sums are Null and stay 0.
 void read_days(support::Procedure& procedure, const OpenedTarget& opened, const std::string& selection,
                std::span<const Column<PumpStatistics>> columns, PumpStatistics& statistics) {
   const auto row = try_open_row(procedure, opened, selection);

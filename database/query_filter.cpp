@@ -30,7 +30,7 @@ std::string time_clause(const Filter& filter) {
 
 bool all_weekdays(const std::string& weekdays) { return weekdays.empty() || weekdays == "0"; }
 
-/// Pump events have a code and a second one 1000 higher.
+/// Each pump event has a code and a second code that is 1000 higher.
 constexpr std::array<std::string_view, 8> event_criteria = {
     " AND (event =114 or event= 1114) ",
     " AND (event =115 or event= 1115) ",

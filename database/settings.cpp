@@ -10,7 +10,7 @@
 namespace database {
 namespace {
 
-/// In the order of writing.
+/// The columns are written in this order.
 constexpr Column<SettingsRecord> target_columns[] = {
     {"BGTargetMax", &SettingsRecord::BGTargetMax},
     {"BGTargetMin", &SettingsRecord::BGTargetMin},
@@ -29,7 +29,7 @@ constexpr Column<SettingsRecord> target_columns[] = {
     {"ProtPerDayMax", &SettingsRecord::ProtPerDayMax},
 };
 
-/// Which target an item of the newest therapy plan overrides; a plan's weight is a thousandth of the record's.
+/// The target that an item of the newest therapy plan overrides. A plan's weight is a thousandth of the record's.
 struct Override {
   std::int16_t item_type;
   Column<SettingsRecord> target;

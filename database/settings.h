@@ -10,11 +10,11 @@
 namespace database {
 
 struct Zone {
-  engine::Date from, until;  ///< times of day; an until before from crosses midnight
+  engine::Date from, until;  ///< times of day; if until is before from, the zone crosses midnight
   std::string description;
 };
 
-/// Nine meal-related zones and four of the user, in the fixed order.
+/// Nine zones of meals and four zones of the user, in a fixed order.
 using ZoneTable = std::array<Zone, 13>;
 
 struct SettingsRecord {
@@ -23,7 +23,7 @@ struct SettingsRecord {
   std::int16_t BPTargetDiaMax = 0, BPTargetDiaMin = 0;  ///< mmHg
   std::int16_t BGHyper = 0, BGHypo = 0;                 ///< mg/dl
   float TargetWeight = 0;                               ///< g
-  // At most a day, in the diary's units for food; -1: no limit.
+  // Largest amounts a day, in the diary's units for food; -1: no limit.
   double BUPerDayMax = -1;        ///< bread units
   std::int16_t KHPerDayMax = -1;  ///< carbohydrates
   double KCalPerDayMax = -1;      ///< kcal
@@ -33,16 +33,16 @@ struct SettingsRecord {
   ZoneTable zones;
 };
 
-/// Reads the row, then the targets that the newest therapy plan overrides. True when a row was read; what could not be
-/// read stays as the record held it.
+/// Reads the row, then the targets that the newest therapy plan overrides. Returns true when a row was read. What could
+/// not be read stays as the record held it.
 bool db_GetSettings(const Environment& environment, const Target& target, SettingsRecord& settings,
                     std::int32_t patient_id = 0);
 
-/// Stores the row, added where there is none. 1 when stored, 0 otherwise.
+/// Stores the row, or adds it where there is none. Returns 1 when stored, else 0.
 std::int16_t db_SaveSettings(const Environment& environment, const Target& target, const SettingsRecord& settings,
                              std::int32_t patient_id = 0);
 
-/// Writes the zone times, without descriptions, into the row that exists. 1 when stored, 0 otherwise.
+/// Writes the zone times, without descriptions, into the existing row. Returns 1 when stored, else 0.
 std::int16_t db_AddTimeZonesToPatient(const Environment& environment, const Target& target, const ZoneTable& zones,
                                       std::int32_t patient_id = 0);
 

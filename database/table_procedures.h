@@ -1,5 +1,5 @@
-// The table procedures: each of the 43 tables of a patient database by its name; and module "ddg", which builds the two
-// tables of the structured documentation of diabetes care.
+// The table procedures: creates each of the 43 tables of a patient database by its name. Also the module "ddg", which
+// builds the two tables of the structured documentation of diabetes care.
 #pragma once
 
 #include <cstdint>
@@ -10,23 +10,24 @@
 
 namespace database {
 
-/// Runs the table procedure of one of the 43 tables: its layout, and for `labdefs` its rows. Failing steps are
-/// passed over; a name that is none of them does nothing.
+/// Runs the table procedure of one of the 43 tables: creates its layout, and for `labdefs` also its rows. Failing steps
+/// are passed over. Any other name does nothing.
 void create_table(const Environment& environment, engine::Database& database, std::string_view name);
 
-/// Creates, configures and appends one field; ends at the first error with false. The size counts for Text only, and so
-/// does `allow_zero_length`; the default of a Yes/No field is read as "True" or "False".
+/// Creates, configures and appends one field. Ends at the first error and then returns false. The size and
+/// `allow_zero_length` count only for Text. The default of a Yes/No field is read as "True" or "False".
 bool Field_Create(engine::TableDef& table, std::string_view name, engine::DataType type, std::int32_t size,
                   std::int32_t attributes, bool required, bool allow_zero_length, std::string_view default_value);
 
-/// Creates, configures and appends a one-field index; ends at the first error with false. A size of 0 is not given.
+/// Creates, configures and appends an index of one field. Ends at the first error and then returns false. A size of 0
+/// is not set.
 bool Index_Create(engine::TableDef& table, std::string_view index_name, std::string_view field_name,
                   engine::DataType field_type, std::int32_t size, std::int32_t attributes, bool primary, bool unique);
 
-/// Builds `Behandlungsprofil`, its indexes before its fields; ends at its first error, with nothing appended.
+/// Builds `Behandlungsprofil`, its indexes before its fields. Ends at its first error; then nothing is appended.
 void CreateTD_Behandlungsprofil(engine::Database& database);
 
-/// Builds `Labordefinitionen`; a failing field is left out.
+/// Builds `Labordefinitionen`. A field that fails is left out.
 void CreateTD_Normwerte(engine::Database& database);
 
 }  // namespace database

@@ -30,7 +30,7 @@ constexpr Column<PlanItem> item_columns[] = {
     {"timeslot", &PlanItem::TimeSlot}, {"itemtype", &PlanItem::ItemType},
 };
 
-/// Every column must be stored: the first that cannot be ends it.
+/// Every column must be stored; the first one that cannot be stored ends this.
 template <typename Record>
 void store_columns(engine::Recordset& row, std::span<const Column<Record>> columns, const Record& record) {
   for (const auto& column : columns) row.set_value(column.name, column_value(record, column));
@@ -60,7 +60,7 @@ void store_item(engine::Recordset& rows, const PlanItem& item, std::int32_t plan
   rows.update();
 }
 
-/// The number of items that could not be stored; each was shown.
+/// Returns the number of items that could not be stored. Each was shown to the user.
 std::size_t store_items(const Environment& environment, support::Procedure& procedure, engine::Recordset& rows,
                         const std::vector<PlanItem>& items, std::int32_t plan_id) {
   std::size_t failed = 0;
@@ -93,7 +93,8 @@ std::string without_bars(std::string_view name) {
   return text;
 }
 
-/// The three numbers of an insulin slot without other information, with the bars; empty for no slot.
+/// The three numbers of an insulin slot for which nothing else is known, with their bars; empty where there is no such
+/// slot.
 std::string_view default_numbers(std::int16_t slot) {
   return slot >= plan_item::bolus && slot <= plan_item::pump ? slot_numbers[slot] : std::string_view{};
 }
@@ -157,8 +158,8 @@ namespace {
 
 engine::Date midnight_of(engine::Date moment) { return {std::trunc(moment.days)}; }
 
-/// Puts the choice in the place of the plan's items of this type. Items with the chosen name stay as they are, doses
-/// and comments included.
+/// Replaces the plan's items of this type by the choice. Items with the chosen name stay as they are, with their doses
+/// and comments.
 void choose_text(std::vector<PlanItem>& items, std::int16_t type, const std::optional<std::string>& choice) {
   if (!choice) return;
   const std::string chosen = insulin_name(*choice);

@@ -10,7 +10,7 @@
 namespace database {
 namespace {
 
-/// In the order of writing.
+/// The columns are written in this order.
 constexpr Column<VersionRecord> version_columns[] = {
     {"MajVersion", &VersionRecord::MajVersion},
     {"MinVersion", &VersionRecord::MinVersion},
@@ -29,10 +29,11 @@ constexpr Column<VersionRecord> version_columns[] = {
 
 constexpr std::string_view product_words[] = {"vantrix", "trenmoor"};
 
-/// Without them nobody knows the layout, and a default would pass for the current one.
+/// Without these columns nobody knows the layout, and a default would pass for the current one.
 bool is_version(std::string_view column) { return column == "MajVersion" || column == "MinVersion"; }
 
-/// Older layouts lack some columns, and their rows hold Null in those added since: neither makes them foreign.
+/// Older layouts lack some columns, and their rows hold Null in columns that were added later. Neither means that the
+/// database is foreign.
 void read_column(const engine::Recordset& row, const Column<VersionRecord>& column, VersionRecord& record) {
   const std::string name(column.name);
   const bool there = has_column(row, name);
@@ -77,7 +78,7 @@ bool db_ReadDBInfo(const Environment& environment, const Target& target, Version
 
 bool write_version_record(support::Procedure& procedure, engine::Database& database, const VersionRecord& record) {
   VersionRecord stored = record;
-  // Both texts have always been stored with a blank at their end; readers trim it.
+  // Both texts are stored with a blank at their end; readers trim it.
   stored.Password += " ";
   stored.sAvailableData += " ";
   std::unique_ptr<engine::Recordset> row;

@@ -14,12 +14,12 @@ std::string ini_value(const Environment& environment, std::string_view key, std:
   return environment.ini->value(environment.settings_file, "timezones", key, fallback, ini_buffer_size);
 }
 
-/// The default also stands in for a text in the file that is no time.
+/// The default also replaces a text in the file that is no time.
 engine::Date time_from_file(const Environment& environment, std::string_view key, std::string_view default_time) {
   return zone_time(ini_value(environment, key, default_time)).value_or(zone_time(default_time).value());
 }
 
-/// A description that the settings' columns can hold.
+/// The description, shortened to what the settings' columns can hold.
 std::string description_from_file(const Environment& environment) {
   constexpr std::size_t column_size = 50;
   return std::string(support::first_characters(ini_value(environment, "TimeSlotDesc", ""), column_size));

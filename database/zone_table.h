@@ -1,5 +1,5 @@
-// The 13 daytime zones as data: where each stands in `patdat_setup` and in the settings file, its default times and the
-// language texts of its name.
+// The 13 daytime zones as data: where each is stored in `patdat_setup` and in the settings file, its default times, and
+// the language texts of its name.
 #pragma once
 
 #include <array>
@@ -14,13 +14,13 @@ namespace database {
 
 struct ZoneRow {
   std::string_view from_column, until_column;
-  std::string_view description_column;           ///< the user's zones only
+  std::string_view description_column;           ///< only for the user's zones
   std::string_view default_from, default_until;  ///< "hhmm"
   std::string_view from_key, until_key;
-  long name_text = 0, name_addition_text = 0;  ///< language texts, the second in brackets; 0: none
+  long name_text = 0, name_addition_text = 0;  ///< numbers of language texts, the second one in brackets; 0: none
 };
 
-/// "FIxTime" is how the settings files spell it.
+/// "FIxTime" is the spelling of the settings files.
 inline constexpr std::array<ZoneRow, 13> zone_rows = {{
     {"BB_From", "BB_Until", "", "0600", "0859", "FixTimeFrom1", "FIxTimeUntil1", 802},
     {"AB_From", "AB_Until", "", "0900", "1129", "FixTimeFrom2", "FIxTimeUntil2", 803},
@@ -37,14 +37,14 @@ inline constexpr std::array<ZoneRow, 13> zone_rows = {{
     {"UTZ4_From", "UTZ4_Until", "UTZ4_Desc", "2200", "0559", "TimeFrom4", "TimeUntil4"},
 }};
 
-/// The name of a meal-related zone from the language texts; empty for the user's zones.
+/// The name of a meal's zone from the language texts; empty for the user's zones.
 std::string zone_name(const Environment& environment, const ZoneRow& row);
 
-/// A time of day from "hhmm"; nothing for a text that is not four digits of a time of day.
+/// A time of day from "hhmm"; nothing where the text is not four digits of a time of day.
 std::optional<engine::Date> zone_time(std::string_view hhmm);
 
-/// The zones of the settings file with their built-in defaults, or (use_defaults false) those of the database. False
-/// and `zones` untouched where the database has none.
+/// Reads the zones of the settings file, with built-in defaults; or, if `use_defaults` is false, those of the database.
+/// Returns false and leaves `zones` untouched where the database has none.
 bool GetTimeZones(const Environment& environment, const Target& target, ZoneTable& zones, bool use_defaults);
 
 }  // namespace database

@@ -13,13 +13,13 @@ namespace {
 
 namespace error_number = support::error_number;
 
-/// The procedures below pass over what fails; a new database must not lack it. Two errors leave no gap: the repair pass
-/// finds its fields there, and an empty text in a field that takes none leaves it Null.
+/// The procedures below pass over what fails, but a new database must lack nothing. Two errors leave no gap: the repair
+/// pass finds that its fields exist already, and an empty text in a field that takes none leaves it Null.
 bool leaves_a_gap(const support::RuntimeError& error) {
   return error.number() != error_number::field_defined_twice && error.number() != error_number::zero_length;
 }
 
-/// Adds what a data table lacks of the fields `flag` and `importid`; a table of this layout has both.
+/// Adds the fields `flag` and `importid` where a data table lacks them. A table of the present layout has both.
 void repair_data_table(support::Procedure& procedure, engine::Database& database, std::string_view name) {
   constexpr std::pair<std::string_view, engine::DataType> fields[] = {{"flag", engine::DataType::Integer},
                                                                       {"importid", engine::DataType::Long}};
@@ -75,7 +75,7 @@ void write_records(const Environment& environment, engine::Database& database, c
 
 void fill(const Environment& environment, engine::Database& database, const PatientRecord& patient,
           const SettingsRecord& settings) {
-  // Properties that an engine refuses leave no gap; a table that is not complete tells why.
+  // A property that an engine refuses leaves no gap. A table that is not complete fails, with the reason.
   const support::Outcome tables = support::outcome_of([&] { create_tables(environment, database); });
   try {
     require_all_tables(database);

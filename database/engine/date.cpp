@@ -10,7 +10,7 @@
 namespace engine {
 namespace {
 
-/// The calendar repeats itself after these years, which have that many days.
+/// The calendar repeats itself after this many years, which have this many days.
 constexpr std::int64_t years_of_era = 400, days_of_era = 146097;
 
 }  // namespace
@@ -18,7 +18,7 @@ constexpr std::int64_t years_of_era = 400, days_of_era = 146097;
 std::int64_t day_number(std::int64_t year, std::int64_t month, std::int64_t day) noexcept {
   const std::int64_t months = year * 12 + month - 1;
   const std::int64_t whole_year = divide_down(months, 12);
-  // The library's years end at 32767.
+  // The standard library's years end at 32767.
   const std::int64_t era = divide_down(whole_year, years_of_era);
   const std::chrono::year year_of_era{static_cast<int>(whole_year - era * years_of_era)};
   const std::chrono::month month_of_year{static_cast<unsigned>(months - whole_year * 12 + 1)};

@@ -35,7 +35,7 @@ class Scanner {
     if (digits.count == 0 || digits.count > 4) return std::nullopt;
     return digits;
   }
-  /// One of the characters, or NUL.
+  /// Reads one of the characters; NUL where none stands here.
   char one_of(std::string_view characters) {
     if (rest_.empty() || characters.find(rest_.front()) == std::string_view::npos) return '\0';
     return take();
@@ -46,7 +46,7 @@ class Scanner {
     while (one_of(characters)) {
     }
   }
-  /// The letters at the front, or "".
+  /// The letters at the front; "" where there are none.
   std::string_view word() {
     const auto is_letter = [](char character) {
       return (character >= 'a' && character <= 'z') || (character >= 'A' && character <= 'Z') ||
@@ -57,7 +57,7 @@ class Scanner {
     rest_.remove_prefix(letters.size());
     return letters;
   }
-  /// Passes over the word, whatever its case; false where it does not stand here.
+  /// Passes over the word, whatever its case. Returns false where it does not stand here.
   bool accept(std::string_view wanted) {
     if (wanted.empty() || !support::equal_ignoring_case(rest_.substr(0, wanted.size()), wanted)) return false;
     rest_.remove_prefix(wanted.size());
@@ -87,7 +87,7 @@ bool is_day(const Day& day) {
          day.day <= days_in_month(day.year, day.month);
 }
 
-/// Three numbers in the order, which need not be a day of the calendar.
+/// Reads three numbers in this order. They need not be a day of the calendar.
 std::optional<Day> read_day(Scanner& scanner, std::string_view order) {
   std::array<Digits, 3> parts;
   char separator = '\0';
@@ -108,7 +108,7 @@ std::optional<Day> read_day(Scanner& scanner, std::string_view order) {
   return day;
 }
 
-/// Before or after noon, as the names or English have it; nothing where neither follows.
+/// Reads "before noon" or "after noon", in the words of the names or in English; nothing where neither follows.
 std::optional<bool> read_afternoon(Scanner& scanner, const support::LocaleNames& names) {
   for (const std::string_view morning : {std::string_view(names.morning), std::string_view("AM")}) {
     if (scanner.accept(morning)) return false;
@@ -119,7 +119,7 @@ std::optional<bool> read_afternoon(Scanner& scanner, const support::LocaleNames&
   return std::nullopt;
 }
 
-/// In seconds. The minutes may be missing where AM or PM follows.
+/// Returns seconds. The minutes may be missing where AM or PM follows.
 std::optional<int> read_time(Scanner& scanner, const support::LocaleNames& names) {
   const std::optional<Digits> hour = scanner.digits();
   std::optional<Digits> minute = Digits{}, second = Digits{};
@@ -138,7 +138,7 @@ std::optional<int> read_time(Scanner& scanner, const support::LocaleNames& names
   return hours * 3600 + minute->value * 60 + second->value;
 }
 
-/// Position of the name in one of the lists, full stops at its end left out; nothing where none has it.
+/// Position of the name in one of the lists, without full stops at its end; nothing where no list has it.
 template <std::size_t count>
 std::optional<int> find_name(std::string_view word, const std::array<std::string, count>& names,
                              const std::array<std::string, count>& short_names) {
@@ -150,7 +150,7 @@ std::optional<int> find_name(std::string_view word, const std::array<std::string
   return std::nullopt;
 }
 
-/// A day with its month as a word: "7. März 2024", "Donnerstag, 7. März 2024", "March 7, 2024", "7-Mrz-24".
+/// Reads a day whose month is a word: "7. März 2024", "Donnerstag, 7. März 2024", "March 7, 2024", "7-Mrz-24".
 std::optional<Day> read_worded_day(Scanner& scanner, const support::LocaleNames& names) {
   std::optional<int> weekday, month;
   std::vector<Digits> numbers;
@@ -180,7 +180,7 @@ std::optional<Day> read_worded_day(Scanner& scanner, const support::LocaleNames&
 /// How a text's day is written.
 struct DayForm {
   std::string_view order;
-  /// A day that can only be meant with day and month changed over is taken that way.
+  /// If the text is no day in this order, but is one with day and month exchanged, it is taken as that day.
   bool either_way = false;
   const support::LocaleNames& names;
 };
@@ -191,7 +191,7 @@ std::optional<Day> read_numbered_day(Scanner& scanner, const DayForm& form) {
   return day && is_day(*day) ? day : std::nullopt;
 }
 
-/// Seconds of the time of day up to the text's end.
+/// Reads the time of day up to the text's end, in seconds.
 std::optional<int> read_rest(Scanner& scanner, const support::LocaleNames& names) {
   scanner.skip_blanks();
   std::optional<int> time = 0;
@@ -214,7 +214,7 @@ std::optional<Date> read_date(std::string_view text, const DayForm& form) {
   return time ? std::optional(date_of_seconds(*time)) : std::nullopt;
 }
 
-/// The letters of the user's short date in their order.
+/// The letters of the user's short date, in their order.
 std::string user_order() {
   std::string order;
   for (const char letter : support::to_lower(support::user_locale().short_date)) {
@@ -225,7 +225,7 @@ std::string user_order() {
 
 std::string two_digits(int value, std::size_t width) { return fmt::format("{:0{}}", value, width); }
 
-/// "AM" and "PM" also where the locale has no words for them: hours of a clock alone would be ambiguous.
+/// "AM" or "PM" even where the locale has no words for them: an hour of a 12-hour clock alone would be ambiguous.
 std::string half_text(const CalendarTime& time, std::size_t width) {
   const support::LocaleNames& names = support::user_locale().names;
   std::string half = time.hour < 12 ? names.morning : names.afternoon;

@@ -1,4 +1,4 @@
-// How every engine and the SQL front end raise an error: by its number, with the text of that number.
+// How every engine and the SQL front end raise an error: by its number. The number's text comes with it.
 #pragma once
 
 #include <string_view>
@@ -10,12 +10,12 @@ namespace engine {
 
 namespace error_number = support::error_number;
 
-/// The error of this number. `detail`, a name or a clause that says more, stands where the text has a place for it.
+/// The error of this number. `detail`, a name or a clause that says more, is put where the text has a place for it.
 inline support::RuntimeError engine_error(error_number::Number number, std::string_view detail = {}) {
   return {number, support::error_text(number, detail)};
 }
 
-/// Throws it.
+/// Throws that error.
 [[noreturn]] inline void raise(error_number::Number number, std::string_view detail = {}) {
   throw engine_error(number, detail);
 }

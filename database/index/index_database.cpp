@@ -22,24 +22,24 @@ namespace {
 
 using support::Procedure;
 
-/// Categories that count as a patient's data: the eight kinds of entries and the laboratory values.
+/// The categories that count as a patient's data: the eight kinds of entries and the laboratory values.
 constexpr std::int32_t counted_categories = 0xFF | 1 << 9;
 constexpr std::string_view hba1c_query = "SELECT * FROM labvalues WHERE type=11 ORDER BY vdate DESC";
 constexpr std::string_view hba1c_range_query = "SELECT * FROM labdefs WHERE type= 11";
 
 bool refreshes(std::int16_t action) { return action == 0 || action == 1 || action == 10; }
 bool writes(std::int16_t action) { return action >= index_action::write; }
-/// All others release the patient's devices.
+/// All other actions release the patient's devices.
 bool keeps_devices(std::int16_t action) { return action < index_action::remove || action == 10; }
 
-/// What is to stand in a row: field and value.
+/// The new values of a row: field and value.
 using RowValues = std::vector<std::pair<std::string_view, engine::Value>>;
 
 std::unique_ptr<engine::Recordset> row_of(engine::Database& index, std::int32_t number) {
   return index.open_recordset(fmt::format("SELECT * FROM index WHERE id={}", number));
 }
 
-/// A new row. A number whose patient file is there is passed over: the row would be taken for that patient's.
+/// Adds a row. It passes over a number whose patient file exists, because the row would be taken for that patient's.
 std::unique_ptr<engine::Recordset> new_row(const Environment& environment, engine::Database& index,
                                            std::unique_ptr<engine::Recordset> rows) {
   const std::string path = index.name();
@@ -55,18 +55,18 @@ std::unique_ptr<engine::Recordset> new_row(const Environment& environment, engin
   return row;
 }
 
-/// Fields that an index has only since its upgrade.
+/// Fields that an index has only after its upgrade.
 constexpr std::string_view fields_of_upgrade[] = {"last_open", "flag", "date_range", "last_hba1c", "hba1c"};
 
-/// True for one of these that the index lacks.
+/// True for one of these fields where the index lacks it.
 bool waits_for_upgrade(const engine::Recordset& row, std::string_view field) {
   const auto is_same = [field](std::string_view name) { return support::equal_ignoring_case(name, field); };
   return std::ranges::any_of(fields_of_upgrade, is_same) && !has_column(row, field);
 }
 
-/// Stores the values in the patient's row, or a new one where there is none, and returns its id. A value that the row
-/// does not take is left out. The transaction keeps the number that a new row gets from others until it is stored.
-/// Raises 3021 where there is no row and none may be added.
+/// Stores the values in the patient's row, or in a new one where there is none, and returns the row's id. A value that
+/// the row does not take is left out. The transaction keeps others from using the number of a new row until it is
+/// stored. Raises 3021 where there is no row and none may be added.
 std::int32_t store_row(const Environment& environment, Procedure& procedure, engine::Database& index,
                        std::int32_t number, const RowValues& values, bool may_add) {
   engine::Transaction transaction{index};
@@ -97,14 +97,14 @@ RowValues values_of(const PatientRecord& patient) {
   return values;
 }
 
-/// Gathers a row's values from the patient's own database before the index is touched: an upgrade may take long, and
-/// others want to write the index meanwhile.
+/// Gathers the values of a row from the patient's own database before the index is touched: an upgrade may take long,
+/// and others want to write to the index meanwhile.
 class PatientReader {
  public:
   PatientReader(const Environment& environment, Procedure& procedure, engine::Database& database)
       : environment_(environment), procedure_(procedure), opened_(environment, database, OpenedTarget::Access::Read) {}
 
-  /// Also puts the name into the record, for the devices. False where there is no patient.
+  /// Also writes the name into the record, for the devices. False where the database holds no patient.
   bool read_patient(PatientRecord& patient);
   void read_therapy();
   void read_last_change();
@@ -169,7 +169,7 @@ void PatientReader::read_span() {
                        support::short_date_text(first.days) + " - " + support::short_date_text(last.days));
 }
 
-/// "|>" above the patient's range, "|<" below it; a limit of -1 is none.
+/// "|>" above the patient's range, "|<" below it. A limit of -1 means no limit.
 std::string PatientReader::range_mark(double value) {
   const auto range = first_row(hba1c_range_query);
   if (!range || value < 0) return {};
@@ -190,7 +190,7 @@ void PatientReader::read_hba1c() {
   });
 }
 
-/// One that may not be written can still be read. Raises what keeps it from being opened.
+/// Opens for reading where the file cannot be written. Raises the error that keeps it from being opened.
 OpenPatient open_patient(const Environment& environment, std::string_view file) {
   try {
     return open_patient_database(environment, file, false);
@@ -200,8 +200,8 @@ OpenPatient open_patient(const Environment& environment, std::string_view file) 
   }
 }
 
-/// The patient's database, upgraded before where its layout calls for that. Raises what kept it from being read or
-/// upgraded.
+/// Opens the patient's database, after an upgrade where its layout calls for one. Raises the error that kept it from
+/// being read or upgraded.
 OpenPatient open_current_patient(const Environment& environment, std::string_view file, IndexOutcome& outcome) {
   OpenPatient open = open_patient(environment, file);
   VersionRecord record;
@@ -246,7 +246,7 @@ std::string in_folder(const std::string& folder, std::string_view file) {
   return folder + (folder.empty() || folder.ends_with('\\') ? "" : "\\") + std::string(file);
 }
 
-/// Names go into the text as they stand: one with an apostrophe makes the statement fail.
+/// Names are written into the statement as they are, so a name with an apostrophe makes the statement fail.
 void update_devices(const Environment& environment, Procedure& procedure, const PatientRecord& patient,
                     std::int16_t action) {
   const std::string path = in_folder(environment.data_folder, "meters.mdb");

@@ -18,15 +18,16 @@ using support::Procedure;
 
 constexpr float current_index_version = 1.0F;
 
-/// The patients whose databases are due and not yet walked, by id. It is there from the change of the index's layout
-/// until all are done: who is interrupted, or fails, is found here the next time.
+/// The ids of the patients whose databases are due and not processed yet. The table exists from the change of the
+/// index's layout until all patients are done. A patient whose upgrade was interrupted or failed is found here the next
+/// time.
 constexpr std::string_view pending_table = "upgrade_pending";
 
 struct IndexField {
   std::string_view name;
   DataType type;
   std::string_view default_value;
-  /// Set to 0 in all rows; its absence means that the patient databases are of an older layout, too.
+  /// The field is set to 0 in all rows. If it is missing, the patient databases have an older layout, too.
   bool marks_upgrade = false;
 };
 
@@ -73,7 +74,7 @@ void mark_all_patients(engine::Database& index) {
   index.execute("INSERT INTO " + name + " (id) SELECT id FROM index");
 }
 
-/// Fields, version and the list of who is due: all of it, or nothing and an error.
+/// Adds the fields, the version and the list of patients that are due: all of it, or nothing and an error.
 void change_layout(engine::Database& index, const std::vector<const IndexField*>& missing, bool version_missing) {
   engine::Transaction transaction{index};
   if (version_missing) add_field(index, "dbinfo", version_field);
@@ -107,7 +108,7 @@ std::vector<std::int32_t> patient_ids(engine::Database& index, const std::string
   return ids;
 }
 
-/// Walks over the patients that are due.
+/// Upgrades the patients that are due, one after the other.
 class PatientWalk {
  public:
   PatientWalk(const Environment& environment, engine::Database& index, std::string_view index_path,
@@ -137,7 +138,7 @@ void tell_percentage(const IndexUpgradeWatch& watch, std::string_view caption, s
 
 void PatientWalk::run() {
   const std::string pending{pending_table};
-  // Also ends the walk before it has touched a patient's file where the index cannot be written.
+  // If the index cannot be written, this statement also ends the walk before it has touched a patient's file.
   index_.execute("DELETE * FROM " + pending + " WHERE id NOT IN (SELECT id FROM index)");
   const std::vector<std::int32_t> ids = patient_ids(index_, " WHERE id IN (SELECT id FROM " + pending + ")");
   upgrade_.due = ids.size();

@@ -10,7 +10,7 @@ namespace {
 
 bool is_held_by_ours(engine::DataType type) { return engine::embedded::find_field_type(type) != nullptr; }
 
-/// A type of the automation objects alone; its values arrive as Double.
+/// A type that only the automation objects have. Its values arrive as Double.
 constexpr auto money = static_cast<engine::DataType>(5);
 
 SourceField field_of(const engine::Field& field) {
@@ -54,7 +54,7 @@ SourceTable table_of(engine::TableDef& table) {
   return found;
 }
 
-/// The fields by name: a query over them leaves the foreign ones out and reads forwards.
+/// Names the fields: a query over them leaves the foreign ones out and reads forwards.
 std::string query_of(const SourceTable& table) {
   std::string sql = "SELECT ";
   for (const SourceField& field : table.fields) {
@@ -63,7 +63,7 @@ std::string query_of(const SourceTable& table) {
   return sql + " FROM [" + table.name + "]";
 }
 
-/// Money has four decimals, and a Double holds 15 digits.
+/// Money has four decimals, but a Double holds only 15 digits.
 void check_money(double amount) {
   constexpr double first_rounded = 1e11;
   if (std::abs(amount) >= first_rounded)

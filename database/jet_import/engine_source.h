@@ -1,4 +1,4 @@
-// A source over the engine's object model: whatever database an engine opens.
+// A source over the engine's object model: any database that an engine opens.
 #pragma once
 
 #include <memory>

@@ -16,7 +16,7 @@
 namespace jet_import {
 namespace {
 
-/// A recordset remembers the rows that it has added.
+/// A recordset remembers the rows that it has added, so each one adds only this many.
 constexpr int rows_per_recordset = 2000;
 
 database::Environment for_our_engine(const database::Environment& environment) {
@@ -92,7 +92,7 @@ class Import {
     }
   }
 
-  /// With the indexes, which a later build would sort in memory; the fields take what comes.
+  /// Creates the table with its indexes: building them later would sort in memory. The fields accept every value.
   void create_table(const SourceTable& table) {
     const auto created = target_.create_table_def(table.name);
     for (const SourceField& field : table.fields) {
@@ -148,7 +148,7 @@ class Import {
     target.update();
   }
 
-  /// Properties of the fields bind new rows: those that are there came in under the rules of their time.
+  /// The properties of fields bind new rows only: existing rows were stored under the rules of their time.
   void set_properties(const SourceTable& table) {
     const auto created = target_.table_defs().item(table.name);
     created->set_validation_rule(table.validation_rule);
@@ -173,7 +173,7 @@ class Import {
     note_rules(table);
   }
 
-  /// Rules that our engine keeps and does not know how to check.
+  /// Notes the rules that our engine keeps but cannot check.
   void note_rules(const SourceTable& table) {
     engine::embedded::TableDefinition definition{.name = table.name, .fields = {}};
     definition.validation_rule = table.validation_rule;

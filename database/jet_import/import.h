@@ -1,4 +1,4 @@
-// Copies a database that was written by another engine into a new one of ours, all of it or nothing; for good, or for
+// Copies a database that another engine wrote into a new one of ours, all or nothing: either to keep the copy, or for
 // procedures that read another database beside their own.
 #pragma once
 
@@ -20,28 +20,28 @@ struct ImportedTable {
 
 struct Report {
   std::vector<ImportedTable> tables;
-  /// Sentences on what the copy lacks.
+  /// Sentences about what the copy lacks.
   std::vector<std::string> notes;
 };
 
 struct Choices {
-  /// Of the new file; empty: none.
+  /// Password of the new file; empty: none.
   std::string password;
-  /// Leave out the fields that a database of ours cannot hold. Otherwise they are error 3259.
+  /// Leave out the fields that our databases cannot hold. Otherwise they are error 3259.
   bool leave_out_foreign_fields = false;
   /// Leave out the indexes that cannot be read. Otherwise they are error 3343.
   bool leave_out_unreadable_indexes = false;
 };
 
-/// The new file appears under its name when every table has as many rows as were read, and as the source announced;
-/// otherwise it raises and leaves nothing behind. 3204 where the target exists. Rows pass one by one, in one
-/// transaction. A property that our engine refuses (a default that it cannot compute) is left out with a note.
+/// Raises and leaves nothing behind, unless every table has as many rows as were read and as the source announced; only
+/// then the new file gets its name. Raises 3204 where the target exists. Rows pass one by one, in one transaction. A
+/// property that our engine refuses (a default that it cannot compute) is left out with a note.
 Report import_database(const database::Environment& environment, Source& source, std::string_view target,
                        const Choices& choices);
 
-/// Copies the file into the folder for temporary files, without password; fields that cannot be held are left out. The
-/// file is opened without password first, then with that of the environment's patients. Raises what open_source and
-/// import_database raise.
+/// Copies the file into the folder for temporary files, without a password. Fields that our databases cannot hold are
+/// left out. The file is opened first without a password, then with the one of the environment's patients. Raises what
+/// open_source and import_database raise.
 std::unique_ptr<database::ReadableCopy> readable_copy(const database::Environment& environment, std::string_view path);
 
 }  // namespace jet_import

@@ -19,7 +19,7 @@ constexpr std::array<std::uint8_t, 4> page_key{0xC7, 0xDA, 0x39, 0x6B};
 
 std::uint8_t byte_of(char c) { return static_cast<std::uint8_t>(c); }
 
-/// RC4, which masks and unmasks.
+/// RC4; it masks and unmasks.
 std::string unmasked(std::string bytes) {
   std::array<std::uint8_t, 256> state{};
   std::iota(state.begin(), state.end(), std::uint8_t{0});
@@ -46,7 +46,7 @@ std::u16string utf16_units(std::string_view bytes) {
   return units;
 }
 
-/// Stretches of single bytes and of whole units, changed over by a zero byte.
+/// Stretches of single bytes alternate with stretches of whole units. A zero byte switches between them.
 std::u16string expanded(std::string_view bytes) {
   std::u16string units;
   bool single = true;
@@ -64,7 +64,7 @@ std::u16string expanded(std::string_view bytes) {
   return units;
 }
 
-/// The date of creation hides the password of a Jet 4 file once more.
+/// In a Jet 4 file the password is masked a second time, with the date of creation.
 std::string jet4_password(std::string_view header) {
   double date = 0;
   std::memcpy(&date, header.data() + creation_date_offset, sizeof date);

@@ -1,5 +1,5 @@
-// A database to be brought in, as the copying needs it: its tables, what the file tells of their fields and indexes,
-// and their rows one by one. One reader stands behind it per way of getting at a Jet file.
+// A database that is to be imported, as the copying procedure sees it: its tables, what the file says of their fields
+// and indexes, and their rows one by one. Each way to read a Jet file has one reader behind this interface.
 #pragma once
 
 #include <cstdint>
@@ -14,7 +14,7 @@
 
 namespace jet_import {
 
-/// Under the names of the engine's own properties.
+/// A field. The members have the names of the engine's own properties.
 struct SourceField {
   std::string name;
   engine::DataType type = engine::DataType::Text;
@@ -44,22 +44,22 @@ struct SourceTable {
   std::vector<SourceIndex> indexes = {};
   std::string validation_rule = {};
   std::string validation_text = {};
-  /// What the file says; nothing where it does not know.
+  /// As the file gives it; nothing where the file does not know.
   std::optional<std::int64_t> row_count = {};
-  /// Fields of types that a database of ours cannot hold (bytes, embedded objects), by name.
+  /// Names of the fields whose types our databases cannot hold (bytes, embedded objects).
   std::vector<std::string> foreign_fields = {};
-  /// Indexes whose fields the file does not tell, by name.
+  /// Names of the indexes whose fields the file does not tell.
   std::vector<std::string> unreadable_indexes = {};
 };
 
-/// The rows of one table from first to last.
+/// The rows of one table, from first to last.
 class SourceRows {
  public:
   virtual ~SourceRows() = default;
   /// False after the last row. Raises 3343 for a row that cannot be read.
   virtual bool next() = 0;
-  /// The value of a field of SourceTable::fields in this row. Raises 3343 where it cannot be read, and 6 where a number
-  /// does not fit its type here.
+  /// The value of a field in this row, by its position in SourceTable::fields. Raises 3343 where it cannot be read, and
+  /// 6 where a number does not fit its type here.
   virtual engine::Value value(std::size_t field) = 0;
 };
 
@@ -67,14 +67,15 @@ class Source {
  public:
   virtual ~Source() = default;
   virtual const std::vector<SourceTable>& tables() const = 0;
-  /// Of one table at a time.
+  /// The rows of one table at a time.
   virtual std::unique_ptr<SourceRows> rows(std::size_t table) = 0;
-  /// Tables that only lead to other files; they have no rows of their own.
+  /// Names of tables that only lead to other files. They have no rows of their own.
   virtual const std::vector<std::string>& linked_tables() const = 0;
 };
 
-/// Opens a Jet file by this platform's reader: libmdb on POSIX; on Windows the engine, whose automation objects must be
-/// there. 3024 missing file, 3031 wrong password, 3343 for a file that is none or that the reader does not know.
+/// Opens a Jet file with this platform's reader: libmdb on POSIX; on Windows the engine, whose automation objects must
+/// be installed. Raises 3024 for a missing file, 3031 for a wrong password, 3343 for a file that is no Jet file or that
+/// the reader does not know.
 std::unique_ptr<Source> open_source(const database::Environment& environment, std::string_view path,
                                     std::string_view password);
 

@@ -15,7 +15,7 @@ namespace database::keeping {
 namespace {
 
 struct NameParts {
-  std::string_view folder;  ///< with its backslash
+  std::string_view folder;  ///< with the backslash at its end
   std::string_view stem;
   std::string_view ending;  ///< with its dot
 };
@@ -52,7 +52,7 @@ std::string layout_of(const Environment& environment, std::string_view path, std
   return "." + std::to_string(record.MajVersion) + "." + std::to_string(record.MinVersion);
 }
 
-/// `stem`, the moment, and the ending, in a name that no file has: the second one of a second is "…-2".
+/// `stem`, the moment and the ending, as a name that no file has. The second name in one second ends in "-2".
 std::string free_name(const Environment& environment, std::string_view stem, std::string_view ending) {
   constexpr int most_names = 99;
   const std::string now = moment(environment.present());
@@ -78,7 +78,7 @@ std::string name_to_keep(const Environment& environment, std::string_view path) 
   return free_name(environment, std::string(name.folder).append(name.stem).append(".replaced-"), name.ending);
 }
 
-/// Raises unless the backup holds together and is a database of this product, as far as that can be told.
+/// Raises unless the backup is consistent and, as far as that can be told, a database of this product.
 void require_sound(const Environment& environment, std::string_view path, std::string_view password) {
   const auto engine = create_engine(environment, false);
   const auto database = engine->open_database(path, false, true, connect_text(password));
@@ -91,13 +91,13 @@ void require_sound(const Environment& environment, std::string_view path, std::s
   throw support::RuntimeError(support::error_number::unknown_format, "The backup is no database of this product.");
 }
 
-/// What a process that died left half done in the file is undone by an opening. Where it cannot be opened, the exchange
-/// tells what stands in the way.
+/// Opening the file undoes what a process left half done when it died. If the file cannot be opened, the exchange will
+/// report the reason.
 void undo_half_done(const Environment& environment, std::string_view path, std::string_view password) {
   try {
     create_engine(environment, false)->open_database(path, false, false, connect_text(password));
   } catch (const support::RuntimeError&) {
-    // It may be damaged, which is why it is being replaced, or have another password.
+    // The file may be damaged, which may be why it is replaced, or may have another password.
   }
 }
 

@@ -15,7 +15,7 @@
 namespace database::keeping {
 namespace {
 
-/// Null, with the finding, where the file is damaged so much that it does not open.
+/// Opens the file. If it is too damaged to open, adds the finding and returns null.
 std::unique_ptr<engine::Database> open(engine::Engine& engine, std::string_view path, std::string_view password,
                                        CheckReport& report) {
   try {
@@ -37,7 +37,7 @@ bool has_table(engine::Database& database, std::string_view name) {
   return false;
 }
 
-/// Nothing, with the finding where there should be one, for a file without a record that can be read.
+/// Reads the record. Nothing where the file has none that can be read; if it should have one, that is a finding.
 std::optional<VersionRecord> read_record(const Environment& environment, engine::Database& database,
                                          CheckReport& report) {
   if (!has_table(database, "db_info")) return std::nullopt;
@@ -50,7 +50,7 @@ std::optional<VersionRecord> read_record(const Environment& environment, engine:
   return std::nullopt;
 }
 
-/// False where no table can be read.
+/// Checks what lies below the tables. False where no table can be read.
 bool look_below(const Environment& environment, engine::FileCare& care, CheckReport& report) {
   Progress* const progress = environment.progress;
   bool started = false;
@@ -68,7 +68,7 @@ bool look_below(const Environment& environment, engine::FileCare& care, CheckRep
   return readable;
 }
 
-/// A part of the check that damage ends before its time.
+/// Runs a part of the check. Damage may end it early.
 template <typename Part>
 void attempt(std::string_view what, CheckReport& report, Part&& part) {
   try {
@@ -89,7 +89,8 @@ CheckReport check_database(const Environment& environment, std::string_view path
   engine::FileCare* const care = database->care();
   if (!care) report.notes.emplace_back("The file is of the Jet engine: its pages and structure were not looked at.");
   attempt("the file", report, [&] {
-    // One state of the file, whatever others write. Through other engines each question has its own.
+    // The check sees one state of the file, whatever others write. With other engines each query sees a state of its
+    // own.
     const auto state = care ? std::make_unique<engine::Transaction>(*database) : nullptr;
     if (care && !look_below(environment, *care, report)) return;
     attempt("the layout", report, [&] {

@@ -1,4 +1,4 @@
-// A database file made as small as what it holds.
+// Makes a database file as small as its content allows.
 #pragma once
 
 #include <cstdint>
@@ -13,10 +13,10 @@ struct Compaction {
   std::int64_t rows = 0;  ///< of all tables
 };
 
-/// Writes the file anew, without gaps, and puts it in its own place once every table of it has been read back and holds
-/// what it held. AutoNumbers are set back as the engine's compacting does: they count on from the highest one that is
-/// there. On failure the file is as it was: 3045 where it is open elsewhere, 3251 where it belongs to an engine that
-/// cannot be asked for this or has a second name in a folder, 3343 where what was written is not what was there.
+/// Writes the file anew without gaps. It takes the old file's place after every table was read back and compared with
+/// what it held before. AutoNumbers are set back, as the engine's own compacting does: they count on from the highest
+/// existing number. On failure the file is as it was. Raises 3045 where it is open elsewhere, 3251 where its engine
+/// cannot compact it or it has a second name in a folder, 3343 where the new file does not hold what the old one held.
 Compaction compact_file(const Environment& environment, std::string_view path, std::string_view password);
 
 }  // namespace database::keeping

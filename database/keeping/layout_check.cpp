@@ -15,12 +15,12 @@
 namespace database::keeping {
 namespace {
 
-/// What the ladder's steps say of a table or a field.
+/// What the steps of the ladder say about a table or a field.
 struct History {
-  std::int16_t since = 0;                 ///< the first version that is sure to have it; 0: all
-  std::set<engine::DataType> types = {};  ///< that a step gave it
+  std::int16_t since = 0;                 ///< the first version that surely has it; 0: all versions
+  std::set<engine::DataType> types = {};  ///< types that a step gave it
   std::set<std::int32_t> sizes = {};
-  bool optional = false;  ///< a step leaves it out where it has nothing to do
+  bool optional = false;  ///< a step does not create it where the step has nothing to do
 };
 
 std::string key_of(std::string_view table, std::string_view field = {}) {
@@ -56,7 +56,7 @@ class Histories {
   void take_field(std::int16_t version, const upgrade::Action& action, std::string_view table) {
     const auto take = [&](std::string_view name) {
       History& history = since(key_of(table, name), version);
-      // The first step asks for an older version than all others do: who is between them has it behind, undone.
+      // The first step runs only below an older version than all other steps. Files in between have skipped it.
       if (version == upgrade::steps().front().version) history.optional = true;
       history.types.insert(action.field.type);
       history.sizes.insert(action.field.size);
@@ -143,7 +143,7 @@ class LayoutCheck {
       return;
     }
     const engine::DataType type = field->type();
-    // The repair of old data tables makes it a shorter one.
+    // The repair of old data tables makes this field a shorter one.
     const bool repaired = wanted.name == "flag" && type == engine::DataType::Integer;
     if (type != wanted.type && !history.types.contains(type) && !repaired) {
       add(table, wanted.name,
@@ -155,7 +155,7 @@ class LayoutCheck {
     }
   }
 
-  /// Of a version before the last one nobody knows from when on it had an index.
+  /// For versions before the last one it is not known when they got an index.
   void check_index(std::string_view table, std::string_view name, engine::TableDef& found) {
     if (version_ < current_minor_version || find_named(found.indexes(), name)) return;
     add(table, name, "the index is missing");

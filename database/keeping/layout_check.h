@@ -1,4 +1,4 @@
-// A database's layout beside the one that its version should have.
+// Compares a database's layout with the one that its version should have.
 #pragma once
 
 #include "database/keeping/check.h"
@@ -6,8 +6,8 @@
 
 namespace database::keeping {
 
-/// Tells the tables, fields and indexes that are missing or of another type or size; what an upgrade is known to leave
-/// otherwise is no finding. `record` is null for a file without one.
+/// Reports the tables, fields and indexes that are missing or have another type or size. Differences that an upgrade is
+/// known to leave are no findings. `record` is null for a file without one.
 void check_layout(engine::Database& database, const VersionRecord* record, CheckReport& report);
 
 }  // namespace database::keeping

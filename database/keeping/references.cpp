@@ -29,7 +29,7 @@ constexpr Reference all_references[] = {
 };
 // clang-format on
 
-/// Below 0, too: numbers of one chunk share their quotient.
+/// Rounds down also below 0, so that all numbers of one chunk have the same quotient.
 constexpr std::int32_t chunk_of(std::int32_t number, std::int32_t size) {
   return number / size - (number % size < 0 ? 1 : 0);
 }

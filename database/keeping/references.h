@@ -14,12 +14,12 @@ namespace database::keeping {
 struct Reference {
   std::string_view table, field;
   std::string_view target, key;
-  bool may_be_none = false;  ///< 0 and below say that there is no such row
+  bool may_be_none = false;  ///< 0 and below mean that there is no such row
 };
 
 std::span<const Reference> references();
 
-/// Numbers of rows, in a bit each.
+/// A set of row numbers, with one bit for each.
 class NumberSet {
  public:
   void insert(std::int32_t number);

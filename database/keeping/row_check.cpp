@@ -10,7 +10,7 @@
 namespace database::keeping {
 namespace {
 
-/// Failures that tell nothing of the file end the check.
+/// False for failures that say nothing about the file; they end the check.
 bool tells_of_the_file(const support::RuntimeError& error) {
   constexpr auto disk = support::error_number::disk_error;
   constexpr auto in_use = support::error_number::file_in_use;
@@ -18,22 +18,22 @@ bool tells_of_the_file(const support::RuntimeError& error) {
   return error.number() != disk && error.number() != in_use && error.number() != cancelled;
 }
 
-/// A field as its values are checked, and how many rows fail it.
+/// What is checked in a field's values, and how many rows fail.
 struct CheckedField {
   std::string name;
   bool required = false;
-  std::size_t most_characters = 0;  ///< 0: any number
+  std::size_t most_characters = 0;  ///< 0: any number of characters
   const NumberSet* targets = nullptr;
   const Reference* reference = nullptr;
   std::int64_t missing = 0, too_long = 0, pointing_nowhere = 0;
 };
 
-/// The rows that others point to, read once each.
+/// The rows to which others point. Each target is read only once.
 class Targets {
  public:
   Targets(engine::Database& database, CheckReport& report) : database_(database), report_(report) {}
 
-  /// Null where the target cannot be read: then that is told, by this or another part of the check.
+  /// Null where the target cannot be read. This or another part of the check then reports that.
   const NumberSet* find(const Reference& reference) {
     const std::string key = std::string(reference.target) + "." + std::string(reference.key);
     if (const auto known = sets_.find(key); known != sets_.end()) return known->second.get();
@@ -133,7 +133,7 @@ class RowCheck {
       add("reference", "points to no row of " + std::string(field.reference->target), field.pointing_nowhere);
   }
 
-  /// Null in one of its fields keeps a row out of a unique index, and is forbidden in a primary one.
+  /// Null in one of its fields exempts a row from a unique index, but is forbidden in a primary index.
   void check_uniqueness(const std::string& table, engine::Index& index) {
     if (!index.unique() && !index.primary()) return;
     std::string names, all_given, any_missing;

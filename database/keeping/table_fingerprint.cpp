@@ -13,7 +13,7 @@ namespace database::keeping {
 
 namespace {
 
-/// A bijection in which each bit of the input moves about half of the output's.
+/// A bijection in which each bit of the input changes about half of the output's bits.
 std::uint64_t stirred(std::uint64_t word) noexcept {
   word ^= word >> 32;
   word *= 0xd6e8feb86659fd93;
@@ -22,7 +22,7 @@ std::uint64_t stirred(std::uint64_t word) noexcept {
   return word ^ (word >> 32);
 }
 
-/// A number that is stored may lose the sign of its zero.
+/// Storing a number may lose the sign of a zero, so the sign does not count.
 std::uint64_t bits_of(double number) noexcept { return number == 0 ? 0 : std::bit_cast<std::uint64_t>(number); }
 
 }  // namespace
@@ -64,7 +64,7 @@ void FingerprintWriter::add_value(const engine::Value& value) {
 }
 
 void FingerprintWriter::end_row() {
-  // A sum, in which their order does not count and rows that are alike do not cancel out.
+  // In a sum, the order of rows does not count, and equal rows do not cancel each other out.
   sum_ += stirred(std::exchange(row_, 0));
   ++rows_;
 }

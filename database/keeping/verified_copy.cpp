@@ -15,7 +15,7 @@ namespace error_number = support::error_number;
 
 /// While it lives, the handle sees one state of the file, whatever others write.
 std::unique_ptr<engine::Transaction> one_state(engine::Database& database) {
-  // Through other engines nobody else has the file open.
+  // With another engine, nobody else has the file open.
   return database.care() ? std::make_unique<engine::Transaction>(database) : nullptr;
 }
 

@@ -1,6 +1,5 @@
-// The structured documentation of diabetes care: one wide row per patient and date, and the definitions of its
-// laboratory values. Some indexes bear the name of another field than the one they cover; the pairs are kept as they
-// are.
+// The structured documentation of diabetes care: one wide row for each patient and date, and the definitions of its
+// laboratory values. Some indexes have the name of another field than the one they cover; these pairs must stay.
 #include "database/schema/schema.h"
 #include "database/schema/words.h"
 

@@ -1,5 +1,5 @@
-// The diary's entries: values measured, doses, meals, activities, and what devices report. A day and its time of day
-// stand in two fields; a value that was not measured is -1 where its default says so.
+// The diary's entries: measured values, doses, meals, activities, and what devices report. A day and its time of day
+// are two fields. A value that was not measured is -1, where its default says so.
 #include "database/schema/schema.h"
 #include "database/schema/words.h"
 

@@ -1,4 +1,4 @@
-// The patient: master data, settings with their daytime zones, notes, laboratory results per visit, reminders.
+// The patient: master data, settings with daytime zones, notes, laboratory results of visits, reminders.
 #include "database/schema/schema.h"
 #include "database/schema/words.h"
 
@@ -179,8 +179,8 @@ constexpr TableRow patient_rows[] = {
     {"reminder", reminder_fields, {}},
 };
 
-// The table of the patient index database: one row per patient, without an index. The diary's own creation prepares a
-// memo field between DateOfBirth and ExternalID and never appends it; so there is none here.
+// The table of the patient index database: one row for each patient, without an index. The diary's own creation
+// prepares a memo field between DateOfBirth and ExternalID but never appends it, so there is none here.
 constexpr FieldRow index_fields[] = {
     {"ID",          Long,    0,   increment},
     {"Name",        Text,    100, variable, "",  no, yes},

@@ -1,4 +1,4 @@
-// Therapy plans with their items, and the day templates with their entries.
+// Therapy plans with their items, and day templates with their entries.
 #include "database/schema/schema.h"
 #include "database/schema/words.h"
 

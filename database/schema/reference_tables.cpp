@@ -1,5 +1,5 @@
-// What the diary looks up: laboratory definitions, insulins, medicines, comments, events, saved views, and the
-// database's own record.
+// Tables that the diary looks things up in: laboratory definitions, insulins, medicines, comments, events, saved views,
+// and the database's own record.
 #include "database/schema/schema.h"
 #include "database/schema/words.h"
 

@@ -12,7 +12,7 @@
 
 namespace database::schema {
 
-/// A property that is not given is left at the engine's default.
+/// If a property is not given, the engine's default stays.
 struct FieldRow {
   std::string_view name;
   engine::DataType type;
@@ -35,7 +35,7 @@ struct TableRow {
   std::span<const IndexRow> indexes;
 };
 
-/// A field made by Field_Create: every property is given, none is required.
+/// A field that Field_Create makes. Every property is given; no field is required.
 struct DocumentationField {
   std::string_view name;
   engine::DataType type;
@@ -45,7 +45,7 @@ struct DocumentationField {
   bool allow_zero_length = false;
 };
 
-/// An index made by Index_Create; it is built before the field that it covers.
+/// An index that Index_Create makes. It is built before the field that it covers.
 struct DocumentationIndex {
   std::string_view name;
   std::string_view field;
@@ -59,13 +59,13 @@ struct DocumentationTable {
   std::span<const DocumentationIndex> indexes;
 };
 
-/// The tables of each subject, but for the documentation tables.
+/// The tables of each subject, except the documentation tables.
 extern const std::span<const TableRow> measurement_tables, patient_tables, reference_tables, plan_tables;
 
-/// All 43 tables in the order of creation; the documentation tables stand among them as rows without fields.
+/// All 43 tables in the order of creation. The documentation tables are among them, as rows without fields.
 std::span<const TableRow> tables();
 
-/// A table by name, without regard to case; null where there is none.
+/// Finds a table by its name, in which case does not count. Null where there is none.
 const TableRow* find_table(std::string_view name);
 
 /// `Behandlungsprofil` and `Labordefinitionen`.
@@ -74,7 +74,7 @@ extern const DocumentationTable treatment_profile, normal_values;
 /// The one table of the patient index database.
 extern const TableRow index_table;
 
-/// The nine tables that hold the diary's entries, in the order of the repair pass.
+/// The nine tables of the diary's entries, in the order in which the repair pass takes them.
 std::span<const std::string_view> data_tables();
 
 }  // namespace database::schema

@@ -9,7 +9,7 @@
 namespace database::schema {
 namespace {
 
-/// Hands a given property to its setter, as a step of its own.
+/// Passes a property that is given to its setter, as a step of its own.
 template <typename Given, typename Object, typename Setter>
 void set_given(support::Procedure& procedure, const std::optional<Given>& property, Object& object, Setter setter) {
   if (property) procedure.step([&] { (object.*setter)(*property); });

@@ -1,5 +1,6 @@
-// The words that the table rows are written in. The columns of a field row are: name, type, size, attributes, default,
-// required, zero length, ordinal; `none` is a property that is not set, and so are columns left out at the end.
+// The words in which the rows of tables are written. The columns of a field's row are: name, type, size, attributes,
+// default, required, zero length, ordinal. `none` is a property that is not set; columns that are left out at the end
+// are not set either.
 #pragma once
 
 #include <cstdint>

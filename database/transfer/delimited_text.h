@@ -1,5 +1,5 @@
-// Comma-separated values as other programs write and read them: CRLF at the end of a row, quotes where a text holds a
-// comma, quote or line break, or is empty. A cell of nothing, without quotes, is Null.
+// Comma-separated values as other programs write and read them. A row ends with CRLF. A text is quoted where it holds a
+// comma, a quote or a line break, or is empty. An empty cell without quotes is Null.
 #pragma once
 
 #include <cstddef>
@@ -13,12 +13,12 @@ namespace transfer {
 
 enum class TextEncoding { Utf8, Cp1252 };
 
-/// As `encoding` is called in files: "utf-8", "windows-1252".
+/// The name of `encoding` in files: "utf-8", "windows-1252".
 std::string_view encoding_name(TextEncoding encoding);
 
-/// A text as a cell.
+/// Appends a text as a cell.
 void append_cell(std::string& line, std::string_view text);
-/// Cells as a row with its end.
+/// A row of these cells with its end.
 std::string delimited_row(const std::vector<std::string>& cells);
 
 struct Cell {
@@ -26,18 +26,18 @@ struct Cell {
   bool null = false;
 };
 
-/// Reads a file row by row, keeping one row in memory.
+/// Reads a file row by row. It keeps only one row in memory.
 class DelimitedFile {
  public:
   /// Raises 3024 where it cannot be opened.
   DelimitedFile(const std::string& host_path, TextEncoding encoding);
-  /// False behind the last row. An LF alone ends a row, too. Raises 3343 with the file's name and the row's number for
-  /// a quote that does not end or stands within a cell, for a CR alone, which other programs take for the end of a row,
+  /// False behind the last row. An LF alone also ends a row. Raises 3343 with the file's name and the row's number for
+  /// a quote that does not end or stands inside a cell, for a CR alone (other programs take it for the end of a row),
   /// and for a text that is not in the file's encoding.
   bool next(std::vector<Cell>& row);
-  /// Of the row that was read last; the first is 1.
+  /// The number of the row that was read last; the first is 1.
   std::size_t row_number() const noexcept { return row_number_; }
-  /// Raises 3343 that names file and row.
+  /// Raises 3343 with the names of file and row.
   [[noreturn]] void refuse(std::string_view reason) const;
 
  private:

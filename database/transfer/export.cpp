@@ -47,7 +47,7 @@ std::vector<std::size_t> chosen_tables(const jet_import::Source& source, const s
   return positions;
 }
 
-/// The version record holds the password that the database was created with.
+/// The version record holds the password with which the database was created.
 bool is_secret(const jet_import::SourceField& field) { return support::equal_ignoring_case(field.name, "Password"); }
 
 class Export {
@@ -130,10 +130,10 @@ class Export {
     throw support::RuntimeError(cannot_convert, place + "a character that code page 1252 does not have");
   }
 
-  /// SQL has no word for what is no number, and SQLite takes it for Null.
+  /// SQL has no word for a value that is no number, and SQLite takes it for Null.
   bool holds_any_double() const { return choices_.format == Format::Csv || choices_.format == Format::Json; }
 
-  /// SQLite stores a zero of either sign as the same.
+  /// SQLite stores -0 as 0.
   void note_negative_zeros(const std::string& table) {
     const std::int64_t count = std::exchange(negative_zeros_, 0);
     if (count == 0 || choices_.format != Format::Sqlite) return;
@@ -150,8 +150,8 @@ class Export {
   database::Progress* progress_;
   LayoutRows layout_;
   ExportReport report_;
-  std::int64_t done_ = 0;            ///< rows of the tables before
-  std::int64_t negative_zeros_ = 0;  ///< in the table
+  std::int64_t done_ = 0;            ///< number of rows of the tables before
+  std::int64_t negative_zeros_ = 0;  ///< in the present table
 };
 
 }  // namespace

@@ -85,7 +85,7 @@ class CsvSource : public ExportedSource {
 
   std::unique_ptr<jet_import::SourceRows> rows(std::size_t table) override {
     const StoredTable& stored = this->stored(table);
-    // A name, not a way to another folder.
+    // It must be a name, not a path to another folder.
     if (support::std_path(stored.file).filename() != support::std_path(stored.file)) {
       throw support::RuntimeError(unknown_format, "_tables.csv leads out of its folder.");
     }
@@ -114,7 +114,7 @@ class CsvSource : public ExportedSource {
   std::string folder_;
 };
 
-/// Orders rows as they were added; nothing where the table's fields have taken all names of the row's number.
+/// Orders rows as they were added. Empty where fields of the table hide every name of the row's number.
 std::string in_order(const jet_import::SourceTable& table) {
   for (const std::string_view name : {"rowid", "_rowid_", "oid"}) {
     const bool taken = std::ranges::any_of(
@@ -142,7 +142,7 @@ class PlainTableRows : public jet_import::SourceRows {
     const engine::DataType type = table_.fields[field].type;
     if (engine::is_null(value)) return value;
     if (const auto* text = std::get_if<std::string>(&value)) return value_of_text(type, *text);
-    // What a number says of a moment or a text, only the program knows that has put it there.
+    // Only the program that stored a number in place of a date or a text knows what it means.
     if (type == Date || engine::is_text(type)) engine::raise(cannot_convert);
     if (type == Single || type == Double) return value;
     const auto* number = std::get_if<std::int32_t>(&value);

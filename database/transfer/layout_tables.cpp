@@ -82,7 +82,7 @@ SourceIndex index_of_row(const TextRow& row) {
   return {row[1], {}, is_yes(row[3]), is_yes(row[4]), is_yes(row[5]), is_yes(row[6]), is_yes(row[7])};
 }
 
-/// What is the same in all rows of an index.
+/// The properties that are the same in all rows of an index.
 auto kind_of(const SourceIndex& index) {
   return std::tie(index.primary, index.unique, index.required, index.ignore_nulls, index.clustered);
 }

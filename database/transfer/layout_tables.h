@@ -1,5 +1,5 @@
-// What a table is, beside its rows, as three tables of texts: they lie beside the rows that were exported, so that
-// these can be taken back.
+// The description of tables as three tables of texts. It lies beside the exported rows, so that they can be imported
+// again.
 #pragma once
 
 #include <cstdint>
@@ -11,7 +11,7 @@
 
 namespace transfer {
 
-/// Names of the three tables, and of their columns.
+/// The name and the columns of one of the three tables.
 struct LayoutTable {
   std::string_view name;
   std::vector<std::string> columns;
@@ -20,7 +20,7 @@ const LayoutTable& table_list();  ///< "_tables"
 const LayoutTable& field_list();  ///< "_fields"
 const LayoutTable& index_list();  ///< "_indexes"
 
-/// A table and where its rows lie.
+/// A table, and the file that holds its rows.
 struct StoredTable {
   jet_import::SourceTable table;
   std::string file;
@@ -34,8 +34,8 @@ struct LayoutRows {
 };
 
 void add_layout(LayoutRows& rows, const StoredTable& stored);
-/// Raises 3343 where a row has not its columns, a word is none, a field or an index is of no table, or the rows of an
-/// index contradict each other.
+/// Raises 3343 where a row does not have its columns, a word is unknown, a field or an index belongs to no table, or
+/// the rows of an index contradict each other.
 std::vector<StoredTable> stored_tables(const LayoutRows& rows);
 
 }  // namespace transfer

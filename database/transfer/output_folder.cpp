@@ -17,7 +17,7 @@ constexpr auto exists_already = support::error_number::database_exists;
 constexpr auto no_such_folder = support::error_number::invalid_path;
 constexpr auto disk_error = support::error_number::disk_error;
 
-/// "folder/" names the folder, too.
+/// "folder/" means the folder, too.
 std::string without_last_separator(const std::string& host_path) {
   const fs::path path = support::std_path(host_path);
   return path.has_filename() ? host_path : support::host_path_of(path.parent_path());

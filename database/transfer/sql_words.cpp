@@ -22,7 +22,7 @@ std::string declaration(const jet_import::SourceField& field) {
     case engine::DataType::Text:
       return fmt::format("VARCHAR({})", field.size);
     default:
-      // A date, too: other programs mean different things by a type of that name.
+      // Dates are texts, too: other programs mean different things by a type with the name DATE.
       return "TEXT";
   }
 }

@@ -1,4 +1,4 @@
-// Standard SQL for other programs: names, types, and what makes a table and its indexes.
+// Standard SQL for other programs: names, types, and the statements that make a table and its indexes.
 #pragma once
 
 #include <string>
@@ -9,17 +9,17 @@
 
 namespace transfer {
 
-/// In quotes.
+/// The name in quotes.
 std::string sql_name(std::string_view name);
-/// Raises 3421 for a text with a NUL.
+/// Appends a text literal. Raises 3421 for a text with a NUL.
 void append_sql_text(std::string& sql, std::string_view text);
 
 /// "CREATE TABLE …" without a semicolon.
 std::string create_table_statement(const jet_import::SourceTable& table);
 /// "INSERT INTO … VALUES ", without the values.
 std::string insert_beginning(std::string_view table);
-/// A "CREATE INDEX …" for each index, without semicolons. Only primary ones are unique there: what is equal, and what
-/// Null means, differs from program to program.
+/// A "CREATE INDEX …" for each index, without semicolons. Only primary indexes are unique there, because programs
+/// differ in what is equal and what Null means.
 std::vector<std::string> create_index_statements(const jet_import::SourceTable& table);
 
 }  // namespace transfer

@@ -18,7 +18,7 @@ namespace transfer {
 namespace {
 
 constexpr std::string_view forbidden = "<>:\"/\\|?*";
-/// Names of devices, whatever ending stands behind them.
+/// Names of devices. They stay such with any ending behind them.
 constexpr std::string_view devices[] = {"con", "prn", "aux", "nul", "com", "lpt"};
 
 std::string safe_name(const std::string& table) {
@@ -31,7 +31,7 @@ std::string safe_name(const std::string& table) {
       '_');
   const std::string lower = support::to_lower(name.substr(0, 3));
   const bool is_device = name.size() <= 4 && std::ranges::find(devices, lower) != std::end(devices);
-  // The underscore at the beginning is that of the lists.
+  // A name with an underscore at its beginning is that of a list.
   return name.empty() || is_device || name.front() == '_' ? "t" + name : name;
 }
 
@@ -137,7 +137,7 @@ struct AppendJson {
   void operator()(const std::string& value) const { append_json_text(json, value); }
 
  private:
-  /// JSON has no number that is infinite.
+  /// JSON has no infinite number.
   void number(double size, const engine::Value& value) const {
     std::isfinite(size) ? append_text(json, value) : append_json_text(json, text_of(value));
   }
@@ -274,7 +274,7 @@ class PlainFileWriter : public TableWriter {
  public:
   explicit PlainFileWriter(const OutputFolder& folder) : file_(embedded::create_plain_file(folder.file(plain_name))) {}
 
-  /// With the indexes, which a later build would sort in memory.
+  /// Creates the indexes at once: building them later would sort in memory.
   std::string begin_table(const jet_import::SourceTable& table) override {
     file_->run(create_table_statement(table));
     for (const std::string& index : create_index_statements(table)) file_->run(index);

@@ -1,4 +1,4 @@
-// A form in which tables are exported: told of each table, its rows, and in the end of all of them.
+// A format in which tables are exported. It is told of each table, of its rows and, at the end, of all tables together.
 #pragma once
 
 #include <memory>
@@ -17,10 +17,11 @@ class TableWriter {
   virtual ~TableWriter() = default;
   /// Returns the name of the file that will hold the table's rows.
   virtual std::string begin_table(const jet_import::SourceTable& table) = 0;
-  /// In the order of the table's fields; texts are UTF-8. Raises 3421 for a value that this form cannot hold.
+  /// The values are in the order of the table's fields; texts are UTF-8. Raises 3421 for a value that this format
+  /// cannot hold.
   virtual void add_row(std::span<const engine::Value> values) = 0;
   virtual void end_table() = 0;
-  /// After the last table: `layout` describes all of them.
+  /// Call it after the last table. `layout` describes all tables.
   virtual void finish(const LayoutRows& layout) = 0;
 };
 
@@ -33,7 +34,7 @@ std::unique_ptr<TableWriter> plain_file_writer(const OutputFolder& folder);
 void require_encodable(std::string_view text, TextEncoding encoding);
 std::string encoded(std::string text, TextEncoding encoding);
 
-/// Names of files for tables: each once, whatever the case, and of characters that every system takes.
+/// Gives each table a file name. No two names differ only in case, and all characters are valid on every system.
 class FileNames {
  public:
   explicit FileNames(std::string ending) : ending_(std::move(ending)) {}

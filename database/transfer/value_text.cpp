@@ -27,7 +27,7 @@ bool same_bits(double left, double right) {
   return std::bit_cast<std::uint64_t>(left) == std::bit_cast<std::uint64_t>(right);
 }
 
-/// Digits at the text's beginning, which are taken off it.
+/// Takes the digits at the text's beginning off it.
 std::optional<int> take_number(std::string_view& text, std::size_t digits, char before) {
   if (before != '\0') {
     if (!text.starts_with(before)) return std::nullopt;
@@ -39,7 +39,7 @@ std::optional<int> take_number(std::string_view& text, std::size_t digits, char 
   return support::parse_whole<int>(part);
 }
 
-/// The seconds behind the minute; nothing where the text is none, or 60 and more.
+/// The seconds behind the minute; nothing where the text is no number below 60.
 std::optional<double> take_seconds(std::string_view text) {
   const std::string_view digits = text.empty() ? text : text.substr(1);
   if (!take_number(text, 2, ':')) return std::nullopt;
@@ -78,7 +78,7 @@ std::string whole_seconds(engine::Date date) {
   return text;
 }
 
-/// With this many digits of a fraction; may be no date at all where rounding carries.
+/// The date with this many digits of a fraction. It may be no valid date where rounding carries over.
 std::string with_fraction(double days, int digits) {
   const double day = std::trunc(days);
   const double of_day = std::abs(days - day) * static_cast<double>(engine::seconds_per_day);

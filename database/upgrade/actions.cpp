@@ -1,4 +1,4 @@
-// What the rows of the ladder do to the layout and, by one statement or one pass, to rows.
+// The actions of the ladder's rows. They change the layout and, by one statement or one pass, rows.
 #include "database/upgrade/actions.h"
 
 #include <fmt/core.h>
@@ -19,14 +19,14 @@ namespace database::upgrade {
 
 namespace {
 
-/// Null where there is none; the error is then pending.
+/// Null where there is none. The error is then pending.
 std::shared_ptr<engine::TableDef> find_table(Run& run, std::string_view name) {
   std::shared_ptr<engine::TableDef> table;
   run.procedure.step([&] { table = run.database.table_defs().item(name); });
   return table;
 }
 
-/// The existence test: the collection is walked, nothing fails.
+/// Tests whether the table exists by walking the collection, so that nothing fails.
 bool table_exists(engine::Database& database, std::string_view name) {
   engine::TableDefs& tables = database.table_defs();
   for (std::int32_t i = 0; i < tables.count(); ++i) {
@@ -151,7 +151,7 @@ constexpr std::string_view old_table = "imports", new_table = "import";
 
 struct CommonField {
   std::string name;
-  /// The new table takes no empty text: it is stored as Null.
+  /// The new table takes no empty text, so Null is stored in its place.
   bool blank_is_null = false;
   bool numbered = false;
 };
@@ -189,7 +189,7 @@ std::string copy_statement(const std::vector<CommonField>& fields) {
   return "INSERT INTO import (" + names + ") SELECT " + values + " FROM imports";
 }
 
-/// The rows that have arrived; nothing where the statement failed as a whole.
+/// The number of rows that were copied; nothing where the statement failed as a whole.
 std::optional<std::int32_t> copy_rows(Run& run, const std::vector<CommonField>& fields) {
   const auto executed = [&](const std::string& statement) {
     return run.procedure.step([&] { run.database.execute(statement); });
@@ -203,7 +203,7 @@ std::optional<std::int32_t> copy_rows(Run& run, const std::vector<CommonField>& 
   return run.database.records_affected();
 }
 
-/// Adds the row under another number, which must not stay: entries name imports by their numbers.
+/// Adds the row under another number, to see why it fails. It must not stay: entries name imports by their numbers.
 void try_row(engine::Database& database, const engine::Recordset& row, const std::vector<CommonField>& fields) {
   const auto target = database.open_recordset(new_table);
   target->add_new();
@@ -218,7 +218,7 @@ void try_row(engine::Database& database, const engine::Recordset& row, const std
   database.execute(fmt::format("DELETE * FROM import WHERE id={}", number));
 }
 
-/// Why the first row that is not there did not arrive; empty where nobody knows.
+/// Why the first missing row was not copied; empty where that is unknown.
 std::string reason(Run& run, const std::vector<CommonField>& fields) {
   std::string text;
   run.procedure.step([&] {
@@ -243,13 +243,13 @@ void move_imports(Run& run, const Action&, std::string_view table) {
   });
 }
 
-// Pump data as newer layouts keep them: durations in seconds, and a summary of each day.
+// Pump data in the form of newer layouts: durations in seconds, and a summary of each day.
 namespace {
 
 constexpr std::uint32_t ok_cancel = 1, stop_icon = 16;
 constexpr int button_ok = 1;
 constexpr long progress_text = 2011;
-/// From so many days on the user is asked.
+/// From this many days on, the user is asked.
 constexpr std::int32_t many_days = 10;
 
 constexpr std::string_view question =
@@ -264,7 +264,7 @@ std::int32_t count_days(engine::Database& database) {
   return days->record_count();
 }
 
-/// Raises 3059 where nobody can be asked: an answer of "no" is never asked for again.
+/// Raises 3059 where nobody can be asked: after an answer of "no" the question is never asked again.
 bool may_convert(const Environment& environment, std::int32_t days) {
   if (days < many_days) return true;
   if (!environment.message_box) {
@@ -274,7 +274,7 @@ bool may_convert(const Environment& environment, std::int32_t days) {
   return environment.message_box(question, ok_cancel | stop_icon, "Achtung") == button_ok;
 }
 
-/// The progress from its start to its end, where there is one.
+/// Starts the progress and finishes it, if there is one.
 class ShownProgress {
  public:
   ShownProgress(const Environment& environment, std::int32_t days) : progress_(environment.progress) {

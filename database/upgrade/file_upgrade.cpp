@@ -14,7 +14,7 @@ namespace {
 
 const support::RuntimeError not_upgraded{support::error_number::internal_error, "Not upgraded."};
 
-/// Saves the copy; its path. Raises 3204 where all names are taken.
+/// Saves the copy and returns its path. Raises 3204 where all names are taken.
 std::string save_copy_beside(engine::Database& database, std::string_view path, std::string_view layout) {
   constexpr int most_copies = 99;
   const std::size_t name = path.find_last_of("\\/:") + 1;
@@ -32,7 +32,7 @@ std::string save_copy_beside(engine::Database& database, std::string_view path, 
   }
 }
 
-/// The lock of another user ends an upgrade before it has changed anything.
+/// False for the lock of another user: it ends an upgrade before anything was changed.
 bool leaves_copy(const support::RuntimeError& failure) {
   return is_file_failure(failure) && failure.number() != support::error_number::file_in_use;
 }

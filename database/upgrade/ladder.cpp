@@ -14,20 +14,20 @@ using upgrade::Action;
 using upgrade::Run;
 using upgrade::Step;
 
-/// Steps 58 and 59 were issued a second time: a database that has them runs them again.
+/// Steps 58 and 59 were issued twice, so a database that has them runs them again.
 constexpr std::int16_t reissued_version = 59, version_before_reissue = 57;
 
-/// The first step is for the very first layout only.
+/// The first step applies only to the very first layout.
 bool applies(const Step& step, std::int16_t version) {
   return &step == &upgrade::steps().front() ? version == 0 : version < step.version;
 }
 
-/// Beside failures of the file: out of memory, a missing file, a cancelled statement, a closed database.
+/// In addition to failures of the file: out of memory, a missing file, a cancelled statement, a closed database.
 constexpr support::error_number::Number other_fatal_errors[] = {
     support::error_number::out_of_memory, support::error_number::file_not_found, support::error_number::cancelled,
     support::error_number::object_invalid};
 
-/// An error that says nothing of the layout: whatever a later statement does may build on what this one did not do.
+/// True for an error that is not about the layout. A later statement might rely on what the failed one did not do.
 bool is_fatal(const support::RuntimeError& error) {
   return is_file_failure(error) ||
          std::ranges::find(other_fatal_errors, error.number()) != std::end(other_fatal_errors);

@@ -1,5 +1,6 @@
-// The ladder as a table: rows that open a step, each followed by the step's actions. Every step stays as it was issued,
-// oddities included: databases out there have run it. A new one goes to the end, with its version in version_record.h.
+// The ladder as a table. A row opens each step; the step's actions follow it. Every step stays as it was issued, even
+// where it is odd, because databases out there have run it. A new step goes to the end, with its version in
+// version_record.h.
 #include "database/upgrade/steps.h"
 
 #include <algorithm>
@@ -35,7 +36,7 @@ constexpr Action add_missing(std::string_view table, const FieldRow& field) {
 constexpr Action remove_field(std::string_view table, std::string_view field) {
   return {.act = delete_field, .table = table, .text = field};
 }
-/// The type does not change.
+/// The type of the field does not change.
 constexpr Action change(std::string_view table, const FieldRow& field) {
   return {.act = change_field, .table = table, .field = field};
 }
@@ -107,13 +108,13 @@ constexpr Action ladder[] = {
     step(17, "coagulation values"),
         add("patdat_labs", {"Quick", Single, 0, fixed, "-1", no}),
         add("patdat_labs", {"INR",   Single, 0, fixed, "-1", no}),
-    // The definitions are passed twice, as they always were.
+    // The statement for the definitions runs twice: the step stays as it was issued.
     step(18, "laboratories of the definitions and visits"),
         add("Labordefinitionen", {"LaborID", Long, 0, none, "0"}),
         sql("Labordefinitionen", "UPDATE Labordefinitionen SET LaborID=0 WHERE LaborID<=0 OR LaborID IS NULL"),
         sql("patdat_labs", "UPDATE patdat_labs SET Labor_ID=0 WHERE Labor_ID<=0 OR Labor_ID IS NULL"),
         sql("Labordefinitionen", "UPDATE Labordefinitionen SET LaborID=0 WHERE LaborID<=0 OR LaborID IS NULL"),
-    // "activites" has always been misspelled, so that the activities keep their events.
+    // The name "activites" is misspelled, so the activities keep their events. The step stays as it was issued.
     step(19, "events 20 to 27 move to 70 to 77"),
         add("template_insulin", {"TypeOfEntry", Integer, 0, none, "0"}),
         sql("insulin", "UPDATE insulin SET event=event+50 WHERE event BETWEEN 20 AND 27"),
@@ -196,7 +197,8 @@ constexpr Action ladder[] = {
         remove("labdefs"),
         create("labdefs"),
         create_missing("labvalues"),
-        // A version later every text may be empty; here already, so that no value is left behind for its comment.
+        // The next version lets every text be empty. This step does so already, so that no value is lost because of its
+        // comment.
         {.act = allow_empty_texts, .table = "labvalues"},
         sql("labvalues", "INSERT INTO labvalues SELECT 1 as [type], iweight as [value], vdate, 0 as method, memo as scomment  FROM day_info WHERE iweight>0"),
         sql("labvalues", "INSERT INTO labvalues SELECT 2 as [type], dbodyfat as [value], vdate, 0 as method, memo as scomment  FROM day_info WHERE dbodyfat>0"),

@@ -1,4 +1,4 @@
-// The words that the ladder's table is written in: a step leads to a minor version and has a purpose and actions; an
+// The words in which the ladder's table is written. A step leads to a minor version and has a purpose and actions. An
 // action is a function and what it works on.
 #pragma once
 
@@ -17,28 +17,28 @@ struct Run {
   const Environment& environment;
   engine::Database& database;
   support::Procedure& procedure;
-  /// Set by an action where its step is not to count as done.
+  /// An action sets it where its step must not count as done.
   bool passed_over = false;
   bool pump_data_converted = false;
 };
 
 struct Action {
   void (*act)(Run& run, const Action& action, std::string_view table) = nullptr;
-  /// The table that it works on, or the tables, one after the other.
+  /// The table that the action works on, or several tables, one after the other.
   std::string_view table = {};
   std::span<const std::string_view> tables = {};
-  /// What it adds or sets; a property that is not given is left as it is.
+  /// What the action adds or sets. A property that is not given stays as it is.
   schema::FieldRow field = {};
-  /// A statement, or another name.
+  /// A statement, or a new name.
   std::string_view text = {};
-  /// Field names: in place of the field's own, or in their order.
+  /// Names of fields: they replace the name of `field`, or give an order.
   std::span<const std::string_view> names = {};
-  /// Not 0 in a row of the table that opens a step; its text is the purpose.
+  /// Not 0 in a row that opens a step; `text` is then the step's purpose.
   std::int16_t version = 0;
 };
 
 struct Step {
-  std::int16_t version;  ///< the minor version that it leads to
+  std::int16_t version;  ///< the minor version to which the step leads
   std::string_view purpose;
   std::span<const Action> actions;
 };

@@ -16,20 +16,20 @@ using support::Variant;
 
 namespace {
 
-// Without it, the engine passes over the rows that a statement cannot change, and tells nobody.
+// Without this option, the engine silently passes over the rows that a statement cannot change.
 constexpr std::int32_t fail_on_error = 128;
-// A commit returns when the file has been written, not some time before.
+// With this option, a commit returns only when the file has been written.
 constexpr std::int32_t force_write = 1;
 
-/// What an engine says of a statement that it cannot read, or in which a name is not what it takes it for.
+/// The errors of an engine that cannot read a statement, or takes a name in it for something else.
 constexpr error_number::Number unreadable_statement[] = {
     error_number::too_few_parameters, error_number::expression_syntax, error_number::unknown_table,
     error_number::no_statement,       error_number::delete_syntax,     error_number::from_syntax,
     error_number::insert_syntax,      error_number::order_by_syntax,   error_number::select_syntax,
     error_number::update_syntax};
 
-/// The statement with another way to name the file that it reads: with the password of this database. Empty where the
-/// statement names no file, or the password cannot stand there.
+/// Returns the statement with the password of this database added to the file that it reads. Empty where the statement
+/// names no file, or where the password cannot stand there.
 std::string with_password(std::string_view sql, std::string_view connect) {
   constexpr std::string_view mark = " IN '";
   const std::size_t place = sql.rfind(mark);
@@ -40,7 +40,7 @@ std::string with_password(std::string_view sql, std::string_view connect) {
   return std::string(sql.substr(0, place)) + " IN '' [" + std::string(connect) + ";DATABASE=" + path + "]";
 }
 
-/// Closing goes on with the next object whatever happens to one.
+/// Closes one object. Whatever happens, closing goes on with the next one.
 template <typename Call>
 void attempt(Call&& call) noexcept {
   try {
@@ -136,7 +136,7 @@ void AutomationDatabase::execute(std::string_view sql) {
 
 void AutomationDatabase::begin_transaction() {
   open();
-  // The engine would nest them.
+  // The engine would nest a second transaction in the first.
   if (in_transaction_) raise(error_number::invalid_operation);
   workspace_.call(L"BeginTrans");
   in_transaction_ = true;

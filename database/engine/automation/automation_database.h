@@ -1,5 +1,5 @@
-// One open database, by automation. It has a workspace of its own, which is what the engine begins and ends
-// transactions on: those of one database are not those of another.
+// One open database, by automation. The engine begins and ends transactions on a workspace, so each database has a
+// workspace of its own: its transactions are its own as well.
 #pragma once
 
 #include <cstdint>
@@ -19,8 +19,8 @@ using OpenFile = std::function<Object(const Object& workspace, std::string_view 
 
 class AutomationDatabase : public Database {
  public:
-  /// `connect` is what the file can be opened with; `exclusive_open` opens files as this one was opened, and is empty
-  /// where it was not opened exclusively.
+  /// `connect` is what the file can be opened with. `exclusive_open` opens other files as this one was opened; it is
+  /// empty where this one was not opened exclusively.
   AutomationDatabase(Object engine, Object workspace, Object database, std::string_view path, std::string_view connect,
                      OpenFile exclusive_open)
       : engine_(std::move(engine)),
@@ -44,24 +44,24 @@ class AutomationDatabase : public Database {
   void begin_transaction() override;
   void commit_transaction() override;
   void rollback_transaction() override;
-  /// 3251 unless the database was opened exclusively. It is closed for the time of the copying, and stays closed where
-  /// it cannot be opened again; objects of it must not be used any more.
+  /// Raises 3251 unless the database was opened exclusively. The database is closed while it is copied, and stays
+  /// closed where it cannot be opened again. Its objects must not be used any more.
   void save_copy(std::string_view path) override;
 
  private:
-  /// The database; 3420 once it is closed.
+  /// Returns the database. Raises 3420 once it is closed.
   const Object& open() const;
-  /// Calls `run` with the statement; where the engine takes names in it for words of its language, once more with
-  /// brackets around them. The error is that of the statement as it was given.
+  /// Calls `run` with the statement. If the engine takes names in it for words of its language, calls `run` once more
+  /// with brackets around them. The error is that of the statement as it was given.
   template <typename Run>
   auto with_statement(std::string_view sql, Run run) const;
   void run_statement(std::string_view sql);
-  /// 3034 without a transaction.
+  /// Raises 3034 without a transaction.
   void require_transaction() const;
-  /// The copy of the closed file; on failure none is left.
+  /// Copies the closed file; on failure no copy is left.
   void copy_closed_file(std::string_view path) const;
 
-  // Released in the reverse order.
+  // The destructor releases these from the last to the first.
   Object engine_;
   Object workspace_;
   Object database_;

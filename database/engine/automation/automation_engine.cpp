@@ -20,8 +20,8 @@ using support::Variant;
 
 namespace {
 
-/// Locks that one file may have at a time. The engine's own limit is 9,500: a transaction that meets it is committed in
-/// parts.
+/// How many locks one file may have at a time. The engine's own limit is 9,500; a transaction that reaches the limit is
+/// committed in parts.
 constexpr std::int32_t max_locks_per_file_option = 62, max_locks_per_file = 5'000'000;
 
 using SharedObjects = std::map<std::string, Object, std::less<>>;
@@ -37,7 +37,7 @@ Object new_engine_object(std::string_view identifier) {
   try {
     engine.call(L"SetOption", Variant::of_long(max_locks_per_file_option), Variant::of_long(max_locks_per_file));
   } catch (const support::RuntimeError&) {
-    // An engine without this option has the limit of the registry.
+    // An engine without this option has the limit that the registry gives.
   }
   return engine;
 }
@@ -76,7 +76,7 @@ class AutomationEngine : public Engine {
   }
 
  private:
-  /// A new one, of the user that every database without a security of its own has.
+  /// A new workspace, of the user that every database without a security of its own has.
   Object workspace() const {
     return engine_.object(Kind::Workspace, L"CreateWorkspace", Variant::of_text("firststeps"),
                           Variant::of_text("admin"), Variant::of_text(""));
@@ -118,7 +118,7 @@ constexpr FailureRow failures[] = {
     {ERROR_ACCESS_DENIED, error_number::file_not_opened},
 };
 
-/// The engine's number of the system's last error; 3043 for those that the table lacks.
+/// Raises the engine's number for the system's last error; 3043 where the table lacks it.
 void check(bool done) {
   if (done) return;
   const auto* row = std::ranges::find(failures, GetLastError(), &FailureRow::failure);
@@ -139,7 +139,7 @@ void copy_content(HANDLE source, HANDLE target) {
 }  // namespace
 
 void copy_database_file(std::string_view source, std::string_view target) {
-  // Shared for reading alone: whoever writes is refused, or has refused us.
+  // Others may only read meanwhile. If somebody writes, this opening is refused.
   const FileHandle from(CreateFileW(support::wide_path(source).c_str(), GENERIC_READ, FILE_SHARE_READ, nullptr,
                                     OPEN_EXISTING, FILE_FLAG_SEQUENTIAL_SCAN, nullptr));
   check(static_cast<bool>(from));

@@ -12,7 +12,7 @@ AutomationRecordset::~AutomationRecordset() {
   try {
     close();
   } catch (const support::RuntimeError&) {
-    // Its database was closed before it, and it with it.
+    // The recordset was closed together with its database.
   }
 }
 
@@ -86,7 +86,7 @@ Value AutomationRecordset::value(std::string_view field) const { return value_of
 
 void AutomationRecordset::set_value(std::string_view field, const Value& value) {
   const Column& target = column(field);
-  // The engine may refuse it as late as at Update, and the whole row with it.
+  // The engine may refuse the value only at Update, and then it refuses the whole row.
   const auto* const text = std::get_if<std::string>(&value);
   if (text != nullptr && text->empty() && !target.takes_empty_text) raise(error_number::zero_length, target.name);
   target.field.put(L"Value", to_variant(value, target.type));

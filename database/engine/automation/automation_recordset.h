@@ -1,4 +1,5 @@
-// Rows of a table or query, by automation. The fields of a recordset follow its current row: each is looked up once.
+// Rows of a table or query, by automation. The fields of a recordset follow its current row, so each field is looked up
+// once.
 #pragma once
 
 #include <cstdint>
@@ -46,12 +47,12 @@ class AutomationRecordset : public Recordset {
     Object field;
     std::string name;
     DataType type;
-    /// Texts of a fixed size come padded with blanks.
+    /// The engine pads texts of a fixed size with blanks.
     bool is_padded = false;
     bool takes_empty_text = true;
   };
 
-  /// The recordset; 3420 once it is closed.
+  /// Returns the recordset. Raises 3420 once it is closed.
   const Object& open() const;
   const std::vector<Column>& columns() const;
   static Column column_of(Object field);

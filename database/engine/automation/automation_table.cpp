@@ -6,7 +6,7 @@ using support::Variant;
 
 namespace {
 
-/// Attributes of a table that the engine keeps for itself.
+/// An attribute of tables that the engine keeps for itself.
 constexpr std::uint32_t system_table = 0x80000002;
 
 Variant type_argument(DataType type) { return Variant::of_short(static_cast<std::int16_t>(type)); }
@@ -72,7 +72,7 @@ void AutomationFields::append(const std::shared_ptr<Field>& field) {
   try {
     fields_.append(added.object());
   } catch (const support::RuntimeError& error) {
-    // Engines have two numbers for it.
+    // Engines raise one of two numbers for it.
     if (error.number() == error_number::field_exists) raise(error_number::field_defined_twice, added.name());
     throw;
   }

@@ -117,7 +117,7 @@ class AutomationIndexes : public Indexes {
 
 class AutomationTableDef : public TableDef {
  public:
-  /// `stored`: of the database, not a new one.
+  /// `stored`: the table is in the database already; false for a new one.
   AutomationTableDef(Object object, bool stored)
       : object_(std::move(object)), fields_(object_, Kind::TableFields, stored), indexes_(object_, stored) {}
 
@@ -153,7 +153,7 @@ class AutomationTableDef : public TableDef {
   AutomationIndexes indexes_;
 };
 
-/// The user's tables: the engine's collection holds tables of its own as well.
+/// The user's tables. The engine's collection also holds tables of the engine.
 class AutomationTableDefs : public TableDefs {
  public:
   explicit AutomationTableDefs(const Object& database) : tables_(database, Kind::TableDefs, L"TableDefs", true) {}
@@ -163,11 +163,11 @@ class AutomationTableDefs : public TableDefs {
   std::shared_ptr<TableDef> item(std::string_view name) const override;
   void append(const std::shared_ptr<TableDef>& table) override;
   void remove(std::string_view name) override;
-  /// The layout may have changed.
+  /// Reads the list anew at its next use: the layout may have changed.
   void forget() noexcept;
 
  private:
-  /// Places of the user's tables in the engine's collection.
+  /// Positions of the user's tables in the engine's collection.
   const std::vector<std::int32_t>& places() const;
 
   Collection tables_;

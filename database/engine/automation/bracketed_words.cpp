@@ -19,7 +19,7 @@ bool is_any_of(std::string_view word, std::initializer_list<std::string_view> wo
                              [word](std::string_view known) { return support::equal_ignoring_case(word, known); });
 }
 
-/// Whether a name can follow: after such a word or sign, `desc` is a field.
+/// True where a name can follow this word or sign. There `desc` is a field.
 bool expects_expression(std::string_view before) {
   if (before.empty()) return false;
   const char last = before.back();

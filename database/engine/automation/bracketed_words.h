@@ -6,8 +6,8 @@
 
 namespace engine::automation {
 
-/// The statement with brackets around `index` and `desc` wherever they stand unbracketed in the place of a name: not
-/// where they are the direction of a sort or part of a definition, nor in texts. The same text where there is none.
+/// Returns the statement with brackets around `index` and `desc` wherever they stand without brackets in the place of a
+/// name. Texts, sort directions and parts of definitions stay as they are.
 std::string with_bracketed_words(std::string_view statement);
 
 }  // namespace engine::automation

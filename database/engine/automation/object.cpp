@@ -15,7 +15,7 @@ void Collection::refresh() const {
   try {
     collection_.call(L"Refresh");
   } catch (const support::RuntimeError&) {
-    // A list that cannot be read anew is the one that the engine has: what it lacks is an error when it is asked for.
+    // If the list cannot be read anew, the engine's present list counts. Asking for an item that it lacks is an error.
   }
 }
 

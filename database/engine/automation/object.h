@@ -14,7 +14,7 @@
 
 namespace engine::automation {
 
-/// Kinds of objects: the members of one kind have the same numbers.
+/// Kinds of objects. In all objects of one kind a member has the same number.
 enum class Kind : std::uint8_t {
   Engine,
   Workspace,
@@ -40,9 +40,9 @@ struct Server {
 
 class Object {
  public:
-  /// A reference to nothing: every call raises 91.
+  /// Refers to no object: every call raises 91.
   Object() = default;
-  /// A new engine; 429 where it is not registered.
+  /// Creates a new engine. Raises 429 where it is not registered.
   explicit Object(std::string_view identifier) : server_(std::make_shared<Server>()) {
     dispatch_ = support::DispatchObject::create(identifier, numbers(Kind::Engine));
   }
@@ -51,7 +51,7 @@ class Object {
   support::Variant call(std::wstring_view member, const Arguments&... arguments) const {
     return dispatch_.call(member, arguments...);
   }
-  /// The object that a call returns; 91 where it returns none.
+  /// Returns the object that a call returns. Raises 91 where it returns none.
   template <typename... Arguments>
   Object object(Kind kind, std::wstring_view member, const Arguments&... arguments) const {
     return Object(server_, kind, dispatch_.call(member, arguments...));
@@ -62,7 +62,7 @@ class Object {
   std::int32_t number(std::wstring_view property) const { return call(property).to_long(); }
   bool flag(std::wstring_view property) const { return call(property).to_flag(); }
 
-  /// As an argument of a call.
+  /// The object as an argument of a call.
   support::Variant argument() const { return support::Variant::of_object(dispatch_.get()); }
   explicit operator bool() const noexcept { return static_cast<bool>(dispatch_); }
   void reset() noexcept { dispatch_.reset(); }
@@ -78,7 +78,8 @@ class Object {
   support::DispatchObject dispatch_;
 };
 
-/// The object of this engine behind an object of the model; 3219 where another engine has made it.
+/// Returns the object of this engine that stands behind an object of the model. Raises 3219 where another engine made
+/// that object.
 template <typename Ours, typename Interface>
 Ours& ours(const std::shared_ptr<Interface>& object) {
   auto* found = dynamic_cast<Ours*>(object.get());
@@ -86,8 +87,9 @@ Ours& ours(const std::shared_ptr<Interface>& object) {
   return *found;
 }
 
-/// A collection of an object, which must outlive it. The engine keeps lists that do not follow what statements and
-/// other handles change: that of a stored object is read anew when it is first used, and first used after forget().
+/// A collection of an object, which must outlive it. The engine's own lists do not follow the changes that statements
+/// and other handles make. Therefore the list of a stored object is read anew at its first use, and at the first use
+/// after forget().
 class Collection {
  public:
   Collection(const Object& owner, Kind kind, std::wstring_view member, bool stored)

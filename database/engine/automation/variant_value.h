@@ -6,11 +6,11 @@
 
 namespace engine::automation {
 
-/// For a field of this type: whole numbers get the field's width where they fit it. Whatever does not fit goes to the
-/// engine as it is, which converts or refuses it.
+/// Converts a value for a field of this type. A whole number gets the width of the field where it fits. Any other value
+/// goes to the engine as it is; the engine converts or refuses it.
 support::Variant to_variant(const Value& value, DataType type);
 
-/// RuntimeError 13 for a type that no field of ours has (bytes, objects).
+/// Raises 13 for a type that no field of ours has (bytes, objects).
 Value to_value(const support::Variant& variant);
 
 }  // namespace engine::automation

@@ -38,7 +38,7 @@ class BothEngines : public Engine {
   std::unique_ptr<Engine> embedded_;
 };
 
-/// Null where there is none.
+/// Null where the identifier is not registered.
 std::unique_ptr<Engine> find_automation_engine(std::string_view identifier) {
   try {
     return open_automation_engine(identifier);
@@ -67,7 +67,8 @@ std::unique_ptr<Engine> open_engine(std::string_view identifier) {
   if (auto automation = find_automation_engine(identifier)) {
     return both_engines(std::move(automation), std::move(embedded));
   }
-  // The embedded engine stands in for all of them or for none: whoever asks for one may have to go on to the other.
+  // The embedded engine answers only where none of the identifiers is registered. Where one of them is, a caller that
+  // asks for the other one has to go on to it.
   if (std::ranges::any_of(automation_identifiers,
                           [](std::string_view other) { return find_automation_engine(other) != nullptr; })) {
     throw support::RuntimeError(support::error_number::no_such_engine,

@@ -17,21 +17,21 @@ namespace {
 
 using embedded::Connection;
 
-/// The file, which nobody else has open or opens from here on.
+/// Opens the file alone: nobody else has it open, or opens it from now on.
 std::unique_ptr<Connection> hold_alone(const std::string& path) {
   auto held = std::make_unique<Connection>(path, embedded::ConnectionOptions{});
   if (!held->hold_alone()) raise(support::error_number::file_in_use);
   return held;
 }
 
-/// For programs that know nothing of our lock. The look itself would take locks away that this process holds on the
-/// file: it must hold none.
+/// Other programs do not know our lock, so the system is asked whether anybody uses the file. Asking takes away the
+/// locks that this process holds on the file, so it must hold none.
 void require_unused(const std::string& path) {
   hold_alone(path).reset();
   if (!support::is_host_file_unused(path)) raise(support::error_number::file_in_use);
 }
 
-/// Where the file system gives a file no second name.
+/// For file systems that give a file no second name.
 void exchange_by_names(const std::string& source, const std::string& target, const std::string& kept) {
   if (!support::rename_host_file(target, kept))
     raise(support::host_file_exists(kept) ? support::error_number::database_exists : support::error_number::disk_error);
@@ -46,7 +46,7 @@ void replace(std::unique_ptr<Connection>& held, const std::string& source, const
     embedded::replace_held_file(held, source, target);
   } catch (const support::RuntimeError& error) {
     if (error.number() == support::error_number::file_in_use) throw;
-    // Its text tells what has become of the files.
+    // The error's text says what has become of the files.
     throw support::RuntimeError(support::error_number::disk_error, error.what());
   }
 }

@@ -41,8 +41,8 @@ PreparedStatement& bind_field(PreparedStatement& statement, std::int64_t id, con
                         std::int32_t{field.ordinal_position}, field.validation_rule, field.validation_text);
 }
 
-/// An identity for a new row of a catalogue table: behind all others, and not one that a row had which is gone by now,
-/// or was rolled back. A gap that nobody foresees makes sure of that.
+/// An identity for a new row of a catalogue table. It is higher than all others, and unlike that of any row that is
+/// gone by now or was rolled back: a random gap makes sure of that.
 std::int64_t new_identity(Connection& connection, std::string_view table) {
   std::uint32_t gap = 0;
   sqlite3_randomness(sizeof gap, &gap);
@@ -51,7 +51,7 @@ std::int64_t new_identity(Connection& connection, std::string_view table) {
   return last + 1 + gap;
 }
 
-/// Index fields are kept joined by ".", which no name holds.
+/// The fields of an index are stored in one text, joined by ".", which no name holds.
 std::string joined(const std::vector<std::string>& names) {
   std::string text;
   for (const std::string& name : names) text += (text.empty() ? "" : ".") + name;

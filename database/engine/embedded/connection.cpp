@@ -21,19 +21,20 @@ constexpr int maximum_text_bytes = 64 << 20;
 /// Where SQLite keeps the locks of a file.
 constexpr std::int64_t pending_byte = 0x40000000;
 constexpr std::int64_t lock_bytes = 512;
-/// As long as the compiler's longest statement.
+/// As long as the longest statement that the compiler writes.
 constexpr int maximum_sql_bytes = 4 << 20;
 
-/// Reading a page of an encrypted file costs more than all that is done with it: up to 128 MiB are kept, so that
-/// several questions to ten years of data decrypt them once. A small file takes no more than its own size. The size is
-/// set in the transaction that reads the version: each one begins with the first page, whatever is kept.
-/// A journal that is gone ends a commit, so the folder is synced, too: after a power cut it would be back, and undo it.
-/// SQLite takes this setting outside of transactions only.
+/// Decrypting a page costs more than everything else that is done with it. Therefore up to 128 MiB of pages are kept,
+/// so that several queries over ten years of data decrypt each page once. A small file takes no more than its own size.
+/// The cache size is set in the transaction that reads the version, because each transaction begins with reading the
+/// first page, whatever is kept. A commit ends when its journal is deleted; with synchronous=EXTRA the folder is synced
+/// as well, so that the journal does not come back after a power cut and undo the commit. SQLite takes that setting
+/// outside of transactions only.
 constexpr char first_statements[] =
     "BEGIN; PRAGMA cell_size_check=ON; PRAGMA user_version; PRAGMA cache_size=-131072; COMMIT; "
     "PRAGMA synchronous=EXTRA";
 
-/// The form in which the cipher takes a key that is derived already, wiped after use.
+/// A derived key in the text form that the cipher takes; wiped after use.
 class KeyText {
  public:
   explicit KeyText(const FileKey& key) : text_("x'") {
@@ -57,7 +58,7 @@ class KeyText {
   std::string text_;
 };
 
-/// Freed memory is overwritten, in the whole process.
+/// Makes SQLite overwrite freed memory, in the whole process.
 void secure_memory(sqlite3* handle) {
   static bool done = false;
   if (!std::exchange(done, true)) sqlite3_exec(handle, "PRAGMA memory_security=fill", nullptr, nullptr, nullptr);
@@ -75,15 +76,15 @@ DeleteCall& plain_delete() {
   return call;
 }
 
-/// An empty journal is none: should its name come back, nothing is undone.
+/// An empty journal undoes nothing. Should its name come back after a power cut, no harm is done.
 int delete_for_good(sqlite3_vfs* vfs, const char* path, int sync_folder) {
   if (sync_folder != 0) empty_file_for_good(path);
   return plain_delete()(vfs, path, sync_folder);
 }
 
-/// From here on, in the whole process, a journal that is deleted with its folder to be synced stays deleted after a
-/// power cut. Windows syncs no folder: there the journal is emptied, and the emptying synced, before the journal is
-/// deleted. Calling it again does nothing.
+/// From now on, in the whole process, a journal that SQLite deletes together with a sync of its folder stays deleted
+/// after a power cut. Windows syncs no folder: there the journal is emptied, and the emptying synced, before the
+/// journal is deleted. Calling it again does nothing.
 void sync_ends_of_journals() noexcept {
   if (plain_delete() != nullptr) return;
   sqlite3_initialize();
@@ -185,8 +186,8 @@ Connection::Connection(const std::string& host_path, const ConnectionOptions& op
   sync_ends_of_journals();
   if (!options.held) wait_until_journal_is_seen(host_path);
   sqlite3* handle = nullptr;
-  // For writing even where only reading is meant, if the file allows it: what a process that died left half done is
-  // undone by the next one that opens the file, and that may be a reader.
+  // Opens for writing, if the file allows it, even where the caller only reads: what a process left half done when it
+  // died is undone by the next one that opens the file, and that may be a reader.
   const int flags = SQLITE_OPEN_READWRITE | SQLITE_OPEN_EXRESCODE;
   const int result = sqlite3_open_v2(host_path.c_str(), &handle, flags, nullptr);
   handle_.reset(handle);
@@ -199,9 +200,9 @@ Connection::~Connection() {
   if (sqlite3_total_changes64(handle_.get()) > 0) note_own_change(host_path_);
 }
 
-// SQLite's own handler asks again after a tenth of a second in the end, and of several processes one may never come at
-// the right moment. Short waits of uneven length give each its turn. One statement may ask for many locks: for one at
-// its end, and before that for one whenever its changes outgrow the memory that they have.
+// SQLite's own handler ends up asking only every tenth of a second, so that one of several processes may never ask at
+// the right moment. Short waits of uneven length give each process its turn. One statement may ask for many locks: one
+// at its end, and one whenever its changes outgrow their memory.
 int Connection::wait_for_file(void* connection, int) {
   Connection& self = *static_cast<Connection*>(connection);
   if (self.waited_ >= self.busy_time_) return 0;
@@ -214,8 +215,8 @@ int Connection::wait_for_file(void* connection, int) {
   return 1;
 }
 
-// Not as a prepared statement that is kept: the setting is made while it is being prepared. Where it cannot be made,
-// more or less memory is used.
+// Runs no prepared statement of the pool, because the setting is made while the statement is prepared. If it cannot be
+// made, SQLite uses more or less memory.
 void Connection::set_cache(const char* setting) noexcept {
   sqlite3_exec(handle_.get(), setting, nullptr, nullptr, nullptr);
 }
@@ -253,7 +254,7 @@ void Connection::secure() {
     int option;
     int value;
   };
-  // The file may come from a stranger: nothing that its schema holds beyond tables and indexes is run.
+  // The file may come from a stranger: its schema may run nothing beyond tables and indexes.
   for (const Setting setting : {Setting{SQLITE_DBCONFIG_DEFENSIVE, 1}, Setting{SQLITE_DBCONFIG_TRUSTED_SCHEMA, 0},
                                 Setting{SQLITE_DBCONFIG_ENABLE_TRIGGER, 0}, Setting{SQLITE_DBCONFIG_ENABLE_VIEW, 0},
                                 Setting{SQLITE_DBCONFIG_DQS_DDL, 0}, Setting{SQLITE_DBCONFIG_DQS_DML, 0}}) {
@@ -316,7 +317,7 @@ void Connection::copy_bytes_to(Connection& target) {
   std::vector<char> chunk(std::size_t{64} << 10);
   static_assert(pending_byte % (64 << 10) == 0);
   for (std::int64_t position = 0; position < size;) {
-    // On the page of these bytes nothing is stored, and on Windows what is locked cannot be read.
+    // The page of these bytes stores nothing, and on Windows locked bytes cannot be read.
     if (position == pending_byte) position += lock_bytes;
     const int part = static_cast<int>(std::min<std::int64_t>(size - position, std::ssize(chunk)));
     target.check(from->pMethods->xRead(from, chunk.data(), part, position));
@@ -335,7 +336,7 @@ void Connection::copy_to(Connection& target) {
 }
 
 bool Connection::is_page_sound(std::int64_t page, std::int64_t size) {
-  // The one that the system's locks lie in is never written.
+  // The page in which the system's locks lie is never written.
   if (page == pending_byte / size + 1) return true;
   std::string bytes(static_cast<std::size_t>(size), '\0');
   return file()->pMethods->xRead(file(), bytes.data(), static_cast<int>(size), (page - 1) * size) == SQLITE_OK;

@@ -1,5 +1,5 @@
-// One connection to a database file: owns SQLite's handle, its settings against hostile files, and the prepared
-// statements that are kept for the next use. Failures raise RuntimeError with the engine's numbers.
+// One connection to a database file. It owns SQLite's handle, its settings against hostile files, and the prepared
+// statements that are kept for their next use. Failures raise RuntimeError with the engine's numbers.
 #pragma once
 
 #include <sqlite3.h>
@@ -26,9 +26,9 @@ class PreparedStatement {
 
   void bind(int parameter, std::int64_t value);
   void bind(int parameter, std::string_view value);
-  /// As the tables store it: Yes/No -1 or 0, a Single as its double, a Date as its days.
+  /// Binds a value as the tables store it: Yes/No as -1 or 0, a Single as its double, a Date as its days.
   void bind(int parameter, const Value& value);
-  /// The value of another statement's row, as it is stored.
+  /// Binds a stored value of another statement's row.
   void bind_column(int parameter, const PreparedStatement& row, int column);
   /// Binds all parameters, from the first.
   template <typename... Arguments>
@@ -66,7 +66,7 @@ class PreparedStatement {
 
 class Connection;
 
-/// A statement on loan: goes back to its connection, reset, when the loan ends.
+/// A statement on loan. When the loan ends, the statement is reset and goes back to its connection.
 class PooledStatement {
  public:
   PooledStatement(Connection& connection, PreparedStatement statement)
@@ -91,65 +91,65 @@ struct ConnectionOptions {
 
 class Connection {
  public:
-  /// Opens a file that is there (of zero bytes: a new one). 3051 where it cannot be opened, 3045 where another one is
-  /// being put in its place. Reads nothing yet. A read-only connection changes nothing but to undo the transaction of a
-  /// process that died.
+  /// Opens an existing file; one of zero bytes is a new database. Raises 3051 where it cannot be opened, 3045 where
+  /// another file is being put in its place. Reads nothing yet. A read-only connection changes nothing, except that it
+  /// undoes the transaction of a process that died.
   Connection(const std::string& host_path, const ConnectionOptions& options);
   ~Connection();
   Connection(const Connection&) = delete;
   Connection& operator=(const Connection&) = delete;
 
-  /// The statement for the text, prepared at most once while it is in use at most once.
+  /// The statement of this text. It is prepared once and then used again, unless it is in use already.
   PooledStatement statement(std::string_view sql);
   /// Runs a statement without parameters to its end.
   void run(std::string_view sql) { statement(sql)->run(); }
-  /// First column of the first row; 0 where there is no row.
+  /// The first column of the first row; 0 where there is no row.
   std::int64_t integer(std::string_view sql);
 
-  /// The file's first bytes as they are on the disk, and its size. Only before the key is given.
+  /// The file's first bytes as they are on the disk, and its size. Call it only before the key is given.
   std::string beginning(std::size_t size);
   std::int64_t file_size();
   void use_key(const FileKey& key);
-  /// Reads the file for the first time and completes the settings; what follows may be called only then. The file's
-  /// user version; nothing where what the file holds is no database, or the key does not fit.
+  /// Reads the file for the first time and completes the settings. Call the functions below only after this. Returns
+  /// the file's user version; nothing where the file is no database or the key does not fit.
   std::optional<std::int64_t> first_read();
-  /// Re-encrypts the whole file; a null key leaves it plain. Interrupted, it leaves a file that no key opens: only for
-  /// a file that nobody needs yet.
+  /// Re-encrypts the whole file; a null key leaves it plain. If it is interrupted, no key opens the file any more: use
+  /// it only for a file that nobody needs yet.
   void change_key(const FileKey* key);
-  /// From here on nobody else opens the file. False, and nothing changed, where somebody has it open.
+  /// From now on nobody else can open the file. Returns false and changes nothing where somebody has it open.
   bool hold_alone() { return hold_.hold_alone(); }
   void let_others_in() noexcept { hold_.let_others_in(); }
-  /// Fills another connection's file, new and empty, with this one's bytes as they are on the disk, and syncs it. Only
-  /// while a transaction of another connection keeps others from changing them. Neither was given a key. Raises what
-  /// SQLite's errors become (3043 where the disk fails or is full); the target may then hold a part.
+  /// Fills another connection's file, which is new and empty, with this one's bytes as they are on the disk, and syncs
+  /// it. A transaction of another connection must keep others from changing the bytes. Neither connection was given a
+  /// key. Raises what SQLite's errors become (3043 where the disk fails or is full); the target may then hold a part.
   void copy_bytes_to(Connection& target);
-  /// False where another tool has chosen that what is committed may lie in a second file.
+  /// False where another tool has set the file so that committed data may lie in a second file.
   bool is_all_in_one_file();
-  /// Fills another connection's file, new and empty, with what is committed in this one's.
+  /// Fills another connection's file, which is new and empty, with what is committed in this one's.
   void copy_to(Connection& target);
-  /// 3343 where what the file holds does not hold together.
+  /// Raises 3343 where the file is inconsistent.
   void check_integrity();
-  /// In a transaction: false where the page, from 1, cannot be read or, in an encrypted file, is not the one that was
-  /// written there. `size` is that of the file's pages.
+  /// Call it in a transaction. False where the page, counted from 1, cannot be read or, in an encrypted file, is not
+  /// the page that was written there. `size` is the size of the file's pages.
   bool is_page_sound(std::int64_t page, std::int64_t size);
 
-  /// From here on the file's locks are waited for as long as the busy time in all, however many of them are asked for.
+  /// From now on, all waits for the file's locks together take at most the busy time.
   void begin_waiting() noexcept { waited_ = {}; }
-  /// While much is written: what has changed goes to the disk early, not all of it at the commit.
+  /// For times when much is written: changes go to the disk early, not all of them at the commit.
   void use_small_cache() noexcept { set_cache("PRAGMA cache_size=-2048"); }
-  /// Otherwise: what was read is kept.
+  /// For all other times: what was read is kept.
   void use_large_cache() noexcept { set_cache("PRAGMA cache_size=-131072"); }
 
   bool in_transaction() const { return sqlite3_get_autocommit(handle_.get()) == 0; }
   bool read_only() const { return read_only_ || sqlite3_db_readonly(handle_.get(), "main") == 1; }
   std::int32_t changes() const { return sqlite3_changes(handle_.get()); }
   std::int64_t last_row_id() const { return sqlite3_last_insert_rowid(handle_.get()); }
-  /// What statements that add rows count by.
+  /// The counters of the statements that add rows.
   jet_sql::Numbering& numbering() noexcept { return *numbering_; }
 
  private:
   friend class PooledStatement;
-  /// Called by SQLite as long as the file is in use elsewhere: 0 gives up.
+  /// SQLite calls it as long as the file is in use elsewhere. It returns 0 to give up.
   static int wait_for_file(void* connection, int times_called);
   void secure();
   void set_cache(const char* setting) noexcept;
@@ -159,7 +159,7 @@ class Connection {
   struct Close {
     void operator()(sqlite3* handle) const noexcept { sqlite3_close_v2(handle); }
   };
-  // Let go of when the handle is closed.
+  // Released when the handle is closed.
   FileHold hold_;
   std::unique_ptr<sqlite3, Close> handle_;
   std::string host_path_;

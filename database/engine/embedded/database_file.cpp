@@ -21,7 +21,7 @@ constexpr std::int64_t encrypted_page_size = 4096;
 
 std::filesystem::path file_path(const std::string& host_path) { return support::std_path(host_path); }
 
-/// What the engine puts beside a file: "NAME-journal".
+/// Length of the ending that SQLite's journal adds to the name of a file: "NAME-journal".
 constexpr std::size_t ending_of_companions = 8;
 
 [[noreturn]] void raise_name_too_long() {
@@ -35,7 +35,7 @@ bool folder_is_there(const std::filesystem::path& path) {
 }
 
 bool is_plain(std::string_view beginning) {
-  // Of a file that is cut off so early, the journal holds the rest.
+  // If the file is cut off so early, the journal holds the rest.
   if (beginning.size() < telling_size) return sqlite_magic.starts_with(beginning.substr(0, sqlite_magic.size()));
   return beginning.starts_with(sqlite_magic);
 }
@@ -62,7 +62,7 @@ bool has_journal(const std::string& host_path) {
   std::error_code failure;
   std::filesystem::path journal = std::filesystem::canonical(file_path(host_path), failure);
   journal += "-journal";
-  // One that begins with 0 is done with.
+  // A journal that begins with 0 is done with.
   return !failure && std::ifstream(journal, std::ios::binary).get() > 0;
 }
 
@@ -82,7 +82,7 @@ DatabaseFile identify_database_file(std::string_view beginning, std::int64_t fil
 
 void refuse_fitting_password(std::string_view beginning, std::int64_t file_size, std::string_view password,
                              bool seemed_wrong) {
-  // Of 512 bytes the cipher would leave SQLite too few.
+  // A page of 512 bytes would have too little room for SQLite beside the cipher's data.
   constexpr std::int64_t least_page_size = 1024;
   if (std::ssize(beginning) < least_page_size || file_size % least_page_size != 0) return;
   if (is_plain(beginning)) return;

@@ -35,7 +35,7 @@ void EmbeddedDatabase::execute(std::string_view sql) {
   const WaitingScope waiting{*session_};
   session_->compile(sql);
   AtomicChange change{*session_};
-  // Compiled a second time where another handle has changed the layout in between.
+  // The statement is compiled a second time where another handle has changed the layout in between.
   const ProgramPointer program = session_->compile(sql);
   const std::int32_t affected = run_program(*session_, *program);
   change.done();

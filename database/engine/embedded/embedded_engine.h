@@ -1,6 +1,6 @@
 // The embedded engine: the object model over SQLite3 Multiple Ciphers. A database with a password is encrypted in the
-// SQLCipher 4 scheme. The user's tables are SQLite tables of the same names; what SQLite does not know of a field lives
-// in catalogue tables of the same file.
+// SQLCipher 4 scheme. The user's tables are SQLite tables of the same names. Catalogue tables of the same file keep
+// what SQLite does not know of a field.
 #pragma once
 
 #include <chrono>
@@ -11,7 +11,7 @@
 
 namespace engine::embedded {
 
-/// How long an operation waits for another process that holds the file before it raises 3045.
+/// How long an operation waits for another process that holds the file. Then it raises 3045.
 inline constexpr std::chrono::milliseconds default_busy_time{5000};
 
 /// Paths are Windows paths; the key of a file is derived once per process and password.

@@ -42,7 +42,7 @@ EmbeddedRecordset::EmbeddedRecordset(std::shared_ptr<Session> session, Recordset
   if (reader_.reach(0)) go_to(0);
 }
 
-/// A field that was renamed is no longer the column's, nor is another one that took its name.
+/// A field that was renamed no longer belongs to the column, and neither does another field that took its name.
 void EmbeddedRecordset::bind_columns() {
   table_fields_.assign(columns_.size(), std::nullopt);
   for (std::size_t i = 0; i < columns_.size(); ++i) {
@@ -68,7 +68,7 @@ void EmbeddedRecordset::require_row() const {
   if (reader_.rows().deleted(row_)) raise(error_number::record_deleted);
 }
 
-/// Rows that were not deleted, or may still come.
+/// True where a row remains that was not deleted, or where rows may still come.
 bool EmbeddedRecordset::has_rows() const { return !reader_.at_end() || reader_.rows().size() > deleted_; }
 
 bool EmbeddedRecordset::bof() const {
@@ -171,7 +171,8 @@ void EmbeddedRecordset::add_new() {
   }
 }
 
-/// The AutoNumber is the row's from here on: whoever adds the next row, also through another handle, gets another one.
+/// From here on the AutoNumber belongs to this row: whoever adds the next row, even through another handle, gets
+/// another number.
 void EmbeddedRecordset::fill_defaults() {
   const auto& fields = table_->definition.fields;
   const PooledStatement defaults = session_->connection().statement(session_->statements_of(table_).defaults);
@@ -227,7 +228,7 @@ PooledStatement EmbeddedRecordset::row_statement() const {
   try {
     return session_->connection().statement(row_sql_);
   } catch (const support::RuntimeError&) {
-    // A field that a column is worked out of is gone since the query was opened.
+    // A field from which a column is computed has been deleted since the query was opened.
     raise(error_number::item_not_found);
   }
 }
@@ -270,7 +271,7 @@ void EmbeddedRecordset::update_row() {
     assignments += (assignments.empty() ? "" : ",") + quoted_name(field.name) + "=?";
     values.push_back(&edited->second);
   }
-  // Without a new value, too, the row has to be there.
+  // The row must exist even where it gets no new value.
   const std::string row_id{table_->definition.row_id_column()};
   if (values.empty()) assignments = row_id + "=" + row_id;
   Connection& connection = session_->connection();
@@ -283,7 +284,7 @@ void EmbeddedRecordset::update_row() {
   if (connection.changes() == 0) raise(error_number::record_deleted);
 }
 
-/// Of the fields that were written, and the table's. The row is stored already: an error takes it back.
+/// Checks the rules of the fields that were written, and the table's. The row is stored already; an error undoes that.
 void EmbeddedRecordset::check_rules(std::int64_t row_id) {
   const std::vector<std::string>& rules = session_->statements_of(table_).rules;
   const auto& fields = table_->definition.fields;
@@ -303,7 +304,7 @@ void EmbeddedRecordset::check_rules(std::int64_t row_id) {
 void EmbeddedRecordset::update() {
   require_open();
   if (editing_ == Editing::None) raise(error_number::no_edit);
-  // What is wrong by now is told without waiting for anybody.
+  // An error that is known already is raised before anybody waits for the file.
   adopt_layout();
   check_edited();
   const bool adding = editing_ == Editing::Adding;

@@ -1,5 +1,5 @@
-// A recordset over a table or a query. Rows are shown as they were when they were read; the recordset's own changes
-// show at once. Where the rows are those of one table, it can be updated, by the rules that the table has then.
+// A recordset over a table or a query. It shows rows as they were when they were read; its own changes show at once.
+// Where its rows are those of one table, it can be updated, by the rules that the table has at that time.
 #pragma once
 
 #include <cstdint>
@@ -48,49 +48,50 @@ class EmbeddedRecordset : public Recordset {
   enum class Place { BeforeFirst, Row, AfterLast };
   enum class Editing { None, Adding, Changing };
 
-  /// 3420 where the recordset is closed, or its table known to be gone.
+  /// Raises 3420 where the recordset is closed or its table is known to be gone.
   void require_open() const;
   bool has_rows() const;
-  /// 3021 where no row is current, 3167 where it was deleted.
+  /// Raises 3021 where no row is current, 3167 where the row was deleted.
   void require_row() const;
   void begin_edit(Editing editing);
   std::size_t column(std::string_view name) const;
   const jet_sql::ResultColumn& column_at(std::int32_t position) const;
   void go_to(std::size_t row);
 
-  /// Takes over what was changed of the table's layout since: 3420 where the table is gone. True where the layout is
+  /// Takes over changes of the table's layout. Raises 3420 where the table is gone. Returns true where the layout is
   /// another one.
   bool adopt_layout();
   void bind_columns();
   void fill_defaults();
-  /// What the table as it is now says of the new values: also 3265 where a field is gone that was given one.
+  /// Checks the new values against the table as it is now. Also raises 3265 where a field that was given a value is
+  /// gone.
   void check_edited();
   void check_nulls() const;
   std::int64_t insert_row();
   void update_row();
   void check_rules(std::int64_t row_id);
   std::string where_row() const;
-  /// The row as the query shows it now, where it has columns that are worked out; else as it was edited.
+  /// The row as the query shows it now, where the query has computed columns; else as it was edited.
   std::vector<Value> row_after_update(std::int64_t row_id) const;
   PooledStatement row_statement() const;
 
   std::shared_ptr<Session> session_;
   std::vector<jet_sql::ResultColumn> columns_;
   TablePointer table_;
-  mutable std::shared_ptr<const StoredCatalogue> known_;  ///< the table is there
-  std::vector<std::int64_t> column_fields_;               ///< by column: the field's identity, 0 for none
-  std::vector<std::optional<std::size_t>> table_fields_;  ///< by column: where the field stands in the table now
+  mutable std::shared_ptr<const StoredCatalogue> known_;  ///< the catalogue in which the table was last seen
+  std::vector<std::int64_t> column_fields_;               ///< for each column the field's identity, 0 for none
+  std::vector<std::optional<std::size_t>> table_fields_;  ///< for each column the field's present position in the table
   std::string row_sql_;
   RowReader reader_;
   std::optional<std::int32_t> count_;
   bool open_ = true;
   Place place_ = Place::BeforeFirst;
   std::size_t row_ = 0;
-  std::size_t visited_ = 0;  ///< rows up to the last one that was current
+  std::size_t visited_ = 0;  ///< number of rows up to the last one that was current
   std::size_t deleted_ = 0;
   Editing editing_ = Editing::None;
-  /// What was written, by the field's identity: it stays while a field is renamed or gone, since a rollback may bring
-  /// the field back. Fields without an entry keep their value.
+  /// The values that were written, by the field's identity. They stay while a field is renamed or gone, since a
+  /// rollback may bring the field back. Fields without an entry keep their value.
   std::map<std::int64_t, Value> edited_;
   std::set<std::size_t> assigned_;  ///< columns that were given a value
 };

@@ -37,7 +37,7 @@ void FieldObject::set_name(std::string_view name) {
 
 void FieldObject::set_size(std::int32_t size) {
   if (appended()) raise(error_number::invalid_operation);
-  // The storage size of numbers and dates is fixed by their type.
+  // The type of a number or date fixes its storage size.
   if (definition_.type == DataType::Text) definition_.size = size;
 }
 

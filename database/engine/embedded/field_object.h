@@ -1,4 +1,5 @@
-// A field: a definition that a program builds up, and, once appended to a table, a window on the catalogue.
+// A field. A program first builds it up as a definition; once it is appended to a table, it shows and changes the
+// catalogue.
 #pragma once
 
 #include <cstdint>
@@ -12,7 +13,7 @@
 
 namespace engine::embedded {
 
-/// A table of the file, by its identity in the catalogue: it stays the same when renamed.
+/// A table of the file, by its identity in the catalogue, which stays the same when the table is renamed.
 struct TablePlace {
   std::shared_ptr<Session> session;
   std::int64_t id = 0;
@@ -22,7 +23,7 @@ struct TablePlace {
 
 class FieldObject : public Field {
  public:
-  /// Not appended yet.
+  /// A field that is not appended yet.
   explicit FieldObject(FieldDefinition definition) : definition_(std::move(definition)) {}
   /// A field of a table of the file.
   FieldObject(TablePlace place, std::int64_t id) : place_(std::move(place)), id_(id) {}
@@ -50,7 +51,7 @@ class FieldObject : public Field {
   FieldDefinition definition() const;
   bool appended() const noexcept { return place_.session != nullptr || frozen_; }
   void append_to(TablePlace place);
-  /// Appended to an index: nothing of it can be changed any more.
+  /// For a field that is appended to an index: it cannot be changed any more.
   void freeze() noexcept { frozen_ = true; }
 
  private:

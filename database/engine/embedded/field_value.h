@@ -1,5 +1,5 @@
-// Values on their way between a program and a field: converted to the field's type and checked on the way in, told by
-// the column's type on the way out.
+// Values on their way between a program and a field. On the way in they are converted to the field's type and checked;
+// on the way out they have the column's type.
 #pragma once
 
 #include "database/engine/embedded/connection.h"
@@ -8,15 +8,15 @@
 
 namespace engine::embedded {
 
-/// The value in the form in which fields of this type read. 3421 where it cannot be converted or is out of range, 3163
-/// where a text is too long, 3315 where it is empty and the field takes none. Null stays Null, but is
-/// No in a Yes/No.
+/// Converts the value to what a field of this type reads. Raises 3421 where it cannot be converted or is out of range,
+/// 3163 where a text is too long, 3315 where it is empty and the field takes no empty text. Null stays Null, but
+/// becomes No in a Yes/No.
 Value value_for_field(const FieldDefinition& field, const Value& value);
 
-/// A stored number, as a column of this type reads; Double where the type cannot hold it.
+/// A stored number as a column of this type reads it; Double where the type cannot hold it.
 Value value_of_number(double number, DataType type);
 
-/// A column of the statement's row, as a column of this type reads. A value that the type cannot hold is told as it is.
+/// A column of the statement's row as a column of this type reads it. A value that the type cannot hold stays as it is.
 Value column_value(const PreparedStatement& row, int column, DataType type);
 
 }  // namespace engine::embedded

@@ -20,7 +20,7 @@ namespace engine::embedded {
 
 namespace {
 
-/// More of them say nothing more of a file that is beyond repair.
+/// More faults would say nothing new of a file that is beyond repair.
 constexpr int most_faults = 100;
 constexpr int pages_between_looks = 256;
 
@@ -41,7 +41,7 @@ void check_pages(Connection& file, const FaultsTold& tell, const Look& look) {
   if (told > most_faults) tell({"page", {}, fmt::format("{} more pages like these", told - most_faults)});
 }
 
-/// Whose the trees and indexes are that SQLite speaks of.
+/// Which table owns each tree and index that SQLite's report names.
 class Owners {
  public:
   explicit Owners(Connection& file) {
@@ -51,7 +51,7 @@ class Owners {
       names_.emplace(rows->text(1), rows->text(2));
     }
   }
-  /// The table that a line of the report is about; empty where that cannot be told.
+  /// The table that a line of the report is about; empty where the line does not tell.
   std::string table_of(std::string_view line) const {
     if (const std::string_view number = word_behind(line, "Tree "); !number.empty()) {
       std::int64_t root = 0;
@@ -86,7 +86,7 @@ void check_structure(Connection& file, const FaultsTold& tell) {
   while (report->step()) {
     const std::string_view text = report->text(0);
     if (text == "ok") continue;
-    // A line may hold several, and begins with the file's name in SQLite's words.
+    // A text may hold several lines. SQLite names the file in a line of its own, which begins with "***".
     for (std::size_t begin = 0; begin < text.size();) {
       const std::size_t end = std::min(text.find('\n', begin), text.size());
       const std::string_view line = text.substr(begin, end - begin);
@@ -103,7 +103,7 @@ bool tells_of_the_file(const support::RuntimeError& error) {
   return error.number() != disk && error.number() != in_use && error.number() != cancelled;
 }
 
-/// What cannot be looked at to its end for damage is a fault of its own.
+/// If damage keeps a check from reaching its end, that is a fault of its own.
 template <typename Check>
 void run(std::string_view kind, const FaultsTold& tell, Check&& check) {
   try {
@@ -133,7 +133,7 @@ bool check_file(Connection& file, const StoredCatalogue& catalogue, const Faults
 
 namespace {
 
-/// What the file itself says that it holds, by name.
+/// The objects that the file itself says that it holds, by name.
 struct StoredObject {
   std::string type;   ///< "table", "index" …
   std::string table;  ///< of an index
@@ -151,7 +151,7 @@ StoredObjects stored_objects(Connection& file) {
   return objects;
 }
 
-/// SQLite's own and the catalogue's.
+/// True for SQLite's own objects and those of the catalogue.
 bool is_internal(std::string_view name) { return name.starts_with("sqlite_") || name.starts_with("jet."); }
 
 void check_fields(Connection& file, const TableDefinition& table, const FaultsTold& tell) {

@@ -1,4 +1,4 @@
-// A database file looked at from below: its pages, what SQLite says of them, the catalogue and the rules.
+// Checks a database file from below: its pages, SQLite's own check, the catalogue and the rules.
 #pragma once
 
 #include <cstdint>
@@ -11,14 +11,14 @@ namespace engine::embedded {
 
 using FaultsTold = std::function<void(const FileFault&)>;
 
-/// See FileCare::check. In a transaction, whose state the catalogue is of.
+/// See FileCare::check. Call it in a transaction; `catalogue` is the catalogue as that transaction sees it.
 bool check_file(Connection& file, const StoredCatalogue& catalogue, const FaultsTold& tell,
                 const std::function<void(std::int64_t done, std::int64_t all)>& look);
 
-/// The catalogue's tables, fields and indexes beside those that the file has.
+/// Compares the tables, fields and indexes of the catalogue with those of the file.
 void check_catalogue(Connection& file, const StoredCatalogue& catalogue, const FaultsTold& tell);
 
-/// Rows that breach the rules of their fields and tables.
+/// Finds rows that breach the rules of their fields and tables.
 void check_rules(Connection& file, const StoredCatalogue& catalogue, const FaultsTold& tell);
 
 }  // namespace engine::embedded

@@ -22,13 +22,13 @@ FileSalt salt_of(Connection& file) {
   return salt;
 }
 
-/// What is committed, copied under a key of the same kind: pages with a check of each have less room than those
-/// without.
+/// Copies what is committed, under a key of the same kind. The kind must be the same because a page with a checksum has
+/// less room for data than one without.
 void copy_pages(Connection& source, const std::string& host_path, const FileKey* key) {
   Connection copy{host_path, {}};
   if (key) copy.use_key(*key);
   copy.first_read();
-  // A page is needed once, here and below.
+  // Each page is needed only once, here and below.
   copy.use_small_cache();
   source.copy_to(copy);
 }
@@ -41,14 +41,14 @@ void check_file(const std::string& host_path, const FileKey* key) {
   copy.check_integrity();
 }
 
-/// A key, where there is a password.
+/// A key where there is a password, else none.
 class OptionalKey {
  public:
-  /// Of a new file.
+  /// The key of a new file.
   explicit OptionalKey(std::string_view password) {
     if (!password.empty()) key_.emplace(password, new_salt());
   }
-  /// Of a file whose connection was given no key yet.
+  /// The key of an existing file. Its connection was given no key yet.
   OptionalKey(std::string_view password, Connection& file) {
     if (!password.empty()) key_.emplace(password, salt_of(file));
   }
@@ -58,7 +58,8 @@ class OptionalKey {
   std::optional<FileKey> key_;
 };
 
-/// The file itself, where the path is a link to it. Another name of it would go on leading to the old file.
+/// The path of the file itself, where the given path is a link to it. A second name of the file would go on leading to
+/// the old file, so it is refused.
 std::string only_name_of(const std::string& host_path) {
   if (support::host_file_names(host_path) > 1) {
     raise(error_number::not_supported, "writing a file anew that has a second name in a folder");
@@ -128,7 +129,7 @@ void write_anew(std::unique_ptr<Connection>& held, const std::string& host_path,
     held->run("PRAGMA locking_mode=NORMAL");
     held->integer("SELECT count(*) FROM sqlite_schema");
   }
-  // Other programs may read, but write nothing that would be lost.
+  // Other programs may read meanwhile. They must not write, because their changes would be lost.
   held->run("BEGIN IMMEDIATE");
   WorkingFile file{only_name_of(host_path), support::replacement_mark};
   {

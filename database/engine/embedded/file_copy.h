@@ -1,4 +1,4 @@
-// A whole database copied to another file, under the same password or another, and a file that is written anew.
+// Copies of a whole database in another file, under the same password or another, and files that are written anew.
 #pragma once
 
 #include <functional>
@@ -10,16 +10,17 @@
 
 namespace engine::embedded {
 
-/// See Database::save_copy. The copy is the file byte for byte, under the same key.
+/// See Database::save_copy. The copy equals the file byte for byte, under the same key.
 void save_copy(Session& session, const std::string& host_path);
 
-/// Fills the new, empty file with what is committed in `source`, whose password is `password`, and gives it another
-/// one. Raises 3343 where the copy does not hold together. The file is closed and synced afterwards.
+/// Fills a new, empty file with what is committed in `source`, whose password is `password`, and gives it the new
+/// password. Raises 3343 where the copy is inconsistent. The file is closed and synced afterwards.
 void copy_with_password(Connection& source, const std::string& host_path, std::string_view password,
                         std::string_view new_password);
 
-/// Fills the new, empty file with what is committed in `source`, whose password is `password`: its tables one behind
-/// the other, their counters set back to what the rows hold. Same key. Raises and leaves as above.
+/// Fills a new, empty file with what is committed in `source`, whose password is `password`. Its tables lie one behind
+/// the other, and their counters are set back to what the rows hold. The key stays the same. Raises and leaves the file
+/// as above.
 void copy_compacted(Connection& source, const std::string& host_path, std::string_view password);
 
 /// Writes what `reader` reads to the new, empty file at `path`, which it closes and syncs.

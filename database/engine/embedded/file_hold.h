@@ -1,7 +1,7 @@
-// What every open handle of a database file has beside SQLite's locks, which come and go with each statement: a shared
-// lock for as long as it is open. Who is to put another file in this one's place finds by it that nobody else has it
-// open, in this process or another, under this name or another, and keeps everybody out meanwhile. No data lies where
-// the lock is: it is a byte of the page that SQLite leaves to its own locks.
+// A shared lock that every open handle of a database file holds for as long as it is open. (SQLite's own locks come and
+// go with each statement.) A program that wants to put another file in this one's place learns by the lock whether
+// anybody else has it open, in this process or another, under this name or another, and keeps everybody out meanwhile.
+// The locked byte holds no data: it belongs to the page that SQLite leaves to its own locks.
 #pragma once
 
 #include <chrono>
@@ -17,14 +17,14 @@ class FileHold {
  public:
   /// Holds nothing.
   FileHold() noexcept;
-  /// Waits for who keeps everybody out, then raises 3045. Nothing is held of a file that cannot be opened, or where the
+  /// Waits while somebody keeps everybody out, then raises 3045. Holds nothing where the file cannot be opened or the
   /// system has no lock to give.
   FileHold(const std::string& host_path, std::chrono::milliseconds busy_time);
   ~FileHold();
   FileHold(const FileHold&) = delete;
   FileHold& operator=(const FileHold&) = delete;
 
-  /// From here on nobody else opens the file. False, and nothing changed, where somebody has it open.
+  /// From now on nobody else can open the file. Returns false and changes nothing where somebody has it open.
   bool hold_alone();
   void let_others_in() noexcept;
 

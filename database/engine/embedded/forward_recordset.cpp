@@ -49,7 +49,8 @@ std::int32_t ForwardRecordset::record_count() const {
 void ForwardRecordset::move_next() {
   require_open();
   if (!has_row_) raise(error_number::no_current_record);
-  // Rows that were read ahead are walked first; then those behind make room for the next one.
+  // The rows that were read ahead come first. Then the rows before the current one are dropped to make room for the
+  // next one.
   if (++row_ == reader_->rows().size()) {
     reader_->forget_rows();
     row_ = 0;

@@ -1,5 +1,5 @@
-// A recordset that is read once, from the first row to the last. A row is forgotten when the next one is asked for;
-// only where rows change meanwhile are those ahead read into memory.
+// A recordset that is read once, from the first row to the last. It forgets a row when the next one is asked for. Only
+// where rows change meanwhile does it read the remaining ones into memory.
 #pragma once
 
 #include <cstdint>
@@ -48,7 +48,7 @@ class ForwardRecordset : public Recordset {
   std::shared_ptr<Session> session_;
   std::vector<jet_sql::ResultColumn> columns_;
   std::unique_ptr<RowReader> reader_;  ///< null once the recordset is closed
-  std::size_t row_ = 0;                ///< among those in memory
+  std::size_t row_ = 0;                ///< position among the rows in memory
   std::int32_t visited_ = 0;
   bool has_row_ = false;
 };

@@ -1,4 +1,4 @@
-// An index: a definition that a program builds up until it is appended.
+// An index. A program builds it up as a definition until it is appended.
 #pragma once
 
 #include <cstdint>
@@ -16,7 +16,7 @@ namespace engine::embedded {
 
 class IndexObject : public Index {
  public:
-  /// Not appended yet.
+  /// An index that is not appended yet.
   explicit IndexObject(std::string_view name);
   /// An index of a table.
   explicit IndexObject(const IndexDefinition& definition);

@@ -52,7 +52,7 @@ void KeysAhead::start_thread() noexcept {
   try {
     threads_.emplace_back([this] { work(); });
   } catch (const std::exception&) {
-    // Where the system has no thread left, keys are derived when they are asked for.
+    // If the system has no thread left, keys are derived when they are asked for.
   }
 }
 
@@ -60,7 +60,7 @@ void KeysAhead::pass(const FileSalt& salt) noexcept {
   const std::lock_guard lock{mutex_};
   const auto slot = slot_of(salt);
   if (slot == slots_.end() || --slot->files > 0) return;
-  // What is being derived is wiped by the thread that derives it.
+  // The thread that is deriving a key wipes it.
   if (slot->state != State::Deriving) wipe(slot);
 }
 
@@ -82,7 +82,7 @@ KeysAhead::Slots::iterator KeysAhead::slot_of(const FileSalt& salt) {
 }
 
 void KeysAhead::wait_for(Slot& slot, std::unique_lock<std::mutex>& lock) {
-  // One that no thread has begun is derived here: waiting for a thread would take as long.
+  // A key that no thread has begun is derived here: waiting for a thread would take as long.
   if (slot.state == State::Waiting) derive(slot, lock);
   key_is_ready_.wait(lock, [&] { return slot.state == State::Ready; });
 }
@@ -128,7 +128,7 @@ std::optional<FileSalt> EmbeddedOpenings::new_salt_of(std::string_view path) con
     if (!file.encrypted || is_key_known(password_, file.salt)) return std::nullopt;
     return file.salt;
   } catch (const support::RuntimeError&) {
-    // Its opening will say what is wrong with it.
+    // The opening of the file will say what is wrong with it.
     return std::nullopt;
   }
 }

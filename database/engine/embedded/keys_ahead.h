@@ -1,8 +1,9 @@
-// Keys of files that will be opened soon, derived on all processors while the program works on the files before them.
+// Keys of files that will be opened soon. They are derived on all processors while the program works on the files
+// before them.
 //
-// The threads derive keys and do nothing else: the library's derivation touches no memory but what it is given, so that
-// SQLite, which is built for one thread, never sees them. All members but the derivation belong to the one thread that
-// opens files.
+// The threads derive keys and do nothing else. The derivation touches only the memory that it is given, so SQLite,
+// which is built for one thread, is not affected by them. All members other than the derivation belong to the one
+// thread that opens files.
 #pragma once
 
 #include <condition_variable>
@@ -25,19 +26,20 @@ class KeysAhead {
  public:
   /// Starts no thread yet.
   explicit KeysAhead(std::string_view password);
-  /// Waits for the keys that are being derived, and wipes all.
+  /// Waits for the keys that are being derived, then wipes all keys.
   ~KeysAhead();
   KeysAhead(const KeysAhead&) = delete;
   KeysAhead& operator=(const KeysAhead&) = delete;
 
-  /// A file with this salt will be opened; several may share one.
+  /// Announces that a file with this salt will be opened. Several files may share a salt.
   void expect(const FileSalt& salt);
-  /// Done with one of those files: its key is wiped with the last of them.
+  /// Says that one of those files is done with. Its key is wiped with the last of them.
   void pass(const FileSalt& salt) noexcept;
-  /// As many files as are worth expecting at once: every processor has work, and few keys wait in memory.
+  /// How many files are worth expecting at once: every processor has work, and few keys wait in memory.
   static std::size_t most_expected() noexcept;
 
-  /// The key of an expected file into `key`, waited for where it is not there yet. False where nobody expects the file.
+  /// Stores the key of an expected file in `key`, and waits for it where it is not derived yet. False where nobody
+  /// expects the file.
   static bool find(std::string_view password, const FileSalt& salt, KeyBytes& key);
 
  private:
@@ -53,21 +55,21 @@ class KeysAhead {
   static std::vector<KeysAhead*>& all();
   void start_thread() noexcept;
   void work();
-  /// With the lock held; it is given back while the key is derived.
+  /// Call it with the lock held. It releases the lock while it derives the key.
   void derive(Slot& slot, std::unique_lock<std::mutex>& lock);
   void wait_for(Slot& slot, std::unique_lock<std::mutex>& lock);
   void wipe(Slots::iterator slot) noexcept;
   Slots::iterator slot_of(const FileSalt& salt);
 
   std::string password_;
-  std::mutex mutex_;  ///< guards what follows
+  std::mutex mutex_;  ///< guards the members below
   std::condition_variable work_is_there_, key_is_ready_;
   Slots slots_;
   bool ending_ = false;
   std::vector<std::thread> threads_;
 };
 
-/// Openings of encrypted files prepared ahead: their salts are read, and their keys derived, before their turn.
+/// Prepares the opening of encrypted files: reads their salts and derives their keys before they are opened.
 class EmbeddedOpenings : public OpeningsAhead {
  public:
   explicit EmbeddedOpenings(std::string_view password) : password_(password), keys_(password) {}
@@ -80,7 +82,7 @@ class EmbeddedOpenings : public OpeningsAhead {
   void pass() override;
 
  private:
-  /// The salt of a file whose key is still to be derived.
+  /// The salt of a file whose key must still be derived.
   std::optional<FileSalt> new_salt_of(std::string_view path) const;
 
   std::string password_;

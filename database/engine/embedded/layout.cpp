@@ -22,7 +22,7 @@ void check_name(std::string_view name) {
       support::character_count(name) <= maximum_name_characters && std::ranges::none_of(name, [](char c) {
         return static_cast<unsigned char>(c) < ' ' || c == '.' || c == '!' || c == '[' || c == ']' || c == '`';
       });
-  // SQLite keeps names with this beginning for itself.
+  // SQLite reserves names with this beginning.
   const bool reserved = support::equal_ignoring_case(name.substr(0, 7), "sqlite_");
   if (!allowed || reserved) raise(error_number::invalid_name, name);
 }
@@ -37,7 +37,8 @@ std::string column(const FieldDefinition& field) {
   return quoted_name(field.name) + " " + std::string(find_field_type(field.type)->declaration);
 }
 
-/// Indexes share one name space in SQLite; the table's identity keeps them apart and outlives its renaming.
+/// All indexes of a SQLite file share one name space. The table's identity keeps their names apart, and stays the same
+/// when the table is renamed.
 std::string index_name(std::int64_t table, std::string_view index) {
   return quoted_name(fmt::format("{}.{}", table, index));
 }
@@ -50,7 +51,8 @@ void create_sqlite_index(Connection& connection, std::int64_t id, std::string_vi
   connection.run(sql + ")");
 }
 
-/// Fills an AutoNumber field that was added to a table with rows; one that the table had before gave its numbers.
+/// Fills an AutoNumber field that was added to a table with rows. If the table had an AutoNumber before, numbering goes
+/// on from its last number.
 void number_rows(Session& session, const StoredTable& table, const FieldDefinition& field) {
   Connection& connection = session.connection();
   const std::string row_id{table.definition.row_id_column()};
@@ -63,7 +65,7 @@ void number_rows(Session& session, const StoredTable& table, const FieldDefiniti
   }
 }
 
-/// Fills a column with the values of another one, converted to the field's type.
+/// Fills a column with the values of another column, converted to the field's type.
 void convert_values(Connection& connection, const TableDefinition& table, const std::string& old_column,
                     DataType old_type, const FieldDefinition& field) {
   const std::string row_id{table.row_id_column()};
@@ -89,7 +91,7 @@ void check_no_null(Connection& connection, const TableDefinition& table, const I
     raise(error_number::null_in_key);
 }
 
-/// The index with its fields spelled as the table spells them.
+/// The index, with the names of its fields spelled as in the table.
 IndexDefinition bound(IndexDefinition index, const TableDefinition& table) {
   for (std::string& field : index.fields) field = table.find_field(field)->name;
   return index;
@@ -110,7 +112,7 @@ TablePointer table_for_new_field(Session& session, std::int64_t table, const Fie
   return stored;
 }
 
-/// The table and the field, which can be dropped.
+/// Returns the table and the field, after checking that the field can be dropped.
 std::pair<TablePointer, const FieldDefinition*> field_to_drop(Session& session, std::int64_t table,
                                                               std::string_view field) {
   TablePointer stored = session.table(table);
@@ -192,7 +194,7 @@ void drop_table(Session& session, std::int64_t table) {
 void change_table(Session& session, std::int64_t table, const std::function<void(TableDefinition&)>& change) {
   session.table(table);
   AtomicChange whole{session};
-  // What another handle changed in the meantime stays.
+  // What another handle has changed in the meantime stays.
   const TablePointer stored = session.table(table);
   TableDefinition properties = stored->definition;
   change(properties);
@@ -261,7 +263,7 @@ void convert_field(Session& session, std::int64_t table, const FieldDefinition& 
   session.counters().keep(session.connection(), *stored);
   Connection& connection = session.connection();
   const std::string name = quoted_name(stored->definition.name);
-  // A name with a "." is no field's.
+  // No field has a name with ".".
   const std::string old_column = quoted_name("old." + current->name);
   session.change_catalogue().update_field(table, current->name, complete);
   for (const IndexDefinition& index : stored->definition.indexes) {

@@ -1,4 +1,5 @@
-// A cache of a fixed number of entries by text; the entry not used for longest is dropped first.
+// A cache of a fixed number of entries, found by a text. The entry that was not used for the longest time is dropped
+// first.
 #pragma once
 
 #include <list>
@@ -15,7 +16,7 @@ class LruCache {
  public:
   explicit LruCache(std::size_t capacity) : capacity_(capacity) {}
 
-  /// Null where there is none. The pointer lives until the next put, take or clear.
+  /// Null where there is no such entry. The pointer lives until the next put, take or clear.
   const Entry* find(std::string_view key) {
     const auto found = positions_.find(key);
     if (found == positions_.end()) return nullptr;
@@ -34,7 +35,7 @@ class LruCache {
     return entry;
   }
 
-  /// Replaces an entry of the same key.
+  /// Stores the entry. It replaces an entry of the same key.
   const Entry& put(std::string_view key, Entry entry) {
     take(key);
     entries_.emplace_front(key, std::move(entry));

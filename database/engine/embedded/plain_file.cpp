@@ -68,7 +68,7 @@ class SqliteFile : public PlainFile {
   SqliteFile(const std::string& host_path, bool read_only) : connection_(host_path, {.read_only = read_only}) {
     if (!connection_.first_read()) raise(no_database);
     connection_.run("BEGIN");
-    // However long a table is, memory does not grow with it.
+    // Memory does not grow with the length of a table.
     connection_.use_small_cache();
   }
   void run(std::string_view sql) override { connection_.run(sql); }

@@ -1,4 +1,4 @@
-// What each platform does in its own way with a database file. Paths are the host's.
+// Operations on a database file that each platform does in its own way. Paths are the host's.
 #pragma once
 
 #include <memory>
@@ -12,13 +12,14 @@ namespace engine::embedded {
 /// no such folder, 3051 where rights are missing or (POSIX) the folder belongs to another user.
 void create_private_file(const std::string& host_path);
 
-/// Leaves the file empty on the disk, also after a power cut. On POSIX it does nothing: there a deletion lasts once the
-/// folder is synced.
+/// Empties the file, so that it is empty even after a power cut. Does nothing on POSIX, where a deletion is permanent
+/// once the folder is synced.
 void empty_file_for_good(const char* host_path) noexcept;
 
 /// Puts `source`, a closed database, in the place of `target`, which `held` has open alone and locked. `held` is closed
 /// afterwards, and may be closed on failure. Raises what support::replace_with_host_file() raises, and 3045 where
-/// somebody has opened the file meanwhile: Windows gives away a file's name only after the file is closed.
+/// somebody has opened the file in the meantime: Windows gives a file's name to another file only after the file was
+/// closed.
 void replace_held_file(std::unique_ptr<Connection>& held, const std::string& source, const std::string& target);
 
 }  // namespace engine::embedded

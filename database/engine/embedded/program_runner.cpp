@@ -10,8 +10,8 @@
 namespace engine::embedded {
 namespace {
 
-/// The other file of SELECT … INTO … IN: read without a password first, then with this database's. 3045 where it is
-/// this database's own: the statement would wait for the lock that it holds itself.
+/// Opens the other file of SELECT … INTO … IN, first without a password, then with this database's. Raises 3045 where
+/// it is this database's own file: the statement would wait for a lock that it holds itself.
 std::shared_ptr<Session> open_other_file(const Session& session, std::string_view path) {
   const std::string host_path = support::host_file_system().host_path(path);
   if (session.is_file_at(host_path)) raise(error_number::file_in_use);
@@ -26,7 +26,7 @@ std::shared_ptr<Session> open_other_file(const Session& session, std::string_vie
   return Session::open(host_path, session.password(), options);
 }
 
-/// Names, types and sizes of a query's columns, and nothing else of the fields they come from.
+/// The names, types and sizes of a query's columns. The table takes nothing else from the fields behind them.
 TableDefinition table_of_columns(const std::string& name, const std::vector<jet_sql::ResultColumn>& columns) {
   TableDefinition table;
   table.name = name;
@@ -57,10 +57,10 @@ std::int32_t copy_rows(Connection& source, const jet_sql::Query& query, Session&
   return count;
 }
 
-/// Tables, fields and indexes that a program names are there: it was compiled against the catalogue of this moment.
+/// The tables, fields and indexes that a program names exist: it was compiled against the catalogue of this moment.
 TablePointer named_table(Session& session, const std::string& name) { return session.catalogue().find(name); }
 
-/// Runs each kind of program; the result is the number of rows changed.
+/// Runs each kind of program. The result is the number of rows changed.
 struct Runner {
   Session& session;
 
@@ -103,7 +103,7 @@ struct Runner {
     const TablePointer table = named_table(session, alter.table);
     const FieldDefinition* current = table->definition.find_field(alter.field.name);
     FieldDefinition changed = alter.field;
-    // What the statement does not name stays.
+    // Properties that the statement does not name stay.
     changed.ordinal_position = current->ordinal_position;
     changed.allow_zero_length = current->allow_zero_length;
     changed.required = changed.required || current->required;

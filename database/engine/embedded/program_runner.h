@@ -1,4 +1,4 @@
-// Carries out compiled statements that change data or layout.
+// Runs compiled statements that change data or layout.
 #pragma once
 
 #include <cstdint>
@@ -8,7 +8,7 @@
 
 namespace engine::embedded {
 
-/// Inside an AtomicChange. Returns the number of rows changed. 3065 for a query.
+/// Call it inside an AtomicChange. Returns the number of rows changed. Raises 3065 for a query.
 std::int32_t run_program(Session& session, const jet_sql::Program& program);
 
 }  // namespace engine::embedded

@@ -1,4 +1,4 @@
-// What a recordset is opened on: a table or a query, as the SQLite statement that reads it.
+// What a recordset is opened on: a table or a query, and the SQLite statement that reads it.
 #pragma once
 
 #include <cstdint>
@@ -13,17 +13,17 @@
 namespace engine::embedded {
 
 struct RecordsetSource {
-  /// Gives the columns, and where `table` is set the row's identity behind them.
+  /// Gives the columns and, where `table` is set, the row's identity behind them.
   std::string sqlite_sql;
   std::vector<jet_sql::ResultColumn> columns;
-  /// The columns of one row, by its identity; empty where they are fields of the table as they stand.
+  /// Gives the columns of one row, by its identity. Empty where the columns are unchanged fields of the table.
   std::string row_sql = {};
-  TablePointer table;                 ///< null: cannot be updated
-  std::optional<std::int32_t> count;  ///< rows of a whole table
+  TablePointer table;                 ///< null where the rows cannot be updated
+  std::optional<std::int32_t> count;  ///< number of rows, for a whole table
 };
 
-/// `source` is a table's name or a SELECT statement: 3078 where it is neither, 3219 for another statement. Raises as
-/// jet_sql::compile() does.
+/// `source` is a table's name or a SELECT statement. Raises 3078 where it is neither, 3219 for another statement, and
+/// what jet_sql::compile() raises.
 RecordsetSource recordset_source(Session& session, std::string_view source);
 
 }  // namespace engine::embedded

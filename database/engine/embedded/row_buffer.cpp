@@ -11,10 +11,11 @@
 namespace engine::embedded {
 namespace {
 
-/// Small enough for the heap to give it again and again: a block that grew with the rows would be new memory each time.
+/// Small enough for the heap to give out the same memory again and again. A block that grew with the rows would be new
+/// memory each time.
 constexpr std::size_t block_size = std::size_t{64} << 10;
 
-/// What a packed value begins with.
+/// The first byte of a packed value.
 enum class Packed : char { Null, Whole, Number, Text };
 
 template <typename Content>
@@ -99,7 +100,7 @@ void RowBuffer::append_column(const PreparedStatement& row, int column) {
       return append_null();
     case SQLITE_INTEGER:
     case SQLITE_FLOAT:
-      // A number in a column of texts reads as SQLite prints it.
+      // A number in a column of texts is read as SQLite prints it.
       if (is_text(types_[static_cast<std::size_t>(column)])) return append_text(row.text(column));
       return append_number(row.number(column));
     default:
@@ -118,7 +119,7 @@ void RowBuffer::append_null() { packed_ += static_cast<char>(Packed::Null); }
 void RowBuffer::append_number(double number) {
   using Limits = std::numeric_limits<std::int32_t>;
   const auto whole = number >= Limits::min() && number <= Limits::max() ? static_cast<std::int32_t>(number) : 0;
-  // By its bits: a negative zero is no whole number.
+  // Compares the bits, because a negative zero is not a whole number.
   if (std::bit_cast<std::uint64_t>(static_cast<double>(whole)) == std::bit_cast<std::uint64_t>(number)) {
     put(packed_, Packed::Whole, whole);
   } else {
@@ -142,7 +143,7 @@ void RowBuffer::clear() noexcept {
   rows_.clear();
   reached_ = {};
   if (blocks_.empty()) return;
-  // The last block serves again.
+  // The last block is used again.
   blocks_.erase(blocks_.begin(), blocks_.end() - 1);
   end_ = blocks_.back().get();
   room_ = last_block_size_;

@@ -1,5 +1,5 @@
-// Reads a query's rows forward into memory. A short result is read at once, so that no other handle has to wait for it;
-// a long one as it is asked for, and to its end before rows change.
+// Reads the rows of a query forward into memory. A short result is read at once, so that no other handle has to wait
+// for it. A long one is read as it is asked for, and to its end before rows change.
 #pragma once
 
 #include <cstddef>
@@ -17,41 +17,42 @@ namespace engine::embedded {
 
 class RowReader : public PendingReader, public RowHolder {
  public:
-  /// `table`, where it is not 0, is the identity of the table whose rows these are: the statement's last column, one
-  /// more than `types`, is the row's identity then.
+  /// If `table` is not 0, it is the identity of the table to which the rows belong. The statement's last column, behind
+  /// those of `types`, then is the row's identity.
   RowReader(std::shared_ptr<Session> session, std::string_view sqlite_sql, std::vector<DataType> types,
             std::int64_t table);
   ~RowReader() override;
   RowReader(const RowReader&) = delete;
   RowReader& operator=(const RowReader&) = delete;
 
-  /// Reads on until the row is there; false where there are fewer. Raises what makes the row fail, each time anew.
+  /// Reads on until the row is there. False where there are fewer rows. Raises the error of a row that fails, each time
+  /// anew.
   bool reach(std::size_t row);
-  /// Raises what makes a row fail.
+  /// Raises the error of a row that fails.
   void read_to_end();
-  /// True where no row is to come.
+  /// True where no more rows come.
   bool at_end() const noexcept { return !statement_ && !failure_; }
   void finish() noexcept override;
   void abandon() noexcept override;
   void lose_rows_after(std::int64_t table, std::int64_t last_row) noexcept override;
-  /// Lets go of the statement and of all rows.
+  /// Releases the statement and all rows.
   void close() noexcept;
 
-  /// Forgets the rows that were read; the next one is row 0 then.
+  /// Forgets the rows that were read; the next one then is row 0.
   void forget_rows() noexcept { rows_.clear(); }
 
   RowBuffer& rows() noexcept { return rows_; }
   const RowBuffer& rows() const noexcept { return rows_; }
 
  private:
-  /// False at the end and where the row fails: the statement is let go then.
+  /// False at the end and where the row fails. The statement is then released.
   bool read_row() noexcept;
   void let_go() noexcept;
 
   std::shared_ptr<Session> session_;
   std::int64_t table_;
   std::optional<PooledStatement> statement_;
-  std::optional<support::RuntimeError> failure_;  ///< of the row behind the last one
+  std::optional<support::RuntimeError> failure_;  ///< the error of the row behind the last one
   RowBuffer rows_;
 };
 

@@ -15,8 +15,8 @@
 namespace engine::embedded {
 namespace {
 
-/// The user version. What a key does not fit to cannot be told from what is damaged: not in the file itself, and not in
-/// the journal of a process that died, which is read before it.
+/// Returns the user version. If the key does not fit, nobody can tell a wrong key from damage: neither in the file
+/// itself, nor in the journal of a process that died, which is read first.
 std::int64_t read_for_the_first_time(Connection& file, const DatabaseFile& kind) {
   try {
     if (const std::optional<std::int64_t> version = file.first_read()) return *version;
@@ -86,7 +86,7 @@ void Session::connect_existing() {
   connection_ = std::make_unique<Connection>(host_path_, options_);
   const DatabaseFile file =
       identify_database_file(connection_->beginning(telling_size), connection_->file_size(), has_journal(host_path_));
-  // A password given for a file that has none is not asked for.
+  // A password that is given for a file without one does not count.
   if (!file.encrypted) password_.clear();
   if (file.encrypted && password_.empty())
     raise(file.doubtful ? error_number::unknown_format : error_number::wrong_password);
@@ -216,8 +216,8 @@ void Session::prepare_change() {
   require_open();
   if (options_.read_only || (connection_ && connection_->read_only())) raise(error_number::read_only);
   require_transaction();
-  // Whoever reads on while rows change could meet a row twice, or never end. Who reads through another handle holds a
-  // lock, and there is nobody else who could let it go while this one waits.
+  // A recordset that reads on while rows change could meet a row twice, or never end. One that reads through another
+  // handle of this thread holds a lock that nobody could release while this handle waits for it.
   for (Session* session : open_sessions()) {
     if (session->host_path_ == host_path_) session->finish_reading();
   }
@@ -228,7 +228,8 @@ void Session::finish_reading() noexcept {
 }
 
 void Session::require_transaction() const {
-  // SQLite rolls back on its own where the disk fails or is full. What follows must not be committed piece by piece.
+  // SQLite rolls back by itself where the disk fails or is full. The rest of the transaction must then not be committed
+  // piece by piece.
   if (in_transaction_ && !connection_->in_transaction()) raise(error_number::disk_error);
 }
 
@@ -241,7 +242,7 @@ void Session::begin_change() {
       catalogue_.reset();
       CatalogueChange::create_tables(file);
     }
-    // From here on nobody else changes the layout: what is known of it is checked for the last time.
+    // From here on nobody else changes the layout, so this is the last check of what is known of it.
     adopt_catalogue();
     committed_stamp_ = catalogue_->stamp();
   } catch (const support::RuntimeError&) {
@@ -283,7 +284,7 @@ void Session::give_up_transaction() noexcept {
     if (connection_->in_transaction()) connection_->run("ROLLBACK");
     connection_->use_large_cache();
   } catch (const support::RuntimeError&) {
-    // SQLite rolls back on its own where the file fails, and again when the connection is closed.
+    // SQLite rolls back by itself where the file fails, and again when the connection is closed.
   }
 }
 
@@ -345,13 +346,13 @@ void Session::compact(const std::function<void(const std::string& host_path)>& v
   require_open();
   if (in_transaction_) raise(error_number::not_in_transaction);
   prepare_change();
-  // Of a file that is not there yet nothing can be compacted.
+  // A file that does not exist yet has nothing to compact.
   if (new_file_) return;
   rewrite([&](Connection& reader, const std::string& path) {
     copy_compacted(reader, path, password_);
     verify(path);
   });
-  // What this handle gave beyond the highest number was set back with the rest.
+  // The counters were set back, so what this handle gave beyond the highest number does not count any more.
   counters_ = {};
   connect_existing();
 }

@@ -27,7 +27,8 @@ void ReadScope::end() noexcept {
   try {
     if (std::exchange(own_transaction_, false)) session_.connection_->run("COMMIT");
   } catch (const support::RuntimeError&) {
-    // Nothing was written. A transaction that stayed open would take in, and lose, whatever is written next.
+    // Nothing was written. If the transaction stayed open, everything that is written next would belong to it and be
+    // lost.
     session_.give_up_transaction();
   }
 }
@@ -53,7 +54,7 @@ AtomicChange::~AtomicChange() {
     session_.connection_->run("ROLLBACK TO change");
     session_.connection_->run("RELEASE change");
   } catch (const support::RuntimeError&) {
-    // The whole transaction was rolled back already; its commit will say so.
+    // The whole transaction was rolled back already. Its commit will report that.
   }
   session_.catalogue_ = catalogue_before_;
 }

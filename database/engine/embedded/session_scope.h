@@ -1,4 +1,4 @@
-// What a session does as a whole: the reads of one operation, and a change.
+// The operations of a session as a whole: the reads of one operation, and a change.
 #pragma once
 
 #include <memory>
@@ -7,8 +7,9 @@
 
 namespace engine::embedded {
 
-/// One operation, which waits for the file's locks as long as the busy time in all. In a transaction that is begun and
-/// not committed yet, all its operations are one: none waits anew for a reader that keeps the changes in memory.
+/// One operation. All its waits for the file's locks together take at most the busy time. In a transaction that has
+/// begun and is not committed yet, all operations count as one, so that none of them waits again for a reader that
+/// keeps the changes in memory.
 class WaitingScope {
  public:
   explicit WaitingScope(Session& session);
@@ -20,7 +21,7 @@ class WaitingScope {
   Session& session_;
 };
 
-/// Reads of one operation that see one state of the file, and look at it once to learn whether the layout has changed.
+/// Reads of one operation. They see one state of the file, and look once whether the layout has changed.
 class ReadScope {
  public:
   explicit ReadScope(Session& session);
@@ -36,8 +37,8 @@ class ReadScope {
   bool own_transaction_ = false;
 };
 
-/// One change that happens as a whole or not at all, inside the open transaction or in one of its own. Undone unless
-/// done() was reached.
+/// One change that happens completely or not at all, inside the open transaction or in one of its own. It is undone
+/// unless done() was reached.
 class AtomicChange {
  public:
   explicit AtomicChange(Session& session);

@@ -41,7 +41,7 @@ void wait_until_journal_is_seen(const std::string& host_path) {
   if (!support::is_on_other_computer(host_path)) return;
   std::error_code failure;
   const std::filesystem::path path = support::std_path(host_path);
-  // An empty file has nothing that a journal could undo.
+  // A journal cannot undo anything in an empty file.
   if (std::filesystem::file_size(path, failure) == 0 || failure) return;
   const auto changed = std::filesystem::last_write_time(path, failure);
   if (failure) return;
@@ -63,7 +63,7 @@ void note_own_change(const std::string& host_path) noexcept {
     const std::scoped_lock lock(shares().access);
     shares().patience.changed_here(changed, SharePatience::Time::clock::now());
   } catch (...) {
-    // The next opening waits.
+    // Then the next opening waits.
   }
 }
 

@@ -181,7 +181,7 @@ TableStatements write_statements(const TablePointer& table) {
     add_rule(jet_sql::compile_rule(field, table->definition));
   }
   add_rule(jet_sql::compile_rule(table->definition));
-  // Where no name for it is left, SQLite chooses the row's identity.
+  // Where fields hide every name of the row's identity, SQLite chooses it.
   const std::string row_id{table->definition.row_id_column()};
   const std::string insert = "INSERT INTO " + quoted_name(table->definition.name) + "(" +
                              (row_id.empty() ? names + ") VALUES(" : row_id + "," + names + ") VALUES(?,") +

@@ -1,6 +1,6 @@
-// The catalogue of a file as it was at one moment. It lies in three tables whose names hold a ".", which no name of a
-// user's table can; the file's user version is its stamp, drawn anew with each change of layout. A catalogue that is in
-// use is never changed: a change makes a copy, and definitions that stay are shared.
+// The catalogue of a file as it was at one moment. It is stored in three tables whose names hold a ".", which no name
+// of a user's table can hold. The file's user version is its stamp; each change of the layout draws a new one. A
+// catalogue that is in use never changes: a change makes a copy, which shares the definitions that stay.
 #pragma once
 
 #include <cstdint>
@@ -17,7 +17,7 @@
 
 namespace engine::embedded {
 
-/// Marks the file as ours; the last byte counts the layouts of the catalogue.
+/// Marks the file as ours. The last byte counts the layouts of the catalogue.
 inline constexpr std::int64_t catalogue_application_id = 0x4a445301;
 
 struct StoredTable {
@@ -30,23 +30,23 @@ using ProgramPointer = std::shared_ptr<const jet_sql::Program>;
 
 class StoredCatalogue : public Catalogue {
  public:
-  /// Of a file without tables.
+  /// The catalogue of a file without tables.
   StoredCatalogue() = default;
-  /// Reads the file's, in a transaction; 3343 where it has none.
+  /// Reads the file's catalogue, in a transaction. Raises 3343 where the file has none.
   explicit StoredCatalogue(Connection& connection);
   StoredCatalogue(const StoredCatalogue& other)
       : Catalogue(other), tables_(other.tables_), positions_(other.positions_), stamp_(other.stamp_) {}
   StoredCatalogue& operator=(const StoredCatalogue&) = delete;
 
   const TableDefinition* find_table(std::string_view name) const override;
-  /// Null where there is none.
+  /// Null where there is no such table.
   TablePointer find(std::string_view name) const;
   TablePointer find(std::int64_t id) const;
-  /// In the order of appending.
+  /// The tables in the order of appending.
   const std::vector<TablePointer>& tables() const noexcept { return tables_; }
   std::int64_t stamp() const noexcept { return stamp_; }
 
-  /// The compiled statement; from memory where it was compiled against this catalogue before.
+  /// Compiles the statement, or takes it from memory where it was compiled against this catalogue before.
   ProgramPointer compile(std::string_view sql) const;
 
   void set_stamp(std::int64_t stamp) noexcept { stamp_ = stamp; }
@@ -63,8 +63,8 @@ class StoredCatalogue : public Catalogue {
   mutable LruCache<ProgramPointer> programs_{64};
 };
 
-/// Catalogues that this process has read: a file that is opened again is not read again. By the file's identity, which
-/// is its path and its salt, and the stamp.
+/// The catalogues that this process has read, so that a file that is opened again is not read again. They are found by
+/// the stamp and the file's identity, which is its path and its salt.
 namespace known_catalogues {
 
 /// Null where it is not known.
@@ -73,13 +73,13 @@ void keep(std::string_view file, const std::shared_ptr<const StoredCatalogue>& c
 
 }  // namespace known_catalogues
 
-/// SQL that every recordset of a table needs.
+/// The SQL that every recordset of a table needs.
 struct TableStatements {
   TablePointer table;
   std::string defaults;  ///< SELECT: one row with the default of each field
-  std::string insert;    ///< parameters: the row's identity, where it can be named, and the fields
-  /// SQLite text that raises where a row, named jet_sql::rule_row, breaches a rule: of each field, last of the table;
-  /// empty where there is none.
+  std::string insert;    ///< parameters: the row's identity, if it can be named, and the fields
+  /// SQLite text that raises where a row, under the name jet_sql::rule_row, breaches a rule. One for each field, and
+  /// the table's at the end; empty where there is no rule.
   std::vector<std::string> rules;
 };
 

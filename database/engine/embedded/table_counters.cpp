@@ -48,7 +48,7 @@ void TableCounters::read(Connection& connection, const StoredTable& table, Count
   }
   counter.row = std::max(counter.row, counter.stored_row);
   counter.number = std::max(counter.number, counter.stored_number);
-  // A table that did not count yet.
+  // The table has no counter in the file yet.
   if (!counter.in_file) counter.number = std::max(counter.number, highest_number(connection, table.definition));
 }
 

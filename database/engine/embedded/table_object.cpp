@@ -10,7 +10,7 @@
 namespace engine::embedded {
 namespace {
 
-/// 3265 for a position that a list does not have.
+/// Raises 3265 for a position that the list does not have.
 std::size_t place_in(std::int32_t position, std::size_t count) {
   if (position < 0 || static_cast<std::size_t>(position) >= count)
     raise(error_number::item_not_found, std::to_string(position));
@@ -162,7 +162,7 @@ void TableObject::TableIndexes::append(const std::shared_ptr<Index>& index) {
   if (table_.appended()) {
     layout::create_index(*table_.place_.session, table_.place_.id, definition);
   } else {
-    // Its fields may still be created: they are looked for when the table is appended.
+    // The index may name fields that are created later. They are looked up when the table is appended.
     TableDefinition table = table_.definition();
     for (const std::string& field : definition.fields) {
       if (!table.find_field(field)) table.fields.push_back(new_field(field, DataType::Long, 0));

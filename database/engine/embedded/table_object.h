@@ -1,5 +1,5 @@
-// A table: a definition that a program builds up, and, once appended, a window on the catalogue; and the tables of a
-// database.
+// A table, and the tables of a database. A program first builds a table up as a definition; once it is appended, it
+// shows and changes the catalogue.
 #pragma once
 
 #include <cstdint>
@@ -19,7 +19,7 @@ namespace engine::embedded {
 
 class TableObject : public TableDef {
  public:
-  /// Not appended yet.
+  /// A table that is not appended yet.
   explicit TableObject(std::string_view name);
   explicit TableObject(TablePlace place);
 
@@ -77,9 +77,9 @@ class TableObject : public TableDef {
   template <typename Change>
   void change(Change&& change);
 
-  TableDefinition definition_;  ///< of a table that is not appended yet, without fields and indexes
+  TableDefinition definition_;  ///< of a table that is not appended yet; without fields and indexes
   TablePlace place_;
-  std::vector<std::shared_ptr<FieldObject>> new_fields_;  ///< appended to a table that is not appended yet
+  std::vector<std::shared_ptr<FieldObject>> new_fields_;  ///< of a table that is not appended yet
   std::vector<std::shared_ptr<IndexObject>> new_indexes_;
   TableFields fields_{*this};
   TableIndexes indexes_{*this};

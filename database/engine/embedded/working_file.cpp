@@ -39,7 +39,7 @@ void WorkingFile::replace(std::unique_ptr<Connection>& held) {
   } catch (const support::RuntimeError& error) {
     path_.clear();
     if (error.number() == error_number::file_in_use) throw;
-    // Its text tells what has become of the files.
+    // The error's text says what has become of the files.
     throw support::RuntimeError(error_number::disk_error, error.what());
   }
   path_.clear();

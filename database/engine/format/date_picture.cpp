@@ -13,14 +13,14 @@
 namespace engine::pictures {
 namespace {
 
-/// A moment, and what a picture may ask of it.
+/// A moment, and the parts that a picture may ask for.
 struct Moment {
   Date date;
   WeekRule weeks;
   CalendarTime time;
 
   std::size_t month() const noexcept { return static_cast<std::size_t>(time.month) - 1; }
-  /// From Sunday.
+  /// Counts from Sunday.
   std::size_t weekday() const noexcept { return static_cast<std::size_t>(weekday_from(day_of(date), 1)) - 1; }
 };
 
@@ -70,7 +70,7 @@ std::string print_hour(const Moment& moment, std::size_t width) { return digits_
 
 struct LetterRow {
   char letter;
-  /// The widths that mean something, as digits.
+  /// The widths that have a meaning, as digits.
   std::string_view widths;
   std::string (*print)(const Moment& moment, std::size_t width);
 };
@@ -81,7 +81,7 @@ constexpr LetterRow letter_rows[] = {
     {'s', "12", print_second}, {'t', "5", print_time},     {'a', "4", print_weekday}, {'o', "4", print_month_name},
 };
 
-/// What stands for the half of the day; the longer ones first.
+/// A mark of the half of the day. The longer marks come first.
 struct HalfRow {
   std::string_view mark;
   std::string_view morning;
@@ -90,7 +90,7 @@ struct HalfRow {
 constexpr HalfRow half_rows[] = {{"AM/PM", "AM", "PM"}, {"am/pm", "am", "pm"}, {"A/P", "A", "P"}, {"a/p", "a", "p"}};
 constexpr std::string_view locale_half = "ampm";
 
-/// True where the section has this text at the position, none of it quoted.
+/// True where this text, none of it quoted, stands at the position of the section.
 bool stands_at(const Section& section, std::size_t position, std::string_view text) {
   if (position + text.size() > section.size()) return false;
   for (std::size_t i = 0; i < text.size(); ++i) {
@@ -105,14 +105,14 @@ class DatePrinter {
   DatePrinter(const Section& section, const Moment& moment) : section_(section), moment_(moment) {}
 
   std::string print() {
-    // One mark of the half of the day makes all hours those of a clock.
+    // If the picture has one mark of the half of the day, all hours are those of a 12-hour clock.
     for (std::size_t i = 0; i < section_.size(); ++i) twelve_hours_ = twelve_hours_ || half_at(i).first > 0;
     while (position_ < section_.size()) print_next();
     return std::move(text_);
   }
 
  private:
-  /// Length of the mark at the position, and what it stands for; 0 where there is none.
+  /// Returns the length of the mark at the position and what it stands for; 0 where there is no mark.
   std::pair<std::size_t, std::string> half_at(std::size_t position) const {
     const bool morning = moment_.time.hour < 12;
     for (const HalfRow& row : half_rows) {
@@ -139,7 +139,7 @@ class DatePrinter {
     }
   }
 
-  /// A run of one letter; "m" behind an hour means minutes.
+  /// Prints a run of one letter. Behind an hour "m" means minutes.
   void print_run() {
     const char letter = section_[position_].letter();
     const std::size_t begin = position_;

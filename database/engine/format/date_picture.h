@@ -8,7 +8,7 @@
 
 namespace engine::pictures {
 
-/// Raises error_picture for what it does not know. Precondition: the date is in the calendar.
+/// Raises 5 for a part that it does not know. Precondition: the date is in the calendar.
 std::string print_date(Date date, const Picture& picture, WeekRule weeks);
 
 }  // namespace engine::pictures

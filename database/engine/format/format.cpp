@@ -33,7 +33,7 @@ std::string print_currency(const DecimalNumber& number) {
   DecimalNumber size = number;
   size.negative = false;
   const std::string digits = print_picture(size, picture);
-  // What rounds to nothing has no sign.
+  // A number that rounds to 0 has no sign.
   const bool negative = number.negative && digits.find_first_of("123456789") != std::string::npos;
   std::string text;
   for (const char part : negative ? currency.negative : currency.positive) {
@@ -44,12 +44,12 @@ std::string print_currency(const DecimalNumber& number) {
 
 struct NumberName {
   std::string_view name;
-  /// "" where it has a function.
+  /// "" where the name has a function.
   std::string_view picture;
   std::string (*print)(const DecimalNumber& number) = nullptr;
 };
 
-/// "Yes/No": the word behind the slash for 0, the one before it for the rest.
+/// For "Yes/No": the word behind the slash for 0, the word before it for all other numbers.
 template <std::size_t slash>
 std::string print_choice(const DecimalNumber& number, std::string_view name) {
   return std::string(number.digits.empty() ? name.substr(slash + 1) : name.substr(0, slash));
@@ -84,7 +84,7 @@ const Row* find_name(std::span<const Row> rows, std::string_view name) {
   return found == rows.end() ? nullptr : &*found;
 }
 
-/// The value as a number; nothing for a text that is none.
+/// The value as a number; nothing for a text that is no number.
 std::optional<DecimalNumber> as_number(const Value& value) {
   if (const auto* single = std::get_if<float>(&value)) return pictures::decimal_number(*single);
   if (const auto* date = std::get_if<Date>(&value)) return pictures::decimal_number(date->days);
@@ -94,7 +94,7 @@ std::optional<DecimalNumber> as_number(const Value& value) {
   return number ? std::optional(pictures::decimal_number(*number)) : std::nullopt;
 }
 
-/// The value as a date, where need be by way of its number.
+/// The value as a date; if necessary, its number is taken for the date.
 std::optional<Date> as_date(const Value& value) {
   const auto* const text = std::get_if<std::string>(&value);
   if (text == nullptr) return to_date(value);
@@ -124,7 +124,7 @@ std::string print_date_by(const Value& value, const pictures::Picture& picture, 
   return date ? pictures::print_date(*date, picture, weeks) : to_text(value);
 }
 
-/// Numbers with the digits that they hold for sure.
+/// Numbers are printed with the digits that they surely hold.
 std::string plain_text(const Value& value) {
   const bool number = std::holds_alternative<double>(value) || std::holds_alternative<float>(value);
   return number ? pictures::general_text(*as_number(value)) : to_text(value);

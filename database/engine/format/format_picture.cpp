@@ -10,7 +10,7 @@
 namespace engine::pictures {
 namespace {
 
-/// Reads the character, literal or quotation at the front of `rest`.
+/// Reads the character, escaped character or quotation at the front of `rest`.
 PictureCharacter take_character(std::string_view& rest) {
   if (rest.front() == '"') {
     const std::size_t end = rest.find('"', 1);
@@ -42,7 +42,7 @@ PictureKind kind_of(const std::vector<Section>& sections) {
   return date ? PictureKind::Date : PictureKind::Number;
 }
 
-/// What a picture of the system's has between its letters.
+/// The text between the letters in one of the system's pictures.
 std::string separator_of(std::string_view picture, std::string_view letters) {
   const std::size_t begin = picture.find_first_of(letters);
   const std::size_t separator = begin == std::string_view::npos ? begin : picture.find_first_not_of(letters, begin);
@@ -50,7 +50,8 @@ std::string separator_of(std::string_view picture, std::string_view letters) {
   return std::string(support::first_characters(picture.substr(separator), 1));
 }
 
-/// Letters beyond ASCII: those of Latin and what follows it, but for × and ÷ and the signs from U+2000 on.
+/// True for letters beyond ASCII: those of the Latin blocks and behind them, except × and ÷ and the signs from U+2000
+/// on.
 bool is_foreign_letter(std::string_view character) {
   const auto lead = static_cast<unsigned char>(character.front());
   return lead >= 0xC3 && lead < 0xE2 && character != "×" && character != "÷";
@@ -95,7 +96,7 @@ namespace {
 
 bool is_character_place(const PictureCharacter& character) { return character.is_one_of("@&"); }
 
-/// True where something is printed between two placeholders.
+/// True where a sign is printed between two placeholders.
 bool has_sign_between(const Section& section) {
   const auto first = std::ranges::find_if(section, is_character_place);
   const auto last = std::find_if(section.rbegin(), section.rend(), is_character_place).base();
@@ -134,7 +135,7 @@ std::string print_places(std::string_view text, const Section& section) {
     const bool filled = place >= first_filled && next < characters.size();
     if (filled) printed += characters[next++];
     if (!filled && character.is('@')) printed += ' ';
-    // What exceeds the places stands in the last.
+    // Characters that exceed the places go into the last place.
     if (++place == places) {
       while (next < characters.size()) printed += characters[next++];
     }

@@ -58,7 +58,7 @@ void NumberSection::read_digit(const PictureCharacter& placeholder) {
   }
 }
 
-/// Between digits it groups; behind the last one before the point it divides by 1000.
+/// A comma between digits groups them; one behind the last digit before the point divides by 1000.
 void NumberSection::read_comma(const Section& section, std::size_t position) {
   if (whole_places_ == 0 || has_point_ || scientific_) raise(error_number::invalid_call);
   const auto rest = section.begin() + static_cast<std::ptrdiff_t>(position);
@@ -85,7 +85,7 @@ std::size_t NumberSection::read_exponent(const Section& section, std::size_t pos
 
 void NumberSection::check() const {
   if (has_point_ && !has_digits_) raise(error_number::invalid_call);
-  // Of more places before the point, or of commas, nothing is said.
+  // A scientific picture with more places before the point, or with commas, has no defined meaning.
   if (scientific_ && (exponent_digits_ == 0 || whole_places_ != 1 || grouped_ || shift_ < 0))
     raise(error_number::invalid_call);
 }
@@ -100,7 +100,7 @@ bool NumberSection::shows(const DecimalNumber& number) const {
   return has_digits_ && shifted(number).scaled(static_cast<int>(decimals_)).find_first_not_of('0') != std::string::npos;
 }
 
-/// With its separators, at least as many digits as the picture has.
+/// The digits with at least as many places as the picture asks for.
 std::string NumberSection::whole_text(std::string digits) const {
   digits.erase(0, std::min(digits.find_first_not_of('0'), digits.size()));
   if (digits.size() < whole_digits_) digits.insert(0, whole_digits_ - digits.size(), '0');
@@ -112,7 +112,7 @@ std::vector<std::string> NumberSection::whole_places(const std::string& digits) 
   std::vector<std::string> places(std::max<std::size_t>(whole_places_, 1));
   for (std::size_t i = 0; i < digits.size(); ++i) {
     const std::size_t from_right = digits.size() - 1 - i;
-    // What exceeds the places stands in the first.
+    // Digits that exceed the places go into the first place.
     std::string& place = places[places.size() - 1 - std::min(from_right, places.size() - 1)];
     place += digits[i];
     if (grouped_ && separator != '\0' && from_right > 0 && from_right % 3 == 0) place += separator;
@@ -148,7 +148,7 @@ std::string NumberSection::print(const DecimalNumber& number) const {
     if (element.part == Part::Sign) {
       text += element.text;
     } else if (element.part == Part::Point) {
-      // Without a place before the point the whole digits stand here.
+      // If there is no place before the point, the whole digits stand here.
       if (whole_places_ == 0) text += whole.front();
       text += support::user_locale().decimal_separator;
     } else if (element.part == Part::Exponent) {

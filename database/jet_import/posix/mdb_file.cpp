@@ -13,7 +13,7 @@
 namespace jet_import {
 namespace {
 
-/// What a column's type becomes; money, decimals and replication numbers have no type of their own here.
+/// The type that a column's type becomes. Money, decimals and replication numbers have no type of their own here.
 struct TypeRow {
   int mdb_type;
   engine::DataType type;
@@ -135,7 +135,7 @@ Number number_at(std::string_view bytes, std::size_t offset = 0) {
   return number;
 }
 
-/// A row of another page, by the number that leads to it.
+/// The row of another page, found by the number that leads to it.
 std::string_view row_bytes(MdbHandle& file, std::uint32_t page_row) {
   void* page = nullptr;
   int offset = 0;
@@ -144,7 +144,7 @@ std::string_view row_bytes(MdbHandle& file, std::uint32_t page_row) {
   return {static_cast<const char*>(page) + offset, size};
 }
 
-/// A long value lies behind its head in the row, in one row of another page, or in a chain of those.
+/// A long value is stored behind its head in the row, in one row of another page, or in a chain of such rows.
 std::string long_value(MdbHandle& file, std::string_view field) {
   constexpr std::uint32_t inside = 0x80000000U, one_row = 0x40000000U;
   const auto head = number_at<std::uint32_t>(field);
@@ -173,7 +173,7 @@ std::string_view bytes_of(const MdbField& field) {
   return {static_cast<const char*>(field.value), static_cast<std::size_t>(field.siz)};
 }
 
-/// Both are stored as whole numbers and written by libmdb with a point.
+/// Both are stored as whole numbers; libmdb prints them with a decimal point.
 double decimal(const char* text) {
   constexpr std::size_t exact_digits = 15;
   std::string_view rest(text);
@@ -190,7 +190,7 @@ double decimal(const char* text) {
 
 using MdbText = std::unique_ptr<char, decltype([](char* text) { g_free(text); })>;
 
-/// "{00112233-4455-6677-8899-AABBCCDDEEFF}": the first three groups are stored as numbers, the others byte by byte.
+/// "{00112233-4455-6677-8899-AABBCCDDEEFF}". The first three groups are stored as numbers, the others byte by byte.
 std::string replication_number(std::string_view bytes) {
   constexpr std::size_t order[] = {3, 2, 1, 0, 5, 4, 7, 6, 8, 9, 10, 11, 12, 13, 14, 15};
   constexpr std::string_view digits = "0123456789ABCDEF";
@@ -204,7 +204,7 @@ std::string replication_number(std::string_view bytes) {
   return text + "}";
 }
 
-/// libmdb reads these from the row's page.
+/// libmdb reads these values from the row's page.
 std::string page_text(MdbHandle& file, const MdbColumn& column, const MdbField& field) {
   constexpr int decimal_bytes = 17, money_bytes = 8;
   const auto text = [&](int size, auto&& convert) {
@@ -222,7 +222,7 @@ std::string page_text(MdbHandle& file, const MdbColumn& column, const MdbField& 
 }  // namespace
 
 engine::Value mdb_value(MdbHandle& file, JetVersion version, const MdbColumn& column, const MdbField& field) {
-  // The mark of Null is what Yes and No are stored in.
+  // Yes and No are stored in the mark of Null.
   if (column.col_type == MDB_BOOL) return field.is_null == 0;
   if (field.is_null != 0) return engine::Null{};
   const std::string_view bytes = bytes_of(field);

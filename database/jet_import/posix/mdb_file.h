@@ -1,5 +1,5 @@
-// A Jet file behind libmdb: handles that close themselves, what its tables and columns say, and the value of a field
-// from the bytes that libmdb finds for it.
+// A Jet file, read with libmdb: handles that close themselves, what its tables and columns say, and the value of a
+// field from the bytes that libmdb finds for it.
 #pragma once
 
 #include <glib.h>  // before mdbtools.h, which includes it as C
@@ -22,17 +22,17 @@ struct MdbClose {
 using MdbFilePointer = std::unique_ptr<MdbHandle, MdbClose>;
 using MdbTablePointer = std::unique_ptr<MdbTableDef, MdbClose>;
 
-/// Every object of the file, tables or not.
+/// Every object of the file, whether it is a table or not.
 std::span<MdbCatalogEntry*> catalogue_entries(MdbHandle& file);
 
-/// The user's own tables, not linked ones; or these.
+/// The user's own tables without the linked ones, and the names of the linked ones.
 std::vector<MdbCatalogEntry*> user_tables(MdbHandle& file);
 std::vector<std::string> linked_tables(MdbHandle& file);
 
-/// With columns. Raises 3343 where the table's definition cannot be read.
+/// Reads a table with its columns. Raises 3343 where the table's definition cannot be read.
 MdbTablePointer read_table(MdbCatalogEntry& entry);
 
-/// The columns that a database of ours can hold, in the order of SourceTable::fields.
+/// The columns that our databases can hold, in the order of SourceTable::fields.
 std::vector<const MdbColumn*> held_columns(const MdbTableDef& table);
 
 /// Raises 3343 where the definition ends before its indexes do.
@@ -42,7 +42,7 @@ SourceTable describe(const MdbTableDef& table, JetVersion version);
 /// which a Double would round.
 engine::Value mdb_value(MdbHandle& file, JetVersion version, const MdbColumn& column, const MdbField& field);
 
-/// What a Memo or an object stores, which may lie in other pages. Raises 3343 where a part of it is not there.
+/// The value of a Memo or an object, which may lie in other pages. Raises 3343 where a part of it is missing.
 std::string mdb_long_value(MdbHandle& file, const MdbField& field);
 
 }  // namespace jet_import

@@ -10,7 +10,7 @@
 namespace jet_import {
 namespace {
 
-/// How the two versions lay out the same parts: bytes between the values that are read here.
+/// How the two versions store the same parts: numbers of bytes between the values that are read here.
 struct Layout {
   std::size_t name_length_bytes;
   std::size_t before_keys, before_flags, after_flags;
@@ -22,7 +22,7 @@ constexpr Layout jet3{1, 0, 8, 0, 4, 11, 0}, jet4{2, 4, 12, 5, 8, 11, 4};
 constexpr std::size_t keys_of_index = 10;
 constexpr std::uint64_t no_column = 0xFFFF;
 
-/// Walks a table's definition, which goes on in other pages.
+/// Walks a table's definition, which may continue in other pages.
 class Definition {
  public:
   Definition(MdbHandle& file, unsigned long page) {
@@ -56,7 +56,7 @@ class Definition {
   std::size_t place_ = 0;
 };
 
-/// The columns and the pages of one index, or of several that share them.
+/// The columns and pages of one index, or of several that share them.
 struct IndexData {
   std::vector<std::uint64_t> columns;
   std::uint64_t flags = 0;
@@ -91,7 +91,7 @@ IndexEntry read_entry(Definition& definition, const Layout& layout) {
   return entry;
 }
 
-/// A column keeps its number when one before it is deleted: the number is not its place.
+/// Finds columns by their number, not by their place: a column keeps its number when one before it is deleted.
 std::optional<std::vector<std::string>> names_of(const std::vector<std::uint64_t>& numbers, const MdbTableDef& table) {
   std::vector<std::string> names;
   for (const std::uint64_t number : numbers) {
@@ -104,7 +104,7 @@ std::optional<std::vector<std::string>> names_of(const std::vector<std::uint64_t
   return names;
 }
 
-/// The number of indexes that have columns of their own, as the file has it: libmdb puts its own count over it.
+/// The number of indexes that have columns of their own, read from the file: libmdb overwrites it with its own count.
 std::size_t count_data(MdbHandle& file, unsigned long page) {
   if (mdb_read_pg(&file, page) != file.fmt->pg_size) return 0;
   return static_cast<std::uint32_t>(mdb_get_int32(file.pg_buf, file.fmt->tab_num_ridxs_offset));

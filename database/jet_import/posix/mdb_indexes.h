@@ -1,5 +1,5 @@
-// The indexes of a table, read from its definition: libmdb pairs their names and their columns by a count that
-// relations upset, and then loses some.
+// The indexes of a table, read from its definition. libmdb itself matches their names and columns by a count that is
+// wrong where there are relations, and then loses some indexes.
 #pragma once
 
 #include <glib.h>  // before mdbtools.h, which includes it as C
@@ -14,13 +14,13 @@
 namespace jet_import {
 
 struct FoundIndexes {
-  /// Without those that only stand for a relation.
+  /// Without the indexes that only stand for a relation.
   std::vector<SourceIndex> indexes;
-  /// By name: those whose columns cannot be told.
+  /// Names of the indexes whose columns cannot be determined.
   std::vector<std::string> unreadable;
 };
 
-/// Of a table whose columns are read. Raises 3343 where the definition ends before its indexes do.
+/// For a table whose columns are read. Raises 3343 where the definition ends before its indexes do.
 FoundIndexes find_indexes(const MdbTableDef& table, JetVersion version);
 
 }  // namespace jet_import

@@ -14,8 +14,8 @@ namespace {
 
 constexpr int western_code_page = 1252;
 
-/// While it lives libmdb is not heard: it writes what it stumbles over to the standard error stream, and what is raised
-/// here says it to the user.
+/// While this object lives, libmdb writes nothing to the standard error stream. The errors that are raised here tell
+/// the user.
 class Quiet {
  public:
   Quiet() {
@@ -30,7 +30,7 @@ class Quiet {
   FILE* before_ = stderr;
 };
 
-/// Walks the rows of a table; `fields` are the present row's, in no order.
+/// Walks the rows of a table. `fields` are the present row's, in no particular order.
 class MdbWalk {
  public:
   MdbWalk(MdbHandle& file, MdbTableDef& table) : file_(file), table_(table), fields_(table.num_cols) {
@@ -85,7 +85,7 @@ class MdbRows : public SourceRows {
   MdbWalk walk_;
 };
 
-/// libmdb passes over what it cannot read of the list of tables and of their properties.
+/// libmdb passes over what it cannot read in the list of tables and in their properties.
 void check_catalogue(MdbHandle& file) {
   const auto entries = catalogue_entries(file);
   const auto found = std::ranges::find_if(

@@ -8,14 +8,15 @@ namespace engine::embedded::jet_sql {
 
 namespace {
 
-/// Mean and sum of squared distances, kept up row by row so that large values with small differences stay exact.
+/// Mean and sum of squared distances. They are updated row by row, so that large values with small differences stay
+/// exact.
 struct Spread {
   std::int64_t count;
   double mean;
   double squares;
 };
 
-/// SQLite gives it zeroed, at the group's first row.
+/// SQLite gives the state filled with zeros at the group's first row.
 template <typename State>
 State* state_of(sqlite3_context* context) noexcept {
   return static_cast<State*>(sqlite3_aggregate_context(context, sizeof(State)));
@@ -49,7 +50,7 @@ void spread_result(sqlite3_context* context) noexcept {
   sqlite3_result_double(context, root ? std::sqrt(variance) : variance);
 }
 
-/// A sum, and what adding up has lost of it: of many small values beside a large one nothing is left out.
+/// A sum together with its rounding error, so that many small values beside a large one are not lost.
 struct Total {
   std::int64_t count;
   double sum;
@@ -92,7 +93,7 @@ void keep_step(sqlite3_context* context, int, sqlite3_value** arguments) noexcep
   kept->value = sqlite3_value_dup(arguments[0]);
 }
 
-/// More than one row is error 3354.
+/// Raises 3354 at a second row.
 void only_step(sqlite3_context* context, int count, sqlite3_value** arguments) noexcept {
   const auto* const kept = state_of<Kept>(context);
   if (kept == nullptr || !kept->any) return keep_step<false>(context, count, arguments);

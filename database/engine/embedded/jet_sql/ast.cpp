@@ -9,7 +9,7 @@ namespace engine::embedded::jet_sql {
 
 namespace {
 
-/// Compares trees; aliases can make a small tree stand for a huge one, so the work is bounded.
+/// Compares trees. Aliases can make a small tree stand for a huge one, so the work is bounded.
 class Comparison {
  public:
   bool same(const Expression& one, const Expression& other) noexcept {
@@ -67,7 +67,7 @@ class Comparison {
 
 const Expression& behind_alias(const Expression& expression) noexcept {
   const Expression* current = &expression;
-  // Aliases cannot be circular once bound, so this ends.
+  // Aliases that are bound cannot be circular, so this ends.
   while (const auto* name = std::get_if<ColumnName>(&current->node)) {
     if (name->alias_of == nullptr) break;
     current = name->alias_of;

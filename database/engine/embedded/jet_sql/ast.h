@@ -1,5 +1,5 @@
-// The syntax tree: one struct per kind of expression and per statement. The parser fills it; the binder adds what it
-// found out (members under "bound").
+// The syntax tree: one struct for each kind of expression and statement. The parser fills it. The binder adds what it
+// finds out, in the members under "bound".
 #pragma once
 
 #include <cstddef>
@@ -40,9 +40,9 @@ struct SourceColumn {
 
 /// A table or subselect of a FROM clause, as the statement's names see it.
 struct Source {
-  /// The name it goes by; "" for a subselect without alias.
+  /// The name by which the statement calls it; "" for a subselect without alias.
   std::string name;
-  /// Its name in the SQLite text, unlike any other there.
+  /// Its name in the SQLite text; no other source has the same.
   std::string sqlite_name;
   const TableDefinition* table = nullptr;
   std::vector<SourceColumn> columns;
@@ -149,7 +149,7 @@ struct Expression {
   std::variant<Literal, ColumnName, Unary, Binary, Between, Like, NullTest, InList, InSelect, Quantified, Exists,
                ScalarSelect, Call>
       node;
-  /// Levels of the tree from here down; bounded, so that walking it may recurse.
+  /// Number of levels of the tree from here down. It is bounded, so code that walks the tree may recurse.
   int height = 1;
   // bound
   ValueType type;
@@ -208,13 +208,13 @@ struct OutputColumn {
   Expression* expression = nullptr;
   const Source* source = nullptr;
   std::size_t index = 0;
-  /// Of a crosstab: the aggregates of the expression take the rows whose `pivot` has this heading, Null where there is
-  /// none. Null in columns that show one value for all rows of a group.
+  /// Of a crosstab: in the aggregates of the expression, only the rows whose `pivot` has this heading count; no heading
+  /// means those where it is Null. `pivot` is null in columns that show one value for all rows of a group.
   const Expression* pivot = nullptr;
   std::optional<std::string> heading = {};
 };
 
-/// Of a crosstab: what its cells show, what its columns are made of, and the headings where they are given.
+/// Of a crosstab: what its cells show, what its columns come from, and the headings where the statement lists them.
 struct Pivot {
   ExpressionPtr value;
   ExpressionPtr head;
@@ -235,23 +235,23 @@ struct Select {
   std::deque<Source> sources;
   std::vector<OutputColumn> outputs;
   bool grouped = false;
-  /// Tables that SQLite may have to join for this SELECT.
+  /// How many tables SQLite may have to join for this SELECT.
   std::size_t tables = 0;
-  /// Names in here that belong to a query around this one.
+  /// Names in this SELECT that belong to a query around it.
   std::vector<const Expression*> outer_columns;
 };
 
 struct OrderItem {
   ExpressionPtr expression;
   bool descending = false;
-  // bound: the output column that it names; nothing where it is an expression of its own
+  // bound: the output column that the item names; nothing where it is an expression of its own
   std::optional<std::size_t> output;
 };
 
 /// One SELECT, or several joined by UNION.
 struct QueryTree {
   std::vector<std::unique_ptr<Select>> selects;
-  /// Element n: the union of select n and n + 1 keeps duplicates.
+  /// Element n: the union of selects n and n + 1 keeps duplicates.
   std::vector<bool> union_all;
   std::vector<OrderItem> order_by;
   int height = 1;
@@ -260,7 +260,7 @@ struct QueryTree {
   std::size_t tables = 0;
 };
 
-/// Where in the statement's text the INTO and IN clauses of a SELECT … INTO stand.
+/// Where the INTO and IN clauses of a SELECT … INTO stand in the statement's text.
 struct TextRange {
   std::size_t begin = 0;
   std::size_t end = 0;
@@ -286,7 +286,7 @@ struct Assignment {
   ExpressionPtr value;
 };
 
-/// Sources and names of an UPDATE or DELETE are those of a SELECT without items.
+/// The sources and names of an UPDATE or DELETE are those of a SELECT without items.
 struct UpdateStatement {
   Select rows;
   std::vector<Assignment> assignments;
@@ -307,8 +307,8 @@ struct Overloaded : Functions... {
 template <typename... Functions>
 Overloaded(Functions...) -> Overloaded<Functions...>;
 
-/// Calls `visit_part` with every expression, and `visit_query` with every query, that the expression directly consists
-/// of.
+/// Calls `visit_part` with every expression, and `visit_query` with every query, of which the expression directly
+/// consists.
 template <typename VisitPart, typename VisitQuery>
 void visit_parts(const Expression& expression, VisitPart visit_part, VisitQuery visit_query) {
   const auto visit_all = [&](const auto&... parts) { (visit_part(*parts), ...); };
@@ -338,25 +338,25 @@ void visit_parts(const Expression& expression, VisitPart visit_part, VisitQuery 
       expression.node);
 }
 
-/// The expression itself, or what the alias that it is stands for.
+/// The expression itself or, where it is an alias, what the alias stands for.
 const Expression& behind_alias(const Expression& expression) noexcept;
 
-/// The literal that an expression is, seen through aliases; null where it is none.
+/// The literal that the expression is, seen through aliases; null where it is none.
 const Literal* as_literal(const Expression& expression) noexcept;
 
-/// What Yes, No and Off stand for where nothing has the name; the parser knows the word ON.
+/// The value of Yes, No and Off where nothing has that name. The parser itself knows the word ON.
 std::optional<bool> constant_of(const ColumnName& name) noexcept;
 
-/// True where no column and no subselect is in it: the same for every row.
+/// True where the expression holds no column and no subselect: its value is the same for every row.
 bool is_same_for_all_rows(const Expression& expression) noexcept;
 
-/// True where an aggregate in it speaks of no column: count(*), sum(1).
+/// True where an aggregate in the expression names no column: count(*), sum(1).
 bool has_aggregate_without_column(const Expression& expression) noexcept;
 
-/// True where a subselect is in it.
+/// True where the expression holds a subselect.
 bool has_subselect(const Expression& expression) noexcept;
 
-/// True for a condition by its form: a comparison, a logical operator, LIKE, IN, IsNull(…), ….
+/// True where the form of the expression is a condition: a comparison, a logical operator, LIKE, IN, IsNull(…), ….
 bool is_predicate(const Expression& expression) noexcept;
 
 constexpr bool is_comparison(BinaryOperator op) noexcept {
@@ -364,7 +364,8 @@ constexpr bool is_comparison(BinaryOperator op) noexcept {
 }
 constexpr bool is_logical(BinaryOperator op) noexcept { return op <= BinaryOperator::And; }
 
-/// True where both surely give the same value for a row. Expressions with subselects never do; very large ones may not.
+/// True where both surely give the same value for a row. False for expressions with subselects, and possibly for very
+/// large ones.
 bool same_expression(const Expression& left, const Expression& right) noexcept;
 
 }  // namespace engine::embedded::jet_sql

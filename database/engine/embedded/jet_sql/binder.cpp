@@ -154,7 +154,7 @@ void Binder::bind_from(TableReference& reference, Scope& scope) {
              reference.node);
 }
 
-/// The condition sees the tables of the join alone.
+/// The condition may name only the tables of the join.
 void Binder::bind_join(Join& join, Scope& scope) {
   const std::size_t first = scope.visible.size();
   bind_from(*join.left, scope);

@@ -1,5 +1,5 @@
-// Gives the names of a tree their meaning against the catalogue and every expression its type, and refuses what has
-// none: unknown tables and columns, texts compared with numbers, aggregates where none can be.
+// Looks up the names of a tree in the catalogue and gives every expression its type. Refuses what has no meaning:
+// unknown tables and columns, texts compared with numbers, aggregates where none may stand.
 #pragma once
 
 #include <cstddef>
@@ -21,24 +21,24 @@ class Binder {
   Binder(const Binder&) = delete;
   Binder& operator=(const Binder&) = delete;
 
-  /// Names that stand for parameters, whatever columns there are.
+  /// These names stand for parameters, whatever columns there are.
   void declare(const std::vector<std::string>& parameters) { expressions_.declare(parameters); }
-  /// Of a crosstab without a list of its own; Null is nothing.
+  /// The headings of a crosstab that does not list them. Nothing in an element means Null.
   void set_headings(std::vector<std::optional<std::string>> headings) { headings_ = std::move(headings); }
 
   void bind(SelectStatement& statement);
   void bind(InsertStatement& statement);
   void bind(UpdateStatement& statement);
   void bind(DeleteStatement& statement);
-  /// An expression without columns, as a default is. `Now`, `Date` and `Time` need no parentheses.
+  /// Binds an expression without columns, as a default is. `Now`, `Date` and `Time` need no parentheses.
   void bind_default(Expression& expression);
-  /// A condition on a row, which is the one source of `row`.
+  /// Binds a condition on a row, which is the only source of `row`.
   void bind_rule(const ExpressionPtr& condition, Select& row);
 
-  /// 3078 where there is none.
+  /// Raises 3078 where there is no such table.
   const TableDefinition& table(std::string_view name) const;
 
-  /// A query inside the scope.
+  /// Binds a query inside the scope.
   void bind_query(QueryTree& query, Scope* outer);
   void bind_item(SelectItem& item, Scope& scope);
 

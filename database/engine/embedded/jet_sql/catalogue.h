@@ -1,5 +1,5 @@
-// What the embedded engine knows of the user's tables: the definition of each field and index, cached per open
-// database.
+// What the embedded engine knows of the user's tables: the definition of each field and index. It is cached for each
+// open database.
 #pragma once
 
 #include <algorithm>
@@ -13,11 +13,11 @@
 
 namespace engine::embedded {
 
-inline constexpr std::int32_t longest_text = 255;  ///< characters of a field of type Text
-inline constexpr std::size_t most_fields = 255;    ///< of a table, of an index, of a query
+inline constexpr std::int32_t longest_text = 255;  ///< of a field of type Text, in characters
+inline constexpr std::size_t most_fields = 255;    ///< of a table, an index or a query
 
 struct FieldDefinition {
-  std::int64_t id = 0;  ///< in the file, whatever the field's name is; 0 before it is stored there
+  std::int64_t id = 0;  ///< stays the same in the file when the field is renamed; 0 before it is stored there
   std::string name;
   DataType type = DataType::Text;
   std::int32_t size = 0;  ///< characters for Text, bytes for numbers
@@ -42,9 +42,9 @@ struct IndexDefinition {
   bool ignore_nulls = false;
   bool clustered = false;
 
-  /// Null in one of the fields is error 3058.
+  /// True where Null in one of the fields is error 3058.
   bool forbids_null() const noexcept { return primary || required; }
-  /// A second row of the same values is error 3022.
+  /// True where a second row of the same values is error 3022.
   bool forbids_duplicates() const noexcept { return primary || unique; }
 };
 
@@ -82,7 +82,7 @@ struct TableDefinition {
     const auto found = std::ranges::find_if(fields, &FieldDefinition::auto_increment);
     return found == fields.end() ? nullptr : &*found;
   }
-  /// SQLite's name for the identity of a row, one that no field hides; empty where fields hide them all.
+  /// SQLite's name for the identity of a row that no field hides; empty where fields hide all such names.
   std::string_view row_id_column() const noexcept {
     for (const std::string_view column : {"rowid", "_rowid_", "oid"}) {
       if (!find_field(column)) return column;
@@ -91,7 +91,7 @@ struct TableDefinition {
   }
 };
 
-/// Read side of the catalogue, as the SQL compiler sees it.
+/// The catalogue as the SQL compiler sees it: it can only be read.
 class Catalogue {
  public:
   virtual ~Catalogue() = default;

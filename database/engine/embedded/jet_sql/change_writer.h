@@ -22,7 +22,7 @@ class ChangeWriter {
   void remove(const DeleteStatement& statement, const Source& target) {
     UpdateWriter(sql_, queries_, stored_, table_).remove(statement, target);
   }
-  /// The value converted to the field's type; neither Null nor an empty text is refused.
+  /// Writes the value, converted to the field's type. Refuses neither Null nor an empty text.
   void default_value(const Expression& expression, const FieldDefinition& field) {
     stored_.convert(field, {expression.type, origin_of(expression)}, StoreMode::Default,
                     [&] { queries_.expressions().value(expression); });

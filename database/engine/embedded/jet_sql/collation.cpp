@@ -6,7 +6,7 @@ namespace engine::embedded::jet_sql {
 
 namespace {
 
-// Signs go by their code, before all others.
+// Signs are ordered by their code, before all others.
 constexpr std::uint32_t sign_weight = 0;
 constexpr std::uint32_t last_sign_code = 0x2BFF;
 constexpr std::uint32_t digit_weight = 0x3000;
@@ -28,7 +28,8 @@ constexpr std::array<CharacterWeight, 128> ascii_weights = [] {
   return weights;
 }();
 
-// Plain letters of U+00C0 to U+00FF, capital and small alike; "*" and "/" are signs, "?" is a letter of its own.
+// The plain letter of each character from U+00C0 to U+00FF, for capital and small ones alike. "*" and "/" are signs;
+// "?" is a letter of its own.
 constexpr std::string_view plain_letters = "AAAAAAACEEEEIIIIDNOOOOO*OUUUUYTSAAAAAAACEEEEIIIIDNOOOOO/OUUUUYTY";
 
 struct Extra {
@@ -46,7 +47,7 @@ CharacterWeight weight_of(char32_t code) noexcept {
   if (code >= 0xC0 && code <= 0xFF) {
     const char plain = plain_letters[code - 0xC0];
     if (plain == '*' || plain == '/') return {sign_weight + static_cast<std::uint32_t>(code), 0};
-    // Capital and small stand 32 apart; ß has no capital here, ÿ is the small Ÿ.
+    // A capital letter and its small one are 32 apart. ß has no capital here, and ÿ is a small Ÿ.
     const char32_t small = code == 0xFF ? 0x5F : code == 0xDF ? 0x60 : (code & 0x1F) + 0x20;
     return {letter_weight + static_cast<unsigned char>(plain), static_cast<std::uint16_t>(small)};
   }
@@ -57,7 +58,7 @@ CharacterWeight weight_of(char32_t code) noexcept {
   return {(sign ? sign_weight : other_weight) + static_cast<std::uint32_t>(code), 0};
 }
 
-/// Reads the next character's weight. Precondition: the text is not empty.
+/// Takes the next character from the text and returns its weight. Precondition: the text is not empty.
 CharacterWeight take(std::string_view& text) noexcept {
   const auto lead = static_cast<unsigned char>(text.front());
   if (lead < 0x80) {
@@ -82,7 +83,8 @@ std::string_view without_trailing_blanks(std::string_view text) noexcept {
 
 bool is_ascii(char character) noexcept { return static_cast<unsigned char>(character) < 0x80; }
 
-/// Length of what both begin with that is ASCII and of equal weight: most texts are told apart behind it.
+/// Length of the beginning that both have in common, as far as it is ASCII and of equal weight. Most texts differ soon
+/// behind it.
 std::size_t equal_ascii_prefix(std::string_view left, std::string_view right) noexcept {
   const std::size_t end = left.size() < right.size() ? left.size() : right.size();
   std::size_t position = 0;

@@ -26,7 +26,7 @@ std::string_view sqlite_operator(BinaryOperator op) noexcept {
   }
 }
 
-/// Yes or No where a constant is one of them as a number.
+/// Yes or No where the expression is a constant that is one of them as a number.
 std::optional<bool> truth_of(const Expression& expression) noexcept {
   const Literal* const literal = as_literal(expression);
   if (literal == nullptr) return std::nullopt;
@@ -45,7 +45,7 @@ std::optional<double> number_of(const Literal& literal) noexcept {
 
 enum class BoundOrder { Unknown, Ascending, Descending };
 
-/// How two constant bounds stand to each other.
+/// The order of two constant bounds.
 BoundOrder order_of(const Expression& low, const Expression& high) noexcept {
   const Literal* const first = as_literal(low);
   const Literal* const second = as_literal(high);
@@ -147,7 +147,8 @@ void ConditionWriter::comparison(const Binary& binary) {
   sql_.write(left.type.is_text() || right.type.is_text() ? " COLLATE JET)" : ")");
 }
 
-/// A condition compared with Yes or No is the condition or its opposite: "isnull(d)=0" lets SQLite use an index.
+/// A condition that is compared with Yes or No is written as the condition or its opposite. For "isnull(d)=0" this lets
+/// SQLite use an index.
 bool ConditionWriter::truth_comparison(const Binary& binary, const Expression& tested, const Expression& truth) {
   const bool equal = binary.op == BinaryOperator::Equal;
   const std::optional<bool> yes = truth_of(truth);
@@ -162,7 +163,7 @@ bool ConditionWriter::truth_comparison(const Binary& binary, const Expression& t
 void ConditionWriter::between(const Between& between) {
   sql_.write(between.negated ? "(NOT (" : "((");
   if (is_variant(*between.value) || is_variant(*between.low) || is_variant(*between.high)) {
-    // Between the bounds, in either order, where it does not lie on the same side of both.
+    // A value lies between the bounds, in either order, where it does not lie on the same side of both.
     for (const ExpressionPtr* bound : {&between.low, &between.high}) {
       sql_.write(bound == &between.low ? "jet_compare(" : " * jet_compare(");
       expressions_.value(*between.value);
@@ -189,7 +190,7 @@ void ConditionWriter::bounds(const Between& between) {
     expressions_.operand(ascending ? *between.high : *between.low, type);
     return;
   }
-  // SQLite's min and max of several values are Null where one of them is.
+  // SQLite's min and max of several values are Null where one value is.
   for (const std::string_view function : {"min(", "max("}) {
     sql_.write(function == "max(" ? " AND " : "").write(function);
     expressions_.operand(*between.low, type);
@@ -216,7 +217,7 @@ void ConditionWriter::in_select(const InSelect& in) {
   sql_.write("))");
 }
 
-/// One true comparison decides ANY, one false decides ALL; then one with Null.
+/// One true comparison decides ANY, one false comparison decides ALL; after that one with Null decides.
 void ConditionWriter::quantified(const Quantified& quantified) {
   const OutputColumn& column = quantified.query->outputs.front();
   const bool by_function = is_variant(*quantified.value) || column.type.kind == Kind::Variant;

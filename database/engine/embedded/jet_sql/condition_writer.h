@@ -1,5 +1,5 @@
-// Writes a bound expression as a condition of SQLite, which is true, false or Null; texts compare under the collation
-// JET.
+// Writes a bound expression as a condition of SQLite, which is true, false or Null. Texts are compared under the
+// collation JET.
 #pragma once
 
 #include "database/engine/embedded/jet_sql/ast.h"

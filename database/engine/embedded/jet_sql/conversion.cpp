@@ -25,7 +25,7 @@ int digit_value(char character) noexcept {
 
 constexpr std::string_view passed_over = " \t\n";
 
-/// The text without what Val passes over.
+/// The text without the characters that Val passes over.
 std::string without_blanks(std::string_view text) {
   std::string rest;
   for (const char character : text) {
@@ -57,7 +57,7 @@ double decimal_number(std::string_view digits) {
   double value = 0;
   const auto result = std::from_chars(digits.data(), digits.data() + digits.size(), value);
   if (result.ec == std::errc::result_out_of_range) {
-    // Too small counts as nothing.
+    // A number that is too small becomes 0.
     if (digits.find("e-") == std::string_view::npos && digits.find("E-") == std::string_view::npos) {
       raise(error_number::overflow);
     }
@@ -85,7 +85,7 @@ double number_at_beginning(std::string_view text) {
 
 std::string number_text(double number, char decimal_separator) {
   std::array<char, 40> buffer{};
-  // Most are whole, and quicker so.
+  // Most numbers are whole; this is the faster way for them.
   if (std::abs(number) < beyond_digits && number == std::trunc(number)) {
     const auto end = std::to_chars(buffer.data(), buffer.data() + buffer.size(), static_cast<std::int64_t>(number)).ptr;
     return {buffer.data(), end};

@@ -40,7 +40,7 @@ void result_date(FunctionCall& call, Date date) {
 
 void result_date(FunctionCall& call, std::int64_t day) { result_date(call, Date{static_cast<double>(day)}); }
 
-/// Months are counted by the calendar; a day that the month lacks becomes its last one.
+/// Months are counted by the calendar. A day that the month lacks becomes the month's last day.
 Date add_months(Date date, std::int64_t months) {
   const CalendarTime from = calendar_time(date);
   const std::int64_t counted = from.year * std::int64_t{12} + from.month - 1 + months;
@@ -51,7 +51,7 @@ Date add_months(Date date, std::int64_t months) {
   return date_of_seconds(day_number(year, month, day) * seconds_per_day + time_of(date));
 }
 
-/// Seconds of a unit that always has as many; a day for those that are counted by the calendar.
+/// Seconds of a unit that always has the same length; a day for units that are counted by the calendar.
 std::int64_t length_of(Unit unit) noexcept {
   switch (unit) {
     case Unit::Week:
@@ -109,7 +109,7 @@ std::int64_t difference_of(const FunctionCall& call, Unit unit, Date from, Date 
   }
 }
 
-/// A Long.
+/// The result is a Long.
 void date_difference(FunctionCall& call) {
   const Unit unit = unit_of(call.text(0));
   const std::int64_t difference = difference_of(call, unit, call.date(1), call.date(2));
@@ -175,7 +175,7 @@ void to_date(FunctionCall& call) { call.result(call.date(0)); }
 void is_date_text(FunctionCall& call) { call.result(call.is_text(0) && parse_user_date(call.text(0)) ? -1 : 0); }
 void is_date_value(FunctionCall& call) { call.result(call.is_null(0) ? 0 : -1); }
 
-/// A number from 1 on, the short form where the second argument is true.
+/// The name of a number that counts from 1; the short name where the second argument is true.
 template <std::size_t count>
 const std::string& name_of(FunctionCall& call, std::size_t number, const std::array<std::string, count>& names,
                            const std::array<std::string, count>& short_names) {
@@ -190,7 +190,7 @@ void month_name(FunctionCall& call) {
   call.result(std::string_view(name_of(call, static_cast<std::size_t>(month - 1), names.months, names.short_months)));
 }
 
-/// The days are counted from the third argument's, Sunday without it.
+/// Days are counted from the day that the third argument names, without one from Sunday.
 void weekday_name(FunctionCall& call) {
   const support::LocaleNames& names = support::user_locale().names;
   const std::int32_t weekday = call.whole(0);

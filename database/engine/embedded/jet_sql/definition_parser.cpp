@@ -51,7 +51,7 @@ constexpr std::string_view other_parameter_types[] = {"BINARY", "CURRENCY", "DEC
 
 }  // namespace
 
-/// "PARAMETERS [from] DATETIME, [count] LONG;" before a statement. Nobody gives them values here.
+/// Reads "PARAMETERS [from] DATETIME, [count] LONG;" before a statement. Nobody gives the parameters values here.
 std::vector<std::string> DefinitionParser::parse_parameters() {
   std::vector<std::string> parameters;
   cursor_.set_clause(error_number::parameters_syntax);
@@ -149,7 +149,7 @@ void DefinitionParser::parse_field_option(FieldDefinition& field, std::vector<In
   }
 }
 
-/// The expression's text as written; at most one literal, name or call, with a sign.
+/// Takes the expression's text as it is written: at most one literal, name or call, with a sign.
 void DefinitionParser::parse_default(FieldDefinition& field) {
   const std::size_t begin = cursor_.peek().begin;
   expressions_.parse_prefix();
@@ -159,14 +159,14 @@ void DefinitionParser::parse_default(FieldDefinition& field) {
 bool DefinitionParser::at_constraint() const noexcept {
   if (cursor_.at_word("CONSTRAINT") && cursor_.at_name(1)) return true;
   if (cursor_.at_word("PRIMARY")) return cursor_.at_word("KEY", 1);
-  // "UNIQUE TEXT(5)" is a field of that name.
+  // "UNIQUE TEXT(5)" is a field with the name UNIQUE.
   if (cursor_.at_word("UNIQUE"))
     return cursor_.peek(1).kind != TokenKind::Word || cursor_.at_word("NOT", 1) || cursor_.at_word("NULL", 1);
   return cursor_.at_word("REFERENCES") || cursor_.at_word("CHECK") ||
          (cursor_.at_word("FOREIGN") && cursor_.at_word("KEY", 1));
 }
 
-/// Without fields where none are listed: the field that the constraint stands behind is meant.
+/// The result has no fields where none are listed: then the field in whose definition the constraint stands is meant.
 IndexDefinition DefinitionParser::parse_constraint() {
   cursor_.set_clause(error_number::constraint_syntax);
   IndexDefinition index;

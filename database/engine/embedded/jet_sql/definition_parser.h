@@ -1,4 +1,4 @@
-// Reads the statements that change the layout, behind their first word, and the PARAMETERS clause.
+// Reads the statements that change the layout, from behind their first word, and the PARAMETERS clause.
 #pragma once
 
 #include <string>

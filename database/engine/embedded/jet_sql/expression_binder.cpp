@@ -15,7 +15,7 @@ namespace engine::embedded::jet_sql {
 
 namespace {
 
-/// Aliases may stack trees on each other; SQLite takes 1000 levels, of which one here needs at most four.
+/// Aliases may stack trees on each other. SQLite takes 1000 levels; one level here needs at most four of them.
 constexpr int most_levels = 200;
 
 constexpr std::size_t most_tables = 32;
@@ -43,12 +43,12 @@ ValueType fixed_type(const FunctionRow& row) {
 ValueType type_of_first(const FunctionRow& row, const ValueType& first) {
   const bool number = argument_letter(row, 0) != 'x';
   if (number && (first.is_text() || first.kind == Kind::Variant)) return type_of_kind(Kind::Double);
-  // The absolute value of the lowest Integer is none.
+  // The absolute value of the lowest Integer does not fit into an Integer.
   if (row.name == "abs" && first.is_whole()) {
     return type_of_whole(0, std::max(std::abs(first.low), std::abs(first.high))).with_null(first.nullable);
   }
   ValueType type = first.with_null(true);
-  // The whole number below the first moment of the calendar is no date.
+  // The whole number below the first moment of the calendar is not a date.
   if (number) type.in_calendar = false;
   return type;
 }
@@ -58,7 +58,7 @@ ValueType type_of_text(const FunctionRow& row, const ValueType& first) {
   return type.with_null(true);
 }
 
-/// Type of a call's result from its arguments'.
+/// The type of a call's result, by the types of its arguments.
 ValueType type_of_call(const Call& call) {
   const FunctionRow& row = *call.row;
   if (row.rule == ResultRule::Fixed) return fixed_type(row);
@@ -140,7 +140,7 @@ void ExpressionBinder::bind_node(Expression& expression, ColumnName& name, Scope
   take_parameter(expression, name);
 }
 
-/// A name that has no value.
+/// Takes the name for a parameter, which has no value.
 void ExpressionBinder::take_parameter(Expression& expression, const ColumnName& name) {
   expression.type = type_of_kind(Kind::Variant);
   add_unknown_name(name.column);
@@ -262,8 +262,8 @@ void ExpressionBinder::bind_node(Expression& expression, Quantified& quantified,
   contain(expression, quantified.value);
   require_one_column(*quantified.query);
   check_comparable(quantified.value->type, quantified.query->outputs.front().type);
-  // The value is written inside of the subselect: SQLite tells by a column alone that an aggregate is not the
-  // subselect's.
+  // The value is written inside the subselect. SQLite needs a column to see that an aggregate does not belong to the
+  // subselect.
   if (has_aggregate_without_column(*quantified.value)) {
     raise(error_number::not_supported, "an aggregate of no field before ANY or ALL");
   }
@@ -298,7 +298,7 @@ void ExpressionBinder::bind_node(Expression& expression, Call& call, Scope& scop
         std::exchange(scope.aggregate_error, error_number::aggregate_in_expression);
     bind_arguments(call, scope);
     scope.aggregate_error = aggregate_error;
-    // SQLite would make such an aggregate one of the query around this one.
+    // SQLite would count such an aggregate to the query around this one.
     if (scope.select->outer_columns.size() != outer_columns) raise(error_number::aggregate_in_expression);
     if (row.arguments == "n" && call.arguments.front()->type.is_text()) raise(error_number::criterion_mismatch);
     expression.has_aggregate = true;

@@ -1,4 +1,4 @@
-// Gives the names in an expression their meaning and every expression its type.
+// Looks up the names in an expression and gives every expression its type.
 #pragma once
 
 #include <cstddef>
@@ -14,39 +14,40 @@ namespace engine::embedded::jet_sql {
 
 class Binder;
 
-/// What names mean at one place: the sources of a SELECT, its aliases where they count, then the query around it.
+/// What names mean at one place: first the sources of a SELECT, then its aliases where they count, then the query
+/// around it.
 struct Scope {
   Scope* outer = nullptr;
   Select* select = nullptr;
   std::vector<const Source*> visible;
   bool aliases = false;
-  /// Error for an aggregate here; 0 where one may stand.
+  /// The error of an aggregate at this place; none where an aggregate may stand.
   error_number::Number aggregate_error = error_number::none;
 
-  /// Raises 3360 where the SELECT gets too many.
+  /// Raises 3360 where the SELECT gets too many tables.
   void count_tables(std::size_t tables) const;
 };
 
 class ExpressionBinder {
  public:
-  /// The queries inside an expression are bound by the other.
+  /// `queries` binds the queries inside an expression.
   explicit ExpressionBinder(Binder& queries) : queries_(queries) {}
 
-  /// Names that stand for parameters, whatever columns there are.
+  /// These names stand for parameters, whatever columns there are.
   void declare(const std::vector<std::string>& parameters);
   /// `Now`, `Date` and `Time` need no parentheses.
   void take_functions_without_parentheses() noexcept { functions_without_parentheses_ = true; }
 
   void bind(Expression& expression, Scope& scope);
   void bind(const ExpressionPtr& expression, Scope& scope) { bind(*expression, scope); }
-  /// A condition; 3464 for a text.
+  /// Binds a condition. Raises 3464 for a text.
   void bind_criterion(const ExpressionPtr& expression, Scope& scope);
-  /// False where no source of the scope has the column; 3079 where several have.
+  /// Returns false where no source of the scope has the column. Raises 3079 where several have it.
   bool find_column(const Scope& scope, ColumnName& name) const;
 
-  /// The engine takes a name that means nothing for a parameter without a value.
+  /// Notes a name that means nothing: the engine takes it for a parameter without a value.
   void add_unknown_name(std::string_view name);
-  /// 3061 with their number, where there are any.
+  /// Raises 3061 with the number of these names, where there are any.
   void raise_unknown_names() const;
 
  private:
@@ -68,13 +69,13 @@ class ExpressionBinder {
   void take_parameter(Expression& expression, const ColumnName& name);
   bool find_alias(Scope& scope, ColumnName& name);
   bool find_function_without_parentheses(Expression& expression, const ColumnName& name);
-  /// Raises the levels to at least one more than the part's, and takes over what the part contains.
+  /// Makes the whole at least one level higher than the part, and notes that it contains what the part contains.
   void contain(Expression& whole, const ExpressionPtr& part);
   void contain(Expression& whole, int height) const;
 
   Binder& queries_;
   std::set<std::string> unknown_names_;  ///< in lower case
-  std::set<std::string> parameters_;     ///< declared ones, in lower case
+  std::set<std::string> parameters_;     ///< declared parameters, in lower case
   bool functions_without_parentheses_ = false;
 };
 

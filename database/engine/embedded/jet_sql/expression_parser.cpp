@@ -82,7 +82,7 @@ Literal literal_of(const Token& token) {
   return {token.number};
 }
 
-/// The number with its sign changed; false where the literal is none.
+/// Changes the sign of the number. Returns false where the literal is no number.
 bool negate(Literal& literal) noexcept {
   if (auto* whole = std::get_if<std::int64_t>(&literal.value)) {
     *whole = -*whole;
@@ -101,7 +101,7 @@ ExpressionPtr ExpressionParser::parse_expression() {
   const error_number::Number clause = cursor_.exchange_clause(error_number::expression_syntax);
   ExpressionPtr expression = parse_binary(0);
   refuse_after_expression(cursor_);
-  // What follows an expression and belongs to no clause lacks an operator before it.
+  // If something follows an expression and belongs to no clause, an operator is missing before it.
   const TokenKind next = cursor_.peek().kind;
   if (next == TokenKind::Number || next == TokenKind::Text || next == TokenKind::Date) cursor_.fail_here();
   const bool pivot = in_transform_ && cursor_.at_word("PIVOT");
@@ -146,7 +146,7 @@ ExpressionPtr ExpressionParser::parse_quantified(BinaryOperator op, ExpressionPt
   return make(Quantified{op, std::move(value), std::move(query), all}, height);
 }
 
-/// In a rule, at a condition whose left side is missing.
+/// True in a rule, at a condition whose left side is missing.
 bool ExpressionParser::lacks_field(int lowest_precedence) const noexcept {
   if (implied_field_.empty() || lowest_precedence > not_precedence) return false;
   const OperatorRow* const row = find_operator(cursor_.peek());
@@ -196,7 +196,7 @@ ExpressionPtr ExpressionParser::parse_primary() {
   cursor_.fail_here();
 }
 
-/// "&HFF" and "&O17"; a "&" right behind makes a number of 32 bits.
+/// Reads "&HFF" and "&O17". A "&" directly behind the digits makes it a number of 32 bits.
 ExpressionPtr ExpressionParser::parse_prefixed_number() {
   const Token sign = cursor_.take();
   const Token& digits = cursor_.peek();
@@ -220,11 +220,11 @@ ExpressionPtr ExpressionParser::parse_word() {
     const int height = query->height;
     return make(Exists{std::move(query)}, height);
   }
-  // LEFT and RIGHT are words of a join as well.
+  // LEFT and RIGHT are also words of a join.
   const bool function = cursor_.at_name() || cursor_.at_word("LEFT") || cursor_.at_word("RIGHT");
   if (function && cursor_.peek(1).is_symbol("(")) return parse_call();
   if (cursor_.accept_word("NULL")) return make(Literal{}, 0);
-  // A word of a join; where an operand stands it is the constant.
+  // ON is a word of a join. Where an operand stands, it is the constant.
   if (cursor_.accept_word("ON")) return make(Literal{true}, 0);
   if (cursor_.at_word("TRUE") || cursor_.at_word("FALSE")) return make(Literal{cursor_.take().is_word("TRUE")}, 0);
   return parse_column();

@@ -17,15 +17,15 @@ class ExpressionParser {
   ExpressionParser(TokenCursor& cursor, QueryParser& queries) : cursor_(cursor), queries_(queries) {}
 
   ExpressionPtr parse_expression();
-  /// One operand, with the signs before it.
+  /// Reads one operand with the signs before it.
   ExpressionPtr parse_prefix();
   std::vector<ExpressionPtr> parse_list();
 
-  /// The field that conditions of a rule speak of; empty elsewhere.
+  /// The field that the conditions of a rule are about; empty elsewhere.
   void set_implied_field(std::string_view field) { implied_field_ = field; }
-  /// In the query of a TRANSFORM, where PIVOT ends an expression.
+  /// For the query of a TRANSFORM: there PIVOT ends an expression.
   void set_in_transform(bool in_transform) noexcept { in_transform_ = in_transform; }
-  /// Behind PIVOT, where IN begins the list of the headings.
+  /// For the expression behind PIVOT: there IN begins the list of headings.
   void set_in_pivot(bool in_pivot) noexcept { in_pivot_ = in_pivot; }
 
  private:

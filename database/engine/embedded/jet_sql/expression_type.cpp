@@ -18,7 +18,8 @@ ValueType concatenated(const ValueType& left, const ValueType& right, bool nulla
   return type.with_null(nullable);
 }
 
-/// Whole numbers as long as the bounds fit the kind, Single beside what a Single holds, else Double.
+/// A whole number where both are whole and the bounds fit; Single where one is a Single and a Single holds the other;
+/// else Double.
 ValueType number_type(BinaryOperator op, const ValueType& left, const ValueType& right) {
   if (left.is_whole() && right.is_whole()) {
     if (op == BinaryOperator::Add) return type_of_whole(left.low + right.low, left.high + right.high);

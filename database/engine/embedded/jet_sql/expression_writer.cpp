@@ -11,10 +11,11 @@ namespace engine::embedded::jet_sql {
 
 namespace {
 
-// Local time in whole seconds since 1899-12-30; SQLite gives one moment for the whole statement.
+// The local time in whole seconds since 1899-12-30. SQLite gives the same moment everywhere in one statement.
 constexpr std::string_view seconds_now = "CAST(round((julianday('now', 'localtime') - 2415018.5) * 86400) AS INTEGER)";
 
-/// A number of 1 or more that a constant surely is: dividing by it makes no number larger, nor another sign of it.
+/// True where the expression is a constant that is surely a number of 1 or more. Dividing by it makes no number larger
+/// and changes no sign.
 bool is_safe_divisor(const Expression& expression) noexcept {
   const Literal* const literal = as_literal(expression);
   if (literal == nullptr) return false;
@@ -23,7 +24,7 @@ bool is_safe_divisor(const Expression& expression) noexcept {
   return number != nullptr && *number >= 1;
 }
 
-/// No sum or product of two such values is infinite.
+/// True where no sum or product of two such values can be infinite.
 bool is_bounded(const ValueType& type) noexcept {
   return type.is_whole() || type.kind == Kind::Single || type.kind == Kind::Null ||
          (type.kind == Kind::Date && type.in_calendar);
@@ -31,7 +32,7 @@ bool is_bounded(const ValueType& type) noexcept {
 
 bool is_whole_type(const Expression& expression) noexcept { return expression.type.is_whole(); }
 
-/// At most one row by its form: aggregates over all rows.
+/// True where the form of the query gives at most one row: aggregates over all rows.
 bool gives_one_row(const QueryTree& query) noexcept {
   return query.selects.size() == 1 && query.selects.front()->grouped && query.selects.front()->group_by.empty();
 }
@@ -143,7 +144,7 @@ void ExpressionWriter::operation(const ValueType& type, std::string_view sqlite_
   if (type.kind == Kind::Double && checked) sql_.write("jet_finite");
   if (type.kind == Kind::Date && checked) sql_.write("jet_in_calendar");
   sql_.write("(");
-  // SQLite would give all digits of a product that a Double does not hold.
+  // SQLite would keep digits of a whole product that a Double does not hold.
   if (type.kind == Kind::Double && binary.op == BinaryOperator::Multiply) sql_.write("1.0 * ");
   number(*binary.left);
   sql_.write(sqlite_operator);
@@ -170,7 +171,7 @@ void ExpressionWriter::divide(const Binary& binary) {
 
 void ExpressionWriter::whole_divide(const Binary& binary) {
   const bool divide = binary.op == BinaryOperator::WholeDivide;
-  // SQLite's own operators cut towards 0 as well, but only where nothing has to be rounded first.
+  // SQLite's own operators cut towards 0 as well, but they do not round their operands first.
   if (is_whole_type(*binary.left) && is_whole_type(*binary.right) && is_safe_divisor(*binary.right)) {
     return operation(type_of_kind(Kind::Long), divide ? " / " : " % ", binary);
   }
@@ -205,7 +206,7 @@ void ExpressionWriter::call(const Call& call) {
   }
 }
 
-/// In a cell of a crosstab over the cell's rows alone; without rows even a count is Null.
+/// In a cell of a crosstab only the cell's rows count. Without rows even a count is Null there.
 void ExpressionWriter::aggregate(const Call& call) {
   const OutputColumn* const cell = std::exchange(cell_, nullptr);
   if (cell == nullptr) return plain_call(call);
@@ -235,7 +236,7 @@ void ExpressionWriter::of_cell(const OutputColumn& cell) {
 }
 
 void ExpressionWriter::plain_call(const Call& call) {
-  // What rounds a Single works with the decimal number that the user sees.
+  // A function that rounds a Single works with the decimal number that the user sees.
   const bool single = call.row->rule == ResultRule::FirstArgument && argument_letter(*call.row, 0) == 'w' &&
                       call.arguments.front()->type.kind == Kind::Single;
   if (single) sql_.write("jet_single(");
@@ -282,7 +283,7 @@ void ExpressionWriter::argument(const Expression& expression, char letter) {
   }
 }
 
-/// IIf(condition, value, other value) and Switch(condition, value, …).
+/// Writes IIf(condition, value, other value) and Switch(condition, value, …).
 void ExpressionWriter::case_call(const Call& call) {
   sql_.write("(CASE");
   for (std::size_t i = 0; i + 1 < call.arguments.size(); i += 2) {
@@ -311,7 +312,7 @@ void ExpressionWriter::choose_call(const Call& call) {
   sql_.write(" END)");
 }
 
-/// Without a second argument Null becomes 0, or the empty text where the first is a text.
+/// Without a second argument Null becomes 0, or the empty text where the first argument is a text.
 void ExpressionWriter::nz_call(const Call& call) {
   sql_.write("coalesce(");
   value(*call.arguments.front());

@@ -1,4 +1,4 @@
-// Writes a bound expression as a value of SQLite: every operation in parentheses, Yes/No as -1 or 0.
+// Writes a bound expression as a value of SQLite. Every operation stands in parentheses; Yes/No is -1 or 0.
 #pragma once
 
 #include <cstddef>
@@ -14,20 +14,20 @@ class QueryWriter;
 
 class ExpressionWriter {
  public:
-  /// Conditions and queries that stand inside an expression are written by the others.
+  /// `conditions` and `queries` write the conditions and queries inside an expression.
   ExpressionWriter(SqlText& sql, ConditionWriter& conditions, QueryWriter& queries)
       : sql_(sql), conditions_(conditions), queries_(queries) {}
 
   void value(const Expression& expression);
   void text(const Expression& expression);
-  /// The value, and its collation where it is a text.
+  /// Writes the value, with its collation where it is a text.
   void collated(const Expression& expression);
-  /// The value beside one of the other type: a number beside a Single is rounded to one.
+  /// Writes the value as it is compared with one of the other type: a number beside a Single is rounded to a Single.
   void operand(const Expression& expression, const ValueType& other);
   void column(const Source& source, std::size_t index);
-  /// The expression of a column; in that of a crosstab, aggregates are over the rows of its cell alone.
+  /// Writes the expression of a column. In a column of a crosstab, aggregates count only the rows of its cell.
   void output_value(const OutputColumn& shown);
-  /// What `write_value` writes, a value of the type, as a text.
+  /// Writes as a text what `write_value` writes, a value of this type.
   template <typename Write>
   void as_text(const ValueType& type, Write write_value) {
     const std::string_view function = type.kind == Kind::Date ? "jet_date_text(" : "jet_text(";
@@ -36,7 +36,7 @@ class ExpressionWriter {
     write_value();
     sql_.write("))");
   }
-  /// A query inside an expression: its aggregates are its own.
+  /// Writes a query inside an expression. Its aggregates are its own.
   void subselect(const QueryTree& inner);
 
  private:
@@ -61,7 +61,7 @@ class ExpressionWriter {
   SqlText& sql_;
   ConditionWriter& conditions_;
   QueryWriter& queries_;
-  /// The cell of a crosstab that is being written.
+  /// The cell of a crosstab that is being written; null outside of cells.
   const OutputColumn* cell_ = nullptr;
 };
 

@@ -1,4 +1,4 @@
-// What the embedded engine knows of each type of field, as a table.
+// A table of what the embedded engine knows of each type of field.
 #pragma once
 
 #include <cstdint>
@@ -11,15 +11,15 @@ namespace engine::embedded {
 
 struct FieldType {
   DataType type;
-  std::int32_t size;                ///< bytes of a number, most characters of a Text, 0 for a Memo
-  std::string_view declaration;     ///< SQLite's, of an affinity that changes no value
-  std::string_view store_function;  ///< makes a value of another type one of this; "" for texts, which need more
+  std::int32_t size;                ///< bytes of a number, largest number of characters of a Text, 0 for a Memo
+  std::string_view declaration;     ///< SQLite's declaration; its affinity changes no value
+  std::string_view store_function;  ///< converts a value of another type to this one; "" for texts
 };
 
-/// Null for a number that is no type.
+/// Null where the number is no type.
 const FieldType* find_field_type(DataType type) noexcept;
 
-/// A definition as CreateField makes it: attributes and size as the type has them. A size above 0 is taken for Text.
+/// A definition as CreateField makes it, with the attributes and size of the type. Only a Text takes a size above 0.
 FieldDefinition new_field(std::string_view name, DataType type, std::int32_t size = 0);
 
 }  // namespace engine::embedded

@@ -1,4 +1,4 @@
-// One call of a function of the dialect from SQLite: its arguments, its result and its error.
+// One call of a function of the dialect by SQLite: its arguments, its result and its error.
 #pragma once
 
 #include <sqlite3.h>
@@ -23,14 +23,15 @@ class FunctionCall {
   bool is_whole(int position) const noexcept { return type(position) == SQLITE_INTEGER; }
   bool any_null() const noexcept;
 
-  /// A text is read in the user's locale; 13 where it is no number.
+  /// Reads a text in the user's locale. Raises 13 where it is no number.
   double number(int position) const;
-  /// Halves to even; 6 beyond 32 bits.
+  /// Rounds halves to even. Raises 6 beyond 32 bits.
   std::int32_t whole(int position) const;
   std::int64_t whole64(int position) const noexcept { return sqlite3_value_int64(arguments_[position]); }
-  /// A text is read in the user's locale. 13 where it is no date, 6 beyond the calendar.
+  /// Reads a text in the user's locale. Raises 13 where it is no date, 6 outside the calendar.
   Date date(int position) const;
-  /// A number as the user writes it. Lives until the next call on this object for a number, else as the call.
+  /// A number becomes a text as the user writes it. That text lives until the next number is asked for on this object;
+  /// any other text lives as long as the call.
   std::string_view text(int position);
 
   void result(double number) noexcept { sqlite3_result_double(context_, number); }
@@ -39,7 +40,7 @@ class FunctionCall {
   void result(std::int64_t number) noexcept { sqlite3_result_int64(context_, number); }
   void result(std::string_view text) noexcept;
   void result_null() noexcept { sqlite3_result_null(context_); }
-  /// The argument as it came.
+  /// Returns the argument unchanged.
   void result_argument(int position) noexcept { sqlite3_result_value(context_, arguments_[position]); }
   sqlite3_context* context() const noexcept { return context_; }
 
@@ -54,7 +55,8 @@ class FunctionCall {
   std::string buffer_;
 };
 
-/// Reports the exception that is being handled as the call's error: "jet:NUMBER:description", as error_of() reads it.
+/// Reports the exception that is being handled as the call's error, in the form "jet:NUMBER:description" that
+/// error_of() reads.
 void report_current_exception(sqlite3_context* context) noexcept;
 
 inline constexpr std::string_view own_error_mark = "jet:";

@@ -12,7 +12,7 @@ namespace {
 using enum FunctionForm;
 using enum ResultRule;
 
-// In the order of their names, which find_function relies on.
+// Sorted by name: find_function relies on it.
 constexpr FunctionRow function_rows[] = {
     {"abs", Plain, "abs", "n", 1, FirstArgument, Kind::Variant},
     {"asc", Plain, "jet_asc", "t", 1, Fixed, Kind::Integer},

@@ -13,8 +13,9 @@ namespace engine::embedded::jet_sql {
 
 namespace {
 
-/// The rows come one by one from the tables, so that what is stored can be written in place of what is selected. Sorted
-/// rows do not: SQLite works the columns out, and would number the rows, before it sorts them.
+/// True where the rows come from the tables one by one, so that what is stored can be written in place of what is
+/// selected. Sorted rows do not: SQLite computes the columns before it sorts, and would number the rows in the wrong
+/// order.
 bool is_plain(const QueryTree& query) noexcept {
   const Select& first = *query.selects.front();
   return query.selects.size() == 1 && !first.distinct && !first.top && !first.grouped && query.order_by.empty();
@@ -33,7 +34,7 @@ void InsertWriter::insert(const InsertStatement& statement) {
   }
 }
 
-/// Without a list: every field for VALUES, the names of the columns for a query.
+/// Without a list of fields: every field for VALUES, the names of the columns for a query.
 std::vector<std::string> InsertWriter::field_names(const InsertStatement& statement) const {
   if (!statement.fields.empty()) return statement.fields;
   std::vector<std::string> names;
@@ -66,7 +67,7 @@ void InsertWriter::add_defaults(std::vector<Destination>& fields) const {
   for (const FieldDefinition& field : table_.fields) {
     if (named.contains(&field)) continue;
     std::string text = field.auto_increment() ? std::string() : compile_default(field);
-    // A rule may speak of fields that the statement does not name.
+    // A rule may name fields that the statement does not name.
     if (text != "NULL" || stored_.null_error(field) != error_number::none || stored_.has_rules())
       fields.push_back({&field, 0, std::move(text), true});
   }
@@ -74,7 +75,7 @@ void InsertWriter::add_defaults(std::vector<Destination>& fields) const {
 
 void InsertWriter::head(const std::vector<Destination>& fields, bool append) {
   const bool unique = std::ranges::any_of(table_.indexes, &IndexDefinition::forbids_duplicates);
-  // Rows that a unique index refuses are passed over in an append.
+  // An append passes over the rows that a unique index refuses.
   sql_.write(append && unique ? "INSERT OR IGNORE INTO " : "INSERT INTO ");
   sql_.name(table_.name);
   sql_.write(" (");
@@ -83,14 +84,15 @@ void InsertWriter::head(const std::vector<Destination>& fields, bool append) {
   sql_.write(") ");
 }
 
-/// Where no name for it is left, SQLite chooses the row's identity.
+/// Where fields hide every name of the row's identity, SQLite chooses it.
 void InsertWriter::row_identity() {
   if (table_.row_id_column().empty()) return;
-  // A name with a "." is no field's.
+  // No field has a name with ".".
   sql_.write(!stored_.has_rules() ? "jet_next_row(), " : "jet_next_row() AS \"jet.row\", ");
 }
 
-/// What a field gets that the statement does not name. Rows of an append are filtered; of a list, Null is refused.
+/// Writes the value of a field that the statement does not name. An append leaves out the rows with Null; VALUES refuse
+/// it.
 void InsertWriter::default_of(const Destination& destination, bool append) {
   const FieldDefinition& field = *destination.field;
   if (field.auto_increment()) {
@@ -102,7 +104,7 @@ void InsertWriter::default_of(const Destination& destination, bool append) {
                            [&] { sql_.write(destination.default_text); });
 }
 
-/// The value; in an AutoNumber the next number where it is Null.
+/// Writes the value; in an AutoNumber the next number where the value is Null.
 template <typename Write>
 void InsertWriter::number_or_value(const FieldDefinition& field, Write write_value) {
   if (!field.auto_increment()) return write_value();
@@ -147,7 +149,7 @@ void InsertWriter::append_columns(const QueryTree& query, const std::vector<Dest
   });
 }
 
-/// Conditions that leave out rows with Null in a required field or an empty text where none is allowed.
+/// Writes conditions that leave out rows with Null in a required field, or with an empty text where none is allowed.
 template <typename Write>
 void InsertWriter::append_filters(const QueryTree& query, const std::vector<Destination>& fields,
                                   std::string_view before, Write write_column) {

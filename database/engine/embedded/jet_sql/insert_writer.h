@@ -15,11 +15,11 @@ class InsertWriter {
   InsertWriter(SqlText& sql, QueryWriter& queries, StoredRowWriter& stored, const TableDefinition& changed)
       : sql_(sql), queries_(queries), stored_(stored), table_(changed) {}
 
-  /// 3127 for an unknown field, 3063 for one named twice, 3346 where values and fields differ in number.
+  /// Raises 3127 for an unknown field, 3063 for one that is named twice, 3346 where values and fields differ in number.
   void insert(const InsertStatement& statement);
 
  private:
-  /// A field that an INSERT writes, and the value of the list, the column of the query or the default that it gets.
+  /// A field that an INSERT writes, with what it gets: a value of the list, a column of the query, or the default.
   struct Destination {
     const FieldDefinition* field = nullptr;
     std::size_t position = 0;

@@ -34,7 +34,7 @@ const Source* base_of(const QueryTree& query) noexcept {
   return source.table != nullptr && !source.table->row_id_column().empty() ? &source : nullptr;
 }
 
-/// Carries a statement of the dialect from its tree to the program.
+/// Compiles a statement of the dialect from its tree to the program.
 class Compiler {
  public:
   Compiler(std::string_view text, const Catalogue& catalogue, const std::vector<std::string>& parameters)
@@ -180,7 +180,7 @@ class Compiler {
     program.select_text = text_.substr(0, into.begin);
     program.select_text += text_.substr(into.end, in.end > 0 ? in.begin - into.end : std::string_view::npos);
     if (in.end > 0) program.select_text += text_.substr(in.end);
-    // The tables of another file are known to it alone.
+    // Only the other file knows its tables.
     if (statement.external_file.empty()) binder_.bind(statement);
     return program;
   }
@@ -246,7 +246,7 @@ bool is_blank_text(std::string_view text) noexcept {
   return text.find_first_not_of(" \t\r\n") == std::string_view::npos;
 }
 
-/// A word that is no function: a text field's own text, Yes or No of a Yes/No field.
+/// Takes a word that is no function: in a text field for the text itself, in a Yes/No field for Yes or No.
 void take_word(Expression& expression, const FieldDefinition& field, bool text) {
   const auto* const word = std::get_if<ColumnName>(&expression.node);
   if (word == nullptr || !word->table.empty()) return;
@@ -267,7 +267,7 @@ ExpressionPtr parse_default(const FieldDefinition& field, bool text) {
   try {
     return Parser(field.default_value).parse_lone_expression();
   } catch (const support::RuntimeError&) {
-    // Layouts give a text field's default without quotes as well.
+    // Layouts also give a text field's default without quotes.
     if (!text || field.default_value.find('\0') != std::string::npos) throw;
     auto expression = std::make_unique<Expression>();
     expression->node = Literal{field.default_value};
@@ -307,7 +307,7 @@ struct ResultRow {
   std::string_view detail = {};
 };
 
-// SQLite's own messages may quote the statement, and with it what is stored; none of them is passed on.
+// SQLite's own messages may quote the statement, and with it stored values. Therefore none of them is passed on.
 constexpr ResultRow result_codes[] = {
     {SQLITE_BUSY, error_number::file_in_use},
     {SQLITE_LOCKED, error_number::table_in_use},
@@ -325,7 +325,7 @@ constexpr ResultRow result_codes[] = {
     {SQLITE_MISMATCH, error_number::conversion},
 };
 
-/// What report_current_exception() wrote; nothing where the message is SQLite's own.
+/// The error that report_current_exception() wrote; nothing where the message is SQLite's own.
 std::optional<support::RuntimeError> own_error(std::string_view message) {
   if (!message.starts_with(own_error_mark)) return std::nullopt;
   message.remove_prefix(own_error_mark.size());

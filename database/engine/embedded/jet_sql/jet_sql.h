@@ -1,5 +1,6 @@
-// The Jet SQL front end: a compiler from a statement of the dialect to one SQLite statement, or to a description of a
-// layout change that the engine carries out itself. Tokens, a syntax tree, names bound against the catalogue, text out.
+// The Jet SQL front end. It compiles a statement of the dialect to one SQLite statement, or to a description of a
+// layout change that the engine carries out itself. It reads tokens, builds a syntax tree, looks names up in the
+// catalogue and writes text.
 #pragma once
 
 #include <cstdint>
@@ -20,7 +21,7 @@ struct ResultColumn {
   std::string name;
   DataType type = DataType::Text;
   std::int32_t size = 0;
-  /// Set where the column is a field of the query's one base table as it stands.
+  /// The field of the query's one base table that the column shows unchanged; else empty.
   std::string base_field;
 };
 
@@ -28,28 +29,29 @@ struct ResultColumn {
 struct Query {
   std::string sqlite_sql;
   std::vector<ResultColumn> columns;
-  /// The one table whose rows the query shows row by row, so that a recordset over it can be updated; else empty. The
-  /// SQLite statement then has one column more, the last: the row's rowid.
+  /// The one table whose rows the query shows row by row, so that a recordset over the query can be updated; else
+  /// empty. The SQLite statement then has one more column at the end: the row's rowid.
   std::string base_table;
-  /// Of such a query with columns that are worked out: the columns of the row whose rowid is its parameter.
+  /// For such a query with computed columns: a statement that gives the columns of one row; its parameter is the rowid.
   std::string row_sql = {};
 };
 
-/// TRANSFORM … PIVOT without a list of headings: they are read from the rows, and compile_cross_table() then makes the
-/// query.
+/// TRANSFORM … PIVOT without a list of headings. The headings are read from the rows; then compile_cross_table() makes
+/// the query.
 struct CrossTable {
   Query headings;
 };
 
-/// INSERT, UPDATE and DELETE: one SQLite statement, conversions and checks included; sqlite3_changes tells the rows.
+/// INSERT, UPDATE and DELETE: one SQLite statement with its conversions and checks. sqlite3_changes tells the number of
+/// rows.
 struct Change {
   std::string sqlite_sql;
   std::string table;
-  /// An INSERT: its rows get their AutoNumbers and identities from the connection's Numbering.
+  /// True for an INSERT: its rows get their AutoNumbers and identities from the connection's Numbering.
   bool adds_rows = false;
 };
 
-/// The AutoNumber and the row identity that a table gave last; a statement that adds rows counts on from there.
+/// The AutoNumber and the row identity that a table gave last. A statement that adds rows counts on from there.
 struct Numbering {
   std::int64_t number = 0;
   std::int64_t row = 0;
@@ -58,8 +60,8 @@ struct Numbering {
 /// SELECT … INTO target FROM … [IN 'file'].
 struct SelectInto {
   std::string target;
-  /// The statement without its INTO and IN clauses; compiled against the catalogue of the database that holds the
-  /// sources, it tells the columns of the new table: names, types and sizes only.
+  /// The statement without its INTO and IN clauses. Compiled against the catalogue of the database that holds the
+  /// sources, it gives the columns of the new table: names, types and sizes only.
   std::string select_text;
   /// The other database file; empty for the current one.
   std::string external_file;
@@ -95,24 +97,25 @@ struct DropIndex {
 using Program = std::variant<Query, CrossTable, Change, SelectInto, CreateTable, AddField, AlterField, DropField,
                              DropTable, CreateIndex, DropIndex>;
 
-/// Compiles one statement. Raises RuntimeError with the engine's number: 3075/3131/3134/3141/3144/3290/3293 syntax,
-/// 3078 unknown table, 3061 unknown column, 3127 INSERT INTO with an unknown field, 3464 type mismatch in criterion,
-/// 3085 unknown function, 3142 text after the end of the statement, 3129 no statement of the dialect, 3360 too complex.
-/// Any text may be given: time, memory and stack are bounded.
+/// Compiles one statement. Raises the engine's number: 3075/3131/3134/3141/3144/3290/3293 syntax, 3078 unknown table,
+/// 3061 unknown column, 3127 INSERT INTO with an unknown field, 3464 type mismatch in criterion, 3085 unknown function,
+/// 3142 text after the end of the statement, 3129 no statement of the dialect, 3360 too complex. Any text may be given:
+/// time, memory and stack are bounded.
 Program compile(std::string_view statement, const Catalogue& catalogue);
 
-/// The query of a crosstab with a column for each heading, Null as "<>". Raises as compile(), 3190 for more than 255
-/// columns, 3063 where a heading is empty or the name of a column before it.
+/// The query of a crosstab, with a column for each heading; Null becomes "<>". Raises what compile() raises, 3190 for
+/// more than 255 columns, 3063 where a heading is empty or the name of a column before it.
 Query compile_cross_table(std::string_view statement, const Catalogue& catalogue,
                           std::vector<std::optional<std::string>> headings);
 
-/// The SQLite text of a default expression of a field (`0`, `-1`, `"0"`, `True`, `""`, Now()), converted to the field's
-/// type; without one "NULL", and No for a Yes/No. A text field's default may lack its quotes. Raises as compile() does.
+/// The SQLite text of a field's default expression (`0`, `-1`, `"0"`, `True`, `""`, Now()), converted to the field's
+/// type. Without a default it is "NULL", and No for a Yes/No. A text field's default may lack its quotes. Raises what
+/// compile() raises.
 std::string compile_default(const FieldDefinition& field);
 
-/// The error that a failed sqlite3_step stands for: functions of the dialect report as "jet:NUMBER:description".
-/// Other results of SQLite map to the engine's numbers (constraint unique 3022, busy 3045, full 3043, corrupt
-/// 3343, …), 51 where none fits. No text ever holds a value.
+/// The error that a failed sqlite3_step stands for. Functions of the dialect report theirs as "jet:NUMBER:description".
+/// Other results of SQLite map to the engine's numbers (constraint unique 3022, busy 3045, full 3043, corrupt 3343, …),
+/// to 51 where none fits. No text ever holds a value.
 support::RuntimeError error_of(sqlite3* connection, int result);
 
 }  // namespace engine::embedded::jet_sql

@@ -35,7 +35,7 @@ LikePattern::LikePattern(std::string_view pattern) {
   for (std::size_t position = 0; position < characters.size(); ++position) {
     switch (characters[position]) {
       case U'*':
-        // Several in a row are one.
+        // Several "*" in a row are one.
         if (elements_.empty() || elements_.back().kind != Element::Kind::AnyMany) {
           elements_.push_back({Element::Kind::AnyMany});
         }
@@ -55,7 +55,7 @@ LikePattern::LikePattern(std::string_view pattern) {
   }
 }
 
-/// Position of the "]" of the list that begins at `position`. An empty list stands for nothing.
+/// Position of the "]" of the list that begins at `position`. An empty list matches the empty text.
 std::size_t LikePattern::read_list(const std::u32string& pattern, std::size_t position) {
   const std::size_t end = pattern.find(U']', position);
   if (end == std::u32string::npos) raise(error_number::invalid_pattern);
@@ -94,7 +94,7 @@ bool LikePattern::accepts(const Element& element, char32_t character) {
   }
 }
 
-/// Only the last "*" has to be taken back, so the work is at most the text times the pattern.
+/// Only the last "*" has to be tried again, so the work is at most the text's length times the pattern's.
 bool LikePattern::matches(std::string_view text) const {
   const std::u32string characters = folded(text);
   std::size_t position = 0;

@@ -1,5 +1,5 @@
 // A pattern of LIKE: "*" any characters, "?" one character, "#" one digit, "[a-z]" one of a list, "[!a-z]" none of it.
-// Without regard to case; a range holds what the collation orders between its ends, "ä" between "a" and "b".
+// Case does not count. A range holds what the collation orders between its ends: "ä" lies between "a" and "b".
 #pragma once
 
 #include <string>

@@ -76,12 +76,13 @@ void add(FunctionCall& call) {
   }
 }
 
-/// What an operator of SQLite's gave. Its own arithmetic goes on with infinity, and makes Null of what is no number.
+/// Checks the result of one of SQLite's operators. SQLite's arithmetic goes on with infinity, and makes Null of what is
+/// no number.
 void check_finite(FunctionCall& call) { call.result(finite(call.number(0))); }
 
 void check_date(FunctionCall& call) { call.result(call.date(0)); }
 
-/// Negative, 0 or positive; a text beside a number is error 3464.
+/// Negative, 0 or positive. A text beside a number is error 3464.
 void compare_values(FunctionCall& call) {
   if (call.is_text(0) != call.is_text(1)) raise(error_number::criterion_mismatch);
   if (call.is_text(0)) {
@@ -97,7 +98,7 @@ double rounded_to(double value, int decimals) {
   const double scale = std::pow(10.0, decimals);
   // A number of this size has no such decimals.
   if (!std::isfinite(value * scale)) return value;
-  // The decimal number that the user sees is rounded: 2.675 is not a little less.
+  // Rounds the decimal number that the user sees, in which 2.675 is not a little less than 2.675.
   const double scaled = support::parse_number(number_text(value * scale)).value_or(value * scale);
   return support::round_half_even(scaled) / scale;
 }
@@ -109,7 +110,7 @@ void round(FunctionCall& call) {
   call.result(rounded_to(call.number(0), decimals));
 }
 
-/// Money has four decimals, and 64 bits in all.
+/// Money has four decimals and fits into 64 bits.
 void to_currency(FunctionCall& call) {
   constexpr double beyond = 922337203685477.625;
   const double value = rounded_to(call.number(0), 4);
@@ -117,7 +118,7 @@ void to_currency(FunctionCall& call) {
   call.result(value);
 }
 
-/// The digits of a whole number of 16 or 32 bits; of a negative one those of its complement.
+/// The digits of a whole number of 16 or 32 bits. A negative number gives the digits of its two's complement.
 template <int bits_of_digit>
 void in_digits(FunctionCall& call) {
   const std::int32_t value = call.whole(0);
@@ -130,7 +131,8 @@ void in_digits(FunctionCall& call) {
   call.result(std::string_view(digits));
 }
 
-/// Partition(number, start, stop, interval): the range that the number lies in, " 20: 29", the numbers right-aligned.
+/// Partition(number, start, stop, interval): the range in which the number lies, " 20: 29", with the numbers
+/// right-aligned.
 void partition(FunctionCall& call) {
   const std::int64_t number = call.whole(0);
   const std::int64_t start = call.whole(1);
@@ -213,7 +215,7 @@ void val(FunctionCall& call) {
   }
 }
 
-/// A blank where a sign could stand, no 0 before the point.
+/// Writes a blank in place of the sign of a positive number, and no 0 before the point.
 void str(FunctionCall& call) {
   const double value = call.number(0);
   std::string text = number_text(std::abs(value), '.');

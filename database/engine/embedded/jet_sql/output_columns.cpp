@@ -22,14 +22,14 @@ constexpr std::size_t first_expression_number = 1000;
 
 std::string qualified(const OutputColumn& output) { return output.source->name + "." + output.name; }
 
-/// The name that a column has without an alias; "" for an expression.
+/// The name of a column without an alias; "" for an expression.
 std::string natural_name(const Expression& expression) {
   const auto* const name = std::get_if<ColumnName>(&expression.node);
   if (name == nullptr) return {};
   return name->source != nullptr ? name->source->columns[name->index].name : name->column;
 }
 
-/// As the dialect writes the value where it becomes a text.
+/// Writes the value as the dialect does where a value becomes a text.
 std::string text_of(const Literal& literal) {
   return std::visit(
       Overloaded{[](std::monostate) { return std::string(); }, [](bool yes) { return std::string(yes ? "-1" : "0"); },
@@ -65,7 +65,8 @@ void expand_star(Select& select, const SelectItem& item) {
   if (!found) raise(error_number::unknown_table, item.star_table);
 }
 
-/// Columns of several tables with one name come as "table.column", expressions as "Expr1000" and so on.
+/// If columns of several tables have one name, they are named "table.column". Expressions are named "Expr1000" and so
+/// on.
 void name_outputs(Select& select) {
   const auto has_alias = [&](const OutputColumn& output) {
     return output.expression != nullptr &&
@@ -96,11 +97,11 @@ bool is_group(const Select& select, const Expression& expression) {
                      [&](const ExpressionPtr& group) { return same_expression(*group, expression); });
 }
 
-/// Every column stands in an aggregate or in an expression that the rows are grouped by.
+/// Checks that every column stands in an aggregate or in an expression by which the rows are grouped.
 void check_grouped(const Select& select, const Expression& expression) {
   if (is_group(select, expression)) return;
   if (const auto* name = std::get_if<ColumnName>(&expression.node)) {
-    // The item behind an alias is checked as an item.
+    // What an alias stands for is checked as an item of its own.
     const auto own = [&](const Source& source) { return &source == name->source; };
     if (std::any_of(select.sources.begin(), select.sources.end(), own))
       raise(error_number::not_in_aggregate, name->column);
@@ -170,7 +171,7 @@ void unite_outputs(QueryTree& query) {
     for (std::size_t column = 0; column < others.size(); ++column) {
       ValueType& type = query.outputs[column].type;
       type = common_type(type, others[column].type);
-      // A text beside numbers: the numbers come as texts.
+      // Where a text stands beside numbers, the numbers become texts.
       if (type.kind == Kind::Variant) type = type_of_kind(Kind::Text);
     }
   }

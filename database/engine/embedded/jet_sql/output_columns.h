@@ -1,4 +1,4 @@
-// The columns that a SELECT and a union give, and what rows that are grouped may show.
+// The columns that a SELECT or a union gives, and the check of what grouped rows may show.
 #pragma once
 
 #include <optional>
@@ -9,20 +9,22 @@
 
 namespace engine::embedded::jet_sql {
 
-/// From the items of the list, which are bound: stars become the columns of their sources, and every column has a name.
+/// Makes the columns from the items of the list, which are bound. Stars become the columns of their sources, and every
+/// column gets a name.
 void collect_outputs(Select& select);
 
-/// Adds a column for each heading of a crosstab, behind those of its rows: these headings, then those of its own list.
+/// Adds a column for each heading of a crosstab, behind the columns of its rows: first these headings, then those that
+/// the statement lists.
 void add_headings(Select& select, std::vector<std::optional<std::string>> headings);
 
-/// The columns of a union: the first member's names, types that hold what every member gives.
+/// The columns of a union: the first member's names, with types that hold what every member gives.
 void unite_outputs(QueryTree& query);
 
-/// True where the item is the ordinal number or the name of one of these columns, which is noted in it. 3138 for a
-/// number that none has.
+/// True where the item is the ordinal number or the name of one of these columns; the column is then noted in the item.
+/// Raises 3138 for a number that no column has.
 bool is_output(OrderItem& item, const std::vector<OutputColumn>& outputs);
 
-/// Raises 3122 where a column stands neither in an aggregate nor in an expression that the rows are grouped by.
+/// Raises 3122 where a column stands neither in an aggregate nor in an expression by which the rows are grouped.
 void check_grouping(const Select& select, const QueryTree& query);
 
 }  // namespace engine::embedded::jet_sql

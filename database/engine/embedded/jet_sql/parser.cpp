@@ -31,7 +31,7 @@ Statement Parser::parse_statement() {
   return statement;
 }
 
-/// Takes no parameters.
+/// These statements take no parameters.
 Statement Parser::parse_layout_change() {
   if (parameters_.empty()) {
     if (cursor_.accept_word("CREATE")) return definitions_.parse_create();

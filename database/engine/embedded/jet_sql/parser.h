@@ -1,5 +1,5 @@
-// From tokens to the syntax tree: recursive descent, with a parser for each kind of clause over one cursor. Every
-// failure is a RuntimeError with the number of the clause that was being read.
+// Builds the syntax tree from tokens by recursive descent. Each kind of clause has a parser; all of them read through
+// one cursor. Every failure is a RuntimeError with the number of the clause that was being read.
 #pragma once
 
 #include <string>
@@ -17,18 +17,18 @@ class Parser {
  public:
   explicit Parser(std::string_view statement) : cursor_(statement) {}
 
-  /// The statement, which must be all of the text but a ";" at its end.
+  /// Reads a statement. It must be the whole text, except for a ";" at its end.
   Statement parse_statement();
   /// The names that the statement's PARAMETERS clause declares.
   const std::vector<std::string>& parameters() const noexcept { return parameters_; }
-  /// An expression that is all of the text; a "=" may stand before it.
+  /// Reads an expression that is the whole text; a "=" may stand before it.
   ExpressionPtr parse_lone_expression();
-  /// A condition that is all of the text. A comparison, LIKE, BETWEEN, IN or IS with nothing before it speaks of the
-  /// field.
+  /// Reads a condition that is the whole text. A comparison, LIKE, BETWEEN, IN or IS with nothing before it is about
+  /// the field.
   ExpressionPtr parse_rule(std::string_view field);
 
  private:
-  // Each reads its statement behind the first word.
+  // Each reads its statement from behind the first word.
   InsertStatement parse_insert();
   UpdateStatement parse_update();
   DeleteStatement parse_delete();

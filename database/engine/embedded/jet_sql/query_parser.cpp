@@ -59,12 +59,12 @@ QueryPtr QueryParser::parse_query(SelectStatement* into) {
   for (const auto& select : query->selects) raise_height(query->height, *select);
   for (const OrderItem& item : query->order_by) raise_height(query->height, item.expression);
   --select_depth_;
-  // Inside another clause, what follows is that clause's matter.
+  // Inside another clause, an error behind the query belongs to that clause.
   if (into == nullptr) cursor_.set_clause(clause);
   return query;
 }
 
-/// How many tokens from here the one stands that follows the parenthesis, which begins `ahead` tokens from here.
+/// Returns how far from here the token behind the parenthesis stands; the parenthesis begins `ahead` tokens from here.
 std::size_t QueryParser::behind_parenthesis(std::size_t ahead) const noexcept {
   int open = 0;
   for (; cursor_.peek(ahead).kind != TokenKind::End; ++ahead) {
@@ -77,14 +77,14 @@ std::size_t QueryParser::behind_parenthesis(std::size_t ahead) const noexcept {
 bool QueryParser::at_query(std::size_t ahead) const noexcept {
   if (cursor_.at_word("SELECT", ahead)) return true;
   if (cursor_.at_word("TABLE", ahead)) return cursor_.at_name(ahead + 1) && cursor_.at_word("UNION", ahead + 2);
-  // "((SELECT …) UNION …" and not "((SELECT …) AS x INNER JOIN …" or "((SELECT …) + 1".
+  // True for "((SELECT …) UNION …", but not for "((SELECT …) AS x INNER JOIN …" or "((SELECT …) + 1".
   std::size_t inner = ahead;
   while (cursor_.peek(inner).is_symbol("(")) ++inner;
   if (inner == ahead || !cursor_.at_word("SELECT", inner)) return false;
   return cursor_.at_word("UNION", behind_parenthesis(ahead));
 }
 
-/// A SELECT, one in parentheses, or TABLE and a name.
+/// Reads a SELECT, one in parentheses, or TABLE and a name.
 std::unique_ptr<Select> QueryParser::parse_member(SelectStatement* into) {
   if (cursor_.at_word("TABLE")) return parse_whole_table();
   if (!cursor_.accept_symbol("(")) return parse_select(into);
@@ -125,7 +125,7 @@ std::unique_ptr<Select> QueryParser::parse_select(SelectStatement* into) {
   return select;
 }
 
-/// TRANSFORM value SELECT … GROUP BY … PIVOT expression [IN (headings)].
+/// Reads TRANSFORM value SELECT … GROUP BY … PIVOT expression [IN (headings)].
 SelectStatement QueryParser::parse_transform() {
   cursor_.set_clause(error_number::transform_syntax);
   auto pivot = std::make_unique<Pivot>();
@@ -152,7 +152,7 @@ SelectStatement QueryParser::parse_transform() {
 
 void QueryParser::parse_pivot(Pivot& pivot) {
   cursor_.expect_word("PIVOT");
-  // A list behind IN is that of the headings.
+  // Here IN begins the list of headings.
   expressions_.set_in_pivot(true);
   pivot.head = expressions_.parse_expression();
   expressions_.set_in_pivot(false);

@@ -1,4 +1,4 @@
-// Reads SELECT, unions and TRANSFORM, and the FROM clause that other statements have as well.
+// Reads SELECT, unions and TRANSFORM, and the FROM clause, which other statements have as well.
 #pragma once
 
 #include <cstddef>
@@ -19,9 +19,9 @@ class QueryParser {
 
   ExpressionParser& expressions() noexcept { return expressions_; }
 
-  /// True for a SELECT, and for a parenthesis that begins a union.
+  /// True at a SELECT, and at a parenthesis that begins a union.
   bool at_query(std::size_t ahead = 0) const noexcept;
-  /// With `into`, INTO and IN are taken and told of there; without it they are no part of a query.
+  /// With `into`, reads INTO and IN and stores them there. Without it, they are not part of a query.
   QueryPtr parse_query(SelectStatement* into);
   SelectStatement parse_transform();
   std::vector<TableReferencePtr> parse_from();

@@ -9,7 +9,7 @@ namespace engine::embedded::jet_sql {
 
 namespace {
 
-/// No two rows stand equal in this order, so TOP has no ties to keep.
+/// True where no two rows are equal in this order. TOP then has no ties to keep.
 bool orders_every_row(const Select& select, const QueryTree& query) {
   if (select.sources.size() != 1 || select.grouped) return false;
   return std::any_of(query.order_by.begin(), query.order_by.end(), [&](const OrderItem& item) {
@@ -20,7 +20,7 @@ bool orders_every_row(const Select& select, const QueryTree& query) {
   });
 }
 
-/// SQLite's LIMIT does not do for TOP with ties and for percents.
+/// SQLite's LIMIT is no substitute for TOP with ties or with PERCENT.
 bool needs_rank(const Select& select, const QueryTree& query) {
   if (!select.top) return false;
   return select.top->percent || (!query.order_by.empty() && !orders_every_row(select, query));
@@ -57,7 +57,7 @@ void QueryWriter::query(const QueryTree& query, const Source* rows_of) {
 
 void QueryWriter::union_member(const Select& member, const QueryTree& query) {
   if (!member.top) return select(member, query, nullptr);
-  // TOP counts the rows of this SELECT before they are united, and ORDER BY is the whole union's.
+  // TOP counts the rows of this SELECT before they are united, but ORDER BY belongs to the whole union.
   QueryTree alone;
   sql_.write("SELECT * FROM (");
   if (member.top->percent) {
@@ -108,7 +108,7 @@ void QueryWriter::headings(const Select& select) {
   sort_key(head);
 }
 
-/// FROM, WHERE.
+/// Writes FROM and WHERE.
 void QueryWriter::rows(const Select& select) {
   if (!select.from.empty()) {
     sql_.write(" FROM ");
@@ -119,7 +119,7 @@ void QueryWriter::rows(const Select& select) {
   conditions_.condition(*select.where);
 }
 
-/// FROM, WHERE, GROUP BY, HAVING.
+/// Writes FROM, WHERE, GROUP BY and HAVING.
 void QueryWriter::tail(const Select& select) {
   rows(select);
   if (!select.group_by.empty()) {
@@ -131,7 +131,8 @@ void QueryWriter::tail(const Select& select) {
   conditions_.condition(*select.having);
 }
 
-/// TOP keeps the rows that stand equal to the last one: the rows are ranked, and those within the rank are shown.
+/// TOP keeps the rows that are equal to the last one. Therefore the rows are ranked, and those within the rank are
+/// shown.
 void QueryWriter::ranked(const Select& select, const QueryTree& query, const Source* rows_of) {
   sql_.write("SELECT ");
   for (std::size_t i = 0; i < query.outputs.size(); ++i) {
@@ -186,7 +187,7 @@ void QueryWriter::output(const OutputColumn& shown) {
 }
 
 void QueryWriter::output_at(const Select& select, std::size_t position, const ValueType& type, bool collate) {
-  // With HAVING alone all rows are one group, which SQLite believes only of an aggregate in the list.
+  // With HAVING and without GROUP BY, all rows are one group. SQLite sees that only if the list has an aggregate.
   const bool counted = position == 0 && select.having != nullptr && select.group_by.empty();
   if (counted) sql_.write("CASE WHEN count(*) >= 0 THEN ");
   output_as(select.outputs[position], type, collate);
@@ -207,7 +208,7 @@ void QueryWriter::output_as(const OutputColumn& shown, const ValueType& type, bo
   if (collate && (type.is_text() || shown.type.kind == Kind::Variant)) sql_.write(" COLLATE JET");
 }
 
-/// SQLite takes a number for the position of a column, also one that it has worked out of a condition.
+/// SQLite takes a number for the position of a column, even a number that it has computed from a condition.
 void QueryWriter::sort_key(const Expression& expression) {
   if (is_constant(expression)) {
     sql_.write("NULL");
@@ -235,7 +236,8 @@ void QueryWriter::order_term(const QueryTree& query, const OrderItem& item, bool
   const OutputColumn& shown = query.outputs[*item.output];
   if (by_position) {
     sql_.whole_literal(static_cast<std::int64_t>(*item.output) + 1);
-    // The columns of a union carry their collation; named again, SQLite does not find the columns of grouped members.
+    // The columns of a union carry their collation already. If it were named again, SQLite would not find the columns
+    // of grouped members.
     if (query.selects.size() > 1) return;
   } else if (shown.expression != nullptr && is_constant(*shown.expression)) {
     sql_.write("NULL");

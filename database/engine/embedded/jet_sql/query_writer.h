@@ -1,4 +1,4 @@
-// Writes a bound query as SQLite text. Every name is quoted, every source has a name of its own.
+// Writes a bound query as SQLite text. Every name is quoted, and every source has a name of its own.
 #pragma once
 
 #include <cstddef>
@@ -21,13 +21,14 @@ class QueryWriter {
   ExpressionWriter& expressions() noexcept { return expressions_; }
   ConditionWriter& conditions() noexcept { return conditions_; }
 
-  /// With the row number of `rows_of`, a source of the query's one SELECT, as one more column, the last.
+  /// Writes the query. With `rows_of`, a source of its only SELECT, the last column is that source's row number.
   void query(const QueryTree& query, const Source* rows_of = nullptr);
-  /// The headings of a crosstab: one column, in their order.
+  /// Writes a query for the headings of a crosstab: one column, in their order.
   void headings(const Select& select);
-  /// The columns of the query's one SELECT for the row of `rows_of`, its one source, whose rowid is the parameter.
+  /// Writes the columns of the query's only SELECT for one row of `rows_of`, its only source. The parameter is the
+  /// row's rowid.
   void one_row(const QueryTree& query, const Source& rows_of);
-  /// One SELECT with TOP, its rows in their order whatever is made of them.
+  /// Writes one SELECT with TOP. Its rows keep their order, whatever is made of them.
   void ranked(const Select& select, const QueryTree& query, const Source* rows_of);
 
   // Parts of a statement
@@ -46,7 +47,7 @@ class QueryWriter {
   void output_at(const Select& select, std::size_t position, const ValueType& type, bool collate);
   void output_as(const OutputColumn& column, const ValueType& type, bool collate);
   void order_by(const QueryTree& query, bool by_position);
-  /// What rows are grouped or sorted by.
+  /// Writes an expression by which rows are grouped or sorted.
   void sort_key(const Expression& expression);
   void order_term(const QueryTree& query, const OrderItem& item, bool by_position);
 

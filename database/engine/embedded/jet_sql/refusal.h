@@ -1,5 +1,4 @@
-// What people know from other dialects and this one does not have is refused by its name: 3251 where it begins at the
-// cursor.
+// Refuses by name what other dialects have and this one does not: raises 3251 if it begins at the cursor.
 #pragma once
 
 #include "database/engine/embedded/jet_sql/token_cursor.h"
@@ -7,11 +6,11 @@
 namespace engine::embedded::jet_sql {
 
 void refuse_statement(const TokenCursor& at);
-/// Behind a table of a FROM clause, where the word would be taken for an alias.
+/// For the place behind a table of a FROM clause, where the word would be taken for an alias.
 void refuse_after_table(const TokenCursor& at);
-/// Behind an expression or a table, where a clause could begin.
+/// For the place behind an expression or a table, where a clause could begin.
 void refuse_after_expression(const TokenCursor& at);
-/// Where an operand begins.
+/// For the place where an operand begins.
 void refuse_operand(const TokenCursor& at);
 
 }  // namespace engine::embedded::jet_sql

@@ -26,7 +26,7 @@ namespace jet_sql {
 
 namespace {
 
-/// Aliases can make a short statement long.
+/// Aliases can make the text of a short statement long.
 constexpr std::size_t longest_output = 4 << 20;
 
 }  // namespace

@@ -1,4 +1,4 @@
-// The text of a SQLite statement as it is written, piece by piece.
+// The text of a SQLite statement, written piece by piece.
 #pragma once
 
 #include <cstdint>
@@ -8,16 +8,16 @@
 
 namespace engine::embedded {
 
-/// "name", a quote inside written twice.
+/// "name"; a quote inside is written twice.
 std::string quoted_name(std::string_view name);
-/// 'text', a quote inside written twice. Precondition: no NUL, which would end the statement.
+/// 'text'; a quote inside is written twice. Precondition: no NUL, which would end the statement.
 std::string quoted_text(std::string_view text);
 
 namespace jet_sql {
 
 class SqlText {
  public:
-  /// Raises 3360 where the text gets too long; so do the functions below.
+  /// This and the functions below raise 3360 where the text gets too long.
   SqlText& write(std::string_view text);
   void name(std::string_view name);
   void text_literal(std::string_view text);
@@ -32,7 +32,7 @@ class SqlText {
     }
   }
 
-  /// What was written so far.
+  /// The text that was written so far.
   std::string take() { return std::move(text_); }
 
  private:

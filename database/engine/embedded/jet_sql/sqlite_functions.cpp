@@ -19,9 +19,9 @@ int collate(void*, int left_size, const void* left, int right_size, const void* 
                        {static_cast<const char*>(right), static_cast<std::size_t>(right_size)});
 }
 
-// The AutoNumbers and the identities of rows that a statement adds, counted on from those that were given last.
+// The AutoNumbers and identities of the rows that a statement adds. They count on from those that were given last.
 
-/// A connection runs one statement that adds rows at a time.
+/// A connection runs only one statement that adds rows at a time.
 Numbering& numbering(const FunctionCall& call) noexcept {
   return *static_cast<Numbering*>(sqlite3_user_data(call.context()));
 }
@@ -32,7 +32,7 @@ void next_number(FunctionCall& call) {
   call.result(++last);
 }
 
-/// An AutoNumber that the statement gives: what follows counts on from it.
+/// For an AutoNumber that the statement itself gives: later numbers count on from it.
 void given_number(FunctionCall& call) {
   std::int64_t& last = numbering(call).number;
   last = std::max(last, call.whole64(0));
@@ -51,7 +51,7 @@ void check_registered(int result) {
 }
 
 Numbering& register_numbering(sqlite3* connection) {
-  // Not one of them gives the same twice.
+  // The functions are not deterministic: each call gives another number.
   constexpr int flags = SQLITE_UTF8 | SQLITE_DIRECTONLY;
   auto owned = std::make_unique<Numbering>();
   Numbering& shared = *owned;
@@ -61,7 +61,7 @@ Numbering& register_numbering(sqlite3* connection) {
   };
   create("jet_next_number", 0, sqlite_function<next_number, NullRule::IsTaken>);
   create("jet_given_number", 1, sqlite_function<given_number, NullRule::GivesNull>);
-  // The last function owns what all use.
+  // The last function owns the counters that all of them use.
   check_registered(sqlite3_create_function_v2(connection, "jet_next_row", 0, flags, owned.release(),
                                               sqlite_function<next_row, NullRule::IsTaken>, nullptr, nullptr,
                                               [](void* numbering) { delete static_cast<Numbering*>(numbering); }));

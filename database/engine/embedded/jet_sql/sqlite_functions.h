@@ -1,4 +1,4 @@
-// The functions of the dialect as SQLite is given them: tables by subject, and their registration.
+// The functions of the dialect in the form in which SQLite takes them: a table for each subject, and the registration.
 #pragma once
 
 #include <span>
@@ -11,11 +11,11 @@ namespace engine::embedded::jet_sql {
 using SqliteFunction = void (*)(sqlite3_context*, int, sqlite3_value**);
 
 enum class NullRule {
-  GivesNull,  ///< Null among the arguments makes the result Null, without a call
+  GivesNull,  ///< if an argument is Null, the result is Null, without a call
   IsTaken,
 };
 
-/// The body as SQLite calls it.
+/// Calls the body as SQLite calls a function.
 template <void (*body)(FunctionCall&), NullRule rule>
 void sqlite_function(sqlite3_context* context, int count, sqlite3_value** arguments) noexcept {
   FunctionCall call(context, count, arguments);
@@ -35,7 +35,7 @@ struct AggregateRow {
 
 struct ScalarRow {
   const char* name;
-  int count;  ///< of arguments; -1 for any
+  int count;  ///< number of arguments; -1 for any
   SqliteFunction function;
 };
 
@@ -51,8 +51,8 @@ extern const std::span<const ScalarRow> number_functions, text_functions, date_f
     store_functions;
 extern const std::span<const AggregateRow> aggregate_functions;
 
-/// Registers the dialect's functions and its text collation "JET" (no regard to case, trailing blanks do not count).
-/// Returns what statements that add rows count by; it lives as long as the connection.
+/// Registers the dialect's functions and its text collation "JET" (case and trailing blanks do not count). Returns the
+/// counters of the statements that add rows; they live as long as the connection.
 Numbering& register_functions(sqlite3* connection);
 
 }  // namespace engine::embedded::jet_sql

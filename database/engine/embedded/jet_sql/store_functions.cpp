@@ -1,4 +1,4 @@
-// What is stored in a field is converted and checked by these; StoredRowWriter writes them around the values.
+// These functions convert and check what is stored in a field. StoredRowWriter writes them around the values.
 #include <cmath>
 #include <limits>
 #include <optional>
@@ -56,7 +56,7 @@ void store_date(FunctionCall& call) {
   call.result(*date);
 }
 
-/// Text, most characters (0: any number), whether it may be empty, the field's name.
+/// Arguments: the text, the largest number of characters (0: any number), whether it may be empty, the field's name.
 void store_text(FunctionCall& call) {
   const std::string_view text = call.text(0);
   const std::int64_t size = call.whole64(1);
@@ -74,13 +74,13 @@ void cut_text(FunctionCall& call) {
   call.result(support::first_characters(call.text(0), static_cast<std::size_t>(size)));
 }
 
-/// Value, error for Null, the field's name.
+/// Arguments: the value, the error for Null, the field's name.
 void required(FunctionCall& call) {
   if (call.is_null(0)) raise(static_cast<error_number::Number>(call.whole64(1)), call.text(2));
   call.result_argument(0);
 }
 
-/// Condition, the number and text of the error where it is false.
+/// Arguments: the condition, and the number and text of the error where it is false.
 void check_rule(FunctionCall& call) {
   if (!call.is_null(0) && call.number(0) == 0) {
     throw support::RuntimeError(static_cast<int>(call.whole64(1)), std::string(call.text(2)));

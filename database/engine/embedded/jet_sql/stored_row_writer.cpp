@@ -13,7 +13,7 @@ namespace {
 
 constexpr double largest_whole_of_single = 16777216;  // 2^24
 
-/// True where the value may not be one of the field's as it stands. Texts are convert_text's matter.
+/// True where the value may not be a value of the field as it stands. convert_text takes care of texts.
 bool needs_conversion(const FieldDefinition& field, const ValueType& type) noexcept {
   const ValueType wanted = type_of_field(field);
   switch (wanted.kind) {
@@ -43,7 +43,7 @@ bool is_empty_constant(const Expression& expression) noexcept {
 
 }  // namespace
 
-/// Where a value comes from tells how far its type is to be trusted.
+/// The origin of a value tells how reliable its type is.
 ValueOrigin origin_of(const Expression& expression) noexcept {
   if (as_literal(expression) != nullptr) return ValueOrigin::Constant;
   const auto* const name = std::get_if<ColumnName>(&behind_alias(expression).node);
@@ -76,7 +76,7 @@ error_number::Number StoredRowWriter::null_error(const FieldDefinition& field) c
   return in_key ? error_number::null_in_key : error_number::none;
 }
 
-/// The value of a list or an assignment.
+/// Stores the value of a list or an assignment.
 void StoredRowWriter::store(const FieldDefinition& field, const Expression& given) {
   Given known{given.type, origin_of(given)};
   known.empty = is_empty_constant(given);
@@ -151,7 +151,7 @@ void StoredRowWriter::named_stored(const FieldDefinition& field, bool named, con
   sql_.name(field.name);
 }
 
-/// One sum, so that the rules are checked in their order.
+/// Writes one sum, so that the rules are checked in their order.
 void StoredRowWriter::raise_breaches(const std::vector<const Rule*>& rules) {
   sql_.list(rules, " + ", [this](const Rule* rule) { sql_.write(rule->raising()); });
 }
@@ -162,8 +162,8 @@ void StoredRowWriter::leave_out_breaches() {
   sql_.list(rules_, " AND ", [this](const FieldRule& each) { sql_.write("ifnull(" + each.rule.condition + ", 1)"); });
 }
 
-/// Ends the subselect of the row as it will be stored. The limit keeps it a row of its own, whose values are worked out
-/// once.
+/// Ends the subselect of the row as it will be stored. Because of the limit SQLite keeps the row by itself and computes
+/// its values once.
 void StoredRowWriter::named_row() {
   sql_.write(" LIMIT -1) AS ");
   sql_.write(rule_row);

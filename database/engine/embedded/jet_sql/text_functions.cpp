@@ -32,7 +32,7 @@ void concatenate(FunctionCall& call) {
 }
 
 void like(FunctionCall& call) {
-  // SQLite keeps the pattern beside the statement as long as it is a constant.
+  // SQLite keeps the pattern with the statement as long as it is a constant.
   const auto* known = static_cast<const LikePattern*>(sqlite3_get_auxdata(call.context(), 0));
   std::unique_ptr<LikePattern> compiled;
   if (known == nullptr) {
@@ -87,7 +87,8 @@ void lower(FunctionCall& call) { call.result(std::string_view(support::to_lower(
 
 void length(FunctionCall& call) { call.result(static_cast<std::int64_t>(support::character_count(call.text(0)))); }
 
-/// InStr([start,] text, wanted [, 0 for letters as they stand]): the position of the character, 0 where there is none.
+/// InStr([start,] text, wanted [, comparison]): the position of the first character of `wanted`, 0 where it does not
+/// occur. With comparison 0, case counts.
 void position_of(FunctionCall& call) {
   const bool has_start = call.count() > 2;
   const std::size_t start = has_start ? length_argument(call, 0) : 1;
@@ -102,14 +103,15 @@ void position_of(FunctionCall& call) {
   call.result(static_cast<std::int64_t>(support::character_count(std::string_view(whole).substr(0, found)) + 1));
 }
 
-/// An argument that tells how to compare: 0 by the letters as they stand, 1 or 2 without regard to case.
+/// An argument that says how to compare: with 0 case counts, with 1 or 2 it does not.
 bool compares_exactly(const FunctionCall& call, int position) {
   const std::int32_t comparison = call.has(position) ? call.whole(position) : 0;
   if (comparison < 0 || comparison > 2) raise(error_number::invalid_call);
   return comparison == 0;
 }
 
-/// InStrRev(text, wanted [, last place, comparison]): the place of the last one that ends at the last place or before.
+/// InStrRev(text, wanted [, last place, comparison]): the position of the last occurrence that ends at the last place
+/// or before.
 void last_position_of(FunctionCall& call) {
   const std::int32_t last = call.has(2) ? call.whole(2) : -1;
   if (last == 0 || last < -1) raise(error_number::invalid_call);
@@ -127,7 +129,7 @@ void last_position_of(FunctionCall& call) {
   call.result(static_cast<std::int64_t>(support::character_count(searched.substr(0, found)) + 1));
 }
 
-/// Replace(text, wanted, replacement [, start [, count [, comparison]]]): the text from the start on.
+/// Replace(text, wanted, replacement [, start [, count [, comparison]]]): the text from the start position on.
 void replace(FunctionCall& call) {
   const std::int32_t start = call.has(3) ? call.whole(3) : 1;
   const std::int32_t most = call.has(4) ? call.whole(4) : -1;
@@ -164,7 +166,7 @@ void reverse(FunctionCall& call) {
   call.result(std::string_view(reversed));
 }
 
-/// Each word with a capital letter, the rest in small ones.
+/// Each word with a capital first letter, all other letters small.
 std::string in_proper_case(std::string_view text) {
   constexpr std::string_view between_words{"\0\t\n\v\f\r ", 7};
   std::string proper;
@@ -192,7 +194,7 @@ void convert_case(FunctionCall& call) {
   }
 }
 
-/// Precondition: a code of CP1252 but 0.
+/// Precondition: a code of CP1252 other than 0.
 std::string character_of_code(std::int32_t code) {
   return support::utf8_from_cp1252(std::string(1, static_cast<char>(code)));
 }
@@ -207,7 +209,7 @@ void space(FunctionCall& call) { call.result(std::string_view(std::string(fill_l
 
 void repeat(FunctionCall& call) {
   constexpr int codes = 256;
-  // A number is the code of a character; of one beyond the codes, what is left when they are counted off.
+  // A number is a character's code. A number beyond the codes stands for its remainder.
   const std::int32_t code = call.is_text(1) ? 0 : call.whole(1);
   if (code < 0 || (!call.is_text(1) && code % codes == 0)) raise(error_number::invalid_call);
   const std::string first(call.is_text(1) ? support::first_characters(call.text(1), 1)
@@ -238,7 +240,7 @@ void character_of(FunctionCall& call) {
   call.result(std::string_view(character_of_code(code)));
 }
 
-/// The code in 16 bits, signed; of a character that takes two of them, the first.
+/// The signed 16-bit code. For a character that takes two codes, the first one.
 void wide_code_of(FunctionCall& call) {
   const std::u16string units = support::utf16_from_utf8(support::first_characters(call.text(0), 1));
   if (units.empty()) raise(error_number::invalid_call);

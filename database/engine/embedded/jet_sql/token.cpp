@@ -79,7 +79,7 @@ class Tokenizer {
     if (token.text.size() > longest_name) raise(error_number::invalid_name, "…");
   }
 
-  /// Raises the number for what begins at the place.
+  /// Raises this number for the token that begins at the place.
   [[noreturn]] void fail(error_number::Number number, std::size_t begin, TokenKind kind,
                          std::string_view text = {}) const {
     Token token;
@@ -93,7 +93,7 @@ class Tokenizer {
     while (support::is_digit(peek())) ++position_;
   }
 
-  /// A letter after the digits begins the next token ("1AND"), except an exponent that has digits.
+  /// A letter after the digits begins the next token ("1AND"), unless it is an exponent followed by digits.
   void read_number(Token& token) {
     const std::size_t begin = position_;
     skip_digits();
@@ -115,7 +115,7 @@ class Tokenizer {
     if (result.ec != std::errc{}) raise(error_number::overflow);
   }
 
-  /// A quote inside is written twice.
+  /// Inside, a quote is written twice.
   std::string read_quoted(char quote) {
     const std::size_t begin = position_;
     std::string content;
@@ -182,7 +182,7 @@ std::string place_of(std::string_view statement, const Token& token) {
   const std::size_t line_begin = before.find_last_of('\n') + 1;
   std::string place = fmt::format("line {}, column {}", std::ranges::count(before, '\n') + 1,
                                   support::character_count(before.substr(line_begin)) + 1);
-  // A word right behind a quote is the rest of a text that holds one.
+  // A word directly behind a quote is the rest of a text that holds a quote.
   const bool rest_of_text = before.ends_with('\'') || before.ends_with('"');
   if (token.kind == TokenKind::Word && rest_of_text) return place + ": a word";
   switch (token.kind) {
@@ -205,7 +205,7 @@ std::string place_of(std::string_view statement, const Token& token) {
 
 std::vector<Token> tokenize(std::string_view statement) {
   if (statement.size() > longest_statement) raise(error_number::too_complex);
-  // SQLite takes neither; nothing that the user means is written with them.
+  // SQLite takes neither, and no user means anything by them.
   if (statement.find('\0') != std::string_view::npos || !support::is_utf8(statement))
     raise(error_number::expression_syntax);
   Tokenizer tokenizer(statement);

@@ -1,5 +1,5 @@
-// Tokens of the dialect. Words of the language are plain words here: whether one is a keyword or a name depends on
-// where it stands, which only the parser knows.
+// Tokens of the dialect. Here the words of the language are plain words: only the parser knows, by its place, whether a
+// word is a keyword or a name.
 #pragma once
 
 #include <cstddef>
@@ -21,13 +21,13 @@ enum class TokenKind {
 
 struct Token {
   TokenKind kind = TokenKind::End;
-  /// A word as written, the content of a quoted name or text, the digits of a number, the characters of a symbol.
+  /// The word as written, the content of a quoted name or text, the digits of a number, or the characters of a symbol.
   std::string text;
-  /// Value of a number, and of a date in days since 1899-12-30.
+  /// The value of a number; of a date, its days since 1899-12-30.
   double number = 0;
-  /// A number without point and exponent.
+  /// True for a number without point and exponent.
   bool whole = false;
-  /// Where it begins and ends in the statement, in bytes.
+  /// Where the token begins and ends in the statement, in bytes.
   std::size_t begin = 0;
   std::size_t end = 0;
 
@@ -36,12 +36,12 @@ struct Token {
   bool is_symbol(std::string_view symbol) const noexcept { return kind == TokenKind::Symbol && text == symbol; }
 };
 
-/// Where a token stands and what it is, for an error's text: "line 1, column 8: 'FROM'". Of a text, a number and a date
-/// only that they are one: what a statement stores stays out of errors.
+/// Tells for an error's text where a token stands and what it is: "line 1, column 8: 'FROM'". A text, number or date is
+/// not quoted, only named as such: errors do not show what a statement stores.
 std::string place_of(std::string_view statement, const Token& token);
 
-/// The statement's tokens, one of kind End last. Raises 3075 for a character, text or date that is none, 3126 for a
-/// bracket that is not closed, 3360 for a statement beyond the size limit.
+/// Returns the statement's tokens; the last one has the kind End. Raises 3075 for an invalid character, text or date,
+/// 3126 for a bracket that is not closed, 3360 for a statement beyond the size limit.
 std::vector<Token> tokenize(std::string_view statement);
 
 }  // namespace engine::embedded::jet_sql

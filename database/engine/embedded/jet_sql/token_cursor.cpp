@@ -10,8 +10,8 @@ namespace engine::embedded::jet_sql {
 
 namespace {
 
-/// Words that are never names unless they are quoted: without them the ends of clauses could not be told. All other
-/// words of the language are names wherever a name can stand.
+/// Words that are names only in quotes, because otherwise nobody could tell where a clause ends. All other words of the
+/// language are names wherever a name can stand.
 constexpr auto reserved_words = std::to_array<std::string_view>(
     {"ALL",  "AND",   "AS",     "BETWEEN", "BY",     "DELETE", "DISTINCT", "DISTINCTROW", "EQV",   "FALSE",
      "FROM", "GROUP", "HAVING", "IMP",     "IN",     "INNER",  "INSERT",   "INTO",        "IS",    "JOIN",

@@ -1,5 +1,5 @@
-// The place in a statement that is being read: its tokens, the clause that an error is reported for, and how deep the
-// tree is there. Nesting is bounded, so any text is safe.
+// The place in a statement that is being read: its tokens, the clause for which an error is reported, and the depth of
+// the tree there. Nesting is bounded, so any text is safe.
 #pragma once
 
 #include <cstddef>
@@ -13,14 +13,14 @@
 
 namespace engine::embedded::jet_sql {
 
-/// Levels that a tree may have; SQLite takes 1000, of which a level here needs at most four.
+/// How many levels a tree may have. SQLite takes 1000; one level here needs at most four of them.
 inline constexpr int max_tree_height = 150;
 
 class TokenCursor {
  public:
   explicit TokenCursor(std::string_view statement);
 
-  /// Counts the levels of recursion; raises 3360 where there are too many.
+  /// Counts the levels of recursion. Raises 3360 where there are too many.
   class Level {
    public:
     explicit Level(TokenCursor& cursor);
@@ -34,7 +34,7 @@ class TokenCursor {
 
   const Token& peek(std::size_t ahead = 0) const noexcept;
   Token take();
-  /// Precondition: as many tokens are left.
+  /// Precondition: as many tokens remain.
   void skip(std::size_t tokens) noexcept { position_ += tokens; }
   bool at_word(std::string_view keyword, std::size_t ahead = 0) const noexcept;
   bool at_name(std::size_t ahead = 0) const noexcept;
@@ -43,11 +43,11 @@ class TokenCursor {
 
   void expect_word(std::string_view keyword);
   void expect_symbol(std::string_view symbol);
-  /// A name that may be quoted; a word that is reserved is none.
+  /// Takes a name, which may be quoted. A reserved word is no name.
   std::string expect_name();
-  /// A name after "." or AS, where every word is one.
+  /// Takes a name after "." or AS, where every word is a name.
   std::string expect_any_name();
-  /// Names in parentheses; a table's name and an order are taken and left aside.
+  /// Takes the names in parentheses. Table names and sort orders are read and ignored.
   std::vector<std::string> expect_names();
   void expect_end();
 
@@ -57,7 +57,7 @@ class TokenCursor {
   void set_clause(error_number::Number clause) noexcept { clause_ = clause; }
   error_number::Number exchange_clause(error_number::Number clause) noexcept { return std::exchange(clause_, clause); }
 
-  /// The statement's text from there to the end of the last token taken.
+  /// The statement's text from `begin` to the end of the last token that was taken.
   std::string text_since(std::size_t begin) const;
 
  private:

@@ -10,7 +10,7 @@ namespace engine::embedded::jet_sql {
 
 namespace {
 
-/// A subselect in the new value sees the table's rows as they were before the statement.
+/// True where the new value has a subselect, which must see the table's rows as they were before the statement.
 bool reads_other_rows(const Assignment& assignment) { return has_subselect(*assignment.value); }
 
 }  // namespace
@@ -25,7 +25,7 @@ void UpdateWriter::update(const UpdateStatement& statement, const Source& target
     sql_.write(" FROM ");
     sql_.list(others_, ", ", [this](const TableReference* other) { queries_.reference(*other); });
   } else if (std::ranges::any_of(statement.assignments, reads_other_rows)) {
-    // With a FROM clause SQLite works out all new values before it stores the first one.
+    // With a FROM clause, SQLite computes all new values before it stores the first one.
     sql_.write(" FROM (SELECT 1)");
   }
   joined_where(statement);
@@ -50,7 +50,7 @@ void UpdateWriter::assigned(const Assignment& assignment) {
   stored_.store(*assignment.target.source->columns[assignment.target.index].field, *assignment.value);
 }
 
-/// The rules of the fields that change, and the table's.
+/// The rules of the fields that change, and the table's rule.
 std::vector<const Rule*> UpdateWriter::rules_of(const UpdateStatement& statement) const {
   return stored_.rules([&](const FieldDefinition* field) {
     return field == nullptr || std::ranges::any_of(statement.assignments, [&](const Assignment& assignment) {
@@ -59,7 +59,8 @@ std::vector<const Rule*> UpdateWriter::rules_of(const UpdateStatement& statement
   });
 }
 
-/// The value of the first assignment, read from the whole new row when no rule is breached.
+/// Writes the value of the first assignment. It is read from the complete new row after the row was checked against the
+/// rules.
 void UpdateWriter::checked_row(const UpdateStatement& statement, const std::vector<const Rule*>& rules) {
   const Source& source = *statement.assignments.front().target.source;
   sql_.write("(SELECT ");
@@ -79,7 +80,7 @@ void UpdateWriter::checked_row(const UpdateStatement& statement, const std::vect
   sql_.write(")");
 }
 
-/// Takes an inner join apart; SQLite's UPDATE … FROM knows no other.
+/// Splits an inner join into its tables: SQLite's UPDATE … FROM knows no other join.
 void UpdateWriter::joined_tables(const TableReference& reference, const Source& target) {
   if (const auto* join = std::get_if<Join>(&reference.node)) {
     if (join->kind != JoinKind::Inner) raise(error_number::not_supported, "UPDATE over an outer join");

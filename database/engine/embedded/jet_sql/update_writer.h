@@ -12,7 +12,7 @@ class UpdateWriter {
   UpdateWriter(SqlText& sql, QueryWriter& queries, StoredRowWriter& stored, const TableDefinition& changed)
       : sql_(sql), queries_(queries), stored_(stored), table_(changed) {}
 
-  /// 3113 for an AutoNumber.
+  /// Raises 3113 for an AutoNumber.
   void update(const UpdateStatement& statement, const Source& target);
   void remove(const DeleteStatement& statement, const Source& target);
 
@@ -29,7 +29,7 @@ class UpdateWriter {
   QueryWriter& queries_;
   StoredRowWriter& stored_;
   const TableDefinition& table_;
-  /// Of an UPDATE over a join: the other tables, and the conditions of the joins.
+  /// For an UPDATE over a join: the other tables, and the conditions of the joins.
   std::vector<const TableReference*> others_;
   std::vector<const Expression*> conditions_;
 };

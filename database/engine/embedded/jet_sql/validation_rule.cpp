@@ -20,7 +20,7 @@ class WithoutTables final : public Catalogue {
   const TableDefinition* find_table(std::string_view) const override { return nullptr; }
 };
 
-/// A constant, or what is worked out from constants.
+/// True for a constant or an expression of constants.
 bool is_bare_value(const Expression& expression, const std::string& field) noexcept {
   if (const auto* const name = std::get_if<ColumnName>(&expression.node)) {
     return constant_of(*name) && !support::equal_ignoring_case(name->column, field);
@@ -32,7 +32,7 @@ bool is_bare_value(const Expression& expression, const std::string& field) noexc
   return value && is_same_for_all_rows(expression);
 }
 
-/// "a" OR "b" means: the field is one of them.
+/// "a" OR "b" means that the field is one of them.
 void compare_bare_values(ExpressionPtr& rule, const std::string& field) {
   if (auto* const binary = std::get_if<Binary>(&rule->node); binary != nullptr && is_logical(binary->op)) {
     compare_bare_values(binary->left, field);

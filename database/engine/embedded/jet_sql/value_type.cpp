@@ -12,7 +12,7 @@ namespace {
 
 struct KindRow {
   Kind kind;
-  /// How a value of the kind is presented.
+  /// The field type by which a value of this kind is shown.
   DataType type;
   /// Bounds of a whole number.
   double low = 0;
@@ -48,7 +48,7 @@ Kind wider_number(const ValueType& left, const ValueType& right) noexcept {
   const Kind wider = std::max(left.kind, right.kind);
   const Kind narrower = std::min(left.kind, right.kind);
   if (wider == Kind::Single && narrower == Kind::Long) return Kind::Double;
-  // -1 does not fit the Byte.
+  // -1 does not fit into a Byte.
   if (wider == Kind::Byte && narrower == Kind::Boolean) return Kind::Integer;
   return wider;
 }
@@ -65,7 +65,7 @@ ValueType type_of_kind(Kind kind, std::int32_t size) noexcept {
 }
 
 ValueType type_of_field(const FieldDefinition& field) noexcept {
-  // Also a required field may be Null: on the Null side of an outer join, and in rows older than the field.
+  // Even a required field may be Null: on the Null side of an outer join, and in rows that are older than the field.
   return type_of_kind(kind_of(field.type), field.type == DataType::Text ? field.size : 0);
 }
 

@@ -1,5 +1,5 @@
 // What the compiler knows of an expression's value before any row is read: its kind, how large it can get, whether it
-// can be Null. Conversions and checks are left out where this proves them needless.
+// can be Null. This shows which conversions and checks are needless; those are left out.
 #pragma once
 
 #include <cstdint>
@@ -19,16 +19,16 @@ enum class Kind {
   Date,
   Text,
   Memo,
-  /// Known only when the row is read.
+  /// The kind is known only when the row is read.
   Variant,
 };
 
 struct ValueType {
   Kind kind = Kind::Null;
-  /// Most characters of a Text; 0 where that is not known.
+  /// The largest number of characters of a Text; 0 where that is not known.
   std::int32_t size = 0;
   bool nullable = true;
-  /// A date that surely lies in the calendar; sums of dates may not.
+  /// True for a date that surely lies in the calendar. Sums of dates may lie outside.
   bool in_calendar = true;
   /// Bounds of a whole number.
   double low = 0;
@@ -44,18 +44,18 @@ struct ValueType {
   }
 };
 
-/// Bounds of a whole kind come from the kind.
+/// The bounds of a whole number are those of its kind.
 ValueType type_of_kind(Kind kind, std::int32_t size = 0) noexcept;
 ValueType type_of_field(const FieldDefinition& field) noexcept;
-/// The smallest kind of Integer, Long and Double that holds every whole number within the bounds.
+/// The smallest of the kinds Integer, Long and Double that holds every whole number within the bounds.
 ValueType type_of_whole(double low, double high) noexcept;
-/// What values of either type have in common: the wider number, Date beside numbers, Memo beside Text; Variant for a
+/// The kind that holds values of both types: the wider number, Date beside numbers, Memo beside Text. Variant for a
 /// text beside a number.
 ValueType common_type(const ValueType& left, const ValueType& right) noexcept;
 
-/// How a result of this type is presented: Null and Variant as Text.
+/// The field type by which a result of this type is shown. Null and Variant are shown as Text.
 DataType data_type_of(const ValueType& type) noexcept;
-/// Size of a field of this type, as FieldDefinition gives it.
+/// The size of a field of this type, counted as in FieldDefinition.
 std::int32_t field_size_of(const ValueType& type) noexcept;
 
 }  // namespace engine::embedded::jet_sql

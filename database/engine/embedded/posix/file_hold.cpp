@@ -27,12 +27,12 @@ bool set_lock(int descriptor, short type) {
 
 }  // namespace
 
-/// One for all handles of a file in this process: closing any descriptor of a file takes away the locks that SQLite
-/// holds on it, so it stays open until the last of them is closed.
+/// One object for all handles of a file in this process. Closing any descriptor of a file removes the locks that SQLite
+/// holds on it, so the descriptor stays open until the last handle is closed.
 class FileHold::Held {
  public:
   struct Identity {
-    // A process that was forked shares the locks of the one that it comes from: its own are others.
+    // A forked process has a copy of its parent's objects, but does not own the parent's locks.
     pid_t process = 0;
     dev_t device = 0;
     ino_t number = 0;
@@ -87,7 +87,7 @@ FileHold::FileHold(const std::string& host_path, std::chrono::milliseconds busy_
     if (!held) return;
     const bool locked = !held->alone && (set_lock(held->descriptor(), F_RDLCK) || (errno != EAGAIN && errno != EACCES));
     struct stat now {};
-    // Another file may have taken the name before the lock was had.
+    // Another file may have taken the name before the lock was acquired.
     const bool is_that_file = stat(host_path.c_str(), &now) == 0 && Held::identity_of(now) == held->identity;
     if (locked && is_that_file) {
       held_ = std::move(held);

@@ -17,7 +17,7 @@ namespace {
 
 using support::Descriptor;
 
-/// Whose folder it is can put another file in ours' place. The system's administrator can do that anywhere.
+/// The owner of the folder can put another file in the place of ours. The system's administrator can do that anywhere.
 bool is_folder_of_another_user(const Descriptor& folder) {
   struct stat status {};
   if (fstat(folder.get(), &status) != 0) return true;
@@ -48,7 +48,7 @@ void create_private_file(const std::string& host_path) {
 
 void empty_file_for_good(const char*) noexcept {}
 
-// Whoever waits to open the old file finds that its name has gone to another one.
+// A process that waits to open the old file finds that its name belongs to another file now.
 void replace_held_file(std::unique_ptr<Connection>& held, const std::string& source, const std::string& target) {
   support::replace_with_host_file(source, target);
   held.reset();

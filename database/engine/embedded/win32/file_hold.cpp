@@ -10,10 +10,10 @@
 
 namespace engine::embedded {
 
-/// A lock belongs to the handle that it was asked through: that another handle is in the same process does not matter.
+/// A lock belongs to the handle through which it was asked for, even among handles of one process.
 class FileHold::Held {
  public:
-  // Nobody may give the file's name to another one while it is open.
+  // While it is open, nobody may give the file's name to another file.
   explicit Held(const std::string& path)
       : file_(CreateFileW(support::wide_path(path).c_str(), GENERIC_READ, FILE_SHARE_READ | FILE_SHARE_WRITE, nullptr,
                           OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL, nullptr)) {}

@@ -14,7 +14,7 @@
 namespace engine::embedded {
 
 void create_private_file(const std::string& host_path) {
-  // The folder's rights are passed on: the user's profile is closed to other users already.
+  // The file gets the rights of its folder. The user's profile is closed to other users already.
   const std::u16string path = support::utf16_from_utf8(host_path);
   const bool created = support::with_patience([&] {
     return static_cast<bool>(
@@ -37,7 +37,7 @@ void empty_file_for_good(const char* host_path) noexcept {
 
 namespace {
 
-/// Each commit changes it.
+/// Each commit changes the first page.
 std::string first_page(const std::string& path) {
   std::string page(4096, '\0');
   std::ifstream file(support::std_path(path), std::ios::binary);
@@ -48,8 +48,8 @@ std::string first_page(const std::string& path) {
 
 }  // namespace
 
-// A file that somebody has open is not replaced. Who has opened, changed and closed it since it was released has left
-// another first page.
+// A file that somebody has open is not replaced. A program that opened, changed and closed it after it was released has
+// left another first page.
 void replace_held_file(std::unique_ptr<Connection>& held, const std::string& source, const std::string& target) {
   const std::string known = first_page(target);
   held.reset();
