@@ -7,6 +7,9 @@
 #include <string>
 #include <string_view>
 
+#include "support/error.h"
+#include "support/error_number.h"
+
 namespace engine {
 
 class Database;
@@ -18,6 +21,14 @@ struct FileFault {
   std::string text;
   std::int64_t rows = 0;  ///< number of rows that are affected; 0 where the fault is not about rows
 };
+
+/// False for failures that say nothing about the file: the disk, a file in use, a cancellation. They end a check.
+inline bool tells_of_the_file(const support::RuntimeError& error) {
+  constexpr auto disk = support::error_number::disk_error;
+  constexpr auto in_use = support::error_number::file_in_use;
+  constexpr auto cancelled = support::error_number::cancelled;
+  return error.number() != disk && error.number() != in_use && error.number() != cancelled;
+}
 
 class FileCare {
  public:

@@ -4,19 +4,12 @@
 #include <string>
 #include <variant>
 
+#include "database/engine/file_care.h"
 #include "database/keeping/references.h"
 #include "support/encoding.h"
 
 namespace database::keeping {
 namespace {
-
-/// False for failures that say nothing about the file; they end the check.
-bool tells_of_the_file(const support::RuntimeError& error) {
-  constexpr auto disk = support::error_number::disk_error;
-  constexpr auto in_use = support::error_number::file_in_use;
-  constexpr auto cancelled = support::error_number::cancelled;
-  return error.number() != disk && error.number() != in_use && error.number() != cancelled;
-}
 
 /// What is checked in a field's values, and how many rows fail.
 struct CheckedField {
@@ -41,7 +34,7 @@ class Targets {
     try {
       set = std::make_unique<NumberSet>(numbers_of(database_, reference.target, reference.key));
     } catch (const support::RuntimeError& error) {
-      if (!tells_of_the_file(error)) throw;
+      if (!engine::tells_of_the_file(error)) throw;
       report_.notes.push_back("What points to " + key + " was not looked at: " + error.what());
     }
     return set.get();
@@ -99,7 +92,7 @@ class RowCheck {
     try {
       read(name, fields, rows);
     } catch (const support::RuntimeError& error) {
-      if (!tells_of_the_file(error)) throw;
+      if (!engine::tells_of_the_file(error)) throw;
       report_.findings.push_back(
           {"row", name, {}, "the row behind the first " + std::to_string(rows) + " cannot be read: " + error.what()});
     }
@@ -158,7 +151,7 @@ class RowCheck {
       const auto rows = static_cast<std::int64_t>(engine::to_double(answer->value(0)));
       if (rows > 0) report_.findings.push_back({"unique", table, index.name(), text, rows});
     } catch (const support::RuntimeError& error) {
-      if (!tells_of_the_file(error)) throw;
+      if (!engine::tells_of_the_file(error)) throw;
       report_.findings.push_back({"unique", table, index.name(), std::string("cannot be looked at: ") + error.what()});
     }
   }

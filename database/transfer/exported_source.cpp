@@ -29,8 +29,10 @@ class ExportedSource : public jet_import::Source {
   const std::vector<std::string>& linked_tables() const override { return linked_tables_; }
 
  protected:
-  void take(const LayoutRows& rows) {
-    stored_ = stored_tables(rows);
+  /// Reads the three lists that describe the tables.
+  template <typename ReadList>
+  void take(ReadList read_list) {
+    stored_ = stored_tables({read_list(table_list()), read_list(field_list()), read_list(index_list())});
     for (const StoredTable& stored : stored_) tables_.push_back(stored.table);
   }
   const StoredTable& stored(std::size_t table) const { return stored_[table]; }
@@ -76,11 +78,7 @@ class CsvRows : public jet_import::SourceRows {
 class CsvSource : public ExportedSource {
  public:
   explicit CsvSource(std::string folder) : folder_(std::move(folder)) {
-    LayoutRows rows;
-    rows.tables = read_list(table_list());
-    rows.fields = read_list(field_list());
-    rows.indexes = read_list(index_list());
-    take(rows);
+    take([this](const LayoutTable& list) { return read_list(list); });
   }
 
   std::unique_ptr<jet_import::SourceRows> rows(std::size_t table) override {
@@ -158,11 +156,7 @@ class PlainTableRows : public jet_import::SourceRows {
 class PlainSource : public ExportedSource {
  public:
   explicit PlainSource(const std::string& host_path) : file_(embedded::open_plain_file(host_path)) {
-    LayoutRows rows;
-    rows.tables = read_list(table_list());
-    rows.fields = read_list(field_list());
-    rows.indexes = read_list(index_list());
-    take(rows);
+    take([this](const LayoutTable& list) { return read_list(list); });
     for (const jet_import::SourceTable& table : tables()) require_table(table.name);
   }
 

@@ -96,13 +96,6 @@ void check_structure(Connection& file, const FaultsTold& tell) {
   }
 }
 
-bool tells_of_the_file(const support::RuntimeError& error) {
-  constexpr auto disk = support::error_number::disk_error;
-  constexpr auto in_use = support::error_number::file_in_use;
-  constexpr auto cancelled = support::error_number::cancelled;
-  return error.number() != disk && error.number() != in_use && error.number() != cancelled;
-}
-
 /// If damage keeps a check from reaching its end, that is a fault of its own.
 template <typename Check>
 void run(std::string_view kind, const FaultsTold& tell, Check&& check) {
