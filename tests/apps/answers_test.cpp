@@ -1,7 +1,6 @@
 #include "apps/firststeps_batch/answers.h"
 
 #include <gmock/gmock.h>
-#include <gtest/gtest.h>
 
 #include "apps/console/console.h"
 

@@ -1,7 +1,6 @@
 #include "apps/console/arguments.h"
 
 #include <gmock/gmock.h>
-#include <gtest/gtest.h>
 
 namespace {
 

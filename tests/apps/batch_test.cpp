@@ -1,15 +1,7 @@
-#include <gmock/gmock.h>
-#include <gtest/gtest.h>
-
 #include "tests/apps/program_run.h"
 
 namespace apps_test {
 namespace {
-
-using testing::AllOf;
-using testing::HasSubstr;
-using testing::Not;
-using testing::StartsWith;
 
 const std::string good_answers =
     "[Maßeinheit]\noptBGUnit=1\n"

@@ -1,7 +1,4 @@
 // Checks of sound files, and of files that each have one fault.
-#include <gmock/gmock.h>
-#include <gtest/gtest.h>
-
 #include <filesystem>
 
 #include "tests/apps/program_run.h"
@@ -9,12 +6,7 @@
 namespace apps_test {
 namespace {
 
-using testing::AllOf;
 using testing::AnyOf;
-using testing::EndsWith;
-using testing::HasSubstr;
-using testing::Not;
-using testing::StartsWith;
 
 const Environment plain_file{{"PATIENTDB_PASSWORD", ""}};
 constexpr std::size_t checked_page_size = 4096;

@@ -1,15 +1,8 @@
 // The commands that show what a patient's database says about the patient: plan, laboratory, days with entries, index.
-#include <gmock/gmock.h>
-#include <gtest/gtest.h>
-
 #include "tests/apps/program_run.h"
 
 namespace apps_test {
 namespace {
-
-using testing::AllOf;
-using testing::HasSubstr;
-using testing::StartsWith;
 
 class Figures : public testing::Test {
  protected:

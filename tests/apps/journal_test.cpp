@@ -1,7 +1,4 @@
 // The error journal, in the programs that can keep one.
-#include <gmock/gmock.h>
-#include <gtest/gtest.h>
-
 #include <regex>
 
 #include "tests/apps/program_run.h"
@@ -11,10 +8,6 @@ namespace {
 
 /// GoogleTest's own regular expressions know no sets of characters on Windows.
 MATCHER_P(HoldsPattern, pattern, "") { return std::regex_search(arg, std::regex(pattern)); }
-
-using testing::AllOf;
-using testing::HasSubstr;
-using testing::Not;
 
 class Journal : public testing::Test {
  protected:

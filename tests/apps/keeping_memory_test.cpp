@@ -1,6 +1,4 @@
 // The memory that a backup and a check need does not grow with the rows.
-#include <gtest/gtest.h>
-
 #include <cstdlib>
 #include <filesystem>
 #include <iostream>

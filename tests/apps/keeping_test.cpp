@@ -1,7 +1,4 @@
 // What an owner does with a whole file: compacting it, copying it, returning to a copy, changing its password.
-#include <gmock/gmock.h>
-#include <gtest/gtest.h>
-
 #include <algorithm>
 #include <filesystem>
 #include <regex>
@@ -19,11 +16,6 @@ namespace apps_test {
 namespace {
 
 namespace fs = std::filesystem;
-using testing::AllOf;
-using testing::EndsWith;
-using testing::HasSubstr;
-using testing::Not;
-using testing::StartsWith;
 
 const Environment unencrypted{{"PATIENTDB_PASSWORD", ""}};
 

@@ -1,6 +1,4 @@
 // Help, manual page and completion come from one source, so none has a command or an option that another lacks.
-#include <gmock/gmock.h>
-
 #include <regex>
 #include <set>
 
@@ -9,10 +7,7 @@
 namespace apps_test {
 namespace {
 
-using testing::AllOf;
-using testing::HasSubstr;
 using testing::IsSupersetOf;
-using testing::StartsWith;
 
 /// The first group of each match.
 std::set<std::string> found_in(const std::string& text, const std::string& pattern) {

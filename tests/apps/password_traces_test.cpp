@@ -1,6 +1,5 @@
 // A session with the real programs leaves the password nowhere, in any spelling, and gives other users nothing to read.
 #include <fcntl.h>
-#include <gmock/gmock.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -12,10 +11,6 @@
 
 namespace apps_test {
 namespace {
-
-using testing::HasSubstr;
-using testing::IsEmpty;
-using testing::Not;
 
 namespace fs = std::filesystem;
 

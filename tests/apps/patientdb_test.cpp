@@ -1,6 +1,3 @@
-#include <gmock/gmock.h>
-#include <gtest/gtest.h>
-
 #include <filesystem>
 
 #include "database/version_record.h"
@@ -8,11 +5,6 @@
 
 namespace apps_test {
 namespace {
-
-using testing::AllOf;
-using testing::HasSubstr;
-using testing::Not;
-using testing::StartsWith;
 
 const Environment no_password{{"PATIENTDB_PASSWORD", ""}};
 

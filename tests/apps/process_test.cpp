@@ -1,6 +1,4 @@
 // The programs as a user starts them, also on a machine that denies them something.
-#include <gmock/gmock.h>
-#include <gtest/gtest.h>
 #include <sys/resource.h>
 #include <sys/stat.h>
 
@@ -12,8 +10,6 @@
 namespace apps_test {
 namespace {
 
-using testing::HasSubstr;
-using testing::StartsWith;
 using Process = ProcessTest;
 
 TEST_F(Process, TakesUmlautsPasswordAndExitCodesThroughTheRealMain) {

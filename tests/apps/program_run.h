@@ -1,6 +1,8 @@
 // Runs the console programs in this process, as their main would, and keeps their output; and makes folders for that.
 #pragma once
 
+#include <gmock/gmock.h>
+
 #include <filesystem>
 #include <map>
 #include <string>
@@ -9,6 +11,14 @@
 #include "apps/console/console.h"
 
 namespace apps_test {
+
+// What most of these tests use.
+using testing::AllOf;
+using testing::EndsWith;
+using testing::HasSubstr;
+using testing::IsEmpty;
+using testing::Not;
+using testing::StartsWith;
 
 struct Outcome {
   int code = 0;

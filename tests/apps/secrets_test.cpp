@@ -1,15 +1,8 @@
 // What must not get out of the programs, and what must not get in.
-#include <gmock/gmock.h>
-#include <gtest/gtest.h>
-
 #include "tests/apps/program_run.h"
 
 namespace apps_test {
 namespace {
-
-using testing::AllOf;
-using testing::HasSubstr;
-using testing::Not;
 
 const std::string secret = "Xylofon7Geheim";
 const Environment with_secret{{"PATIENTDB_PASSWORD", secret}};

@@ -1,7 +1,6 @@
 #include "apps/patientdb/sql_script.h"
 
 #include <gmock/gmock.h>
-#include <gtest/gtest.h>
 
 namespace {
 

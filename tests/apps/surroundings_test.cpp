@@ -1,7 +1,6 @@
 // Machines that differ from the developer's: places that cannot be written, files that are far too large, names that
 // confuse scripts.
 #include <fcntl.h>
-#include <gmock/gmock.h>
 #include <sys/resource.h>
 #include <sys/stat.h>
 #include <unistd.h>
@@ -11,11 +10,6 @@
 
 namespace apps_test {
 namespace {
-
-using testing::AllOf;
-using testing::HasSubstr;
-using testing::IsEmpty;
-using testing::Not;
 
 namespace fs = std::filesystem;
 

@@ -1,6 +1,4 @@
 // Exporting tables and taking them back.
-#include <gmock/gmock.h>
-
 #include <iomanip>
 #include <limits>
 #include <sstream>
@@ -13,10 +11,6 @@
 
 namespace apps_test {
 namespace {
-
-using testing::AllOf;
-using testing::HasSubstr;
-using testing::Not;
 
 const Environment without_password{{"PATIENTDB_PASSWORD", ""}};
 

@@ -1,6 +1,5 @@
 // A new password is typed at a terminal, which does not show it.
 #include <fcntl.h>
-#include <gmock/gmock.h>
 #include <poll.h>
 #include <sys/ioctl.h>
 #include <sys/wait.h>
@@ -14,10 +13,6 @@
 
 namespace apps_test {
 namespace {
-
-using testing::AllOf;
-using testing::HasSubstr;
-using testing::Not;
 
 /// A program whose terminal the test controls.
 class Terminal {

@@ -1,6 +1,5 @@
 // The demo installation as the build assembled it: every name in it must lead somewhere.
 #include <gmock/gmock.h>
-#include <gtest/gtest.h>
 
 #include <filesystem>
 

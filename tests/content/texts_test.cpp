@@ -1,6 +1,5 @@
 // All languages have the same texts, and every number that the program uses has a text.
 #include <gmock/gmock.h>
-#include <gtest/gtest.h>
 
 #include <algorithm>
 #include <cctype>

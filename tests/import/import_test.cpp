@@ -1,7 +1,6 @@
 #include "database/jet_import/import.h"
 
 #include <gmock/gmock.h>
-#include <gtest/gtest.h>
 
 #include "database/engine/embedded/embedded_engine.h"
 #include "database/jet_import/engine_source.h"

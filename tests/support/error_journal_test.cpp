@@ -1,7 +1,6 @@
 #include "support/error_journal.h"
 
 #include <gmock/gmock.h>
-#include <gtest/gtest.h>
 
 #include <regex>
 

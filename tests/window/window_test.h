@@ -2,7 +2,6 @@
 #pragma once
 
 #include <gmock/gmock.h>
-#include <gtest/gtest.h>
 
 #include <optional>
 #include <string_view>

@@ -6,8 +6,6 @@
 namespace wizard::testing {
 namespace {
 
-using ::testing::ElementsAre;
-
 TEST(GlucoseValues, AreConvertedWithTheTwoFactors) {
   struct Case {
     const char* text;

@@ -7,12 +7,6 @@
 namespace wizard::testing {
 namespace {
 
-using ::testing::Contains;
-using ::testing::ElementsAre;
-using ::testing::HasSubstr;
-using ::testing::IsEmpty;
-using ::testing::Not;
-
 class FindingsTest : public WizardTest {
  protected:
   /// "number:value|value" of each finding on the last page, with "~" before a note.

@@ -7,8 +7,6 @@ namespace wizard::testing {
 namespace {
 
 using What = FinishReport::What;
-using ::testing::ElementsAre;
-using ::testing::IsEmpty;
 
 std::vector<std::string> told(const FinishReport& report) {
   std::vector<std::string> lines;

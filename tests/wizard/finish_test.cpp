@@ -7,12 +7,8 @@
 namespace wizard::testing {
 namespace {
 
-using ::testing::Contains;
-using ::testing::ElementsAre;
 using ::testing::ElementsAreArray;
 using ::testing::EndsWith;
-using ::testing::IsEmpty;
-using ::testing::Not;
 using ::testing::StartsWith;
 
 class Finish : public WizardTest {};

@@ -2,7 +2,6 @@
 #include "wizard/form/form.h"
 
 #include <gmock/gmock.h>
-#include <gtest/gtest.h>
 
 #include <map>
 #include <string>

@@ -6,8 +6,6 @@
 namespace wizard::testing {
 namespace {
 
-using ::testing::ElementsAre;
-
 class Navigation : public WizardTest {
  protected:
   void configure(const std::string& list) { write("pelmar.ini", "[setup]\ndisplay=" + list + "\n"); }

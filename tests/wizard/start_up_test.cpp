@@ -7,7 +7,6 @@ namespace wizard::testing {
 namespace {
 
 using support::RootKey;
-using ::testing::Contains;
 
 class StartUp : public WizardTest {};
 

@@ -4,9 +4,6 @@
 namespace wizard::testing {
 namespace {
 
-using ::testing::Contains;
-using ::testing::ElementsAre;
-
 class Surroundings : public WizardTest {};
 
 TEST_F(Surroundings, AClockAtEitherEndOfTheCalendarWorks) {

@@ -8,12 +8,6 @@
 namespace wizard::testing {
 namespace {
 
-using ::testing::Contains;
-using ::testing::ElementsAre;
-using ::testing::HasSubstr;
-using ::testing::IsEmpty;
-using ::testing::Not;
-
 class Therapy : public WizardTest {
  protected:
   std::string visible_slots() {

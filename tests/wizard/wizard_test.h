@@ -3,7 +3,6 @@
 #pragma once
 
 #include <gmock/gmock.h>
-#include <gtest/gtest.h>
 
 #include <deque>
 #include <filesystem>
@@ -17,6 +16,13 @@
 #include "wizard/assistant.h"
 
 namespace wizard::testing {
+
+// What most of these tests use.
+using ::testing::Contains;
+using ::testing::ElementsAre;
+using ::testing::HasSubstr;
+using ::testing::IsEmpty;
+using ::testing::Not;
 
 /// Gives "T" and the number, unless the test sets another text.
 class Texts : public support::LanguageComponent {
