@@ -5,12 +5,10 @@
 #include <oleacc.h>
 
 #include <algorithm>
-#include <unordered_map>
 #include <utility>
 
 #include "wizard/win32/accessible_control.h"
 #include "wizard/win32/chart_option.h"
-#include "wizard/win32/chart_places.h"
 #include "wizard/win32/control_properties.h"
 #include "wizard/win32/control_window.h"
 #include "wizard/win32/drawn_controls.h"
@@ -90,23 +88,22 @@ std::optional<long> role_of(const form::Control& control) {
 
 void FormView::open(HWND window) {
   window_ = window;
-  dpi_ = GetDpiForWindow(window);
   screen_reader_runs_ = has_screen_reader();
   for (const auto& control : form_.controls()) controls_.add(*control);
-  arrange_parts();
+  layout_.open(window);
   for (const auto& shown : controls_) {
     if (shown->control->kind() == form::Kind::Timer) show_timer(*shown->control);
     // The list of the steps can come after the first page, but before anything else.
     const bool at_once = shown->control->visible() || !is_page(*shown->control);
     const bool is_list = shown->control->kind() == form::Kind::StepIndicator;
-    if (shown->control->parent() == nullptr && at_once && !is_list) create_part(*shown);
+    if (shown->control->parent() == nullptr && at_once && !is_list) create(*shown);
     if (shown->window != nullptr) continue;
     is_list ? waiting_.push_front(shown.get()) : waiting_.push_back(shown.get());
   }
 }
 
 bool FormView::work_ahead() {
-  arrange_changes();
+  layout_.arrange_changes();
   create_step_list();
   give_voices();
   if (pictures_.load_next(false, controls_) || tips_.create(window_)) return true;
@@ -117,34 +114,27 @@ bool FormView::work_ahead() {
   return true;
 }
 
-/// What lies on no page, or a page that is shown.
-void FormView::create_part(ShownControl& shown) {
-  if (is_page(*shown.control)) return create(shown, parts_.page);
-  const auto places = part_places();
-  const auto* const place = std::ranges::find(places, shown.control, [](const auto& row) { return row.first; });
-  create(shown, place == places.end() ? RECT{} : place->second);
-}
-
 /// No page but the first comes up without it.
 void FormView::create_step_list() {
   if (waiting_.empty() || waiting_.front()->control->kind() != form::Kind::StepIndicator) return;
   ShownControl& list = *waiting_.front();
   waiting_.pop_front();
-  create_part(list);
+  create(list);
 }
 
 /// A window that is created at its place needs not be moved there.
-void FormView::create(ShownControl& shown, const RECT& place) {
+RECT FormView::place_of(const form::Control& control) {
+  if (control.kind() == form::Kind::ChartOption) return layout_.place_of_chart(control);
+  return control.parent() == nullptr ? layout_.place_of_part(control)
+                                     : layout_.place_on_page(outermost(control), control);
+}
+
+void FormView::create(ShownControl& shown) {
   const form::Control& control = *shown.control;
-  if (control.kind() == form::Kind::ChartOption) {
-    const ChartPlaces places(form_, TextSizes(fonts_, dpi_), frame_of_charts_);
-    controls_.create_window(shown, window_, places.chart(control), dpi_);
-    draw_as_chart(shown.window, places.title_height());
-  } else {
-    controls_.create_window(shown, window_, place, dpi_);
-    if (shown.window == nullptr) return;
-    dress_control(shown.window);
-  }
+  controls_.create_window(shown, window_, place_of(control), layout_.dpi());
+  if (shown.window == nullptr) return;
+  control.kind() == form::Kind::ChartOption ? draw_as_chart(shown.window, layout_.chart_title_height())
+                                            : dress_control(shown.window);
   for (const form::Property property : told_to_new_window) {
     if (!shows_from_the_start(control, property)) show(shown, property);
   }
@@ -172,32 +162,30 @@ void FormView::give_voice(const ShownControl& shown) {
   if (const HWND field = FindWindowExW(shown.window, nullptr, WC_EDITW, nullptr)) make_accessible(field, what);
 }
 
-/// A chart below the first row: it comes in as soon as the page is there.
-bool FormView::can_wait(const form::Control& control) const {
-  if (control.kind() != form::Kind::ChartOption) return false;
-  const TextSizes sizes(fonts_, dpi_);
-  return control.bounds().top >= ChartPlaces(form_, sizes, frame_of_charts_).visible() / 3;
-}
-
 /// Tab goes through the page before it comes to the buttons.
 void FormView::create_page(ShownControl& page) {
-  create(page, parts_.page);
+  create(page);
   SetWindowPos(page.window, HWND_TOP, 0, 0, 0, 0, SWP_NOMOVE | SWP_NOSIZE | SWP_NOACTIVATE);
 }
 
-/// What lies on a page is there when the page is shown, whether or not there was time to create it before.
-void FormView::create_contents(const form::Control& page, const PagePlaces& places) {
+/// What lies on a page is there when the page is shown, whether or not there was time to create it before. The lower
+/// charts come in as soon as the page is there.
+void FormView::create_contents(const form::Control& page) {
   screen_reader_runs_ = has_screen_reader();
-  const std::unordered_map<const form::Control*, RECT> place_of(places.controls.begin(), places.controls.end());
   for (const auto& shown : controls_) {
     if (shown->window != nullptr || shown->control == &page || &outermost(*shown->control) != &page) continue;
-    if (can_wait(*shown->control)) {
-      waiting_.push_back(shown.get());
-    } else {
-      const auto known = place_of.find(shown->control);
-      create(*shown, known == place_of.end() ? RECT{} : known->second);
-    }
+    layout_.is_lower_chart(*shown->control) ? waiting_.push_back(shown.get()) : create(*shown);
   }
+}
+
+/// The pages that come after this one are wanted next.
+void FormView::show_page(const form::Control& page) {
+  create_step_list();
+  layout_.begin_page(page);
+  create_contents(page);
+  layout_.finish_page(page);
+  const int last = controls_.of(page)->id;
+  std::ranges::stable_partition(waiting_, [last](const ShownControl* shown) { return shown->id > last; });
 }
 
 void FormView::show(ShownControl& shown, form::Property property) {
@@ -208,11 +196,11 @@ void FormView::show(ShownControl& shown, form::Property property) {
       give_font(shown);
       break;
     case form::Property::Bounds:
-      show_bounds(control);
+      layout_.show_bounds(control);
       break;
     case form::Property::Maximum:
       show_property(shown.window, control, property);
-      if (control.kind() == form::Kind::ScrollBar) arrange_scroll_bar();
+      if (control.kind() == form::Kind::ScrollBar) layout_.arrange_scroll_bar();
       break;
     case form::Property::Picture:
       pictures_.add(shown);
@@ -220,15 +208,15 @@ void FormView::show(ShownControl& shown, form::Property property) {
     case form::Property::Visible:
       if (control.visible() && is_page(control)) show_page(control);
       show_property(shown.window, control, property);
-      is_arranged_ = is_arranged_ && (is_page(control) || control.kind() == form::Kind::Image);
+      if (!is_page(control) && control.kind() != form::Kind::Image) layout_.note_change();
       break;
     case form::Property::Caption:
       show_property(shown.window, control, property);
-      is_arranged_ = is_arranged_ && control.kind() != form::Kind::Label && control.kind() != form::Kind::Button;
+      if (control.kind() == form::Kind::Label || control.kind() == form::Kind::Button) layout_.note_change();
       break;
     case form::Property::List:
       show_property(shown.window, control, property);
-      if (control.kind() == form::Kind::StepIndicator) arrange_parts();
+      if (control.kind() == form::Kind::StepIndicator) layout_.arrange_parts();
       break;
     default:
       show_property(shown.window, control, property);
@@ -255,11 +243,12 @@ void FormView::show_timer(const form::Control& timer) const {
 }
 
 void FormView::give_font(const ShownControl& shown) {
-  const HFONT font = fonts_.font(shown.control->font(), text_style(*shown.control), dpi_);
+  const HFONT font = layout_.font(*shown.control);
   SendMessageW(shown.window, WM_SETFONT, reinterpret_cast<WPARAM>(font), FALSE);
-  if (shown.control->kind() == form::Kind::ComboBox && IsRectEmpty(&shown.placed) == 0) fit_combo_box(shown, dpi_);
+  if (shown.control->kind() == form::Kind::ComboBox && IsRectEmpty(&shown.placed) == 0)
+    fit_combo_box(shown, layout_.dpi());
   if (shown.control->kind() != form::Kind::TextBox) return;
-  const auto margin = static_cast<WORD>(pixels(text_margin, dpi_));
+  const auto margin = static_cast<WORD>(pixels(text_margin, layout_.dpi()));
   SendMessageW(shown.window, EM_SETMARGINS, EC_LEFTMARGIN | EC_RIGHTMARGIN, MAKELPARAM(margin, margin));
 }
 
@@ -267,8 +256,26 @@ void FormView::give_font(const ShownControl& shown) {
 void FormView::give_fonts() {
   for (const auto& shown : controls_)
     if (shown->window != nullptr) give_font(*shown);
-  for (const PageNote& note : notes_)
+  for (const PageNote& note : layout_.notes())
     SendMessageW(note.window, WM_SETFONT, SendMessageW(controls_.of(*note.field)->window, WM_GETFONT, 0, 0), FALSE);
+}
+
+void FormView::change_resolution(UINT dpi, const RECT& suggested) {
+  layout_.set_dpi(dpi);
+  give_fonts();
+  SetWindowPos(window_, nullptr, suggested.left, suggested.top, suggested.right - suggested.left,
+               suggested.bottom - suggested.top, SWP_NOZORDER | SWP_NOACTIVATE);
+  arrange_anew();
+}
+
+void FormView::change_text_size() {
+  give_fonts();
+  arrange_anew();
+}
+
+void FormView::arrange_anew() {
+  layout_.arrange();
+  RedrawWindow(window_, nullptr, nullptr, RDW_INVALIDATE | RDW_ERASE | RDW_ALLCHILDREN);
 }
 
 void FormView::show_change(const form::Control& control, form::Property property) {

@@ -1,6 +1,6 @@
 #include "tests/window/driver/process.h"
 
-#include <stdexcept>
+#include <system_error>
 
 #include "support/win32/wide.h"
 
@@ -15,13 +15,28 @@ bool wait_until(const std::function<bool()>& condition) {
   return true;
 }
 
-Process::Process(std::string_view command_line) {
-  std::wstring text = support::wide(command_line);
-  STARTUPINFOW start{};
-  start.cb = sizeof start;
+namespace {
+
+/// Wine fails with ERROR_INTERNAL_ERROR at one start in some thousands, whatever the program is: it is tried again.
+PROCESS_INFORMATION start(std::string_view command_line) {
+  constexpr int tries = 3;
   PROCESS_INFORMATION started{};
-  if (CreateProcessW(nullptr, text.data(), nullptr, nullptr, FALSE, 0, nullptr, nullptr, &start, &started) == 0)
-    throw std::runtime_error("cannot be started: " + std::string(command_line));
+  for (int n = 1;; ++n) {
+    std::wstring text = support::wide(command_line);
+    STARTUPINFOW how{};
+    how.cb = sizeof how;
+    if (CreateProcessW(nullptr, text.data(), nullptr, nullptr, FALSE, 0, nullptr, nullptr, &how, &started) != 0)
+      return started;
+    if (GetLastError() != ERROR_INTERNAL_ERROR || n == tries) break;
+  }
+  throw std::system_error(static_cast<int>(GetLastError()), std::system_category(),
+                          "cannot be started: " + std::string(command_line));
+}
+
+}  // namespace
+
+Process::Process(std::string_view command_line) {
+  const PROCESS_INFORMATION started = start(command_line);
   CloseHandle(started.hThread);
   process_.reset(started.hProcess);
   id_ = started.dwProcessId;

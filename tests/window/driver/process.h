@@ -26,7 +26,7 @@ using Handle = std::unique_ptr<std::remove_pointer_t<HANDLE>, CloseHandleOf>;
 
 class Process {
  public:
-  /// Starts a program by its whole command line. Throws std::runtime_error if it cannot be started.
+  /// Starts a program by its whole command line. Throws std::system_error if it cannot be started.
   explicit Process(std::string_view command_line);
   /// Ends the program if it still runs.
   ~Process();

@@ -1,12 +1,11 @@
-// How the form's controls get their places in the window.
+#include "wizard/win32/form_arrangement.h"
+
 #include <algorithm>
 
 #include "wizard/page_lines.h"
 #include "wizard/win32/chart_option.h"
-#include "wizard/win32/chart_places.h"
 #include "wizard/win32/control_properties.h"
 #include "wizard/win32/control_window.h"
-#include "wizard/win32/form_view.h"
 #include "wizard/win32/page_images.h"
 
 namespace wizard::win32 {
@@ -54,39 +53,63 @@ int scroll_request(HWND page, int request, int position, int visible, int line) 
 
 }  // namespace
 
-const form::Control* FormView::page_shown() const {
+void FormArrangement::open(HWND window) {
+  window_ = window;
+  dpi_ = GetDpiForWindow(window);
+  arrange_parts();
+}
+
+ChartPlaces FormArrangement::chart_places() const { return {form_, sizes(), frame_of_charts_}; }
+
+RECT FormArrangement::place_of_chart(const form::Control& chart) const { return chart_places().chart(chart); }
+
+int FormArrangement::chart_title_height() const { return chart_places().title_height(); }
+
+bool FormArrangement::is_lower_chart(const form::Control& chart) const {
+  return chart.kind() == form::Kind::ChartOption && chart.bounds().top >= chart_places().visible() / 3;
+}
+
+const form::Control* FormArrangement::page_shown() const {
   for (const form::Control* page : form_.array("contstep"))
     if (page->visible()) return page;
   return nullptr;
 }
 
-void FormView::move(const form::Control& control, const RECT& place_in_window) {
+/// Of the page that is shown; null where it has no window.
+const ShownControl* FormArrangement::page_window() const {
+  const form::Control* page = page_shown();
+  const ShownControl* shown = page == nullptr ? nullptr : controls_.of(*page);
+  return shown != nullptr && shown->window != nullptr ? shown : nullptr;
+}
+
+void FormArrangement::move(const form::Control& control, const RECT& place_in_window) const {
   const ShownControl* shown = controls_.of(control);
   if (shown == nullptr || shown->window == nullptr) return;
   place(*shown, place_in_window, dpi_);
 }
 
-void FormView::arrange() {
+void FormArrangement::arrange() {
+  planned_ = nullptr;
   arrange_parts();
   if (const form::Control* page = page_shown()) arrange_page(*page);
 }
 
-void FormView::arrange_changes() {
+void FormArrangement::arrange_changes() {
   if (is_arranged_) return;
   is_arranged_ = true;
   if (const form::Control* page = page_shown()) arrange_page(*page);
 }
 
-void FormView::arrange_parts() {
+void FormArrangement::arrange_parts() {
   RECT inside;
   GetClientRect(window_, &inside);
-  parts_ = place_parts(form_, TextSizes(fonts_, dpi_), size_of(inside));
+  parts_ = place_parts(form_, sizes(), size_of(inside));
   for (const auto& [control, part] : part_places())
     if (control != nullptr) move(*control, part);
 }
 
 /// What lies on no page; null for a control that the form lacks.
-std::array<std::pair<const form::Control*, RECT>, 6> FormView::part_places() const {
+std::array<std::pair<const form::Control*, RECT>, 6> FormArrangement::part_places() const {
   return {{
       {form_.find("Image1"), parts_.illustration},
       {form_.find("lstSteps"), parts_.steps},
@@ -97,22 +120,44 @@ std::array<std::pair<const form::Control*, RECT>, 6> FormView::part_places() con
   }};
 }
 
-PagePlaces FormView::places_of(const form::Control& page, const TextSizes& sizes) {
+RECT FormArrangement::place_of_part(const form::Control& control) const {
+  if (is_container(control)) return parts_.page;
+  const auto places = part_places();
+  const auto* const place = std::ranges::find(places, &control, [](const auto& row) { return row.first; });
+  return place == places.end() ? RECT{} : place->second;
+}
+
+PagePlaces FormArrangement::places_of(const form::Control& page) {
   const auto [lines, is_new] = lines_.try_emplace(&page);
   if (is_new) lines->second = page_lines(form_, page);
   SIZE room = size_of(parts_.page);
-  PagePlaces places = place_page(lines->second, notes_, sizes, room);
+  const TextSizes text_sizes = sizes();
+  PagePlaces places = place_page(lines->second, notes_, text_sizes, room);
   if (places.height <= room.cy) return places;
   room.cx -= scroll_bar_width(dpi_);
-  return place_page(lines->second, notes_, sizes, room);
+  return place_page(lines->second, notes_, text_sizes, room);
 }
 
-void FormView::arrange_page(const form::Control& page) {
+void FormArrangement::plan(const form::Control& page) {
+  planned_ = &page;
+  plan_ = places_of(page);
+  place_in_plan_ = {plan_.controls.begin(), plan_.controls.end()};
+  for (const auto& [control, place] : plan_.controls)
+    if (control->kind() == form::Kind::PictureBox) frame_of_charts_ = size_of(place);
+}
+
+RECT FormArrangement::place_on_page(const form::Control& page, const form::Control& control) {
+  if (planned_ != &page) plan(page);
+  const auto known = place_in_plan_.find(&control);
+  return known == place_in_plan_.end() ? RECT{} : known->second;
+}
+
+void FormArrangement::arrange_page(const form::Control& page) {
   move(page, parts_.page);
-  arrange_page(page, places_of(page, TextSizes(fonts_, dpi_)));
+  arrange_page(page, places_of(page));
 }
 
-void FormView::arrange_page(const form::Control& page, const PagePlaces& places) {
+void FormArrangement::arrange_page(const form::Control& page, const PagePlaces& places) {
   const int visible = size_of(parts_.page).cy;
   scrolled_ = std::clamp(scrolled_, 0, std::max(0, places.height - visible));
   if (const ShownControl* shown = controls_.of(page))
@@ -120,7 +165,7 @@ void FormView::arrange_page(const form::Control& page, const PagePlaces& places)
   move_all(places);
 }
 
-void FormView::move_all(const PagePlaces& places) {
+void FormArrangement::move_all(const PagePlaces& places) {
   for (const auto& [control, place] : places.controls) {
     RECT there = place;
     OffsetRect(&there, 0, -scrolled_);
@@ -137,8 +182,8 @@ void FormView::move_all(const PagePlaces& places) {
     if (control->kind() == form::Kind::Image) redraw_images_around(*control, controls_);
 }
 
-void FormView::arrange_charts() {
-  const ChartPlaces places(form_, TextSizes(fonts_, dpi_), frame_of_charts_);
+void FormArrangement::arrange_charts() {
+  const ChartPlaces places = chart_places();
   for (const form::Control* chart : form_.array("optThumb")) {
     const ShownControl* shown = controls_.of(*chart);
     if (shown == nullptr || shown->window == nullptr) continue;
@@ -148,8 +193,8 @@ void FormView::arrange_charts() {
   arrange_scroll_bar();
 }
 
-void FormView::arrange_scroll_bar() {
-  const ChartPlaces places(form_, TextSizes(fonts_, dpi_), frame_of_charts_);
+void FormArrangement::arrange_scroll_bar() {
+  const ChartPlaces places = chart_places();
   move(form_.at("picSlide"), places.slide());
   const form::Control& bar = form_.at("vsbSlide");
   move(bar, places.bar());
@@ -158,18 +203,18 @@ void FormView::arrange_scroll_bar() {
     show_scroll_range(shown->window, places.visible(), places.last_position(), bar.value());
 }
 
-ScrollRange FormView::scroll_range() const {
-  const ChartPlaces places(form_, TextSizes(fonts_, dpi_), frame_of_charts_);
+ScrollRange FormArrangement::scroll_range() const {
+  const ChartPlaces places = chart_places();
   return {places.visible(), places.last_position()};
 }
 
-void FormView::show_bounds(const form::Control& control) {
+void FormArrangement::show_bounds(const form::Control& control) {
   switch (control.kind()) {
     case form::Kind::Image:
       is_arranged_ = false;
       break;
     case form::Kind::ChartOption:
-      move(control, ChartPlaces(form_, TextSizes(fonts_, dpi_), frame_of_charts_).chart(control));
+      move(control, chart_places().chart(control));
       break;
     case form::Kind::PictureBox:
     case form::Kind::ScrollBar:
@@ -180,27 +225,25 @@ void FormView::show_bounds(const form::Control& control) {
   }
 }
 
-void FormView::set_notes(PageNotes notes) {
+void FormArrangement::set_notes(PageNotes notes) {
   notes_ = std::move(notes);
   if (const form::Control* page = page_shown()) arrange_page(*page);
 }
 
-bool FormView::scroll_page(int request) {
+bool FormArrangement::scroll_page(int request) {
   constexpr int line = 40;  // pixels at 96 to the inch
-  const form::Control* page = page_shown();
-  const ShownControl* shown = page == nullptr ? nullptr : controls_.of(*page);
-  if (shown == nullptr || shown->window == nullptr) return false;
+  const ShownControl* shown = page_window();
+  if (shown == nullptr) return false;
   const int before = scrolled_;
   scrolled_ = scroll_request(shown->window, request, scrolled_, size_of(parts_.page).cy,
                              MulDiv(line, static_cast<int>(dpi_), USER_DEFAULT_SCREEN_DPI));
-  arrange_page(*page);
+  arrange_page(*shown->control);
   return scrolled_ != before;
 }
 
-void FormView::reveal(HWND window) {
-  const form::Control* page = page_shown();
-  const ShownControl* shown = page == nullptr ? nullptr : controls_.of(*page);
-  if (shown == nullptr || shown->window == nullptr || IsChild(shown->window, window) == 0) return;
+void FormArrangement::reveal(HWND window) {
+  const ShownControl* shown = page_window();
+  if (shown == nullptr || IsChild(shown->window, window) == 0) return;
   constexpr int around = 12;  // pixels at 96 to the inch
   const int edge = MulDiv(around, static_cast<int>(dpi_), USER_DEFAULT_SCREEN_DPI), before = scrolled_;
   RECT place;
@@ -209,38 +252,18 @@ void FormView::reveal(HWND window) {
   const int visible = size_of(parts_.page).cy;
   if (place.bottom + edge > visible) scrolled_ += place.bottom + edge - visible;
   if (place.top - edge < scrolled_ - before) scrolled_ = before + place.top - edge;
-  if (scrolled_ != before) arrange_page(*page);
+  if (scrolled_ != before) arrange_page(*shown->control);
 }
 
-/// What lies on a page is there when the page is shown, whether or not there was time to create it before.
-void FormView::show_page(const form::Control& page) {
+void FormArrangement::begin_page(const form::Control& page) {
   scrolled_ = 0;
-  create_step_list();
   move(page, parts_.page);
-  const PagePlaces places = places_of(page, TextSizes(fonts_, dpi_));
-  for (const auto& [control, place] : places.controls)
-    if (control->kind() == form::Kind::PictureBox) frame_of_charts_ = size_of(place);
-  create_contents(page, places);
-  arrange_page(page, places);
+  plan(page);
+}
+
+void FormArrangement::finish_page(const form::Control& page) {
+  arrange_page(page, plan_);
   is_arranged_ = true;
-}
-
-void FormView::change_resolution(UINT dpi, const RECT& suggested) {
-  dpi_ = dpi;
-  give_fonts();
-  SetWindowPos(window_, nullptr, suggested.left, suggested.top, suggested.right - suggested.left,
-               suggested.bottom - suggested.top, SWP_NOZORDER | SWP_NOACTIVATE);
-  arrange_anew();
-}
-
-void FormView::change_text_size() {
-  give_fonts();
-  arrange_anew();
-}
-
-void FormView::arrange_anew() {
-  arrange();
-  RedrawWindow(window_, nullptr, nullptr, RDW_INVALIDATE | RDW_ERASE | RDW_ALLCHILDREN);
 }
 
 }  // namespace wizard::win32
