@@ -147,9 +147,11 @@ bool draws_at_once(UINT message) {
 
 }  // namespace
 
+bool is_group_box(HWND button) { return kind_of(button) == ButtonKind::GroupBox; }
+
 LRESULT CALLBACK drawn_button_procedure(HWND window, UINT message, WPARAM first, LPARAM second, UINT_PTR id,
                                         DWORD_PTR) {
-  const bool ours = scheme() != Scheme::Light && kind_of(window) != ButtonKind::Other;
+  const bool ours = is_group_box(window) || (scheme() != Scheme::Light && kind_of(window) != ButtonKind::Other);
   if (ours && message == WM_PAINT) {
     paint_button(window);
     return 0;

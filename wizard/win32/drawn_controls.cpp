@@ -125,11 +125,15 @@ const Dress* dress_of(HWND control) {
   return nullptr;
 }
 
+bool is_drawn_here(const Dress& dress, HWND control) {
+  return is_drawn_here() || (dress.procedure == drawn_button_procedure && is_group_box(control));
+}
+
 BOOL CALLBACK dress_or_undress(HWND control, LPARAM) {
   const Dress* dress = dress_of(control);
   if (dress == nullptr) return TRUE;
   if (dress->procedure != nullptr) {
-    if (is_drawn_here())
+    if (is_drawn_here(*dress, control))
       SetWindowSubclass(control, dress->procedure, dress_id, 0);
     else
       RemoveWindowSubclass(control, dress->procedure, dress_id);
@@ -142,7 +146,8 @@ BOOL CALLBACK dress_or_undress(HWND control, LPARAM) {
 
 // A procedure in between costs time with every message, so light controls have none.
 void dress_control(HWND control) {
-  if (is_drawn_here()) dress_or_undress(control, 0);
+  const Dress* dress = dress_of(control);
+  if (dress != nullptr && is_drawn_here(*dress, control)) dress_or_undress(control, 0);
 }
 
 void dress_again(HWND frame) {

@@ -292,7 +292,7 @@ void FormView::show_change(const form::Control& control, form::Property property
 
 void FormView::add(const form::Control& control) {
   ShownControl& shown = controls_.add(control);
-  if (outermost(control).visible()) create(shown);
+  outermost(control).visible() ? create(shown) : waiting_.push_back(&shown);
 }
 
 void FormView::redraw(const form::Control& control) const {

@@ -103,7 +103,7 @@ std::string cut_text(const WizardProgram& program, const form::Control& control,
   const int width = inside.right - MulDiv(room.width, static_cast<int>(dpi), 96);
   int height = inside.bottom - MulDiv(room.height, static_cast<int>(dpi), 96);
   if (control.kind() == form::Kind::ChartOption) height -= picture_height(program, width);
-  wizard::win32::Fonts fonts;
+  static wizard::win32::Fonts fonts;
   const std::string text = program.text(control.path());
   const SIZE needed =
       measure(text, fonts.font(font, wizard::win32::text_style(control), dpi), width, wraps(control.kind()));

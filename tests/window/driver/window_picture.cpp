@@ -1,6 +1,5 @@
 #include "tests/window/driver/window_picture.h"
 
-#include <set>
 #include <vector>
 
 #include "support/win32/wide.h"
@@ -62,8 +61,10 @@ bool save_picture(HWND window, const std::string& path) {
   return bitmap && imaging && write_png(*imaging, bitmap.get(), support::wide_path(path));
 }
 
-/// All pixels are read at once, because each GetPixel() is a call of the display.
-std::map<COLORREF, std::size_t> colours_of(HWND window) {
+namespace {
+
+/// All at once, because each GetPixel() is a call of the display.
+std::vector<COLORREF> pixels_of(HWND window) {
   RECT place;
   if (GetWindowRect(window, &place) == 0) return {};
   const wizard::win32::Bitmap bitmap = copy_of_screen(place);
@@ -75,35 +76,23 @@ std::map<COLORREF, std::size_t> colours_of(HWND window) {
   head.biHeight = -height;
   head.biPlanes = 1;
   head.biBitCount = 32;
-  std::vector<RGBQUAD> pixels(static_cast<std::size_t>(width) * static_cast<std::size_t>(height));
+  std::vector<COLORREF> pixels(static_cast<std::size_t>(width) * static_cast<std::size_t>(height));
   const wizard::win32::WindowContext screen(nullptr);
   GetDIBits(screen.get(), bitmap.get(), 0, static_cast<UINT>(height), pixels.data(), &format, DIB_RGB_COLORS);
-  std::map<COLORREF, std::size_t> colours;
-  for (const RGBQUAD& pixel : pixels) ++colours[RGB(pixel.rgbRed, pixel.rgbGreen, pixel.rgbBlue)];
-  return colours;
-}
-
-namespace {
-
-/// Every third pixel, because each is a call of the display.
-std::vector<COLORREF> pixels_of(HWND window) {
-  constexpr int step = 3;
-  const wizard::win32::WindowContext screen(nullptr);
-  std::vector<COLORREF> pixels;
-  RECT place;
-  if (GetWindowRect(window, &place) == 0) return pixels;
-  for (LONG y = place.top; y < place.bottom; y += step) {
-    for (LONG x = place.left; x < place.right; x += step) pixels.push_back(GetPixel(screen.get(), x, y));
-  }
+  // The bytes come as blue, green, red.
+  for (COLORREF& pixel : pixels) pixel = RGB(GetBValue(pixel), GetGValue(pixel), GetRValue(pixel));
   return pixels;
 }
 
 }  // namespace
 
-std::size_t count_colours(HWND window) {
-  const std::vector<COLORREF> pixels = pixels_of(window);
-  return std::set<COLORREF>(pixels.begin(), pixels.end()).size();
+std::map<COLORREF, std::size_t> colours_of(HWND window) {
+  std::map<COLORREF, std::size_t> colours;
+  for (const COLORREF pixel : pixels_of(window)) ++colours[pixel];
+  return colours;
 }
+
+std::size_t count_colours(HWND window) { return colours_of(window).size(); }
 
 std::size_t checksum(HWND window) {
   std::size_t sum = 0;
