@@ -1,5 +1,5 @@
-// Push buttons and options, drawn in the colours of the dark scheme and of high contrast, and group boxes, drawn in any:
-// the caption stands on the middle of its frame in every resolution.
+// Push buttons and options, drawn in the colours of the dark scheme and of high contrast, and group boxes, drawn in
+// any: the caption stands on the middle of its frame in every resolution.
 #pragma once
 
 #include <windows.h>

@@ -207,7 +207,7 @@ void FormView::show(ShownControl& shown, form::Property property) {
       break;
     case form::Property::Visible:
       if (control.visible() && is_page(control)) show_page(control);
-      show_property(shown.window, control, property);
+      control.kind() == form::Kind::Image ? show_image(shown) : show_property(shown.window, control, property);
       if (!is_page(control) && control.kind() != form::Kind::Image) layout_.note_change();
       break;
     case form::Property::Caption:

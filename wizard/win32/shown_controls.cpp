@@ -1,5 +1,7 @@
 #include "wizard/win32/shown_controls.h"
 
+#include <utility>
+
 #include "wizard/form_layout.h"
 #include "wizard/win32/control_window.h"
 #include "wizard/win32/twips.h"
@@ -81,11 +83,30 @@ void fit_combo_box(const ShownControl& shown, UINT dpi) {
   SendMessageW(shown.window, CB_SETITEMHEIGHT, static_cast<WPARAM>(-1), height);
 }
 
+namespace {
+
+/// What lies below is erased when all is painted, not before: the images of a sequence take each other's place.
+void set_image(const ShownControl& shown, const RECT& place, UINT flags) {
+  const HWND holder = GetParent(shown.window);
+  const RECT before = std::exchange(shown.placed, place);
+  SetWindowPos(shown.window, nullptr, place.left, place.top, place.right - place.left, place.bottom - place.top,
+               flags | SWP_NOZORDER | SWP_NOACTIVATE | SWP_NOREDRAW | SWP_NOCOPYBITS);
+  InvalidateRect(holder, &before, TRUE);
+  InvalidateRect(shown.window, nullptr, FALSE);
+}
+
+}  // namespace
+
+void show_image(const ShownControl& shown) {
+  set_image(shown, shown.placed, shown.control->visible() ? SWP_SHOWWINDOW : SWP_HIDEWINDOW);
+}
+
 void place(const ShownControl& shown, RECT place, UINT dpi) {
   if (shown.window == nullptr) return;
   place = window_place(*shown.control, place, dpi);
   if (EqualRect(&place, &shown.placed) != 0) return;
   const SIZE size{place.right - place.left, place.bottom - place.top};
+  if (shown.control->kind() == form::Kind::Image) return set_image(shown, place, 0);
   // A new window has no size, and paints itself.
   const bool keeps_size = IsRectEmpty(&shown.placed) != 0 || (size.cx == shown.placed.right - shown.placed.left &&
                                                               size.cy == shown.placed.bottom - shown.placed.top);

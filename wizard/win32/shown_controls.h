@@ -61,6 +61,9 @@ RECT window_place(const form::Control& control, RECT place, UINT dpi);
 /// Gives a combo box the height of its place; its font must be known.
 void fit_combo_box(const ShownControl& shown, UINT dpi);
 
+/// Shows or hides an image as the form says; it is painted together with the images around it.
+void show_image(const ShownControl& shown);
+
 /// Moves the control's window to a place in that of its container, in pixels.
 void place(const ShownControl& shown, RECT place, UINT dpi);
 

@@ -24,6 +24,13 @@ void notify(HWND control, WORD code) {
   SendMessageW(GetParent(control), WM_COMMAND, MAKEWPARAM(id, code), reinterpret_cast<LPARAM>(control));
 }
 
+UINT users_resolution(HWND window) {
+  DWORD dpi = 0, size = sizeof dpi;
+  const LSTATUS found =
+      RegGetValueW(HKEY_CURRENT_USER, L"Control Panel\\Desktop", L"LogPixels", RRF_RT_REG_DWORD, nullptr, &dpi, &size);
+  return found == ERROR_SUCCESS ? dpi : GetDpiForWindow(window);
+}
+
 }  // namespace
 
 /// For an edit field of another program, GetWindowText gives an empty text.
@@ -44,18 +51,12 @@ WizardProgram::WizardProgram(std::string_view arguments)
     return window_ != nullptr || !process_.is_running();
   };
   if (!wait_until(shown) || window_ == nullptr) throw std::runtime_error("the wizard shows no window");
+  resolution_ = users_resolution(window_);
   let_page_settle();
   wizard::build_form(form_);
   for (int chart = 1; chart < most_charts; ++chart) {
     form_.add({"optThumb", chart, form::Kind::ChartOption, "picSlide", {}, "", "", false});
   }
-}
-
-UINT WizardProgram::resolution() const {
-  DWORD dpi = 0, size = sizeof dpi;
-  const LSTATUS found =
-      RegGetValueW(HKEY_CURRENT_USER, L"Control Panel\\Desktop", L"LogPixels", RRF_RT_REG_DWORD, nullptr, &dpi, &size);
-  return found == ERROR_SUCCESS ? dpi : GetDpiForWindow(window_);
 }
 
 std::string WizardProgram::page() const {

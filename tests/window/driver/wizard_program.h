@@ -24,8 +24,8 @@ class WizardProgram {
 
   const Process& process() const noexcept { return process_; }
   HWND window() const noexcept { return window_; }
-  /// Pixels to the inch by the user's setting; Wine tells a program only its own resolution.
-  UINT resolution() const;
+  /// Pixels to the inch by the user's setting at the start; Wine tells a program only its own resolution.
+  UINT resolution() const noexcept { return resolution_; }
 
   /// The tag of the page that is shown; empty if none is.
   std::string page() const;
@@ -76,6 +76,7 @@ class WizardProgram {
 
   Process process_;
   HWND window_ = nullptr;
+  UINT resolution_ = 0;
   form::Form form_;                                     ///< used only for the names
   mutable std::map<const form::Control*, HWND> found_;  ///< the windows that were found last
 };
