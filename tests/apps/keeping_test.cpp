@@ -7,6 +7,7 @@
 #include "database/engine/embedded/embedded_engine.h"
 #include "database/engine/engine.h"
 #include "database/keeping/backup.h"
+#include "database/keeping/check.h"
 #include "database/keeping/compact.h"
 #include "support/file_system.h"
 #include "support/host_file.h"
@@ -77,24 +78,30 @@ class SeenProgress : public database::Progress {
     EXPECT_GE(value, value_) << "it goes back";
     value_ = value;
   }
-  void finish() override { EXPECT_EQ(value_, maximum_); }
-  std::int32_t maximum() const { return maximum_; }
+  void finish() override {
+    EXPECT_EQ(value_, maximum_);
+    finished_at_ = value_;
+  }
+  std::int32_t finished_at() const { return finished_at_; }
 
  private:
-  std::int32_t value_ = 0, maximum_ = 0;
+  std::int32_t value_ = 0, maximum_ = 0, finished_at_ = 0;
 };
 
 TEST_F(Keeping, TellsHowFarItIs) {
   const support::FileSystem& files = support::host_file_system();
   const std::string file = files.windows_path(patient()), copy = files.windows_path(folder_.file("copy.das"));
   database::Environment environment;
-  SeenProgress backup, compaction;
+  SeenProgress backup, compaction, check;
   environment.progress = &backup;
   database::keeping::back_up(environment, file, database::default_password, copy, false);
   environment.progress = &compaction;
   database::keeping::compact_file(environment, file, database::default_password);
-  EXPECT_GT(backup.maximum(), 0);
-  EXPECT_GT(compaction.maximum(), 0);
+  environment.progress = &check;
+  database::keeping::check_database(environment, file, database::default_password);
+  EXPECT_GT(backup.finished_at(), 0);
+  EXPECT_GT(compaction.finished_at(), 0);
+  EXPECT_GT(check.finished_at(), 0);
 }
 
 TEST_F(Keeping, ChangesNothingWhereSomebodyHasTheFileOpen) {

@@ -30,12 +30,13 @@ class Transfer : public testing::Test {
              "TEXT(60), m MEMO)",
              "CREATE UNIQUE INDEX byid ON t (id) WITH PRIMARY",
              "CREATE INDEX two ON t (s, d)",
+             "CREATE UNIQUE INDEX three ON t (n)",
              "CREATE TABLE [odd, name?] ([a b] TEXT(9), [Ä] LONG)",
              "CREATE TABLE [ODD, name*] (one TEXT(9))",
              "INSERT INTO t (yes, b, n, l, f, x, d, s, m) VALUES (True, 255, -32768, -2147483648, 5.6, 0.1, #2/29/2024 "
              "7:05:01#, "
              "'a\"b''c,d', 'Zeile' & chr(13) & chr(10) & 'zwei' & chr(10) & 'drei' & chr(13))",
-             "INSERT INTO t (id, d, s, m, x, f) VALUES (17, #12:00:00#, Null, Null, 1.7976931348623157E308, 3.4E38)",
+             "INSERT INTO t (id, d, s, m, x, f) VALUES (17, 0.5/86400, Null, Null, 1.7976931348623157E308, 3.4E38)",
              "INSERT INTO t (d, s, m, x, f) VALUES (45351.123456789, ' Öß€ ', '😀𝄞', 4.9E-324, -1E-40)",
              "INSERT INTO t (d, s, m, x) VALUES (-0.25, '=1+1', 'ohne', -1E15 / 3)",
              "INSERT INTO t (d, s, m) VALUES (-1.75, 'x', '\\N')",
@@ -45,9 +46,9 @@ class Transfer : public testing::Test {
              "INSERT INTO [odd, name?] VALUES ('eins', 1)",
              "INSERT INTO [ODD, name*] VALUES (NULL)",
              "INSERT INTO [ODD, name*] VALUES ('e')",
-             "CREATE TABLE [numbered] (rowid LONG, x LONG)",
-             "INSERT INTO [numbered] VALUES (5, 1)",
-             "INSERT INTO [numbered] VALUES (3, 2)",
+             "CREATE TABLE [Nul] (rowid LONG, x LONG)",
+             "INSERT INTO [Nul] VALUES (5, 1)",
+             "INSERT INTO [Nul] VALUES (3, 2)",
              "INSERT INTO glucose (vDate, Comment, ExtData) VALUES (#1/2/2024#, '', Null)"});
     EXPECT_EQ(filled.code, 0) << filled.err;
     return file;
@@ -98,12 +99,13 @@ TEST_F(Transfer, CsvTellsNullFromAnEmptyTextAndMomentsToTheirLastBit) {
   EXPECT_EQ(files.at("t.csv"),
             "id,yes,b,n,l,f,x,d,s,m\r\n"
             "1,-1,255,-32768,-2147483648,5.6,0.1,2024-02-29T07:05:01,\"a\"\"b'c,d\",\"Zeile\r\nzwei\ndrei\r\"\r\n"
-            "17,0,,,,3.4e+38,1.7976931348623157e+308,1899-12-30T12:00:00,,\r\n"
+            "17,0,,,,3.4e+38,1.7976931348623157e+308,1899-12-30T00:00:00.5,,\r\n"
             "18,0,,,,-1e-40,5e-324,2024-02-29T02:57:46.6665695,\" Öß€ \",😀𝄞\r\n"
             "19,0,,,,,-333333333333333.3,days:-0.25,=1+1,ohne\r\n"
             "20,0,,,,,,1899-12-29T18:00:00,x,\\N\r\n"
             "21,0,,,,,,0100-01-01T00:00:00,,\r\n");
   EXPECT_EQ(files.at("odd, name_.csv") + files.at("ODD, name_-2.csv"), "a b,Ä\r\neins,1\r\none\r\n\r\ne\r\n");
+  EXPECT_EQ(files.at("tNul.csv"), "rowid,x\r\n5,1\r\n3,2\r\n") << "the name of a device";
   EXPECT_THAT(files.at("glucose.csv"), HasSubstr(",2024-01-02T00:00:00,,,0,,0,\"\",,0,0,0\r\n"));
 }
 
@@ -121,6 +123,8 @@ TEST_F(Transfer, CodePage1252IsWrittenOrRefusedWithItsPlace) {
                                                        "e\r\n"));
   EXPECT_EQ(run({"import", folder, back}).code, 0);
   EXPECT_EQ(told(back), told(file));
+  ASSERT_EQ(run({"sql", file, "CREATE TABLE places ([Łódź] LONG)"}).code, 0);
+  EXPECT_THAT(run({"export", file, folder_.file("more"), "--encoding", "windows-1252"}).err, HasSubstr("error 3421: "));
 }
 
 TEST_F(Transfer, NamedTablesAloneAreExportedAndCounted) {
@@ -132,7 +136,7 @@ TEST_F(Transfer, NamedTablesAloneAreExportedAndCounted) {
   EXPECT_THAT(outcome.err, HasSubstr("not protected"));
   EXPECT_THAT(content_of(folder_.file("one/t.json")),
               HasSubstr(R"({"id":17,"yes":false,"b":null,"n":null,"l":null,"f":3.4e+38,"x":1.7976931348623157e+308,)"
-                        R"("d":"1899-12-30T12:00:00","s":null,"m":null},)"));
+                        R"("d":"1899-12-30T00:00:00.5","s":null,"m":null},)"));
   EXPECT_THAT(content_of(folder_.file("one/README.txt")), AllOf(HasSubstr("t (t.json): 6"), HasSubstr("mg/dl")));
 }
 

@@ -153,6 +153,8 @@ TEST(AvailabilityQuery, IsOneUnionInCategoryOrder) {
                 "(avg(value)+count(vdate)+typ+stdev(vdate)+stdev(vtime)) as iCRC, max(vdate) as maxdate, min(vdate) as "
                 "mindate FROM glucose WHERE isnull(vdate)=0 " +
                 std::string(7, ' ') + " AND (bloodtype=255)     AND (importid=5) ORDER BY typ ASC");
+  request.import_id = 0;
+  EXPECT_NE(availability_query(request).find("AND (importid=0)"), std::string::npos);
   request.categories = 1 << 20;
   request.days = {engine::date_from(2024, 3, 1), engine::date_from(2024, 3, 2)};
   request.weekdays = "1";

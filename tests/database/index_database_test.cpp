@@ -140,9 +140,11 @@ TEST_F(IndexTest, UpgradeAddsFieldsRefreshesPatientsAndRemovesRowsWithoutFile) {
   const std::string old = path("old\\index.mdb");
   ASSERT_TRUE(support::host_file_system().create_folder(path("old")));
   ASSERT_EQ(CreateIndexDatabase(environment, old), 1);
-  execute(old,
-          {"CREATE TABLE dbinfo (remark TEXT(10))", "INSERT INTO index (id, name) VALUES (42, 'Alt')",
-           "INSERT INTO index (id, name) VALUES (43, 'Weg')", "INSERT INTO index (id, name) VALUES (44, 'Daneben')"});
+  // The table of the version comes first, as by name.
+  execute(old, {"CREATE TABLE dbinfo (remark TEXT(10))", "SELECT * INTO kept FROM index", "DROP TABLE index",
+                "SELECT * INTO index FROM kept", "DROP TABLE kept"});
+  execute(old, {"INSERT INTO index (id, name) VALUES (42, 'Alt')", "INSERT INTO index (id, name) VALUES (43, 'Weg')",
+                "INSERT INTO index (id, name) VALUES (44, 'Daneben')"});
   ASSERT_EQ(patient_database("old\\db4_000042.das"), path("old\\db4_000042.das"));
   patient_database("db4_000044.das");
   Lines captions;

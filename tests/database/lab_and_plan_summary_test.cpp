@@ -92,7 +92,10 @@ TEST_F(PlanSummaryTest, RoundsAsTheUserSeesIt) {
 
 TEST_F(PlanSummaryTest, NamesInsulinsAndDividesByTheTargetWeight) {
   const std::string file = patient_database();
-  TherapyPlan plan = plan_of(1, {{"Lispro|90|0|0", plan_item::bolus, 0, 0, ""}, item(400, 12), item(400, 15.5)});
+  TherapyPlan plan = plan_of(1, {{"Lispro|90|0|0", plan_item::bolus, 0, 0, ""},
+                                 {"Aspart|95|0|0", plan_item::pump, 0, 0, ""},
+                                 item(400, 12),
+                                 item(400, 15.5)});
   ASSERT_TRUE(db_SaveTherapyPlan(environment, file, plan));
   PlanSummary summary;
   // Weights in grams; 78 cannot be one.
@@ -102,8 +105,8 @@ TEST_F(PlanSummaryTest, NamesInsulinsAndDividesByTheTargetWeight) {
            {"UPDATE patdat_setup SET TargetWeight = 80000", "|400/kg=0,34"}}) {
     execute(file, {weight});
     ASSERT_TRUE(db_GetPlanSummary(environment, file, std::nullopt, summary));
-    EXPECT_EQ(plan_summary_text(summary), "1|0|0|400=27,5|401=0,0|402=0,0|500=0,0|501=0,0|502=0,0|503=0,0" + part +
-                                              "|0=Lispro|90|0|0|1=||100|2=|100|0|-1|3=|100|0|0|4=|100|0|0");
+    EXPECT_EQ(plan_summary_text(summary), "2|0|0|400=27,5|401=0,0|402=0,0|500=0,0|501=0,0|502=0,0|503=0,0" + part +
+                                              "|0=Lispro|90|0|0|1=||100|2=|100|0|-1|3=|100|0|0|4=Aspart|95|0|0");
   }
 }
 

@@ -46,6 +46,7 @@ TEST_F(Values, ConvertAsAnAssignmentDoes) {
       {int32, -2147483648.5, -2147483648.0},
       {int32, 2147483647.5, 0, 6},
       {single, 1e39, 0, 6},
+      {single, double{std::numeric_limits<float>::max()}, double{std::numeric_limits<float>::max()}},
       {single, 0.5, 0.5},
       {to_double, std::string("5,6"), 5.6},
       {to_double, std::string(), 0, 13},
@@ -104,6 +105,11 @@ TEST_F(Values, BecomeTextInTheUsersLocale) {
   for (const Case& row : cases) EXPECT_EQ(to_text(row.value), row.american);
   EXPECT_EQ(to_date(std::string("3/9/2024")), date_from(2024, 3, 9)) << "the month first";
   EXPECT_EQ(error_number([] { to_text(Null{}); }), 94);
+  support::UserLocale own_words = support::user_locale();
+  own_words.names.morning = "vorm.";
+  own_words.names.afternoon = "";
+  support::set_user_locale(own_words);
+  EXPECT_EQ(to_text(Date{0.25}) + ", " + to_text(Date{0.75}), "6:00:00 vorm., 6:00:00 PM");
 }
 
 }  // namespace

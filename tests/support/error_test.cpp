@@ -5,6 +5,8 @@
 #include <new>
 #include <vector>
 
+#include "support/error_number.h"
+
 namespace support {
 namespace {
 
@@ -51,6 +53,13 @@ TEST(Procedure, EndsAGuardedBodyAtItsFirstErrorAndGivesForeignErrorsNumbers) {
   EXPECT_EQ(procedure.error().number(), 7);
   EXPECT_FALSE(procedure.step([] { throw 1; }));
   EXPECT_EQ(procedure.error().number(), 51);
+}
+
+TEST(ErrorText, NamesAPlaceWhereOneIsKnown) {
+  EXPECT_EQ(error_text(error_number::conversion, "Wert"), "Data type conversion error in field 'Wert'.");
+  EXPECT_EQ(error_text(error_number::conversion), "Data type conversion error.");
+  EXPECT_EQ(error_text(error_number::no_such_index, "a"), "No such index 'a'.");
+  EXPECT_EQ(error_text(1), error_text(error_number::internal_error));
 }
 
 TEST(Procedure, TellsTheListenerWhatWasPassedOver) {

@@ -272,6 +272,7 @@ TEST_F(Tips, MoveTheHandInStepsWithinItsLimit) {
     EXPECT_EQ(caption("lblStatdesc"), n % 4 < 2 ? "T4876" : "T4877");
     before = now_at;
   }
+  EXPECT_EQ(std::pair(before.left, before.top), std::pair(2400, 2460)) << "where the last picture holds the window";
 }
 
 TEST_F(Tips, BlinkTheirHighlight) {

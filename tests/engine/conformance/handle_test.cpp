@@ -77,7 +77,7 @@ TEST_P(Handles, OpenedReadOnlyRefuseEveryChange) {
 TEST_P(Handles, OnceClosedAnswerNothingMore) {
   const auto database = create();
   add_things(*database);
-  add_rows(*database, 1);
+  add_rows(*database, 300);  // more than are read at once
   const auto table = database->table_defs().item("things");
   const auto field = table->fields().item("name");
   const auto rows = database->open_recordset("things");
@@ -100,6 +100,7 @@ TEST_P(Handles, OnceClosedAnswerNothingMore) {
       error_number([&] { rows->eof(); }),
   };
   EXPECT_THAT(refused, testing::Each(3420));
+  EXPECT_EQ(error_number([&] { open()->new_password("", "x"); }), 0) << "the file is let go";
 }
 
 TEST_P(Handles, RollBackWhenTheyClose) {
