@@ -45,7 +45,6 @@ Date add_months(Date date, std::int64_t months) {
   const CalendarTime from = calendar_time(date);
   const std::int64_t counted = from.year * std::int64_t{12} + from.month - 1 + months;
   const std::int64_t year = divide_down(counted, 12);
-  if (year < 100 || year > 9999) raise(error_number::invalid_call);
   const int month = static_cast<int>(counted - year * 12) + 1;
   const int day = std::min(from.day, days_in_month(year, month));
   return date_of_seconds(day_number(year, month, day) * seconds_per_day + time_of(date));
