@@ -1,7 +1,5 @@
 #include "database/engine/date.h"
 
-#include <gtest/gtest.h>
-
 #include "database/engine/date_text.h"
 #include "tests/engine/test_database.h"
 

@@ -1,7 +1,5 @@
 #include "database/engine/choice/engine_choice.h"
 
-#include <gmock/gmock.h>
-
 #include "tests/engine/test_database.h"
 
 namespace engine::test {

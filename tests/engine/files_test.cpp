@@ -1,4 +1,3 @@
-#include <gmock/gmock.h>
 #include <sqlite3.h>
 
 #include <algorithm>
@@ -12,8 +11,6 @@
 namespace engine::test {
 namespace {
 
-using testing::ElementsAre;
-using testing::HasSubstr;
 using testing::Not;
 
 class Files : public EngineTest {};

@@ -1,6 +1,4 @@
 // Database files from a stranger: whatever their schema holds beyond tables and indexes is never run.
-#include <gmock/gmock.h>
-
 #include "tests/engine/test_database.h"
 
 namespace engine::test {

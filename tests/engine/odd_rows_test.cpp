@@ -1,7 +1,5 @@
 // Rows, numbers and objects when two handles work on one file, or when a handle works on something that does not exist
 // any more.
-#include <gmock/gmock.h>
-
 #include <functional>
 
 #include "tests/engine/test_database.h"
@@ -9,7 +7,6 @@
 namespace engine::test {
 namespace {
 
-using testing::ElementsAre;
 using testing::IsEmpty;
 
 class OddRows : public EngineTest {

@@ -1,7 +1,5 @@
 // For every condition, the rows where it holds, where its opposite holds and where it is Null are together all rows,
 // each of them once, in every clause that takes a condition.
-#include <gtest/gtest.h>
-
 #include <algorithm>
 #include <map>
 

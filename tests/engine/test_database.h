@@ -1,7 +1,7 @@
 // A folder for each test, and databases in it.
 #pragma once
 
-#include <gtest/gtest.h>
+#include <gmock/gmock.h>
 
 #include <filesystem>
 #include <memory>
@@ -12,6 +12,10 @@
 #include "database/engine/engine.h"
 
 namespace engine::test {
+
+// What most of these tests use.
+using testing::ElementsAre;
+using testing::HasSubstr;
 
 /// The number of the error that the call raises; 0 if it raises none.
 template <typename Call>

@@ -1,4 +1,3 @@
-#include <gmock/gmock.h>
 #include <sqlite3.h>
 
 #include <chrono>
@@ -7,8 +6,6 @@
 
 namespace engine::test {
 namespace {
-
-using testing::ElementsAre;
 
 class TwoHandles : public EngineTest {};
 

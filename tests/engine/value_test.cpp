@@ -1,7 +1,5 @@
 #include "database/engine/value.h"
 
-#include <gtest/gtest.h>
-
 #include <functional>
 #include <limits>
 

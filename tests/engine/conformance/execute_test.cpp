@@ -1,13 +1,9 @@
-#include <gmock/gmock.h>
-
 #include <functional>
 
 #include "tests/engine/conformance/conformance.h"
 
 namespace engine::test {
 namespace {
-
-using testing::ElementsAre;
 
 class Execute : public ConformanceTest {
  protected:

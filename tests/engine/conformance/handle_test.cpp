@@ -1,13 +1,9 @@
-#include <gmock/gmock.h>
-
 #include <array>
 
 #include "tests/engine/conformance/conformance.h"
 
 namespace engine::test {
 namespace {
-
-using testing::ElementsAre;
 
 class Handles : public ConformanceTest {};
 

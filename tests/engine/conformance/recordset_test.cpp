@@ -1,5 +1,3 @@
-#include <gmock/gmock.h>
-
 #include <functional>
 #include <limits>
 
@@ -8,8 +6,6 @@
 
 namespace engine::test {
 namespace {
-
-using testing::ElementsAre;
 
 class Rows : public ConformanceTest {
  protected:

@@ -1,5 +1,3 @@
-#include <gmock/gmock.h>
-
 #include <functional>
 
 #include "tests/engine/conformance/conformance.h"
@@ -9,9 +7,7 @@ namespace {
 
 using testing::AllOf;
 using testing::AnyOf;
-using testing::ElementsAre;
 using testing::EndsWith;
-using testing::HasSubstr;
 using testing::StartsWith;
 
 std::string error_text(const std::function<void()>& call) {

@@ -1,5 +1,4 @@
 // What a test can do only on POSIX: look at a file's rights, fill the disk, die in the middle of the work.
-#include <gmock/gmock.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -13,8 +12,6 @@
 
 namespace engine::test {
 namespace {
-
-using testing::ElementsAre;
 
 /// The result of the call, made in a process of its own.
 template <typename Call>

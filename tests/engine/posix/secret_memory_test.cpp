@@ -1,5 +1,4 @@
 // Where the key of an open file is in this process's memory, and that it is gone when no file is open any more.
-#include <gmock/gmock.h>
 #include <sqlite3.h>
 
 #include <algorithm>
