@@ -217,7 +217,7 @@ void Session::prepare_change() {
   if (options_.read_only || (connection_ && connection_->read_only())) raise(error_number::read_only);
   require_transaction();
   // A recordset that reads on while rows change could meet a row twice, or never end. One that reads through another
-  // handle of this thread holds a lock that nobody could release while this handle waits for it.
+  // handle of this process holds a lock that nobody could release while this handle waits for it.
   for (Session* session : open_sessions()) {
     if (session->host_path_ == host_path_) session->finish_reading();
   }

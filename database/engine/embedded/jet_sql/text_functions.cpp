@@ -209,7 +209,7 @@ void space(FunctionCall& call) { call.result(std::string_view(std::string(fill_l
 
 void repeat(FunctionCall& call) {
   constexpr int codes = 256;
-  // A number is a character's code. A number beyond the codes stands for its remainder.
+  // A number is a character's code. A larger number counts modulo 256.
   const std::int32_t code = call.is_text(1) ? 0 : call.whole(1);
   if (code < 0 || (!call.is_text(1) && code % codes == 0)) raise(error_number::invalid_call);
   const std::string first(call.is_text(1) ? support::first_characters(call.text(1), 1)

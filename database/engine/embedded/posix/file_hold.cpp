@@ -32,7 +32,7 @@ bool set_lock(int descriptor, short type) {
 class FileHold::Held {
  public:
   struct Identity {
-    // A forked process has a copy of its parent's objects, but does not own the parent's locks.
+    // A forked process shares the locks of its parent, so it needs an object with locks of its own.
     pid_t process = 0;
     dev_t device = 0;
     ino_t number = 0;
