@@ -1,12 +1,19 @@
 // Checks of sound files, and of files that each have one fault.
 #include <filesystem>
+#include <map>
 
+#include "database/engine/embedded/connection.h"
 #include "tests/apps/program_run.h"
 
 namespace apps_test {
 namespace {
 
+using testing::AllOf;
 using testing::AnyOf;
+using testing::EndsWith;
+using testing::HasSubstr;
+using testing::Not;
+using testing::StartsWith;
 
 const Environment plain_file{{"PATIENTDB_PASSWORD", ""}};
 constexpr std::size_t checked_page_size = 4096;
@@ -87,6 +94,22 @@ TEST_F(Check, NamesWhatIsWrongWithRowsAndLayout) {
   const Outcome newer = after({"UPDATE db_info SET MinVersion=61"});
   EXPECT_EQ(newer.code, 0);
   EXPECT_THAT(newer.out, HasSubstr("note: The layout 4.61 is none that this program knows"));
+}
+
+TEST_F(Check, NamesWhatAnotherProgramChangedInTheFile) {
+  const std::string file = folder_.file("changed.mdb");
+  ASSERT_EQ(run_patientdb({"create", file, "--empty"}, plain_file).code, 0);
+  ASSERT_EQ(run_patientdb({"sql", file, "CREATE TABLE t (n LONG)"}, plain_file).code, 0);
+  const std::string sound = content_of(file);
+  for (const auto& [change, finding] : std::map<std::string, std::string>{
+           {"CREATE INDEX stray ON t (n)", "catalogue: t: the index stray of the file is in no catalogue"},
+           {"CREATE TABLE other (a)", "catalogue: other: the table other of the file is in no catalogue"},
+           {"ALTER TABLE t ADD COLUMN more", "catalogue: t: the column more is no field"},
+           {"DROP TABLE t", "catalogue: t: the table is not in the file"}}) {
+    folder_.write("changed.mdb", sound);
+    engine::embedded::Connection{file, {}}.run(change);
+    EXPECT_THAT(run_patientdb({"check", file}, plain_file).out, HasSubstr(finding)) << change;
+  }
 }
 
 TEST_F(Check, NamesPagesThatAreDamaged) {

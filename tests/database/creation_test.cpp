@@ -1,5 +1,6 @@
 // Creation and opening of whole databases.
 #include <algorithm>
+#include <ctime>
 
 #include "database/layout_json.h"
 #include "database/schema/schema.h"
@@ -146,6 +147,18 @@ TEST_F(Creation, GivesWayToAFileThatComesUpMeanwhile) {
   EXPECT_EQ(creation_error(path("new.das"), sample_patient()), 3204);
   EXPECT_EQ(files(), std::vector<std::string>{"new.das"});
   EXPECT_EQ(read_file(path("new.das")), "somebody's data");
+}
+
+TEST_F(Creation, TakesTheMachinesClockWhereNoneIsGiven) {
+  environment.now = {};
+  const auto clock = [] {
+    const std::time_t now = std::time(nullptr);
+    char text[20] = "";
+    std::strftime(text, sizeof text, "%Y-%m-%d %H:%M:%S", std::localtime(&now));
+    return std::string(text);
+  };
+  const std::string before = clock(), present = engine::iso_text(environment.present()), after = clock();
+  EXPECT_TRUE(before <= present && present <= after) << present;
 }
 
 TEST_F(Creation, ReducesDoubledBackslashesInThePath) {

@@ -201,6 +201,9 @@ TEST_F(Scheme, OffersTheSectionsAndSelectsTheStoredOne) {
   EXPECT_EQ(control("cbSchema").items(), items);
   select("cbSchema", 0);
   EXPECT_EQ(caption("lblSchemaDesc"), "Zeile 1\r\nZeile 2");
+  control("cbSchema").set_list_index(-1);
+  wizard().click("cbSchema");
+  EXPECT_EQ(caption("lblSchemaDesc"), "");
 }
 
 TEST_F(Scheme, StaysEmptyWithoutItsFile) {
