@@ -92,7 +92,7 @@ void draw(HWND window, HDC target, Chart& chart) {
   draw_frame(target, place, checked, std::max(1, unit / 15));
   draw_mark(window, target, place, unit, checked);
   write_title(window, target, strip);
-  if (GetFocus() == window) DrawFocusRect(target, &strip);
+  if (GetFocus() == window) FrameRect(target, &strip, brush(Colour::Choice));
 }
 
 /// The native control draws at once on these; what it drew is drawn over.
