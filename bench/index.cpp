@@ -3,12 +3,14 @@
 // which derives keys ahead, with the same refreshes one after the other; there, each file has a salt of its own.
 #include <fmt/core.h>
 
+#include <filesystem>
 #include <memory>
 #include <stdexcept>
 
 #include "bench/jobs.h"
 #include "bench/long_history.h"
 #include "bench/patient_file.h"
+#include "bench/straight.h"
 #include "database/engine/embedded/file_keys.h"
 #include "database/index/index_database.h"
 #include "database/index/index_upgrade.h"
