@@ -317,6 +317,8 @@ bool AssistantWindow::handle_window_message(HWND window, UINT message, LPARAM se
       return true;
     case WM_TIMER:
       assistant_.tick();
+      // An image draws what lies in its place in the form: its window moves before it is painted.
+      view_.layout().arrange_changes();
       return true;
     case WM_DRAWITEM:
       draw_image(*reinterpret_cast<const DRAWITEMSTRUCT*>(second), view_.controls());
