@@ -311,9 +311,10 @@ void Pass::lay_fields(const std::vector<Cell>& cells, Column column) {
 
 void Pass::lay_cells(const std::vector<Cell>& cells, int left, int width) {
   const int gap = scaled(is_option_line(cells) ? option_cell_gap : cell_gap);
-  int needed = -gap, growing = 0, height = 0;
+  int needed = -gap, growing = 0, height = 0, button = 0;
   for (const Cell& cell : cells) {
     needed += gap + least_width(cell, &cell != &cells.front());
+    if (cell.control->kind() == Button) button = std::max(button, control_height(*cell.control, width));
     growing += takes_room_left(*cell.control) && cell.control->kind() != Button ? 1 : 0;
   }
   const int more = growing > 0 ? std::max(0, width - needed) / growing : 0;
@@ -333,8 +334,10 @@ void Pass::lay_cells(const std::vector<Cell>& cells, int left, int width) {
     // A long option or text wraps; a text that stands alone has the whole line.
     own = cell.control->kind() == Label && cell.unit == nullptr ? right - left : std::min(own, right - left);
     const int own_height = control_height(*cell.control, own);
-    put(cell.control, left, y_, own, own_height);
-    height = std::max(height, own_height);
+    // A list stands at the middle of a button beside it.
+    const int lower = cell.control->kind() == ComboBox ? std::max(0, (button - own_height) / 2) : 0;
+    put(cell.control, left, y_ + lower, own, own_height);
+    height = std::max(height, lower + own_height);
     left += own;
     if (cell.unit != nullptr) {
       left += scaled(cell_gap);
