@@ -69,8 +69,7 @@ void prepare_conversion(LongHistory& history, const fs::path& file) {
   const fs::path converted = file.string() + ".before";
   if (!fs::exists(converted)) {
     history.copy_to(converted);
-    database::Environment environment = willing_environment();
-    environment.message_box = {};
+    const database::Environment environment = willing_environment();
     database::VersionRecord record;
     const std::string path = windows_path(converted);
     database::db_ReadDBInfo(environment, path, record);
