@@ -1,6 +1,6 @@
 #include "database/engine/date.h"
 
-#include <fmt/core.h>
+#include <fmt/compile.h>
 
 #include <chrono>
 #include <cmath>
@@ -64,8 +64,8 @@ CalendarTime calendar_time(Date date) {
 
 std::string iso_text(Date date) {
   const CalendarTime time = calendar_time(date);
-  return fmt::format("{:04}-{:02}-{:02} {:02}:{:02}:{:02}", time.year, time.month, time.day, time.hour, time.minute,
-                     time.second);
+  return fmt::format(FMT_COMPILE("{:04}-{:02}-{:02} {:02}:{:02}:{:02}"), time.year, time.month, time.day, time.hour,
+                     time.minute, time.second);
 }
 
 namespace {
