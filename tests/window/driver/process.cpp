@@ -17,20 +17,15 @@ bool wait_until(const std::function<bool()>& condition) {
 
 namespace {
 
-/// Wine fails with ERROR_INTERNAL_ERROR at one start in some thousands, whatever the program is: it is tried again.
 PROCESS_INFORMATION start(std::string_view command_line) {
-  constexpr int tries = 3;
+  std::wstring text = support::wide(command_line);
+  STARTUPINFOW how{};
+  how.cb = sizeof how;
   PROCESS_INFORMATION started{};
-  for (int n = 1;; ++n) {
-    std::wstring text = support::wide(command_line);
-    STARTUPINFOW how{};
-    how.cb = sizeof how;
-    if (CreateProcessW(nullptr, text.data(), nullptr, nullptr, FALSE, 0, nullptr, nullptr, &how, &started) != 0)
-      return started;
-    if (GetLastError() != ERROR_INTERNAL_ERROR || n == tries) break;
-  }
-  throw std::system_error(static_cast<int>(GetLastError()), std::system_category(),
-                          "cannot be started: " + std::string(command_line));
+  if (CreateProcessW(nullptr, text.data(), nullptr, nullptr, FALSE, 0, nullptr, nullptr, &how, &started) == 0)
+    throw std::system_error(static_cast<int>(GetLastError()), std::system_category(),
+                            "cannot be started: " + std::string(command_line));
+  return started;
 }
 
 }  // namespace
