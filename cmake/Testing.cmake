@@ -30,6 +30,18 @@ target_link_libraries(common_header PRIVATE firststeps_options GTest::gmock)
 target_compile_options(common_header PRIVATE -O0)
 target_precompile_headers(common_header PRIVATE <gmock/gmock.h>)
 
+# link_quickly(TARGET …): test programs for Windows are linked by lld, if it is there; shipped programs never are.
+if(CMAKE_CROSSCOMPILING AND NOT CMAKE_HOST_WIN32)
+  find_program(LLD_PROGRAM ld.lld DOC "A linker that takes less time than GNU's")
+endif()
+function(link_quickly)
+  if(LLD_PROGRAM)
+    foreach(target IN LISTS ARGN)
+      target_link_options(${target} PRIVATE -wrapper ${CMAKE_SOURCE_DIR}/cmake/link_by_lld)
+    endforeach()
+  endif()
+endfunction()
+
 function(firststeps_test name)
   cmake_parse_arguments(ARG "" "" "SOURCES;LIBRARIES;DEFINITIONS" ${ARGN})
   add_executable(${name} ${ARG_SOURCES})
@@ -37,6 +49,7 @@ function(firststeps_test name)
   # Test programs spend most time in the code that they test, and compiling them takes long; so they are not optimised.
   target_compile_options(${name} PRIVATE -O0)
   target_precompile_headers(${name} REUSE_FROM common_header)
+  link_quickly(${name})
   target_compile_definitions(${name} PRIVATE
     TEST_DATA_DIR="${host_drive}${CMAKE_SOURCE_DIR}/tests/data" SOURCE_DIR="${host_drive}${CMAKE_SOURCE_DIR}"
     BUILD_DIR="${host_drive}${CMAKE_BINARY_DIR}"
