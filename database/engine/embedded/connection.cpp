@@ -9,6 +9,7 @@
 
 #include "database/engine/embedded/jet_sql/jet_sql.h"
 #include "database/engine/embedded/jet_sql/sqlite_functions.h"
+#include "database/engine/embedded/page_memory.h"
 #include "database/engine/embedded/platform_file.h"
 #include "database/engine/embedded/share_patience.h"
 #include "database/engine/engine_error.h"
@@ -183,6 +184,7 @@ Connection::Connection(const std::string& host_path, const ConnectionOptions& op
       busy_time_(options.busy_time),
       exclusive_(options.exclusive),
       read_only_(options.read_only) {
+  keep_pages_together();
   sync_ends_of_journals();
   if (!options.held) wait_until_journal_is_seen(host_path);
   sqlite3* handle = nullptr;

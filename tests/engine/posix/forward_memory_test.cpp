@@ -1,5 +1,9 @@
-// The memory of a long result: all of its rows if one can move back in it, nearly nothing if one cannot.
+// The memory of a long result: all of its rows if one can move back in it, nearly nothing if one cannot. And the memory
+// of a file's pages.
 #include <malloc.h>
+#include <unistd.h>
+
+#include <fstream>
 
 #include "tests/engine/test_database.h"
 
@@ -69,6 +73,36 @@ TEST_F(ForwardMemory, RefusesEveryOtherMoveAndEveryChange) {
   EXPECT_EQ(error_number([&] { rows->value("none"); }), 3265);
   EXPECT_EQ(error_number([&] { rows->value(3); }), 3265);
 }
+
+#ifndef FIRSTSTEPS_SANITIZED  // A sanitizer keeps freed memory.
+std::int64_t resident_bytes() {
+  std::int64_t all = 0, resident = 0;
+  std::ifstream("/proc/self/statm") >> all >> resident;
+  return resident * sysconf(_SC_PAGESIZE);
+}
+
+using PageMemory = EngineTest;
+
+TEST_F(PageMemory, OfALargeFileGoesBackToTheSystemWhenTheFileIsClosed) {
+  constexpr std::int64_t pages_bytes = 48 << 20, tolerance = 8 << 20;
+  add_things(*create());
+  sqlite(
+      "WITH RECURSIVE n(i) AS (SELECT 1 UNION ALL SELECT i + 1 FROM n WHERE i < 12000) "
+      "INSERT INTO things(id, note) SELECT i, hex(randomblob(1900)) FROM n");
+  for (int time = 0; time < 2; ++time) {
+    const std::int64_t before = resident_bytes();
+    auto database = open();
+    for (const int again : {0, 1}) {
+      const auto sum = database->open_recordset("SELECT count(*) AS n, sum(len(note)) AS c FROM things");
+      EXPECT_EQ(to_int32(sum->value("n")), 12000);
+      EXPECT_EQ(to_double(sum->value("c")), 12000 * 3800.0);
+      EXPECT_NEAR(static_cast<double>(resident_bytes() - before), static_cast<double>(pages_bytes), tolerance) << again;
+    }
+    database.reset();
+    EXPECT_LT(resident_bytes() - before, tolerance);
+  }
+}
+#endif
 
 }  // namespace
 }  // namespace engine::test
