@@ -132,12 +132,12 @@ std::string written_text(const InstallationConfig& config, const FinishReport& r
   for (const FinishReport::Entry& entry : report.entries)
     if (entry.written) add_name(places, entry.place, name_in_outcome(config, entry));
   std::string text;
-  const WrittenPlace* before = nullptr;
-  for (const WrittenPlace& place : places) {
-    if (!before || before->names != place.names)
-      for (const std::string& name : place.names) text += name + "\r\n";
-    before = &place;
-    text += "    " + place.place + "\r\n";
+  for (auto place = places.begin(); place != places.end();) {
+    const std::vector<std::string> names = place->names;
+    const auto others =
+        std::stable_partition(place, places.end(), [&](const WrittenPlace& other) { return other.names == names; });
+    for (const std::string& name : names) text += name + "\r\n";
+    for (; place != others; ++place) text += "    " + place->place + "\r\n";
   }
   return text;
 }

@@ -30,7 +30,8 @@ struct FinishReport {
   bool complete() const noexcept { return std::ranges::all_of(entries, &Entry::written); }
 };
 
-/// What was written: the names, and below them the place. What was not written is left out. Lines end in "\r\n".
+/// What was written: the names, and below them the places, each name once for all places that hold the same. What was
+/// not written is left out. Lines end in "\r\n".
 std::string written_text(const InstallationConfig& config, const FinishReport& report);
 
 /// Texts that tell why something was not written, and what to do, when no error tells it.

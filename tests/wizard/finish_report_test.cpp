@@ -51,6 +51,20 @@ TEST(FinishProblems, TellTheSameOnceAndKeepEveryTechnicalLine) {
   EXPECT_EQ(problems[1].technical, "a.das, patient: error 3043: y");
 }
 
+TEST(WrittenText, TellsTheSameOnceWithAllPlacesThatHoldIt) {
+  const FinishReport report{{{What::RegistryValue, "HKEY\\User", "BGUnit", "1", true, ""},
+                             {What::File, "a.das", "patient", "", true, ""},
+                             {What::File, "a.das", "settings", "", true, ""},
+                             {What::RegistryValue, "HKEY\\Maker", "FirstRun", "0", true, ""},
+                             {What::RegistryValue, "HKEY\\Lost", "User", "", false, "x"},
+                             {What::File, "b.das", "patient", "", true, ""},
+                             {What::RegistryValue, "HKEY\\User", "RunOnStart", "mnu_home", true, ""}}};
+  EXPECT_EQ(written_text(InstallationConfig{}, report),
+            "Einstellungen des Programms\r\n    HKEY\\User\r\n    HKEY\\Maker\r\n"
+            "Ihre Angaben zur Person\r\nIhre Zielwerte und Einstellungen\r\n    a.das\r\n"
+            "Ihre Angaben zur Person\r\n    b.das\r\n");
+}
+
 /// A registry that nobody may write.
 class ReadOnlyRegistry : public support::Registry {
  public:
