@@ -150,8 +150,16 @@ std::vector<std::string> planned_insulins(const Choices& choices) {
   return names;
 }
 
+/// Each insulin with its slot, as the page names it.
 std::vector<std::string> sum_up_insulins(const Context& context, const Choices& choices) {
-  return {context.config.text(4839, {named_list(context, planned_insulins(choices))})};
+  const std::vector<std::string> names = planned_insulins(choices);
+  std::vector<std::string> lines;
+  for (std::size_t slot = 0; slot < names.size(); ++slot) {
+    const form::Control& label = context.form.at("lblInsulin", static_cast<int>(slot));
+    if (!names[slot].empty()) lines.push_back(form::plain_caption(label.caption()) + ": " + names[slot]);
+  }
+  if (lines.empty()) lines.push_back(context.config.text(4839, {context.config.text(nothing_chosen)}));
+  return lines;
 }
 
 /// Insulins that are in a slot but not in the plan: the therapy does not use them, or the plan cannot hold them as

@@ -1,6 +1,9 @@
 // What moves on the pages and what is drawn there.
+#include <algorithm>
 #include <set>
+#include <vector>
 
+#include "support/win32/wide.h"
 #include "tests/window/driver/window_picture.h"
 #include "tests/window/window_test.h"
 
@@ -56,6 +59,39 @@ TEST_F(PagesTest, AChartReachedByKeysIsScrolledTo) {
   }
   EXPECT_TRUE(wait_until(lies_in_frame));
   EXPECT_TRUE(wait_until([&] { return wizard().text("lblChartInfoTitle") == "Kohlenhydrate"; })) << "told of";
+}
+
+std::string copied_text() {
+  std::string text;
+  if (OpenClipboard(nullptr) == 0) return text;
+  if (const HANDLE memory = GetClipboardData(CF_UNICODETEXT)) {
+    text = support::narrow(static_cast<const wchar_t*>(GlobalLock(memory)));
+    GlobalUnlock(memory);
+  }
+  CloseClipboard();
+  return text;
+}
+
+/// Where a line is too long, in whichever width.
+TEST_F(PagesTest, ALongLineOfTheSummaryGoesOnIndentedAndIsCopiedWhole) {
+  const std::string name = std::string(25, 'W') + " " + std::string(24, 'W');
+  start();
+  enter_patient("Jörg", name);
+  wizard().go_to("Fertig");
+  const HWND summary = wizard().control("lblSummary");
+  std::vector<LRESULT> lines;
+  for (const int width : {1200, 700}) {
+    SetWindowPos(wizard().window(), nullptr, 0, 0, width, 560, SWP_NOZORDER | SWP_NOMOVE);
+    const std::string text = shown_text(summary);
+    EXPECT_EQ(SendMessageW(summary, EM_GETLINECOUNT, 0, 0), std::ranges::count(text, '\n') + 1)
+        << "the field itself breaks no line";
+    lines.push_back(SendMessageW(summary, EM_GETLINECOUNT, 0, 0));
+    SendMessageW(summary, EM_SETSEL, 0, -1);
+    SendMessageW(summary, WM_COPY, 0, 0);
+    EXPECT_THAT(copied_text(), ::testing::HasSubstr("\r\n    Name: Jörg " + name + "\r\n"));
+  }
+  EXPECT_LT(lines[0], lines[1]);
+  EXPECT_THAT(shown_text(summary), ::testing::HasSubstr("\r\n        W"));
 }
 
 TEST_F(PagesTest, ThumbnailsComeInWithoutBeingAskedFor) {

@@ -479,17 +479,17 @@ TEST_F(Finish, TheLastPageSumsUpEveryPagesChoices) {
   EXPECT_EQ(summary, "4849 " + path("patients\\") + rest + "4834 T4751" + rest + "T4704:\r\n" + indent +
                          "4831 %2 O'Hara" + rest + indent + "4852 Lindenstraße 7, 10969 Berlin" + rest + indent +
                          "4853 T4746" + rest + indent + "4832 T4812" + rest + indent + "4833 keine" + rest + indent +
-                         "4847 " + path("patients\\O'Hara_%2.das") + rest + "4839 Actrapid, Lantus" + rest +
-                         "4840 keine" + rest + "4835 70/150/50/170/mg/dl\r\n4838 100/130/70/90/%5\r\n4841 T1, T5" +
-                         rest + "4842 T4777" + rest + "4843 T4784" + rest + "4844 A" + rest + "4845 T4789" + rest +
-                         "4846 T4794/%2/%3/%4/%5");
+                         "4847 " + path("patients\\O'Hara_%2.das") + rest + "T4705:\r\n" + indent +
+                         "T4766: Actrapid\r\n" + indent + "T4767: Lantus\r\n" + "4840 keine" + rest +
+                         "4835 70/150/50/170/mg/dl\r\n4838 100/130/70/90/%5\r\n4841 T1, T5" + rest + "4842 T4777" +
+                         rest + "4843 T4784" + rest + "4844 A" + rest + "4845 T4789" + rest + "4846 T4794/%2/%3/%4/%5");
   back();
   go_to("Fertig");
   EXPECT_EQ(text("lblSummary"), summary);
 }
 
 TEST_F(Finish, TheLastPageShowsWhatIsStoredNotWhatIsTyped) {
-  texts->given = {{4835, "%1 %2 %3 %4 %5"}, {4838, "%1 %2 %3 %4"}, {4839, "Insulin %1"}};
+  texts->given = {{4835, "%1 %2 %3 %4 %5"}, {4838, "%1 %2 %3 %4"}};
   const std::string database = known_database();
   execute(database,
           "INSERT INTO therapieplan_details (lid, itemtype, [desc]) SELECT id, 4, 'Apidra|100|0|0' FROM therapieplan");
@@ -502,7 +502,7 @@ TEST_F(Finish, TheLastPageShowsWhatIsStoredNotWhatIsTyped) {
   type("cbInsulin", "Novo|Rapid", 0);
   go_to("Fertig");
   const std::string summary = text("lblSummary");
-  for (const char* line : {"5,7 8,3 2,8 9,4 mmol/l", "100 130 70 90", "Insulin Novo Rapid, Apidra"})
+  for (const char* line : {"5,7 8,3 2,8 9,4 mmol/l", "100 130 70 90", "T4766: Novo Rapid\r\n    T4770: Apidra"})
     EXPECT_THAT(summary, ::testing::HasSubstr(line));
   next();
   EXPECT_THAT(rows(database, "SELECT BGTargetMin, BPTargetSysMin, BPTargetSysMax, BPTargetDiaMin FROM patdat_setup"),

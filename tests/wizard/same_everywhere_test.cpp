@@ -233,14 +233,18 @@ std::string SameEverywhere::patient_group() {
 
 std::string SameEverywhere::therapy_lines() {
   std::vector<std::string> insulins, drugs;
+  const bool has_insulin_page = wizard().form().at("cbTherapie").selected_item_data() != 5;
   for (const auto& row : query("SELECT itemtype, [desc] FROM therapieplan_details WHERE lid = (SELECT MAX(id) FROM "
                                "therapieplan) ORDER BY itemtype")) {
     const int type = std::stoi(row[0]);
-    if (type <= 4) insulins.push_back(database::insulin_name(row[1]));
+    if (const std::string name = database::insulin_name(row[1]); has_insulin_page && type <= 4 && !name.empty())
+      insulins.push_back("T" + std::to_string(4766 + type) + ": " + name);
     if (type >= 800) drugs.push_back(row[1]);
   }
   std::string lines;
-  if (wizard().form().at("cbTherapie").selected_item_data() != 5) lines += line(4839, {list_of(insulins)}) + "\r\n";
+  if (has_insulin_page && insulins.empty()) lines += line(4839, {"-"}) + "\r\n";
+  if (insulins.size() > 1) lines += "T4705:\r\n";
+  for (const std::string& insulin : insulins) lines += (insulins.size() > 1 ? "    " : "") + insulin + "\r\n";
   lines += line(4840, {list_of(drugs)}) + "\r\n";
   const auto targets = query(
                            "SELECT BGTargetMin, BGTargetMax, BGHypo, BGHyper, BPTargetSysMin, BPTargetSysMax, "

@@ -12,6 +12,7 @@
 #include "wizard/win32/control_properties.h"
 #include "wizard/win32/control_window.h"
 #include "wizard/win32/drawn_controls.h"
+#include "wizard/win32/hanging_lines.h"
 #include "wizard/win32/page_images.h"
 #include "wizard/win32/twips.h"
 
@@ -135,6 +136,7 @@ void FormView::create(ShownControl& shown) {
   if (shown.window == nullptr) return;
   control.kind() == form::Kind::ChartOption ? draw_as_chart(shown.window, layout_.chart_title_height())
                                             : dress_control(shown.window);
+  if (control.kind() == form::Kind::TextBox && !control.editable()) hang_lines(shown.window);
   for (const form::Property property : told_to_new_window) {
     if (!shows_from_the_start(control, property)) show(shown, property);
   }
