@@ -304,8 +304,8 @@ def entry_day():
 
 
 def mark(x, y, width, height):
-    """A frame, its place given inside the mark's own picture."""
-    shape = (x, y, width, height, 7)
+    """A frame within a place of the mark's own picture."""
+    shape = (x + 3, y + 3, width - 6, height - 6, 7)
     return lambda: (rect(*shape, AMBER, fill_opacity=0.16, stroke=WHITE, stroke_width=6)
                     + rect(*shape, "none", stroke=AMBER, stroke_width=3.6))
 
@@ -362,14 +362,14 @@ def pictures():
     yield "split_button", split_button, 16, 16
     yield "diary", diary, WIDTH, HEIGHT
     yield "sidebar", diary_with_side_bar, WIDTH, HEIGHT
-    yield "sidebar_mark", mark(LEFT + 2, UPPER + BAR + 2, SIDE - 4, INNER_HEIGHT - BAR - 4), SIDE + LEFT, HEIGHT
+    yield "sidebar_mark", mark(LEFT, UPPER + BAR, SIDE, INNER_HEIGHT - BAR), SIDE + LEFT, HEIGHT
     yield "start0", start_page, WIDTH, HEIGHT
     yield "start1", patient_list, WIDTH, HEIGHT
     yield "start2", last_view, WIDTH, HEIGHT
     yield "entry0", entry_window, WIDTH, HEIGHT
     yield "entry1", entry_table, WIDTH, HEIGHT
     yield "entry2", entry_day, WIDTH, HEIGHT
-    yield "start_mark", mark(3, 3, 227, 185), 240, 200
+    yield "start_mark", mark(0, 0, WIDTH - LEFT - 80, UPPER + INNER_HEIGHT - 40), 240, 200
     yield "style0", plain_style, WIDTH, HEIGHT
     yield "style1", pane_style, WIDTH, HEIGHT
     yield "hand", hand, 32, 32
