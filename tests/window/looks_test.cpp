@@ -156,6 +156,27 @@ TEST_F(LooksTest, EveryPageFitsEveryScreen) {
   }
 }
 
+/// Also beside a long description, which may need more room than the list.
+TEST_F(LooksTest, TheChartsShowThreeRowsOfThemAndTwoOnAScreenThatIsLow) {
+  demo_.set_ini("pelmar.ini", "setup", "display", "INtro|Patdat|pics|Fertig");
+  for (const auto& [screen, last_seen] : {std::pair{screens[0], "optThumb(8)"}, {screens[1], "optThumb(5)"}}) {
+    const Resolution resolution(screen.dpi);
+    start();
+    enter_patient();
+    wizard().go_to("Pics");
+    fit_to(screen, false);
+    SendMessageW(wizard().control("optThumb(4)"), BM_CLICK, 0, 0);
+    ASSERT_TRUE(wait_until([&] { return wizard().text("lblChartLimit") != "" && wizard().is_shown(last_seen); }));
+    EXPECT_EQ(problems_of_page(), "");
+    RECT first, last, frame;
+    GetWindowRect(wizard().control("optThumb(0)"), &first);
+    GetWindowRect(wizard().control(last_seen), &last);
+    GetWindowRect(wizard().control("picFrame"), &frame);
+    EXPECT_TRUE(first.top >= frame.top && last.bottom <= frame.bottom)
+        << screen.width << " x " << screen.height << " at " << screen.dpi;
+  }
+}
+
 /// At the smallest size that a user can give the window, pages scroll, and the buttons stay.
 TEST_F(LooksTest, ASmallWindowScrollsItsPagesAndKeepsItsButtons) {
   start();

@@ -13,8 +13,9 @@ namespace {
 
 SIZE size_of(const RECT& place) { return {place.right - place.left, place.bottom - place.top}; }
 
-/// A scroll bar that has nowhere to go is not there.
-void show_page_scroll_bar(HWND page, int height, int visible, int position) {
+/// A scroll bar that has nowhere to go is not there. True if it came or went.
+bool show_page_scroll_bar(HWND page, int height, int visible, int position) {
+  const LONG_PTR before = GetWindowLongPtrW(page, GWL_STYLE);
   SCROLLINFO info{};
   info.cbSize = sizeof info;
   info.fMask = SIF_RANGE | SIF_PAGE | SIF_POS;
@@ -23,6 +24,7 @@ void show_page_scroll_bar(HWND page, int height, int visible, int position) {
   info.nPos = position;
   if (height <= visible) info.nMax = 0;
   SetScrollInfo(page, SB_VERT, &info, TRUE);
+  return ((GetWindowLongPtrW(page, GWL_STYLE) ^ before) & WS_VSCROLL) != 0;
 }
 
 int scroll_request(HWND page, int request, int position, int visible, int line) {
@@ -160,9 +162,11 @@ void FormArrangement::arrange_page(const form::Control& page) {
 void FormArrangement::arrange_page(const form::Control& page, const PagePlaces& places) {
   const int visible = size_of(parts_.page).cy;
   scrolled_ = std::clamp(scrolled_, 0, std::max(0, places.height - visible));
-  if (const ShownControl* shown = controls_.of(page))
-    show_page_scroll_bar(shown->window, places.height, visible, scrolled_);
+  const ShownControl* shown = controls_.of(page);
+  const bool is_new_width = shown != nullptr && show_page_scroll_bar(shown->window, places.height, visible, scrolled_);
   move_all(places);
+  // Wine leaves out a part of what moves aside meanwhile.
+  if (is_new_width) RedrawWindow(shown->window, nullptr, nullptr, RDW_INVALIDATE | RDW_ERASE | RDW_ALLCHILDREN);
 }
 
 void FormArrangement::move_all(const PagePlaces& places) {

@@ -16,7 +16,7 @@ constexpr int line_gap = 10, option_gap = 4, explanation_gap = 2, text_gap = 14,
 constexpr int option_mark = 22, option_text = 18, option_room = 6, field_room = 3, button_room = 12, button_sides = 28,
               least_button = 96;
 constexpr int least_field = 110, least_beside_label = 240, least_area = 150, least_picture = 110, highest_picture = 360,
-              least_column = 150, least_beside = 280;
+              least_column = 150, least_beside = 250;
 /// Pixels of any resolution: what a field has around its text, which stands at its upper edge.
 constexpr int field_edge = 3;
 /// Twips: a field that is designed wider than this takes what room there is.
@@ -28,6 +28,8 @@ class Pass {
       : notes_(notes), sizes_(sizes), page_(page), grow_(room_to_grow) {}
 
   PagePlaces run(const std::vector<PageLine>& lines);
+  /// By how much the column beside an area was higher than the area.
+  int overhang() const noexcept { return overhang_; }
 
  private:
   /// Where lines are laid: from this left end on, so wide.
@@ -59,7 +61,7 @@ class Pass {
   const TextSizes& sizes_;
   SIZE page_;
   int grow_;
-  int y_ = 0;
+  int y_ = 0, overhang_ = 0;
   const PageLine* above_ = nullptr;
   PagePlaces places_;
 };
@@ -241,7 +243,8 @@ void Pass::lay_area(const PageLine& line, Column column) {
   put(&area, column.left, top, width, height);
   if (beside) {
     lay_side_column(line.beside, {column.left + width + scaled(margin), side, 0}, top + height);
-    y_ = top + height;
+    overhang_ = std::max(y_ - (top + height), 0);
+    y_ = std::max(y_, top + height);
     return;
   }
   y_ = top + height;
@@ -258,7 +261,9 @@ void Pass::lay_side_column(const std::vector<PageLine>& lines, Column column, in
   lay_all(texts, column);
   const form::Control& last = *lines.back().cells.front().control;
   const int height = control_height(last, column.width);
-  put(&last, column.left, std::max(bottom - height, y_ + scaled(line_gap)), column.width, height);
+  const int top = std::max(bottom - height, y_ + scaled(line_gap));
+  put(&last, column.left, top, column.width, height);
+  y_ = top + height;
 }
 
 bool Pass::is_option_line(const std::vector<Cell>& cells) const {
@@ -372,10 +377,11 @@ PagePlaces Pass::run(const std::vector<PageLine>& lines) {
 }  // namespace
 
 PagePlaces place_page(const std::vector<PageLine>& lines, const PageNotes& notes, const TextSizes& sizes, SIZE page) {
-  PagePlaces places = Pass(notes, sizes, page, 0).run(lines);
+  Pass smallest(notes, sizes, page, 0);
+  PagePlaces places = smallest.run(lines);
   const bool grows = std::ranges::any_of(
       lines, [](const PageLine& line) { return line.kind == LineKind::Pictures || line.kind == LineKind::Area; });
-  const int room = page.cy - places.height;
+  const int room = page.cy - (places.height - smallest.overhang());
   return grows && room > 0 ? Pass(notes, sizes, page, room).run(lines) : places;
 }
 
