@@ -156,6 +156,24 @@ TEST_F(ColoursTest, EveryControlOfEveryPageIsDark) {
   }
 }
 
+TEST_F(ColoursTest, ADarkListShowsItsSelectionInTheSchemesColours) {
+  const AppsUseLightTheme dark(0);
+  start();
+  enter_patient();
+  SendMessageW(wizard().control("cbTherapie"), CB_SHOWDROPDOWN, TRUE, 0);
+  HWND list = nullptr;
+  ASSERT_TRUE(wait_until([&] { return (list = wizard().process().find_window(L"ComboLBox")) != nullptr; }));
+  for (const int chosen : {0, 2}) {
+    SendMessageW(list, LB_SETCURSEL, static_cast<WPARAM>(chosen), 0);
+    EXPECT_TRUE(wait_until([&] {
+      const auto colours = colours_of(list);
+      const auto shows = [&](Colour which) { return colours.contains(wizard::win32::colour_in(Scheme::Dark, which)); };
+      return shows(Colour::Choice) && shows(Colour::Field) && shows(Colour::FieldText) &&
+             !colours.contains(GetSysColor(COLOR_HIGHLIGHT));
+    })) << chosen;
+  }
+}
+
 TEST_F(ColoursTest, TheWindowFollowsTheUsersChoiceWhileItIsOpenAndKeepsWhatIsTyped) {
   const AppsUseLightTheme theme(1);
   start();

@@ -5,6 +5,7 @@
 #include <vssym32.h>
 
 #include <algorithm>
+#include <array>
 #include <memory>
 #include <string>
 #include <utility>
@@ -32,7 +33,26 @@ void draw_frame(HDC target, RECT edge, bool checked, int line_width) {
   }
 }
 
-/// As the system draws it today; false where there are no themes, as with high contrast.
+/// As options are drawn: the system's mark is made for light ground.
+void draw_mark_in_scheme(HDC target, const RECT& mark, bool checked) {
+  draw_smooth(target, mark, page_brush(), [&](HDC fine, int side) {
+    const int line = side / 12;
+    RECT box{0, 0, side, side};
+    FillRect(fine, &box, brush(checked ? Colour::Choice : Colour::Edge));
+    if (!checked) {
+      InflateRect(&box, -line, -line);
+      FillRect(fine, &box, brush(Colour::Field));
+      return;
+    }
+    const Pen pen(CreatePen(PS_SOLID, 2 * line, colour(Colour::ChoiceText)));
+    const Selection drawn_with(fine, pen.get());
+    const std::array<POINT, 3> tick = {
+        {{side / 4, side / 2}, {side * 9 / 20, side * 7 / 10}, {side * 4 / 5, side * 3 / 10}}};
+    Polyline(fine, tick.data(), static_cast<int>(tick.size()));
+  });
+}
+
+/// As the system draws it today; false where there are no themes.
 bool draw_themed_mark(HWND window, HDC target, const RECT& mark, bool checked) {
   const HTHEME theme = OpenThemeData(window, VSCLASS_BUTTON);
   if (theme == nullptr) return false;
@@ -48,6 +68,7 @@ bool draw_themed_mark(HWND window, HDC target, const RECT& mark, bool checked) {
 void draw_mark(HWND window, HDC target, const RECT& picture, int side, bool checked) {
   const int gap = side / 3;
   RECT mark{picture.left + gap, picture.top + gap, picture.left + gap + side, picture.top + gap + side};
+  if (scheme() != Scheme::Light) return draw_mark_in_scheme(target, mark, checked);
   FillRect(target, &mark, page_brush());
   if (draw_themed_mark(window, target, mark, checked)) return;
   DrawFrameControl(target, &mark, DFC_BUTTON, DFCS_BUTTONCHECK | DFCS_FLAT | (checked ? UINT{DFCS_CHECKED} : 0U));

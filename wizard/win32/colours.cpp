@@ -53,7 +53,7 @@ constexpr ColourPair pairs[] = {
     {Colour::BarText, Colour::Bar, true},       {Colour::Disabled, Colour::Bar, true},
     {Colour::FieldText, Colour::Field, true},   {Colour::Disabled, Colour::Field, true},
     {Colour::ButtonText, Colour::Button, true}, {Colour::Edge, Colour::Page, false},
-    {Colour::Edge, Colour::Bar, false},
+    {Colour::Edge, Colour::Bar, false},         {Colour::Edge, Colour::Field, false},
 };
 
 bool high_contrast() {

@@ -9,6 +9,7 @@
 #include <string_view>
 
 #include "wizard/win32/drawn_button.h"
+#include "wizard/win32/drawn_drop_list.h"
 #include "wizard/win32/gdi.h"
 
 namespace wizard::win32 {
@@ -138,6 +139,7 @@ BOOL CALLBACK dress_or_undress(HWND control, LPARAM) {
     else
       RemoveWindowSubclass(control, dress->procedure, dress_id);
   }
+  if (dress->procedure == list_procedure) draw_drop_list(control, is_drawn_here());
   SetWindowTheme(control, scheme() == Scheme::Dark ? dark_theme : nullptr, nullptr);
   return TRUE;
 }

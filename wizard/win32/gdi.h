@@ -12,6 +12,7 @@ struct DeleteGdiObject {
   void operator()(HGDIOBJ object) const noexcept { DeleteObject(object); }
 };
 using Font = std::unique_ptr<std::remove_pointer_t<HFONT>, DeleteGdiObject>;
+using Pen = std::unique_ptr<std::remove_pointer_t<HPEN>, DeleteGdiObject>;
 using Bitmap = std::unique_ptr<std::remove_pointer_t<HBITMAP>, DeleteGdiObject>;
 using Brush = std::unique_ptr<std::remove_pointer_t<HBRUSH>, DeleteGdiObject>;
 
