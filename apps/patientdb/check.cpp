@@ -22,8 +22,9 @@ constexpr std::string_view check_usage = "FILE … [--json]";
 
 constexpr std::string_view check_details =
     R"(Looks at every page of each FILE, at how pages, rows and indexes hang together, at the layout beside the one that the file's
-version should have, and at every row: required fields, unique ones, rules, texts beyond their size, numbers that point to no
-row (items without a plan, entries without their import). Nothing is changed. FILE may be in use; who writes meanwhile waits.
+version should have, and at every row: required fields, AutoNumbers, unique ones, rules, texts beyond their size, numbers that
+point to no row (items without a plan, entries without their import). Nothing is changed. FILE may be in use; who writes
+meanwhile waits.
 
 Of a file of the Jet engine, pages and structure are not looked at.
 

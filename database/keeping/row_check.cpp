@@ -14,7 +14,7 @@ namespace {
 /// What is checked in a field's values, and how many rows fail.
 struct CheckedField {
   std::string name;
-  bool required = false;
+  bool required = false, auto_number = false;
   std::size_t most_characters = 0;  ///< 0: any number of characters
   const NumberSet* targets = nullptr;
   const Reference* reference = nullptr;
@@ -59,6 +59,7 @@ std::vector<CheckedField> checked_fields(engine::TableDef& table, Targets& targe
   for (std::int32_t i = 0; i < table.fields().count(); ++i) {
     const auto field = table.fields().item(i);
     CheckedField checked{.name = field->name(), .required = field->required()};
+    checked.auto_number = (field->attributes() & engine::attribute_auto_increment) != 0;
     if (field->type() == engine::DataType::Text) checked.most_characters = static_cast<std::size_t>(field->size());
     checked.reference = reference_of(table.name(), checked.name);
     if (checked.reference) checked.targets = targets.find(*checked.reference);
@@ -69,7 +70,7 @@ std::vector<CheckedField> checked_fields(engine::TableDef& table, Targets& targe
 
 void check_value(CheckedField& field, const engine::Value& value) {
   if (engine::is_null(value)) {
-    if (field.required) ++field.missing;
+    if (field.required || field.auto_number) ++field.missing;
     return;
   }
   const auto* const text = std::get_if<std::string>(&value);
@@ -120,7 +121,9 @@ class RowCheck {
     const auto add = [&](const char* check, const std::string& text, std::int64_t rows) {
       if (rows > 0) report_.findings.push_back({check, table, field.name, text, rows});
     };
-    add("required", "has no value, and must have one", field.missing);
+    const char* const missing =
+        field.auto_number ? "has no AutoNumber, which the engine gives every row" : "has no value, and must have one";
+    add("required", missing, field.missing);
     add("size", "holds more than " + std::to_string(field.most_characters) + " characters", field.too_long);
     if (field.reference)
       add("reference", "points to no row of " + std::string(field.reference->target), field.pointing_nowhere);

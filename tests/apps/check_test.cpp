@@ -1,6 +1,5 @@
 // Checks of sound files, and of files that each have one fault.
 #include <filesystem>
-#include <map>
 
 #include "database/engine/embedded/connection.h"
 #include "tests/apps/program_run.h"
@@ -99,17 +98,32 @@ TEST_F(Check, NamesWhatIsWrongWithRowsAndLayout) {
 TEST_F(Check, NamesWhatAnotherProgramChangedInTheFile) {
   const std::string file = folder_.file("changed.mdb");
   ASSERT_EQ(run_patientdb({"create", file, "--empty"}, plain_file).code, 0);
-  ASSERT_EQ(run_patientdb({"sql", file, "CREATE TABLE t (n LONG)"}, plain_file).code, 0);
+  ASSERT_EQ(run_patientdb({"sql", file, "CREATE TABLE t (n LONG, id COUNTER)"}, plain_file).code, 0);
   const std::string sound = content_of(file);
-  for (const auto& [change, finding] : std::map<std::string, std::string>{
-           {"CREATE INDEX stray ON t (n)", "catalogue: t: the index stray of the file is in no catalogue"},
-           {"CREATE TABLE other (a)", "catalogue: other: the table other of the file is in no catalogue"},
-           {"ALTER TABLE t ADD COLUMN more", "catalogue: t: the column more is no field"},
-           {"DROP TABLE t", "catalogue: t: the table is not in the file"}}) {
+  struct Case {
+    const char *change, *finding;
+  };
+  for (const auto& [change, finding] : {
+           Case{"CREATE INDEX stray ON t (n)", "catalogue: t: the index stray of the file is in no catalogue"},
+           Case{"CREATE TABLE other (a)", "catalogue: other: the table other of the file is in no catalogue"},
+           Case{"ALTER TABLE t ADD COLUMN more", "catalogue: t: the column more is no field"},
+           Case{"DROP TABLE t", "catalogue: t: the table is not in the file"},
+           Case{"INSERT INTO t (n, id) VALUES (1, 7), (2, NULL), (3, NULL)",
+                "required: t.id: 2 rows: has no AutoNumber"},
+       }) {
     folder_.write("changed.mdb", sound);
     engine::embedded::Connection{file, {}}.run(change);
     EXPECT_THAT(run_patientdb({"check", file}, plain_file).out, HasSubstr(finding)) << change;
   }
+  EXPECT_THAT(run_patientdb({"check", file, "--json"}, plain_file).out,
+              HasSubstr(R"({"check":"required","table":"t","field":"id","rows":2,"text":"has no AutoNumber)"))
+      << "the last change";
+  ASSERT_EQ(run_patientdb(
+                {"sql", file, "INSERT INTO t (n) SELECT n FROM t WHERE id IS NULL", "DELETE * FROM t WHERE id IS NULL"},
+                plain_file)
+                .code,
+            0);
+  EXPECT_EQ(run_patientdb({"check", file}, plain_file).code, 0) << "numbered, as the documentation says";
 }
 
 TEST_F(Check, NamesPagesThatAreDamaged) {
