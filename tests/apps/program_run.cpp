@@ -7,6 +7,7 @@
 #include "apps/firststeps_batch/firststeps_batch.h"
 #include "apps/patientdb/patientdb.h"
 #include "tests/apps/interrupting_output.h"
+#include "tests/support/file_content.h"
 
 namespace apps_test {
 namespace {
@@ -84,9 +85,6 @@ std::map<std::string, std::string> TemporaryFolder::snapshot() const {
   return files;
 }
 
-std::string content_of(const std::string& path) {
-  std::ifstream file(utf8_path(path), std::ios::binary);
-  return {std::istreambuf_iterator<char>(file), {}};
-}
+std::string content_of(const std::string& path) { return support::testing::content_of(utf8_path(path)).value_or(""); }
 
 }  // namespace apps_test

@@ -3,11 +3,11 @@
 #include <sqlite3.h>
 
 #include <fstream>
-#include <iterator>
 #include <random>
 
 #include "database/engine/embedded/embedded_engine.h"
 #include "support/file_system.h"
+#include "tests/support/file_content.h"
 
 namespace engine::test {
 
@@ -28,8 +28,7 @@ std::string EngineTest::path(std::string_view name) const {
 }
 
 std::string EngineTest::content(std::string_view name) const {
-  std::ifstream file(host_path(name), std::ios::binary);
-  return {std::istreambuf_iterator<char>(file), {}};
+  return support::testing::content_of(host_path(name)).value_or("");
 }
 
 void EngineTest::write(std::string_view name, std::string_view bytes) const {

@@ -1,14 +1,13 @@
 // Exporting tables and importing them again, interrupted at every point: the folder or the database exists as a whole
 // or not at all.
 #include <chrono>
-#include <fstream>
-#include <iterator>
 
 #include "database/jet_import/engine_source.h"
 #include "database/jet_import/import.h"
 #include "database/transfer/export.h"
 #include "database/transfer/exported_source.h"
 #include "tests/faults/database_faults.h"
+#include "tests/support/file_content.h"
 
 namespace database::testing {
 namespace {
@@ -26,10 +25,8 @@ class TransferFaults : public DatabaseFaults {
   Content content() const {
     Content found;
     if (!fs::exists(folder())) return found;
-    for (const auto& entry : fs::directory_iterator(folder())) {
-      std::ifstream file(entry.path(), std::ios::binary);
-      found[entry.path().filename().string()] = {std::istreambuf_iterator<char>(file), {}};
-    }
+    for (const auto& entry : fs::directory_iterator(folder()))
+      found[entry.path().filename().string()] = support::testing::content_of(entry.path()).value_or("");
     return found;
   }
 

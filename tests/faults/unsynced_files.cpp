@@ -3,19 +3,14 @@
 #include <algorithm>
 #include <filesystem>
 #include <fstream>
-#include <iterator>
 #include <utility>
+
+#include "tests/support/file_content.h"
 
 namespace faults {
 namespace {
 
 constexpr std::size_t sector = 512;
-
-std::optional<std::string> content_of(const std::string& path) {
-  std::ifstream file(path, std::ios::binary);
-  if (!file) return std::nullopt;
-  return std::string{std::istreambuf_iterator<char>(file), {}};
-}
 
 void put(std::string& content, std::size_t offset, std::string_view bytes) {
   content.resize(std::max(content.size(), offset + bytes.size()));
@@ -26,7 +21,7 @@ void put(std::string& content, std::size_t offset, std::string_view bytes) {
 
 void UnsyncedFiles::opened(const std::string& path, bool existed) {
   const auto [place, is_new] = files_.try_emplace(path);
-  if (is_new && existed) place->second.durable = content_of(path);
+  if (is_new && existed) place->second.durable = support::testing::content_of(path);
   place->second.created_anew |= std::exchange(place->second.removed, false);
 }
 
@@ -40,7 +35,7 @@ void UnsyncedFiles::truncated(const std::string& path, std::int64_t size) {
 
 void UnsyncedFiles::synced(const std::string& path) {
   File& file = files_[path];
-  file.durable = content_of(path);
+  file.durable = support::testing::content_of(path);
   file.changes.clear();
   file.created_anew = false;
 }
@@ -68,7 +63,7 @@ void UnsyncedFiles::renamed(const std::string& source, const std::string& target
   }
   const auto known = [&](const std::string& path) {
     const auto [place, is_new] = files_.try_emplace(path);
-    if (is_new) place->second.durable = content_of(path);
+    if (is_new) place->second.durable = support::testing::content_of(path);
     return place->second;
   };
   renames_.push_back({source, target, known(target)});

@@ -6,6 +6,7 @@
 #include <system_error>
 
 #include "support/file_system.h"
+#include "tests/support/file_content.h"
 
 namespace support::testing {
 
@@ -41,11 +42,7 @@ std::string TemporaryFolder::write(std::string_view name, std::string_view conte
   return windows(name);
 }
 
-std::optional<std::string> TemporaryFolder::read(std::string_view name) const {
-  std::ifstream file(path_of(name), std::ios::binary);
-  if (!file) return std::nullopt;
-  return std::string(std::istreambuf_iterator<char>(file), {});
-}
+std::optional<std::string> TemporaryFolder::read(std::string_view name) const { return content_of(path_of(name)); }
 
 void TemporaryFolder::set_read_only(std::string_view name, bool read_only) const {
   const auto rights = fs::perms::owner_write | fs::perms::group_write | fs::perms::others_write;

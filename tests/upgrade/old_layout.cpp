@@ -1,7 +1,6 @@
 #include "tests/upgrade/old_layout.h"
 
 #include <algorithm>
-#include <fstream>
 #include <map>
 #include <sstream>
 
@@ -10,6 +9,7 @@
 #include "database/version_record.h"
 #include "support/encoding.h"
 #include "support/text.h"
+#include "tests/support/file_content.h"
 
 namespace database::testing {
 namespace {
@@ -18,9 +18,9 @@ constexpr std::int16_t versions[] = {0, 2, 8, 18, 24, 27, 33, 40, 44, 45, 53, 57
 
 std::string read_script(std::int16_t version) {
   const std::string path = std::string(TEST_DATA_DIR) + "/layouts/" + version_text(version) + ".sql";
-  std::ifstream file(path, std::ios::binary);
-  EXPECT_TRUE(file) << path;
-  std::string text{std::istreambuf_iterator<char>(file), {}};
+  const auto content = support::testing::content_of(path);
+  EXPECT_TRUE(content) << path;
+  std::string text = content.value_or("");
   std::erase(text, '\r');
   return text;
 }

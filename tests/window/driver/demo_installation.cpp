@@ -2,13 +2,12 @@
 
 #include <algorithm>
 #include <filesystem>
-#include <fstream>
-#include <iterator>
 #include <set>
 #include <stdexcept>
 
 #include "support/hive_registry.h"
 #include "support/host.h"
+#include "tests/support/file_content.h"
 
 namespace window_driver {
 namespace {
@@ -20,11 +19,6 @@ database::Environment environment() {
   database::Environment environment;
   environment.password = database::default_password;
   return environment;
-}
-
-std::string content(const std::filesystem::path& file) {
-  std::ifstream stream(file, std::ios::binary);
-  return {std::istreambuf_iterator<char>(stream), {}};
 }
 
 }  // namespace
@@ -82,7 +76,9 @@ DemoInstallation::Files DemoInstallation::everything() const {
   Files files;
   const std::filesystem::path root(folder_.windows());
   for (const auto& entry : std::filesystem::recursive_directory_iterator(root)) {
-    if (entry.is_regular_file()) files[entry.path().lexically_relative(root).generic_string()] = content(entry.path());
+    if (entry.is_regular_file())
+      files[entry.path().lexically_relative(root).generic_string()] =
+          support::testing::content_of(entry.path()).value_or("");
   }
   return files;
 }
