@@ -249,7 +249,14 @@ std::string to_upper(std::string_view utf8) { return mapped(utf8, upper); }
 std::string to_lower(std::string_view utf8) { return mapped(utf8, lower); }
 
 bool equal_ignoring_case(std::string_view left, std::string_view right) {
-  return left.size() == right.size() && to_lower(left) == to_lower(right);
+  if (left.size() != right.size()) return false;
+  const auto code = [](char byte) { return char32_t{static_cast<unsigned char>(byte)}; };
+  for (std::size_t i = 0; i < left.size(); ++i) {
+    const char32_t first = code(left[i]), second = code(right[i]);
+    if (first >= 0x80 || second >= 0x80) return to_lower(left) == to_lower(right);
+    if (lower(first) != lower(second)) return false;
+  }
+  return true;
 }
 
 std::size_t find_ignoring_case(std::string_view text, std::string_view wanted, std::size_t start,
