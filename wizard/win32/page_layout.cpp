@@ -16,7 +16,7 @@ constexpr int line_gap = 10, option_gap = 4, explanation_gap = 2, text_gap = 14,
 constexpr int option_mark = 22, option_text = 18, option_room = 6, field_room = 3, button_room = 12, button_sides = 28,
               least_button = 96;
 constexpr int least_field = 110, least_beside_label = 240, least_area = 150, least_picture = 110, highest_picture = 360,
-              least_column = 150, least_beside = 250;
+              least_column = 140, least_beside = 250;
 /// Pixels of any resolution: what a field has around its text, which stands at its upper edge.
 constexpr int field_edge = 3;
 /// Twips: a field that is designed wider than this takes what room there is.

@@ -11,6 +11,13 @@
 namespace engine::embedded {
 namespace {
 
+/// A sanitizer looks for writes beyond the end of each page, if each has memory of its own.
+#ifdef FIRSTSTEPS_SANITIZED
+constexpr bool one_by_one = true;
+#else
+constexpr bool one_by_one = false;
+#endif
+
 /// What the system provides in one go.
 constexpr std::size_t piece_bytes = 2 << 20;
 /// Address space for the pages of two large files. Only what is used becomes memory.
@@ -106,9 +113,8 @@ void* resize(void* memory, int bytes) {
 
 void keep_pages_together() noexcept {
   static bool done = false;
-  if (done) return;
+  if (done || one_by_one) return;
   done = true;
-#ifndef FIRSTSTEPS_SANITIZED
   if (sqlite3_config(SQLITE_CONFIG_GETMALLOC, &plain) != SQLITE_OK || !slots.reserve()) return;
   sqlite3_mem_methods methods = plain;
   methods.xMalloc = allocate;
@@ -116,7 +122,6 @@ void keep_pages_together() noexcept {
   methods.xSize = size_of;
   methods.xRealloc = resize;
   sqlite3_config(SQLITE_CONFIG_MALLOC, &methods);
-#endif
 }
 
 }  // namespace engine::embedded
