@@ -290,7 +290,7 @@ std::int32_t db_ProcessIndex(const Environment& environment, const Target& index
 std::string patient_file(const Environment& environment, std::string_view index_path, std::int32_t patient_id) {
   const std::string file = fmt::format("db4_{:06}.das", patient_id);
   const auto exists = [&](const std::string& path) { return support::file_test(environment.file_system(), path); };
-  const std::string beside = in_folder(support::ExtractFromPath(index_path, 1), file);
+  std::string beside = in_folder(support::ExtractFromPath(index_path, 1), file);
   if (exists(beside)) return beside;
   const std::string path = in_folder(environment.data_folder, file);
   return path != beside && exists(path) ? path : "";
