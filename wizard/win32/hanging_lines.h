@@ -7,7 +7,7 @@
 namespace wizard::win32 {
 
 /// From now on the field (several lines, read only) breaks its lines anew for every text, size, font and margin. What
-/// the user copies from it has the lines as they were given.
+/// the user copies from it has the lines as they were given. If the system refuses, the field stays as it is.
 void hang_lines(HWND field);
 
 }  // namespace wizard::win32

@@ -26,7 +26,7 @@ constexpr std::int64_t lock_bytes = 512;
 constexpr int maximum_sql_bytes = 4 << 20;
 
 /// Decrypting a page costs more than everything else that is done with it. Therefore up to 128 MiB of pages are kept,
-/// so that several queries over ten years of data decrypt each page once. A small file takes no more than its own size.
+/// so that several queries over ten years of data decrypt each page once. A small file takes little.
 /// The cache size is set in the transaction that reads the version, because each transaction begins with reading the
 /// first page, whatever is kept. A commit ends when its journal is deleted; with synchronous=EXTRA the folder is synced
 /// as well, so that the journal does not come back after a power cut and undo the commit. SQLite takes that setting
