@@ -10,11 +10,12 @@ endif()
 add_library(firststeps_options INTERFACE)
 target_include_directories(firststeps_options INTERFACE ${CMAKE_SOURCE_DIR})
 target_compile_options(firststeps_options INTERFACE -Wall -Wextra -Wconversion -Werror)
-if(CMAKE_UNITY_BUILD AND CMAKE_CXX_COMPILER_ID STREQUAL "GNU")
-  # In joined sources, functions of one source have variables of another one around them.
-  target_compile_options(firststeps_options INTERFACE -Wshadow=local)
-else()
+# In joined sources, functions of one source have variables of another one around them. Only GCC's warning can leave
+# those out.
+if(NOT CMAKE_UNITY_BUILD)
   target_compile_options(firststeps_options INTERFACE -Wshadow)
+elseif(CMAKE_CXX_COMPILER_ID STREQUAL "GNU")
+  target_compile_options(firststeps_options INTERFACE -Wshadow=local)
 endif()
 if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU" AND CMAKE_CXX_COMPILER_VERSION VERSION_LESS 13)
   # GCC 12 warns of overlapping copies in every assignment of a short literal to a std::string (its bug 105651).

@@ -33,7 +33,10 @@ add_library(sqlite3mc STATIC ${CMAKE_SOURCE_DIR}/database/engine/embedded/key_de
 target_include_directories(sqlite3mc SYSTEM PRIVATE ${patched_dir} PUBLIC ${sqlite3mc_dir} PRIVATE ${CMAKE_SOURCE_DIR})
 # The address sanitizer finds our mistakes in using SQLite. Checking SQLite's own arithmetic, too, would cost two
 # minutes for each build.
-target_compile_options(sqlite3mc PRIVATE -w $<IF:$<BOOL:${FIRSTSTEPS_SANITIZE}>,-fno-sanitize=undefined$<SEMICOLON>-O1,-O2>)
+target_compile_options(sqlite3mc PRIVATE -w)
+if(FIRSTSTEPS_SANITIZE)
+  target_compile_options(sqlite3mc PRIVATE -fno-sanitize=undefined -O1)
+endif()
 if(FIRSTSTEPS_FUZZ)
   # Fuzzing looks for our own faults: SQLite has its own fuzzers, and instrumenting it takes minutes.
   target_compile_options(sqlite3mc PRIVATE -fno-sanitize=all)

@@ -58,7 +58,7 @@ class Identities {
     std::smatch found;
     if (std::regex_search(text, found, index)) {
       const auto name = names_.find(found.str(1));
-      if (name != names_.end()) text.replace(found.position(1), found.length(1), name->second);
+      if (name != names_.end()) text.replace(found[1].first, found[1].second, name->second);
     }
     return text;
   }

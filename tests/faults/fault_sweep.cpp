@@ -1,15 +1,14 @@
 #include "tests/faults/fault_sweep.h"
 
 #include <gtest/gtest.h>
-#include <sqlite3.h>
 
 #include <algorithm>
 #include <cstdlib>
 #include <iostream>
 #include <string>
-#include <utility>
 
 #include "support/error.h"
+#include "tests/engine/repeated_salts.h"
 #include "tests/faults/fault_vfs.h"
 #include "tests/faults/processes.h"
 
@@ -20,19 +19,8 @@ constexpr Fault faults[] = {Fault::DiskError, Fault::ShortWrite, Fault::FullDisk
                             Fault::Killed,    Fault::PowerCut,   Fault::TornPowerCut};
 constexpr int failed = 1;
 
-/// Gives new databases the same salt in each run, so that their key is derived only once.
-void repeat_salts() {
-  static bool kept = false;
-  if (!std::exchange(kept, true)) {
-    unsigned char first = 0;
-    sqlite3_randomness(1, &first);
-    sqlite3_test_control(SQLITE_TESTCTRL_PRNG_SAVE);
-  }
-  sqlite3_test_control(SQLITE_TESTCTRL_PRNG_RESTORE);
-}
-
 bool run_with(Fault fault, int at, const Work& work) {
-  repeat_salts();
+  engine::test::repeat_salts();
   forget_unsynced();
   FaultPlan::current().arm(fault, at);
   return work.run();
@@ -93,7 +81,7 @@ bool run_undisturbed(const Work& work) {
 
 Ended run_with_fault(Fault fault, int at, const Work& work) {
   work.prepare();
-  repeat_salts();
+  engine::test::repeat_salts();
   const int code = wait_for(start_process([&] { return run_with(fault, at, work) ? 0 : failed; }));
   if (code == died) return Ended::Died;
   return code == 0 ? Ended::Succeeded : Ended::Failed;

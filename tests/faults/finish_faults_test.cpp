@@ -85,6 +85,7 @@ class FinishFaults : public WizardTest {
 
   void sweep_over_finish(std::string_view name, const std::function<void()>& walk);
   void learn_states(const faults::Work& work);
+  std::string first_state(const faults::Work& work) const;
   void check_database(Ended ended, const std::string& found) const;
   void check_settings(Ended ended) const;
   std::optional<std::string> stored(const std::string& entry) const;
@@ -128,10 +129,29 @@ void FinishFaults::learn_states(const faults::Work& work) {
   work.approach();
   for (const std::string& entry : entries) settings_before_[entry.substr(1)] = stored(entry.substr(1));
   before_ = created_ = state();
-  for (int at = 1; created_ == "(no file)"; ++at) {
-    ASSERT_EQ(faults::run_with_fault(Fault::Killed, at, work), Ended::Died);
-    created_ = state();
+  if (before_ == "(no file)") created_ = first_state(work);
+}
+
+/// The state of the database when it gets its name: at the first point where a process that is killed leaves one.
+std::string FinishFaults::first_state(const faults::Work& work) const {
+  const auto state_at = [&](int at) {
+    EXPECT_EQ(faults::run_with_fault(Fault::Killed, at, work), Ended::Died) << at;
+    return state();
+  };
+  int none = 0, some = 1;
+  std::string first = state_at(some);
+  for (; first == "(no file)" && !HasFailure(); first = state_at(some)) none = std::exchange(some, 2 * some);
+  while (some - none > 1 && !HasFailure()) {
+    const int between = none + (some - none) / 2;
+    std::string found = state_at(between);
+    if (found == "(no file)") {
+      none = between;
+    } else {
+      some = between;
+      first = std::move(found);
+    }
   }
+  return first;
 }
 
 void FinishFaults::check_database(Ended ended, const std::string& found) const {

@@ -128,13 +128,12 @@ TEST_F(Import, CopiesMoreRowsThanOneRecordsetRemembers) {
 
 TEST_F(Import, CopiesLayoutAndValuesThroughTheObjectModel) {
   const char* statements[] = {
-      "CREATE TABLE [a b] (id COUNTER CONSTRAINT PrimaryKey PRIMARY KEY, n SHORT, s TEXT(5), d DATETIME, b YESNO, m "
-      "MEMO, "
-      "x DOUBLE, f SINGLE, y BYTE)",
+      ("CREATE TABLE [a b] (id COUNTER CONSTRAINT PrimaryKey PRIMARY KEY, n SHORT, s TEXT(5), d DATETIME, b YESNO, "
+       "m MEMO, x DOUBLE, f SINGLE, y BYTE)"),
       "CREATE INDEX by_two ON [a b] (n, s)",
       "CREATE TABLE empty (v LONG)",
-      "INSERT INTO [a b] (id, n, s, d, b, m, x, f, y) VALUES (7, -5, 'Ü', #2/29/2024 7:05:00#, True, 'long', 0.1, 5.6, "
-      "255)",
+      ("INSERT INTO [a b] (id, n, s, d, b, m, x, f, y) "
+       "VALUES (7, -5, 'Ü', #2/29/2024 7:05:00#, True, 'long', 0.1, 5.6, 255)"),
       "INSERT INTO [a b] (n) VALUES (1)",
   };
   {

@@ -266,7 +266,8 @@ PlainPeriod plain_period(std::mt19937& random) {
 std::vector<PlainEntry> plain_entries(std::mt19937& random) {
   std::map<std::int64_t, PlainEntry> entries;
   for (int i = 0; i < 120; ++i) {
-    const std::int64_t second = static_cast<std::int64_t>(random() % (12 * 96)) * 900 - random() % 2;
+    const std::int64_t second =
+        static_cast<std::int64_t>(random() % (12 * 96)) * 900 - static_cast<std::int64_t>(random() % 2);
     entries[std::abs(second)] = {std::abs(second), static_cast<double>(random() % 30) / 10, random() % 3 != 0};
   }
   std::vector<PlainEntry> sorted;
