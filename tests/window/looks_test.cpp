@@ -75,8 +75,9 @@ class LooksTest : public WindowTest {
   }
 
   std::string problems_of_page() {
-    std::string problems = misplaced(wizard());
-    for (const form::Control* control : wizard().seen()) problems += cut_text(wizard(), *control, "Tahoma");
+    const auto seen = wizard().seen();
+    std::string problems = misplaced(wizard(), seen);
+    for (const form::Control* control : seen) problems += cut_text(wizard(), *control, "Tahoma");
     return problems.empty() ? problems : wizard().page() + ": " + problems + "\n";
   }
 
@@ -139,8 +140,8 @@ void LooksTest::lengthen_texts() const {
 }
 
 /// The window as it comes up on a screen, and as large as the screen: no control is cut, lies over another one or
-/// outside the window, in either language and edition. Unless LOOKS=all, English and the professional edition are
-/// looked at on the smallest screen only.
+/// outside the window, in either language and edition. Unless LOOKS=all, the smallest screen shows the standard edition
+/// in German and the professional one in English, the others only the first of these.
 TEST_F(LooksTest, EveryPageFitsEveryScreen) {
   const char* const wanted = std::getenv("LOOKS");
   const bool all = wanted != nullptr && std::string_view(wanted) == "all";
@@ -151,7 +152,7 @@ TEST_F(LooksTest, EveryPageFitsEveryScreen) {
       const std::string problems = problems_on(screen, language, edition);
       EXPECT_EQ(problems, "") << screen.width << " x " << screen.height << " at " << screen.dpi << ", " << language
                               << ", " << edition;
-      if (!all && &screen != &screens[0]) break;
+      if (!all && (&screen != &screens[0] || edition == std::string_view("vantrix Pro"))) break;
     }
   }
 }

@@ -151,7 +151,10 @@ TEST_F(PagesTest, TipsMoveAndOtherPagesStandStill) {
     wizard().next();
     ASSERT_EQ(wizard().page(), page);
     std::set<std::string> states;
-    EXPECT_TRUE(wait_until([&] { return states.insert(picture_state(wizard())), states.size() >= 2; })) << page;
+    EXPECT_TRUE(wait_until([&] {
+      Sleep(100);  // a look at all images takes long
+      return states.insert(picture_state(wizard())), states.size() >= 2;
+    })) << page;
   }
   wizard().next();
   const std::string state = picture_state(wizard());

@@ -1,7 +1,5 @@
 #include "tests/window/driver/misplaced_controls.h"
 
-#include <vector>
-
 namespace window_driver {
 namespace {
 
@@ -40,10 +38,10 @@ bool is_empty(const RECT& place) { return place.right <= place.left || place.bot
 
 }  // namespace
 
-std::string misplaced(const WizardProgram& program) {
+std::string misplaced(const WizardProgram& program, const std::vector<const form::Control*>& seen) {
   std::string text;
   std::vector<Placed> all;
-  for (const form::Control* control : program.seen()) {
+  for (const form::Control* control : seen) {
     all.push_back(placed(program, *control));
     if (!is_inside(all.back())) text += control->path() + " is outside; ";
   }

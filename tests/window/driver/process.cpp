@@ -1,5 +1,6 @@
 #include "tests/window/driver/process.h"
 
+#include <algorithm>
 #include <system_error>
 
 #include "support/win32/wide.h"
@@ -8,9 +9,11 @@ namespace window_driver {
 
 bool wait_until(const std::function<bool()>& condition) {
   const auto end = std::chrono::steady_clock::now() + patience;
-  while (!condition()) {
+  // Most conditions are questions to another program, which take its time, too.
+  constexpr DWORD longest_pause = 25;
+  for (DWORD pause = 5; !condition(); pause = std::min(pause + 1, longest_pause)) {
     if (std::chrono::steady_clock::now() > end) return false;
-    Sleep(5);
+    Sleep(pause);
   }
   return true;
 }

@@ -15,7 +15,7 @@ constexpr int most_charts = 100;
 constexpr int most_pages = 20;
 
 BOOL CALLBACK note_child(HWND window, LPARAM data) {
-  reinterpret_cast<std::map<int, HWND>*>(data)->emplace(GetDlgCtrlID(window), window);
+  reinterpret_cast<std::vector<HWND>*>(data)->push_back(window);
   return TRUE;
 }
 
@@ -60,8 +60,9 @@ WizardProgram::WizardProgram(std::string_view arguments)
 }
 
 std::string WizardProgram::page() const {
+  std::map<HWND, bool> known;
   for (const form::Control* page : form_.array("contstep")) {
-    if (IsWindowVisible(find(*page)) != 0) return page->tag();
+    if (is_visible(find(*page), known)) return page->tag();
   }
   return {};
 }
@@ -85,12 +86,30 @@ const form::Control& WizardProgram::described(std::string_view path) const {
 }
 
 void WizardProgram::look_around() const {
+  std::vector<HWND> windows;
+  EnumChildWindows(window_, note_child, reinterpret_cast<LPARAM>(&windows));
   std::map<int, HWND> children;
-  EnumChildWindows(window_, note_child, reinterpret_cast<LPARAM>(&children));
+  for (const HWND window : windows) {
+    auto place = places_.find(window);
+    if (place == places_.end()) {
+      place = places_.emplace(window, Place{GetDlgCtrlID(window), GetAncestor(window, GA_PARENT)}).first;
+    }
+    children.emplace(place->second.id, window);
+  }
   for (std::size_t n = 0; n < form_.controls().size(); ++n) {
     const auto child = children.find(wizard::win32::control_id(*form_.controls()[n], n));
     if (child != children.end()) found_[form_.controls()[n].get()] = child->second;
   }
+}
+
+bool WizardProgram::is_visible(HWND window, std::map<HWND, bool>& known) const {
+  if (const auto found = known.find(window); found != known.end()) return found->second;
+  const auto place = places_.find(window);
+  const bool visible = place == places_.end() ? IsWindowVisible(window) != 0
+                                              : is_visible(place->second.parent, known) &&
+                                                    (GetWindowLongW(window, GWL_STYLE) & WS_VISIBLE) != 0;
+  known.emplace(window, visible);
+  return visible;
 }
 
 HWND WizardProgram::find(const form::Control& wanted) const {
@@ -143,10 +162,11 @@ std::string WizardProgram::focus() const {
 
 std::vector<const form::Control*> WizardProgram::seen() const {
   look_around();
+  std::map<HWND, bool> known;
   std::vector<const form::Control*> seen;
   for (const auto& control : form_.controls()) {
     const auto shown = found_.find(control.get());
-    if (shown != found_.end() && IsWindowVisible(shown->second) != 0) seen.push_back(control.get());
+    if (shown != found_.end() && is_visible(shown->second, known)) seen.push_back(control.get());
   }
   return seen;
 }

@@ -69,6 +69,8 @@ class WizardProgram {
 
  private:
   void look_around() const;
+  /// As IsWindowVisible, but `known` spares the questions that were asked already.
+  bool is_visible(HWND window, std::map<HWND, bool>& known) const;
   /// The control's window; null if there is none (yet).
   HWND find(const form::Control& wanted) const;
   const form::Control* shown_in(HWND window) const;
@@ -79,6 +81,13 @@ class WizardProgram {
   UINT resolution_ = 0;
   form::Form form_;                                     ///< used only for the names
   mutable std::map<const form::Control*, HWND> found_;  ///< the windows that were found last
+  /// What stays the same of each window that was ever found. Each question about a window of another program takes
+  /// long.
+  struct Place {
+    int id;
+    HWND parent;
+  };
+  mutable std::map<HWND, Place> places_;
 };
 
 }  // namespace window_driver
