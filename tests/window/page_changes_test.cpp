@@ -143,6 +143,9 @@ TEST_F(StartsTest, F1OpensTheHelpFileOnEveryPage) {
     HWND help = nullptr;
     ASSERT_TRUE(wait_until([&] { return (help = FindWindowW(L"FirstStepsBare", nullptr)) != nullptr; })) << page;
     EXPECT_FALSE(wizard().is_topmost()) << "what it has opened would stand behind it";
+    // The wizard stands on top again when the user comes back to it; so it must have been left.
+    SetForegroundWindow(help);
+    ASSERT_TRUE(wait_until([&] { return GetForegroundWindow() == help; })) << page;
     PostMessageW(help, WM_CLOSE, 0, 0);
     ASSERT_TRUE(wait_until([&] { return IsWindow(help) == 0; }));
   }
