@@ -4,6 +4,7 @@
 
 #include <csignal>
 #include <filesystem>
+#include <set>
 
 #include "tests/apps/process_run.h"
 
@@ -23,6 +24,16 @@ TEST_F(Process, TakesUmlautsPasswordAndExitCodesThroughTheRealMain) {
   EXPECT_THAT(outcome.out, HasSubstr("\n1\n"));
   EXPECT_THAT(outcome.err, StartsWith("error 57: "));
   EXPECT_THAT(outcome.err, HasSubstr("\nerror 3031: "));
+}
+
+/// The programs choose the salts here. A test program that makes files repeats them.
+TEST_F(Process, EveryNewFileHasASaltOfItsOwn) {
+  std::set<std::string> salts;
+  for (const std::string& file : {folder_.file("1.das"), folder_.file("2.das")}) {
+    ASSERT_EQ(shell("$BIN/patientdb create '" + file + "'").code, 0);
+    salts.insert(content_of(file).substr(0, 16));
+  }
+  EXPECT_EQ(salts.size(), 2U);
 }
 
 TEST_F(Process, FindsTheInstallationBesideTheProgramAndRecyclesItsMenus) {
