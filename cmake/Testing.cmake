@@ -26,7 +26,7 @@ endfunction()
 find_program(CLANG_PROGRAM clang++-16 DOC "A compiler that takes less time than GCC for the tests")
 set(clang_launcher)
 if(CLANG_PROGRAM AND CMAKE_SIZEOF_VOID_P EQUAL 8 AND NOT FIRSTSTEPS_SANITIZE AND NOT CMAKE_HOST_WIN32)
-  # Where the code was written for GCC, its warnings have other names.
+  # The options name some warnings that only GCC knows.
   set(clang ${CLANG_PROGRAM} -Qunused-arguments -Wno-unknown-warning-option)
   if(CMAKE_CROSSCOMPILING)
     execute_process(COMMAND ${CMAKE_CXX_COMPILER} -print-file-name=include OUTPUT_VARIABLE gcc_headers
