@@ -40,11 +40,43 @@ void each_name(const std::string& folder, Visit&& visit) {
   }
 }
 
+bool entry_exists(const std::string& path) {
+  struct stat status {};
+  return lstat(path.c_str(), &status) == 0;
+}
+
+/// The places of the letters; nothing where they are more than a few, or where a letter is outside ASCII.
+std::optional<std::vector<std::size_t>> few_letters(std::string_view name) {
+  constexpr std::size_t few = 6;
+  std::vector<std::size_t> places;
+  for (std::size_t i = 0; i < name.size(); ++i) {
+    if (static_cast<unsigned char>(name[i]) >= 0x80) return std::nullopt;
+    if (is_letter(name[i])) places.push_back(i);
+  }
+  if (places.size() > few) return std::nullopt;
+  return places;
+}
+
+/// Asks for each spelling of a name with few letters. In a large folder, that takes less time than reading all names.
+std::optional<std::string> first_spelling(const std::string& folder, std::string name,
+                                          const std::vector<std::size_t>& letters) {
+  constexpr char lower_case = 0x20;
+  // A set bit is a letter in lower case, the first letter's bit is the highest: the numbers give the sorting order.
+  for (std::size_t bits = 0; bits < std::size_t{1} << letters.size(); ++bits) {
+    for (std::size_t i = 0; i < letters.size(); ++i) {
+      char& letter = name[letters[letters.size() - 1 - i]];
+      letter = static_cast<char>((bits >> i) % 2 == 1 ? letter | lower_case : letter & ~lower_case);
+    }
+    if (entry_exists(folder + name)) return name;
+  }
+  return std::nullopt;
+}
+
 /// The name of the entry that is meant: the exact one, else the first in sorting order that differs only in case, else
 /// the given name.
 std::string real_name(const std::string& folder, const std::string& name) {
-  struct stat status {};
-  if (lstat((folder + name).c_str(), &status) == 0) return name;
+  if (entry_exists(folder + name)) return name;
+  if (const auto letters = few_letters(name)) return first_spelling(folder, name, *letters).value_or(name);
   std::optional<std::string> found;
   each_name(folder, [&](std::string_view candidate) {
     if (equal_ignoring_case(candidate, name) && (!found || candidate < *found)) found = candidate;
