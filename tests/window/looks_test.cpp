@@ -190,12 +190,14 @@ TEST_F(LooksTest, ASmallWindowScrollsItsPagesAndKeepsItsButtons) {
   MapWindowPoints(nullptr, wizard().window(), reinterpret_cast<POINT*>(&next), 2);
   EXPECT_LE(next.bottom, inside.bottom);
   EXPECT_FALSE(is_in_sight("cbTherapie"));
-  turn_wheel(wizard().control("lblPurpose(3)"), -40);
-  EXPECT_TRUE(wait_until([&] { return is_in_sight("cbTherapie"); }));
   SetForegroundWindow(wizard().window());
-  press_key('V', VK_MENU);
-  EXPECT_TRUE(wait_until([&] { return wizard().focus() == "txtFirstName" && is_in_sight("txtFirstName"); }))
-      << "what has the focus is in sight";
+  // The second and the third time, the field has the focus already.
+  for (const WORD with : {WORD{VK_MENU}, WORD{VK_MENU}, WORD{VK_SHIFT}}) {
+    turn_wheel(wizard().control("lblPurpose(3)"), -40);
+    EXPECT_TRUE(wait_until([&] { return is_in_sight("cbTherapie") && !is_in_sight("txtFirstName"); }));
+    press_key('V', with);
+    EXPECT_TRUE(wait_until([&] { return wizard().focus() == "txtFirstName" && is_in_sight("txtFirstName"); })) << with;
+  }
 }
 
 /// Sets the user's text size for the window and for what is measured here, and restores it at the end.

@@ -145,7 +145,7 @@ TEST_F(StartsTest, F1OpensTheHelpFileOnEveryPage) {
     EXPECT_FALSE(wizard().is_topmost()) << "what it has opened would stand behind it";
     // The wizard stands on top again when the user comes back to it; so it must have been left.
     SetForegroundWindow(help);
-    ASSERT_TRUE(wait_until([&] { return GetForegroundWindow() == help; })) << page;
+    ASSERT_TRUE(wait_until([&] { return GetForegroundWindow() == help && wizard().focus().empty(); })) << page;
     PostMessageW(help, WM_CLOSE, 0, 0);
     ASSERT_TRUE(wait_until([&] { return IsWindow(help) == 0; }));
   }

@@ -70,7 +70,7 @@ void AssistantWindow::run() {
       TranslateMessage(&message);
       DispatchMessageW(&message);
     }
-    follow_focus();
+    follow_focus(message);
     show_findings();
   }
 }
@@ -98,12 +98,14 @@ Spoken AssistantWindow::voice(const form::Control& control) const {
   return said;
 }
 
-/// Wherever the focus has come from: what has it is in sight.
-void AssistantWindow::follow_focus() {
+/// What has the focus comes into sight, wherever the focus has come from; and comes again when the user types into it
+/// or presses its access key.
+void AssistantWindow::follow_focus(const MSG& message) {
   const HWND focus = GetFocus();
-  if (focus == std::exchange(focus_, focus)) return;
-  notes_due_ = true;
-  if (focus != nullptr && window_ != nullptr) view_.layout().reveal(focus);
+  const bool is_new = focus != std::exchange(focus_, focus);
+  if (is_new) notes_due_ = true;
+  const bool is_typed = message.message == WM_CHAR || message.message == WM_SYSCHAR;
+  if ((is_new || is_typed) && focus != nullptr && window_ != nullptr) view_.layout().reveal(focus);
 }
 
 /// What can wait comes in while there is nothing else to do.

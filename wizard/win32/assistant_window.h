@@ -48,7 +48,7 @@ class AssistantWindow : public form::FormObserver {
   void turn_wheel(int delta);
   void scroll_line(int request);
   bool turn_charts(const MSG& message);
-  void follow_focus();
+  void follow_focus(const MSG& message);
   void show_findings();
   Spoken voice(const form::Control& control) const;
   void bring_into_view(const form::Control& chart);
