@@ -94,3 +94,11 @@ function(firststeps_test name)
   endif()
   set_tests_properties(${name} PROPERTIES TIMEOUT ${seconds} ENVIRONMENT UBSAN_OPTIONS=print_stacktrace=1)
 endfunction()
+
+# portable_tests(TEST …): code that is the same on every platform. A developer's run tests it natively, and under Wine only
+# the long one does.
+function(portable_tests)
+  if(CMAKE_CROSSCOMPILING)
+    set_property(TEST ${ARGN} APPEND PROPERTY LABELS long)
+  endif()
+endfunction()
