@@ -8,6 +8,7 @@
 
 #include "support/win32/wide.h"
 #include "tests/automation/server/class_ids.h"
+#include "tests/automation/server_library.h"
 
 namespace automation_test {
 namespace {
@@ -45,6 +46,7 @@ void remove_key(const std::wstring& key) { RegDeleteTreeW(HKEY_LOCAL_MACHINE, (c
 
 Registration::Registration(std::vector<std::string> class_names, const std::wstring& library)
     : class_names_(std::move(class_names)) {
+  repeat_server_salts();
   for (const std::string& name : class_names_) {
     const std::wstring id = id_text(name), wide_name = support::wide(name);
     const std::wstring known = value_of(wide_name + L"\\CLSID");

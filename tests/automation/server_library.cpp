@@ -29,6 +29,8 @@ std::wstring server_path() {
 
 void set_strict(bool strict) { function_of<void(long)>("SetStrict")(strict ? 1 : 0); }
 
+void repeat_server_salts() { function_of<void()>("RepeatSalts")(); }
+
 long living_objects() { return function_of<long()>("LivingObjects")(); }
 
 std::wstring released_objects() { return function_of<const wchar_t*()>("ReleasedObjects")(); }

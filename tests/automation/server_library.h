@@ -10,6 +10,9 @@ std::wstring server_path();
 /// Sets whether the server does what real objects may do beyond their documentation. Off at first.
 void set_strict(bool strict);
 
+/// The server's next new database gets the first salt again.
+void repeat_server_salts();
+
 /// Objects of the server that were not released.
 long living_objects();
 

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <array>
 #include <cstdio>
+#include <fstream>
 
 #include "database/engine/embedded/file_keys.h"
 #include "database/engine/embedded/session_scope.h"
@@ -110,17 +111,37 @@ void choose_cipher(sqlite3* handle, int page_size) {
   sqlite3mc_config_cipher(handle, "sqlcipher", "legacy_page_size", page_size);
 }
 
-/// Opens a file as other programs do with a password and the same cipher.
-Handle open_elsewhere(const std::filesystem::path& file, const std::string& password, int page_size = 4096) {
+using Bytes = std::array<unsigned char, 16>;
+
+/// The key of this password and salt as SQLite takes it. It is derived by us, so that a test need not derive it.
+std::string key_text(const std::string& password, const Bytes& salt) {
+  const embedded::FileKey key{password, salt};
+  std::string text = "x'";
+  const auto append = [&](const auto& bytes) {
+    for (const unsigned char byte : bytes) {
+      std::array<char, 3> digits{};
+      std::snprintf(digits.data(), digits.size(), "%02x", byte);
+      text += digits.data();
+    }
+  };
+  append(key.key());
+  append(salt);
+  return text + "'";
+}
+
+/// Opens a file as other programs do with the same cipher and the text of a key.
+Handle open_elsewhere(const std::filesystem::path& file, const std::string& key, int page_size = 4096) {
   sqlite3* handle = nullptr;
   EXPECT_EQ(sqlite3_open(file.string().c_str(), &handle), SQLITE_OK);
   choose_cipher(handle, page_size);
-  EXPECT_EQ(sqlite3_key(handle, password.data(), static_cast<int>(password.size())), SQLITE_OK);
+  EXPECT_EQ(sqlite3_key(handle, key.data(), static_cast<int>(key.size())), SQLITE_OK);
   return {handle, sqlite3_close};
 }
 
 void encrypt(const std::filesystem::path& file, const std::string& password, int page_size) {
-  const Handle handle = open_elsewhere(file, password, page_size);
+  Bytes salt{};
+  sqlite3_randomness(static_cast<int>(salt.size()), salt.data());
+  const Handle handle = open_elsewhere(file, key_text(password, salt), page_size);
   ASSERT_EQ(sqlite3_exec(handle.get(), "CREATE TABLE t (n)", nullptr, nullptr, nullptr), SQLITE_OK);
 }
 
@@ -171,8 +192,6 @@ TEST_F(Files, WithAPasswordShowNothingOfTheirContent) {
   EXPECT_THAT(content(), Not(HasSubstr("Findling")));
 }
 
-using Bytes = std::array<unsigned char, 16>;
-
 Bytes salt_of(std::string_view text) {
   Bytes salt{};
   std::ranges::copy(text, salt.begin());
@@ -181,21 +200,12 @@ Bytes salt_of(std::string_view text) {
 
 /// Encrypts the file again, so that it begins with this salt.
 void give_salt(const std::filesystem::path& file, const std::string& password, const Bytes& salt) {
-  const Handle handle = open_elsewhere(file, password);
+  Bytes old_salt{};
+  std::ifstream(file, std::ios::binary).read(reinterpret_cast<char*>(old_salt.data()), old_salt.size());
+  const Handle handle = open_elsewhere(file, key_text(password, old_salt));
   choose_cipher(handle.get(), 4096);
-  const embedded::FileKey key{password, salt};
-  std::string text = "x'";
-  const auto append = [&](const auto& bytes) {
-    for (const unsigned char byte : bytes) {
-      std::array<char, 3> digits{};
-      std::snprintf(digits.data(), digits.size(), "%02x", byte);
-      text += digits.data();
-    }
-  };
-  append(key.key());
-  append(salt);
-  text += "'";
-  ASSERT_EQ(sqlite3_rekey(handle.get(), text.data(), static_cast<int>(text.size())), SQLITE_OK);
+  std::string key = key_text(password, salt);
+  ASSERT_EQ(sqlite3_rekey(handle.get(), key.data(), static_cast<int>(key.size())), SQLITE_OK);
 }
 
 TEST_F(Files, OpenWhateverTheirSaltLooksLike) {

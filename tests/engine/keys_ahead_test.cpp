@@ -25,6 +25,14 @@ KeyBytes derived(std::string_view password, const FileSalt& of) {
   return key;
 }
 
+/// The expected bytes are Python's hashlib.pbkdf2_hmac("sha512", …, 256000, 32).
+TEST(KeyDerivation, GivesTheKeyThatOtherProgramsDerive) {
+  constexpr KeyBytes expected{0x2f, 0x1a, 0x14, 0xbc, 0x92, 0x43, 0xf2, 0x8f, 0xa8, 0x4a, 0x6b,
+                              0xbc, 0xe2, 0x54, 0xd8, 0xc4, 0xc6, 0x9d, 0xf6, 0xb6, 0x4a, 0x9c,
+                              0x9b, 0xee, 0xd3, 0xc5, 0x1e, 0x22, 0x27, 0x90, 0x42, 0xa8};
+  EXPECT_EQ(derived("geheim", salt(7)), expected);
+}
+
 TEST(KeysAheadTest, AreThoseThatTheDerivationGives) {
   KeysAhead ahead{"geheim"};
   for (unsigned char number = 0; number < 4; ++number) ahead.expect(salt(number));

@@ -3,7 +3,6 @@
 #include <filesystem>
 #include <functional>
 #include <map>
-#include <regex>
 #include <vector>
 
 #include "database/engine/embedded/connection.h"
@@ -54,13 +53,12 @@ class Identities {
 
   /// The text of an index, whose name begins with its table's identity.
   std::string in_layout(std::string text) const {
-    static const std::regex index{R"(INDEX "(\d+)\.)"};
-    std::smatch found;
-    if (std::regex_search(text, found, index)) {
-      const auto name = names_.find(found.str(1));
-      if (name != names_.end()) text.replace(found[1].first, found[1].second, name->second);
-    }
-    return text;
+    constexpr std::string_view before = "INDEX \"";
+    const std::size_t begin = text.find(before) + before.size();
+    if (begin < before.size()) return text;
+    const std::size_t size = text.find('.', begin) - begin;
+    const auto name = names_.find(text.substr(begin, size));
+    return name == names_.end() ? text : text.replace(begin, size, name->second);
   }
 
  private:

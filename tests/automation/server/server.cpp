@@ -6,6 +6,7 @@
 #include "tests/automation/server/class_ids.h"
 #include "tests/automation/server/engine_objects.h"
 #include "tests/automation/server/scripted_object.h"
+#include "tests/engine/quick_keys.h"
 
 namespace test_server {
 namespace {
@@ -69,6 +70,8 @@ HRESULT STDAPICALLTYPE DllGetClassObject(REFCLSID class_id, REFIID wanted, void*
 HRESULT STDAPICALLTYPE DllCanUnloadNow() { return test_server::Counted::living == 0 ? S_OK : S_FALSE; }
 
 long LivingObjects() { return test_server::Counted::living; }
+
+void RepeatSalts() { engine::test::repeat_salts(); }
 
 void SetStrict(long strict) { test_server::strict = strict != 0; }
 

@@ -9,6 +9,7 @@
 #include <thread>
 
 #include "database/engine/embedded/file_keys.h"
+#include "tests/engine/quick_keys.h"
 #include "tests/engine/test_database.h"
 
 namespace engine::test {
@@ -80,6 +81,7 @@ TEST_F(SecretMemory, OfTheStackOfADerivationHoldsNoKey) {
 }
 
 TEST_F(SecretMemory, HoldsTheKeyOnlyAsLongAsItIsOfUse) {
+  derive_all_keys();
   add_things(*create("test.das", password));
   const MaskedKey key(content());
   std::size_t while_open = 0;
