@@ -95,8 +95,8 @@ function(firststeps_test name)
   set_tests_properties(${name} PROPERTIES TIMEOUT ${seconds} ENVIRONMENT UBSAN_OPTIONS=print_stacktrace=1)
 endfunction()
 
-# portable_tests(TEST …): code that is the same on every platform. A developer's run tests it natively, and under Wine only
-# the long one does.
+# portable_tests(TEST …): tests that reach little of Windows' own code. "./test" runs them natively only, "./test --all" under
+# Wine, too.
 function(portable_tests)
   if(CMAKE_CROSSCOMPILING)
     set_property(TEST ${ARGN} APPEND PROPERTY LABELS long)
