@@ -1,6 +1,6 @@
-// What a fuzz target is made of. Each target is a file that defines LLVMFuzzerTestOneInput. libFuzzer calls it with
-// inputs that it makes up, the replay driver with those of the corpus. The code under test may refuse an input. If a
-// promise is broken, the target ends the process.
+// What a fuzz target is made of. Each target is a file that defines LLVMFuzzerTestOneInput. libFuzzer calls it with the
+// inputs of the corpus and with those that it makes up. The code under test may refuse an input. If a promise is
+// broken, the target ends the process.
 #pragma once
 
 #include <cstddef>

@@ -39,7 +39,7 @@ class KeepingMemory : public ProcessTest {
 };
 
 TEST_F(KeepingMemory, OfABackupAndACheckIsThatOfARow) {
-#ifdef __SANITIZE_ADDRESS__
+#ifdef FIRSTSTEPS_SANITIZED
   GTEST_SKIP() << "the sanitizer keeps what the program has freed";
 #endif
   const std::string few = file_of(13), many = file_of(17);

@@ -166,7 +166,10 @@ TEST_F(RunsTest, TheSameRunByKeyboardAloneIsWritten) {
   for (const std::string_view page : {"tip_navbar", "tip_splits", "tip_stats", "Fertig"}) enter(page);
   press_key('F', VK_MENU);
   ASSERT_TRUE(wait_until([&] { return !wizard().is_shown("Command1(2)"); })) << "it says that all is done";
-  const std::string written = wizard().text("lblSummary");
+  // The temporary folder's name may be so long that a line goes on in the next one.
+  const std::string_view break_in_line = "\r\n        ";
+  std::string written = wizard().text("lblSummary");
+  for (size_t at; (at = written.find(break_in_line)) != std::string::npos;) written.erase(at, break_in_line.size());
   for (const std::string_view place : {"patients\\Müller_Jörg.das", "home.ini", "User Configuration"})
     EXPECT_THAT(written, ::testing::HasSubstr(std::string(place)));
   EXPECT_THAT(wizard().text("lblPurpose(17)"), ::testing::HasSubstr("vantrix"));

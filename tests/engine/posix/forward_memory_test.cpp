@@ -7,9 +7,9 @@
 
 #include "tests/engine/test_database.h"
 
-#ifdef __SANITIZE_ADDRESS__
-// The sanitizer has an allocator of its own, about which the C library's functions know nothing. GCC has no header for
-// it.
+#ifdef FIRSTSTEPS_SANITIZED
+// The sanitizer has an allocator of its own, about which the C library's functions know nothing. It is
+// declared here, since not every compiler has its header.
 extern "C" std::size_t __sanitizer_get_current_allocated_bytes();
 #endif
 
@@ -17,7 +17,7 @@ namespace engine::test {
 namespace {
 
 std::size_t bytes_in_use() {
-#ifdef __SANITIZE_ADDRESS__
+#ifdef FIRSTSTEPS_SANITIZED
   return __sanitizer_get_current_allocated_bytes();
 #else
   const struct mallinfo2 in_use = mallinfo2();
