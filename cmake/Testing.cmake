@@ -95,10 +95,20 @@ function(firststeps_test name)
   set_tests_properties(${name} PROPERTIES TIMEOUT ${seconds} ENVIRONMENT UBSAN_OPTIONS=print_stacktrace=1)
 endfunction()
 
-# portable_tests(TEST …): tests that reach little of Windows' own code. "./test" runs them natively only, "./test --all" under
-# Wine, too.
+# runs_long(TEST …): tests that take longest with "./test --all"; they begin first, so that others run beside them.
+function(runs_long)
+  set_tests_properties(${ARGN} PROPERTIES COST 100)
+endfunction()
+
+# portable_tests(TEST …): tests that reach little of Windows' own code. "./test" builds and runs them natively only,
+# "./test --all" for Windows, too.
 function(portable_tests)
   if(CMAKE_CROSSCOMPILING)
     set_property(TEST ${ARGN} APPEND PROPERTY LABELS long)
+    foreach(name IN LISTS ARGN)
+      if(TARGET ${name})
+        long_check(${name})
+      endif()
+    endforeach()
   endif()
 endfunction()
