@@ -1,6 +1,13 @@
 #include "tests/window/window_test.h"
 
+#include <cstdlib>
+
 namespace window_driver {
+
+bool all_cases() {
+  const char* const wanted = std::getenv("WINDOW_CASES");
+  return wanted != nullptr && std::string_view(wanted) == "all";
+}
 
 WizardProgram& WindowTest::start(std::string_view command_line) {
   wizard_.reset();

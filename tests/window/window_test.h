@@ -44,6 +44,10 @@ class ScreenReader {
   ScreenReader& operator=(const ScreenReader&) = delete;
 };
 
+/// Whether a test that sees every case looks at all of them: with WINDOW_CASES=all in the environment, as "./test
+/// --all" sets it. Else it looks at a few that differ most.
+bool all_cases();
+
 /// The pages of a standard run, by tag.
 inline constexpr std::string_view standard_pages[] = {
     "Intro", "Maßeinheit", "PatDat",  "Insulin",    "Medikamente", "Therapie_BZ", "Therapie_BP",
