@@ -1,6 +1,7 @@
 # GoogleTest is Debian's library natively, and Debian's sources for Windows. firststeps_test(NAME SOURCES … LIBRARIES …
-# [DEFINITIONS …]) adds a test program NAME and its tests. What takes long to build or to run has the label "long" and
-# is built by long_checks alone.
+# [DEFINITIONS …] [WITH_PROGRAMS]) adds a test program NAME and its tests. Only tests WITH_PROGRAMS may use other built
+# programs and the demo; the others are not told where those are. What takes long to build or to run has the label "long"
+# and is built by long_checks alone.
 if(CMAKE_CROSSCOMPILING)
   set(INSTALL_GTEST OFF)
   find_path(GOOGLETEST_SOURCE_DIR googletest/CMakeLists.txt PATHS /usr/src /usr/local/src PATH_SUFFIXES googletest
@@ -73,7 +74,7 @@ function(link_quickly)
 endfunction()
 
 function(firststeps_test name)
-  cmake_parse_arguments(ARG "" "" "SOURCES;LIBRARIES;DEFINITIONS" ${ARGN})
+  cmake_parse_arguments(ARG "WITH_PROGRAMS" "" "SOURCES;LIBRARIES;DEFINITIONS" ${ARGN})
   add_executable(${name} ${ARG_SOURCES})
   target_link_libraries(${name} PRIVATE firststeps_options ${ARG_LIBRARIES} GTest::gmock_main)
   # Test programs spend most time in the code that they test, and compiling them takes long; so they are not optimised.
@@ -83,7 +84,6 @@ function(firststeps_test name)
   link_quickly(${name})
   target_compile_definitions(${name} PRIVATE
     TEST_DATA_DIR="${host_drive}${CMAKE_SOURCE_DIR}/tests/data" SOURCE_DIR="${host_drive}${CMAKE_SOURCE_DIR}"
-    BUILD_DIR="${host_drive}${CMAKE_BINARY_DIR}"
     ${ARG_DEFINITIONS})
   # Each test program runs as one process: its tests are quick, but starting a process under Wine is not.
   add_test(NAME ${name} COMMAND ${name} --gtest_brief=1)
@@ -93,6 +93,10 @@ function(firststeps_test name)
     set(seconds 3600)
   endif()
   set_tests_properties(${name} PROPERTIES TIMEOUT ${seconds} ENVIRONMENT UBSAN_OPTIONS=print_stacktrace=1)
+  if(ARG_WITH_PROGRAMS)
+    set_property(TEST ${name} APPEND PROPERTY LABELS with_programs)
+    target_compile_definitions(${name} PRIVATE BUILD_DIR="${host_drive}${CMAKE_BINARY_DIR}")
+  endif()
 endfunction()
 
 # runs_long(TEST …): tests that take longest with "./test --all"; they begin first, so that others run beside them.

@@ -4,7 +4,6 @@
 
 #include <array>
 #include <cstddef>
-#include <utility>
 
 namespace faults {
 
@@ -19,19 +18,11 @@ FaultPlan& FaultPlan::current() {
   return plan;
 }
 
-void FaultPlan::arm(Fault fault, int at) {
-  fault_ = fault;
-  at_ = at;
-  count_ = 0;
-}
+namespace {
 
-int FaultPlan::disarm() {
-  fault_ = Fault::None;
-  return std::exchange(count_, 0);
-}
-
-bool FaultPlan::counts(Operation operation) const {
-  switch (fault_) {
+/// Whether the fault can happen at such an operation.
+bool meets(Fault fault, Operation operation) {
+  switch (fault) {
     case Fault::DiskError:
       return true;
     case Fault::ShortWrite:
@@ -42,13 +33,31 @@ bool FaultPlan::counts(Operation operation) const {
   }
 }
 
+}  // namespace
+
+void FaultPlan::arm(Fault fault, int at) {
+  fault_ = fault;
+  at_ = at;
+  count_ = {};
+}
+
+int FaultPlan::points(Fault fault) const {
+  int sum = 0;
+  for (const Operation operation : operations)
+    if (meets(fault, operation)) sum += count_.at(static_cast<std::size_t>(operation));
+  return sum;
+}
+
 Verdict FaultPlan::meet(Operation operation) {
-  if (!counts(operation) || ++count_ < at_ || at_ == 0) return Verdict::Proceed;
+  ++count_.at(static_cast<std::size_t>(operation));
+  if (at_ == 0 || !meets(fault_, operation)) return Verdict::Proceed;
+  const int count = points(fault_);
+  if (count < at_) return Verdict::Proceed;
   switch (fault_) {
     case Fault::DiskError:
-      return count_ == at_ ? Verdict::Fail : Verdict::Proceed;
+      return count == at_ ? Verdict::Fail : Verdict::Proceed;
     case Fault::ShortWrite:
-      return count_ == at_ ? Verdict::Shorten : Verdict::Proceed;
+      return count == at_ ? Verdict::Shorten : Verdict::Proceed;
     case Fault::FullDisk:
       return Verdict::Full;
     case Fault::PowerCut:

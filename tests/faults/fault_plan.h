@@ -2,6 +2,7 @@
 // system shim and the faulty ports ask it before each operation.
 #pragma once
 
+#include <array>
 #include <functional>
 #include <string_view>
 
@@ -19,6 +20,7 @@ enum class Fault {
 std::string_view name_of(Fault fault);
 
 enum class Operation { Read, Write, Other };
+inline constexpr std::array operations{Operation::Read, Operation::Write, Operation::Other};
 
 enum class Verdict { Proceed, Fail, Shorten, Full };
 
@@ -32,8 +34,10 @@ class FaultPlan {
 
   /// Restarts the count. The fault happens at the operation `at`, counted from 1.
   void arm(Fault fault, int at);
-  /// Ends the faults and returns how many operations there were at which the fault could have happened.
-  int disarm();
+  /// Ends the faults. The count stays.
+  void disarm() noexcept { fault_ = Fault::None; }
+  /// At how many operations since `arm` this fault could have happened.
+  int points(Fault fault) const;
   Fault fault() const noexcept { return fault_; }
   int at() const noexcept { return at_; }
 
@@ -43,11 +47,9 @@ class FaultPlan {
   std::function<void()> lose_unsynced;
 
  private:
-  bool counts(Operation operation) const;
-
   Fault fault_ = Fault::None;
   int at_ = 0;
-  int count_ = 0;
+  std::array<int, 3> count_{};  ///< of each operation
 };
 
 /// True if the next operation shall fail.

@@ -39,15 +39,6 @@ void check(const Work& work, Ended ended) {
   }
 }
 
-int count_points(Fault fault, const Work& work) {
-  begin(work);
-  EXPECT_TRUE(run_with(fault, 0, work)) << "without a fault";
-  const int points = FaultPlan::current().disarm();
-  check(work, Ended::Succeeded);
-  EXPECT_GT(points, 0) << name_of(fault);
-  return points;
-}
-
 int step_between(int points) {
   const char* const wanted = std::getenv("FAULT_POINTS");
   if (wanted != nullptr && std::string_view(wanted) == "all") return 1;
@@ -57,7 +48,7 @@ int step_between(int points) {
 
 /// Returns the number of runs.
 int sweep_over(Fault fault, int points, const Work& work) {
-  begin(work);
+  EXPECT_GT(points, 0) << name_of(fault);
   int runs = 0;
   for (int at = points; at > 0 && !testing::Test::HasFailure(); at -= step_between(points), ++runs) {
     SCOPED_TRACE(std::string(name_of(fault)) + " at " + std::to_string(at) + " of " + std::to_string(points));
@@ -97,12 +88,16 @@ void sweep(std::string_view name, const Work& work) {
   install_fault_vfs();
   // The first run fills what the process keeps in memory, as it is in all later runs.
   EXPECT_TRUE(run_undisturbed(work)) << "without a fault";
+  EXPECT_TRUE(run_undisturbed(work)) << "without a fault";
+  const FaultPlan counted = FaultPlan::current();
+  check(work, Ended::Succeeded);
+  begin(work);
   int all_points = 0, all_runs = 0;
   for (const Fault fault : faults) {
-    const int points = count_points(fault, work);
-    all_points += points;
-    if (!testing::Test::HasFailure()) all_runs += sweep_over(fault, points, work);
     if (testing::Test::HasFailure()) return;
+    const int points = counted.points(fault);
+    all_points += points;
+    all_runs += sweep_over(fault, points, work);
   }
   std::cout << "    faults at " << all_runs << " of " << all_points << " points of " << name << '\n';
 }
