@@ -63,7 +63,7 @@ TEST_F(Objects, AreReleasedInOrder) {
 }
 
 TEST_F(Objects, LeakNothingInTenThousandCalls) {
-  constexpr int turns = 2'500, calls_per_turn = 6;
+  constexpr int turns = 1'700, calls_per_turn = 6;
   static_assert(turns * calls_per_turn >= 10'000);
   const std::string text(4000, 'x');
   const auto database = create();

@@ -152,7 +152,7 @@ TEST_F(PagesTest, TipsMoveAndOtherPagesStandStill) {
     ASSERT_EQ(wizard().page(), page);
     std::set<std::string> states;
     EXPECT_TRUE(wait_until([&] {
-      Sleep(100);  // a look at all images takes long
+      Sleep(250);  // a look at all images takes long
       return states.insert(picture_state(wizard())), states.size() >= 2;
     })) << page;
   }
