@@ -51,6 +51,17 @@ std::string FileIniFiles::value(std::string_view file, std::string_view section,
   return through_buffer(found ? *found : fallback.substr(0, fallback.find_last_not_of(' ') + 1), size);
 }
 
+std::vector<std::string> FileIniFiles::values(std::string_view file, std::string_view section,
+                                              std::span<const std::string> keys, std::size_t size) const {
+  const IniDocument* ini = document(file);
+  std::vector<std::string> values;
+  for (const std::string& key : keys) {
+    const auto found = ini != nullptr ? ini->value(section, key) : std::nullopt;
+    values.push_back(through_buffer(found.value_or(""), size));
+  }
+  return values;
+}
+
 std::string FileIniFiles::keys(std::string_view file, std::string_view section, std::string_view fallback,
                                std::size_t size) const {
   const IniDocument* ini = document(file);

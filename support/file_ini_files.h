@@ -3,7 +3,9 @@
 // UTF-8.
 #pragma once
 
+#include <span>
 #include <string>
+#include <vector>
 
 #include "support/ini.h"
 #include "support/ini_document.h"
@@ -14,6 +16,8 @@ class FileIniFiles : public IniFiles {
  public:
   std::string value(std::string_view file, std::string_view section, std::string_view key, std::string_view fallback,
                     std::size_t size) const override;
+  std::vector<std::string> values(std::string_view file, std::string_view section, std::span<const std::string> keys,
+                                  std::size_t size) const override;
   std::string keys(std::string_view file, std::string_view section, std::string_view fallback,
                    std::size_t size) const override;
   std::string sections(std::string_view file, std::string_view fallback, std::size_t size) const override;

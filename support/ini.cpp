@@ -55,6 +55,13 @@ std::string read_through_buffer(const IniFiles& files, const std::string& file, 
 
 }  // namespace
 
+std::vector<std::string> IniFiles::values(std::string_view file, std::string_view section,
+                                          std::span<const std::string> keys, std::size_t size) const {
+  std::vector<std::string> values;
+  for (const std::string& key : keys) values.push_back(value(file, section, key, {}, size));
+  return values;
+}
+
 std::string ReadIni(const IniFiles& files, const Registry& registry, std::string_view registry_key,
                     const IniQuery& query) {
   Procedure procedure("registry!ReadIni");
@@ -66,6 +73,15 @@ std::string ReadIni(const IniFiles& files, const Registry& registry, std::string
     if (query.index != -1) text = piece(text, query.index, delimiter);
   });
   return text;
+}
+
+std::vector<std::string> ReadIniValues(const IniFiles& files, std::string_view file, std::string_view section,
+                                       std::span<const std::string> keys) {
+  Procedure procedure("registry!ReadIni");
+  std::vector<std::string> values;
+  procedure.guarded([&] { values = files.values(file, section, keys, ini_buffer); });
+  values.resize(keys.size());
+  return values;
 }
 
 std::int16_t GetSchemes(const IniFiles& ini, const FileSystem& files, std::string_view schemes_file,

@@ -3,6 +3,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <span>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -22,6 +23,9 @@ class IniFiles {
   /// removed.
   virtual std::string value(std::string_view file, std::string_view section, std::string_view key,
                             std::string_view fallback, std::size_t size) const = 0;
+  /// The values of several keys, as `value` gives them without a fallback, from one reading of the file.
+  virtual std::vector<std::string> values(std::string_view file, std::string_view section,
+                                          std::span<const std::string> keys, std::size_t size) const;
   /// Key names of a section, each followed by one NUL, together at most size - 2 characters; `fallback` if there is no
   /// such section.
   virtual std::string keys(std::string_view file, std::string_view section, std::string_view fallback,
@@ -53,6 +57,11 @@ struct IniQuery {
 /// Never raises.
 std::string ReadIni(const IniFiles& files, const Registry& registry, std::string_view registry_key,
                     const IniQuery& query);
+
+/// The values of several keys of a file, each as ReadIni() gives that of one key, from one reading of the file. Never
+/// raises.
+std::vector<std::string> ReadIniValues(const IniFiles& files, std::string_view file, std::string_view section,
+                                       std::span<const std::string> keys);
 
 /// Puts the section names of the scheme file, in file order, into `names` and returns their count. For a missing or
 /// empty file it returns 0 and leaves `names` as it was. At most 4095 characters of names are read; a name that is cut

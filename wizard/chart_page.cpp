@@ -3,6 +3,7 @@
 #include <fmt/core.h>
 
 #include <algorithm>
+#include <array>
 #include <charconv>
 
 #include "support/encoding.h"
@@ -33,7 +34,8 @@ void ChartPage::build() {
   built_ = true;
   size_thumbnails();
   const std::vector<std::string> keys = catalogue_.keys();
-  for (std::size_t n = 0; n < keys.size(); ++n) add_option(static_cast<int>(n), keys[n]);
+  const std::vector<ChartCatalogue::Texts> texts = catalogue_.texts(keys);
+  for (std::size_t n = 0; n < keys.size(); ++n) add_option(static_cast<int>(n), keys[n], texts[n].title);
   tick_home_page_charts();
   size_slide(static_cast<std::int32_t>(keys.size()));
   form::Form& form = context_.form;
@@ -65,7 +67,7 @@ void ChartPage::size_slide(std::int32_t charts) {
   bar.set_enabled(height > visible);
 }
 
-void ChartPage::add_option(int position, std::string_view key) {
+void ChartPage::add_option(int position, std::string_view key, std::string title) {
   form::Form& form = context_.form;
   const std::int32_t column = position % charts_in_row, row = position / charts_in_row;
   const form::Bounds bounds{column * (thumbnail_width_ + column_gap),
@@ -80,7 +82,6 @@ void ChartPage::add_option(int position, std::string_view key) {
   const std::string thumbnail = catalogue_.thumbnail(key);
   if (support::file_test(*context_.ports.files, thumbnail)) option.set_picture(thumbnail);
   option.set_tag(key);
-  std::string title = catalogue_.texts(key).title;
   support::replace(title, "&", "");
   option.set_tooltip(title);
   option.set_caption(fitting_caption(std::move(title), bounds.width - 15));
@@ -133,7 +134,7 @@ void ChartPage::describe(int index) {
   form::Form& form = context_.form;
   const form::Control& option = form.at("optThumb", index);
   const std::string key = option.tag();
-  const auto texts = catalogue_.texts(key);
+  const ChartCatalogue::Texts texts = catalogue_.texts(std::array{key}).front();
   form.at("lblChartInfoTitle").set_caption(texts.title);
   form.at("lblChartInfo").set_caption(texts.description);
   form.at("lblChartInfoTitle").set_tag(key);
@@ -264,14 +265,18 @@ std::vector<std::string> ChartCatalogue::keys() const {
   return keys;
 }
 
-ChartCatalogue::Texts ChartCatalogue::texts(std::string_view key) const {
-  std::vector<std::string> fields;
-  support::Split(context_.ini_value(file(), catalogue_section, key), fields, "^");
-  const auto text = [&](std::size_t field) {
-    const long number = text_number(fields, field);
-    return number < 0 ? std::string() : context_.config.text(number);
-  };
-  return {text(0), text(1)};
+std::vector<ChartCatalogue::Texts> ChartCatalogue::texts(std::span<const std::string> keys) const {
+  std::vector<Texts> texts;
+  for (const std::string& entry : support::ReadIniValues(*context_.ports.ini, file(), catalogue_section, keys)) {
+    std::vector<std::string> fields;
+    support::Split(entry, fields, "^");
+    const auto text = [&](std::size_t field) {
+      const long number = text_number(fields, field);
+      return number < 0 ? std::string() : context_.config.text(number);
+    };
+    texts.push_back({text(0), text(1)});
+  }
+  return texts;
 }
 
 std::string ChartCatalogue::picture_file(std::string_view prefix, std::string_view key) const {

@@ -4,6 +4,7 @@
 #pragma once
 
 #include <cstdint>
+#include <span>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -23,8 +24,8 @@ class ChartCatalogue {
   struct Texts {
     std::string title, description;
   };
-  /// A text is empty if the entry does not name it.
-  Texts texts(std::string_view key) const;
+  /// Of each key. A text is empty if the entry does not name it.
+  std::vector<Texts> texts(std::span<const std::string> keys) const;
 
   /// Paths of the small picture and of the one in full size, whether or not such a file exists. Empty for a key that
   /// would lead out of the folder.
@@ -65,7 +66,7 @@ class ChartPage {
   std::int32_t slide_width() const;
   void size_thumbnails();
   void size_slide(std::int32_t charts);
-  void add_option(int position, std::string_view key);
+  void add_option(int position, std::string_view key, std::string title);
   std::string fitting_caption(std::string title, std::int32_t width) const;
   void tick_home_page_charts();
   void show_count();

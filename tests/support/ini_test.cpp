@@ -126,6 +126,21 @@ TEST(ReadIni, GivesPiecesAndLists) {
   EXPECT_EQ(ReadIni(host_ini_files(), *hive, "Software", {"s", "long", "", file}).size(), 4095U);
 }
 
+TEST(ReadIni, GivesSeveralValuesAsItGivesEach) {
+  const TemporaryFolder folder;
+  const std::string file =
+      folder.write("x.ini", "[s]\nk=a|b\nj = \"q\" \nä=ß\nlong=" + std::string(5000, 'x') + "\n[t]\nk=2\n");
+  const auto hive = open_hive(folder.host("none.reg"));
+  const std::string keys[] = {"K", "j", "none", "long", "ä", "k"};
+  for (const std::string& read : {file, folder.windows("none.ini")}) {
+    const auto values = ReadIniValues(host_ini_files(), read, "s", keys);
+    ASSERT_EQ(values.size(), std::size(keys));
+    for (std::size_t n = 0; n < values.size(); ++n)
+      EXPECT_EQ(values[n], ReadIni(host_ini_files(), *hive, "Software", {"s", keys[n], "", read})) << keys[n];
+  }
+  EXPECT_TRUE(ReadIniValues(host_ini_files(), file, "s", {}).empty());
+}
+
 TEST(ReadIni, ReadsSetupIniInTheInstallationsFolderWithoutAFile) {
   const TemporaryFolder folder;
   folder.write("setup.ini", "[setup]\nfont=Tahoma\n");
