@@ -55,7 +55,16 @@ void write_row(sqlite3* index, sqlite3* patient, int id) {
   check(index, sqlite3_step(into.get()));
 }
 
-/// An index database and the files of its patients in a folder of their own.
+/// The patient's name goes to the meters that are assigned to the patient.
+void name_devices(sqlite3* devices, int id) {
+  const StraightStatement names =
+      prepare(devices, "UPDATE meters SET name='Müller', firstname='Jörg' WHERE assignedto=?");
+  check(devices, sqlite3_bind_int(names.get(), 1, id));
+  check(devices, sqlite3_step(names.get()));
+}
+
+/// An index database and the files of its patients in a folder of their own, which has a devices database as every
+/// installation has one: every second patient has a meter.
 class Practice {
  public:
   Practice(const fs::path& folder, int patients)
@@ -68,6 +77,7 @@ class Practice {
       create_patient_file(file(1));
       for (int id = 2; id <= patients_; ++id) fs::copy_file(file(1), file(id));
     }
+    if (!fs::exists(devices())) create_devices();
     if (key_.empty()) key_ = derived_key(file(1).string(), database::default_password);
     fs::remove(index());
     const std::string name = windows_path(index());
@@ -96,6 +106,8 @@ class Practice {
       for (const char* question : questions) read_rows(patient.get(), question);
       const StraightDatabase list = open_straight(index().string(), "");
       write_row(list.get(), patient.get(), id);
+      const StraightDatabase meters = open_straight(devices().string(), "");
+      name_devices(meters.get(), id);
     }
   }
 
@@ -106,7 +118,17 @@ class Practice {
     environment.data_folder = windows_path(folder_);
     return environment;
   }
+  void create_devices() const {
+    const auto engine = environment().open_engine("DAO.DBEngine.36");
+    const auto database = engine->create_database(windows_path(devices()), engine::locale_general, engine::version_30);
+    database->execute("CREATE TABLE meters (assignedto LONG, name TEXT(100), firstname TEXT(100))");
+    database->execute("CREATE INDEX assignedto ON meters (assignedto)");
+    for (int id = 2; id <= patients_; id += 2) {
+      database->execute(fmt::format("INSERT INTO meters (assignedto) VALUES ({})", id));
+    }
+  }
   fs::path index() const { return folder_ / "index.mdb"; }
+  fs::path devices() const { return folder_ / "meters.mdb"; }
   fs::path file(int id) const { return folder_ / fmt::format("db4_{:06}.das", id); }
 
   fs::path folder_;
