@@ -1,7 +1,7 @@
 # GoogleTest is Debian's library natively, and Debian's sources for Windows. firststeps_test(NAME SOURCES … LIBRARIES …
-# [DEFINITIONS …] [WITH_PROGRAMS]) adds a test program NAME and its tests. Only tests WITH_PROGRAMS may use other built
-# programs and the demo; the others are not told where those are. What takes long to build or to run has the label "long"
-# and is built by long_checks alone.
+# [DEFINITIONS …] [WITH_PROGRAMS] [WITH_SOURCES]) adds a test program NAME and its tests. Only tests WITH_PROGRAMS may use
+# other built programs and the demo; the others are not told where those are. Only tests WITH_SOURCES may read C++ sources.
+# What takes long to build or to run has the label "long" and is built by long_checks alone.
 if(CMAKE_CROSSCOMPILING)
   set(INSTALL_GTEST OFF)
   find_path(GOOGLETEST_SOURCE_DIR googletest/CMakeLists.txt PATHS /usr/src /usr/local/src PATH_SUFFIXES googletest
@@ -74,7 +74,7 @@ function(link_quickly)
 endfunction()
 
 function(firststeps_test name)
-  cmake_parse_arguments(ARG "WITH_PROGRAMS" "" "SOURCES;LIBRARIES;DEFINITIONS" ${ARGN})
+  cmake_parse_arguments(ARG "WITH_PROGRAMS;WITH_SOURCES" "" "SOURCES;LIBRARIES;DEFINITIONS" ${ARGN})
   add_executable(${name} ${ARG_SOURCES})
   target_link_libraries(${name} PRIVATE firststeps_options ${ARG_LIBRARIES} GTest::gmock_main)
   # Test programs spend most time in the code that they test, and compiling them takes long; so they are not optimised.
@@ -93,6 +93,9 @@ function(firststeps_test name)
     set(seconds 3600)
   endif()
   set_tests_properties(${name} PROPERTIES TIMEOUT ${seconds} ENVIRONMENT UBSAN_OPTIONS=print_stacktrace=1)
+  if(ARG_WITH_SOURCES)
+    set_property(TEST ${name} APPEND PROPERTY LABELS with_sources)
+  endif()
   if(ARG_WITH_PROGRAMS)
     set_property(TEST ${name} APPEND PROPERTY LABELS with_programs)
     target_compile_definitions(${name} PRIVATE BUILD_DIR="${host_drive}${CMAKE_BINARY_DIR}")
