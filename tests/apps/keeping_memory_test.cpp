@@ -42,7 +42,7 @@ TEST_F(KeepingMemory, OfABackupAndACheckIsThatOfARow) {
 #ifdef FIRSTSTEPS_SANITIZED
   GTEST_SKIP() << "the sanitizer keeps what the program has freed";
 #endif
-  const std::string few = file_of(12), many = file_of(16);
+  const std::string few = file_of(13), many = file_of(17);
   ASSERT_GT(std::filesystem::file_size(many), 8 * std::filesystem::file_size(few));
   const auto expect_same = [&](const char* what, long least, long most) {
     std::cout << what << ": " << least << " and " << most << " KiB\n";
