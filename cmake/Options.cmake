@@ -52,6 +52,9 @@ else()
   set(FIRSTSTEPS_PLATFORM posix)
 endif()
 
+# A change of one source compiles all that are joined with it; so few are joined where one changes and builds often.
+set(FIRSTSTEPS_JOINED_SOURCES 32 CACHE STRING "How many sources of a library are joined")
+
 # firststeps_library(NAME FOLDERS … [LIBRARIES …]): one library of all sources that lie directly in the folders. A
 # folder that does not exist on this platform is treated as empty.
 function(firststeps_library name)
@@ -65,8 +68,7 @@ function(firststeps_library name)
     add_library(${name} STATIC ${sources})
     target_link_libraries(${name} PRIVATE firststeps_options PUBLIC ${ARG_LIBRARIES})
     target_include_directories(${name} PUBLIC ${CMAKE_SOURCE_DIR})
-    # A change of one source compiles all that are joined with it; the preset's number suits the tests.
-    set_target_properties(${name} PROPERTIES UNITY_BUILD_BATCH_SIZE 8)
+    set_target_properties(${name} PROPERTIES UNITY_BUILD_BATCH_SIZE ${FIRSTSTEPS_JOINED_SOURCES})
     if(FIRSTSTEPS_SANITIZE)
       # The fuzzers see which branches were taken.
       target_compile_options(${name} PRIVATE -fsanitize=fuzzer-no-link)

@@ -101,8 +101,10 @@ std::string ChartPage::fitting_caption(std::string title, std::int32_t width) co
 void ChartPage::tick_home_page_charts() {
   const std::string file = context_.config.own_folder + "home.ini";
   const std::string section = home_page_section(context_, file);
-  for (int slot = 1; slot <= home_page_slots; ++slot) {
-    const std::string chart = chart_in_slot(context_.ini_value(file, section, slot_entry(slot)));
+  std::vector<std::string> entries;
+  for (int slot = 1; slot <= home_page_slots; ++slot) entries.push_back(slot_entry(slot));
+  for (const std::string& entry : support::ReadIniValues(*context_.ports.ini, file, section, entries)) {
+    const std::string chart = chart_in_slot(entry);
     if (chart.empty()) continue;
     for (form::Control* option : context_.form.array("optThumb")) {
       if (!support::equal_ignoring_case(option->tag(), chart)) continue;

@@ -37,12 +37,11 @@ bool WindowUser::is_network_path(std::string_view path) { return support::is_net
 
 /// Measured at the window's resolution, before there is one at the screen's.
 std::int32_t WindowUser::text_width(std::string_view text, std::string_view font) {
-  const WindowContext context(owner_);
   const UINT dpi = owner_ != nullptr ? GetDpiForWindow(owner_) : GetDpiForSystem();
-  const Selection selection(context.get(), fonts_.font(std::string(font), TextStyle::Normal, dpi));
+  const Selection selection(screen_.get(), fonts_.font(std::string(font), TextStyle::Normal, dpi));
   const std::wstring characters = support::wide(text);
   SIZE size{};
-  GetTextExtentPoint32W(context.get(), characters.c_str(), static_cast<int>(characters.size()), &size);
+  GetTextExtentPoint32W(screen_.get(), characters.c_str(), static_cast<int>(characters.size()), &size);
   return twips(size.cx, dpi);
 }
 

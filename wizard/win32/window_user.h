@@ -10,6 +10,7 @@
 #include <vector>
 
 #include "wizard/user_port.h"
+#include "wizard/win32/gdi.h"
 #include "wizard/win32/look.h"
 
 namespace wizard::win32 {
@@ -32,6 +33,8 @@ class WindowUser : public UserPort {
  private:
   HWND owner_ = nullptr;
   Fonts fonts_;
+  /// For measuring: the system gives a window's context less quickly.
+  MemoryContext screen_{CreateCompatibleDC(nullptr)};
 };
 
 }  // namespace wizard::win32
