@@ -58,8 +58,8 @@ struct IniQuery {
 std::string ReadIni(const IniFiles& files, const Registry& registry, std::string_view registry_key,
                     const IniQuery& query);
 
-/// The values of several keys of a file, each as ReadIni() gives that of one key, from one reading of the file. Never
-/// raises.
+/// The values of several keys of a file, each as ReadIni() gives that of one key, from one reading of the file. All are
+/// empty where the file has no name or cannot be read. Never raises.
 std::vector<std::string> ReadIniValues(const IniFiles& files, std::string_view file, std::string_view section,
                                        std::span<const std::string> keys);
 
