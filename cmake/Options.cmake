@@ -52,6 +52,26 @@ else()
   set(FIRSTSTEPS_PLATFORM posix)
 endif()
 
+# The options for every library of ours.
+add_library(library_options INTERFACE)
+target_link_libraries(library_options INTERFACE firststeps_options)
+if(FIRSTSTEPS_SANITIZE)
+  # The fuzzers see which branches were taken.
+  target_compile_options(library_options INTERFACE -fsanitize=fuzzer-no-link)
+endif()
+
+# Headers of others are read once for all libraries. Where each source is read alone, each is also read with nothing but
+# its own headers.
+if(CMAKE_UNITY_BUILD)
+  if(NOT EXISTS ${CMAKE_BINARY_DIR}/library_headers.cpp)
+    file(WRITE ${CMAKE_BINARY_DIR}/library_headers.cpp "")
+  endif()
+  add_library(library_headers OBJECT ${CMAKE_BINARY_DIR}/library_headers.cpp)
+  target_link_libraries(library_headers PRIVATE library_options fmt)
+  target_precompile_headers(library_headers PRIVATE <algorithm> <array> <charconv> <chrono> <cmath> <cstdint> <filesystem> <functional>
+    <iterator> <limits> <map> <memory> <optional> <ostream> <set> <span> <string> <string_view> <utility> <variant> <vector> <fmt/format.h>)
+endif()
+
 # A change of one source compiles all that are joined with it; so few are joined where one changes and builds often.
 set(FIRSTSTEPS_JOINED_SOURCES 32 CACHE STRING "How many sources of a library are joined")
 
@@ -66,12 +86,11 @@ function(firststeps_library name)
   endforeach()
   if(sources)
     add_library(${name} STATIC ${sources})
-    target_link_libraries(${name} PRIVATE firststeps_options PUBLIC ${ARG_LIBRARIES})
+    target_link_libraries(${name} PRIVATE library_options PUBLIC ${ARG_LIBRARIES})
     target_include_directories(${name} PUBLIC ${CMAKE_SOURCE_DIR})
     set_target_properties(${name} PROPERTIES UNITY_BUILD_BATCH_SIZE ${FIRSTSTEPS_JOINED_SOURCES})
-    if(FIRSTSTEPS_SANITIZE)
-      # The fuzzers see which branches were taken.
-      target_compile_options(${name} PRIVATE -fsanitize=fuzzer-no-link)
+    if(TARGET library_headers)
+      target_precompile_headers(${name} REUSE_FROM library_headers)
     endif()
   else()
     add_library(${name} INTERFACE)

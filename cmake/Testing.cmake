@@ -61,8 +61,8 @@ if(CMAKE_CROSSCOMPILING)
   endforeach()
 endif()
 
-# link_quickly(TARGET …): test programs for Windows are linked by lld, if it is there; shipped programs never are.
-if(CMAKE_CROSSCOMPILING AND NOT CMAKE_HOST_WIN32)
+# link_quickly(TARGET …): test programs are linked by lld, if it is there; shipped programs never are.
+if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU" AND NOT CMAKE_HOST_WIN32)
   find_program(LLD_PROGRAM ld.lld-16 DOC "A linker that takes less time than GNU's")
 endif()
 function(link_quickly)
@@ -71,6 +71,17 @@ function(link_quickly)
       target_link_options(${target} PRIVATE -wrapper ${CMAKE_SOURCE_DIR}/cmake/link_by_lld)
     endforeach()
   endif()
+endfunction()
+
+# test_library(NAME SOURCES … LIBRARIES …): what several test programs share.
+function(test_library name)
+  cmake_parse_arguments(ARG "" "" "SOURCES;LIBRARIES" ${ARGN})
+  add_library(${name} OBJECT ${ARG_SOURCES})
+  target_link_libraries(${name} PRIVATE firststeps_options PUBLIC ${ARG_LIBRARIES} GTest::gmock)
+  target_compile_options(${name} PRIVATE -O0)
+  target_compile_definitions(${name} PRIVATE TEST_DATA_DIR="${host_drive}${CMAKE_SOURCE_DIR}/tests/data")
+  target_precompile_headers(${name} REUSE_FROM common_header)
+  compile_quickly(${name})
 endfunction()
 
 function(firststeps_test name)

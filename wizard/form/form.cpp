@@ -170,7 +170,7 @@ void Form::changed(const Control& control, Property property) {
 std::string plain_caption(std::string caption) {
   support::replace(caption, "&", "");
   for (const std::string_view end : {":", " *"})
-    if (caption.ends_with(end)) caption.resize(caption.size() - end.size());
+    if (caption.ends_with(end)) caption.erase(caption.size() - end.size());
   return caption;
 }
 
