@@ -60,13 +60,18 @@ if(FIRSTSTEPS_SANITIZE)
   target_compile_options(library_options INTERFACE -fsanitize=fuzzer-no-link)
 endif()
 
+# header_target(NAME): a target without sources of ours, for headers that are compiled once.
+function(header_target name)
+  if(NOT EXISTS ${CMAKE_BINARY_DIR}/${name}.cpp)
+    file(WRITE ${CMAKE_BINARY_DIR}/${name}.cpp "")
+  endif()
+  add_library(${name} OBJECT ${CMAKE_BINARY_DIR}/${name}.cpp)
+endfunction()
+
 # Headers of others are read once for all libraries. Where each source is read alone, each is also read with nothing but
 # its own headers.
 if(CMAKE_UNITY_BUILD)
-  if(NOT EXISTS ${CMAKE_BINARY_DIR}/library_headers.cpp)
-    file(WRITE ${CMAKE_BINARY_DIR}/library_headers.cpp "")
-  endif()
-  add_library(library_headers OBJECT ${CMAKE_BINARY_DIR}/library_headers.cpp)
+  header_target(library_headers)
   target_link_libraries(library_headers PRIVATE library_options fmt)
   target_precompile_headers(library_headers PRIVATE <algorithm> <array> <charconv> <chrono> <cmath> <cstdint> <filesystem> <functional>
     <iterator> <limits> <map> <memory> <optional> <ostream> <set> <span> <string> <string_view> <utility> <variant> <vector> <fmt/format.h>)

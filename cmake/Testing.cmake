@@ -46,10 +46,7 @@ function(compile_quickly)
 endfunction()
 
 # The common header of the tests is compiled once for all of them.
-if(NOT EXISTS ${CMAKE_BINARY_DIR}/common_header.cpp)
-  file(WRITE ${CMAKE_BINARY_DIR}/common_header.cpp "")
-endif()
-add_library(common_header OBJECT ${CMAKE_BINARY_DIR}/common_header.cpp)
+header_target(common_header)
 target_link_libraries(common_header PRIVATE firststeps_options GTest::gmock)
 target_compile_options(common_header PRIVATE -O0)
 target_precompile_headers(common_header PRIVATE <gmock/gmock.h>)

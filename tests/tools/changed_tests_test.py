@@ -64,19 +64,18 @@ class ChangedTests(unittest.TestCase):
         return ran
 
     def test_each_change_lets_those_tests_run_that_may_see_it(self):
-        everything = ALL
-        for change, expected in {
-                lambda: self.write('notes.md', 'x'): everything,
-                lambda: self.write('new.md', ''): everything,
-                lambda: (self.root / 'new.md').unlink(): everything,
-                lambda: self.environment.update(FILLINGS='21'): everything,
-                lambda: self.write('a.cpp', 'x'): {'sources'},
-                lambda: self.write('b.h', ''): {'sources'},
-                lambda: self.write('build/x/bin/tool', 'x'): {'programs'},
-                lambda: self.write('build/native/demo/demo.ini', 'x'): {'programs'},
-                lambda: self.write('build/x/server', 'x'): {'required'},
-                lambda: self.write('build/x/bin/test_plain', '#!/bin/sh\nexit 0 # x\n'): {'plain'},
-                lambda: self.write('build/x/other', 'x'): set()}.items():
+        for change, expected in (
+                (lambda: self.write('notes.md', 'x'), ALL),
+                (lambda: self.write('new.md', ''), ALL),
+                (lambda: (self.root / 'new.md').unlink(), ALL),
+                (lambda: self.environment.update(FILLINGS='21'), ALL),
+                (lambda: self.write('a.cpp', 'x'), {'sources'}),
+                (lambda: self.write('b.h', ''), {'sources'}),
+                (lambda: self.write('build/x/bin/tool', 'x'), {'programs'}),
+                (lambda: self.write('build/native/demo/demo.ini', 'x'), {'programs'}),
+                (lambda: self.write('build/x/server', 'x'), {'required'}),
+                (lambda: self.write('build/x/bin/test_plain', '#!/bin/sh\nexit 0 # x\n'), {'plain'}),
+                (lambda: self.write('build/x/other', 'x'), set())):
             change()
             self.assertEqual(self.run_tests(), expected | NEVER_KEPT)
             self.assertEqual(self.run_tests(), NEVER_KEPT)
